@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <cstdint>
+
+/// The blackboard between the screens: named text values that outlive the program. On Windows it is the
+/// registry, elsewhere an ini file of the user and one of the machine, with the registry's rules: names
+/// compare without regard to case, and a write below a key that does not exist is lost without a word.
+namespace UtilityFunctions {
+
+enum class RegistryRoot : std::uint32_t { CurrentUser = 0x80000001, LocalMachine = 0x80000002 };
+
+enum class RegistryType : std::uint32_t { Text = 1, Number = 4 };
+
+RegistryRoot HKeyCurrentUser();
+RegistryRoot HKeyLocalMachine();
+/// The path of the program's own key.
+QString AppRegistryKey();
+/// The name of the value that holds the folder of the two databases.
+QString DatabaseDirectoryValue();
+
+/// Reads a value. False, with an empty text, when the key or the value is absent or the text has 1,024
+/// characters or more. A number is given as decimal text; a value of another type leaves the text alone.
+bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text);
+
+/// Writes a value below the user's root. Does nothing when the key does not exist.
+void SetRegValue(const QString& keyPath, const QString& valueName, const QVariant& value, RegistryType type);
+
+/// A key that is open for writing.
+struct RegistryKey {
+    RegistryRoot root;
+    QString path;
+};
+
+/// Writes one value of an open key; 0 when it was written or its type is unknown, else an error code.
+long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryType type,
+                const QVariant& value);
+
+/// Creates a key when it is absent. Only the install step and the database path dialog do so.
+void CreateRegistryKey(RegistryRoot root, const QString& keyPath);
+
+/// One named value of the program's own key under the user's root.
+class SessionValue {
+  public:
+    explicit constexpr SessionValue(const char* valueName) : name(valueName) {}
+    bool read(QString& text) const;
+    /// The text, or an empty one when the value cannot be read.
+    QString text() const;
+    void write(const QString& text) const;
+
+  private:
+    const char* name;
+};
+
+} // namespace UtilityFunctions
+
+/// The values that the screens share.
+namespace Session {
+inline constexpr UtilityFunctions::SessionValue Mode{"Mode"};
+inline constexpr UtilityFunctions::SessionValue JobID{"JobID"};
+inline constexpr UtilityFunctions::SessionValue TankID{"TankID"};
+inline constexpr UtilityFunctions::SessionValue TankClass{"TankClass"};
+inline constexpr UtilityFunctions::SessionValue TankType{"TankType"};
+} // namespace Session

@@ -1,0 +1,256 @@
+// Builds the two database files that are shipped: an empty user file and the catalogue from its CSV files.
+// Usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER CATALOGUE_VERSION
+// Stops with a message that names the file and line of anything that is wrong.
+
+#include "core/Numbers.h"
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Row = std::vector<std::string>;
+
+struct Place {
+    std::string file;
+    std::size_t line;
+};
+
+[[noreturn]] void fail(const Place& place, const std::string& what) {
+    throw std::runtime_error(place.file + ":" + std::to_string(place.line) + ": " + what);
+}
+
+std::string readFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw std::runtime_error("cannot read " + path.string());
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+/// The fields of one CSV line; quotes may enclose a field and are doubled inside.
+Row splitLine(const std::string& line, const Place& place) {
+    Row fields(1);
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"') {
+            fields.back() += line[++i];
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (c == ',' && !quoted) {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    if (quoted)
+        fail(place, "a quoted field does not end");
+    return fields;
+}
+
+class Database {
+  public:
+    explicit Database(const fs::path& path) {
+        fs::remove(path);
+        if (sqlite3_open(path.string().c_str(), &handle) != SQLITE_OK)
+            throw std::runtime_error("cannot create " + path.string());
+    }
+    ~Database() { sqlite3_close(handle); }
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    void run(const std::string& sql) {
+        if (sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(std::string(sqlite3_errmsg(handle)) + " in: " + sql.substr(0, 120));
+    }
+
+    /// The first column of all rows.
+    std::vector<std::string> column(const std::string& sql) {
+        std::vector<std::string> values;
+        const auto collect = [](void* list, int, char** texts, char**) {
+            static_cast<std::vector<std::string>*>(list)->emplace_back(texts[0] ? texts[0] : "");
+            return 0;
+        };
+        if (sqlite3_exec(handle, sql.c_str(), collect, &values, nullptr) != SQLITE_OK)
+            throw std::runtime_error(std::string(sqlite3_errmsg(handle)) + " in: " + sql);
+        return values;
+    }
+
+    sqlite3* handle = nullptr;
+};
+
+/// What a declared column type asks of a field.
+struct ColumnRule {
+    bool number = false;
+    std::size_t longest = 0; // in characters; 0 for any length
+};
+
+std::map<std::string, ColumnRule> columnRules(Database& database, const std::string& table) {
+    const auto names = database.column("SELECT name FROM pragma_table_info('" + table + "')");
+    const auto types = database.column("SELECT type FROM pragma_table_info('" + table + "')");
+    std::map<std::string, ColumnRule> rules;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        ColumnRule rule{!types[i].starts_with("TEXT"), 0};
+        if (const auto open = types[i].find('('); open != std::string::npos)
+            rule.longest = std::stoul(types[i].substr(open + 1));
+        rules[names[i]] = rule;
+    }
+    return rules;
+}
+
+std::size_t characters(const std::string& utf8) {
+    std::size_t count = 0;
+    for (const char c : utf8)
+        count += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
+    return count;
+}
+
+void bindField(sqlite3_stmt* insert, int place, const std::string& field, const ColumnRule& rule,
+               const Place& line) {
+    if (field.empty()) {
+        sqlite3_bind_null(insert, place);
+    } else if (rule.number) {
+        const auto value = ParseNumber(field);
+        if (!value)
+            fail(line, "'" + field + "' is not a number");
+        sqlite3_bind_double(insert, place, *value);
+    } else {
+        if (rule.longest > 0 && characters(field) > rule.longest)
+            fail(line, "'" + field + "' is longer than " + std::to_string(rule.longest) + " characters");
+        sqlite3_bind_text(insert, place, field.c_str(), -1, SQLITE_TRANSIENT);
+    }
+}
+
+/// A row of three digits in the postal code table stands for the hundred codes that begin with them.
+std::vector<Row> expanded(const std::string& table, const Row& row) {
+    const bool prefix = table == "tblPostalCodes" && row[0].size() == 3 &&
+                        row[0].find_first_not_of("0123456789") == std::string::npos;
+    if (!prefix)
+        return {row};
+    std::vector<Row> rows;
+    for (int i = 0; i < 100; ++i) {
+        rows.push_back(row);
+        rows.back()[0] += (i < 10 ? "0" : "") + std::to_string(i);
+    }
+    return rows;
+}
+
+void loadTable(Database& database, const fs::path& path) {
+    const std::string table = path.stem().string();
+    const auto rules = columnRules(database, table);
+    if (rules.empty())
+        throw std::runtime_error("the schema has no table for " + path.string());
+    std::istringstream text(readFile(path));
+    std::string line;
+    Place place{path.filename().string(), 1};
+    std::getline(text, line);
+    const Row header = splitLine(line, place);
+    std::string names;
+    std::string marks;
+    for (const std::string& name : header) {
+        if (!rules.contains(name))
+            fail(place, "the schema has no column " + name);
+        names += (names.empty() ? "\"" : ",\"") + name + "\"";
+        marks += marks.empty() ? "?" : ",?";
+    }
+    sqlite3_stmt* insert = nullptr;
+    const std::string sql = "INSERT INTO " + table + " (" + names + ") VALUES (" + marks + ")";
+    sqlite3_prepare_v2(database.handle, sql.c_str(), -1, &insert, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(insert, sqlite3_finalize);
+    while (std::getline(text, line)) {
+        ++place.line;
+        const Row fields = splitLine(line, place);
+        if (fields.size() != header.size())
+            fail(place,
+                 std::to_string(fields.size()) + " fields instead of " + std::to_string(header.size()));
+        for (const Row& row : expanded(table, fields)) {
+            for (std::size_t i = 0; i < row.size(); ++i)
+                bindField(insert, static_cast<int>(i) + 1, row[i], rules.at(header[i]), place);
+            if (sqlite3_step(insert) != SQLITE_DONE)
+                fail(place, sqlite3_errmsg(database.handle));
+            sqlite3_reset(insert);
+        }
+    }
+}
+
+/// Queries that must find nothing, each with what a row of it means.
+const std::vector<std::pair<const char*, const char*>> checks = {
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE App NOT IN (SELECT App FROM tblAppMaster)",
+     "no such application"},
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE TankDraw NOT IN (SELECT TankDraw FROM tblTankDrawMaster)",
+     "no such drawing"},
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE Submittal NOT IN (SELECT Submittal FROM tblSpecMaster)",
+     "no such specification"},
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE TankDraw IS NULL OR Submittal IS NULL OR SysConnStd IS "
+     "NULL",
+     "a text is missing"},
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE AcceptanceVolume > TankVolume OR AcceptanceVolume <= 0 "
+     "OR "
+     "TankVolume > 5000 OR TankOD NOT BETWEEN 8 AND 96 OR OAL NOT BETWEEN 8 AND 240 OR ShipWeight NOT "
+     "BETWEEN 5 AND "
+     "20000 OR TankWkPressure NOT BETWEEN 30 AND 400 OR TankSysConn NOT BETWEEN .25 AND 12",
+     "a number out of range"},
+    {"SELECT ModelDscrptn FROM tblModelMaster WHERE App = 'PKG' AND (MakeUpCapacity IS NULL OR PumpHp IS "
+     "NULL OR "
+     "MinSysPressure IS NULL OR MinSysPressure >= TankWkPressure)",
+     "package data missing or out of order"},
+    {"SELECT PostalCode FROM tblPostalCodes WHERE RepID NOT IN (SELECT RepID FROM tblRepMaster)",
+     "no such representative"},
+    {"SELECT PipeIndex FROM tblPipeMaster WHERE Schedule NOT IN ('40', '80', 'Cu') OR ID NOT BETWEEN .3 AND "
+     "14",
+     "not a pipe of the catalogue"},
+    {"SELECT Submittal FROM tblSpecMaster WHERE Report NOT IN ('rptSubmittal1', 'rptSubmittal2', "
+     "'rptSubmittal3', "
+     "'rptSubmittal4') OR Spec1 IS NULL OR LastLine IS NULL OR Description1 IS NULL",
+     "a text is missing or the report is unknown"},
+    {"SELECT TankDraw FROM tblTankDrawMaster WHERE X <= 0 OR Y <= 0", "a drawing without a size"},
+};
+
+void build(const fs::path& schema, const fs::path& tables, const fs::path& output,
+           const std::string& version) {
+    fs::create_directories(output);
+    Database user(output / "BrennovalUserData.mdb");
+    user.run("BEGIN;" + readFile(schema / "user.sql") + "COMMIT;");
+
+    Database catalogue(output / "BrennovalSysData.mdb");
+    catalogue.run("BEGIN;" + readFile(schema / "sys.sql"));
+    for (const auto& entry : fs::directory_iterator(tables))
+        if (entry.path().extension() == ".csv")
+            loadTable(catalogue, entry.path());
+    for (const std::string& table : catalogue.column("SELECT name FROM sqlite_master WHERE type = 'table'"))
+        if (catalogue.column("SELECT 1 FROM " + table + " LIMIT 1").empty())
+            throw std::runtime_error(table + " has no rows");
+    for (const auto& [query, meaning] : checks)
+        for (const std::string& key : catalogue.column(query))
+            throw std::runtime_error(key + ": " + meaning);
+    catalogue.run("PRAGMA user_version = " + version + "; COMMIT; ANALYZE;");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 5) {
+        std::cerr << "usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER CATALOGUE_VERSION\n";
+        return 2;
+    }
+    try {
+        build(argv[1], argv[2], argv[3], argv[4]);
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "brennoval-build-data: " << error.what() << '\n';
+        return 1;
+    }
+}

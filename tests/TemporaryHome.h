@@ -1,0 +1,39 @@
+#pragma once
+
+#include "core/SessionStore.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+
+/// A session store and a folder of its own for the databases, gone with the object.
+class TemporaryHome {
+  public:
+    TemporaryHome() {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                           folder.filePath(QStringLiteral("user")));
+        QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope,
+                           folder.filePath(QStringLiteral("machine")));
+    }
+
+    QString dataFolder() const { return folder.filePath(QStringLiteral("data")); }
+
+    /// Copies the two databases as they are shipped and makes them the program's.
+    void installData() const {
+        using namespace UtilityFunctions;
+        QDir().mkpath(dataFolder());
+        for (const QString& name :
+             {QStringLiteral("BrennovalUserData.mdb"), QStringLiteral("BrennovalSysData.mdb")}) {
+            const QString target = dataFolder() + u'/' + name;
+            QFile::remove(target);
+            QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/Data/") + name, target);
+        }
+        CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+        SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), dataFolder(), RegistryType::Text);
+    }
+
+  private:
+    QTemporaryDir folder;
+};

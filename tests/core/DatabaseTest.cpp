@@ -1,0 +1,174 @@
+#include "core/Database.h"
+#include "core/Fault.h"
+#include "core/JetSql.h"
+#include "tests/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The shipped user file in a folder of its own, open.
+class DatabaseTest : public testing::Test {
+  protected:
+    DatabaseTest() {
+        home.installData();
+        user.setProperty(QStringLiteral("Data Source"),
+                         home.dataFolder() + QStringLiteral("/BrennovalUserData.mdb"));
+        user.Open();
+        catalogue.setProperty(QStringLiteral("Data Source"),
+                              home.dataFolder() + QStringLiteral("/BrennovalSysData.mdb"));
+        catalogue.Open();
+    }
+
+    QString value(Connection& connection, const QString& sql) {
+        Recordset rows;
+        rows.Open(sql, connection);
+        return rows.AtEnd() ? QStringLiteral("(no row)") : rows[QStringLiteral("V")].text();
+    }
+
+    void addJob(const QString& id) {
+        Recordset jobs;
+        jobs.Open(QStringLiteral("tblJobHeader"), user, CursorType::Keyset, LockType::Optimistic,
+                  CommandType::Table);
+        jobs.AddNew();
+        jobs[QStringLiteral("jobid")] = id;
+        jobs[QStringLiteral("DateCreated")] = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
+        jobs.Update();
+    }
+
+    TemporaryHome home;
+    Connection user;
+    Connection catalogue;
+};
+
+std::int32_t faultOf(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const Fault& fault) {
+        return fault.number();
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST_F(DatabaseTest, UnderstandsTheDialect) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"SELECT 1/2 AS V", ".5"},
+        {"SELECT (1/4^.5) * (3) AS V", "1.5"},
+        {"SELECT 2 ^ 3 AS V", "8"},
+        {"SELECT 4^-1 AS V", ".25"},
+        {"SELECT 'a' & \"b\" & 'c' AS V", "abc"},
+        {"SELECT 'a' & NULL & 'c' AS V", "ac"},
+        {"SELECT \"it's\" AS V", "it's"},
+        {"SELECT '1/2 & [x] #1/2/2026# \"q\" ^' AS V", "1/2 & [x] #1/2/2026# \"q\" ^"},
+        {"SELECT 'O''Brien' AS V", "O'Brien"},
+        {"SELECT #2026-03-14# AS V", "2026-03-14"},
+        {"SELECT #3/14/2026# AS V", "2026-03-14"},
+        {"SELECT DateValue('2026-03-14 15:09:26') AS V", "2026-03-14"},
+        {"SELECT 'abc' LIKE '%B%' AS V", "1"},
+    };
+    for (const auto& [sql, expected] : cases)
+        EXPECT_EQ(value(user, QString::fromUtf8(sql)).toStdString(), expected) << sql;
+    EXPECT_EQ(
+        value(catalogue,
+              QStringLiteral("SELECT [100] AS V FROM tblExpFactor WHERE SOTMax >= 100 ORDER BY SOTMax")),
+        QStringLiteral("0"));
+    EXPECT_EQ(
+        value(catalogue,
+              QStringLiteral("SELECT Min(TankVolume) AS V FROM tblModelMaster WHERE TankVolume * 2 >= 100 "
+                             "OR TankVolume > 9000 GROUP BY Class HAVING CLASS = 'rcb'")),
+        QStringLiteral("52.8"));
+}
+
+TEST_F(DatabaseTest, RefusesBrokenStatements) {
+    for (const char* sql :
+         {"SELECT 'open", "SELECT [open", "SELECT #open", "SELECT #32/32/2026#", "SELECT (1",
+          "SELECT 1; DELETE FROM tblUser", "SELECT 1 -- rest", "", "nonsense", "SELECT ^ 2"})
+        EXPECT_EQ(faultOf([&] { value(user, QString::fromUtf8(sql)); }), DatabaseFault::SyntaxError) << sql;
+    EXPECT_EQ(faultOf([&] { value(user, QStringLiteral("SELECT * FROM tblNone")); }),
+              DatabaseFault::NoSuchTable);
+}
+
+TEST_F(DatabaseTest, MovesTheGroupedConditionInFront) {
+    const JetStatement moved = RewriteJetSql(QStringLiteral(
+        "SELECT MAX(TankNo) AS M FROM tblJobData GROUP BY JobID HAVING JobID = 'a'' GROUP BY x'"));
+    EXPECT_EQ(moved.sql.simplified().toStdString(),
+              "SELECT MAX(TankNo) AS M FROM tblJobData WHERE JobID='a'' GROUP BY x' GROUP BY JobID");
+    const QString other = QStringLiteral("SELECT Min(a) FROM t GROUP BY b HAVING Min(a) > 3");
+    EXPECT_EQ(RewriteJetSql(other).sql, other);
+}
+
+TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
+    addJob(QStringLiteral("St. John's"));
+    Recordset job;
+    job.Open(QStringLiteral("SELECT * FROM tblJobHeader WHERE JobID = 'ST. JOHN''S'"), user,
+             CursorType::Keyset);
+    ASSERT_FALSE(job.AtEnd());
+    EXPECT_EQ(job.RecordCount(), 1);
+    EXPECT_TRUE(job[QStringLiteral("Engineer")].isNull());
+    EXPECT_EQ(job[QStringLiteral("DateCreated")].dateTime(), QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)));
+    job[QStringLiteral("Engineer")] = QStringLiteral("Łukasz 水");
+    job.Update();
+    EXPECT_EQ(job[QStringLiteral("Engineer")].text(), QStringLiteral("Łukasz 水"));
+    EXPECT_EQ(value(user, QStringLiteral("SELECT Engineer AS V FROM tblJobHeader")),
+              QStringLiteral("Łukasz 水"));
+    job.Delete();
+    EXPECT_TRUE(job.AtEnd());
+    EXPECT_EQ(value(user, QStringLiteral("SELECT COUNT(*) AS V FROM tblJobHeader")), QStringLiteral("0"));
+}
+
+TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
+    Recordset tanks;
+    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, LockType::Optimistic,
+               CommandType::Table);
+    tanks.AddNew();
+    tanks[QStringLiteral("TankID")] = QStringLiteral("J.1");
+    tanks.Update();
+    tanks[QStringLiteral("TotSysVolume")] = QStringLiteral(" 1,234.5 ");
+    tanks[QStringLiteral("Qty")] = QStringLiteral("2.5");
+    tanks.Update();
+    EXPECT_EQ(value(user, QStringLiteral("SELECT TotSysVolume AS V FROM tblJobData WHERE TankID = 'J.1'")),
+              QStringLiteral("1234.5"));
+    EXPECT_EQ(value(user, QStringLiteral("SELECT Qty AS V FROM tblJobData")), QStringLiteral("2"));
+    EXPECT_EQ(tanks[QStringLiteral("TankID")].text(), QStringLiteral("J.1"));
+}
+
+TEST_F(DatabaseTest, RefusesWhatAColumnCannotHold) {
+    Recordset tanks;
+    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, LockType::Optimistic,
+               CommandType::Table);
+    EXPECT_EQ(tanks[QStringLiteral("JobID")].DefinedSize(), 50);
+    EXPECT_EQ(tanks[QStringLiteral("AtmPressure")].DefinedSize(), 8);
+    tanks.AddNew();
+    EXPECT_EQ(faultOf([&] { tanks[QStringLiteral("AtmPressure")] = QStringLiteral("abc"); }),
+              Fault::TypeMismatch);
+    EXPECT_EQ(faultOf([&] { tanks[QStringLiteral("AtmPressure")] = QString(); }), Fault::TypeMismatch);
+    EXPECT_EQ(faultOf([&] { tanks[QStringLiteral("JobID")] = QString(51, u'x'); }),
+              DatabaseFault::DataOverflow);
+    EXPECT_EQ(faultOf([&] { tanks[QStringLiteral("Qty")] = 3e9; }), DatabaseFault::DataOverflow);
+    EXPECT_EQ(faultOf([&] { tanks[QStringLiteral("Nothing")] = 1; }), DatabaseFault::NoSuchColumn);
+    EXPECT_EQ(faultOf([&] {
+                  addJob(QStringLiteral("a"));
+                  addJob(QStringLiteral("A"));
+              }),
+              DatabaseFault::ConstraintViolation);
+}
+
+TEST_F(DatabaseTest, NamesTheFailureOfAnOpen) {
+    Recordset rows;
+    Connection closed;
+    EXPECT_EQ(faultOf([&] { rows.Open(QStringLiteral("SELECT 1"), closed); }),
+              DatabaseFault::InvalidConnection);
+    EXPECT_EQ(faultOf([&] { closed.Open(); }), DatabaseFault::NoDataSource);
+    closed.setProperty(QStringLiteral("Data Source"), home.dataFolder() + QStringLiteral("/none.mdb"));
+    EXPECT_EQ(faultOf([&] { closed.Open(); }), DatabaseFault::Unspecified);
+    EXPECT_FALSE(QFile::exists(home.dataFolder() + QStringLiteral("/none.mdb")));
+    QFile text(home.dataFolder() + QStringLiteral("/text.mdb"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write(QByteArray(4096, 'x'));
+    text.close();
+    closed.setProperty(QStringLiteral("Data Source"), text.fileName());
+    EXPECT_EQ(faultOf([&] { closed.Open(); }), DatabaseFault::Unspecified);
+    EXPECT_FALSE(closed.IsOpen());
+}
