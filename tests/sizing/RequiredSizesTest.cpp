@@ -1,0 +1,105 @@
+#include "sizing/RequiredSizes.h"
+#include "core/Fault.h"
+#include "sizing/FluidLimits.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+const SystemConditions glycolJob{50, 200, 12, 30, 14.7, 1000};
+
+} // namespace
+
+TEST(RequiredSizes, GlycolJob) {
+    EXPECT_DOUBLE_EQ(*SpecVol("30% Propylene Glycol", 50), 1.0070725);
+    EXPECT_DOUBLE_EQ(*SpecVol("30% Propylene Glycol", 200), 1.05589);
+    const double e = FluidExpansionFactor("30% Propylene Glycol", 50, 200);
+    EXPECT_EQ(e, .04847);
+    const double bladder = AcceptanceFactor(glycolJob, false);
+    EXPECT_EQ(bladder, .4027);
+    const RequiredSizes sizes = ExpansionTankSizes(glycolJob, e, bladder);
+    EXPECT_EQ(sizes.acceptance, 48.47);
+    EXPECT_EQ(sizes.volume, 120.3626);
+    const double plain = AcceptanceFactor(glycolJob, true);
+    EXPECT_EQ(plain, .2217);
+    EXPECT_EQ(ExpansionTankSizes(glycolJob, e, plain).volume, 218.6288);
+    EXPECT_EQ(ExpansionTankSizes(glycolJob, e, plain).acceptance, 48.47);
+}
+
+TEST(RequiredSizes, Drawdown) {
+    const SystemConditions job{0, 1, 40, 60, 14.7, 50};
+    EXPECT_EQ(AcceptanceFactor(job, false), .2677);
+    EXPECT_EQ(HydropneumaticTankSizes(job, .2677).acceptance, 50);
+    EXPECT_EQ(HydropneumaticTankSizes(job, .2677).volume, 186.7762);
+}
+
+TEST(RequiredSizes, Conversion) {
+    const RequiredSizes sizes = ConvertedTankSizes({0, 0, 20, 0, 14.7, 500});
+    EXPECT_EQ(sizes.volume, 212);
+    EXPECT_EQ(sizes.acceptance, 212);
+}
+
+TEST(RequiredSizes, ColumnOfTheWaterTable) {
+    const std::pair<double, int> cases[] = {{-20, 40},  {40, 40}, {40.5, 45},  {45, 45},
+                                            {45.1, 50}, {95, 95}, {95.1, 100}, {400, 100}};
+    for (const auto& [temperature, column] : cases)
+        EXPECT_EQ(ExpansionColumn(temperature), column) << temperature;
+}
+
+TEST(RequiredSizes, HaveFloorsOfTheirOwn) {
+    const RequiredSizes none = ExpansionTankSizes(glycolJob, 0, .4);
+    EXPECT_EQ(none.acceptance, .1);
+    EXPECT_EQ(none.volume, .1);
+    SystemConditions small = glycolJob;
+    small.volume = 1;
+    const RequiredSizes sizes = ExpansionTankSizes(small, .04, .05);
+    EXPECT_EQ(sizes.acceptance, .1);
+    EXPECT_EQ(sizes.volume, .8);
+}
+
+TEST(RequiredSizes, FailWhenThePressuresAreTooClose) {
+    const SystemConditions close{40, 200, 100, 100.001, 14.7, 1000};
+    EXPECT_EQ(AcceptanceFactor(close, false), 0);
+    EXPECT_THROW(ExpansionTankSizes(close, .04, AcceptanceFactor(close, false)), Fault);
+    EXPECT_THROW(HydropneumaticTankSizes(close, 0), Fault);
+    EXPECT_THROW(AcceptanceFactor({}, false), Fault);
+    EXPECT_THROW(AcceptanceFactor({}, true), Fault);
+    EXPECT_THROW(ConvertedTankSizes({}), Fault);
+}
+
+TEST(RequiredSizes, UnknownFluidGrowsByHalf) {
+    EXPECT_FALSE(SpecVol("Water", 50));
+    EXPECT_EQ(FluidExpansionFactor("Brine", 50, 200), .5);
+}
+
+TEST(RequiredSizes, NeverFallWhenTheSystemGrowsOrGetsHotter) {
+    std::mt19937 random(11);
+    const auto between = [&random](double low, double high) {
+        return std::uniform_real_distribution(low, high)(random);
+    };
+    for (int i = 0; i < 5000; ++i) {
+        const FluidLimits& limits = fluidLimits[1 + static_cast<std::size_t>(i) % 10];
+        SystemConditions job;
+        job.minimumTemperature = between(0, 90);
+        job.maximumTemperature = between(job.minimumTemperature + 1, 240);
+        job.minimumPressure = between(4, 100);
+        job.maximumPressure = job.minimumPressure + between(2, 100);
+        job.atmosphericPressure = between(10, 15);
+        job.volume = between(1, 50000);
+        const bool plain = i % 3 == 0;
+        const auto volumeOf = [&](const SystemConditions& c) {
+            return ExpansionTankSizes(
+                       c, FluidExpansionFactor(limits.fluid, c.minimumTemperature, c.maximumTemperature),
+                       AcceptanceFactor(c, plain))
+                .volume;
+        };
+        SystemConditions larger = job;
+        larger.volume *= between(1, 3);
+        EXPECT_GE(volumeOf(larger), volumeOf(job)) << limits.fluid;
+        SystemConditions hotter = job;
+        hotter.maximumTemperature += between(0, 20);
+        EXPECT_GE(volumeOf(hotter), volumeOf(job)) << limits.fluid << ' ' << job.maximumTemperature;
+    }
+}
