@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+
+class Connection;
+
+namespace UtilityFunctions {
+
+/// The one failure path: closes the connections, builds the report of thirteen lines and shows it in
+/// frmError without waiting. The database password is masked in the system source.
+void ReportError(std::int32_t number, const QString& description, const QString& dll, const QString& source,
+                 const QString& codeSource, Connection* connection1 = nullptr, Connection* connection2 = nullptr,
+                 const QString& module = {});
+
+/// Runs a procedure; any exception that leaves it becomes a ReportError under the given name.
+void Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module = {});
+
+/// Shows a text in frmError.
+void ShowErrorText(const QString& text, const QString& module = {});
+
+/// The program's folder, where the drawings are.
+QString ProgramFolder();
+
+/// "1.0", the program's major and minor version.
+QString ProgramVersion();
+
+} // namespace UtilityFunctions

@@ -1,0 +1,236 @@
+#include "core/Screen.h"
+
+#include "core/ErrorReport.h"
+#include "core/Fault.h"
+#include "core/FieldChecks.h"
+#include "core/BrennovalMain.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+
+#include <algorithm>
+
+Screen::Screen(const QString& screenName) : screenName_(screenName) { setObjectName(screenName); }
+
+void Screen::prepare() {
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        box->installEventFilter(this);
+    for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
+        box->installEventFilter(this);
+}
+
+void Screen::trap(const QString& procedure, const std::function<void()>& body) const {
+    UtilityFunctions::Trap(screenName_ + procedure, body, screenName_ == "frmSplash" ? "Splash" : "");
+}
+
+void Screen::on(QAbstractButton* button, const QString& procedure, std::function<void()> handler) {
+    connect(button, &QAbstractButton::clicked, this,
+            [this, procedure, handler = std::move(handler)] { trap(procedure, handler); });
+}
+
+void Screen::onLeaving(QWidget* field, const QString& procedure, std::function<bool()> check) {
+    checks.insert(field, [this, procedure, check = std::move(check)] {
+        bool passed = false;
+        trap(procedure, [&] { passed = check(); });
+        return passed;
+    });
+}
+
+bool Screen::validateLeaving(QWidget* field) {
+    const auto check = checks.constFind(field);
+    return check == checks.cend() || (*check)();
+}
+
+void Screen::setDefault(QPushButton* button) {
+    defaultButton = button;
+    button->setDefault(true);
+}
+
+void Screen::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    auto* focused = dynamic_cast<QPushButton*>(focusWidget());
+    QPushButton* pressed = focused ? focused : defaultButton;
+    if (pressed && pressed->isEnabled() && (!focusWidget() || validateLeaving(focusWidget())))
+        pressed->click();
+}
+
+void Screen::closeEvent(QCloseEvent* event) {
+    if (isTopLevel() && Screens::find(screenName_) == this)
+        event->setAccepted(Screens::unload(screenName_));
+}
+
+bool Screen::eventFilter(QObject* object, QEvent* event) {
+    auto* line = dynamic_cast<QLineEdit*>(object);
+    if (event->type() == QEvent::FocusIn) {
+        if (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)
+            enteredByMouse = static_cast<QWidget*>(object);
+        else if (auto* text = dynamic_cast<QPlainTextEdit*>(object))
+            text->selectAll();
+        else if (line)
+            line->selectAll();
+    } else if (event->type() == QEvent::MouseButtonRelease && object == enteredByMouse) {
+        enteredByMouse = nullptr;
+        if (line && !line->hasSelectedText())
+            line->selectAll();
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+namespace Screens {
+
+namespace {
+
+struct Open {
+    Screen* screen;
+    QMdiSubWindow* window; // null for a screen of its own
+    bool unloading = false;
+};
+
+struct Registry {
+    QHash<QString, std::function<Screen*()>> factories;
+    QList<Open> open;
+    Screen* active = nullptr;
+};
+
+Registry& registry() {
+    static Registry instance;
+    return instance;
+}
+
+Open* entry(const QString& name) {
+    auto& open = registry().open;
+    const auto found = std::find_if(open.begin(), open.end(), [&](const Open& o) { return o.screen->name() == name; });
+    return found == open.end() ? nullptr : &*found;
+}
+
+/// The frame of a screen inside the main window.
+class ScreenWindow : public QMdiSubWindow {
+  public:
+    using QMdiSubWindow::QMdiSubWindow;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        auto* screen = dynamic_cast<Screen*>(widget());
+        const bool live = screen && Screens::find(screen->name()) == screen;
+        event->setAccepted(!live || Screens::unload(screen->name()));
+    }
+};
+
+} // namespace
+
+void add(const QString& name, std::function<Screen*()> factory) {
+    registry().factories.insert(name, std::move(factory));
+}
+
+bool known(const QString& name) { return registry().factories.contains(name); }
+
+Screen* find(const QString& name) {
+    const Open* open = entry(name);
+    return open ? open->screen : nullptr;
+}
+
+Screen* load(const QString& name) {
+    if (Screen* screen = find(name))
+        return screen;
+    const auto factory = registry().factories.constFind(name);
+    if (factory == registry().factories.cend())
+        throw Fault(424, "Object required: " + name.toStdString());
+    Screen* screen = (*factory)();
+    QMdiSubWindow* window = nullptr;
+    if (!screen->isTopLevel() && BrennovalMain::instance()) {
+        window = new ScreenWindow;
+        window->setWidget(screen);
+        window->setWindowTitle(screen->windowTitle());
+        window->setAttribute(Qt::WA_DeleteOnClose, false);
+        BrennovalMain::instance()->area()->addSubWindow(window);
+        window->hide();
+    }
+    registry().open.append({screen, window});
+    UtilityFunctions::Trap(
+        screen->name() + ".Load", [screen] { screen->Load(); }, name == "frmSplash" ? "Splash" : "");
+    return find(name);
+}
+
+void show(const QString& name) {
+    Open* open = entry(name);
+    if (!open)
+        return;
+    Screen* screen = open->screen;
+    QMdiSubWindow* window = open->window;
+    if (!window) {
+        screen->show();
+        return;
+    }
+    const bool first = !window->isVisible();
+    screen->show();
+    if (first)
+        UtilityFunctions::FormatScreen(*screen);
+    window->showNormal();
+    BrennovalMain::instance()->area()->setActiveSubWindow(window);
+    if (first && (!screen->focusWidget() || !screen->isAncestorOf(QApplication::focusWidget())))
+        for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
+            if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus)) {
+                next->setFocus(Qt::TabFocusReason);
+                break;
+            }
+}
+
+void open(const QString& name) {
+    if (load(name))
+        show(name);
+}
+
+bool unload(const QString& name) {
+    Open* open = entry(name);
+    if (!open || open->unloading)
+        return true;
+    open->unloading = true;
+    bool allowed = true;
+    Screen* screen = open->screen;
+    UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
+    open = entry(name);
+    if (!allowed) {
+        open->unloading = false;
+        return false;
+    }
+    QMdiSubWindow* window = open->window;
+    if (registry().active == screen) {
+        registry().active = nullptr;
+        screen->Deactivate();
+    }
+    registry().open.removeIf([screen](const Open& o) { return o.screen == screen; });
+    if (window) {
+        BrennovalMain::instance()->area()->removeSubWindow(window);
+        window->hide();
+        window->deleteLater();
+    } else {
+        screen->hide();
+        screen->deleteLater();
+    }
+    return true;
+}
+
+QStringList loaded() {
+    QStringList names;
+    for (const Open& open : registry().open)
+        names.append(open.screen->name());
+    return names;
+}
+
+void setActive(Screen* screen) {
+    Registry& state = registry();
+    if (!screen || state.active == screen || find(screen->name()) != screen)
+        return;
+    if (state.active)
+        state.active->Deactivate();
+    state.active = screen;
+    screen->Activate();
+}
+
+} // namespace Screens

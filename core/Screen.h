@@ -1,0 +1,78 @@
+#pragma once
+
+#include "core/Dialogs.h"
+
+#include <QAbstractButton>
+#include <QHash>
+#include <QPushButton>
+#include <QWidget>
+
+#include <functional>
+
+/// A screen of the program: one instance, opened and closed by name through Screens. Its controls are the
+/// members of its Ui class.
+class Screen : public QWidget {
+  public:
+    explicit Screen(const QString& screenName);
+
+    /// "0" until a button has taken over, then "1": a closing with another text is the user's.
+    QString Tag = "0";
+
+    virtual void Load() {}
+    virtual void Activate() {}
+    virtual void Deactivate() {}
+    /// The closing check; false refuses the closing.
+    virtual bool QueryUnload() { return true; }
+    /// Screens that stand outside the main window.
+    virtual bool isTopLevel() const { return false; }
+
+    const QString& name() const { return screenName_; }
+    /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
+    bool validateLeaving(QWidget* field);
+    /// An entry box or other control by its name.
+    template<typename Control> Control* control(const QString& controlName) const {
+        return findChild<Control*>(controlName);
+    }
+
+  protected:
+    /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext".
+    void on(QAbstractButton* button, const QString& procedure, std::function<void()> handler);
+    /// Sets the check that runs before the focus leaves a field; false vetoes the leaving.
+    void onLeaving(QWidget* field, const QString& procedure, std::function<bool()> check);
+    void trap(const QString& procedure, const std::function<void()>& body) const;
+    /// The button that Return presses.
+    void setDefault(QPushButton* button);
+    /// Prepares the controls after setupUi: text boxes select their text on focus.
+    void prepare();
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    QString screenName_;
+    QHash<QWidget*, std::function<bool()>> checks;
+    QPushButton* defaultButton = nullptr;
+    QWidget* enteredByMouse = nullptr;
+};
+
+/// Opens and closes the screens by name. Nothing else does.
+namespace Screens {
+
+void add(const QString& name, std::function<Screen*()> factory);
+bool known(const QString& name);
+/// Constructs the screen and runs its Load, unless it is loaded. Null when its Load unloaded it again.
+Screen* load(const QString& name);
+/// Shows a loaded screen and makes it the active one.
+void show(const QString& name);
+/// Loads and shows.
+void open(const QString& name);
+/// Closes a screen unless its closing check refuses; true when it is gone.
+bool unload(const QString& name);
+Screen* find(const QString& name);
+/// Names of the loaded screens, the oldest first.
+QStringList loaded();
+/// Tells that another screen of the main window has become the active one.
+void setActive(Screen* screen);
+
+} // namespace Screens

@@ -1,0 +1,2 @@
+#pragma once
+#include "core/Screen.h" // IWYU pragma: export
