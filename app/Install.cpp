@@ -1,0 +1,70 @@
+#include "app/Install.h"
+
+#include "core/Core.h"
+#include "core/Database.h"
+#include "core/Fault.h"
+#include "core/SessionStore.h"
+#include "documents/Drawings.h"
+#include "jobs/Jobs.h"
+#include "sizing/Sizing.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString userFile = QStringLiteral("BrennovalUserData.mdb");
+const QString catalogueFile = QStringLiteral("BrennovalSysData.mdb");
+
+/// Copies beside the target and renames, so that a file is never half there.
+void copyFile(const QString& from, const QString& to) {
+    const QString part = to + ".part";
+    QFile::remove(part);
+    QFile::remove(to);
+    if (!QFile::copy(from, part) || !QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup) ||
+        !QFile::rename(part, to))
+        throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
+}
+
+/// The version that the build stored in the catalogue; 0 for a file that cannot be read.
+int catalogueVersion(const QString& file) {
+    try {
+        Connection connection;
+        connection.setProperty("Data Source", file);
+        connection.Open();
+        Recordset rows;
+        rows.Open("SELECT user_version FROM pragma_user_version", connection);
+        return static_cast<int>(rows["user_version"].number());
+    } catch (const Fault&) {
+        return 0;
+    }
+}
+
+QString dataFolder(const QString& defaultFolder) {
+    QString chosen;
+    const bool stored = GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), chosen);
+    return stored && QFile::exists(QDir(chosen).filePath(userFile)) ? chosen : defaultFolder;
+}
+
+} // namespace
+
+void InstallForUser(const QString& shippedFolder, const QString& defaultDataFolder) {
+    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    const QDir folder(dataFolder(defaultDataFolder));
+    const QDir shipped(shippedFolder);
+    QDir().mkpath(folder.path());
+    if (!folder.exists(userFile))
+        copyFile(shipped.filePath(userFile), folder.filePath(userFile));
+    if (!folder.exists(catalogueFile) || catalogueVersion(folder.filePath(catalogueFile)) < catalogueVersion(shipped.filePath(catalogueFile)))
+        copyFile(shipped.filePath(catalogueFile), folder.filePath(catalogueFile));
+    SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), folder.path(), RegistryType::Text);
+}
+
+void registerAll() {
+    registerCore();
+    registerJobs();
+    registerDocuments();
+    registerSizing();
+}

@@ -1,0 +1,12 @@
+#include "app/Install.h"
+#include "core/Application.h"
+#include "core/Screens.h"
+
+int main(int argc, char** argv) {
+    Application application(argc, argv);
+    Application::setApplicationName("Brennoval");
+    Appearance::apply(Appearance::systemScheme());
+    registerAll();
+    Screens::open("frmSplash");
+    return Application::exec();
+}

@@ -1,0 +1,92 @@
+#include "documents/Drawings.h"
+
+#include "core/Dialogs.h"
+#include "core/ErrorReport.h"
+#include "core/Fault.h"
+#include "core/Gateway.h"
+#include "core/Numbers.h"
+#include "core/Screens.h"
+#include "documents/frmDrawing.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <cerrno>
+
+PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
+    const bool widthLimits =
+        x >= y ? Divide(x, y) * area.height > area.width : Divide(y, x) * area.width <= area.height;
+    PictureFrame fitted = area;
+    if (widthLimits) {
+        fitted.height = Divide(y, x) * area.width;
+        fitted.top = area.height / 2 + area.top - fitted.height / 2;
+    } else {
+        fitted.width = Divide(x, y) * area.height;
+        fitted.left = area.width / 2 + area.left - fitted.width / 2;
+    }
+    return fitted;
+}
+
+namespace UtilityFunctions {
+
+namespace {
+
+void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
+    QSvgRenderer renderer(path);
+    if (!renderer.isValid())
+        throw Fault(QFile::exists(path) ? 481 : Fault::FileNotFound,
+                    QFile::exists(path) ? "Invalid picture" : "File not found: " + path.toStdString());
+    const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
+    const double scale = box->devicePixelRatioF();
+    QPixmap pixmap(place.size() * scale);
+    pixmap.fill(Qt::white);
+    QPainter painter(&pixmap);
+    renderer.render(&painter);
+    painter.end();
+    pixmap.setDevicePixelRatio(scale);
+    box->setGeometry(place);
+    box->setPixmap(pixmap);
+}
+
+} // namespace
+
+bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
+    const Hourglass hourglass;
+    try {
+        Connection connection = openDatabase("Sys");
+        Recordset rows;
+        rows.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
+        if (rows.AtEnd()) {
+            Dialogs::current().beep();
+            return false;
+        }
+        const double x = rows["X"].number();
+        const double y = rows["Y"].number();
+        const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + rows["Ext"].text();
+        showPicture(box, file,
+                    FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
+        path = file;
+        return true;
+    } catch (const Fault& fault) {
+        ShowErrorText(QString("Error Loading Picture%1\n%2\n%3\n%4\n")
+                          .arg(fault.number())
+                          .arg(QString::fromUtf8(fault.what()))
+                          .arg(errno)
+                          .arg(QString::fromStdString(fault.source())));
+        return false;
+    }
+}
+
+void ShowLargeDrawing(const QString& drawing) {
+    if (Screen* screen = Screens::load("frmDrawing")) {
+        Screens::show("frmDrawing");
+        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
+    }
+}
+
+} // namespace UtilityFunctions
+
+void registerDocuments() {
+    Screens::add("frmDrawing", [] { return new frmDrawing; });
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/Screen.h"
+#include "ui_frmDrawing.h"
+
+#include <QTimer>
+
+/// A drawing at its larger size; a click closes it.
+class frmDrawing : public Screen, private Ui::frmDrawing {
+  public:
+    frmDrawing();
+    void ShowDrawing(const QString& drawing);
+
+  protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    void Load() override;
+    QTimer Timer1;
+};

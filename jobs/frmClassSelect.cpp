@@ -1,0 +1,56 @@
+#include "jobs/frmClassSelect.h"
+
+#include "core/BrennovalMain.h"
+#include "core/FieldChecks.h"
+#include "core/SessionStore.h"
+
+using namespace UtilityFunctions;
+
+frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
+    setupUi(this);
+    prepare();
+    const struct {
+        QPushButton* button;
+        QString application;
+        QString nextScreen;
+    } choices[] = {
+        {cmdEXP, AppNameExpansion(), "frmJobConditions"}, {cmdTHM, AppNameThermal(), "frmJobConditions"},
+        {cmdHYD, AppNameHydro(), "frmJobConditions"},     {cmdSHK, AppNameShock(), "frmJobConditionsSHK"},
+        {cmdPKG, AppNamePackage(), "frmPKGSelect"},
+    };
+    for (const auto& choice : choices) {
+        choice.button->setEnabled(Screens::known(choice.nextScreen));
+        if (!choice.button->isEnabled())
+            choice.button->setToolTip("Not available yet");
+        on(choice.button, "." + choice.button->objectName(),
+           [this, choice] { Select(choice.application, choice.nextScreen); });
+    }
+    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+}
+
+void frmClassSelect::Load() {
+    SetStatusText("Select application");
+    lblJobID->setText(Session::JobID.text());
+}
+
+void frmClassSelect::Select(const QString& application, const QString& nextScreen) {
+    const Hourglass hourglass;
+    Tag = "1";
+    Session::TankClass.write(application);
+    Screens::open(nextScreen);
+    Screens::unload(name());
+}
+
+void frmClassSelect::Cancel() {
+    Tag = "1";
+    CancelJobInput(lblJobID->text());
+    Screens::unload(name());
+}
+
+bool frmClassSelect::QueryUnload() {
+    if (Tag != "1") {
+        Cancel();
+        SetStatusBarText();
+    }
+    return true;
+}

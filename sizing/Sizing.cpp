@@ -1,0 +1,13 @@
+#include "sizing/Sizing.h"
+
+#include "sizing/frmJobConditions.h"
+#include "sizing/frmResults.h"
+#include "sizing/frmTankSeries.h"
+#include "sizing/frmtankselection.h"
+
+void registerSizing() {
+    Screens::add("frmJobConditions", [] { return new frmJobConditions; });
+    Screens::add("frmTankSeries", [] { return new frmTankSeries; });
+    Screens::add("frmtankselection", [] { return new frmtankselection; });
+    Screens::add("frmResults", [] { return new frmResults; });
+}

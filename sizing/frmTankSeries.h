@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/Screen.h"
+#include "ui_frmTankSeries.h"
+
+/// The choice of the series. Its Next computes the required sizes of the tank line.
+class frmTankSeries : public Screen, private Ui::frmTankSeries {
+  public:
+    frmTankSeries();
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    void ShowFrame(const QString& application);
+    void Preselect(const QString& stored);
+    void StoreSizes();
+    void Next();
+    void Previous();
+    void Cancel();
+};
