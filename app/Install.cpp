@@ -23,7 +23,8 @@ void copyFile(const QString& from, const QString& to) {
     const QString part = to + ".part";
     QFile::remove(part);
     QFile::remove(to);
-    if (!QFile::copy(from, part) || !QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup) ||
+    if (!QFile::copy(from, part) ||
+        !QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup) ||
         !QFile::rename(part, to))
         throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
 }
@@ -57,7 +58,8 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
     QDir().mkpath(folder.path());
     if (!folder.exists(userFile))
         copyFile(shipped.filePath(userFile), folder.filePath(userFile));
-    if (!folder.exists(catalogueFile) || catalogueVersion(folder.filePath(catalogueFile)) < catalogueVersion(shipped.filePath(catalogueFile)))
+    if (!folder.exists(catalogueFile) ||
+        catalogueVersion(folder.filePath(catalogueFile)) < catalogueVersion(shipped.filePath(catalogueFile)))
         copyFile(shipped.filePath(catalogueFile), folder.filePath(catalogueFile));
     SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), folder.path(), RegistryType::Text);
 }

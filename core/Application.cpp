@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QPainter>
 #include <QStyleFactory>
 
 namespace {
@@ -31,7 +32,8 @@ bool leaves(QWidget* focus, QObject* receiver, QEvent* event) {
     case QEvent::MouseButtonPress: {
         auto* widget = dynamic_cast<QWidget*>(receiver);
         QWidget* target = widget ? clickFocusTarget(widget) : nullptr;
-        return target && target != focus && target->window() == focus->window() && screenOf(target) == screenOf(focus);
+        return target && target != focus && target->window() == focus->window() &&
+               screenOf(target) == screenOf(focus);
     }
     case QEvent::KeyPress: {
         const auto* key = static_cast<QKeyEvent*>(event);
@@ -43,6 +45,26 @@ bool leaves(QWidget* focus, QObject* receiver, QEvent* event) {
     default:
         return false;
     }
+}
+
+/// The program's mark: a standing tank.
+QIcon programIcon(const QColor& color) {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / 16.0, size / 16.0);
+        painter.setPen(QPen(color, 1.5));
+        painter.setBrush(Qt::white);
+        painter.drawRoundedRect(QRectF(4, 1, 8, 11.5), 3.5, 3.5);
+        painter.drawLine(QPointF(5, 12), QPointF(5, 15));
+        painter.drawLine(QPointF(11, 12), QPointF(11, 15));
+        painter.drawLine(QPointF(5, 7), QPointF(11, 7));
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 } // namespace
@@ -59,8 +81,9 @@ bool Application::notify(QObject* receiver, QEvent* event) {
 
 Appearance::Scheme Appearance::systemScheme() {
     const QPalette palette = QApplication::palette();
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness() ? Scheme::Dark
-                                                                                                       : Scheme::Light;
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness()
+               ? Scheme::Dark
+               : Scheme::Light;
 }
 
 void Appearance::apply(Scheme scheme) {
@@ -75,7 +98,8 @@ void Appearance::apply(Scheme scheme) {
     palette.setColor(QPalette::Button, dark ? QColor(0x32, 0x3A, 0x42) : QColor(0xE9, 0xED, 0xF1));
     palette.setColor(QPalette::Mid, dark ? QColor(0x17, 0x1B, 0x20) : QColor(0xD3, 0xDA, 0xE1));
     palette.setColor(QPalette::ToolTipBase, dark ? QColor(0x32, 0x3A, 0x42) : QColor(0xFF, 0xFF, 0xFF));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, text);
         palette.setColor(QPalette::Disabled, role, faint);
     }
@@ -85,4 +109,5 @@ void Appearance::apply(Scheme scheme) {
     palette.setColor(QPalette::Link, accent);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(palette);
+    QApplication::setWindowIcon(programIcon(accent));
 }

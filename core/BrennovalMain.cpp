@@ -136,14 +136,18 @@ void exitProgram() {
 
 } // namespace
 
-void Commands::set(const QString& name, std::function<void()> handler) { handlers().insert(name, std::move(handler)); }
+void Commands::set(const QString& name, std::function<void()> handler) {
+    handlers().insert(name, std::move(handler));
+}
 
 void UtilityFunctions::SetStatusText(const QString& text) {
     if (BrennovalMain* window = BrennovalMain::instance())
         window->setStatusText(text);
 }
 
-BrennovalMain* BrennovalMain::instance() { return theMainWindow(); }
+BrennovalMain* BrennovalMain::instance() {
+    return theMainWindow();
+}
 
 BrennovalMain::BrennovalMain() : mdiArea(new QMdiArea(this)) {
     theMainWindow() = this;
@@ -156,7 +160,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new QMdiArea(this)) {
     setCentralWidget(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
-            UtilityFunctions::Trap("BrennovalMain.Activate", [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
+            UtilityFunctions::Trap("BrennovalMain.Activate",
+                                   [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
     });
     buildMenus();
     buildToolbar();
@@ -167,7 +172,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new QMdiArea(this)) {
     qApp->installEventFilter(this);
 }
 
-BrennovalMain::~BrennovalMain() { theMainWindow() = nullptr; }
+BrennovalMain::~BrennovalMain() {
+    theMainWindow() = nullptr;
+}
 
 void BrennovalMain::buildMenus() {
     QMenu* menus[3] = {};
@@ -175,7 +182,8 @@ void BrennovalMain::buildMenus() {
         const QString name = entry.name;
         QAction* action = nullptr;
         if (entry.submenu) {
-            QMenu* menu = entry.depth == 0 ? menuBar()->addMenu(entry.caption) : menus[entry.depth - 1]->addMenu(entry.caption);
+            QMenu* menu = entry.depth == 0 ? menuBar()->addMenu(entry.caption)
+                                           : menus[entry.depth - 1]->addMenu(entry.caption);
             menu->setObjectName(name);
             menu->setToolTipsVisible(true);
             menus[entry.depth] = menu;
@@ -231,7 +239,8 @@ void BrennovalMain::buildToolbar() {
         QAction* target = command(entry.command);
         QAction* action = bar->addAction(entry.caption);
         action->setEnabled(target->isEnabled());
-        action->setToolTip(target->isEnabled() ? QString(entry.toolTip) : entry.toolTip + (" " + notAvailable));
+        action->setToolTip(target->isEnabled() ? QString(entry.toolTip)
+                                               : entry.toolTip + (" " + notAvailable));
         connect(action, &QAction::triggered, target, &QAction::trigger);
         tools.insert(entry.key, action);
     }
@@ -246,8 +255,10 @@ void BrennovalMain::buildStatusBar() {
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})
         bar->addPermanentWidget(label);
-    const std::pair<int, const char*> keys[] = {
-        {Qt::Key_CapsLock, "CAPS"}, {Qt::Key_NumLock, "NUM"}, {Qt::Key_Insert, "INS"}, {Qt::Key_ScrollLock, "SCRL"}};
+    const std::pair<int, const char*> keys[] = {{Qt::Key_CapsLock, "CAPS"},
+                                                {Qt::Key_NumLock, "NUM"},
+                                                {Qt::Key_Insert, "INS"},
+                                                {Qt::Key_ScrollLock, "SCRL"}};
     for (const auto& [key, text] : keys) {
         auto* label = new QLabel(text, bar);
         label->setEnabled(false);
@@ -277,10 +288,18 @@ bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
     return QMainWindow::eventFilter(object, event);
 }
 
-QAction* BrennovalMain::command(const QString& name) const { return commands.value(name); }
-QAction* BrennovalMain::toolCommand(const QString& key) const { return tools.value(key); }
-QString BrennovalMain::statusText() const { return statusLabel->text(); }
-void BrennovalMain::setStatusText(const QString& text) { statusLabel->setText(text); }
+QAction* BrennovalMain::command(const QString& name) const {
+    return commands.value(name);
+}
+QAction* BrennovalMain::toolCommand(const QString& key) const {
+    return tools.value(key);
+}
+QString BrennovalMain::statusText() const {
+    return statusLabel->text();
+}
+void BrennovalMain::setStatusText(const QString& text) {
+    statusLabel->setText(text);
+}
 
 void BrennovalMain::closeEvent(QCloseEvent* event) {
     const QStringList names = Screens::loaded();

@@ -32,10 +32,20 @@ QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
 }
 
-void Dialogs::beep() { QApplication::beep(); }
+void Dialogs::beep() {
+    QApplication::beep();
+}
 
-Dialogs& Dialogs::current() { return *installed(); }
-void Dialogs::install(std::unique_ptr<Dialogs> dialogs) { installed() = std::move(dialogs); }
+Dialogs& Dialogs::current() {
+    return *installed();
+}
+void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
+    installed() = std::move(dialogs);
+}
 
-Hourglass::Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-Hourglass::~Hourglass() { QApplication::restoreOverrideCursor(); }
+Hourglass::Hourglass() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+Hourglass::~Hourglass() {
+    QApplication::restoreOverrideCursor();
+}

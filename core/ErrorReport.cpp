@@ -1,9 +1,9 @@
 #include "core/ErrorReport.h"
 
+#include "core/BrennovalMain.h"
 #include "core/Database.h"
 #include "core/Fault.h"
 #include "core/Gateway.h"
-#include "core/BrennovalMain.h"
 #include "core/Screens.h"
 #include "core/frmError.h"
 
@@ -16,7 +16,9 @@ namespace UtilityFunctions {
 
 namespace {
 
-QString trueOrFalse(bool value) { return value ? "True" : "False"; }
+QString trueOrFalse(bool value) {
+    return value ? "True" : "False";
+}
 
 /// Whether another copy of the program was running when this was first asked.
 bool previousInstance() {
@@ -30,9 +32,13 @@ bool previousInstance() {
 
 } // namespace
 
-QString ProgramFolder() { return QCoreApplication::applicationDirPath(); }
+QString ProgramFolder() {
+    return QCoreApplication::applicationDirPath();
+}
 
-QString ProgramVersion() { return QString("%1.%2").arg(BRENNOVAL_MAJOR).arg(BRENNOVAL_MINOR); }
+QString ProgramVersion() {
+    return QString("%1.%2").arg(BRENNOVAL_MAJOR).arg(BRENNOVAL_MINOR);
+}
 
 void ShowErrorText(const QString& text, const QString& module) {
     Screen* screen = Screens::load("frmError");
@@ -47,7 +53,8 @@ void ShowErrorText(const QString& text, const QString& module) {
 }
 
 void ReportError(std::int32_t number, const QString& description, const QString& dll, const QString& source,
-                 const QString& codeSource, Connection* connection1, Connection* connection2, const QString& module) {
+                 const QString& codeSource, Connection* connection1, Connection* connection2,
+                 const QString& module) {
     SetStatusText("Error");
     for (Connection* connection : {connection1, connection2})
         if (connection)
@@ -76,7 +83,8 @@ void ReportError(std::int32_t number, const QString& description, const QString&
 
 void Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
     const auto report = [&](std::int32_t number, const char* description, const QString& source) {
-        ReportError(number, QString::fromUtf8(description), "0", source, codeSource, nullptr, nullptr, module);
+        ReportError(number, QString::fromUtf8(description), "0", source, codeSource, nullptr, nullptr,
+                    module);
     };
     try {
         procedure();

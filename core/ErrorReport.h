@@ -12,8 +12,8 @@ namespace UtilityFunctions {
 /// The one failure path: closes the connections, builds the report of thirteen lines and shows it in
 /// frmError without waiting. The database password is masked in the system source.
 void ReportError(std::int32_t number, const QString& description, const QString& dll, const QString& source,
-                 const QString& codeSource, Connection* connection1 = nullptr, Connection* connection2 = nullptr,
-                 const QString& module = {});
+                 const QString& codeSource, Connection* connection1 = nullptr,
+                 Connection* connection2 = nullptr, const QString& module = {});
 
 /// Runs a procedure; any exception that leaves it becomes a ReportError under the given name.
 void Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module = {});

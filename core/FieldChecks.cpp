@@ -1,9 +1,9 @@
 #include "core/FieldChecks.h"
 
+#include "core/BrennovalMain.h"
 #include "core/Dialogs.h"
 #include "core/ErrorReport.h"
 #include "core/Gateway.h"
-#include "core/BrennovalMain.h"
 #include "core/Numbers.h"
 #include "core/Screens.h"
 #include "core/SessionStore.h"
@@ -22,9 +22,13 @@ const QColor errorBack(0xFF, 0xFF, 0x80);
 const QColor errorText(0xFF, 0, 0);
 const char* const markProperty = "fieldError";
 
-void showError(const QString& text) { Dialogs::current().show({text, "Error"}); }
+void showError(const QString& text) {
+    Dialogs::current().show({text, "Error"});
+}
 
-std::optional<double> numberIn(const QWidget* field) { return ParseNumber(FieldText(field).toStdString()); }
+std::optional<double> numberIn(const QWidget* field) {
+    return ParseNumber(FieldText(field).toStdString());
+}
 
 bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
     MarkField(field);
@@ -51,7 +55,9 @@ const Application& application(int index) {
 }
 constexpr int applications = 5;
 
-QString general(double value) { return QString::fromStdString(NumberText(value)); }
+QString general(double value) {
+    return QString::fromStdString(NumberText(value));
+}
 
 } // namespace
 
@@ -87,7 +93,9 @@ void UnmarkField(QWidget* field) {
     field->setProperty(markProperty, false);
 }
 
-bool IsMarked(const QWidget* field) { return field->property(markProperty).toBool(); }
+bool IsMarked(const QWidget* field) {
+    return field->property(markProperty).toBool();
+}
 
 bool ValidateNumeric(QWidget* field, bool showMessage) {
     if (FieldText(field).isEmpty()) {
@@ -152,7 +160,9 @@ bool ValidateItemSelected(QWidget* field, bool showMessage) {
     return false;
 }
 
-QString SqlEscape(const QString& text) { return QString(text).replace("'", "''"); }
+QString SqlEscape(const QString& text) {
+    return QString(text).replace("'", "''");
+}
 
 QString FractionConversion(double value) {
     const QString text = QString::fromStdString(NumberText(value));
@@ -179,7 +189,8 @@ std::int16_t GetNextNumber() {
         return next;
     Connection connection = openDatabase("User");
     Recordset rows;
-    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = '" + SqlEscape(jobID) + "'",
+    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = '" +
+                  SqlEscape(jobID) + "'",
               connection);
     if (!rows.AtEnd())
         next = ToInt16(rows["MaxTankNo"].number() + 1);
@@ -193,14 +204,16 @@ void CancelJobInput(const QString& jobID) {
             return;
         Connection connection = openDatabase("User");
         Recordset tanks;
-        tanks.Open("SELECT * FROM tblJobData INNER JOIN tblJobHeader ON tblJobData.JobID = tblJobHeader.JobID WHERE "
-                   "tblJobHeader.JobID = '" +
-                       SqlEscape(jobID) + "'",
-                   connection, CursorType::Keyset);
+        tanks.Open(
+            "SELECT * FROM tblJobData INNER JOIN tblJobHeader ON tblJobData.JobID = tblJobHeader.JobID WHERE "
+            "tblJobHeader.JobID = '" +
+                SqlEscape(jobID) + "'",
+            connection, CursorType::Keyset);
         if (!tanks.AtEnd())
             return;
         Recordset header;
-        header.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection, CursorType::Keyset);
+        header.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection,
+                    CursorType::Keyset);
         if (!header.AtEnd())
             header.Delete();
     });
@@ -220,15 +233,28 @@ void FormatScreen(Screen& screen) {
         return;
     window->adjustSize();
     const QSize space = BrennovalMain::instance()->area()->size();
-    window->move(std::max(0, (space.width() - window->width()) / 2), std::max(0, (space.height() - window->height()) / 2));
+    window->move(std::max(0, (space.width() - window->width()) / 2),
+                 std::max(0, (space.height() - window->height()) / 2));
 }
 
-void SetStatusBarText() { SetStatusText("Ordwick Company Brennoval Version " + ProgramVersion()); }
+void SetStatusBarText() {
+    SetStatusText("Ordwick Company Brennoval Version " + ProgramVersion());
+}
 
-QString AppNameExpansion() { return application(0).name; }
-QString AppNameThermal() { return application(1).name; }
-QString AppNameHydro() { return application(2).name; }
-QString AppNameShock() { return application(3).name; }
-QString AppNamePackage() { return application(4).name; }
+QString AppNameExpansion() {
+    return application(0).name;
+}
+QString AppNameThermal() {
+    return application(1).name;
+}
+QString AppNameHydro() {
+    return application(2).name;
+}
+QString AppNameShock() {
+    return application(3).name;
+}
+QString AppNamePackage() {
+    return application(4).name;
+}
 
 } // namespace UtilityFunctions

@@ -19,7 +19,8 @@ QString findFile(QString folder, const QString& name) {
     folder.replace('\\', '/');
 #endif
     const QDir directory(folder);
-    const QString asShipped = name == "brennovaluserdata.mdb" ? "BrennovalUserData.mdb" : "BrennovalSysData.mdb";
+    const QString asShipped =
+        name == "brennovaluserdata.mdb" ? "BrennovalUserData.mdb" : "BrennovalSysData.mdb";
     for (const QString& spelling : {asShipped, name})
         if (QFileInfo(directory.filePath(spelling)).isFile())
             return directory.filePath(spelling);
@@ -40,7 +41,9 @@ QString findFile(QString folder, const QString& name) {
 
 } // namespace
 
-QString DatabasePassword() { return "tinsplum"; }
+QString DatabasePassword() {
+    return "tinsplum";
+}
 
 Connection dbConnection(const QString& databaseName) {
     const QString fileName = databaseName == "User" ? "brennovaluserdata.mdb" : "brennovalsysdata.mdb";

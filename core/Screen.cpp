@@ -1,9 +1,9 @@
 #include "core/Screen.h"
 
+#include "core/BrennovalMain.h"
 #include "core/ErrorReport.h"
 #include "core/Fault.h"
 #include "core/FieldChecks.h"
-#include "core/BrennovalMain.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -13,7 +13,9 @@
 
 #include <algorithm>
 
-Screen::Screen(const QString& screenName) : screenName_(screenName) { setObjectName(screenName); }
+Screen::Screen(const QString& screenName) : screenName_(screenName) {
+    setObjectName(screenName);
+}
 
 void Screen::prepare() {
     for (QLineEdit* box : findChildren<QLineEdit*>())
@@ -105,7 +107,8 @@ Registry& registry() {
 
 Open* entry(const QString& name) {
     auto& open = registry().open;
-    const auto found = std::find_if(open.begin(), open.end(), [&](const Open& o) { return o.screen->name() == name; });
+    const auto found =
+        std::find_if(open.begin(), open.end(), [&](const Open& o) { return o.screen->name() == name; });
     return found == open.end() ? nullptr : &*found;
 }
 
@@ -128,7 +131,9 @@ void add(const QString& name, std::function<Screen*()> factory) {
     registry().factories.insert(name, std::move(factory));
 }
 
-bool known(const QString& name) { return registry().factories.contains(name); }
+bool known(const QString& name) {
+    return registry().factories.contains(name);
+}
 
 Screen* find(const QString& name) {
     const Open* open = entry(name);
@@ -147,6 +152,7 @@ Screen* load(const QString& name) {
         window = new ScreenWindow;
         window->setWidget(screen);
         window->setWindowTitle(screen->windowTitle());
+        window->setWindowIcon(QApplication::windowIcon());
         window->setAttribute(Qt::WA_DeleteOnClose, false);
         BrennovalMain::instance()->area()->addSubWindow(window);
         window->hide();
@@ -175,7 +181,8 @@ void show(const QString& name) {
     BrennovalMain::instance()->area()->setActiveSubWindow(window);
     if (first && (!screen->focusWidget() || !screen->isAncestorOf(QApplication::focusWidget())))
         for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
-            if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus)) {
+            if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
+                (next->focusPolicy() & Qt::TabFocus)) {
                 next->setFocus(Qt::TabFocusReason);
                 break;
             }

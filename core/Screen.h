@@ -30,7 +30,8 @@ class Screen : public QWidget {
     /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
     bool validateLeaving(QWidget* field);
     /// An entry box or other control by its name.
-    template<typename Control> Control* control(const QString& controlName) const {
+    template<typename Control>
+    Control* control(const QString& controlName) const {
         return findChild<Control*>(controlName);
     }
 

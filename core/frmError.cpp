@@ -14,4 +14,6 @@ frmError::frmError() : Screen("frmError") {
     });
 }
 
-void frmError::setReport(const QString& report) { lblTechSupport->setPlainText(report); }
+void frmError::setReport(const QString& report) {
+    lblTechSupport->setPlainText(report);
+}

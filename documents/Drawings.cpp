@@ -64,8 +64,9 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         const double x = rows["X"].number();
         const double y = rows["Y"].number();
         const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + rows["Ext"].text();
-        showPicture(box, file,
-                    FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
+        showPicture(
+            box, file,
+            FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
         path = file;
         return true;
     } catch (const Fault& fault) {

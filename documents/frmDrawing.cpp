@@ -27,7 +27,8 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
     imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
     QString path;
-    const bool loaded = UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
+    const bool loaded =
+        UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
     imgDrawing->setVisible(loaded);
     txtDrawing->setText(path);
     if (!loaded)

@@ -11,7 +11,9 @@ using namespace UtilityFunctions;
 
 namespace {
 
-void showSchedule(bool visible) { BrennovalMain::instance()->command("mnuSchedule")->setVisible(visible); }
+void showSchedule(bool visible) {
+    BrennovalMain::instance()->command("mnuSchedule")->setVisible(visible);
+}
 
 /// Fills an empty box with a default of the user, if there is one.
 void offer(QLineEdit* box, Recordset::Field fallback) {
@@ -77,21 +79,26 @@ void frmJobHeader::Load() {
     Dirty = false;
 }
 
-void frmJobHeader::Deactivate() { showSchedule(false); }
+void frmJobHeader::Deactivate() {
+    showSchedule(false);
+}
 
 bool frmJobHeader::ValidateJobID() {
     if (!Dirty || !ValidateValueEntered(txtJobID, false))
         return true;
     if (txtJobID->text() == "CONVERT") {
-        Dialogs::current().show({"This JobID is reserved for system use!\nPlease enter another value.", "Error"});
+        Dialogs::current().show(
+            {"This JobID is reserved for system use!\nPlease enter another value.", "Error"});
         txtJobID->setFocus();
         return false;
     }
     Connection connection = openDatabase("User");
     Recordset job;
-    job.Open("SELECT JobID FROM tblJobHeader WHERE JobID = '" + SqlEscape(txtJobID->text()) + "'", connection);
+    job.Open("SELECT JobID FROM tblJobHeader WHERE JobID = '" + SqlEscape(txtJobID->text()) + "'",
+             connection);
     if (!job.AtEnd()) {
-        Dialogs::current().show({"This job ID all ready exists!\nPlease change the entry", "Duplicate Entry!"});
+        Dialogs::current().show(
+            {"This job ID all ready exists!\nPlease change the entry", "Duplicate Entry!"});
         txtJobID->setFocus();
         return false;
     }
@@ -112,8 +119,9 @@ bool frmJobHeader::ValidateName(QLineEdit* field, const QString& table, const QS
     known.Open("SELECT * FROM " + table + " WHERE fldName = '" + SqlEscape(field->text()) + "'", connection);
     if (!known.AtEnd())
         return true;
-    const auto answer = Dialogs::current().show({question + "\nAdd it to the Engineer list?", "New", QMessageBox::Question,
-                                                 QMessageBox::Ok | QMessageBox::Cancel});
+    const auto answer =
+        Dialogs::current().show({question + "\nAdd it to the Engineer list?", "New", QMessageBox::Question,
+                                 QMessageBox::Ok | QMessageBox::Cancel});
     if (answer == QMessageBox::Ok) {
         Recordset names;
         names.Open(table, connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
@@ -139,7 +147,8 @@ void frmJobHeader::SaveRecord() {
         job.AddNew();
         job["JobID"] = jobID;
     } else {
-        job.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection, CursorType::Keyset);
+        job.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection,
+                 CursorType::Keyset);
     }
     job["JobDscrptn"] = txtJobDscrptn->text();
     job["Engineer"] = txtEng->text();
@@ -174,9 +183,9 @@ void frmJobHeader::Cancel() {
 
 bool frmJobHeader::QueryUnload() {
     if (!txtJobID->text().isEmpty() && Dirty) {
-        const auto answer =
-            Dialogs::current().show({"Record has not been saved!\nWould you like to save the record?", "Save?",
-                                     QMessageBox::Question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
+        const auto answer = Dialogs::current().show(
+            {"Record has not been saved!\nWould you like to save the record?", "Save?", QMessageBox::Question,
+             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
         if (answer == QMessageBox::Cancel)
             return false;
         if (answer == QMessageBox::Yes)

@@ -103,8 +103,9 @@ void frmJobConditions::AdaptToApplication() {
         cmboFluidType->setEnabled(false);
         lblHeader->setText("Enter Job Conditions For Thermal Expansion Tank...");
     } else if (application == AppNameHydro()) {
-        for (QWidget* hidden : std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOT,
-                                                               lblSOTMin, lblSOTMax, cmboFluidType, lblFluidType})
+        for (QWidget* hidden :
+             std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOT,
+                                             lblSOTMin, lblSOTMax, cmboFluidType, lblFluidType})
             hidden->hide();
         txtSOTMin->setText("0"); // hidden values that pass the checks
         txtSOTMax->setText("1");
@@ -128,7 +129,9 @@ void frmJobConditions::ShowLimits() {
 
 FluidLimits frmJobConditions::LimitsInForce() const {
     const QString application = Session::TankClass.text();
-    return application == AppNameExpansion() ? limits : application == AppNameThermal() ? thermalLimits : noLimits;
+    return application == AppNameExpansion() ? limits
+           : application == AppNameThermal() ? thermalLimits
+                                             : noLimits;
 }
 
 bool frmJobConditions::CheckTemperature(QLineEdit* box) {
@@ -209,7 +212,8 @@ void frmJobConditions::Cancel() {
     const Hourglass hourglass;
     Tag = "1";
     CancelJobInput(lblJobID->text());
-    for (const char* opened : {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"})
+    for (const char* opened :
+         {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"})
         Screens::unload(opened);
     Screens::unload(name());
 }

@@ -74,7 +74,8 @@ void frmResults::ShowTankLine(const QString& tankID) {
 void frmResults::ShowModel() {
     Connection connection = openDatabase("Sys");
     Recordset model;
-    model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(txtModelNo->text()) + "'", connection);
+    model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(txtModelNo->text()) + "'",
+               connection);
     QString drawing;
     QString application;
     if (!model.AtEnd()) {
@@ -97,8 +98,8 @@ void frmResults::ShowModel() {
         txtDrawing->setVisible(!loaded);
     }
     if (application == "HYD") {
-        for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin, txtSOTMax,
-                                                               lblFluidType, txtSysFluidType})
+        for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin,
+                                                               txtSOTMax, lblFluidType, txtSysFluidType})
             hidden->hide();
         lblSysVolume->setText("Drawdown");
     }
@@ -115,7 +116,9 @@ void frmResults::Activate() {
     SetStatusText("View results");
 }
 
-void frmResults::Deactivate() { BrennovalMain::instance()->command("mnuSchedule")->setVisible(false); }
+void frmResults::Deactivate() {
+    BrennovalMain::instance()->command("mnuSchedule")->setVisible(false);
+}
 
 bool frmResults::QueryUnload() {
     SetStatusBarText();

@@ -42,15 +42,17 @@ constexpr Series allSeries[] = {
     {"OptJWG", "JWG", "JWG"},
 };
 
-QString numberText(double value) { return QString::fromStdString(NumberText(value)); }
+QString numberText(double value) {
+    return QString::fromStdString(NumberText(value));
+}
 
 /// The expansion of water from the table; 0 when the maximum temperature is above its last row.
 double waterExpansion(const SystemConditions& conditions) {
     Connection connection = openDatabase("Sys");
     Recordset factor;
     factor.Open("SELECT [" + QString::number(ExpansionColumn(conditions.minimumTemperature)) +
-                    "] AS minSOT FROM tblExpFactor WHERE SOTMax >= " + numberText(conditions.maximumTemperature) +
-                    " ORDER BY SOTMax",
+                    "] AS minSOT FROM tblExpFactor WHERE SOTMax >= " +
+                    numberText(conditions.maximumTemperature) + " ORDER BY SOTMax",
                 connection);
     return factor.AtEnd() ? 0 : factor["minSOT"].number();
 }
@@ -100,7 +102,8 @@ void frmTankSeries::Load() {
     lblHeader->setText("Select series");
     if (Session::TankClass.read(application)) {
         lblHeader->setText("Select series of " + application);
-        parentWidget() ? parentWidget()->setWindowTitle(lblHeader->text()) : setWindowTitle(lblHeader->text());
+        parentWidget() ? parentWidget()->setWindowTitle(lblHeader->text())
+                       : setWindowTitle(lblHeader->text());
     }
     ShowFrame(application);
     if (hasTank) {
@@ -142,8 +145,9 @@ void frmTankSeries::StoreSizes() {
         Recordset tank;
         tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
         if (!tank.AtEnd()) {
-            conditions = {tank["SOTMin"].number(), tank["SOTMax"].number(),      tank["SOPMin"].number(),
-                          tank["SOPMax"].number(), tank["AtmPressure"].number(), tank["TotSysVolume"].number()};
+            conditions = {tank["SOTMin"].number(),      tank["SOTMax"].number(),
+                          tank["SOPMin"].number(),      tank["SOPMax"].number(),
+                          tank["AtmPressure"].number(), tank["TotSysVolume"].number()};
             fluid = tank["SysFluidType"].text();
         }
     }
@@ -152,16 +156,19 @@ void frmTankSeries::StoreSizes() {
     if (Session::Mode.text() == "Convert") {
         sizes = ConvertedTankSizes(conditions);
     } else {
-        const double expansion = fluid == "Water" ? waterExpansion(conditions)
-                                                  : FluidExpansionFactor(fluid.toStdString(), conditions.minimumTemperature,
-                                                                         conditions.maximumTemperature);
+        const double expansion =
+            fluid == "Water" ? waterExpansion(conditions)
+                             : FluidExpansionFactor(fluid.toStdString(), conditions.minimumTemperature,
+                                                    conditions.maximumTemperature);
         const double acceptance = AcceptanceFactor(conditions, series == "RB");
-        sizes = Session::TankClass.text() == AppNameHydro() ? HydropneumaticTankSizes(conditions, acceptance)
-                                                            : ExpansionTankSizes(conditions, expansion, acceptance);
+        sizes = Session::TankClass.text() == AppNameHydro()
+                    ? HydropneumaticTankSizes(conditions, acceptance)
+                    : ExpansionTankSizes(conditions, expansion, acceptance);
     }
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(lblTankID->text()) + "'", connection, CursorType::Keyset);
+    tank.Open("SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(lblTankID->text()) + "'", connection,
+              CursorType::Keyset);
     if (tank.AtEnd())
         return;
     tank["TankClass"] = series;

@@ -14,7 +14,9 @@ using namespace UtilityFunctions;
 
 namespace {
 
-QString numberText(double value) { return QString::fromStdString(NumberText(value)); }
+QString numberText(double value) {
+    return QString::fromStdString(NumberText(value));
+}
 
 } // namespace
 
@@ -27,7 +29,8 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
     on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
-    connect(lvOptions, &QTreeWidget::itemDoubleClicked, this, [this] { trap(".lvOptions", [this] { Next(); }); });
+    connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
+            [this] { trap(".lvOptions", [this] { Next(); }); });
 }
 
 void frmtankselection::Load() {
@@ -88,28 +91,33 @@ void frmtankselection::FindTanks(const QString& sizeColumn, const QString& /*pro
         [&](int quantity) -> std::optional<double> {
             const QString times = " * " + QString::number(quantity) + " >= ";
             const QString acceptance =
-                sizeColumn == "AcceptanceVolume" ? "AcceptanceVolume" + times + numberText(requiredAcceptance) + " AND " : "";
+                sizeColumn == "AcceptanceVolume"
+                    ? "AcceptanceVolume" + times + numberText(requiredAcceptance) + " AND "
+                    : "";
             Recordset smallest;
-            smallest.Open("SELECT Min(" + sizeColumn + ") AS MinAccVol FROM tblModelMaster WHERE " + acceptance + "TankVolume" +
-                              times + numberText(requiredVolume) + " GROUP BY Class HAVING CLASS = '" + series + "'",
+            smallest.Open("SELECT Min(" + sizeColumn + ") AS MinAccVol FROM tblModelMaster WHERE " +
+                              acceptance + "TankVolume" + times + numberText(requiredVolume) +
+                              " GROUP BY Class HAVING CLASS = '" + series + "'",
                           catalogue);
             return smallest.AtEnd() ? std::nullopt : std::optional(smallest["MinAccVol"].number());
         },
         [&](double size) {
             std::vector<TankOption> options;
             Recordset models;
-            models.Open("SELECT * FROM tblModelMaster WHERE " + sizeColumn + " = " + numberText(size) + " AND Class = '" +
-                            SqlEscape(series) + "'",
+            models.Open("SELECT * FROM tblModelMaster WHERE " + sizeColumn + " = " + numberText(size) +
+                            " AND Class = '" + SqlEscape(series) + "'",
                         catalogue);
             for (; !models.AtEnd(); models.MoveNext())
-                options.push_back({0, models["ModelDscrptn"].text().toStdString(), models["TankVolume"].number(),
-                                   models["TankOD"].number(), models["OAL"].number()});
+                options.push_back({0, models["ModelDscrptn"].text().toStdString(),
+                                   models["TankVolume"].number(), models["TankOD"].number(),
+                                   models["OAL"].number()});
             return options;
         }};
     for (const TankOption& option : SearchModels(source))
-        lvOptions->addTopLevelItem(new QTreeWidgetItem(
-            {QString::number(option.quantity), QString::fromStdString(option.model),
-             numberText(option.tankVolume) + " gal " + numberText(option.diameter) + " X " + numberText(option.length)}));
+        lvOptions->addTopLevelItem(
+            new QTreeWidgetItem({QString::number(option.quantity), QString::fromStdString(option.model),
+                                 numberText(option.tankVolume) + " gal " + numberText(option.diameter) +
+                                     " X " + numberText(option.length)}));
     if (lvOptions->topLevelItemCount() > 0)
         lvOptions->setCurrentItem(lvOptions->topLevelItem(0));
     for (int column = 0; column < lvOptions->columnCount(); ++column)
@@ -124,7 +132,8 @@ void frmtankselection::SaveRecord() {
     const Hourglass hourglass;
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(lblTankID->text()) + "'", connection, CursorType::Keyset);
+    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(lblTankID->text()) + "'", connection,
+              CursorType::Keyset);
     if (tank.AtEnd())
         return;
     tank["Qty"] = chosen->text(0);

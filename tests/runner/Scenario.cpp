@@ -16,6 +16,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets>
 
+#include <algorithm>
 #include <iostream>
 
 namespace {
@@ -24,7 +25,9 @@ struct Failure {
     QString what;
 };
 
-[[noreturn]] void fail(const QString& what) { throw Failure{what}; }
+[[noreturn]] void fail(const QString& what) {
+    throw Failure{what};
+}
 
 void expectEqual(const QString& what, const QString& expected, const QString& found) {
     if (expected != found)
@@ -48,15 +51,19 @@ class ScriptedDialogs : public Dialogs {
         const Answer answer = answers.takeFirst();
         if (!answer.anyText && answer.text != message.text)
             problem = "the message box shows \"" + message.text + "\" instead of \"" + answer.text + "\"";
-        const QHash<QString, QMessageBox::StandardButton> buttons = {
-            {"OK", QMessageBox::Ok}, {"Cancel", QMessageBox::Cancel}, {"Yes", QMessageBox::Yes}, {"No", QMessageBox::No}};
+        const QHash<QString, QMessageBox::StandardButton> buttons = {{"OK", QMessageBox::Ok},
+                                                                     {"Cancel", QMessageBox::Cancel},
+                                                                     {"Yes", QMessageBox::Yes},
+                                                                     {"No", QMessageBox::No}};
         const auto button = buttons.value(answer.button, QMessageBox::NoButton);
         if (!(message.buttons & button))
             problem = "the message box has no button " + answer.button;
         return button;
     }
 
-    QString openFile(const QString&, const QString&) override { return files.isEmpty() ? QString() : files.takeFirst(); }
+    QString openFile(const QString&, const QString&) override {
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
     void beep() override { ++beeps; }
 
     QList<Answer> answers;
@@ -186,7 +193,8 @@ class Player {
         return found;
     }
 
-    template<typename Control = QWidget> static Control* control(const QString& path) {
+    template<typename Control = QWidget>
+    static Control* control(const QString& path) {
         auto* found = screen(path.section('.', 0, 0))->control<Control>(path.section('.', 1));
         if (!found)
             fail("there is no control " + path);
@@ -259,8 +267,18 @@ class Player {
             QWidget* focus = QApplication::focusWidget();
             QWidget* window = focus ? focus->window() : BrennovalMain::instance();
             QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
+            // A mnemonic shows its button pressed for a moment before it clicks it.
+            if (!QTest::qWaitFor([] { return !buttonIsDown(); }, 5000))
+                fail("a button stays pressed");
             settle();
         }
+    }
+
+    static bool buttonIsDown() {
+        return std::ranges::any_of(QApplication::allWidgets(), [](QWidget* widget) {
+            auto* button = dynamic_cast<QAbstractButton*>(widget);
+            return button && button->isDown();
+        });
     }
 
     void pick(Words w) {
@@ -315,7 +333,8 @@ class Player {
     void expectHint(Words w) { expectEqual(w[0], w[1], control(w[0])->toolTip()); }
     void expectFocus(Words w) {
         QWidget* focus = QApplication::focusWidget();
-        require(focus == control(w[0]), "the focus is at " + (focus ? focus->objectName() : QString("nothing")));
+        require(focus == control(w[0]),
+                "the focus is at " + (focus ? focus->objectName() : QString("nothing")));
     }
     void expectScreen(Words w) { require(screen(w[0])->isVisible(), w[0] + " is not visible"); }
     void expectClosed(Words w) { require(!Screens::find(w[0]), w[0] + " is open"); }
@@ -347,7 +366,8 @@ class Player {
     void expectBeep(Words) { require(std::exchange(dialogs->beeps, 0) > 0, "there was no beep"); }
     void expectSession(Words w) {
         QString text;
-        UtilityFunctions::GetRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(), w[0], text);
+        UtilityFunctions::GetRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
+                                      w[0], text);
         expectEqual(w[0], w[1], text);
     }
     void expectSql(Words w) {

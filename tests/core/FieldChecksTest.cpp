@@ -1,0 +1,164 @@
+#include "core/FieldChecks.h"
+#include "core/BrennovalMain.h"
+#include "core/Dialogs.h"
+#include "core/Gateway.h"
+#include "core/SessionStore.h"
+#include "tests/TemporaryHome.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+class Recorder : public Dialogs {
+  public:
+    QMessageBox::StandardButton show(const Message& message) override {
+        last() = message.title + ": " + message.text;
+        return QMessageBox::Ok;
+    }
+    static QString& last() {
+        static QString text;
+        return text;
+    }
+};
+
+class FieldChecks : public testing::Test {
+  protected:
+    FieldChecks() {
+        Dialogs::install(std::make_unique<Recorder>());
+        Recorder::last().clear();
+    }
+    ~FieldChecks() override { Dialogs::install(std::make_unique<Dialogs>()); }
+
+    QLineEdit field;
+    QLineEdit other;
+};
+
+} // namespace
+
+TEST_F(FieldChecks, Numeric) {
+    const struct {
+        const char* text;
+        bool passes;
+        const char* message;
+    } cases[] = {{"12", true, ""},
+                 {"0", true, ""},
+                 {"1,234.5", true, ""},
+                 {"abc", false, "Error: Please enter a valid numeric value!"},
+                 {"1,5", false, "Error: Please enter a valid numeric value!"},
+                 {"-.5", false, "Error: Please enter a positive number!"}};
+    for (const auto& c : cases) {
+        Recorder::last().clear();
+        field.setText(c.text);
+        EXPECT_EQ(ValidateNumeric(&field, true), c.passes) << c.text;
+        EXPECT_EQ(IsMarked(&field), !c.passes) << c.text;
+        EXPECT_EQ(Recorder::last().toStdString(), c.message);
+        EXPECT_EQ(field.text(), c.text);
+    }
+    EXPECT_EQ(field.palette().color(QPalette::Base), QColor(255, 255, 128));
+    EXPECT_EQ(field.palette().color(QPalette::Text), QColor(255, 0, 0));
+}
+
+TEST_F(FieldChecks, NumericEmptyAndSilent) {
+    field.clear();
+    EXPECT_TRUE(ValidateNumeric(&field, true));
+    EXPECT_EQ(field.text(), "0");
+    field.setText("abc");
+    EXPECT_FALSE(ValidateNumeric(&field, false));
+    EXPECT_EQ(field.text(), "0");
+    EXPECT_TRUE(IsMarked(&field));
+    EXPECT_EQ(Recorder::last(), "");
+}
+
+TEST_F(FieldChecks, MinMaxAndRange) {
+    const std::pair<const char*, bool> cases[] = {
+        {"0", true}, {"5", true}, {"10", true}, {"10.01", false}, {"4.99", false}};
+    for (const auto& [text, passes] : cases) {
+        field.setText(text);
+        EXPECT_EQ(ValidateMinMax(&field, 5, 10), passes) << text;
+    }
+    EXPECT_EQ(Recorder::last(), "Error: Please enter a value between 5 and 10.");
+    field.setText("5");
+    other.setText("5");
+    EXPECT_FALSE(ValidateValueRange(&field, &other));
+    EXPECT_TRUE(IsMarked(&field) && IsMarked(&other));
+    EXPECT_EQ(Recorder::last(), "Error: The maximum value must be greater than the minimum value!");
+    other.setText("5.1");
+    EXPECT_TRUE(ValidateValueRange(&field, &other));
+    EXPECT_FALSE(IsMarked(&field) || IsMarked(&other));
+}
+
+TEST_F(FieldChecks, EnteredAndSelected) {
+    EXPECT_FALSE(ValidateValueEntered(&field, false));
+    EXPECT_FALSE(IsMarked(&field));
+    EXPECT_FALSE(ValidateValueEntered(&field, true));
+    EXPECT_TRUE(IsMarked(&field));
+    QComboBox box;
+    EXPECT_FALSE(ValidateItemSelected(&box, false));
+    EXPECT_TRUE(IsMarked(&box));
+    box.addItem("Water");
+    EXPECT_TRUE(ValidateItemSelected(&box, true));
+    EXPECT_FALSE(IsMarked(&box));
+}
+
+TEST(SharedServices, FractionsOfInches) {
+    const TemporaryHome home;
+    home.installData();
+    const std::pair<double, const char*> cases[] = {
+        {24, "24\""}, {1.25, "1-1/4\""}, {.5, ".5\""}, {12.37, "12-\""}, {2.0625, "2-1/16\""}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(FractionConversion(value).toStdString(), text);
+}
+
+TEST(SharedServices, NextNumberAndCancelledJobs) {
+    const TemporaryHome home;
+    home.installData();
+    EXPECT_EQ(GetNextNumber(), 1);
+    Session::JobID.write("O'Brien");
+    EXPECT_EQ(GetNextNumber(), 1);
+    Connection user = openDatabase("User");
+    for (const char* sql : {"INSERT INTO tblJobHeader (JobID) VALUES ('O''Brien')",
+                            "INSERT INTO tblJobHeader (JobID) VALUES ('Empty')",
+                            "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('a', 1, 'O''Brien')",
+                            "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('b', 3, 'O''Brien')"})
+        Recordset().Open(sql, user);
+    EXPECT_EQ(GetNextNumber(), 4);
+    const auto headers = [&user] {
+        Recordset rows;
+        rows.Open("SELECT COUNT(*) AS N FROM tblJobHeader", user);
+        return rows["N"].number();
+    };
+    CancelJobInput("Empty"); // without a mode nothing happens
+    EXPECT_EQ(headers(), 2);
+    Session::Mode.write("New");
+    CancelJobInput("Empty");
+    CancelJobInput("O'Brien");
+    CancelJobInput("");
+    EXPECT_EQ(headers(), 1);
+}
+
+TEST(SharedServices, HelpContextOfTheApplication) {
+    const TemporaryHome home;
+    home.installData();
+    EXPECT_EQ(SetHelpContext(), 0);
+    Session::TankClass.write(AppNameHydro());
+    EXPECT_EQ(SetHelpContext(), 103);
+    Session::TankClass.write("hydro");
+    EXPECT_EQ(SetHelpContext(), 0);
+}
+
+TEST(MainWindow, HasAllCommandsAndDisablesWhatIsNotThere) {
+    const BrennovalMain window;
+    EXPECT_EQ(window.windowTitle(), "Ordwick Company Brennoval Version 1.0");
+    EXPECT_EQ(window.command("mnuClose")->shortcut(), QKeySequence("Ctrl+M"));
+    EXPECT_EQ(window.command("mnuConvert")->property("helpContext"), 303);
+    EXPECT_FALSE(window.command("mnuPrint")->isEnabled());
+    EXPECT_EQ(window.command("mnuPrint")->toolTip(), "Not available yet");
+    EXPECT_FALSE(window.command("mnuSchedule")->isVisible());
+    EXPECT_TRUE(window.toolCommand("Exit")->isEnabled());
+    EXPECT_EQ(window.toolCommand("Close")->toolTip(), "Close");
+}
