@@ -112,6 +112,17 @@ Open* entry(const QString& name) {
     return found == open.end() ? nullptr : &*found;
 }
 
+/// Gives the focus to the first field in tab order, or to the screen when it has none.
+void focusFirstField(Screen* screen) {
+    for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
+        if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
+            (next->focusPolicy() & Qt::TabFocus)) {
+            next->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    screen->setFocus();
+}
+
 /// The frame of a screen inside the main window.
 class ScreenWindow : public QMdiSubWindow {
   public:
@@ -179,13 +190,8 @@ void show(const QString& name) {
         UtilityFunctions::FormatScreen(*screen);
     window->showNormal();
     BrennovalMain::instance()->area()->setActiveSubWindow(window);
-    if (first && (!screen->focusWidget() || !screen->isAncestorOf(QApplication::focusWidget())))
-        for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
-            if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
-                (next->focusPolicy() & Qt::TabFocus)) {
-                next->setFocus(Qt::TabFocusReason);
-                break;
-            }
+    if (first)
+        focusFirstField(screen);
 }
 
 void open(const QString& name) {

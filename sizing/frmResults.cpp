@@ -87,6 +87,7 @@ void frmResults::ShowModel() {
         txtTankVolume->setText(formatted(model["TankVolume"], "#,## gal"));
         txtTankSysConn->setText(model["SysConnStd"].text());
         txtBladderType->setText((model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text());
+        txtBladderType->setCursorPosition(0);
         drawing = model["TankDraw"].text();
         application = model["App"].text();
     }
