@@ -9,11 +9,3 @@ class Application : public QApplication {
     using QApplication::QApplication;
     bool notify(QObject* receiver, QEvent* event) override;
 };
-
-/// The one look of the program: palette and style.
-namespace Appearance {
-enum class Scheme { Light, Dark };
-/// The scheme of the desktop.
-Scheme systemScheme();
-void apply(Scheme scheme);
-} // namespace Appearance

@@ -1,8 +1,10 @@
 #include "core/BrennovalMain.h"
 
+#include "core/Appearance.h"
 #include "core/Dialogs.h"
 #include "core/ErrorReport.h"
 #include "core/FieldChecks.h"
+#include "core/LockKeys.h"
 #include "core/Screens.h"
 
 #include <QAction>
@@ -13,6 +15,8 @@
 #include <QLocale>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -77,24 +81,25 @@ constexpr MenuEntry menuTree[] = {
 
 struct ToolEntry {
     const char* key; // empty for a separator
+    const char* icon;
     const char* caption;
     const char* toolTip;
     const char* command;
 };
 
 constexpr ToolEntry toolbarEntries[] = {
-    {"NewJob", "New", "Spec a new job...", "mnuNewJob"},
-    {"EditJob", "Edit", "Edit an existing job...", "mnuEditJob"},
-    {"ConvertSteel", "Convert", "Convert steel tank to bladder tank...", "mnuConvert"},
-    {"DeleteJob", "Delete", "Delete Job or Tanks...", "mnuDeleteJob"},
-    {"", "", "", ""},
-    {"Contractors", "Contractors", "Maintain Contractors...", "mnuContractors"},
-    {"Engineers", "Engineers", "Maintain Engineers...", "mnuEngineers"},
-    {"", "", "", ""},
-    {"Help", "Help", "Help", "mnuHelpSub"},
-    {"WebSite", "Web site", "Go to website", "mnuWebSite"},
-    {"Close", "Close", "Close", "mnuClose"},
-    {"Exit", "Exit", "Exit Brennoval", "mnuExit"},
+    {"NewJob", "new", "New", "Spec a new job...", "mnuNewJob"},
+    {"EditJob", "edit", "Edit", "Edit an existing job...", "mnuEditJob"},
+    {"ConvertSteel", "convert", "Convert", "Convert steel tank to bladder tank...", "mnuConvert"},
+    {"DeleteJob", "delete", "Delete", "Delete Job or Tanks...", "mnuDeleteJob"},
+    {"", "", "", "", ""},
+    {"Contractors", "contractors", "Contractors", "Maintain Contractors...", "mnuContractors"},
+    {"Engineers", "engineers", "Engineers", "Maintain Engineers...", "mnuEngineers"},
+    {"", "", "", "", ""},
+    {"Help", "help", "Help", "Help", "mnuHelpSub"},
+    {"WebSite", "web", "Web site", "Go to website", "mnuWebSite"},
+    {"Close", "close", "Close", "Close", "mnuClose"},
+    {"Exit", "exit", "Exit", "Exit Brennoval", "mnuExit"},
 };
 
 const QString notAvailable = QStringLiteral("Not available yet");
@@ -131,8 +136,37 @@ void exitProgram() {
     const BrennovalMain& window = *BrennovalMain::instance();
     if (!window.isMinimized())
         savePosition(window);
-    QApplication::quit();
+    QApplication::exit(0); // not quit, which would ask the screens once more and stop at a refusal
 }
+
+/// The area of the screens, with the program's mark quietly in its middle.
+class FrameArea : public QMdiArea {
+  public:
+    using QMdiArea::QMdiArea;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QMdiArea::paintEvent(event);
+        QPainter painter(viewport());
+        const QColor back = palette().color(QPalette::Mid);
+        const QColor ink = palette().color(QPalette::WindowText);
+        const auto quiet = [&](float share) {
+            return QColor::fromRgbF(back.redF() + (ink.redF() - back.redF()) * share,
+                                    back.greenF() + (ink.greenF() - back.greenF()) * share,
+                                    back.blueF() + (ink.blueF() - back.blueF()) * share);
+        };
+        constexpr int size = 220;
+        const QRect space = viewport()->rect();
+        Appearance::drawMark(painter, QRect(space.center() - QPoint(size / 2, size / 2 + 20), QSize(size, size)),
+                             quiet(.12F), Qt::transparent, .4);
+        QFont font = painter.font();
+        font.setPointSizeF(font.pointSizeF() * 2);
+        font.setLetterSpacing(QFont::AbsoluteSpacing, 4);
+        painter.setFont(font);
+        painter.setPen(quiet(.3F));
+        painter.drawText(space.adjusted(0, size + 30, 0, 0), Qt::AlignCenter, QStringLiteral("Brennoval"));
+    }
+};
 
 } // namespace
 
@@ -149,7 +183,7 @@ BrennovalMain* BrennovalMain::instance() {
     return theMainWindow();
 }
 
-BrennovalMain::BrennovalMain() : mdiArea(new QMdiArea(this)) {
+BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     theMainWindow() = this;
     setObjectName("BrennovalMain");
     Commands::set("mnuClose", closeActiveScreen);
@@ -168,7 +202,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new QMdiArea(this)) {
     buildStatusBar();
     setWindowTitle("Ordwick Company Brennoval Version " + UtilityFunctions::ProgramVersion());
     UtilityFunctions::SetStatusBarText();
-    resize(1100, 760);
+    resize(1180, 800);
     qApp->installEventFilter(this);
 }
 
@@ -230,14 +264,15 @@ void BrennovalMain::buildToolbar() {
     QToolBar* bar = addToolBar("Tools");
     bar->setObjectName("tbToolbar");
     bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setIconSize({24, 24});
     for (const ToolEntry& entry : toolbarEntries) {
         if (!*entry.key) {
             bar->addSeparator();
             continue;
         }
         QAction* target = command(entry.command);
-        QAction* action = bar->addAction(entry.caption);
+        QAction* action = bar->addAction(Appearance::icon(entry.icon), entry.caption);
         action->setEnabled(target->isEnabled());
         action->setToolTip(target->isEnabled() ? QString(entry.toolTip)
                                                : entry.toolTip + (" " + notAvailable));
@@ -261,7 +296,7 @@ void BrennovalMain::buildStatusBar() {
                                                 {Qt::Key_ScrollLock, "SCRL"}};
     for (const auto& [key, text] : keys) {
         auto* label = new QLabel(text, bar);
-        label->setEnabled(false);
+        label->setEnabled(LockKeyOn(key).value_or(false));
         bar->addPermanentWidget(label);
         keyLabels.insert(key, label);
     }
@@ -278,12 +313,14 @@ void BrennovalMain::updateClock() {
 }
 
 void BrennovalMain::toggleKey(int key) {
-    if (QLabel* label = keyLabels.value(key))
-        label->setEnabled(!label->isEnabled());
+    QLabel* label = keyLabels.value(key);
+    if (!label)
+        return;
+    label->setEnabled(LockKeyOn(key).value_or(!label->isEnabled()));
 }
 
 bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && object->isWindowType()) // once a stroke, not once a receiver
+    if (event->type() == QEvent::KeyRelease && object->isWindowType()) // once a stroke, not once a receiver
         toggleKey(static_cast<QKeyEvent*>(event)->key());
     return QMainWindow::eventFilter(object, event);
 }

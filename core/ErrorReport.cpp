@@ -11,6 +11,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QLockFile>
+#include <QStandardPaths>
 
 namespace UtilityFunctions {
 
@@ -20,20 +21,43 @@ QString trueOrFalse(bool value) {
     return value ? "True" : "False";
 }
 
-/// Whether another copy of the program was running when this was first asked.
-bool previousInstance() {
-    static QLockFile lock(QDir::temp().filePath("brennoval-running.lock"));
-    static const bool other = [] {
-        lock.setStaleLockTime(0);
-        return !lock.tryLock(0);
-    }();
-    return other;
+/// Runs a procedure; true when it failed, and the failure has been reported.
+bool fails(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
+    const auto report = [&](std::int32_t number, const char* description, const QString& source) {
+        ReportError(number, QString::fromUtf8(description), "0", source, codeSource, nullptr, nullptr,
+                    module);
+    };
+    try {
+        procedure();
+        return false;
+    } catch (const AlreadyReported&) {
+        return true;
+    } catch (const Fault& fault) {
+        report(fault.number(), fault.what(), QString::fromStdString(fault.source()));
+    } catch (const std::bad_alloc& error) {
+        constexpr std::int32_t outOfMemory = 7;
+        report(outOfMemory, error.what(), "Brennoval");
+    } catch (const std::exception& error) {
+        constexpr std::int32_t internalError = 51;
+        report(internalError, error.what(), "Brennoval");
+    }
+    return true;
 }
 
 } // namespace
 
 QString ProgramFolder() {
     return QCoreApplication::applicationDirPath();
+}
+
+bool PreviousInstance() {
+    static QLockFile lock(QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
+                              .filePath("brennoval-" + QDir::home().dirName() + ".lock"));
+    static const bool other = [] {
+        lock.setStaleLockTime(0);
+        return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
+    }();
+    return other;
 }
 
 QString ProgramVersion() {
@@ -75,30 +99,19 @@ void ReportError(std::int32_t number, const QString& description, const QString&
         "Path: " + ProgramFolder(),
         "File Description:Brennoval, electronic catalog tool and expansion tank selection software",
         QString("Instance:%1").arg(QCoreApplication::applicationPid()),
-        "PrevInstance:" + trueOrFalse(previousInstance()),
+        "PrevInstance:" + trueOrFalse(PreviousInstance()),
         QString("Other: Qt %1, %2").arg(qVersion(), QGuiApplication::platformName()),
     };
     ShowErrorText(lines.join("\r\n") + "\r\n", module);
 }
 
 void Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
-    const auto report = [&](std::int32_t number, const char* description, const QString& source) {
-        ReportError(number, QString::fromUtf8(description), "0", source, codeSource, nullptr, nullptr,
-                    module);
-    };
-    try {
-        procedure();
-    } catch (const AlreadyReported&) {
-        return;
-    } catch (const Fault& fault) {
-        report(fault.number(), fault.what(), QString::fromStdString(fault.source()));
-    } catch (const std::bad_alloc& error) {
-        constexpr std::int32_t outOfMemory = 7;
-        report(outOfMemory, error.what(), "Brennoval");
-    } catch (const std::exception& error) {
-        constexpr std::int32_t internalError = 51;
-        report(internalError, error.what(), "Brennoval");
-    }
+    fails(codeSource, procedure, module);
+}
+
+void Procedure(const QString& codeSource, const std::function<void()>& procedure) {
+    if (fails(codeSource, procedure, {}))
+        throw AlreadyReported{};
 }
 
 } // namespace UtilityFunctions

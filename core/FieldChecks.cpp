@@ -173,7 +173,7 @@ QString FractionConversion(double value) {
         if (point < 1) // a value below one stays as it is written
             return;
         const QString fraction = text.mid(point);
-        const double whole = value - ToDouble(fraction.toStdString());
+        const double whole = Round(value - ToDouble(fraction.toStdString()), 0); // no dust of the subtraction
         Connection connection = openDatabase("Sys");
         Recordset rows;
         rows.Open("SELECT * FROM tblFractionConversion WHERE DecimalValue = " + fraction, connection);

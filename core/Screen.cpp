@@ -1,5 +1,6 @@
 #include "core/Screen.h"
 
+#include "core/Appearance.h"
 #include "core/BrennovalMain.h"
 #include "core/ErrorReport.h"
 #include "core/Fault.h"
@@ -22,15 +23,37 @@ void Screen::prepare() {
         box->installEventFilter(this);
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         box->installEventFilter(this);
+    for (QAbstractButton* button : findChildren<QAbstractButton*>())
+        if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
+            button->setIcon(Appearance::icon(icon));
+}
+
+void Screen::makeUnavailable(QAbstractButton* button) {
+    button->setEnabled(false);
+    const QString hint = button->toolTip();
+    button->setToolTip(hint.isEmpty() ? "Not available yet" : hint + ": Not available yet");
 }
 
 void Screen::trap(const QString& procedure, const std::function<void()>& body) const {
     UtilityFunctions::Trap(screenName_ + procedure, body, screenName_ == "frmSplash" ? "Splash" : "");
 }
 
+void Screen::procedure(const QString& name, const std::function<void()>& body) const {
+    UtilityFunctions::Procedure(screenName_ + name, body);
+}
+
 void Screen::on(QAbstractButton* button, const QString& procedure, std::function<void()> handler) {
     connect(button, &QAbstractButton::clicked, this,
             [this, procedure, handler = std::move(handler)] { trap(procedure, handler); });
+}
+
+void Screen::opens(QAbstractButton* button, const QString& screen) {
+    if (!Screens::known(screen))
+        makeUnavailable(button);
+    on(button, "." + button->objectName(), [screen] {
+        const Hourglass hourglass;
+        Screens::open(screen);
+    });
 }
 
 void Screen::onLeaving(QWidget* field, const QString& procedure, std::function<bool()> check) {
@@ -204,7 +227,7 @@ bool unload(const QString& name) {
     if (!open || open->unloading)
         return true;
     open->unloading = true;
-    bool allowed = true;
+    bool allowed = false; // a check that fails keeps the screen and what the user typed
     Screen* screen = open->screen;
     UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
     open = entry(name);

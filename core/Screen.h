@@ -38,12 +38,20 @@ class Screen : public QWidget {
   protected:
     /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext".
     void on(QAbstractButton* button, const QString& procedure, std::function<void()> handler);
+    /// Makes a button open a screen, or unavailable while that screen does not stand yet.
+    void opens(QAbstractButton* button, const QString& screen);
     /// Sets the check that runs before the focus leaves a field; false vetoes the leaving.
     void onLeaving(QWidget* field, const QString& procedure, std::function<bool()> check);
     void trap(const QString& procedure, const std::function<void()>& body) const;
+    /// Runs a procedure of a handler: a failure is reported under its name, such as ".SaveRecord", and ends
+    /// the handler.
+    void procedure(const QString& name, const std::function<void()>& body) const;
+    /// Marks a button whose screen or routine does not stand yet.
+    static void makeUnavailable(QAbstractButton* button);
     /// The button that Return presses.
     void setDefault(QPushButton* button);
-    /// Prepares the controls after setupUi: text boxes select their text on focus.
+    /// Prepares the controls after setupUi: text boxes select their text on focus, and a button with a
+    /// property iconName gets that icon.
     void prepare();
 
     void keyPressEvent(QKeyEvent* event) override;

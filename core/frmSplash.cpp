@@ -50,10 +50,8 @@ void frmSplash::Timer1_Timer() {
     try {
         flag = firstTimeFlag();
     } catch (const DatabaseFault& fault) {
-        if (fault.number() != DatabaseFault::NoDataSource) {
-            setTimerInterval(0); // the error dialog ends the program; one report is enough
-            throw;
-        }
+        if (fault.number() != DatabaseFault::NoDataSource)
+            throw; // the tick goes on behind the error dialog: a lock may pass
         Screens::open("frmDatabasePath"); // the next tick tries again behind it
         return;
     }

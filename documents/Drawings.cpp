@@ -9,6 +9,7 @@
 #include "documents/frmDrawing.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -77,6 +78,16 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
                           .arg(QString::fromStdString(fault.source())));
         return false;
     }
+}
+
+void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
+    QString path;
+    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path);
+    if (!loaded && drawing.isEmpty())
+        return;
+    box->setVisible(loaded);
+    nameBox->setText(drawing);
+    nameBox->setVisible(!loaded);
 }
 
 void ShowLargeDrawing(const QString& drawing) {

@@ -3,6 +3,7 @@
 #include <QString>
 
 class QLabel;
+class QLineEdit;
 
 /// A rectangle in the units of a screen.
 struct PictureFrame {
@@ -22,6 +23,10 @@ namespace UtilityFunctions {
 /// own. False with a beep when the catalogue has no such drawing; false with the error dialog when the file
 /// cannot be loaded. The path is written on success only.
 bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path);
+
+/// Shows a model's drawing in a result screen's picture box, or its name in the text box when it cannot be
+/// loaded. Both stay as they are for an empty name.
+void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
 
 /// Opens the large view of a drawing.
 void ShowLargeDrawing(const QString& drawing);

@@ -19,9 +19,8 @@ frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
         {cmdPKG, AppNamePackage(), "frmPKGSelect"},
     };
     for (const auto& choice : choices) {
-        choice.button->setEnabled(Screens::known(choice.nextScreen));
-        if (!choice.button->isEnabled())
-            choice.button->setToolTip("Not available yet");
+        if (!Screens::known(choice.nextScreen))
+            makeUnavailable(choice.button);
         on(choice.button, "." + choice.button->objectName(),
            [this, choice] { Select(choice.application, choice.nextScreen); });
     }

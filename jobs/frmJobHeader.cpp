@@ -1,5 +1,6 @@
 #include "jobs/frmJobHeader.h"
 
+#include "core/Appearance.h"
 #include "core/BrennovalMain.h"
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
@@ -37,6 +38,11 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
               [this] { return ValidateName(txtEng, "tblEngineer", "This engineer is not on file!"); });
     onLeaving(txtCont, ".txtCont_Validate",
               [this] { return ValidateName(txtCont, "tblContractor", "This Contractor is not on file!"); });
+    for (QPushButton* button : {cmdFindEng, cmdFindCont}) {
+        button->setIcon(Appearance::icon("search"));
+        if (!Screens::known("frmEngContMaster"))
+            makeUnavailable(button);
+    }
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
@@ -166,7 +172,7 @@ void frmJobHeader::Next() {
         txtJobID->setFocus();
         return;
     }
-    SaveRecord();
+    procedure(".SaveRecord", [this] { SaveRecord(); });
     Tag = "1";
     if (!Screens::unload(name()))
         return;
@@ -189,7 +195,7 @@ bool frmJobHeader::QueryUnload() {
         if (answer == QMessageBox::Cancel)
             return false;
         if (answer == QMessageBox::Yes)
-            SaveRecord();
+            procedure(".SaveRecord", [this] { SaveRecord(); });
     }
     if (Tag == "0") {
         Cancel();

@@ -1,5 +1,5 @@
 # Sourced by the other scripts: installs the Debian packages that a build needs and that are missing.
-packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl1-mesa-dev
+packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev
     qt6-qpa-plugins libsqlite3-dev libgtest-dev fonts-liberation2)
 missing=()
 for package in "${packages[@]}"; do

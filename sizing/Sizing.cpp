@@ -2,6 +2,7 @@
 
 #include "sizing/frmJobConditions.h"
 #include "sizing/frmResults.h"
+#include "sizing/frmResultsConvert.h"
 #include "sizing/frmTankSeries.h"
 #include "sizing/frmtankselection.h"
 
@@ -10,4 +11,5 @@ void registerSizing() {
     Screens::add("frmTankSeries", [] { return new frmTankSeries; });
     Screens::add("frmtankselection", [] { return new frmtankselection; });
     Screens::add("frmResults", [] { return new frmResults; });
+    Screens::add("frmResultsConvert", [] { return new frmResultsConvert; });
 }

@@ -42,6 +42,9 @@ frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
         });
     for (QLineEdit* box : {txtSOTMin, txtSOTMax})
         onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return CheckTemperature(box); });
+    for (const auto& [button, opened] : {std::pair(cmdCalcTSF, "frmCalcExpTSF"), {cmdMetric, "frmMetric"}})
+        if (!Screens::known(opened))
+            makeUnavailable(button);
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
     on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
@@ -73,7 +76,8 @@ void frmJobConditions::Load() {
     const bool known = Session::TankID.read(text) && (tank.Open(tankQuery(text), connection), !tank.AtEnd());
     if (known) {
         txtAtmPressure->setText(tank["AtmPressure"].text());
-        cmboFluidType->setCurrentText(tank["SysFluidType"].text());
+        // A fluid that the list does not offer leaves it empty, so that Next asks for one.
+        cmboFluidType->setCurrentIndex(cmboFluidType->findText(tank["SysFluidType"].text()));
         txtSOTMin->setText(tank["SOTMin"].text());
         txtSOTMax->setText(tank["SOTMax"].text());
         txtSOPMin->setText(tank["SOPMin"].text());
@@ -159,16 +163,18 @@ bool frmJobConditions::CheckFields() {
 
 void frmJobConditions::SaveRecord() {
     QString mode;
-    Session::Mode.read(mode);
-    const std::int16_t number = mode == "New" ? GetNextNumber() : std::int16_t{0};
+    if (!Session::Mode.read(mode))
+        return;
+    const bool isNew = mode == "New";
+    const int number = isNew ? GetNextNumber() : 0;
     Connection connection = openDatabase("User");
     Recordset tank;
-    if (mode == "New") {
+    if (isNew) {
         const QString tankID = lblJobID->text() + "." + QString::number(number);
         Session::TankID.write(tankID);
         tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
         tank.AddNew();
-        tank["TankNo"] = static_cast<int>(number);
+        tank["TankNo"] = number;
         tank["TankID"] = tankID;
         tank["JobID"] = lblJobID->text();
         tank["DateCreated"] = QDateTime::currentDateTime();
@@ -193,7 +199,7 @@ void frmJobConditions::Next() {
     const Hourglass hourglass;
     if (!CheckFields())
         return;
-    SaveRecord();
+    procedure(".SaveRecord", [this] { SaveRecord(); });
     Tag = "1";
     Screens::unload(name());
     Screens::open("frmTankSeries");

@@ -1,8 +1,8 @@
 #include "sizing/frmResults.h"
 
 #include "core/BrennovalMain.h"
+#include "core/DisplayFields.h"
 #include "core/FieldChecks.h"
-#include "core/Format.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
 #include "documents/Drawings.h"
@@ -12,14 +12,6 @@
 
 using namespace UtilityFunctions;
 
-namespace {
-
-QString formatted(Recordset::Field field, const char* pattern) {
-    return field.isNull() ? QString() : QString::fromStdString(Format(field.number(), pattern));
-}
-
-} // namespace
-
 frmResults::frmResults() : Screen("frmResults") {
     setupUi(this);
     prepare();
@@ -27,6 +19,12 @@ frmResults::frmResults() : Screen("frmResults") {
     lblConsultFactory->hide();
     txtDrawing->hide();
     imgDrawing->installEventFilter(this);
+    chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // it tells, it does not ask
+    for (QToolButton* button : {bttnPreview, bttnPrint})
+        makeUnavailable(button);
+    opens(bttnSpecs, "frmResultSpecs");
+    opens(bttnUnitTagID, "frmUnitTagData");
+    opens(bttnSchedule, "frmSchedule");
     on(bttnAddMore, ".tbToolbar", [this] {
         Session::TankID.write("");
         Session::Mode.write("New");
@@ -47,8 +45,8 @@ void frmResults::Load() {
     if (Session::TankID.read(text))
         ShowTankLine(text);
     ShowModel();
-    if (Session::JobID.read(text) && parentWidget())
-        parentWidget()->setWindowTitle("Results for Job: " + text);
+    if (Session::JobID.read(text))
+        setWindowTitle("Results for Job: " + text);
     setProperty("helpContext", SetHelpContext());
 }
 
@@ -60,14 +58,14 @@ void frmResults::ShowTankLine(const QString& tankID) {
         return;
     txtQty->setText(tank["Qty"].text());
     txtModelNo->setText(tank["ModelNo"].text());
-    txtRequiredAcceptance->setText(formatted(tank["RequiredAcceptance"], "#,##0 gal"));
-    txtRequiredVolume->setText(formatted(tank["RequiredVolume"], "#,##0 gal"));
-    txtTotSysFluid->setText(formatted(tank["TotSysVolume"], "#,##0 gal"));
-    txtAtmPressure->setText(formatted(tank["AtmPressure"], "#,##0.0 psi"));
-    txtSOPMin->setText(formatted(tank["SOPMin"], "#,##0 psi"));
-    txtSOPMax->setText(formatted(tank["SOPMax"], "#,##0 psi"));
-    txtSOTMin->setText(formatted(tank["SOTMin"], "#,##0°F"));
-    txtSOTMax->setText(formatted(tank["SOTMax"], "#,##0°F"));
+    txtRequiredAcceptance->setText(FormattedField(tank["RequiredAcceptance"], "#,##0 gal"));
+    txtRequiredVolume->setText(FormattedField(tank["RequiredVolume"], "#,##0 gal"));
+    txtTotSysFluid->setText(FormattedField(tank["TotSysVolume"], "#,##0 gal"));
+    txtAtmPressure->setText(FormattedField(tank["AtmPressure"], "#,##0.0 psi"));
+    txtSOPMin->setText(FormattedField(tank["SOPMin"], "#,##0 psi"));
+    txtSOPMax->setText(FormattedField(tank["SOPMax"], "#,##0 psi"));
+    txtSOTMin->setText(FormattedField(tank["SOTMin"], "#,##0°F"));
+    txtSOTMax->setText(FormattedField(tank["SOTMax"], "#,##0°F"));
     txtSysFluidType->setText(tank["SysFluidType"].text());
 }
 
@@ -82,22 +80,16 @@ void frmResults::ShowModel() {
         chkASMEFlag->setChecked(model["ASME"].boolean());
         txtDiameter->setText(model["TankOD"].text());
         txtHeightBox->setText(model["OAL"].text());
-        txtWeight->setText(formatted(model["Shipweight"], "#,##0 lbs"));
-        txtTankAcceptance->setText(formatted(model["AcceptanceVolume"], "#,##0 gal"));
-        txtTankVolume->setText(formatted(model["TankVolume"], "#,## gal"));
+        txtWeight->setText(FormattedField(model["Shipweight"], "#,##0 lbs"));
+        txtTankAcceptance->setText(FormattedField(model["AcceptanceVolume"], "#,##0 gal"));
+        txtTankVolume->setText(FormattedField(model["TankVolume"], "#,## gal"));
         txtTankSysConn->setText(model["SysConnStd"].text());
         txtBladderType->setText((model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text());
         txtBladderType->setCursorPosition(0);
         drawing = model["TankDraw"].text();
         application = model["App"].text();
     }
-    QString path;
-    const bool loaded = LoadDrawing(imgDrawing, imgDrawing->width(), imgDrawing->height(), drawing, path);
-    if (loaded || !drawing.isEmpty()) {
-        imgDrawing->setVisible(loaded);
-        txtDrawing->setText(drawing);
-        txtDrawing->setVisible(!loaded);
-    }
+    ShowTankDrawing(imgDrawing, txtDrawing, drawing);
     if (application == "HYD") {
         for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin,
                                                                txtSOTMax, lblFluidType, txtSysFluidType})

@@ -102,8 +102,7 @@ void frmTankSeries::Load() {
     lblHeader->setText("Select series");
     if (Session::TankClass.read(application)) {
         lblHeader->setText("Select series of " + application);
-        parentWidget() ? parentWidget()->setWindowTitle(lblHeader->text())
-                       : setWindowTitle(lblHeader->text());
+        setWindowTitle(lblHeader->text());
     }
     ShowFrame(application);
     if (hasTank) {
@@ -161,7 +160,7 @@ void frmTankSeries::StoreSizes() {
                              : FluidExpansionFactor(fluid.toStdString(), conditions.minimumTemperature,
                                                     conditions.maximumTemperature);
         const double acceptance = AcceptanceFactor(conditions, series == "RB");
-        sizes = Session::TankClass.text() == AppNameHydro()
+        sizes = !OptGroupHYD->isHidden()
                     ? HydropneumaticTankSizes(conditions, acceptance)
                     : ExpansionTankSizes(conditions, expansion, acceptance);
     }

@@ -59,14 +59,14 @@ void frmtankselection::Load() {
 }
 
 void frmtankselection::FindOtherTanks() {
-    Trap(name() + ".FindOtherTanks", [this] { FindTanks("AcceptanceVolume", ".FindOtherTanks"); });
+    Trap(name() + ".FindOtherTanks", [this] { FindTanks("AcceptanceVolume"); });
 }
 
 void frmtankselection::FindConvertedTanks() {
-    Trap(name() + ".FindConvertedTanks", [this] { FindTanks("TankVolume", ".FindConvertedTanks"); });
+    Trap(name() + ".FindConvertedTanks", [this] { FindTanks("TankVolume"); });
 }
 
-void frmtankselection::FindTanks(const QString& sizeColumn, const QString& /*procedure*/) {
+void frmtankselection::FindTanks(const QString& sizeColumn) {
     lvOptions->clear();
     lvOptions->setHeaderLabels({"Qty", "Model No.", "Dimensions"});
     QString tankID;
@@ -144,7 +144,7 @@ void frmtankselection::SaveRecord() {
 void frmtankselection::Next() {
     if (!cmdNext->isEnabled())
         return;
-    SaveRecord();
+    procedure(".SaveRecord", [this] { SaveRecord(); });
     const QTreeWidgetItem* first = lvOptions->topLevelItem(0);
     const bool severalTanks = first && first->text(0).toInt() > 1;
     Tag = "1";
@@ -163,7 +163,7 @@ void frmtankselection::Next() {
 
 void frmtankselection::Previous() {
     Tag = "1";
-    SaveRecord();
+    procedure(".SaveRecord", [this] { SaveRecord(); });
     Screens::unload(name());
     QString application;
     if (Session::TankClass.read(application))

@@ -14,7 +14,7 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     bool QueryUnload() override;
     void FindOtherTanks();
     void FindConvertedTanks();
-    void FindTanks(const QString& sizeColumn, const QString& procedure);
+    void FindTanks(const QString& sizeColumn);
     void SaveRecord();
     void Next();
     void Previous();

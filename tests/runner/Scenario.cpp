@@ -3,6 +3,7 @@
 // Each file runs in a process, a data folder and a session store of its own.
 
 #include "app/Install.h"
+#include "core/Appearance.h"
 #include "core/Application.h"
 #include "core/BrennovalMain.h"
 #include "core/ErrorReport.h"

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+class QPainter;
+class QRectF;
+
+/// The one look of the program: palette, style, icons and the mark.
+namespace Appearance {
+
+enum class Scheme { Light, Dark };
+
+/// The scheme of the desktop, as it stands before apply.
+Scheme systemScheme();
+void apply(Scheme scheme);
+
+/// An icon of the set in the colours of the scheme, such as "print".
+QIcon icon(const QString& name);
+
+/// Draws the program's mark, a standing tank, into a rectangle; the line in 16ths of its side.
+void drawMark(QPainter& painter, const QRectF& place, const QColor& color, const QColor& fill,
+              qreal lineWidth = 1.2);
+
+} // namespace Appearance

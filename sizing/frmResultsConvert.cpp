@@ -1,0 +1,90 @@
+#include "sizing/frmResultsConvert.h"
+
+#include "core/BrennovalMain.h"
+#include "core/DisplayFields.h"
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+#include "core/SessionStore.h"
+#include "documents/Drawings.h"
+
+#include <QEvent>
+
+using namespace UtilityFunctions;
+
+frmResultsConvert::frmResultsConvert() : Screen("frmResultsConvert") {
+    setupUi(this);
+    prepare();
+    txtDrawing->hide();
+    imgDrawing->installEventFilter(this);
+    for (QToolButton* button : {bttnPreview, bttnPrint})
+        makeUnavailable(button);
+    opens(bttnSpecs, "frmResultSpecs");
+    on(bttnAddMore, ".tbToolbar", [this] {
+        Session::TankID.write("");
+        Session::Mode.write("New");
+        Leave();
+    });
+    on(bttnRecalc, ".tbToolbar", [this] { Leave(); });
+    if (!Screens::known("frmConvertSteel"))
+        for (QToolButton* button : {bttnAddMore, bttnRecalc})
+            makeUnavailable(button);
+}
+
+bool frmResultsConvert::eventFilter(QObject* object, QEvent* event) {
+    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
+        trap(".imgDrawing", [this] { ShowLargeDrawing(txtDrawing->text()); });
+    return Screen::eventFilter(object, event);
+}
+
+void frmResultsConvert::Load() {
+    SetStatusText("View results");
+    QString tankID;
+    if (Session::TankID.read(tankID))
+        ShowTankLine(tankID);
+    ShowModel();
+    setProperty("helpContext", SetHelpContext());
+}
+
+void frmResultsConvert::ShowTankLine(const QString& tankID) {
+    Connection connection = openDatabase("User");
+    Recordset tank;
+    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
+    if (tank.AtEnd())
+        return;
+    txtQty->setText(tank["Qty"].text());
+    txtModelNo->setText(tank["ModelNo"].text());
+    txtRequiredAcceptance->setText(FormattedField(tank["RequiredAcceptance"], "#,##0 gal"));
+    txtSteelTankVol->setText(FormattedField(tank["TotSysVolume"], "#,##0 gal"));
+}
+
+void frmResultsConvert::ShowModel() {
+    Connection connection = openDatabase("Sys");
+    Recordset model;
+    model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(txtModelNo->text()) + "'",
+               connection);
+    QString drawing;
+    if (!model.AtEnd()) {
+        txtDiameter->setText(model["TankOD"].text());
+        txtHeightBox->setText(model["OAL"].text());
+        txtWeight->setText(FormattedField(model["Shipweight"], "#,##0 lbs"));
+        txtTankVolume->setText(FormattedField(model["TankVolume"], "#,## gal"));
+        txtTankSysConn->setText(model["SysConnStd"].text());
+        drawing = model["TankDraw"].text();
+    }
+    ShowTankDrawing(imgDrawing, txtDrawing, drawing);
+}
+
+void frmResultsConvert::Leave() {
+    Tag = "1";
+    Screens::unload(name());
+    Screens::open("frmConvertSteel");
+}
+
+void frmResultsConvert::Activate() {
+    SetStatusText("View results");
+}
+
+bool frmResultsConvert::QueryUnload() {
+    SetStatusBarText();
+    return true;
+}
