@@ -157,7 +157,8 @@ class FrameArea : public QMdiArea {
         };
         constexpr int size = 220;
         const QRect space = viewport()->rect();
-        Appearance::drawMark(painter, QRect(space.center() - QPoint(size / 2, size / 2 + 20), QSize(size, size)),
+        Appearance::drawMark(painter,
+                             QRect(space.center() - QPoint(size / 2, size / 2 + 20), QSize(size, size)),
                              quiet(.12F), Qt::transparent, .4);
         QFont font = painter.font();
         font.setPointSizeF(font.pointSizeF() * 2);
@@ -170,8 +171,8 @@ class FrameArea : public QMdiArea {
 
 } // namespace
 
-void Commands::set(const QString& name, std::function<void()> handler) {
-    handlers().insert(name, std::move(handler));
+void Commands::set(const QString& name, const std::function<void()>& handler) {
+    handlers().insert(name, handler);
 }
 
 void UtilityFunctions::SetStatusText(const QString& text) {

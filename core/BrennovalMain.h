@@ -49,7 +49,7 @@ class BrennovalMain : public QMainWindow {
 
 /// What the menu commands do. Each subsystem gives its own; a command without a handler is disabled.
 namespace Commands {
-void set(const QString& name, std::function<void()> handler);
+void set(const QString& name, const std::function<void()>& handler);
 }
 
 namespace UtilityFunctions {

@@ -66,7 +66,8 @@ QString FieldText(const QWidget* field) {
         return line->text();
     if (const auto* area = dynamic_cast<const QPlainTextEdit*>(field))
         return area->toPlainText();
-    return static_cast<const QComboBox*>(field)->currentText();
+    const auto* combo = dynamic_cast<const QComboBox*>(field);
+    return combo ? combo->currentText() : QString();
 }
 
 void SetFieldText(QWidget* field, const QString& text) {

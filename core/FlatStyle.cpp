@@ -28,7 +28,8 @@ QColor accentColor(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Highlight);
 }
 
-void roundedBox(QPainter& painter, const QRect& rect, const QBrush& fill, const QColor& line, qreal width = 1) {
+void roundedBox(QPainter& painter, const QRect& rect, const QBrush& fill, const QColor& line,
+                qreal width = 1) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(line.alpha() == 0 ? QPen(Qt::NoPen) : QPen(line, width));
@@ -55,7 +56,8 @@ void buttonFace(const QStyleOption& option, QPainter& painter) {
     const bool focused = option.state & QStyle::State_HasFocus;
     roundedBox(painter, option.rect, fill, main || focused ? accent : lineColor(palette));
     if (focused && enabled) // a second line inside tells the focus, also on the accent
-        roundedBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::NoBrush, main ? QColor(Qt::white) : accent);
+        roundedBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::NoBrush,
+                   main ? QColor(Qt::white) : accent);
 }
 
 void fieldFrame(const QStyleOption& option, QPainter& painter) {
@@ -112,13 +114,12 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_TitleBarHeight:
         return titleBarHeight;
     case PM_MdiSubWindowFrameWidth:
+    case PM_ToolBarFrameWidth:
         return 1;
     case PM_ToolBarItemSpacing:
         return 2;
     case PM_ToolBarItemMargin:
         return 4;
-    case PM_ToolBarFrameWidth:
-        return 1;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -130,8 +131,7 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* data) const {
     switch (hint) {
-    case SH_UnderlineShortcut:
-        return 1; // a key that works must show
+    case SH_UnderlineShortcut: // a key that works must show
     case SH_TitleBar_NoBorder:
         return 1;
     case SH_EtchDisabledText:
@@ -158,11 +158,11 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                        Qt::transparent);
         return;
     case PE_PanelLineEdit:
-        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0) {
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame && frame->lineWidth > 0) {
             const bool readOnly = option->state & State_ReadOnly;
             roundedBox(*painter, option->rect,
-                       option->palette.brush(readOnly ? QPalette::Window : QPalette::Base),
-                       Qt::transparent);
+                       option->palette.brush(readOnly ? QPalette::Window : QPalette::Base), Qt::transparent);
             fieldFrame(*option, *painter);
             return;
         }
@@ -201,7 +201,8 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     switch (element) {
     case CE_PushButtonLabel:
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-            button && (button->features & QStyleOptionButton::DefaultButton) && option->state & State_Enabled) {
+            button && (button->features & QStyleOptionButton::DefaultButton) &&
+            option->state & State_Enabled) {
             QStyleOptionButton onAccent(*button);
             onAccent.palette.setColor(QPalette::ButtonText, Qt::white);
             QProxyStyle::drawControl(element, &onAccent, painter, widget);
@@ -221,8 +222,8 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 
-void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
-                                   const QWidget* widget) const {
+void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
     if (control == CC_GroupBox) {
         painter->save();
         QFont font = painter->font();
@@ -239,8 +240,9 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     }
     const QPalette& palette = bar->palette;
     const bool active = bar->titleBarState & State_Active;
-    const QColor back = active ? accentColor(palette) : blend(palette.color(QPalette::Window),
-                                                              palette.color(QPalette::WindowText), .1);
+    const QColor back = active
+                            ? accentColor(palette)
+                            : blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), .1);
     const QColor ink = active ? QColor(Qt::white) : palette.color(QPalette::WindowText);
     painter->fillRect(bar->rect, back);
     const QRect label = proxy()->subControlRect(CC_TitleBar, bar, SC_TitleBarLabel, widget);
@@ -254,13 +256,13 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     painter->restore();
     const bool maximized = bar->titleBarState & Qt::WindowMaximized;
     const bool minimized = bar->titleBarState & Qt::WindowMinimized;
-    for (const SubControl part : {SC_TitleBarMinButton, SC_TitleBarMaxButton, SC_TitleBarNormalButton,
-                                  SC_TitleBarCloseButton}) {
+    for (const SubControl part :
+         {SC_TitleBarMinButton, SC_TitleBarMaxButton, SC_TitleBarNormalButton, SC_TitleBarCloseButton}) {
         const QRect rect = proxy()->subControlRect(CC_TitleBar, bar, part, widget);
         const bool shown = part == SC_TitleBarNormalButton ? maximized || minimized
-                           : part == SC_TitleBarMaxButton ? !maximized
-                           : part == SC_TitleBarMinButton ? !minimized
-                                                          : true;
+                           : part == SC_TitleBarMaxButton  ? !maximized
+                           : part == SC_TitleBarMinButton  ? !minimized
+                                                           : true;
         if (!shown || !rect.isValid() || !(bar->subControls & part))
             continue;
         const bool under = bar->activeSubControls & part;
@@ -283,8 +285,6 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         size.rheight() += 6;
         break;
     case CT_MenuItem:
-        size.rheight() += 2;
-        break;
     case CT_RadioButton:
         size.rheight() += 2;
         break;
@@ -310,7 +310,8 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     const bool maximizes = bar->titleBarFlags & Qt::WindowMaximizeButtonHint;
     const bool minimizes = bar->titleBarFlags & Qt::WindowMinimizeButtonHint;
     const auto place = [&](int fromRight) {
-        const QRect rect(bar->rect.right() - 4 - width * fromRight, bar->rect.top(), width, bar->rect.height());
+        const QRect rect(bar->rect.right() - 4 - width * fromRight, bar->rect.top(), width,
+                         bar->rect.height());
         return visualRect(bar->direction, bar->rect, rect);
     };
     switch (part) {

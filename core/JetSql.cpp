@@ -98,7 +98,7 @@ class Tokenizer {
         const qsizetype stop = source.indexOf(end, position + 1);
         if (stop < 0)
             syntaxError(what + QStringLiteral(" does not end."));
-        const QString text = source.mid(position + 1, stop - position - 1);
+        QString text = source.mid(position + 1, stop - position - 1);
         position = stop + 1;
         return text;
     }

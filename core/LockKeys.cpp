@@ -11,9 +11,7 @@ std::optional<bool> LockKeyOn(int key) {
     if (key != Qt::Key_CapsLock && key != Qt::Key_NumLock && key != Qt::Key_ScrollLock)
         return std::nullopt;
 #ifdef Q_OS_WIN
-    const int code = key == Qt::Key_CapsLock ? VK_CAPITAL
-                     : key == Qt::Key_NumLock ? VK_NUMLOCK
-                                              : VK_SCROLL;
+    const int code = key == Qt::Key_CapsLock ? VK_CAPITAL : key == Qt::Key_NumLock ? VK_NUMLOCK : VK_SCROLL;
     return (GetKeyState(code) & 1) != 0;
 #else
     // The keyboard's lamps, where the system shows them as files.

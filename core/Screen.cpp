@@ -161,8 +161,8 @@ class ScreenWindow : public QMdiSubWindow {
 
 } // namespace
 
-void add(const QString& name, std::function<Screen*()> factory) {
-    registry().factories.insert(name, std::move(factory));
+void add(const QString& name, const std::function<Screen*()>& factory) {
+    registry().factories.insert(name, factory);
 }
 
 bool known(const QString& name) {

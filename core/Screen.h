@@ -68,7 +68,7 @@ class Screen : public QWidget {
 /// Opens and closes the screens by name. Nothing else does.
 namespace Screens {
 
-void add(const QString& name, std::function<Screen*()> factory);
+void add(const QString& name, const std::function<Screen*()>& factory);
 bool known(const QString& name);
 /// Constructs the screen and runs its Load, unless it is loaded. Null when its Load unloaded it again.
 Screen* load(const QString& name);

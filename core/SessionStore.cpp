@@ -114,6 +114,13 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
     return settings->status() == QSettings::NoError ? 0 : errorFileNotFound;
 }
 
+void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
+    const auto settings = openRoot(root, keyPath);
+    if (const QString name = storedName(*settings, valueName); !name.isEmpty())
+        settings->remove(name);
+    settings->sync();
+}
+
 void CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
     const auto settings = openRoot(root, keyPath);
     if (!keyExists(*settings))

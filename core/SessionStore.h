@@ -38,6 +38,9 @@ struct RegistryKey {
 long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryType type,
                 const QVariant& value);
 
+/// Removes a value; nothing happens when it is absent.
+void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName);
+
 /// Creates a key when it is absent. Only the install step and the database path dialog do so.
 void CreateRegistryKey(RegistryRoot root, const QString& keyPath);
 

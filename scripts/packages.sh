@@ -1,14 +1,14 @@
-# Sourced by the other scripts: installs the Debian packages that a build needs and that are missing.
-packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev
-    qt6-qpa-plugins libsqlite3-dev libgtest-dev fonts-liberation2)
-missing=()
-for package in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    as_root=()
+# Sourced by the other scripts: installs the Debian packages that a build and its tests need and that are missing.
+install_missing() {
+    local package missing=() as_root=()
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     echo "Installing: ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
+}
+install_missing g++ cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl1-mesa-dev \
+    qt6-qpa-plugins libsqlite3-dev libgtest-dev fonts-liberation2 poppler-utils

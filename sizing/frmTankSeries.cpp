@@ -160,9 +160,8 @@ void frmTankSeries::StoreSizes() {
                              : FluidExpansionFactor(fluid.toStdString(), conditions.minimumTemperature,
                                                     conditions.maximumTemperature);
         const double acceptance = AcceptanceFactor(conditions, series == "RB");
-        sizes = !OptGroupHYD->isHidden()
-                    ? HydropneumaticTankSizes(conditions, acceptance)
-                    : ExpansionTankSizes(conditions, expansion, acceptance);
+        sizes = !OptGroupHYD->isHidden() ? HydropneumaticTankSizes(conditions, acceptance)
+                                         : ExpansionTankSizes(conditions, expansion, acceptance);
     }
     Connection connection = openDatabase("User");
     Recordset tank;

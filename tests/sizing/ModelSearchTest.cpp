@@ -32,6 +32,7 @@ std::vector<TankOption> search(const std::vector<Model>& catalogue, double volum
 
 std::vector<std::pair<int, double>> offered(const std::vector<TankOption>& options) {
     std::vector<std::pair<int, double>> pairs;
+    pairs.reserve(options.size());
     for (const TankOption& o : options)
         pairs.emplace_back(o.quantity, o.tankVolume);
     return pairs;

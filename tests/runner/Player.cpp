@@ -1,0 +1,487 @@
+#include "tests/runner/Player.h"
+
+#include "core/BrennovalMain.h"
+#include "core/Fault.h"
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+#include "core/Numbers.h"
+#include "core/Screens.h"
+#include "core/SessionStore.h"
+
+#include <QtTest/QTest>
+#include <QtWidgets>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace {
+
+using Words = const QStringList&;
+
+[[noreturn]] void fail(const QString& what) {
+    throw Failure{what};
+}
+
+void require(bool holds, const QString& otherwise) {
+    if (!holds)
+        fail(otherwise);
+}
+
+void expectEqual(const QString& what, const QString& expected, const QString& found) {
+    if (expected != found)
+        fail(QString("%1: expected \"%2\", found \"%3\"").arg(what, expected, found));
+}
+
+/// The words of a line; words with blanks stand in double quotes with C escapes.
+QStringList wordsOf(const QString& line) {
+    QStringList found;
+    QString word;
+    bool inWord = false;
+    bool quoted = false;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const QChar c = line[i];
+        if (quoted && c == '\\' && i + 1 < line.size()) {
+            const QChar next = line[++i];
+            word += next == 'n' ? QChar('\n') : next == 't' ? QChar('\t') : next == 'r' ? QChar('\r') : next;
+        } else if (c == '"') {
+            quoted = !quoted;
+            inWord = true;
+        } else if (!quoted && c == '#' && !inWord) {
+            break;
+        } else if (!quoted && c.isSpace()) {
+            if (inWord)
+                found.append(word);
+            word.clear();
+            inWord = false;
+        } else {
+            word += c;
+            inWord = true;
+        }
+    }
+    require(!quoted, "a quoted text does not end");
+    if (inWord)
+        found.append(word);
+    return found;
+}
+
+void settle() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Screen* screen(const QString& name) {
+    Screen* found = Screens::find(name);
+    if (!found)
+        fail("the screen " + name + " is not open; open are: " + Screens::loaded().join(", "));
+    return found;
+}
+
+template<typename Control = QWidget>
+Control* control(const QString& path) {
+    auto* found = screen(path.section('.', 0, 0))->control<Control>(path.section('.', 1));
+    if (!found)
+        fail("there is no control " + path);
+    return found;
+}
+
+QAction* command(const QString& name) {
+    QAction* action = BrennovalMain::instance()->command(name);
+    if (!action)
+        fail("there is no command " + name);
+    return action;
+}
+
+/// The window of a screen: its frame in the main window, or the screen itself.
+QWidget* windowOf(const QString& name) {
+    QWidget* frame = screen(name)->parentWidget();
+    return frame ? frame : screen(name);
+}
+
+/// Presses at a point of a widget as the window system would: whatever stands on top gets it.
+void press(QWidget* target, const QPoint& point, bool twice = false) {
+    require(target->isVisible(), target->objectName() + " is not visible");
+    QWidget* window = target->window();
+    if (!window->isActiveWindow()) { // a press into a window brings it to the front
+        window->activateWindow();
+        settle();
+    }
+    const QPoint place = target->mapTo(window, point);
+    QWidget* top = window->childAt(place);
+    require(!top || top == target || target->isAncestorOf(top) || !top->isEnabled(),
+            target->objectName() + " is covered by " + (top ? top->objectName() : QString()));
+    if (twice)
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, place);
+    else
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, place);
+}
+
+QPoint pressPoint(const QWidget* widget) {
+    if (dynamic_cast<const QRadioButton*>(widget) || dynamic_cast<const QCheckBox*>(widget))
+        return {12, widget->height() / 2}; // only indicator and text take the click
+    return widget->rect().center();
+}
+
+bool buttonIsDown() {
+    return std::ranges::any_of(QApplication::allWidgets(), [](QWidget* widget) {
+        auto* button = dynamic_cast<QAbstractButton*>(widget);
+        return button && button->isDown();
+    });
+}
+
+QTreeWidgetItem* item(QTreeWidget* list, const QString& number) {
+    QTreeWidgetItem* found = list->topLevelItem(number.toInt() - 1);
+    if (!found)
+        fail(QString("the list has %1 rows").arg(list->topLevelItemCount()));
+    return found;
+}
+
+/// A caption as it shows: without the marks of its mnemonic.
+QString shown(QString caption) {
+    return caption.replace("&&", QString(QChar(1))).remove('&').replace(QChar(1), '&');
+}
+
+QString textOf(QWidget* widget) {
+    if (auto* label = dynamic_cast<QLabel*>(widget))
+        return label->buddy() ? shown(label->text()) : label->text();
+    if (auto* check = dynamic_cast<QCheckBox*>(widget))
+        return check->isChecked() ? "checked" : "clear";
+    if (auto* button = dynamic_cast<QAbstractButton*>(widget))
+        return shown(button->text());
+    if (auto* group = dynamic_cast<QGroupBox*>(widget))
+        return shown(group->title());
+    if (auto* spin = dynamic_cast<QAbstractSpinBox*>(widget))
+        return spin->text();
+    return UtilityFunctions::FieldText(widget);
+}
+
+/// The one value of a query in the engine's own dialect, in the engine's words and in the program's.
+QStringList queried(const QString& database, const QString& sql) {
+    const QByteArray file = UtilityFunctions::dbConnection(database).dataSource().toUtf8();
+    sqlite3* handle = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    QStringList texts;
+    QString problem;
+    if (sqlite3_open_v2(file.constData(), &handle, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK ||
+        sqlite3_prepare_v2(handle, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK) {
+        problem = QString::fromUtf8(sqlite3_errmsg(handle));
+    } else if (sqlite3_step(statement) == SQLITE_ROW) {
+        const bool number = sqlite3_column_type(statement, 0) == SQLITE_FLOAT;
+        if (number)
+            texts.append(QString::fromStdString(NumberText(sqlite3_column_double(statement, 0))));
+        texts.append(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0))));
+    } else {
+        texts.append(QString());
+    }
+    sqlite3_finalize(statement);
+    sqlite3_close(handle);
+    require(problem.isEmpty(), problem);
+    return texts;
+}
+
+QString fileText(const QString& path) {
+    if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
+        QProcess reader;
+        reader.start("pdftotext", {"-layout", path, "-"});
+        require(reader.waitForFinished() && reader.exitCode() == 0, "pdftotext cannot read " + path);
+        return QString::fromUtf8(reader.readAllStandardOutput());
+    }
+    QFile file(path);
+    require(file.open(QIODevice::ReadOnly), path + " cannot be read");
+    return QString::fromUtf8(file.readAll());
+}
+
+void start(Stage& stage) {
+    stage.started = true;
+    Screens::open("frmSplash");
+    require(QTest::qWaitFor([] { return BrennovalMain::instance() != nullptr; }, 10000),
+            "the main window did not come");
+    BrennovalMain::instance()->activateWindow();
+    settle();
+}
+
+void click(Stage&, Words w) {
+    QWidget* target = control(w[0]);
+    require(target->isEnabled(), w[0] + " is disabled");
+    press(target, pressPoint(target));
+}
+
+void doubleClick(Stage&, Words w) {
+    press(control(w[0]), pressPoint(control(w[0])), true);
+}
+
+void menu(Stage&, Words w) {
+    QAction* action = command(w[0]);
+    require(action->isEnabled() && action->isVisible(), "the command " + w[0] + " is not to be had");
+    action->trigger();
+}
+
+void tool(Stage& stage, Words w) {
+    if (w[0] != "BrennovalMain")
+        return click(stage, {w[0] + "." + w[1]});
+    QAction* action = BrennovalMain::instance()->toolCommand(w[1]);
+    require(action && action->isEnabled(), "the tool " + w[1] + " is not to be had");
+    action->trigger();
+}
+
+void type(Stage& stage, Words w) {
+    QWidget* box = control(w[0]);
+    press(box, box->rect().center());
+    require(stage.dialogs.problem.isEmpty() && QApplication::focusWidget() == box,
+            "the focus did not come to " + w[0]);
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(box, Qt::Key_Delete);
+    for (const QChar c : w.value(1))
+        QTest::sendKeyEvent(QTest::Click, box, Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+void key(Stage&, Words w) {
+    for (const QString& keys : w) {
+        const QKeySequence sequence(keys);
+        require(!sequence.isEmpty(), "no such key: " + keys);
+        const QKeyCombination stroke = sequence[0];
+        QWidget* focus = QApplication::focusWidget();
+        QWidget* window = focus ? focus->window() : BrennovalMain::instance();
+        QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
+        // A mnemonic shows its button pressed for a moment before it clicks it.
+        require(QTest::qWaitFor([] { return !buttonIsDown(); }, 5000), "a button stays pressed");
+        settle();
+    }
+}
+
+void pick(Stage& stage, Words w) {
+    auto* combo = dynamic_cast<QComboBox*>(control(w[0]));
+    if (!combo)
+        return click(stage, w);
+    const int index = combo->findText(w.value(1));
+    require(index >= 0 && combo->isEnabled(), w[0] + " does not offer " + w.value(1));
+    combo->setCurrentIndex(index);
+}
+
+void row(Stage&, Words w) {
+    auto* list = control<QTreeWidget>(w[0]);
+    list->scrollToItem(item(list, w[1]));
+    const QPoint place = list->visualItemRect(item(list, w[1])).center();
+    press(list->viewport(), place);
+    if (w.value(2) == "open")
+        press(list->viewport(), place, true);
+}
+
+void check(Stage&, Words w) {
+    auto* list = control<QTreeWidget>(w[0]);
+    list->scrollToItem(item(list, w[1]));
+    const QRect place = list->visualItemRect(item(list, w[1]));
+    press(list->viewport(), {place.left() + 10, place.center().y()});
+}
+
+void answer(Stage& stage, Words w) {
+    stage.dialogs.answers.append({w[0], w.value(1), w.size() < 2});
+}
+
+void file(Stage& stage, Words w) {
+    stage.dialogs.files.append(QDir(stage.homeFolder).filePath(w[0]));
+}
+
+void cancel(Stage& stage, Words) {
+    stage.dialogs.files.append(QString());
+}
+
+void close(Stage&, Words w) {
+    windowOf(w[0])->close();
+}
+
+void expect(Stage&, Words w) {
+    expectEqual(w[0], w[1], textOf(control(w[0])));
+}
+void expectVisible(Stage&, Words w) {
+    require(control(w[0])->isVisible(), w[0] + " is hidden");
+}
+void expectHidden(Stage&, Words w) {
+    require(!control(w[0])->isVisible(), w[0] + " is visible");
+}
+void expectEnabled(Stage&, Words w) {
+    require(control(w[0])->isEnabled(), w[0] + " is disabled");
+}
+void expectDisabled(Stage&, Words w) {
+    require(!control(w[0])->isEnabled(), w[0] + " is enabled");
+}
+void expectError(Stage&, Words w) {
+    require(UtilityFunctions::IsMarked(control(w[0])), w[0] + " is not marked");
+}
+void expectOk(Stage&, Words w) {
+    require(!UtilityFunctions::IsMarked(control(w[0])), w[0] + " is marked");
+}
+void expectHint(Stage&, Words w) {
+    expectEqual(w[0], w[1], control(w[0])->toolTip());
+}
+void expectFocus(Stage&, Words w) {
+    QWidget* focus = QApplication::focusWidget();
+    require(focus == control(w[0]), "the focus is at " + (focus ? focus->objectName() : QString("nothing")));
+}
+void expectScreen(Stage&, Words w) {
+    require(screen(w[0])->isVisible(), w[0] + " is not visible");
+}
+void expectClosed(Stage&, Words w) {
+    require(!Screens::find(w[0]), w[0] + " is open");
+}
+void expectTitle(Stage&, Words w) {
+    expectEqual("title", w[1],
+                w[0] == "BrennovalMain" ? BrennovalMain::instance()->windowTitle()
+                                        : windowOf(w[0])->windowTitle());
+}
+void expectStatus(Stage&, Words w) {
+    expectEqual("status", w[0], BrennovalMain::instance()->statusText());
+}
+void expectRows(Stage&, Words w) {
+    expectEqual(w[0] + " rows", w[1], QString::number(control<QTreeWidget>(w[0])->topLevelItemCount()));
+}
+void expectCell(Stage&, Words w) {
+    auto* list = control<QTreeWidget>(w[0]);
+    for (int column = 0; column < list->columnCount(); ++column)
+        if (list->headerItem()->text(column) == w[2])
+            return expectEqual(w[0], w[3], item(list, w[1])->text(column));
+    fail("the list has no column " + w[2]);
+}
+void expectMenu(Stage&, Words w) {
+    const QAction* action = command(w[0]);
+    const QHash<QString, bool> states = {{"enabled", action->isEnabled()},
+                                         {"disabled", !action->isEnabled()},
+                                         {"hidden", !action->isVisible()},
+                                         {"visible", action->isVisible()}};
+    require(states.value(w[1]), w[0] + " is not " + w[1]);
+}
+void expectBeep(Stage& stage, Words) {
+    require(std::exchange(stage.dialogs.beeps, 0) > 0, "there was no beep");
+}
+void expectClipboard(Stage&, Words w) {
+    expectEqual("clipboard", w[0], QApplication::clipboard()->text());
+}
+void expectSession(Stage&, Words w) {
+    QString text;
+    UtilityFunctions::GetRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
+                                  w[0], text);
+    expectEqual(w[0], w[1], text);
+}
+void expectSql(Stage&, Words w) {
+    const QStringList found = queried(w[0], w[1]);
+    require(found.contains(w[2]),
+            QString("%1: expected \"%2\", found \"%3\"").arg(w[1], w[2], found.first()));
+}
+void expectFile(Stage& stage, Words w) {
+    const QString path = QDir(stage.homeFolder).filePath(w[0]);
+    require(QFile::exists(path), "there is no file " + w[0]);
+    if (w.size() > 1)
+        require(fileText(path).contains(w[1]), w[0] + " does not hold \"" + w[1] + "\"");
+}
+
+/// Arranges data in the engine's own dialect.
+void sql(Stage&, Words w) {
+    const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
+    sqlite3* handle = nullptr;
+    const bool done =
+        sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
+        sqlite3_exec(handle, w[1].toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    const QString problem = done ? QString() : QString::fromUtf8(sqlite3_errmsg(handle));
+    sqlite3_close(handle);
+    require(done, problem);
+}
+
+/// Arranges a session value: writes a text, or removes the value when there is none.
+void session(Stage&, Words w) {
+    using namespace UtilityFunctions;
+    if (w.size() > 1)
+        SetRegValue(AppRegistryKey(), w[0], w[1], RegistryType::Text);
+    else
+        RemoveRegValue(HKeyCurrentUser(), AppRegistryKey(), w[0]);
+}
+
+void shot(Stage& stage, Words w) {
+    if (stage.shotFolder.isEmpty())
+        return;
+    QWidget* target = w.size() > 1 ? windowOf(w[0]) : static_cast<QWidget*>(BrennovalMain::instance());
+    settle();
+    require(QDir().mkpath(stage.shotFolder) && target->grab().save(QDir(stage.shotFolder).filePath(w.last())),
+            "cannot write " + w.last());
+}
+
+void notYet(Stage&, Words) {
+    fail("this command does not stand yet");
+}
+
+struct Command {
+    void (*run)(Stage&, Words);
+    int leastWords;
+    bool acts = false; // an answer that was prepared must have been asked for by its end
+};
+
+const QHash<QString, Command>& commands() {
+    static const QHash<QString, Command> all = {
+        {"start", {[](Stage&, Words) {}, 0}},
+        {"menu", {menu, 1, true}},
+        {"tool", {tool, 2, true}},
+        {"click", {click, 1, true}},
+        {"doubleclick", {doubleClick, 1, true}},
+        {"type", {type, 2, true}},
+        {"key", {key, 1, true}},
+        {"pick", {pick, 1, true}},
+        {"row", {row, 2, true}},
+        {"check", {check, 2, true}},
+        {"answer", {answer, 1}},
+        {"input", {notYet, 1}},
+        {"file", {file, 1}},
+        {"cancel", {cancel, 0}},
+        {"close", {close, 1, true}},
+        {"expect", {expect, 2}},
+        {"expect-visible", {expectVisible, 1}},
+        {"expect-hidden", {expectHidden, 1}},
+        {"expect-enabled", {expectEnabled, 1}},
+        {"expect-disabled", {expectDisabled, 1}},
+        {"expect-error", {expectError, 1}},
+        {"expect-ok", {expectOk, 1}},
+        {"expect-hint", {expectHint, 2}},
+        {"expect-focus", {expectFocus, 1}},
+        {"expect-screen", {expectScreen, 1}},
+        {"expect-closed", {expectClosed, 1}},
+        {"expect-title", {expectTitle, 2}},
+        {"expect-status", {expectStatus, 1}},
+        {"expect-rows", {expectRows, 2}},
+        {"expect-cell", {expectCell, 4}},
+        {"expect-menu", {expectMenu, 2}},
+        {"expect-beep", {expectBeep, 0}},
+        {"expect-clipboard", {expectClipboard, 1}},
+        {"expect-session", {expectSession, 2}},
+        {"expect-sql", {expectSql, 3}},
+        {"expect-page", {notYet, 2}},
+        {"expect-file", {expectFile, 1}},
+        {"print", {notYet, 1}},
+        {"sql", {sql, 2}},
+        {"session", {session, 1}},
+        {"shot", {shot, 1}},
+    };
+    return all;
+}
+
+} // namespace
+
+void Player::play(const QString& line) {
+    QStringList words = wordsOf(line);
+    if (words.isEmpty())
+        return;
+    const QString name = words.takeFirst();
+    const auto command = commands().constFind(name);
+    if (command == commands().cend())
+        fail("the command " + name + " is not known");
+    require(words.size() >= command->leastWords,
+            QString("%1 takes %2 words").arg(name).arg(command->leastWords));
+    if (!stage.started && name != "sql" && name != "session")
+        start(stage);
+    command->run(stage, words);
+    settle();
+    if (!stage.dialogs.problem.isEmpty())
+        fail(std::exchange(stage.dialogs.problem, {}));
+    if (command->acts && !stage.dialogs.answers.isEmpty())
+        fail("the message box did not come: " + stage.dialogs.answers.first().text);
+    if (command->acts && !stage.dialogs.files.isEmpty())
+        fail("the file dialog did not come");
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "tests/runner/ScriptedDialogs.h"
+
+#include <QString>
+
+/// Why a line of a story failed.
+struct Failure {
+    QString what;
+};
+
+/// What the commands of a story work on.
+struct Stage {
+    ScriptedDialogs& dialogs;
+    QString shotFolder; // empty for no pictures
+    QString homeFolder; // relative paths of a story are below it
+    bool started = false;
+};
+
+/// Plays the lines of one story on the real screens.
+class Player {
+  public:
+    explicit Player(Stage where) : stage(std::move(where)) {}
+    /// Plays one line. Throws Failure.
+    void play(const QString& line);
+
+  private:
+    Stage stage;
+};

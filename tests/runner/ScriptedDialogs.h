@@ -1,0 +1,50 @@
+#pragma once
+
+#include "core/Dialogs.h"
+
+#include <QHash>
+#include <QStringList>
+
+/// Gives the answers that the story has prepared.
+class ScriptedDialogs : public Dialogs {
+  public:
+    struct Answer {
+        QString button;
+        QString text;
+        bool anyText;
+    };
+
+    QMessageBox::StandardButton show(const Message& message) override {
+        if (answers.isEmpty()) {
+            problem = "a message box came that nobody answers: \"" + message.text + "\"";
+            return message.buttons & QMessageBox::Cancel ? QMessageBox::Cancel : QMessageBox::Ok;
+        }
+        const Answer answer = answers.takeFirst();
+        if (!answer.anyText && answer.text != message.text)
+            problem = "the message box shows \"" + message.text + "\" instead of \"" + answer.text + "\"";
+        const QHash<QString, QMessageBox::StandardButton> buttons = {{"OK", QMessageBox::Ok},
+                                                                     {"Cancel", QMessageBox::Cancel},
+                                                                     {"Yes", QMessageBox::Yes},
+                                                                     {"No", QMessageBox::No}};
+        const auto button = buttons.value(answer.button, QMessageBox::NoButton);
+        if (!(message.buttons & button))
+            problem = "the message box has no button " + answer.button;
+        return button;
+    }
+
+    QString openFile(const QString&, const QString&) override { return nextFile(); }
+    void beep() override { ++beeps; }
+
+    /// The next file name; an empty one cancels the dialog.
+    QString nextFile() {
+        if (!files.isEmpty())
+            return files.takeFirst();
+        problem = "a file dialog came that nobody answers";
+        return {};
+    }
+
+    QList<Answer> answers;
+    QStringList files;
+    QString problem;
+    int beeps = 0;
+};
