@@ -66,6 +66,39 @@ void fieldFrame(const QStyleOption& option, QPainter& painter) {
     roundedBox(painter, option.rect, Qt::NoBrush, line, focused ? 1.6 : 1);
 }
 
+/// The indicator of an option button or check box.
+void indicator(const QStyleOption& option, QPainter& painter, bool round) {
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool on = option.state & QStyle::State_On;
+    const bool marked = on || option.state & QStyle::State_HasFocus || option.state & QStyle::State_MouseOver;
+    const QColor accent = accentColor(option.palette);
+    const QColor line =
+        blend(option.palette.color(QPalette::Window), option.palette.color(QPalette::WindowText), .45);
+    const qreal side = std::min(option.rect.width(), option.rect.height()) - 1;
+    const QRectF box(option.rect.center().x() - side / 2 + .5, option.rect.center().y() - side / 2 + .5, side,
+                     side);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(enabled && marked ? accent : line, 1.2));
+    painter.setBrush(on && !round ? QBrush(enabled ? accent : line) : option.palette.brush(QPalette::Base));
+    if (round)
+        painter.drawEllipse(box);
+    else
+        painter.drawRoundedRect(box, 3, 3);
+    if (on && round) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(enabled ? accent : line);
+        painter.drawEllipse(box.center(), side * .27, side * .27);
+    } else if (on) {
+        painter.setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF c = box.center();
+        const QPointF tick[] = {c + QPointF(-side * .24, 0), c + QPointF(-side * .06, side * .2),
+                                c + QPointF(side * .26, -side * .2)};
+        painter.drawPolyline(tick, 3);
+    }
+    painter.restore();
+}
+
 void titleBarButton(QPainter& painter, const QRect& rect, QStyle::SubControl part, bool over, bool down,
                     const QColor& ink) {
     if (over || down)
@@ -169,6 +202,17 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         break;
     case PE_FrameLineEdit:
         fieldFrame(*option, *painter);
+        return;
+    case PE_Frame: // around lists and text areas
+        painter->save();
+        painter->setPen(option->state & State_HasFocus ? accentColor(option->palette)
+                                                       : lineColor(option->palette));
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        painter->restore();
+        return;
+    case PE_IndicatorRadioButton:
+    case PE_IndicatorCheckBox:
+        indicator(*option, *painter, element == PE_IndicatorRadioButton);
         return;
     case PE_FrameGroupBox: { // the title stands above the frame
         const auto* group = dynamic_cast<const QGroupBox*>(widget);
