@@ -1,0 +1,81 @@
+#include "app/Install.h"
+#include "core/Database.h"
+#include "core/Fault.h"
+#include "core/SessionStore.h"
+#include "tests/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString userFile = "BrennovalUserData.mdb";
+const QString catalogueFile = "BrennovalSysData.mdb";
+
+QString shippedFolder() {
+    return QCoreApplication::applicationDirPath() + "/Data";
+}
+
+QString storedFolder() {
+    QString folder;
+    GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder);
+    return folder;
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+TEST(Install, GivesANewUserKeyFolderAndFiles) {
+    const TemporaryHome home;
+    const QString folder = home.dataFolder();
+    InstallForUser(shippedFolder(), folder);
+    EXPECT_EQ(storedFolder(), folder);
+    EXPECT_EQ(contents(folder + u'/' + userFile), contents(shippedFolder() + u'/' + userFile));
+    EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
+}
+
+TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnOlderCatalogue) {
+    const TemporaryHome home;
+    const QString folder = home.dataFolder();
+    InstallForUser(shippedFolder(), folder);
+    write(folder + u'/' + userFile, "the user's own");
+    write(folder + u'/' + catalogueFile, "not a catalogue");
+    InstallForUser(shippedFolder(), folder);
+    EXPECT_EQ(contents(folder + u'/' + userFile), "the user's own");
+    EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
+    {
+        Connection newer;
+        newer.setProperty("Data Source", folder + u'/' + catalogueFile);
+        newer.Open();
+        Recordset().Open("DELETE * FROM tblPostalCodes", newer);
+    }
+    const QByteArray changed = contents(folder + u'/' + catalogueFile);
+    InstallForUser(shippedFolder(), folder); // of the same version
+    EXPECT_EQ(contents(folder + u'/' + catalogueFile), changed);
+}
+
+TEST(Install, KeepsTheFolderThatTheUserChose) {
+    const TemporaryHome home;
+    const QString chosen = home.dataFolder() + "/chosen";
+    InstallForUser(shippedFolder(), chosen);
+    InstallForUser(shippedFolder(), home.dataFolder() + "/default");
+    EXPECT_EQ(storedFolder(), chosen);
+    EXPECT_FALSE(QFile::exists(home.dataFolder() + "/default"));
+}
+
+TEST(Install, SaysWhatItCannotCopy) {
+    const TemporaryHome home;
+    EXPECT_THROW(InstallForUser(home.dataFolder() + "/none", home.dataFolder()), Fault);
+    EXPECT_TRUE(QDir(home.dataFolder()).entryList(QDir::Files).isEmpty()) << "nothing is left half done";
+}
