@@ -5,7 +5,10 @@
 #include "core/Fault.h"
 #include "core/SessionStore.h"
 #include "documents/Drawings.h"
+#include "estimates/Estimates.h"
 #include "jobs/Jobs.h"
+#include "packages/Packages.h"
+#include "shock/Shock.h"
 #include "sizing/Sizing.h"
 
 #include <QDir>
@@ -68,5 +71,8 @@ void registerAll() {
     registerCore();
     registerJobs();
     registerDocuments();
+    registerEstimates();
+    registerShock();
+    registerPackages();
     registerSizing();
 }

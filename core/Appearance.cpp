@@ -35,13 +35,18 @@ QIcon programIcon(const QColor& color) {
     return icon;
 }
 
-QPixmap rendered(const QByteArray& svg, const QColor& color, int size) {
+QPixmap rendered(const QByteArray& svg, const QColor& color, const QSize& size) {
     QSvgRenderer renderer(QByteArray(svg).replace("currentColor", color.name().toLatin1()));
-    QPixmap pixmap(size, size);
+    QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     renderer.render(&painter);
     return pixmap;
+}
+
+QByteArray drawingOf(const QString& name) {
+    QFile file(":/icons/" + name + ".svg");
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -76,16 +81,20 @@ void apply(Scheme scheme) {
     QApplication::setWindowIcon(programIcon(colors.accent));
 }
 
+QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio) {
+    QPixmap pixmap = rendered(drawingOf(name), QApplication::palette().color(QPalette::WindowText),
+                              (QSizeF(size) * pixelRatio).toSize());
+    pixmap.setDevicePixelRatio(pixelRatio);
+    return pixmap;
+}
+
 QIcon icon(const QString& name) {
-    QFile file(":/icons/" + name + ".svg");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray svg = file.readAll();
+    const QByteArray svg = drawingOf(name);
     const QPalette palette = QApplication::palette();
     QIcon icon;
     for (const int size : {16, 20, 24, 32, 40, 48, 64}) {
-        icon.addPixmap(rendered(svg, palette.color(QPalette::Active, QPalette::ButtonText), size));
-        icon.addPixmap(rendered(svg, palette.color(QPalette::Disabled, QPalette::ButtonText), size),
+        icon.addPixmap(rendered(svg, palette.color(QPalette::Active, QPalette::ButtonText), {size, size}));
+        icon.addPixmap(rendered(svg, palette.color(QPalette::Disabled, QPalette::ButtonText), {size, size}),
                        QIcon::Disabled);
     }
     return icon;

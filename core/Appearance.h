@@ -18,6 +18,9 @@ void apply(Scheme scheme);
 /// An icon of the set in the colours of the scheme, such as "print".
 QIcon icon(const QString& name);
 
+/// A picture of the set in a size of screen units, for a screen of that pixel ratio.
+QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio);
+
 /// Draws the program's mark, a standing tank, into a rectangle; the line in 16ths of its side.
 void drawMark(QPainter& painter, const QRectF& place, const QColor& color, const QColor& fill,
               qreal lineWidth = 1.2);

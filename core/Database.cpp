@@ -347,6 +347,10 @@ Recordset::Field& Recordset::Field::operator=(const QString& text) {
     return *this;
 }
 
+Recordset::Field& Recordset::Field::operator=(const char* text) {
+    return *this = QString::fromUtf8(text);
+}
+
 Recordset::Field& Recordset::Field::operator=(double number) {
     const QString& type = recordset.columns[index].declaredType;
     if (type == u"INTEGER" || type == u"SMALLINT") {

@@ -58,6 +58,7 @@ class Recordset {
         int DefinedSize() const;
 
         Field& operator=(const QString& text);
+        Field& operator=(const char* text); // which would otherwise be taken for a Boolean
         Field& operator=(double number);
         Field& operator=(int number);
         Field& operator=(bool flag);

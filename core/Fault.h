@@ -19,6 +19,7 @@ class Fault : public std::runtime_error {
     static constexpr std::int32_t TypeMismatch = 13;
     static constexpr std::int32_t FileNotFound = 53;
     static constexpr std::int32_t PathNotFound = 76;
+    static constexpr std::int32_t ObjectNotSet = 91;
 
   private:
     std::int32_t faultNumber;

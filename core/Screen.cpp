@@ -174,6 +174,14 @@ Screen* find(const QString& name) {
     return open ? open->screen : nullptr;
 }
 
+QWidget* field(const QString& screen, const QString& control) {
+    const Screen* owner = load(screen);
+    QWidget* box = owner ? owner->control<QWidget>(control) : nullptr;
+    if (!box)
+        throw Fault(Fault::ObjectNotSet, "There is no field " + (screen + "." + control).toStdString());
+    return box;
+}
+
 Screen* load(const QString& name) {
     if (Screen* screen = find(name))
         return screen;

@@ -79,6 +79,8 @@ void open(const QString& name);
 /// Closes a screen unless its closing check refuses; true when it is gone.
 bool unload(const QString& name);
 Screen* find(const QString& name);
+/// An entry box of a screen, which is loaded when it is not. Throws Fault 91 when there is none.
+QWidget* field(const QString& screen, const QString& control);
 /// Names of the loaded screens, the oldest first.
 QStringList loaded();
 /// Tells that another screen of the main window has become the active one.

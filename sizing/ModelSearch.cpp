@@ -1,8 +1,20 @@
 #include "sizing/ModelSearch.h"
 
+namespace {
+constexpr int passes = 3;
+constexpr int mostTanks = 6;
+
+/// Adds the models of a size in a quantity; false when the catalogue gives none.
+bool offer(std::vector<TankOption>& options, std::vector<TankOption> models, int quantity) {
+    for (TankOption& option : models) {
+        option.quantity = quantity;
+        options.push_back(std::move(option));
+    }
+    return !models.empty();
+}
+} // namespace
+
 std::vector<TankOption> SearchModels(const ModelSource& source) {
-    constexpr int passes = 3;
-    constexpr int mostTanks = 6;
     std::vector<TankOption> options;
     double found = 0;
     double last = 0;
@@ -14,14 +26,25 @@ std::vector<TankOption> SearchModels(const ModelSource& source) {
             if (found == last)
                 break;
             last = found;
-            auto models = source.models(found);
-            if (models.empty())
-                continue;
-            for (TankOption& option : models) {
-                option.quantity = quantity;
-                options.push_back(std::move(option));
-            }
-            break;
+            if (offer(options, source.models(found), quantity))
+                break;
+        }
+    }
+    return options;
+}
+
+std::vector<TankOption> SearchShockModels(const ModelSource& source) {
+    std::vector<TankOption> options;
+    double found = 0;
+    double last = 0;
+    int quantity = 0;
+    for (int pass = 1; pass <= passes; ++pass) {
+        for (++quantity; quantity <= mostTanks; ++quantity) {
+            found = source.smallest(quantity).value_or(found);
+            if (found == last)
+                break;
+            last = found;
+            offer(options, source.models(found), quantity);
         }
     }
     return options;

@@ -26,3 +26,7 @@ struct ModelSource {
 /// one before is left out. A size whose rows cannot be found again makes the search try the next quantity,
 /// up to six, without using up one of the three.
 std::vector<TankOption> SearchModels(const ModelSource& source);
+
+/// The same for shock arrestor tanks: goes through the quantities up to six and offers each new size; the
+/// third quantity that finds the size of the one before ends the search.
+std::vector<TankOption> SearchShockModels(const ModelSource& source);

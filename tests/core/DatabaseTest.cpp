@@ -126,12 +126,14 @@ TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
     tanks[QStringLiteral("TankID")] = QStringLiteral("J.1");
     tanks.Update();
     tanks[QStringLiteral("TotSysVolume")] = QStringLiteral(" 1,234.5 ");
-    tanks[QStringLiteral("Qty")] = QStringLiteral("2.5");
+    tanks[QStringLiteral("Qty")] = "2.5";
+    tanks[QStringLiteral("TankClass")] = "SHK";
     tanks.Update();
     EXPECT_EQ(value(user, QStringLiteral("SELECT TotSysVolume AS V FROM tblJobData WHERE TankID = 'J.1'")),
               QStringLiteral("1234.5"));
     EXPECT_EQ(value(user, QStringLiteral("SELECT Qty AS V FROM tblJobData")), QStringLiteral("2"));
     EXPECT_EQ(tanks[QStringLiteral("TankID")].text(), QStringLiteral("J.1"));
+    EXPECT_EQ(tanks[QStringLiteral("TankClass")].text(), QStringLiteral("SHK"));
 }
 
 TEST_F(DatabaseTest, RefusesWhatAColumnCannotHold) {

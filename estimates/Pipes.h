@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace UtilityFunctions {
+
+/// Whether the catalogue has a pipe: by its metric key for the mode "Metric", else by its U.S. key. An empty
+/// text passes. Tells the user when it has none. Throws DatabaseFault for a text that breaks the query, as
+/// an apostrophe does.
+bool ValidatePipeSize(const QString& text, const QString& mode);
+
+} // namespace UtilityFunctions

@@ -1,0 +1,76 @@
+#include "estimates/frmPipeSelect.h"
+
+#include "core/Fault.h"
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// Which boxes of an opening screen take the chosen pipe.
+struct HandOver {
+    const char* opener;
+    QStringList boxes;
+};
+
+const HandOver handOvers[] = {
+    {"frmJobConditionsSHK", {"PipeIndex"}},
+    {"frmCalcExpTSF", {"txtPipeSizeItemized", "PipeIndexCom", "PipeIndex"}},
+    {"frmcalcThmTSF", {"PipeIndex"}},
+    {"frmMetricSHK", {"txtPipeIndex"}},
+};
+
+} // namespace
+
+frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
+    setupUi(this);
+    prepare();
+    for (QRadioButton* family : {radSch40, radSch80, radTypeCu})
+        on(family, "." + family->objectName(), [this] { FillSizes(); });
+    on(bttnMetric, ".tbToolbar", [this] { FillSizes(); });
+    on(bttnOK, ".tbToolbar", [this] { Confirm(); });
+    on(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
+    connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
+            [this] { trap(".lvPipeSizes", [this] { Confirm(); }); });
+}
+
+void frmPipeSelect::Load() {
+    radSch40->setChecked(true);
+    FillSizes();
+}
+
+void frmPipeSelect::FillSizes() {
+    const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
+    lvPipeSizes->clear();
+    lvPipeSizes->setHeaderLabels({"Size"});
+    Connection connection = openDatabase("Sys");
+    Recordset pipe;
+    pipe.Open("SELECT * FROM tblPipeMaster WHERE Schedule = '" + schedule + "'", connection);
+    for (; !pipe.AtEnd(); pipe.MoveNext())
+        lvPipeSizes->addTopLevelItem(
+            new QTreeWidgetItem({pipe[bttnMetric->isChecked() ? "MetricIndex" : "PipeIndex"].text()}));
+}
+
+/// Always the U.S. key, whatever the list shows.
+QString frmPipeSelect::SelectedKey() const {
+    const auto selected = lvPipeSizes->selectedItems();
+    if (selected.isEmpty())
+        throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
+    const QString text = selected.first()->text(0);
+    if (!bttnMetric->isChecked())
+        return text;
+    Connection connection = openDatabase("Sys");
+    Recordset pipe;
+    pipe.Open("SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(text) + "'", connection);
+    return pipe["PipeIndex"].text();
+}
+
+void frmPipeSelect::Confirm() {
+    const QString key = SelectedKey();
+    for (const HandOver& handOver : handOvers)
+        if (Tag == handOver.opener)
+            for (const QString& box : handOver.boxes)
+                SetFieldText(Screens::field(handOver.opener, box), key);
+    Screens::unload(name());
+}

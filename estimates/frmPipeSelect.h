@@ -1,0 +1,16 @@
+#pragma once
+
+#include "core/Screen.h"
+#include "ui_frmPipeSelect.h"
+
+/// Chooses a pipe from the catalogue and writes its U.S. key into the screen that its Tag names.
+class frmPipeSelect : public Screen, private Ui::frmPipeSelect {
+  public:
+    frmPipeSelect();
+
+  private:
+    void Load() override;
+    void FillSizes();
+    QString SelectedKey() const;
+    void Confirm();
+};

@@ -1,0 +1,175 @@
+#include "packages/frmPKGSelect.h"
+
+#include "core/BrennovalMain.h"
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+#include "core/Lists.h"
+#include "core/SessionStore.h"
+#include "documents/Drawings.h"
+
+#include <QDate>
+#include <QEvent>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+constexpr QSize drawingArea(505, 273); // the picture box as the layout has it
+
+QString tankQuery(const QString& tankID) {
+    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
+}
+
+} // namespace
+
+frmPKGSelect::frmPKGSelect() : Screen("frmPKGSelect") {
+    setupUi(this);
+    prepare();
+    imgDrawing->installEventFilter(this);
+    const struct {
+        QRadioButton* option;
+        const char* packageClass;
+        const char* drawing;
+    } families[] = {{optPKG, "PKG", "PKG1"},
+                    {optPKGD, "PKGD", "PKG2"},
+                    {OptPKGT, "PKGT", "PKG3"},
+                    {optFDM, "FDM", "PKG4"}};
+    for (const auto& family : families)
+        on(family.option, "." + family.option->objectName(),
+           [this, family] { SelectFamily(family.packageClass, family.drawing); });
+    for (QLineEdit* box : {txtModelNo, txtQty, txtSysPressure})
+        connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
+    for (QLineEdit* box : {txtQty, txtSysPressure})
+        onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
+    connect(lvOptions, &QTreeWidget::itemSelectionChanged, this,
+            [this] { trap(".lvOptions", [this] { SelectModel(); }); });
+
+    on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
+    for (QToolButton* button : {bttnPreview, bttnPrint})
+        makeUnavailable(button);
+    opens(bttnSpecs, "frmResultSpecs");
+    on(bttnAddMore, ".tbToolbar", [this] { AddMore(); });
+    on(bttnRecalc, ".tbToolbar", [] { Dialogs::current().beep(); }); // nothing here could be recalculated
+    opens(bttnUnitTagID, "frmUnitTagData");
+    opens(bttnSchedule, "frmSchedule");
+}
+
+bool frmPKGSelect::eventFilter(QObject* object, QEvent* event) {
+    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
+        trap(".imgDrawing", [this] { ShowLargeDrawing(familyDrawing); });
+    return Screen::eventFilter(object, event);
+}
+
+void frmPKGSelect::Load() {
+    optPKG->click();
+    SetStatusText("Select Package");
+    QString jobID;
+    if (Session::JobID.read(jobID)) {
+        setWindowTitle("Select Glycol Make-up Package for Job: " + jobID);
+        lblJobID->setText(jobID);
+    }
+    QString tankID;
+    if (!Session::TankID.read(tankID))
+        return;
+    Connection connection = openDatabase("User");
+    Recordset tank;
+    tank.Open(tankQuery(tankID), connection);
+    if (tank.AtEnd())
+        return;
+    txtModelNo->setText(tank["ModelNo"].text());
+    txtQty->setText(tank["Qty"].text());
+    txtSysPressure->setText(tank["SOPMax"].text());
+    Dirty = false; // what is stored needs no saving
+}
+
+void frmPKGSelect::SelectFamily(const QString& packageClass, const QString& drawing) {
+    FillListView(packageClass);
+    familyDrawing = drawing;
+    imgDrawing->setGeometry(QRect({0, 0}, drawingArea)); // a box that kept its place would drift
+    QString path;
+    imgDrawing->setVisible(LoadDrawing(imgDrawing, drawingArea.width(), drawingArea.height(), drawing, path));
+}
+
+void frmPKGSelect::FillListView(const QString& packageClass) {
+    SetStatusText("Select Package");
+    const QSignalBlocker noSelection(lvOptions);
+    lvOptions->clear();
+    lvOptions->setHeaderLabels(
+        {"Model No.", "Make Up Capacity", "Pump hp", "Volume", "psi Range", "Height", "Width", "Weight"});
+    Connection connection = openDatabase("Sys");
+    Recordset model;
+    model.Open("SELECT * FROM tblModelMaster WHERE Class = '" + packageClass + "'", connection);
+    for (; !model.AtEnd(); model.MoveNext())
+        lvOptions->addTopLevelItem(new QTreeWidgetItem(
+            {model["ModelDscrptn"].text(),
+             model["MakeUpCapacity"].text() + "gpm @ " + model["TankWkPressure"].text() + " psi",
+             model["PumpHp"].text(), model["TankVolume"].text() + " gal",
+             model["MinSysPressure"].text() + "-" + model["TankWkPressure"].text() + " psi",
+             model["OAL"].text(), model["TankOD"].text(), model["ShipWeight"].text() + " lbs"}));
+    FitColumns(lvOptions);
+}
+
+void frmPKGSelect::SelectModel() {
+    const auto selected = lvOptions->selectedItems();
+    if (selected.isEmpty())
+        return;
+    txtModelNo->setText(selected.first()->text(0));
+    if (txtQty->text().isEmpty())
+        txtQty->setText("1");
+    txtQty->setFocus();
+}
+
+void frmPKGSelect::SaveRecord() {
+    if (!Dirty)
+        return;
+    const Hourglass hourglass;
+    QString modelClass; // of the model, whatever family the list shows
+    {
+        Connection catalogue = openDatabase("Sys");
+        Recordset model;
+        model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(txtModelNo->text()) +
+                       "'",
+                   catalogue);
+        if (!model.AtEnd())
+            modelClass = model["Class"].text();
+    }
+    QString mode;
+    if (!Session::Mode.read(mode))
+        return;
+    const bool isNew = mode == "New";
+    const int number = isNew ? GetNextNumber() : 0;
+    Connection connection = openDatabase("User");
+    Recordset tank;
+    if (isNew) {
+        const QString tankID = Session::JobID.text() + "." + QString::number(number);
+        Session::TankID.write(tankID);
+        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
+        tank.AddNew();
+        tank["TankNo"] = number;
+        tank["TankID"] = tankID;
+        tank["JobID"] = lblJobID->text();
+    } else {
+        tank.Open(tankQuery(Session::TankID.text()), connection, CursorType::Keyset);
+    }
+    tank["ModelNo"] = txtModelNo->text();
+    tank["Qty"] = txtQty->text();
+    tank["SOPMax"] = txtSysPressure->text();
+    tank["TankClass"] = modelClass;
+    tank["DateCreated"] = QDate::currentDate().startOfDay(); // of the last save
+    tank.Update();
+    SetStatusText("Record Saved");
+    Dirty = false;
+}
+
+void frmPKGSelect::AddMore() { // the mode stays as it is
+    Session::TankID.write("");
+    Tag = "1";
+    Screens::unload(name());
+    Screens::open("frmClassSelect");
+}
+
+bool frmPKGSelect::QueryUnload() {
+    if (Tag != "1")
+        SetStatusBarText();
+    return true;
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Makes the screens of this folder known.
+void registerShock();

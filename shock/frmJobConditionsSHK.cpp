@@ -1,0 +1,260 @@
+#include "shock/frmJobConditionsSHK.h"
+
+#include "core/Appearance.h"
+#include "core/BrennovalMain.h"
+#include "core/DisplayFields.h"
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+#include "core/Numbers.h"
+#include "core/SessionStore.h"
+#include "estimates/Pipes.h"
+
+#include <QDate>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+constexpr double standardAtmosphere = 14.7; // psia
+
+double numberIn(const QLineEdit* box) {
+    return ToDouble(box->text().toStdString());
+}
+
+/// The user's atmospheric pressure in psia.
+double atmosphericPressure() {
+    Connection connection = openDatabase("User");
+    Recordset user;
+    user.Open("SELECT * FROM tblUser", connection);
+    const double stored = user.AtEnd() ? 0 : user["DefaultPSIa"].number();
+    return stored == 0 ? standardAtmosphere : stored;
+}
+
+/// The bore in inches of a pipe of the catalogue; 0 when it has none of that name.
+double boreOf(const QString& pipeIndex) {
+    Connection connection = openDatabase("Sys");
+    Recordset pipe;
+    pipe.Open("SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + SqlEscape(pipeIndex) + "'", connection);
+    return pipe.AtEnd() ? 0 : pipe["ID"].number();
+}
+
+/// The pressure factor for two band values in psig; 0 when the table has no row for them.
+double pressureFactor(double shockBand, double staticBand) {
+    if (!TableHasPressureFactor(shockBand, staticBand))
+        return HighPressureFactor(shockBand, staticBand);
+    Connection connection = openDatabase("Sys");
+    Recordset factor;
+    factor.Open(
+        "SELECT [" + QString::fromStdString(NumberText(staticBand)) +
+            "] AS P1 FROM tblPressureFactor WHERE SOPMax = " + QString::fromStdString(NumberText(shockBand)),
+        connection);
+    return factor.AtEnd() ? 0 : factor["P1"].number();
+}
+
+QString tankQuery(const QString& tankID) {
+    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
+}
+
+} // namespace
+
+frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdNext);
+    txtAtmPressure->hide();
+    imgPipe->setPixmap(Appearance::picture("pipe-sketch", imgPipe->size(), devicePixelRatioF()));
+    cmdFindPipe2->setIcon(Appearance::icon("search"));
+    for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
+        connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
+
+    onLeaving(PipeIndex, ".PipeIndex_Validate", [this] {
+        const bool passed = ValidatePipeSize(PipeIndex->text(), "");
+        if (passed)
+            SetPipeGraphic();
+        return passed;
+    });
+    onLeaving(PipeLength, ".PipeLength_Validate", [this] {
+        const bool passed = ValidateNumeric(PipeLength, true);
+        if (passed)
+            SetPipeGraphic();
+        return passed;
+    });
+    onLeaving(FlowRate, ".FlowRate_Validate", [this] { return ValidateNumeric(FlowRate, false); });
+    onLeaving(FlowPressure, ".FlowPressure_Validate", [this] { return ValidateNumeric(FlowPressure, true); });
+    onLeaving(StaticPressure, ".StaticPressure_Validate", [this] { return CheckStaticPressure(); });
+    onLeaving(ShockPressure, ".ShockPressure_Validate", [this] { return CheckShockPressure(); });
+
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] {
+        if (Screen* chooser = Screens::load("frmPipeSelect"))
+            chooser->Tag = name();
+        Screens::show("frmPipeSelect");
+    });
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdMetric, Metric})
+        opens(button, "frmMetricSHK");
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdNext, Next})
+        on(button, ".cmdNext", [this] { GoOn(); });
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdPrevious, Previous})
+        on(button, ".cmdPrevious", [this] { GoBack(); });
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdCancel, Cancel})
+        on(button, ".cmdCancel", [this] { GiveUp(); });
+}
+
+void frmJobConditionsSHK::Load() {
+    SetStatusText("Enter job conditions");
+    lblJobID->setText(Session::JobID.text());
+    SetPipeGraphic();
+    QString tankID;
+    if (!Session::TankID.read(tankID))
+        return;
+    Connection connection = openDatabase("User");
+    Recordset tank;
+    tank.Open(tankQuery(tankID), connection);
+    if (tank.AtEnd())
+        return;
+    for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
+        box->setText(tank[box->objectName()].text()); // each box has the name of its column
+    SetPipeGraphic();
+}
+
+void frmJobConditionsSHK::SetPipeGraphic() {
+    const bool hasPipe = !PipeIndex->text().isEmpty();
+    const bool hasLength = !PipeLength->text().isEmpty();
+    lblPipeIDGraphic->clear();
+    lblLenGraphic->clear();
+    if (hasPipe)
+        lblPipeIDGraphic->setText(QString::fromStdString(Format(boreOf(PipeIndex->text()), "#,##0.0 in")));
+    if (hasLength)
+        lblLenGraphic->setText(QString::fromStdString(Format(numberIn(PipeLength), "#,##0 ft")));
+    for (QFrame* line : {linDiameter, linDiameterTop, linDiameterBottom})
+        line->setVisible(hasPipe);
+    for (QFrame* line : {linLength, linLengthStart, linLengthEnd})
+        line->setVisible(hasLength);
+    imgPipe->setVisible(hasPipe && hasLength);
+}
+
+bool frmJobConditionsSHK::CheckStaticPressure() {
+    if (!ValidateNumeric(StaticPressure, true) || !ValidateMinMax(StaticPressure, 20, 110))
+        return false;
+    UnmarkField(FlowPressure);
+    UnmarkField(ShockPressure);
+    return true;
+}
+
+bool frmJobConditionsSHK::CheckShockPressure() { // its upper limit is tested by Next only
+    if (!ValidateNumeric(ShockPressure, true))
+        return false;
+    UnmarkField(StaticPressure);
+    return true;
+}
+
+void frmJobConditionsSHK::Refuse(const QString& text) {
+    SetStatusText("Error...");
+    Dialogs::current().show({text, "Error"});
+}
+
+void frmJobConditionsSHK::GoOn() {
+    const Hourglass hourglass;
+    SetStatusText("Processing...");
+    for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
+        if (!ValidateValueEntered(box, false))
+            return;
+    if (!ValidateValueRange(FlowPressure, StaticPressure) ||
+        !ValidateValueRange(StaticPressure, ShockPressure))
+        return;
+    ShockConditions conditions{0,
+                               numberIn(PipeLength),
+                               numberIn(FlowRate),
+                               numberIn(FlowPressure),
+                               numberIn(StaticPressure),
+                               numberIn(ShockPressure),
+                               0};
+    const QString candidate = lblJobID->text() + "." + QString::number(GetNextNumber());
+    conditions.atmosphericPressure = atmosphericPressure();
+    txtAtmPressure->setText(QString::fromStdString(NumberText(conditions.atmosphericPressure)));
+    conditions.bore = boreOf(PipeIndex->text());
+    if (conditions.bore == 0) {
+        MarkField(PipeIndex);
+        Dirty = false;
+        Refuse("Not a valid Pipe Index");
+        return;
+    }
+    const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+                                                    conditions.atmosphericPressure);
+    const double shockBand = ShockPressureBand(conditions.shockPressure);
+    const double staticBand = StaticPressureBand(conditions.staticPressure);
+    const ShockSizes sizes = ComputeShockSizes(conditions, pressureFactor(shockBand, staticBand));
+    if (const auto objection = ShockObjection(sizes.waterVelocity, acceptance, shockBand)) {
+        Refuse("Check input.\n\r" + QString::fromUtf8(objection->data(), qsizetype(objection->size())));
+        PipeIndex->setFocus();
+        return;
+    }
+    procedure(".SaveRecord", [&] {
+        SaveRecord(candidate, conditions.atmosphericPressure, sizes.waterVelocity, sizes.kineticEnergy,
+                   sizes.totalKineticEnergy, sizes.requiredVolume, sizes.requiredAcceptance);
+    });
+    Tag = "1";
+    Screens::unload(name());
+    Screens::open("frmtankselection");
+}
+
+void frmJobConditionsSHK::SaveRecord(const QString& TankID, double AtmPressure, double WaterVelocity,
+                                     double KineticEnergy, double TotalKineticEnergy, double RequiredVolume,
+                                     double RequiredAcceptance) {
+    QString mode;
+    if (!Session::Mode.read(mode))
+        return;
+    const bool isNew = mode == "New";
+    const int number = isNew ? GetNextNumber() : 0;
+    QString stored = TankID;
+    Connection connection = openDatabase("User");
+    Recordset tank;
+    if (isNew) {
+        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
+        tank.AddNew();
+        tank["TankNo"] = number;
+        tank["TankID"] = stored;
+        tank["JobID"] = lblJobID->text();
+        tank["DateCreated"] = QDate::currentDate().startOfDay();
+    } else {
+        stored = Session::TankID.text();
+        tank.Open(tankQuery(stored), connection, CursorType::Keyset);
+    }
+    tank["AtmPressure"] = AtmPressure;
+    for (QLineEdit* box : {PipeLength, PipeIndex, FlowRate, FlowPressure, StaticPressure, ShockPressure})
+        tank[box->objectName()] = box->text();
+    constexpr int decimals = 8;
+    tank["WaterVelocity"] = Round(WaterVelocity, decimals);
+    tank["KineticEnergy"] = Round(KineticEnergy, decimals);
+    tank["TotalKineticEnergy"] = Round(TotalKineticEnergy, decimals);
+    tank["RequiredVolume"] = Round(RequiredVolume, decimals);
+    tank["RequiredAcceptance"] = Round(RequiredAcceptance, decimals);
+    tank["TankClass"] = "SHK";
+    tank.Update();
+    Session::TankID.write(stored);
+}
+
+void frmJobConditionsSHK::GoBack() {
+    const Hourglass hourglass;
+    Tag = "1";
+    QString mode;
+    if (Session::Mode.read(mode))
+        Screens::open(mode == "New" ? "frmClassSelect" : "frmTankIDSearch");
+    Screens::unload(name());
+}
+
+void frmJobConditionsSHK::GiveUp() {
+    const Hourglass hourglass;
+    Tag = "1";
+    CancelJobInput(lblJobID->text());
+    Screens::unload(name());
+    Screens::unload("frmMetricSHK");
+    Screens::unload("frmPipeSelect");
+}
+
+bool frmJobConditionsSHK::QueryUnload() {
+    if (Tag != "1") {
+        GiveUp();
+        SetStatusBarText();
+    }
+    return true;
+}

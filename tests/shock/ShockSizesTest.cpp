@@ -1,0 +1,123 @@
+#include "shock/ShockSizes.h"
+#include "core/Database.h"
+#include "core/Fault.h"
+#include "core/JetSql.h"
+#include "sizing/ModelSearch.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <cmath>
+
+namespace {
+
+const ShockConditions job{2.067, 200, 100, 40, 60, 225, 14.7};
+
+/// Equal to the last of twelve significant digits.
+void expectDigits(double value, double printed) {
+    EXPECT_NEAR(value / printed, 1, 5e-12) << printed;
+}
+
+} // namespace
+
+TEST(ShockSizes, OfAHighPressureJob) {
+    expectDigits(ShockAcceptanceFactor(40, 60, 14.7), .321285140562);
+    const double factor = HighPressureFactor(ShockPressureBand(225), StaticPressureBand(60));
+    EXPECT_DOUBLE_EQ(factor, 4937.1275);
+    const ShockSizes sizes = ComputeShockSizes(job, factor);
+    expectDigits(sizes.waterVelocity, 9.57287426603);
+    expectDigits(sizes.kineticEnergy, 2.13632744657);
+    expectDigits(sizes.totalKineticEnergy, 427.265489314);
+    expectDigits(sizes.requiredAcceptance, .647329010659);
+    expectDigits(sizes.requiredVolume, 2.01481154567);
+}
+
+TEST(ShockSizes, RaiseThePressuresToTheirBands) {
+    const std::pair<double, double> shock[] = {
+        {1, 100},     {100, 100},   {100.1, 110}, {110, 110}, {179, 180}, {180, 180}, {180.5, 180.5}, {185, 185},
+        {190, 190},   {190.1, 200}, {191, 200},   {200, 200}, {201, 201}, {225, 225}, {250, 250},     {251, 251}};
+    for (const auto& [pressure, band] : shock)
+        EXPECT_EQ(ShockPressureBand(pressure), band) << pressure;
+    const std::pair<double, double> still[] = {{0, 20},  {20, 20},   {20.1, 30},  {25, 30},
+                                               {30, 30}, {109, 110}, {110, 110},  {110.1, 110.1}};
+    for (const auto& [pressure, band] : still)
+        EXPECT_EQ(StaticPressureBand(pressure), band) << pressure;
+    EXPECT_TRUE(TableHasPressureFactor(200, 110));
+    EXPECT_TRUE(TableHasPressureFactor(185, 20)) << "looked up, though no row has it";
+    EXPECT_FALSE(TableHasPressureFactor(201, 110));
+    EXPECT_FALSE(TableHasPressureFactor(200, 110.1));
+}
+
+TEST(ShockSizes, ObjectToWhatCannotBeRight) {
+    EXPECT_FALSE(ShockObjection(20, .05, 250)) << "the limits themselves pass";
+    EXPECT_TRUE(ShockObjection(20.0001, .01, 300)->starts_with("Water velocity"));
+    EXPECT_TRUE(ShockObjection(20, .0499, 300)->starts_with("Tank is accepting"));
+    EXPECT_TRUE(ShockObjection(1, -1, 100)->starts_with("Tank is accepting"));
+    EXPECT_EQ(*ShockObjection(20, .05, 251), "Shock pressure exceeds normal working pressure of standard "
+                                             "models.  Custom tank may be available.");
+}
+
+TEST(ShockSizes, DivideByNothing) {
+    EXPECT_THROW(ComputeShockSizes(job, 0), Fault);
+    EXPECT_THROW(ShockAcceptanceFactor(40, -14.7, 14.7), Fault);
+    ShockConditions even = job; // nine tenths of the flow pressure is the static pressure
+    even.flowPressure = 50;
+    even.staticPressure = 45;
+    EXPECT_EQ(ShockAcceptanceFactor(50, 45, 14.7), 0);
+    EXPECT_THROW(ComputeShockSizes(even, 1000), Fault);
+    EXPECT_THROW(LeakLoad(.3, 10, 1, 0, 3), Fault);
+    EXPECT_THROW(PumpStartupDelay(.3, 10, 1, 0), Fault);
+}
+
+TEST(ShockSizes, TellLeakLoadAndDelay) {
+    const double area = PipeArea(2);
+    EXPECT_DOUBLE_EQ(area, 22.0 / 7);
+    EXPECT_DOUBLE_EQ(LeakLoad(.25, 20, 2, 100, area), .25 * 19.25 * 20 * 2 / (100 * area));
+    EXPECT_DOUBLE_EQ(PumpStartupDelay(.25, 20, 2, 50), 12);
+}
+
+TEST(ShockSearch, GoesThroughTheQuantities) {
+    // A size for each quantity that finds a new one; the third repetition ends the search.
+    const double sizes[] = {0, 90, 90, 40, 40, 30, 30};
+    const ModelSource source{[&](int quantity) { return std::optional(sizes[quantity]); },
+                             [](double size) { return std::vector<TankOption>{{0, "m", size, 0, 0}}; }};
+    std::vector<int> quantities;
+    for (const TankOption& option : SearchShockModels(source))
+        quantities.push_back(option.quantity);
+    EXPECT_EQ(quantities, (std::vector<int>{1, 3, 5}));
+    const ModelSource nothing{[](int) { return std::optional<double>(); },
+                              [](double) { return std::vector<TankOption>{}; }};
+    EXPECT_TRUE(SearchShockModels(nothing).empty());
+    const ModelSource falling{[](int quantity) { return std::optional(100.0 / quantity); }, source.models};
+    EXPECT_EQ(SearchShockModels(falling).size(), 6U) << "never more than six tanks in parallel";
+}
+
+TEST(ShockCatalogue, OffersTanksForOrdinaryPipesAndFlows) {
+    Connection catalogue;
+    catalogue.setProperty("Data Source",
+                          QCoreApplication::applicationDirPath() + "/Data/BrennovalSysData.mdb");
+    catalogue.Open();
+    Recordset pipe;
+    int pipes = 0;
+    for (pipe.Open("SELECT * FROM tblPipeMaster WHERE ID > .9 AND ID < 8.4", catalogue); !pipe.AtEnd();
+         pipe.MoveNext(), ++pipes) {
+        for (const double velocity : {3.0, 6.0, 10.0}) { // feet a second
+            for (const double length : {50.0, 300.0}) {
+                ShockConditions run{pipe["ID"].number(), length, 0, 50, 70, 150, 14.7};
+                run.flowRate = velocity * std::pow(run.bore, 2) / .409;
+                Recordset factor;
+                factor.Open("SELECT [70] AS P1 FROM tblPressureFactor WHERE SOPMax = 150", catalogue);
+                const ShockSizes sizes = ComputeShockSizes(run, factor["P1"].number());
+                Recordset tanks;
+                tanks.Open(QString("SELECT * FROM tblModelMaster WHERE Class = 'SHK' AND TankVolume >= %1 AND "
+                                   "TankSysConn >= %2")
+                               .arg(sizes.requiredVolume)
+                               .arg(run.bore * .47),
+                           catalogue);
+                EXPECT_FALSE(tanks.AtEnd()) << pipe["PipeIndex"].text().toStdString() << ' ' << velocity;
+            }
+        }
+    }
+    EXPECT_GT(pipes, 20);
+}
