@@ -139,7 +139,8 @@ void Recordset::Close() {
     columns.clear();
     assigned.clear();
     stored.clear();
-    onRow = adding = false;
+    onRow = adding = deleted = resting = false;
+    position = 0;
 }
 
 void Recordset::step() {
@@ -154,13 +155,35 @@ void Recordset::step() {
         rowId = sqlite3_column_int64(statement, 0);
 }
 
+/// Keeps the current row and gives up the read lock that the statement holds. Two copies of the program that
+/// both read and wait to write would otherwise stop each other.
+void Recordset::letGo() {
+    if (resting)
+        return;
+    const auto changes = std::exchange(assigned, {});
+    if (onRow && !adding)
+        for (int i = 0; i < columns.size(); ++i)
+            stored.insert(i, value(i));
+    assigned = changes;
+    sqlite3_reset(statement);
+    resting = true;
+}
+
 void Recordset::MoveFirst() {
     sqlite3_reset(statement);
+    resting = false;
+    position = 0;
     step();
 }
 
 void Recordset::MoveNext() {
-    requireRow();
+    if (!std::exchange(deleted, false))
+        requireRow();
+    if (std::exchange(resting, false)) // back to the row that was left for the write
+        for (int row = 0; row <= position; ++row)
+            if (sqlite3_step(statement) != SQLITE_ROW)
+                break;
+    ++position;
     step();
 }
 
@@ -228,6 +251,7 @@ void Recordset::Update() {
         throw DatabaseFault(DatabaseFault::Unspecified, "Current Recordset does not support updating.");
     if (assigned.isEmpty() && !adding)
         return;
+    letGo();
     QStringList names;
     QStringList marks;
     for (auto change = assigned.cbegin(); change != assigned.cend(); ++change) {
@@ -278,6 +302,7 @@ void Recordset::Update() {
 
 void Recordset::Delete() {
     requireRow();
+    letGo();
     const QString sql =
         QStringLiteral("DELETE FROM %1 WHERE rowid=%2").arg(QuotedName(table), QString::number(rowId));
     char* message = nullptr;
@@ -286,6 +311,8 @@ void Recordset::Delete() {
     if (code != SQLITE_OK)
         throw engineFault(database, code, QStringLiteral("Recordset"));
     onRow = false;
+    deleted = true;
+    --position; // the next row takes its place
 }
 
 bool Recordset::Field::isNull() const {

@@ -105,6 +105,7 @@ class Recordset {
     };
 
     void step();
+    void letGo();
     QVariant value(int column) const;
     int columnIndex(const QString& name) const;
     void requireRow() const;
@@ -115,6 +116,9 @@ class Recordset {
     QString countQuery; // the statement, for RecordCount
     QList<Column> columns;
     bool onRow = false;
+    bool deleted = false; // the current row, by Delete
+    bool resting = false; // the statement was reset for a write; the current row is in stored
+    int position = 0;     // of the current row, from 0
     bool adding = false;
     qint64 rowId = 0;
     QHash<int, QVariant> assigned; // columns that the next Update stores

@@ -18,7 +18,11 @@ class TemporaryHome {
                            folder.filePath(QStringLiteral("machine")));
     }
 
+    QString path() const { return folder.path(); }
     QString dataFolder() const { return folder.filePath(QStringLiteral("data")); }
+
+    /// The file of the session store.
+    QString sessionFile() const { return folder.filePath(QStringLiteral("user/Fennerbrooke/Brennoval.ini")); }
 
     /// Copies the two databases as they are shipped and makes them the program's.
     void installData() const {

@@ -118,6 +118,33 @@ TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
     EXPECT_EQ(value(user, QStringLiteral("SELECT COUNT(*) AS V FROM tblJobHeader")), QStringLiteral("0"));
 }
 
+TEST_F(DatabaseTest, GoesOnBehindARowThatItChangedOrDeleted) {
+    for (const char* id : {"A", "B", "C", "D"})
+        addJob(QLatin1String(id));
+    Recordset jobs;
+    QString seen;
+    for (jobs.Open(QStringLiteral("SELECT * FROM tblJobHeader ORDER BY JobID"), user, CursorType::Keyset);
+         !jobs.AtEnd(); jobs.MoveNext()) {
+        const QString id = jobs[QStringLiteral("JobID")].text();
+        seen += id;
+        if (id == QStringLiteral("B") || id == QStringLiteral("D"))
+            jobs.Delete();
+        else
+            jobs[QStringLiteral("JobInfo")] = id;
+        if (!jobs.AtEnd()) {
+            jobs.Update();
+            EXPECT_EQ(jobs[QStringLiteral("JobID")].text(), id);
+        }
+        Connection other; // another copy of the program can save at any row
+        other.setProperty(QStringLiteral("Data Source"), user.dataSource());
+        other.Open();
+        Recordset().Open(QStringLiteral("UPDATE tblUser SET PostalCode = '1'"), other);
+    }
+    EXPECT_EQ(seen, QStringLiteral("ABCD"));
+    EXPECT_EQ(value(user, QStringLiteral("SELECT group_concat(JobID || JobInfo) AS V FROM tblJobHeader")),
+              QStringLiteral("AA,CC"));
+}
+
 TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
     Recordset tanks;
     tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, LockType::Optimistic,

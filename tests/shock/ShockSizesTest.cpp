@@ -34,13 +34,14 @@ TEST(ShockSizes, OfAHighPressureJob) {
 }
 
 TEST(ShockSizes, RaiseThePressuresToTheirBands) {
-    const std::pair<double, double> shock[] = {
-        {1, 100},     {100, 100},   {100.1, 110}, {110, 110}, {179, 180}, {180, 180}, {180.5, 180.5}, {185, 185},
-        {190, 190},   {190.1, 200}, {191, 200},   {200, 200}, {201, 201}, {225, 225}, {250, 250},     {251, 251}};
+    const std::pair<double, double> shock[] = {{1, 100},   {100, 100},   {100.1, 110},   {110, 110},
+                                               {179, 180}, {180, 180},   {180.5, 180.5}, {185, 185},
+                                               {190, 190}, {190.1, 200}, {191, 200},     {200, 200},
+                                               {201, 201}, {225, 225},   {250, 250},     {251, 251}};
     for (const auto& [pressure, band] : shock)
         EXPECT_EQ(ShockPressureBand(pressure), band) << pressure;
-    const std::pair<double, double> still[] = {{0, 20},  {20, 20},   {20.1, 30},  {25, 30},
-                                               {30, 30}, {109, 110}, {110, 110},  {110.1, 110.1}};
+    const std::pair<double, double> still[] = {{0, 20},  {20, 20},   {20.1, 30}, {25, 30},
+                                               {30, 30}, {109, 110}, {110, 110}, {110.1, 110.1}};
     for (const auto& [pressure, band] : still)
         EXPECT_EQ(StaticPressureBand(pressure), band) << pressure;
     EXPECT_TRUE(TableHasPressureFactor(200, 110));
@@ -81,7 +82,9 @@ TEST(ShockSearch, GoesThroughTheQuantities) {
     // A size for each quantity that finds a new one; the third repetition ends the search.
     const double sizes[] = {0, 90, 90, 40, 40, 30, 30};
     const ModelSource source{[&](int quantity) { return std::optional(sizes[quantity]); },
-                             [](double size) { return std::vector<TankOption>{{0, "m", size, 0, 0}}; }};
+                             [](double size) {
+                                 return std::vector<TankOption>{{0, "m", size, 0, 0}};
+                             }};
     std::vector<int> quantities;
     for (const TankOption& option : SearchShockModels(source))
         quantities.push_back(option.quantity);
@@ -110,11 +113,12 @@ TEST(ShockCatalogue, OffersTanksForOrdinaryPipesAndFlows) {
                 factor.Open("SELECT [70] AS P1 FROM tblPressureFactor WHERE SOPMax = 150", catalogue);
                 const ShockSizes sizes = ComputeShockSizes(run, factor["P1"].number());
                 Recordset tanks;
-                tanks.Open(QString("SELECT * FROM tblModelMaster WHERE Class = 'SHK' AND TankVolume >= %1 AND "
-                                   "TankSysConn >= %2")
-                               .arg(sizes.requiredVolume)
-                               .arg(run.bore * .47),
-                           catalogue);
+                tanks.Open(
+                    QString("SELECT * FROM tblModelMaster WHERE Class = 'SHK' AND TankVolume >= %1 AND "
+                            "TankSysConn >= %2")
+                        .arg(sizes.requiredVolume)
+                        .arg(run.bore * .47),
+                    catalogue);
                 EXPECT_FALSE(tanks.AtEnd()) << pipe["PipeIndex"].text().toStdString() << ' ' << velocity;
             }
         }

@@ -1,0 +1,124 @@
+// The program is killed at random moments while it saves; what it had saved is there, and the file opens.
+
+#include "core/Database.h"
+#include "tests/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+#include <random>
+
+namespace {
+
+/// A copy of the program that saves on the files of a home, with a session store of its own.
+class SavingCopy {
+  public:
+    SavingCopy(const TemporaryHome& home, const QString& prefix, int count) {
+        QDir(sessionFolder.path()).mkpath("Fennerbrooke");
+        QFile::copy(home.sessionFile(), sessionFolder.filePath("Fennerbrooke/Brennoval.ini"));
+        process.start(QCoreApplication::applicationDirPath() + "/brennoval-save-loop",
+                      {sessionFolder.path(), prefix, QString::number(count)});
+    }
+
+    /// Waits until it has told a number of saves; false when it ended before.
+    bool waitForSaves(int count) {
+        while (told.count('\n') < count) {
+            if (!process.waitForReadyRead(30000))
+                return false;
+            told += process.readAllStandardOutput();
+        }
+        return true;
+    }
+
+    void kill() {
+        process.kill();
+        finish();
+    }
+
+    int finish() {
+        process.waitForFinished(120000);
+        told += process.readAllStandardOutput();
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    /// What it told, without a last line that the kill cut.
+    QStringList saves() const {
+        QStringList lines = QString::fromUtf8(told).split('\n');
+        lines.removeLast();
+        return lines;
+    }
+
+  private:
+    QTemporaryDir sessionFolder;
+    QProcess process;
+    QByteArray told;
+};
+
+Connection openUser(const TemporaryHome& home) {
+    Connection connection;
+    connection.setProperty("Data Source", home.dataFolder() + "/BrennovalUserData.mdb");
+    connection.Open();
+    return connection;
+}
+
+QString value(Connection& connection, const QString& sql) {
+    Recordset rows;
+    rows.Open(sql, connection);
+    return rows.AtEnd() ? QString() : rows["V"].text();
+}
+
+void expectAllThere(const QStringList& saves, const TemporaryHome& home) {
+    Connection user = openUser(home);
+    ASSERT_EQ(value(user, "SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
+    for (const QString& save : saves) {
+        const QString kind = save.section(' ', 0, 0);
+        const QString key = save.section(' ', 1);
+        const QString sql =
+            kind == "header" ? "SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = '" + key + "'"
+            : kind == "tank"
+                ? "SELECT COUNT(*) AS V FROM tblJobData WHERE TotSysVolume = 500 AND SOPMax = 30 AND "
+                  "TankID = '" +
+                      key + "'"
+                : "SELECT COUNT(*) AS V FROM tblJobData WHERE ModelNo IS NOT NULL AND "
+                  "RequiredVolume > 1 AND TankID = '" +
+                      key + "'";
+        EXPECT_EQ(value(user, sql), "1") << save.toStdString();
+    }
+}
+
+} // namespace
+
+TEST(Kill, LosesNoSaveThatHadReturned) {
+    const TemporaryHome home;
+    home.installData();
+    std::mt19937 random(77);
+    QStringList all;
+    constexpr int kills = 100;
+    for (int i = 0; i < kills; ++i) {
+        SavingCopy copy(home, QString("K%1-").arg(i), 1000);
+        // After a random number of saves and a random part of the next.
+        ASSERT_TRUE(copy.waitForSaves(std::uniform_int_distribution(1, 9)(random)));
+        const int spins = std::uniform_int_distribution(0, 200000)(random);
+        volatile int spun = 0;
+        while (spun < spins)
+            spun = spun + 1;
+        copy.kill();
+        all += copy.saves();
+    }
+    EXPECT_GT(all.size(), kills);
+    expectAllThere(all, home);
+}
+
+TEST(TwoCopies, BothSaveAndNeitherCorrupts) {
+    const TemporaryHome home;
+    home.installData();
+    constexpr int jobs = 25;
+    SavingCopy first(home, "A", jobs);
+    SavingCopy second(home, "B", jobs);
+    EXPECT_EQ(first.finish(), 0);
+    EXPECT_EQ(second.finish(), 0);
+    EXPECT_EQ(first.saves().size(), 3 * jobs);
+    EXPECT_EQ(second.saves().size(), 3 * jobs);
+    expectAllThere(first.saves() + second.saves(), home);
+}
