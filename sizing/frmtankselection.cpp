@@ -8,6 +8,8 @@
 #include "core/Lists.h"
 #include "core/Numbers.h"
 #include "core/SessionStore.h"
+#include "shock/ShockSizes.h"
+#include "sizing/CatalogueSearch.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -22,22 +24,6 @@ QString numberText(double value) {
 
 QString tankQuery(const QString& tankID) {
     return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
-}
-
-std::optional<double> smallestSize(const QString& sql, Connection& catalogue) {
-    Recordset smallest;
-    smallest.Open(sql, catalogue);
-    return smallest.AtEnd() ? std::nullopt : std::optional(smallest["MinAccVol"].number());
-}
-
-std::vector<TankOption> modelsOf(const QString& sql, Connection& catalogue) {
-    std::vector<TankOption> options;
-    Recordset models;
-    models.Open(sql, catalogue);
-    for (; !models.AtEnd(); models.MoveNext())
-        options.push_back({0, models["ModelDscrptn"].text().toStdString(), models["TankVolume"].number(),
-                           models["TankOD"].number(), models["OAL"].number()});
-    return options;
 }
 
 } // namespace
@@ -83,11 +69,38 @@ void frmtankselection::Load() {
 }
 
 void frmtankselection::FindOtherTanks() {
-    Trap(name() + ".FindOtherTanks", [this] { FindTanks("AcceptanceVolume"); });
+    Trap(name() + ".FindOtherTanks", [this] {
+        if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
+            return;
+        const Requirement required = ReadRequirement();
+        ShowTanks(FindModels(required.series, required.volume, required.acceptance));
+    });
 }
 
 void frmtankselection::FindConvertedTanks() {
-    Trap(name() + ".FindConvertedTanks", [this] { FindTanks("TankVolume"); });
+    Trap(name() + ".FindConvertedTanks", [this] {
+        if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
+            return;
+        const Requirement required = ReadRequirement();
+        ShowTanks(FindConvertedModels(required.series, required.volume));
+    });
+}
+
+frmtankselection::Requirement frmtankselection::ReadRequirement() const {
+    Connection user = openDatabase("User");
+    Recordset tank;
+    tank.Open(tankQuery(lblTankID->text()), user);
+    return {tank["TankClass"].text(), tank["RequiredVolume"].number(), tank["RequiredAcceptance"].number()};
+}
+
+void frmtankselection::ShowTanks(const std::vector<TankOption>& options) {
+    QList<QStringList> rows;
+    for (const TankOption& option : options)
+        rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
+                     numberText(option.tankVolume) + " gal " + numberText(option.diameter) + " X " +
+                         numberText(option.length)});
+    ShowOptions(rows);
+    SearchFamily = "NonSHK";
 }
 
 bool frmtankselection::BeginSearch(const QStringList& headings) {
@@ -110,108 +123,49 @@ void frmtankselection::ShowOptions(const QList<QStringList>& rows) {
     FitColumns(lvOptions);
 }
 
-void frmtankselection::FindTanks(const QString& sizeColumn) {
-    if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
-        return;
-    QString series;
-    double requiredVolume = 0;
-    double requiredAcceptance = 0;
-    {
-        Connection user = openDatabase("User");
-        Recordset tank;
-        tank.Open(tankQuery(lblTankID->text()), user);
-        series = tank["TankClass"].text();
-        requiredVolume = tank["RequiredVolume"].number();
-        requiredAcceptance = tank["RequiredAcceptance"].number();
-    }
-    Connection catalogue = openDatabase("Sys");
-    const auto smallest = [&](int quantity) {
-        const QString times = " * " + QString::number(quantity) + " >= ";
-        const QString acceptance = sizeColumn == "AcceptanceVolume"
-                                       ? "AcceptanceVolume" + times + numberText(requiredAcceptance) + " AND "
-                                       : "";
-        return smallestSize("SELECT Min(" + sizeColumn + ") AS MinAccVol FROM tblModelMaster WHERE " +
-                                acceptance + "TankVolume" + times + numberText(requiredVolume) +
-                                " GROUP BY Class HAVING CLASS = '" + series + "'",
-                            catalogue);
-    };
-    const auto models = [&](double size) {
-        return modelsOf("SELECT * FROM tblModelMaster WHERE " + sizeColumn + " = " + numberText(size) +
-                            " AND Class = '" + SqlEscape(series) + "'",
-                        catalogue);
-    };
-    QList<QStringList> rows;
-    for (const TankOption& option : SearchModels({smallest, models}))
-        rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                     numberText(option.tankVolume) + " gal " + numberText(option.diameter) + " X " +
-                         numberText(option.length)});
-    ShowOptions(rows);
-    SearchFamily = "NonSHK";
-}
-
 void frmtankselection::FindSHKTanks() {
     Trap(name() + ".FindSHKTanks", [this] {
         if (!BeginSearch({"Qty", "Model No.", "Leak Load", "Pump Startup Delay"}))
             return;
-        ShockConditions conditions;
-        QString series;
-        QString pipeIndex;
-        double requiredVolume = 0;
-        {
-            Connection user = openDatabase("User");
-            Recordset tank;
-            tank.Open(tankQuery(lblTankID->text()), user);
-            conditions.atmosphericPressure = tank["AtmPressure"].number();
-            conditions.flowRate = tank["FlowRate"].number();
-            conditions.flowPressure = tank["FlowPressure"].number();
-            conditions.staticPressure = tank["StaticPressure"].number();
-            series = tank["TankClass"].text();
-            requiredVolume = tank["RequiredVolume"].number();
-            pipeIndex = tank["PipeIndex"].text();
-            conditions.length = tank["PipeLength"].number();
+        const Requirement required = ReadRequirement();
+        const ShockConditions conditions = ReadShockConditions();
+        const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+                                                        conditions.atmosphericPressure);
+        const double area = PipeArea(conditions.bore);
+        QList<QStringList> rows;
+        for (const TankOption& option : FindShockModels(required.series, required.volume, conditions.bore)) {
+            const double leakLoad =
+                LeakLoad(acceptance, option.tankVolume, option.quantity, conditions.length, area);
+            const double delay =
+                PumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
+            rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
+                         QString::fromStdString(Format(leakLoad, "#,##0.0%")),
+                         QString::fromStdString(Format(delay, "#,##0.0 sec"))});
         }
-        Connection catalogue = openDatabase("Sys");
-        {
-            Recordset pipe;
-            pipe.Open("SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + SqlEscape(pipeIndex) + "'",
-                      catalogue);
-            conditions.bore = pipe["ID"].number();
-        }
-        ShowOptions(ShockOptions(conditions, series, requiredVolume, catalogue));
+        ShowOptions(rows);
         SearchFamily = "SHK";
     });
 }
 
-QList<QStringList> frmtankselection::ShockOptions(const ShockConditions& conditions, const QString& series,
-                                                  double requiredVolume, Connection& catalogue) {
-    const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
-                                                    conditions.atmosphericPressure);
-    const double area = PipeArea(conditions.bore);
-    // With n tanks side by side, the connection of each must reach 0.47 bores over the root of n.
-    const auto smallest = [&](int quantity) {
-        const QString tanks = QString::number(quantity);
-        return smallestSize(
-            "SELECT Min(AcceptanceVolume) AS MinAccVol FROM tblModelMaster WHERE TankVolume * " + tanks +
-                " >= " + numberText(requiredVolume) + " AND TankSysConn >= (1/" + tanks + "^.5) * (" +
-                numberText(conditions.bore) + " * .47) GROUP BY Class HAVING CLASS = '" + series + "'",
-            catalogue);
-    };
-    const auto models = [&](double size) {
-        return modelsOf("SELECT * FROM tblModelMaster WHERE AcceptanceVolume = " + numberText(size) +
-                            " AND Class = '" + series + "'",
-                        catalogue);
-    };
-    QList<QStringList> rows;
-    for (const TankOption& option : SearchShockModels({smallest, models})) {
-        const double leakLoad =
-            LeakLoad(acceptance, option.tankVolume, option.quantity, conditions.length, area);
-        const double delay =
-            PumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
-        rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                     QString::fromStdString(Format(leakLoad, "#,##0.0%")),
-                     QString::fromStdString(Format(delay, "#,##0.0 sec"))});
+ShockConditions frmtankselection::ReadShockConditions() const {
+    ShockConditions conditions;
+    QString pipeIndex;
+    {
+        Connection user = openDatabase("User");
+        Recordset tank;
+        tank.Open(tankQuery(lblTankID->text()), user);
+        conditions.atmosphericPressure = tank["AtmPressure"].number();
+        conditions.flowRate = tank["FlowRate"].number();
+        conditions.flowPressure = tank["FlowPressure"].number();
+        conditions.staticPressure = tank["StaticPressure"].number();
+        conditions.length = tank["PipeLength"].number();
+        pipeIndex = tank["PipeIndex"].text();
     }
-    return rows;
+    Connection catalogue = openDatabase("Sys");
+    Recordset pipe;
+    pipe.Open("SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + SqlEscape(pipeIndex) + "'", catalogue);
+    conditions.bore = pipe["ID"].number();
+    return conditions;
 }
 
 void frmtankselection::SaveRecord() {

@@ -5,23 +5,27 @@
 #include "sizing/ModelSearch.h"
 #include "ui_frmtankselection.h"
 
-class Connection;
-
 /// Searches the catalogue for the models and quantities that fit and stores the user's choice.
 class frmtankselection : public Screen, private Ui::frmtankselection {
   public:
     frmtankselection();
 
   private:
+    /// What the tank line asks for, in gallons.
+    struct Requirement {
+        QString series;
+        double volume;
+        double acceptance;
+    };
     void Load() override;
     bool QueryUnload() override;
     void FindOtherTanks();
     void FindConvertedTanks();
     void FindSHKTanks();
+    Requirement ReadRequirement() const;
+    ShockConditions ReadShockConditions() const;
     bool BeginSearch(const QStringList& headings);
-    void FindTanks(const QString& sizeColumn);
-    static QList<QStringList> ShockOptions(const ShockConditions& conditions, const QString& series,
-                                           double requiredVolume, Connection& catalogue);
+    void ShowTanks(const std::vector<TankOption>& options);
     void ShowOptions(const QList<QStringList>& rows);
     void ShowResults(bool severalTanks);
     void SaveRecord();

@@ -1,0 +1,273 @@
+// How long the program takes for what its users do often, beside the bare engine doing the same.
+// Usage: brennoval-bench [--benchmark_filter=REGEX]
+
+#include "app/Install.h"
+#include "bench/Table.h"
+#include "core/Appearance.h"
+#include "core/Application.h"
+#include "core/FieldChecks.h"
+#include "core/JetSql.h"
+#include "core/SessionStore.h"
+#include "sizing/CatalogueSearch.h"
+#include "tests/faults/Program.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMainWindow>
+#include <QProcess>
+#include <QTimer>
+
+#include <sqlite3.h>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// A bare connection of the engine, for the baselines.
+class Bare {
+  public:
+    explicit Bare(const QString& file) {
+        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+        run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
+    }
+    ~Bare() { sqlite3_close(handle); }
+    Bare(const Bare&) = delete;
+    Bare& operator=(const Bare&) = delete;
+
+    void run(const QString& sql) {
+        if (sqlite3_exec(handle, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(handle));
+    }
+    /// All rows of a query, each column read; the first column of the first row.
+    double query(const QByteArray& sql) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
+        double first = -1;
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            first = first < 0 ? sqlite3_column_double(statement, 0) : first;
+        sqlite3_finalize(statement);
+        return first;
+    }
+
+  private:
+    sqlite3* handle = nullptr;
+};
+
+/// Data of its own with a catalogue and a user file of some size.
+class Data {
+  public:
+    Data(int models, int tankLines) {
+        home.installData();
+        Bare catalogue(file("Sys"));
+        const QString more =
+            QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                    "INSERT INTO tblModelMaster SELECT 'M ' || i, m.App, m.Class, m.Bladder, "
+                    "m.ASME, m.NSF, m.IAPMO, 10 + i * .37, 8 + i * .33, m.TankOD, m.OAL, "
+                    "m.SysConnStd, m.SysConnType, m.TankSysConn, m.TankWkPressure, "
+                    "m.MinSysPressure, m.Precharge, m.ShipWeight, m.MakeUpCapacity, m.PumpHp, "
+                    "m.Shell, m.Finish, m.MaxTemp, m.Clearance, m.TankDraw, m.Submittal "
+                    "FROM n JOIN tblModelMaster m ON m.rowid = 1 + n.i % 200; ANALYZE;");
+        if (models > 300)
+            catalogue.run(more.arg(models));
+        Bare user(file("User"));
+        user.run(
+            QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                    "INSERT INTO tblJobData (TankID, TankNo, JobID, TotSysVolume) SELECT 'J' || (i / 5) || "
+                    "'.' || (i % 5), i % 5, 'J' || (i / 5), i FROM n; INSERT INTO tblJobHeader (JobID) "
+                    "SELECT DISTINCT JobID FROM tblJobData; COMMIT; ANALYZE;")
+                .arg(tankLines));
+    }
+    QString file(const QString& name) const { return dbConnection(name).dataSource(); }
+
+  private:
+    TemporaryHome home;
+};
+
+void startUp(benchmark::State& state, const QString& kind, double allowance) {
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {kind});
+        child.waitForFinished(-1);
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9 - allowance);
+    }
+}
+
+/// A process that ends as soon as its main window has painted.
+int startChild(int argc, char** argv, bool program) {
+    Application application(argc, argv);
+    QMainWindow empty;
+    const TemporaryHome home;
+    if (!program) {
+        empty.setCentralWidget(new QLabel("empty"));
+        empty.show();
+        QTimer::singleShot(0, [] { QApplication::exit(0); });
+        return Application::exec();
+    }
+    Appearance::apply(Appearance::systemScheme());
+    home.installData();
+    registerAll();
+    Screens::open("frmSplash");
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [] {
+        if (BrennovalMain::instance())
+            QApplication::exit(0);
+    });
+    watch.start(1);
+    return Application::exec();
+}
+
+void searchProgram(benchmark::State& state, int models) {
+    const Data data(models, 1);
+    double volume = 20;
+    for (auto _ : state) {
+        volume = volume > 2000 ? 20 : volume * 1.3;
+        benchmark::DoNotOptimize(FindModels("RCB", volume, volume * .4));
+    }
+}
+
+/// The statements that the program's search sends, written for the engine beforehand.
+void searchBare(benchmark::State& state, int models) {
+    const Data data(models, 1);
+    const QString file = data.file("Sys");
+    double volume = 20;
+    for (auto _ : state) {
+        volume = volume > 2000 ? 20 : volume * 1.3;
+        Bare catalogue(file);
+        const auto smallest = [&](int quantity) -> std::optional<double> {
+            const double found = catalogue.query(
+                QString("SELECT Min(AcceptanceVolume) AS MinAccVol FROM tblModelMaster WHERE CLASS='RCB' AND "
+                        "(AcceptanceVolume * %1 >= %2 AND TankVolume * %1 >= %3) GROUP BY Class")
+                    .arg(quantity)
+                    .arg(volume * .4)
+                    .arg(volume)
+                    .toUtf8());
+            return found < 0 ? std::nullopt : std::optional(found);
+        };
+        const auto rows = [&](double size) {
+            catalogue.query(
+                QString("SELECT rowid, * FROM tblModelMaster WHERE AcceptanceVolume = %1 AND Class = 'RCB'")
+                    .arg(size, 0, 'g', 17)
+                    .toUtf8());
+            return std::vector<TankOption>(1);
+        };
+        benchmark::DoNotOptimize(SearchModels({smallest, rows}));
+    }
+}
+
+void saveProgram(benchmark::State& state, int tankLines) {
+    const Data data(200, tankLines);
+    int number = 0;
+    for (auto _ : state) {
+        Connection connection = openDatabase("User");
+        Recordset tank;
+        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
+        tank.AddNew();
+        tank["TankID"] = "N." + QString::number(++number);
+        tank["TankNo"] = number;
+        tank["JobID"] = "N";
+        tank["TotSysVolume"] = "1,234.5";
+        tank.Update();
+    }
+}
+
+void saveBare(benchmark::State& state, int tankLines) {
+    const Data data(200, tankLines);
+    const QString file = data.file("User");
+    int number = 0;
+    for (auto _ : state) {
+        Bare user(file);
+        user.run(
+            QString("INSERT INTO tblJobData (TankID, TankNo, JobID, TotSysVolume) VALUES ('N.%1', %1, 'N', "
+                    "1234.5)")
+                .arg(++number));
+    }
+}
+
+/// The steps of the road from a new job to the results, on 10,000 models and 100,000 tank lines.
+struct Step {
+    const char* name;
+    const char* screen;
+    const char* button;
+    void (*fill)(int job);
+};
+
+const Step road[] = {
+    {"1 new job", nullptr, "mnuNewJob", [](int) {}},
+    {"2 header, Next", "frmJobHeader", "cmdNext",
+     [](int job) { Program::enter("frmJobHeader", "txtJobID", "B" + QString::number(job)); }},
+    {"3 application", "frmClassSelect", "cmdEXP", [](int) {}},
+    {"4 conditions, Next", "frmJobConditions", "cmdNext", [](int) { Program::enterConditions(); }},
+    {"5 series, Next", "frmTankSeries", "cmdNext", [](int) { Program::press("frmTankSeries", "OptRCB"); }},
+    {"6 options, Next", "frmtankselection", "cmdNext", [](int) {}},
+};
+
+void roadStep(benchmark::State& state, std::size_t timed) {
+    const Data data(10000, 100000);
+    Program::start();
+    int job = 0;
+    for (auto _ : state) {
+        ++job;
+        for (std::size_t i = 0; i < std::size(road); ++i) {
+            road[i].fill(job);
+            QElapsedTimer clock;
+            clock.start();
+            if (road[i].screen)
+                Program::press(road[i].screen, road[i].button);
+            else
+                Program::command(road[i].button);
+            if (i == timed)
+                state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        }
+        if (!Program::isOpen("frmResults"))
+            state.SkipWithError("the road did not end at the results");
+        Screens::unload("frmResults");
+    }
+    Program::stop();
+}
+
+void registerBenchmarks() {
+    using benchmark::RegisterBenchmark;
+    constexpr double splash = .5; // s, its own timer
+    RegisterBenchmark("start-up, without the splash's 500 ms/program",
+                      [](benchmark::State& s) { startUp(s, "--child-program", splash); })
+        ->UseManualTime()
+        ->Iterations(10);
+    RegisterBenchmark("start-up, without the splash's 500 ms/bare",
+                      [](benchmark::State& s) { startUp(s, "--child-empty", 0); })
+        ->UseManualTime()
+        ->Iterations(10);
+    for (const int models : {200, 10000, 100000}) {
+        const std::string name = "search among " + std::to_string(models) + " models";
+        RegisterBenchmark((name + "/program").c_str(),
+                          [models](benchmark::State& s) { searchProgram(s, models); });
+        RegisterBenchmark((name + "/bare").c_str(), [models](benchmark::State& s) { searchBare(s, models); });
+    }
+    for (const int lines : {100, 100000}) {
+        const std::string name = "save beside " + std::to_string(lines) + " tank lines";
+        RegisterBenchmark((name + "/program").c_str(),
+                          [lines](benchmark::State& s) { saveProgram(s, lines); });
+        RegisterBenchmark((name + "/bare").c_str(), [lines](benchmark::State& s) { saveBare(s, lines); });
+    }
+    for (std::size_t i = 0; i < std::size(road); ++i)
+        RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
+                          [i](benchmark::State& s) { roadStep(s, i); })
+            ->UseManualTime()
+            ->Iterations(20);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argc > 1 && QLatin1String(argv[1]).startsWith(QLatin1String("--child-")))
+        return startChild(argc, argv, QLatin1String(argv[1]) == QLatin1String("--child-program"));
+    const Application application(argc, argv);
+    Appearance::apply(Appearance::Scheme::Light);
+    benchmark::Initialize(&argc, argv);
+    registerBenchmarks();
+    Table table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return 0;
+}

@@ -1,0 +1,31 @@
+#include "bench/Table.h"
+
+#include <cstdio>
+
+bool Table::ReportContext(const Context&) {
+    return true;
+}
+
+void Table::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median")
+            continue;
+        std::string name = run.run_name.function_name;
+        const auto slash = name.rfind('/');
+        Line& line = lines[name.substr(0, slash)];
+        const double microseconds = run.real_accumulated_time / double(run.iterations) * 1e6;
+        (name.substr(slash) == "/bare" ? line.bare : line.program) = microseconds;
+    }
+}
+
+void Table::Finalize() {
+    std::printf("| %-52s | %12s | %12s | %6s |\n", "what", "program, us", "bare, us", "ratio");
+    std::printf("|%s|-------------:|-------------:|-------:|\n", std::string(54, '-').c_str());
+    for (const auto& [name, line] : lines) {
+        if (line.bare > 0)
+            std::printf("| %-52s | %12.1f | %12.1f | %6.2f |\n", name.c_str(), line.program, line.bare,
+                        line.program / line.bare);
+        else
+            std::printf("| %-52s | %12.1f | %12s | %6s |\n", name.c_str(), line.program, "", "");
+    }
+}

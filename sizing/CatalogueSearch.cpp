@@ -1,0 +1,73 @@
+#include "sizing/CatalogueSearch.h"
+
+#include "core/FieldChecks.h"
+#include "core/Gateway.h"
+#include "core/Numbers.h"
+
+namespace {
+
+using UtilityFunctions::SqlEscape;
+
+QString numberText(double value) {
+    return QString::fromStdString(NumberText(value));
+}
+
+/// What one search asks of the catalogue for a quantity of tanks.
+struct Question {
+    QString sizeColumn;
+    std::function<QString(const QString& quantity)> condition;
+};
+
+ModelSource sourceOf(const Question& question, const QString& series, Connection& catalogue) {
+    return {[&](int quantity) -> std::optional<double> {
+                Recordset smallest; // the series goes in as it stands here, unlike below
+                smallest.Open("SELECT Min(" + question.sizeColumn +
+                                  ") AS MinAccVol FROM tblModelMaster WHERE " +
+                                  question.condition(QString::number(quantity)) +
+                                  " GROUP BY Class HAVING CLASS = '" + series + "'",
+                              catalogue);
+                return smallest.AtEnd() ? std::nullopt : std::optional(smallest["MinAccVol"].number());
+            },
+            [&](double size) {
+                std::vector<TankOption> options;
+                Recordset models;
+                models.Open("SELECT * FROM tblModelMaster WHERE " + question.sizeColumn + " = " +
+                                numberText(size) + " AND Class = '" + SqlEscape(series) + "'",
+                            catalogue);
+                for (; !models.AtEnd(); models.MoveNext())
+                    options.push_back({0, models["ModelDscrptn"].text().toStdString(),
+                                       models["TankVolume"].number(), models["TankOD"].number(),
+                                       models["OAL"].number()});
+                return options;
+            }};
+}
+
+} // namespace
+
+std::vector<TankOption> FindModels(const QString& series, double requiredVolume, double requiredAcceptance) {
+    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    const Question question{"AcceptanceVolume", [&](const QString& quantity) {
+                                return "AcceptanceVolume * " + quantity +
+                                       " >= " + numberText(requiredAcceptance) + " AND TankVolume * " +
+                                       quantity + " >= " + numberText(requiredVolume);
+                            }};
+    return SearchModels(sourceOf(question, series, catalogue));
+}
+
+std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume) {
+    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    const Question question{"TankVolume", [&](const QString& quantity) {
+                                return "TankVolume * " + quantity + " >= " + numberText(requiredVolume);
+                            }};
+    return SearchModels(sourceOf(question, series, catalogue));
+}
+
+std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore) {
+    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    const Question question{"AcceptanceVolume", [&](const QString& quantity) {
+                                return "TankVolume * " + quantity + " >= " + numberText(requiredVolume) +
+                                       " AND TankSysConn >= (1/" + quantity + "^.5) * (" + numberText(bore) +
+                                       " * .47)";
+                            }};
+    return SearchShockModels(sourceOf(question, series, catalogue));
+}
