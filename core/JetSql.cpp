@@ -143,7 +143,9 @@ QString isoDate(const QString& text) {
                                        .replace(QStringLiteral("yy"), QStringLiteral("yyyy")),
                                    format, QStringLiteral("M/d/yyyy"), QStringLiteral("yyyy-MM-dd")}) {
         const QDate date = locale.toDate(text.trimmed(), pattern);
-        if (date.isValid()) {
+        constexpr int firstYear = 100; // of the dates that a database holds
+        constexpr int lastYear = 9999;
+        if (date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
             constexpr int centuryTurn = 1930; // two digits mean 1930 to 2029
             return (date.year() < centuryTurn && !pattern.contains(QStringLiteral("yyyy"))
                         ? date.addYears(100)

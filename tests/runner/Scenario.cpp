@@ -5,14 +5,15 @@
 #include "app/Install.h"
 #include "core/Appearance.h"
 #include "core/Application.h"
+#include "core/BrennovalMain.h"
 #include "core/Fault.h"
+#include "core/Screens.h"
 #include "tests/TemporaryHome.h"
 #include "tests/runner/Player.h"
 
 #include <QCommandLineParser>
 #include <QProcess>
 
-#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -52,6 +53,10 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
     Player player(Stage{*scripted, shots, home.dataFolder()});
     Dialogs::install(std::move(scripted));
     const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
+    const QStringList open = Screens::loaded();
+    for (auto name = open.crbegin(); name != open.crend(); ++name)
+        Screens::unload(*name);
+    delete BrennovalMain::instance();
     if (!keep.isEmpty()) {
         QDir().mkpath(keep);
         const QDir data(home.dataFolder());
@@ -110,5 +115,5 @@ int main(int argc, char** argv) {
         passed = playEach(files, options);
     }
     std::cout << passed << " passed, " << files.size() - passed << " failed" << std::endl;
-    std::quick_exit(passed == files.size() ? 0 : 1); // open screens of a story need no orderly end
+    return passed == files.size() ? 0 : 1;
 }

@@ -1,0 +1,19 @@
+// Date literals with any text: a day or a refusal.
+
+#include "core/Fault.h"
+#include "core/JetSql.h"
+
+#include <QDate>
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+    const QString text = QString::fromUtf8(data, qsizetype(size)).remove(u'#');
+    try {
+        const QString sql = RewriteJetSql(u'#' + text + u'#').sql;
+        if (!QDate::fromString(sql.mid(1, sql.size() - 2), Qt::ISODate).isValid())
+            __builtin_trap();
+    } catch (const DatabaseFault&) {
+    }
+    return 0;
+}

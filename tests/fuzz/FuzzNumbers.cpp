@@ -1,0 +1,28 @@
+// The number parser, writer and display formats with any text.
+
+#include "core/Fault.h"
+#include "core/Format.h"
+#include "core/Numbers.h"
+
+#include <cstddef>
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+    const std::string_view text(data, size);
+    const auto line = text.find('\n');
+    const auto value = ParseNumber(text.substr(0, line));
+    if (!value)
+        return 0;
+    if (ParseNumber(NumberText(*value)) != value) // what is written reads back the same
+        __builtin_trap();
+    Round(*value, 4);
+    try {
+        ToInt16(*value);
+        Divide(1, *value);
+    } catch (const Fault&) {
+    }
+    if (line != std::string_view::npos)
+        Format(*value, text.substr(line + 1)); // the rest of the input as a pattern
+    return 0;
+}

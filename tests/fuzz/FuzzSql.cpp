@@ -1,0 +1,36 @@
+// The statement tokenizer with any text: it answers or refuses, and what it answers the engine can read
+// safely.
+
+#include "core/Fault.h"
+#include "core/JetSql.h"
+
+#include <sqlite3.h>
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+    static sqlite3* engine = [] {
+        sqlite3* handle = nullptr;
+        sqlite3_open(":memory:", &handle);
+        sqlite3_exec(handle, "CREATE TABLE tblJobData (TankID TEXT, TankNo INTEGER, JobID TEXT, V DOUBLE)",
+                     nullptr, nullptr, nullptr);
+        return handle;
+    }();
+    const QString statement = QString::fromUtf8(data, qsizetype(size));
+    try {
+        const QByteArray sql = RewriteJetSql(statement).sql.toUtf8();
+        sqlite3_stmt* prepared = nullptr;
+        sqlite3_prepare_v2(engine, sql.constData(), int(sql.size()), &prepared, nullptr);
+        sqlite3_finalize(prepared);
+    } catch (const DatabaseFault&) {
+        return 0;
+    }
+    // A text between quotes comes out as it went in, whatever it holds.
+    if (statement.contains(QChar(0)))
+        return 0;
+    const QString quoted =
+        QStringLiteral("SELECT '") + QString(statement).replace(u'\'', QStringLiteral("''")) + u'\'';
+    if (RewriteJetSql(quoted).sql != quoted)
+        __builtin_trap();
+    return 0;
+}
