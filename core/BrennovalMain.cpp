@@ -242,7 +242,8 @@ void BrennovalMain::buildMenus() {
         action->setProperty("helpContext", entry.helpContext);
         commands.insert(name, action);
     }
-    command("mnuExport")->setEnabled(false);
+    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
+        command(later)->setEnabled(false);
     command("mnuSchedule")->setVisible(false);
     windowMenu = command("mnuWindows")->menu();
     connect(windowMenu, &QMenu::aboutToShow, this, &BrennovalMain::showWindowList);

@@ -1,7 +1,9 @@
 #include "core/Dialogs.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileDialog>
+#include <QPrintDialog>
 
 namespace {
 std::unique_ptr<Dialogs>& installed() {
@@ -30,6 +32,26 @@ QMessageBox::StandardButton Dialogs::show(const Message& message) {
 QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
     const DefaultPointer pointer;
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
+}
+
+QString Dialogs::saveFile(const QString& filter) {
+    const DefaultPointer pointer;
+    QFileDialog dialog(QApplication::activeWindow(), {}, {}, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(filter.section(u'.', -1).chopped(1));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+bool Dialogs::printer(QPrinter& printer) {
+    const DefaultPointer pointer;
+    return QPrintDialog(&printer, QApplication::activeWindow()).exec() == QDialog::Accepted;
+}
+
+void Dialogs::copy(const QString& text) {
+    if (text.isEmpty())
+        QApplication::clipboard()->clear();
+    else
+        QApplication::clipboard()->setText(text);
 }
 
 void Dialogs::beep() {

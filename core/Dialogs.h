@@ -5,6 +5,8 @@
 
 #include <memory>
 
+class QPrinter;
+
 /// What a message box shows.
 struct Message {
     QString text;
@@ -22,6 +24,13 @@ class Dialogs {
     virtual QMessageBox::StandardButton show(const Message& message);
     /// A file name to open, or an empty text when the user cancels.
     virtual QString openFile(const QString& filter, const QString& suggestedName);
+    /// A file name to save under, or an empty text when the user cancels. A name without an ending gets that
+    /// of the filter.
+    virtual QString saveFile(const QString& filter);
+    /// Shows the printer dialog; false when the user cancels.
+    virtual bool printer(QPrinter& printer);
+    /// Puts a text on the clipboard; an empty one clears it.
+    virtual void copy(const QString& text);
     virtual void beep();
 
     static Dialogs& current();

@@ -18,6 +18,7 @@ class Fault : public std::runtime_error {
     static constexpr std::int32_t DivisionByZero = 11;
     static constexpr std::int32_t TypeMismatch = 13;
     static constexpr std::int32_t FileNotFound = 53;
+    static constexpr std::int32_t PathFileAccess = 75;
     static constexpr std::int32_t PathNotFound = 76;
     static constexpr std::int32_t ObjectNotSet = 91;
 

@@ -137,6 +137,10 @@ Open* entry(const QString& name) {
 
 /// Gives the focus to the first field in tab order, or to the screen when it has none.
 void focusFirstField(Screen* screen) {
+    if (QWidget* wanted = screen->firstField()) {
+        wanted->setFocus(Qt::TabFocusReason);
+        return;
+    }
     for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
         if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
             (next->focusPolicy() & Qt::TabFocus)) {
@@ -144,6 +148,14 @@ void focusFirstField(Screen* screen) {
             return;
         }
     screen->setFocus();
+}
+
+/// Gives the frame of a screen its state: filling the main window, or in its own size.
+void applyState(const Screen& screen, QMdiSubWindow* window) {
+    if (screen.fillsWindow() && !window->isMaximized())
+        window->showMaximized();
+    else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
+        window->showNormal();
 }
 
 /// The frame of a screen inside the main window.
@@ -217,10 +229,11 @@ void show(const QString& name) {
     }
     const bool first = !window->isVisible();
     screen->show();
-    if (first)
+    if (first && !screen->fillsWindow())
         UtilityFunctions::FormatScreen(*screen);
-    window->showNormal();
+    window->show();
     BrennovalMain::instance()->area()->setActiveSubWindow(window);
+    applyState(*screen, window);
     if (first)
         focusFirstField(screen);
 }
@@ -267,6 +280,11 @@ QStringList loaded() {
     return names;
 }
 
+QString active() {
+    const Screen* screen = registry().active;
+    return screen ? screen->name() : QString();
+}
+
 void setActive(Screen* screen) {
     Registry& state = registry();
     if (!screen || state.active == screen || find(screen->name()) != screen)
@@ -274,6 +292,8 @@ void setActive(Screen* screen) {
     if (state.active)
         state.active->Deactivate();
     state.active = screen;
+    if (const Open* open = entry(screen->name()); open && open->window)
+        applyState(*screen, open->window);
     screen->Activate();
 }
 

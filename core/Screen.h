@@ -23,6 +23,10 @@ class Screen : public QWidget {
     virtual void Deactivate() {}
     /// The closing check; false refuses the closing.
     virtual bool QueryUnload() { return true; }
+    /// The field that has the focus at first; null for the first in tab order.
+    virtual QWidget* firstField() const { return nullptr; }
+    /// Screens that fill the main window; the others stand in their own size when they come to the front.
+    virtual bool fillsWindow() const { return false; }
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
 
@@ -83,6 +87,8 @@ Screen* find(const QString& name);
 QWidget* field(const QString& screen, const QString& control);
 /// Names of the loaded screens, the oldest first.
 QStringList loaded();
+/// Name of the active screen of the main window; an empty text when there is none.
+QString active();
 /// Tells that another screen of the main window has become the active one.
 void setActive(Screen* screen);
 

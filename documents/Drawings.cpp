@@ -1,12 +1,17 @@
 #include "documents/Drawings.h"
 
+#include "core/BrennovalMain.h"
 #include "core/Dialogs.h"
 #include "core/ErrorReport.h"
 #include "core/Fault.h"
 #include "core/Gateway.h"
 #include "core/Numbers.h"
 #include "core/Screens.h"
+#include "documents/Submittals.h"
 #include "documents/frmDrawing.h"
+#include "documents/frmReportViewer.h"
+#include "documents/frmResultSpecs.h"
+#include "documents/frmSpecs.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -101,4 +106,10 @@ void ShowLargeDrawing(const QString& drawing) {
 
 void registerDocuments() {
     Screens::add("frmDrawing", [] { return new frmDrawing; });
+    Screens::add("frmReportViewer", [] { return new frmReportViewer; });
+    Screens::add("frmSpecs", [] { return new frmSpecs; });
+    Screens::add("frmResultSpecs", [] { return new frmResultSpecs; });
+    Commands::set("mnuSpecs", [] { Screens::open("frmSpecs"); });
+    registerReportCommands();
+    registerSubmittals();
 }

@@ -8,7 +8,6 @@
 #include "documents/Drawings.h"
 
 #include <QDate>
-#include <QEvent>
 
 using namespace UtilityFunctions;
 
@@ -22,10 +21,10 @@ QString tankQuery(const QString& tankID) {
 
 } // namespace
 
-frmPKGSelect::frmPKGSelect() : Screen("frmPKGSelect") {
+frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
     setupUi(this);
     prepare();
-    imgDrawing->installEventFilter(this);
+    enlarges(imgDrawing, [this] { return familyDrawing; });
     const struct {
         QRadioButton* option;
         const char* packageClass;
@@ -45,19 +44,15 @@ frmPKGSelect::frmPKGSelect() : Screen("frmPKGSelect") {
             [this] { trap(".lvOptions", [this] { SelectModel(); }); });
 
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
-    for (QToolButton* button : {bttnPreview, bttnPrint})
-        makeUnavailable(button);
+    offersSubmittal(bttnPreview, bttnPrint);
     opens(bttnSpecs, "frmResultSpecs");
-    on(bttnAddMore, ".tbToolbar", [this] { AddMore(); });
+    on(bttnAddMore, ".tbToolbar", [this] { // the mode stays as it is
+        Session::TankID.write("");
+        leaveFor("frmClassSelect");
+    });
     on(bttnRecalc, ".tbToolbar", [] { Dialogs::current().beep(); }); // nothing here could be recalculated
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
-}
-
-bool frmPKGSelect::eventFilter(QObject* object, QEvent* event) {
-    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
-        trap(".imgDrawing", [this] { ShowLargeDrawing(familyDrawing); });
-    return Screen::eventFilter(object, event);
 }
 
 void frmPKGSelect::Load() {
@@ -159,13 +154,6 @@ void frmPKGSelect::SaveRecord() {
     tank.Update();
     SetStatusText("Record Saved");
     Dirty = false;
-}
-
-void frmPKGSelect::AddMore() { // the mode stays as it is
-    Session::TankID.write("");
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open("frmClassSelect");
 }
 
 bool frmPKGSelect::QueryUnload() {

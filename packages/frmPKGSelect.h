@@ -1,15 +1,12 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "documents/ResultScreen.h"
 #include "ui_frmPKGSelect.h"
 
 /// Chooses, saves and shows a glycol make-up package; nothing is sized.
-class frmPKGSelect : public Screen, private Ui::frmPKGSelect {
+class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   public:
     frmPKGSelect();
-
-  protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void Load() override;
@@ -18,7 +15,6 @@ class frmPKGSelect : public Screen, private Ui::frmPKGSelect {
     void FillListView(const QString& packageClass);
     void SelectModel();
     void SaveRecord();
-    void AddMore();
 
     bool Dirty = false;
     QString familyDrawing;

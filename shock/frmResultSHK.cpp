@@ -7,36 +7,22 @@
 #include "core/SessionStore.h"
 #include "documents/Drawings.h"
 
-#include <QAction>
-#include <QEvent>
-
 using namespace UtilityFunctions;
 
-frmResultSHK::frmResultSHK() : Screen("frmResultSHK") {
+frmResultSHK::frmResultSHK() : ResultScreen("frmResultSHK") {
     setupUi(this);
     prepare();
     // These two never show here, unlike on the results of the other tanks.
     lblMsgFlag->hide();
     lblConsultFactory->hide();
     txtDrawing->hide();
-    imgDrawing->installEventFilter(this);
-    for (QToolButton* button : {bttnPreview, bttnPrint})
-        makeUnavailable(button);
+    enlarges(imgDrawing, [this] { return txtDrawing->text(); });
+    offersSubmittal(bttnPreview, bttnPrint);
     opens(bttnSpecs, "frmResultSpecs");
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
-    on(bttnAddMore, ".tbToolbar", [this] {
-        Session::TankID.write("");
-        Session::Mode.write("New");
-        Leave("frmClassSelect");
-    });
-    on(bttnRecalc, ".tbToolbar", [this] { Leave("frmJobConditionsSHK"); });
-}
-
-bool frmResultSHK::eventFilter(QObject* object, QEvent* event) {
-    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
-        trap(".imgDrawing", [this] { ShowLargeDrawing(txtDrawing->text()); });
-    return Screen::eventFilter(object, event);
+    on(bttnAddMore, ".tbToolbar", [this] { addMore("frmClassSelect"); });
+    on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmJobConditionsSHK"); });
 }
 
 void frmResultSHK::Load() {
@@ -89,19 +75,15 @@ void frmResultSHK::ShowModel() {
     ShowTankDrawing(imgDrawing, txtDrawing, drawing);
 }
 
-void frmResultSHK::Leave(const QString& nextScreen) {
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open(nextScreen);
-}
-
 void frmResultSHK::Activate() {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(true);
+    enablePrinting(true);
+    showSchedule(true);
     SetStatusText("View results");
 }
 
 void frmResultSHK::Deactivate() {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(false);
+    enablePrinting(false);
+    showSchedule(false);
 }
 
 bool frmResultSHK::QueryUnload() {

@@ -1,15 +1,12 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "documents/ResultScreen.h"
 #include "ui_frmResultSHK.h"
 
 /// A finished shock arrestor tank: the model, the computed figures, the conditions and the drawing.
-class frmResultSHK : public Screen, private Ui::frmResultSHK {
+class frmResultSHK : public ResultScreen, private Ui::frmResultSHK {
   public:
     frmResultSHK();
-
-  protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void Load() override;
@@ -18,5 +15,4 @@ class frmResultSHK : public Screen, private Ui::frmResultSHK {
     bool QueryUnload() override;
     void ShowTankLine(const QString& tankID);
     void ShowModel();
-    void Leave(const QString& nextScreen);
 };

@@ -7,36 +7,22 @@
 #include "core/SessionStore.h"
 #include "documents/Drawings.h"
 
-#include <QAction>
-#include <QEvent>
-
 using namespace UtilityFunctions;
 
-frmResults::frmResults() : Screen("frmResults") {
+frmResults::frmResults() : ResultScreen("frmResults") {
     setupUi(this);
     prepare();
     lblMsgFlag->hide();
     lblConsultFactory->hide();
     txtDrawing->hide();
-    imgDrawing->installEventFilter(this);
+    enlarges(imgDrawing, [this] { return txtDrawing->text(); });
     chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // it tells, it does not ask
-    for (QToolButton* button : {bttnPreview, bttnPrint})
-        makeUnavailable(button);
+    offersSubmittal(bttnPreview, bttnPrint);
     opens(bttnSpecs, "frmResultSpecs");
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
-    on(bttnAddMore, ".tbToolbar", [this] {
-        Session::TankID.write("");
-        Session::Mode.write("New");
-        Leave("frmClassSelect");
-    });
-    on(bttnRecalc, ".tbToolbar", [this] { Leave("frmJobConditions"); });
-}
-
-bool frmResults::eventFilter(QObject* object, QEvent* event) {
-    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
-        trap(".imgDrawing", [this] { ShowLargeDrawing(txtDrawing->text()); });
-    return Screen::eventFilter(object, event);
+    on(bttnAddMore, ".tbToolbar", [this] { addMore("frmClassSelect"); });
+    on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmJobConditions"); });
 }
 
 void frmResults::Load() {
@@ -98,19 +84,15 @@ void frmResults::ShowModel() {
     }
 }
 
-void frmResults::Leave(const QString& nextScreen) {
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open(nextScreen);
-}
-
 void frmResults::Activate() {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(true);
+    enablePrinting(true);
+    showSchedule(true);
     SetStatusText("View results");
 }
 
 void frmResults::Deactivate() {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(false);
+    enablePrinting(false);
+    showSchedule(false);
 }
 
 bool frmResults::QueryUnload() {

@@ -1,15 +1,12 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "documents/ResultScreen.h"
 #include "ui_frmResults.h"
 
 /// A finished tank line: the model, what was required, the conditions, dimensions and the drawing.
-class frmResults : public Screen, private Ui::frmResults {
+class frmResults : public ResultScreen, private Ui::frmResults {
   public:
     frmResults();
-
-  protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void Load() override;
@@ -18,5 +15,4 @@ class frmResults : public Screen, private Ui::frmResults {
     bool QueryUnload() override;
     void ShowTankLine(const QString& tankID);
     void ShowModel();
-    void Leave(const QString& nextScreen);
 };

@@ -7,33 +7,20 @@
 #include "core/SessionStore.h"
 #include "documents/Drawings.h"
 
-#include <QEvent>
-
 using namespace UtilityFunctions;
 
-frmResultsConvert::frmResultsConvert() : Screen("frmResultsConvert") {
+frmResultsConvert::frmResultsConvert() : ResultScreen("frmResultsConvert") {
     setupUi(this);
     prepare();
     txtDrawing->hide();
-    imgDrawing->installEventFilter(this);
-    for (QToolButton* button : {bttnPreview, bttnPrint})
-        makeUnavailable(button);
+    enlarges(imgDrawing, [this] { return txtDrawing->text(); });
+    offersSubmittal(bttnPreview, bttnPrint);
     opens(bttnSpecs, "frmResultSpecs");
-    on(bttnAddMore, ".tbToolbar", [this] {
-        Session::TankID.write("");
-        Session::Mode.write("New");
-        Leave();
-    });
-    on(bttnRecalc, ".tbToolbar", [this] { Leave(); });
+    on(bttnAddMore, ".tbToolbar", [this] { addMore("frmConvertSteel"); });
+    on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmConvertSteel"); });
     if (!Screens::known("frmConvertSteel"))
         for (QToolButton* button : {bttnAddMore, bttnRecalc})
             makeUnavailable(button);
-}
-
-bool frmResultsConvert::eventFilter(QObject* object, QEvent* event) {
-    if (object == imgDrawing && event->type() == QEvent::MouseButtonRelease)
-        trap(".imgDrawing", [this] { ShowLargeDrawing(txtDrawing->text()); });
-    return Screen::eventFilter(object, event);
 }
 
 void frmResultsConvert::Load() {
@@ -74,13 +61,8 @@ void frmResultsConvert::ShowModel() {
     ShowTankDrawing(imgDrawing, txtDrawing, drawing);
 }
 
-void frmResultsConvert::Leave() {
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open("frmConvertSteel");
-}
-
-void frmResultsConvert::Activate() {
+void frmResultsConvert::Activate() { // and nothing switches them off when it is left; that is meant
+    enablePrinting(true);
     SetStatusText("View results");
 }
 

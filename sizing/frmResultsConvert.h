@@ -1,15 +1,12 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "documents/ResultScreen.h"
 #include "ui_frmResultsConvert.h"
 
 /// The bladder tank that replaces a plain steel tank.
-class frmResultsConvert : public Screen, private Ui::frmResultsConvert {
+class frmResultsConvert : public ResultScreen, private Ui::frmResultsConvert {
   public:
     frmResultsConvert();
-
-  protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void Load() override;
@@ -17,5 +14,4 @@ class frmResultsConvert : public Screen, private Ui::frmResultsConvert {
     bool QueryUnload() override;
     void ShowTankLine(const QString& tankID);
     void ShowModel();
-    void Leave();
 };

@@ -83,8 +83,9 @@ TEST_F(DatabaseTest, UnderstandsTheDialect) {
 
 TEST_F(DatabaseTest, RefusesBrokenStatements) {
     for (const char* sql :
-         {"SELECT 'open", "SELECT [open", "SELECT #open", "SELECT #32/32/2026#", "SELECT #-2026-03-14#", "SELECT #0001-01-01#", "SELECT (1",
-          "SELECT 1; DELETE FROM tblUser", "SELECT 1 -- rest", "", "nonsense", "SELECT ^ 2"})
+         {"SELECT 'open", "SELECT [open", "SELECT #open", "SELECT #32/32/2026#", "SELECT #-2026-03-14#",
+          "SELECT #0001-01-01#", "SELECT (1", "SELECT 1; DELETE FROM tblUser", "SELECT 1 -- rest", "",
+          "nonsense", "SELECT ^ 2"})
         EXPECT_EQ(faultOf([&] { value(user, QString::fromUtf8(sql)); }), DatabaseFault::SyntaxError) << sql;
     EXPECT_EQ(faultOf([&] { value(user, QStringLiteral("SELECT * FROM tblNone")); }),
               DatabaseFault::NoSuchTable);

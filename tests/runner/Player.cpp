@@ -7,6 +7,7 @@
 #include "core/Numbers.h"
 #include "core/Screens.h"
 #include "core/SessionStore.h"
+#include "documents/frmReportViewer.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets>
@@ -291,6 +292,22 @@ void cancel(Stage& stage, Words) {
     stage.dialogs.files.append(QString());
 }
 
+void print(Stage& stage, Words w) {
+    stage.dialogs.prints.append(QDir(stage.homeFolder).filePath(w[0]));
+}
+
+/// Expects a text on a page, from 1, of the report in the viewer.
+void expectPage(Stage&, Words w) {
+    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->pages();
+    const int number = w[0].toInt();
+    require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
+    QStringList found;
+    for (const PageText& text : pages[number - 1].texts)
+        found.append(text.plain());
+    require(found.join('\n').contains(w[1]),
+            "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
+}
+
 void close(Stage&, Words w) {
     windowOf(w[0])->close();
 }
@@ -463,9 +480,9 @@ const QHash<QString, Command>& commands() {
         {"expect-clipboard", {expectClipboard, 1}},
         {"expect-session", {expectSession, 2}},
         {"expect-sql", {expectSql, 3}},
-        {"expect-page", {notYet, 2}},
+        {"expect-page", {expectPage, 2}},
         {"expect-file", {expectFile, 1}},
-        {"print", {notYet, 1}},
+        {"print", {print, 1}},
         {"sql", {sql, 2}},
         {"session", {session, 1}},
         {"shot", {shot, 1}},
@@ -480,6 +497,8 @@ void Player::play(const QString& line) {
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
+    words.replaceInStrings("{shots}", // where its pictures go
+                           stage.shotFolder.isEmpty() ? stage.homeFolder : QDir(stage.shotFolder).absolutePath());
     const QString name = words.takeFirst();
     const auto command = commands().constFind(name);
     if (command == commands().cend())
@@ -497,4 +516,6 @@ void Player::play(const QString& line) {
         fail("the message box did not come: " + stage.dialogs.answers.first().text);
     if (command->acts && !stage.dialogs.files.isEmpty())
         fail("the file dialog did not come");
+    if (command->acts && !stage.dialogs.prints.isEmpty())
+        fail("the printer dialog did not come");
 }

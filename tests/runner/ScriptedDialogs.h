@@ -3,6 +3,7 @@
 #include "core/Dialogs.h"
 
 #include <QHash>
+#include <QPrinter>
 #include <QStringList>
 
 /// Gives the answers that the story has prepared.
@@ -33,6 +34,17 @@ class ScriptedDialogs : public Dialogs {
     }
 
     QString openFile(const QString&, const QString&) override { return nextFile(); }
+    QString saveFile(const QString&) override { return nextFile(); }
+    bool printer(QPrinter& printer) override {
+        if (prints.isEmpty()) {
+            problem = "a printer dialog came that nobody answers";
+            return false;
+        }
+        const QString file = prints.takeFirst();
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(file);
+        return !file.isEmpty();
+    }
     void beep() override { ++beeps; }
 
     /// The next file name; an empty one cancels the dialog.
@@ -45,6 +57,7 @@ class ScriptedDialogs : public Dialogs {
 
     QList<Answer> answers;
     QStringList files;
+    QStringList prints; // files that the next printer dialogs print to
     QString problem;
     int beeps = 0;
 };

@@ -1,0 +1,32 @@
+#include "documents/export/Export.h"
+#include "documents/report/PagePainter.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QPdfWriter>
+
+QByteArray Export::pdf(const Pages& pages, const QString& title) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setTitle(title);
+    writer.setCreator(QStringLiteral("Brennoval"));
+    constexpr int resolution = 1200; // dots an inch, so that places round to nothing the eye sees
+    writer.setResolution(resolution);
+    QPainter painter;
+    for (const Page& page : pages) {
+        writer.setPageSize(QPageSize(page.size, QPageSize::Point));
+        writer.setPageMargins(QMarginsF());
+        if (!painter.isActive())
+            painter.begin(&writer);
+        else
+            writer.newPage();
+        painter.save();
+        painter.scale(resolution / 72.0, resolution / 72.0);
+        PaintPage(painter, page);
+        painter.restore();
+    }
+    painter.end();
+    return bytes;
+}

@@ -1,0 +1,50 @@
+#include "documents/export/Export.h"
+#include "documents/export/PageGrid.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double characterWidth = 4.6; // points a column of the text
+
+/// Puts a text at a column of a line; one that would touch what stands there moves to the right.
+void put(QString& line, int column, const QString& text) {
+    if (!line.isEmpty() && line.size() + 1 > column)
+        column = int(line.size()) + 1;
+    line = line.leftJustified(column) + text;
+}
+
+QString rowLines(const GridRow& row) {
+    QStringList lines;
+    int end = 0; // of the column of the text before, for right-aligned texts
+    for (const PageText* text : row) {
+        const QStringList parts = text->lines();
+        for (int i = 0; i < parts.size(); ++i) {
+            while (lines.size() <= i)
+                lines.append(QString());
+            int column = int(std::lround(text->place.left() / characterWidth));
+            if (text->style.alignment & Qt::AlignRight)
+                column = std::max(end, int(std::lround(text->place.right() / characterWidth)) -
+                                           int(parts[i].size()));
+            else if (text->style.alignment & Qt::AlignHCenter)
+                column =
+                    int(std::lround(text->place.center().x() / characterWidth)) - int(parts[i].size()) / 2;
+            put(lines[i], std::max(0, column), parts[i]);
+        }
+        end = int(lines.first().size()) + 1;
+    }
+    return lines.join('\n') + '\n';
+}
+
+} // namespace
+
+QByteArray Export::text(const Pages& pages) {
+    QString document;
+    for (const Page& page : pages) {
+        if (!document.isEmpty())
+            document += '\f';
+        for (const GridRow& row : RowsOf(page))
+            document += rowLines(row);
+    }
+    return document.toUtf8();
+}

@@ -1,0 +1,113 @@
+#include "core/Fault.h"
+#include "documents/export/Export.h"
+#include "documents/report/PagePainter.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <cstring>
+#include <memory>
+#include <tiffio.h>
+
+namespace {
+
+constexpr int resolution = 200; // dots an inch
+
+/// A file in memory, for the library's own reading and writing.
+struct MemoryFile {
+    QByteArray bytes;
+    toff_t position = 0;
+};
+
+MemoryFile& memory(thandle_t handle) {
+    return *static_cast<MemoryFile*>(handle);
+}
+
+tmsize_t readMemory(thandle_t handle, void* buffer, tmsize_t size) {
+    MemoryFile& file = memory(handle);
+    const auto left = static_cast<tmsize_t>(file.bytes.size()) - static_cast<tmsize_t>(file.position);
+    const tmsize_t count = std::max<tmsize_t>(0, std::min(size, left));
+    std::memcpy(buffer, file.bytes.constData() + file.position, static_cast<std::size_t>(count));
+    file.position += static_cast<toff_t>(count);
+    return count;
+}
+
+tmsize_t writeMemory(thandle_t handle, void* buffer, tmsize_t size) {
+    MemoryFile& file = memory(handle);
+    const auto end = static_cast<qsizetype>(file.position) + static_cast<qsizetype>(size);
+    if (file.bytes.size() < end)
+        file.bytes.resize(end);
+    std::memcpy(file.bytes.data() + file.position, buffer, static_cast<std::size_t>(size));
+    file.position = static_cast<toff_t>(end);
+    return size;
+}
+
+toff_t seekMemory(thandle_t handle, toff_t offset, int whence) {
+    MemoryFile& file = memory(handle);
+    const toff_t base = whence == SEEK_SET   ? 0
+                        : whence == SEEK_CUR ? file.position
+                                             : static_cast<toff_t>(file.bytes.size());
+    return file.position = base + offset;
+}
+
+int closeMemory(thandle_t) {
+    return 0;
+}
+
+toff_t sizeOfMemory(thandle_t handle) {
+    return static_cast<toff_t>(memory(handle).bytes.size());
+}
+
+QImage painted(const Page& page) {
+    const double scale = resolution / 72.0;
+    QImage image((page.size * scale).toSize(), QImage::Format_Grayscale8);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    PaintPage(painter, page);
+    return image;
+}
+
+void writePage(TIFF* file, const QImage& image, int number, int count, const QByteArray& title) {
+    TIFFSetField(file, TIFFTAG_SUBFILETYPE, FILETYPE_PAGE);
+    TIFFSetField(file, TIFFTAG_PAGENUMBER, number, count);
+    TIFFSetField(file, TIFFTAG_IMAGEWIDTH, image.width());
+    TIFFSetField(file, TIFFTAG_IMAGELENGTH, image.height());
+    TIFFSetField(file, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(file, TIFFTAG_SAMPLESPERPIXEL, 1);
+    TIFFSetField(file, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    TIFFSetField(file, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
+    TIFFSetField(file, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+    TIFFSetField(file, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(file, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(file, 0));
+    TIFFSetField(file, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
+    TIFFSetField(file, TIFFTAG_XRESOLUTION, double(resolution));
+    TIFFSetField(file, TIFFTAG_YRESOLUTION, double(resolution));
+    TIFFSetField(file, TIFFTAG_SOFTWARE, "Brennoval");
+    TIFFSetField(file, TIFFTAG_DOCUMENTNAME, title.constData());
+    QByteArray row;
+    for (int y = 0; y < image.height(); ++y) {
+        row = QByteArray(reinterpret_cast<const char*>(image.constScanLine(y)), image.width());
+        if (TIFFWriteScanline(file, row.data(), static_cast<std::uint32_t>(y), 0) < 0)
+            throw Fault(Fault::PathFileAccess, "The TIFF library cannot write a page.");
+    }
+    TIFFWriteDirectory(file);
+}
+
+} // namespace
+
+QByteArray Export::tiff(const Pages& pages, const QString& title) {
+    MemoryFile memoryFile;
+    {
+        const std::unique_ptr<TIFF, void (*)(TIFF*)> file(
+            TIFFClientOpen("pages", "w", &memoryFile, readMemory, writeMemory, seekMemory, closeMemory,
+                           sizeOfMemory, nullptr, nullptr),
+            TIFFClose);
+        if (!file)
+            throw Fault(Fault::PathFileAccess, "The TIFF library cannot begin a file.");
+        int number = 0;
+        for (const Page& page : pages)
+            writePage(file.get(), painted(page), number++, int(pages.size()), title.toUtf8());
+    }
+    return memoryFile.bytes;
+}

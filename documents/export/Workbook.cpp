@@ -1,0 +1,301 @@
+#include "documents/export/Workbook.h"
+
+#include "documents/export/CompoundFile.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr qsizetype mostRecordBytes = 8224;
+constexpr int fontsOfTheDefault = 5;   // font 4 does not exist; the program's own begin at 5
+constexpr int stylesOfTheDefault = 16; // the 15 of the built-in styles and the default cell's
+constexpr int firstOwnFormat = 164;
+
+template<typename Number>
+void put(QByteArray& bytes, Number number) {
+    const auto little = qToLittleEndian(number);
+    bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
+}
+
+void put(QByteArray& bytes, double number) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    put(bytes, bits);
+}
+
+void record(QByteArray& stream, std::uint16_t kind, const QByteArray& body = {}) {
+    put(stream, kind);
+    put(stream, std::uint16_t(body.size()));
+    stream += body;
+}
+
+bool isNarrow(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
+}
+
+QByteArray characters(const QString& text, bool narrow) {
+    QByteArray bytes;
+    for (const QChar c : text) {
+        if (narrow)
+            bytes += char(c.unicode());
+        else
+            put<std::uint16_t>(bytes, c.unicode());
+    }
+    return bytes;
+}
+
+/// A text with its length in one or two bytes and the mark of its width.
+template<typename Length>
+QByteArray counted(const QString& text) {
+    QByteArray bytes;
+    const bool narrow = isNarrow(text);
+    put(bytes, Length(text.size()));
+    put<std::uint8_t>(bytes, narrow ? 0 : 1);
+    return bytes + characters(text, narrow);
+}
+
+void beginSubstream(QByteArray& stream, std::uint16_t kind) {
+    QByteArray body;
+    put<std::uint16_t>(body, 0x0600); // BIFF8
+    put<std::uint16_t>(body, kind);
+    put<std::uint16_t>(body, 0x0DBB);
+    put<std::uint16_t>(body, 0x07CC);
+    put<std::uint32_t>(body, 0x00000041);
+    put<std::uint32_t>(body, 0x00000006);
+    record(stream, 0x0809, body);
+}
+
+void fontRecord(QByteArray& stream, int size, bool bold, bool italic) {
+    QByteArray body;
+    put<std::uint16_t>(body, std::uint16_t(size * 20));
+    put<std::uint16_t>(body, italic ? 2 : 0);
+    put<std::uint16_t>(body, 0x7FFF); // the system's text colour
+    put<std::uint16_t>(body, bold ? 700 : 400);
+    put<std::uint16_t>(body, 0);
+    put<std::uint32_t>(body, 0); // no underline, any family and character set
+    record(stream, 0x0031, body + counted<std::uint8_t>(QStringLiteral("Arial")));
+}
+
+void styleRecord(QByteArray& stream, int font, int format, bool cell, const Workbook::CellStyle& style) {
+    QByteArray body;
+    put<std::uint16_t>(body, std::uint16_t(font));
+    put<std::uint16_t>(body, std::uint16_t(format));
+    put<std::uint16_t>(body, cell ? 0x0001 : 0xFFF5); // locked cell, or a style of its own
+    const unsigned align = cell ? unsigned(style.align) : 0;
+    put<std::uint8_t>(body, std::uint8_t(align | (style.wrap ? 0x08U : 0U) | (style.wrap ? 0x00U : 0x20U)));
+    put<std::uint8_t>(body, 0);
+    put<std::uint8_t>(body, 0);
+    put<std::uint8_t>(body, cell ? 0xFC : 0xF4);
+    put<std::uint32_t>(body, 0);
+    put<std::uint32_t>(body, 0);
+    put<std::uint16_t>(body, 0x20C0); // no fill
+    record(stream, 0x00E0, body);
+}
+
+} // namespace
+
+void Workbook::addSheet(const QString& name, const QList<double>& columnWidths) {
+    sheets.append({name.left(31), columnWidths, {}, {}, {}});
+}
+
+int Workbook::styleIndex(const CellStyle& style) {
+    const auto found = styles.indexOf(style);
+    if (found >= 0)
+        return int(found);
+    styles.append(style);
+    return int(styles.size()) - 1;
+}
+
+void Workbook::text(int row, int column, const QString& text, const CellStyle& style) {
+    constexpr int longest = 32767;
+    const QString kept = text.left(longest);
+    const auto known = stringPlaces.constFind(kept);
+    int place = 0;
+    if (known != stringPlaces.cend()) {
+        place = *known;
+    } else {
+        place = int(strings.size());
+        strings.append(kept);
+        stringPlaces.insert(kept, place);
+    }
+    ++stringUses;
+    sheets.last().cells.append({row, column, styleIndex(style), place, 0});
+}
+
+void Workbook::number(int row, int column, double value, const CellStyle& style) {
+    sheets.last().cells.append({row, column, styleIndex(style), -1, value});
+}
+
+void Workbook::merge(int row, int firstColumn, int lastColumn) {
+    sheets.last().merged.append({row, firstColumn, lastColumn});
+}
+
+void Workbook::rowHeight(int row, double points) {
+    sheets.last().heights.insert(row, points);
+}
+
+/// All texts once. A text that crosses the end of a record goes on in the next, which repeats its width.
+QByteArray Workbook::stringTable() const {
+    QByteArray stream;
+    QByteArray body;
+    std::uint16_t kind = 0x00FC;
+    put<std::uint32_t>(body, std::uint32_t(stringUses));
+    put<std::uint32_t>(body, std::uint32_t(strings.size()));
+    const auto flush = [&] {
+        record(stream, kind, body);
+        kind = 0x003C;
+        body.clear();
+    };
+    for (const QString& text : strings) {
+        const bool narrow = isNarrow(text);
+        const qsizetype width = narrow ? 1 : 2;
+        constexpr qsizetype head = 3;
+        if (body.size() + head + width > mostRecordBytes)
+            flush();
+        put<std::uint16_t>(body, std::uint16_t(text.size()));
+        put<std::uint8_t>(body, narrow ? 0 : 1);
+        for (qsizetype at = 0; at < text.size();) {
+            if (body.size() + width > mostRecordBytes) {
+                flush();
+                put<std::uint8_t>(body, narrow ? 0 : 1);
+            }
+            const qsizetype fits = std::min(text.size() - at, (mostRecordBytes - body.size()) / width);
+            body += characters(text.mid(at, fits), narrow);
+            at += fits;
+        }
+    }
+    flush();
+    return stream;
+}
+
+QByteArray Workbook::globals(const QList<qsizetype>& sheetOffsets) const {
+    QByteArray stream;
+    beginSubstream(stream, 0x0005);
+    QByteArray codePage;
+    put<std::uint16_t>(codePage, 0x04B0);
+    record(stream, 0x0042, codePage);
+    QByteArray window;
+    for (const int part : {0, 0, 16000, 12000, 0x0038, 0, 0, 1, 600})
+        put(window, std::uint16_t(part));
+    record(stream, 0x003D, window);
+    for (int i = 0; i < fontsOfTheDefault - 1; ++i)
+        fontRecord(stream, 10, false, false);
+    for (const CellStyle& style : styles)
+        fontRecord(stream, style.size, style.bold, style.italic);
+    QStringList formats;
+    for (const CellStyle& style : styles) {
+        if (style.numberFormat.isEmpty() || formats.contains(style.numberFormat))
+            continue;
+        QByteArray body;
+        put<std::uint16_t>(body, std::uint16_t(firstOwnFormat + formats.size()));
+        record(stream, 0x041E, body + counted<std::uint16_t>(style.numberFormat));
+        formats.append(style.numberFormat);
+    }
+    for (int i = 0; i < stylesOfTheDefault; ++i)
+        styleRecord(stream, 0, 0, i == stylesOfTheDefault - 1, {});
+    for (qsizetype i = 0; i < styles.size(); ++i) {
+        const auto format = formats.indexOf(styles[i].numberFormat);
+        styleRecord(stream, fontsOfTheDefault + int(i), format < 0 ? 0 : firstOwnFormat + int(format), true,
+                    styles[i]);
+    }
+    record(stream, 0x0293, QByteArray::fromHex("008000ff")); // the style "Normal"
+    for (qsizetype i = 0; i < sheets.size(); ++i) {
+        QByteArray body;
+        put<std::uint32_t>(body, std::uint32_t(sheetOffsets.value(i)));
+        put<std::uint16_t>(body, 0);
+        record(stream, 0x0085, body + counted<std::uint8_t>(sheets[i].name));
+    }
+    stream += stringTable();
+    record(stream, 0x000A);
+    return stream;
+}
+
+QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
+    QByteArray stream;
+    beginSubstream(stream, 0x0010);
+    int lastRow = 0;
+    int lastColumn = 0;
+    for (const Cell& cell : sheet.cells) {
+        lastRow = std::max(lastRow, cell.row);
+        lastColumn = std::max(lastColumn, cell.column);
+    }
+    for (qsizetype i = 0; i < sheet.columnWidths.size() && i < mostColumns; ++i) {
+        constexpr double widthOfZero = 5.25; // points, of the default font
+        QByteArray body;
+        put<std::uint16_t>(body, std::uint16_t(i));
+        put<std::uint16_t>(body, std::uint16_t(i));
+        put<std::uint16_t>(body, std::uint16_t(std::lround(sheet.columnWidths[i] / widthOfZero * 256)));
+        put<std::uint16_t>(body, stylesOfTheDefault - 1);
+        put<std::uint32_t>(body, 0);
+        record(stream, 0x007D, body);
+    }
+    QByteArray dimensions;
+    put<std::uint32_t>(dimensions, 0);
+    put<std::uint32_t>(dimensions, std::uint32_t(lastRow + 1));
+    put<std::uint16_t>(dimensions, 0);
+    put<std::uint16_t>(dimensions, std::uint16_t(lastColumn + 1));
+    put<std::uint16_t>(dimensions, 0);
+    record(stream, 0x0200, dimensions);
+    for (int row = 0; row <= lastRow; ++row) {
+        const auto height = sheet.heights.constFind(row);
+        if (height == sheet.heights.cend())
+            continue;
+        QByteArray body;
+        put<std::uint16_t>(body, std::uint16_t(row));
+        put<std::uint16_t>(body, 0);
+        put<std::uint16_t>(body, std::uint16_t(lastColumn + 1));
+        put<std::uint16_t>(body, std::uint16_t(std::min(std::lround(*height * 20), 8180L)));
+        put<std::uint32_t>(body, 0);
+        put<std::uint32_t>(body, 0x000F0140); // the height is the row's own
+        record(stream, 0x0208, body);
+    }
+    for (const Cell& cell : sheet.cells) {
+        QByteArray body;
+        put<std::uint16_t>(body, std::uint16_t(cell.row));
+        put<std::uint16_t>(body, std::uint16_t(cell.column));
+        put<std::uint16_t>(body, std::uint16_t(stylesOfTheDefault + cell.style));
+        if (cell.string >= 0)
+            put<std::uint32_t>(body, std::uint32_t(cell.string));
+        else
+            put(body, cell.value);
+        record(stream, cell.string >= 0 ? 0x00FD : 0x0203, body);
+    }
+    QByteArray window;
+    put<std::uint16_t>(window, selected ? 0x06B6 : 0x00B6);
+    for (int i = 0; i < 4; ++i)
+        put<std::uint32_t>(window, i == 1 ? 0x40U : 0U);
+    record(stream, 0x023E, window);
+    constexpr qsizetype mostMerged = 1000; // in a record
+    for (qsizetype from = 0; from < sheet.merged.size(); from += mostMerged) {
+        const auto part = sheet.merged.mid(from, mostMerged);
+        QByteArray body;
+        put<std::uint16_t>(body, std::uint16_t(part.size()));
+        for (const Merged& merged : part) {
+            put<std::uint16_t>(body, std::uint16_t(merged.row));
+            put<std::uint16_t>(body, std::uint16_t(merged.row));
+            put<std::uint16_t>(body, std::uint16_t(merged.first));
+            put<std::uint16_t>(body, std::uint16_t(merged.last));
+        }
+        record(stream, 0x00E5, body);
+    }
+    record(stream, 0x000A);
+    return stream;
+}
+
+QByteArray Workbook::file() const {
+    QList<QByteArray> bodies;
+    for (qsizetype i = 0; i < sheets.size(); ++i)
+        bodies.append(sheetRecords(sheets[i], i == 0));
+    // The offsets do not change the length of what holds them.
+    qsizetype at = globals({}).size();
+    QList<qsizetype> offsets;
+    for (const QByteArray& body : bodies) {
+        offsets.append(at);
+        at += body.size();
+    }
+    return CompoundFileOf(QStringLiteral("Workbook"), globals(offsets) + bodies.join());
+}

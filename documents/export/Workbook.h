@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+
+/// A workbook in the binary spreadsheet format BIFF8 (the .xls of spreadsheet programs of 1997 to 2003).
+class Workbook {
+  public:
+    /// How a cell is set.
+    struct CellStyle {
+        int size = 9; // points
+        bool bold = false;
+        bool italic = false;
+        enum class Align : std::uint8_t { Left = 1, Center = 2, Right = 3 } align = Align::Left;
+        bool wrap = false;
+        QString numberFormat; // of the spreadsheet; empty for the general one
+        bool operator==(const CellStyle&) const = default;
+    };
+
+    /// Begins a sheet; its name is cut to 31 characters. Column widths in points.
+    void addSheet(const QString& name, const QList<double>& columnWidths);
+    /// Cells of the last sheet, from row and column 0, in rising rows and columns.
+    void text(int row, int column, const QString& text, const CellStyle& style);
+    void number(int row, int column, double value, const CellStyle& style);
+    /// Joins the cells of a row from one column to another.
+    void merge(int row, int firstColumn, int lastColumn);
+    void rowHeight(int row, double points);
+
+    /// The file: the workbook in its compound file.
+    QByteArray file() const;
+
+    static constexpr int mostRows = 65536;
+    static constexpr int mostColumns = 256;
+
+  private:
+    struct Cell {
+        int row;
+        int column;
+        int style;
+        int string; // of the string table; -1 for a number
+        double value;
+    };
+    struct Merged {
+        int row;
+        int first;
+        int last;
+    };
+    struct Sheet {
+        QString name;
+        QList<double> columnWidths;
+        QList<Cell> cells;
+        QList<Merged> merged;
+        QHash<int, double> heights;
+    };
+
+    int styleIndex(const CellStyle& style);
+    QByteArray globals(const QList<qsizetype>& sheetOffsets) const;
+    QByteArray stringTable() const;
+    QByteArray sheetRecords(const Sheet& sheet, bool selected) const;
+
+    QList<Sheet> sheets;
+    QList<CellStyle> styles;
+    QList<QString> strings;
+    QHash<QString, int> stringPlaces;
+    int stringUses = 0;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/Screen.h"
+#include "documents/Placeholders.h"
+#include "ui_frmResultSpecs.h"
+
+/// The specification of the current tank with the job's own numbers.
+class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
+  public:
+    frmResultSpecs();
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+
+    bool Copied = false;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/Screen.h"
+#include "ui_frmSpecs.h"
+
+/// The typical specification of every style of tank, with blanks for a job's own numbers.
+class frmSpecs : public Screen, private Ui::frmSpecs {
+  public:
+    frmSpecs();
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    void FillSpecsBox(const QString& key);
+
+    bool Copied = false;
+};

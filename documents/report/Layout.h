@@ -1,0 +1,55 @@
+#pragma once
+
+#include "documents/report/Page.h"
+
+#include <map>
+
+/// One thing on a report: a label, a field, a line, a box, a check box or a picture.
+struct ReportControl {
+    enum class Kind { Label, Text, Line, Box, Check, Picture };
+
+    Kind kind = Kind::Label;
+    QString name;
+    QRectF place;   // points, in its section
+    QString text;   // of a field: what shows until it is filled
+    QString column; // of the data source; empty for a control that the start routine fills
+    QString format; // display pattern
+    TextStyle style;
+    double smallest = 0; // points; the size down to which the text shrinks to its place
+    bool wrap = false;   // the text may take several lines
+    bool flow = false;   // what does not fit goes on on a page of its own
+    bool visible = true;
+    double lineWidth = .5;
+    QColor fill;
+    QString picture;              // file or resource
+    std::optional<double> number; // behind the text, where a start routine knows it
+};
+
+struct ReportSection {
+    enum class Kind { ReportHeader, PageHeader, GroupHeader, Detail, PageFooter, ReportFooter };
+
+    Kind kind = Kind::Detail;
+    QString groupColumn; // of a group header
+    double height = 0;
+    QList<ReportControl> controls;
+};
+
+/// A report as its layout file describes it.
+class Layout {
+  public:
+    /// Reads a layout of the program's resources by the report's name. A layout can extend another, and then
+    /// adds, changes and drops controls. Throws std::runtime_error that names file and line.
+    static Layout load(const QString& name);
+    /// The same from a text, for layouts that are not among the resources.
+    static Layout parse(const QString& name, const QString& text);
+
+    QString title;
+    QSizeF paper{612, 792};
+    QMarginsF margins{36, 36, 36, 36};
+    QList<ReportSection> sections;
+
+    ReportSection* section(ReportSection::Kind kind);
+    const ReportSection* section(ReportSection::Kind kind) const;
+    /// Null when there is none of that name.
+    ReportControl* control(const QString& name);
+};

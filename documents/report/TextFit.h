@@ -1,0 +1,34 @@
+#pragma once
+
+#include "documents/report/Page.h"
+
+#include <QFont>
+
+/// Measures and breaks the texts of reports, in points and independent of any device.
+namespace TextFit {
+
+/// How much larger a text is set than it is measured: keeps fractions of a point exact.
+constexpr int fontScale = 20;
+
+/// The font of a style, enlarged by fontScale.
+QFont font(const TextStyle& style);
+/// Width in points of one line.
+double width(const QString& line, const TextStyle& style);
+/// Height in points of one line.
+double lineHeight(const TextStyle& style);
+/// From the top of a line to its baseline, in points.
+double ascent(const TextStyle& style);
+
+/// The text with a line separator at every place where it wraps to a width in points.
+QString wrapped(const QString& text, const TextStyle& style, double width);
+
+/// The largest size, from the style's own down to a smallest in points, at which a text wraps into a place.
+/// The text comes back wrapped at that size; what does not fit even at the smallest comes back as the rest.
+struct Fitted {
+    QString text;
+    TextStyle style;
+    QString rest;
+};
+Fitted fit(const QString& text, TextStyle style, const QSizeF& place, double smallest);
+
+} // namespace TextFit
