@@ -91,19 +91,20 @@ QByteArray Export::excel(const Pages& pages, const QString& title) {
         for (const GridRow& texts : rows) {
             int next = 0; // two texts never share a cell
             double height = 0;
-            for (const PageText* text : texts) {
-                const int column = std::max(next, ColumnOf(edges, *text));
-                addCell(book, row, column, *text);
+            for (qsizetype i = 0; i < texts.size(); ++i) {
+                const PageText& text = *texts[i];
+                const int column = std::max(next, ColumnOf(edges, text));
+                addCell(book, row, column, text);
                 next = column + 1;
-                const auto lines = text->lines().size();
-                if (lines > 1) {
-                    int last = column;
-                    while (last + 1 < edges.size() && edges[last + 1] < text->place.right() - 1)
-                        ++last;
-                    if (texts.size() == 1 && last > column)
-                        book.merge(row, column, last);
-                    height = std::max(height, double(lines) * TextFit::lineHeight(text->style) * 1.15);
-                }
+                // A cell reaches as far as its text's place, so that a number is never too wide for it.
+                const int end = i + 1 < texts.size() ? ColumnOf(edges, *texts[i + 1]) : int(edges.size());
+                int last = column;
+                while (last + 1 < end && edges[last + 1] < text.place.right() - 1)
+                    ++last;
+                if (last > column)
+                    book.merge(row, column, last);
+                if (const auto lines = text.lines().size(); lines > 1)
+                    height = std::max(height, double(lines) * TextFit::lineHeight(text.style) * 1.15);
             }
             if (height > 0)
                 book.rowHeight(row, height);

@@ -19,7 +19,7 @@ QByteArray escaped(const QString& text) {
         else if (c.unicode() < 0x80)
             out += c.toLatin1();
         else // signed, with a question mark for readers that know no Unicode
-            out += "\\u" + QByteArray::number(qint16(c.unicode())) + '?';
+            out += "\\u" + QByteArray::number(qint16(c.unicode())) + "\\'3f";
     }
     return out;
 }

@@ -191,6 +191,10 @@ class Renderer {
 
 } // namespace
 
+Pages RenderPages(const Layout& layout, Recordset& rows) {
+    return Renderer(layout).render(rows);
+}
+
 void Reports::add(const QString& name, const StartRoutine& start) {
     routines().insert(name, start);
 }
@@ -214,5 +218,5 @@ Pages Report::Run() {
     Connection connection = UtilityFunctions::openDatabase(database);
     Recordset rows;
     rows.Open(source, connection);
-    return Renderer(reportLayout).render(rows);
+    return RenderPages(reportLayout, rows);
 }

@@ -30,6 +30,11 @@ class Report {
     Layout reportLayout;
 };
 
+/// Places the rows of a recordset on pages as a layout tells: detail rows go over as many pages as they need,
+/// with the page header on each; a group header comes with each new value of its column and again on each
+/// page, and never stands alone at the foot of one.
+Pages RenderPages(const Layout& layout, Recordset& rows);
+
 /// The reports of the program by name. A start routine traps its own failures; the pages are then made with
 /// what it has set.
 namespace Reports {

@@ -497,8 +497,9 @@ void Player::play(const QString& line) {
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
-    words.replaceInStrings("{shots}", // where its pictures go
-                           stage.shotFolder.isEmpty() ? stage.homeFolder : QDir(stage.shotFolder).absolutePath());
+    words.replaceInStrings("{shots}",                   // where its pictures go
+                           stage.shotFolder.isEmpty() ? stage.homeFolder
+                                                      : QDir(stage.shotFolder).absolutePath());
     const QString name = words.takeFirst();
     const auto command = commands().constFind(name);
     if (command == commands().cend())

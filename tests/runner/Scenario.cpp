@@ -49,6 +49,8 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
         std::cerr << path.toStdString() << ": cannot be read\n";
         return false;
     }
+    if (!shots.isEmpty())
+        QDir().mkpath(shots);
     auto scripted = std::make_unique<ScriptedDialogs>();
     Player player(Stage{*scripted, shots, home.dataFolder()});
     Dialogs::install(std::move(scripted));

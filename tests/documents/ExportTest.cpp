@@ -1,0 +1,261 @@
+// Every export is opened by a program that has nothing to do with this one.
+
+#include "documents/export/Export.h"
+#include "core/Fault.h"
+#include "core/Gateway.h"
+#include "core/SessionStore.h"
+#include "documents/Submittals.h"
+#include "documents/export/CompoundFile.h"
+#include "documents/export/Workbook.h"
+#include "documents/report/Report.h"
+#include "tests/TemporaryHome.h"
+#include "tests/documents/ListLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QRegularExpression>
+
+using Export::Format;
+
+namespace {
+
+QByteArray run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished(60000) || process.exitCode() != 0)
+        ADD_FAILURE() << program.toStdString() << ": " << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+/// A text without blanks and quotes, so that line ends and a converter's own quotes do not count.
+QString dense(QString text) {
+    return text.remove(QRegularExpression("\\s|\u00a0|\""));
+}
+
+/// A workbook's cells as a spreadsheet program shows them.
+QString csvOf(const QString& workbook) {
+    return QString::fromUtf8(
+        run("ssconvert", {"-O", "format=preserve", "-T", "Gnumeric_stf:stf_assistant", workbook, "fd://1"}));
+}
+
+/// The texts of a document as a reader of rich text sees them.
+QString textOfRtf(const QString& document) {
+    QFile html(document + ".html");
+    if (!html.open(QIODevice::WriteOnly))
+        return {};
+    html.write(run("unrtf", {"--html", document}));
+    html.close();
+    return QString::fromUtf8(
+        run("xmllint", {"--html", "--nowarning", "--xpath", "string(/)", html.fileName()}));
+}
+
+class Exports : public testing::Test {
+  protected:
+    Exports() {
+        home.installData();
+        registerSubmittals();
+        sql("INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('O''Hara & 水 <7>', 'Łukasz "
+            "\"Ł\" Ohm', "
+            "'D & E')");
+        sql("INSERT INTO tblRepMaster (CompanyName, PhoneNo) VALUES ('Pump && Tank', '(555) 555-0100')");
+        addTank("T1", "RCB 500", "'North-1', '-', 'South-3', NULL");
+        addTank("T2", "24RB60", "NULL, NULL, NULL, NULL");
+        addTank("T3", "PKG 30-1.8", "NULL, NULL, NULL, NULL");
+        addTank("T4", "SHK 300", "NULL, NULL, NULL, NULL");
+        addTank("T5", "JWB 800", "NULL, NULL, NULL, NULL");
+    }
+
+    static void sql(const QString& statement) {
+        Connection user = UtilityFunctions::openDatabase("User");
+        Recordset().Open(statement, user);
+    }
+
+    static void addTank(const QString& id, const QString& model, const QString& tags) {
+        sql("INSERT INTO tblJobData (TankID, JobID, ModelNo, Qty, TotSysVolume, SysFluidType, SOTMin, "
+            "SOTMax, SOPMin, "
+            "SOPMax, FlowRate, FlowPressure, StaticPressure, ShockPressure, WaterVelocity, LeakLoad, "
+            "PumpRunTime, "
+            "TagID01, TagID02, TagID03, TagID04) VALUES ('" +
+            id + "', 'O''Hara & 水 <7>', '" + model +
+            "', 4, 1234.5, 'Water', 40, 180, 12, 30, 260, 45, 65, 150, 8.44, .136, 5.6, " + tags + ")");
+    }
+
+    static Pages submittal(const QString& tank, const QString& model) {
+        Session::TankID.write(tank);
+        Report report(UtilityFunctions::SetReport(model));
+        return report.Run();
+    }
+
+    static Pages list(const QString& sql) {
+        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Recordset rows;
+        rows.Open(sql, catalogue);
+        return RenderPages(listLayout(), rows);
+    }
+
+    QString write(Format format, const Pages& pages, const char* name) {
+        const QString path = home.dataFolder() + u'/' + QLatin1String(name);
+        Export::toFile(format, pages, "Brennoval Submittal", path);
+        return path;
+    }
+
+    static QStringList textsOf(const Pages& pages) {
+        QStringList texts;
+        for (const Page& page : pages)
+            for (const PageText& text : page.texts)
+                texts.append(text.plain());
+        return texts;
+    }
+
+    static void expectAll(const Pages& pages, const QString& content, const char* format) {
+        const QString have = dense(content);
+        for (const QString& text : textsOf(pages))
+            EXPECT_TRUE(have.contains(dense(text))) << format << ": " << text.toStdString();
+    }
+
+    TemporaryHome home;
+};
+
+} // namespace
+
+TEST_F(Exports, AllSixHoldTheSameTexts) {
+    const std::pair<const char*, const char*> tanks[] = {
+        {"T1", "RCB 500"}, {"T2", "24RB60"}, {"T3", "PKG 30-1.8"}, {"T4", "SHK 300"}, {"T5", "JWB 800"}};
+    for (const auto& [tank, model] : tanks) {
+        const Pages pages = submittal(tank, model);
+        ASSERT_EQ(pages.size(), 1) << model;
+        EXPECT_GT(textsOf(pages).size(), 30);
+        expectAll(pages,
+                  QString::fromUtf8(run("pdftotext", {"-layout", write(Format::Pdf, pages, "a.pdf"), "-"})),
+                  "PDF");
+        expectAll(pages,
+                  QString::fromUtf8(run("xmllint", {"--html", "--nowarning", "--xpath", "string(/html/body)",
+                                                    write(Format::Html, pages, "a.htm")})),
+                  "HTML");
+        expectAll(pages, csvOf(write(Format::Excel, pages, "a.xls")), "Excel");
+        expectAll(pages, textOfRtf(write(Format::Rtf, pages, "a.rtf")), "RTF");
+        QFile text(write(Format::Text, pages, "a.txt"));
+        ASSERT_TRUE(text.open(QIODevice::ReadOnly));
+        expectAll(pages, QString::fromUtf8(text.readAll()), "text");
+    }
+}
+
+TEST_F(Exports, PdfHasTextAndVectors) {
+    const QString file = write(Format::Pdf, submittal("T1", "RCB 500"), "a.pdf");
+    const QString info = run("pdfinfo", {file});
+    EXPECT_TRUE(info.contains(QRegularExpression("Pages:\\s+1\\n"))) << info.toStdString();
+    EXPECT_TRUE(info.contains("Brennoval Submittal"));
+    EXPECT_TRUE(info.contains("612 x 792"));
+    const QStringList fonts = QString(run("pdffonts", {file})).split('\n').mid(2);
+    EXPECT_GE(fonts.size(), 3);
+    for (const QString& font : fonts)
+        if (!font.isEmpty()) {
+            EXPECT_TRUE(font.contains(QRegularExpression("\\byes\\b")))
+                << "not embedded: " << font.toStdString();
+        }
+    EXPECT_EQ(run("pdfimages", {"-list", file}).count('\n'), 2) << "no image: the drawing stays lines";
+}
+
+TEST_F(Exports, TiffHasItsPagesAndResolution) {
+    Pages pages = submittal("T1", "RCB 500");
+    pages += submittal("T4", "SHK 300");
+    const QString info = run("tiffinfo", {write(Format::Tiff, pages, "a.tif")});
+    EXPECT_EQ(info.count("TIFF Directory"), 2);
+    EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 2);
+    EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 2);
+    EXPECT_EQ(info.count("Compression Scheme: LZW"), 2);
+}
+
+TEST_F(Exports, HtmlStandsAlone) {
+    QFile file(write(Format::Html, submittal("T3", "PKG 30-1.8"), "a.htm"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(text.contains("src=\"data:image/svg+xml;base64,"));
+    EXPECT_FALSE(text.contains(QRegularExpression("(src|href)=\"(?!data:)")));
+    EXPECT_TRUE(text.contains("O'Hara &amp; 水 &lt;7&gt;"));
+}
+
+TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
+    const Pages pages =
+        list("SELECT * FROM tblPostalCodes WHERE PostalCode < '02000' ORDER BY RepID, PostalCode");
+    const QString csv = csvOf(write(Format::Excel, pages, "list.xls"));
+    int rows = 0;
+    for (const QString& line : csv.split('\n'))
+        rows += line.contains("assigned") ? 1 : 0;
+    int expected = 0;
+    for (const QString& text : textsOf(pages))
+        expected += text == "assigned" ? 1 : 0;
+    EXPECT_EQ(rows, expected);
+    EXPECT_GT(rows, 500);
+    EXPECT_TRUE(csv.contains("00501")) << "a code keeps its zeros as a text";
+    EXPECT_TRUE(csv.contains("2 rep"));
+}
+
+TEST_F(Exports, CompoundFileIsSoundAtEverySize) {
+    // Through one table sector, several, and the list that only a large file needs.
+    for (const int megabytes : {0, 1, 9}) {
+        Workbook book;
+        book.addSheet("Large", {100, 100});
+        const int rows = megabytes * 2500 + 3;
+        for (int i = 0; i < rows; ++i)
+            book.text(i, 0, QString("%1 %2").arg(i).arg(QString(400, i % 2 ? QChar('x') : QChar(0x6C34))),
+                      {});
+        QFile file(home.dataFolder() + "/large.xls");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(book.file());
+        file.close();
+        const QString csv = csvOf(file.fileName());
+        EXPECT_TRUE(csv.contains(QString("%1 ").arg(rows - 1))) << megabytes;
+        EXPECT_EQ(csv.count('\n'), rows) << megabytes;
+    }
+}
+
+TEST_F(Exports, FailureLeavesNoFile) {
+    const Pages pages = submittal("T1", "RCB 500");
+    QDir(home.dataFolder()).mkdir("folder");
+    const QStringList before = QDir(home.dataFolder()).entryList();
+    for (const Format format :
+         {Format::Pdf, Format::Tiff, Format::Html, Format::Excel, Format::Rtf, Format::Text}) {
+        for (const char* name : {"/folder", "/missing/a.pdf", "/folder/"})
+            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + QLatin1String(name)), Fault);
+        EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
+    }
+}
+
+TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
+    const auto shows = [](const Pages& pages, const QString& text) { return textsOf(pages).contains(text); };
+    const Pages bladder = submittal("T1", "RCB 500");
+    EXPECT_TRUE(shows(bladder, "North-1, South-3")) << "units without a tag add nothing";
+    EXPECT_TRUE(shows(bladder, "Pump & Tank"));
+    EXPECT_TRUE(shows(bladder, "Replaceable Heavy Duty Butyl "));
+    EXPECT_TRUE(shows(bladder, "1,235 gal"));
+    EXPECT_TRUE(shows(bladder, "Min 40°F"));
+    EXPECT_TRUE(shows(bladder, "Max 30 psi"));
+    EXPECT_TRUE(textsOf(bladder).join('\n').contains("available through Pump & Tank."));
+    EXPECT_TRUE(bladder[0].pictures.size() == 2) << "logo and drawing; no marks";
+    const Pages steel = submittal("T2", "24RB60");
+    EXPECT_TRUE(shows(steel, "Height/Length"));
+    EXPECT_FALSE(shows(steel, "Bladder:"));
+    const Pages package = submittal("T3", "PKG 30-1.8");
+    EXPECT_TRUE(shows(package, "1.8 gpm @ 70 psi"));
+    EXPECT_TRUE(shows(package, "10 psi - 70 psi"));
+    EXPECT_TRUE(shows(package, ".33 hp"));
+    EXPECT_FALSE(shows(package, "DESCRIPTION")) << "the third part of the description takes its place";
+    const Pages shock = submittal("T4", "SHK 300");
+    EXPECT_TRUE(shows(shock, "Replaceable FDA Butyl Bladder"));
+    EXPECT_TRUE(shows(shock, "8.4 fps"));
+    EXPECT_TRUE(shows(shock, "13.6%"));
+    EXPECT_TRUE(shows(shock, "260 gpm"));
+    const Pages drawdown = submittal("T5", "JWB 800");
+    EXPECT_TRUE(shows(drawdown, "Drawdown"));
+    EXPECT_FALSE(shows(drawdown, "Water"));
+    EXPECT_FALSE(shows(drawdown, "Temperatures"));
+    EXPECT_EQ(drawdown[0].pictures.size(), 4) << "with both marks";
+    // Without a tank in the session the report runs over all lines, a page each.
+    Session::TankID.write("nothing");
+    UtilityFunctions::RemoveRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
+                                     "TankID");
+    Report all("rptSubmittal1");
+    EXPECT_EQ(all.Run().size(), 5);
+}

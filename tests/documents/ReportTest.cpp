@@ -1,0 +1,150 @@
+#include "documents/report/Report.h"
+#include "core/Gateway.h"
+#include "documents/report/TextFit.h"
+#include "tests/TemporaryHome.h"
+#include "tests/documents/ListLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+class ReportEngine : public testing::Test {
+  protected:
+    ReportEngine() { home.installData(); }
+
+    static Pages render(const Layout& layout, const QString& sql) {
+        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Recordset rows;
+        rows.Open(sql, catalogue);
+        return RenderPages(layout, rows);
+    }
+
+    static QStringList textsOf(const Page& page) {
+        QStringList texts;
+        for (const PageText& text : page.texts)
+            texts.append(text.plain());
+        return texts;
+    }
+
+    TemporaryHome home;
+};
+
+const char* const codes =
+    "SELECT * FROM tblPostalCodes WHERE PostalCode < '01900' ORDER BY RepID, PostalCode";
+
+} // namespace
+
+TEST_F(ReportEngine, GoesOverPagesWithHeadersAndGroups) {
+    const Pages pages = render(listLayout(), codes);
+    ASSERT_GT(pages.size(), 10);
+    int details = 0;
+    for (const Page& page : pages) {
+        const QStringList texts = textsOf(page);
+        EXPECT_EQ(texts.count("Code"), 1) << "a page header on each page";
+        EXPECT_EQ(texts.count("Foot"), 1);
+        EXPECT_EQ(texts.count("Postal codes by representative"), &page == &pages.first() ? 1 : 0);
+        details += int(texts.count("assigned"));
+        // The lowest text above the foot is a row, not the heading of a group without rows.
+        double lowest = 0;
+        QString last;
+        for (const PageText& text : page.texts) {
+            EXPECT_GE(text.place.top(), 36);
+            EXPECT_LE(text.place.bottom(), 792 - 36 + .01);
+            if (text.text != "Foot" && text.text != "End of the list" && text.place.top() > lowest) {
+                lowest = text.place.top();
+                last = text.text;
+            }
+        }
+        EXPECT_NE(last, "Representative");
+        EXPECT_TRUE(texts.contains("Representative")) << "a group goes on under its heading";
+    }
+    EXPECT_TRUE(textsOf(pages.last()).contains("End of the list"));
+    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Recordset count;
+    count.Open("SELECT COUNT(*) AS V FROM tblPostalCodes WHERE PostalCode < '01900'", catalogue);
+    EXPECT_EQ(details, int(count["V"].number()));
+}
+
+TEST_F(ReportEngine, FormatsColumnsAndKeepsTheirNumbers) {
+    const Pages pages = render(listLayout(), "SELECT '00501' AS PostalCode, 1234 AS RepID");
+    for (const PageText& text : pages[0].texts)
+        if (text.text == "1,234 rep") {
+            EXPECT_EQ(text.number, 1234);
+            EXPECT_EQ(text.pattern, "#,##0 rep");
+            return;
+        }
+    FAIL() << textsOf(pages[0]).join(" | ").toStdString();
+}
+
+TEST_F(ReportEngine, AnEmptyListHasItsHeaders) {
+    const Pages pages = render(listLayout(), "SELECT * FROM tblPostalCodes WHERE RepID = 'none'");
+    ASSERT_EQ(pages.size(), 1);
+    EXPECT_TRUE(textsOf(pages[0]).contains("Code"));
+    EXPECT_FALSE(textsOf(pages[0]).contains("assigned"));
+}
+
+TEST_F(ReportEngine, CutsNothing) {
+    QString words;
+    for (int i = 0; i < 2000; ++i)
+        words += QString("word%1 ").arg(i);
+    Layout layout = Layout::parse("long", "section detail 400\n"
+                                          "text txtShort 0 0 300 20 wrap shrink 5\n"
+                                          "text txtLong 0 40 300 60 wrap shrink 6 flow\n"
+                                          "text txtLine 0 120 60 12 size 10 shrink 6\n");
+    layout.control("txtShort")->text = words.left(200);
+    layout.control("txtLong")->text = words;
+    layout.control("txtLine")->text = "RCB 15000 in one line";
+    const Pages pages = render(layout, "SELECT 1 AS V");
+    EXPECT_GE(pages.size(), 2) << "the rest flows to a page of its own";
+    QString all;
+    for (const Page& page : pages)
+        for (const PageText& text : page.texts) {
+            all += text.plain() + ' ';
+            if (text.text.startsWith("RCB")) {
+                EXPECT_LT(text.style.size, 10);
+                EXPECT_LE(TextFit::width(text.text, text.style), 61);
+            }
+        }
+    for (int i = 0; i < 2000; ++i)
+        EXPECT_TRUE(all.contains(QString("word%1").arg(i))) << i;
+}
+
+TEST_F(ReportEngine, ExtendsLayoutsByAddingChangingAndDropping) {
+    Layout first = Layout::load("rptSubmittal1");
+    Layout second = Layout::load("rptSubmittal2");
+    Layout third = Layout::load("rptSubmittal3");
+    Layout fourth = Layout::load("rptSubmittal4");
+    EXPECT_TRUE(first.control("txtBladder") && first.control("imgNSF") && first.control("txtAccVol"));
+    for (const char* gone : {"lblBladder", "txtBladder", "lblSysConnType", "txtSysConnType", "lblPreCharge",
+                             "txtPrecharge", "imgNSF", "imgIAPMO"})
+        EXPECT_FALSE(second.control(gone)) << gone;
+    EXPECT_EQ(second.control("lblHeight")->text, "Height/Length");
+    for (const char* gone :
+         {"lblConstruction", "txtShell", "txtFinish", "txtMaxTemp", "txtMaxPressure", "txtAccVol", "txtDia",
+          "txtSysConnSize", "txtTSFC", "txtSOPMin", "lblSysConditions"})
+        EXPECT_FALSE(third.control(gone)) << gone;
+    for (const char* there : {"txtMakeUpCap", "txtPressureRange", "txtWidth", "txtHorsePower"})
+        EXPECT_TRUE(third.control(there)) << there;
+    EXPECT_EQ(third.control("lblTankVol")->text, "Solution Container");
+    EXPECT_EQ(fourth.control("lblLeakLoad")->text, "LeakLoad");
+    EXPECT_EQ(fourth.control("lblFluid")->text, "Static Pressure");
+    EXPECT_EQ(fourth.control("txtSOTMax")->column, "WaterVelocity");
+    EXPECT_FALSE(fourth.control("txtAccVol"));
+    EXPECT_EQ(first.control("txtSOTMin")->format, "\"Min\" #,##0°F");
+}
+
+TEST_F(ReportEngine, NamesTheLineOfABadLayout) {
+    for (const char* bad :
+         {"wat", "section detail", "label x 0 0 1", "section detail 9\nlabel x 0 0 1 1 shiny",
+          "change nothing bold", "section detail 9\ntext a 0 0 1 1\ntext a 0 0 1 1",
+          "section detail 9\nlabel a 0 0 1 1 text \"open"}) {
+        try {
+            Layout::parse("bad", bad);
+            ADD_FAILURE() << bad;
+        } catch (const std::runtime_error& error) {
+            EXPECT_TRUE(std::string(error.what()).starts_with("bad.layout:")) << error.what();
+        }
+    }
+}
