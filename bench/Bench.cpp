@@ -8,16 +8,23 @@
 #include "core/FieldChecks.h"
 #include "core/JetSql.h"
 #include "core/SessionStore.h"
+#include "documents/Submittals.h"
+#include "documents/export/Export.h"
+#include "documents/report/Report.h"
 #include "sizing/CatalogueSearch.h"
+#include "tests/documents/ListLayout.h"
 #include "tests/faults/Program.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTimer>
 
 #include <sqlite3.h>
+
+#include <cstdio>
 
 using namespace UtilityFunctions;
 
@@ -227,6 +234,75 @@ void roadStep(benchmark::State& state, std::size_t timed) {
     Program::stop();
 }
 
+/// A finished expansion tank on the results screen.
+void finishTank() {
+    for (std::size_t i = 0; i < std::size(road); ++i) {
+        road[i].fill(1);
+        if (road[i].screen)
+            Program::press(road[i].screen, road[i].button);
+        else
+            Program::command(road[i].button);
+    }
+}
+
+/// From the click on Preview to the painted page.
+void previewSubmittal(benchmark::State& state) {
+    const Data data(200, 100);
+    Program::start();
+    finishTank();
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Program::press("frmResults", "bttnPreview");
+        Screens::find("frmReportViewer")->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        Screens::unload("frmReportViewer");
+        Program::settle();
+    }
+    Program::stop();
+}
+
+void pdfOfSubmittal(benchmark::State& state) {
+    const Data data(200, 100);
+    Program::start();
+    finishTank();
+    const Pages pages = Report(SetReport("RCB 500")).Run();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+    Program::stop();
+}
+
+Pages longList() {
+    Connection catalogue = openDatabase("Sys");
+    Recordset rows;
+    rows.Open("SELECT * FROM tblPostalCodes ORDER BY RepID, PostalCode LIMIT 10000", catalogue);
+    return RenderPages(listLayout(), rows);
+}
+
+void renderList(benchmark::State& state) {
+    const Data data(200, 1);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(longList());
+}
+
+void pdfOfList(benchmark::State& state) {
+    const Data data(200, 1);
+    const Pages pages = longList();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+}
+
+/// Largest memory that this process has held, in megabytes.
+double peakMemory() {
+    QFile status("/proc/self/status");
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
+    return 0;
+}
+
 void registerBenchmarks() {
     using benchmark::RegisterBenchmark;
     constexpr double splash = .5; // s, its own timer
@@ -250,6 +326,12 @@ void registerBenchmarks() {
                           [lines](benchmark::State& s) { saveProgram(s, lines); });
         RegisterBenchmark((name + "/bare").c_str(), [lines](benchmark::State& s) { saveBare(s, lines); });
     }
+    RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
+        ->UseManualTime()
+        ->Iterations(30);
+    RegisterBenchmark("PDF of a submittal/program", pdfOfSubmittal);
+    RegisterBenchmark("list of 10000 rows, whole/program", renderList);
+    RegisterBenchmark("list of 10000 rows, its PDF/program", pdfOfList);
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })
@@ -269,5 +351,6 @@ int main(int argc, char** argv) {
     registerBenchmarks();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
+    std::printf("Peak memory of this run: %.0f MB\n", peakMemory());
     return 0;
 }
