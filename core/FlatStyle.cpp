@@ -167,6 +167,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_UnderlineShortcut: // a key that works must show
     case SH_TitleBar_NoBorder:
         return 1;
+    case SH_ItemView_ActivateItemOnSingleClick: // a list row opens on a double click, on every desktop
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
         return 0;

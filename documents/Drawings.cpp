@@ -67,8 +67,8 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
             Dialogs::current().beep();
             return false;
         }
-        const double x = rows["X"].number();
-        const double y = rows["Y"].number();
+        const double x = ToInt16(rows["X"].number());
+        const double y = ToInt16(rows["Y"].number());
         const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + rows["Ext"].text();
         showPicture(
             box, file,
