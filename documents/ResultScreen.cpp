@@ -38,8 +38,9 @@ void ResultScreen::enablePrinting(bool enabled) {
         BrennovalMain::instance()->command(command)->setEnabled(enabled);
 }
 
-void ResultScreen::showSchedule(bool visible) {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(visible);
+void ResultScreen::showResultCommands(bool shown) {
+    enablePrinting(shown);
+    BrennovalMain::instance()->command("mnuSchedule")->setVisible(shown);
 }
 
 bool ResultScreen::eventFilter(QObject* object, QEvent* event) {

@@ -22,8 +22,8 @@ class ResultScreen : public Screen {
 
     /// Switches Print and Preview of the main window.
     static void enablePrinting(bool enabled);
-    /// Shows the Schedule of the main window.
-    static void showSchedule(bool visible);
+    /// The same, and shows or hides the Schedule.
+    static void showResultCommands(bool shown);
 
     bool eventFilter(QObject* object, QEvent* event) override;
 

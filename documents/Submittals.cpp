@@ -9,6 +9,7 @@
 #include "core/Numbers.h"
 #include "core/Screens.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Placeholders.h"
 #include "documents/Specifications.h"
 #include "documents/frmReportViewer.h"
@@ -98,7 +99,7 @@ class Filler {
     void readTankLine(const QString& tankID) {
         Connection connection = openDatabase("User");
         Recordset tank;
-        tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
+        tank.Open(TankQuery(tankID), connection);
         if (tank.AtEnd())
             return;
         values.modelNo = tank["ModelNo"].text();

@@ -57,7 +57,7 @@ QString frmPipeSelect::SelectedKey() const {
     const auto selected = lvPipeSizes->selectedItems();
     if (selected.isEmpty())
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
-    const QString text = selected.first()->text(0);
+    QString text = selected.first()->text(0);
     if (!bttnMetric->isChecked())
         return text;
     Connection connection = openDatabase("Sys");

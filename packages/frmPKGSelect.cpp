@@ -5,6 +5,7 @@
 #include "core/Gateway.h"
 #include "core/Lists.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 #include <QDate>
@@ -14,10 +15,6 @@ using namespace UtilityFunctions;
 namespace {
 
 constexpr QSize drawingArea(505, 273); // the picture box as the layout has it
-
-QString tankQuery(const QString& tankID) {
-    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
-}
 
 } // namespace
 
@@ -68,7 +65,7 @@ void frmPKGSelect::Load() {
         return;
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open(tankQuery(tankID), connection);
+    tank.Open(TankQuery(tankID), connection);
     if (tank.AtEnd())
         return;
     txtModelNo->setText(tank["ModelNo"].text());
@@ -138,13 +135,9 @@ void frmPKGSelect::SaveRecord() {
     if (isNew) {
         const QString tankID = Session::JobID.text() + "." + QString::number(number);
         Session::TankID.write(tankID);
-        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-        tank.AddNew();
-        tank["TankNo"] = number;
-        tank["TankID"] = tankID;
-        tank["JobID"] = lblJobID->text();
+        AddTankLine(tank, connection, number, tankID, lblJobID->text());
     } else {
-        tank.Open(tankQuery(Session::TankID.text()), connection, CursorType::Keyset);
+        tank.Open(TankQuery(Session::TankID.text()), connection, CursorType::Keyset);
     }
     tank["ModelNo"] = txtModelNo->text();
     tank["Qty"] = txtQty->text();

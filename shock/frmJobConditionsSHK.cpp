@@ -7,6 +7,7 @@
 #include "core/Gateway.h"
 #include "core/Numbers.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "estimates/Pipes.h"
 
 #include <QDate>
@@ -49,10 +50,6 @@ double pressureFactor(double shockBand, double staticBand) {
             "] AS P1 FROM tblPressureFactor WHERE SOPMax = " + QString::fromStdString(NumberText(shockBand)),
         connection);
     return factor.AtEnd() ? 0 : factor["P1"].number();
-}
-
-QString tankQuery(const QString& tankID) {
-    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
 }
 
 } // namespace
@@ -108,7 +105,7 @@ void frmJobConditionsSHK::Load() {
         return;
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open(tankQuery(tankID), connection);
+    tank.Open(TankQuery(tankID), connection);
     if (tank.AtEnd())
         return;
     for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
@@ -209,15 +206,11 @@ void frmJobConditionsSHK::SaveRecord(const QString& TankID, double AtmPressure, 
     Connection connection = openDatabase("User");
     Recordset tank;
     if (isNew) {
-        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-        tank.AddNew();
-        tank["TankNo"] = number;
-        tank["TankID"] = stored;
-        tank["JobID"] = lblJobID->text();
+        AddTankLine(tank, connection, number, stored, lblJobID->text());
         tank["DateCreated"] = QDate::currentDate().startOfDay();
     } else {
         stored = Session::TankID.text();
-        tank.Open(tankQuery(stored), connection, CursorType::Keyset);
+        tank.Open(TankQuery(stored), connection, CursorType::Keyset);
     }
     tank["AtmPressure"] = AtmPressure;
     for (QLineEdit* box : {PipeLength, PipeIndex, FlowRate, FlowPressure, StaticPressure, ShockPressure})

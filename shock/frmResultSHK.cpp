@@ -5,6 +5,7 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -37,7 +38,7 @@ void frmResultSHK::Load() {
 void frmResultSHK::ShowTankLine(const QString& tankID) {
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
+    tank.Open(TankQuery(tankID), connection);
     if (tank.AtEnd())
         return;
     Qty->setText(tank["Qty"].text());
@@ -76,14 +77,12 @@ void frmResultSHK::ShowModel() {
 }
 
 void frmResultSHK::Activate() {
-    enablePrinting(true);
-    showSchedule(true);
+    showResultCommands(true);
     SetStatusText("View results");
 }
 
 void frmResultSHK::Deactivate() {
-    enablePrinting(false);
-    showSchedule(false);
+    showResultCommands(false);
 }
 
 bool frmResultSHK::QueryUnload() {

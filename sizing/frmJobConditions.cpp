@@ -5,6 +5,7 @@
 #include "core/Gateway.h"
 #include "core/Numbers.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 
 #include <QEvent>
 #include <QTimer>
@@ -22,10 +23,6 @@ constexpr FluidLimits noLimits{"", -999999, 999999, -999999, 999999};
 
 QString range(double low, double high) {
     return QString("Range: %1°F - %2°F").arg(low).arg(high);
-}
-
-QString tankQuery(const QString& tankID) {
-    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
 }
 
 } // namespace
@@ -73,7 +70,7 @@ void frmJobConditions::Load() {
 
     Connection connection = openDatabase("User");
     Recordset tank;
-    const bool known = Session::TankID.read(text) && (tank.Open(tankQuery(text), connection), !tank.AtEnd());
+    const bool known = Session::TankID.read(text) && (tank.Open(TankQuery(text), connection), !tank.AtEnd());
     if (known) {
         txtAtmPressure->setText(tank["AtmPressure"].text());
         // A fluid that the list does not offer leaves it empty, so that Next asks for one.
@@ -172,18 +169,14 @@ void frmJobConditions::SaveRecord() {
     if (isNew) {
         const QString tankID = lblJobID->text() + "." + QString::number(number);
         Session::TankID.write(tankID);
-        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-        tank.AddNew();
-        tank["TankNo"] = number;
-        tank["TankID"] = tankID;
-        tank["JobID"] = lblJobID->text();
+        AddTankLine(tank, connection, number, tankID, lblJobID->text());
         tank["DateCreated"] = QDateTime::currentDateTime();
         tank.Update();
     } else {
         QString tankID;
         if (!Session::TankID.read(tankID))
             return;
-        tank.Open(tankQuery(tankID), connection, CursorType::Keyset);
+        tank.Open(TankQuery(tankID), connection, CursorType::Keyset);
     }
     tank["AtmPressure"] = txtAtmPressure->text();
     tank["SOPMin"] = txtSOPMin->text();

@@ -5,6 +5,7 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -39,7 +40,7 @@ void frmResults::Load() {
 void frmResults::ShowTankLine(const QString& tankID) {
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
+    tank.Open(TankQuery(tankID), connection);
     if (tank.AtEnd())
         return;
     txtQty->setText(tank["Qty"].text());
@@ -85,14 +86,12 @@ void frmResults::ShowModel() {
 }
 
 void frmResults::Activate() {
-    enablePrinting(true);
-    showSchedule(true);
+    showResultCommands(true);
     SetStatusText("View results");
 }
 
 void frmResults::Deactivate() {
-    enablePrinting(false);
-    showSchedule(false);
+    showResultCommands(false);
 }
 
 bool frmResults::QueryUnload() {

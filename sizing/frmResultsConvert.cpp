@@ -5,6 +5,7 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -35,7 +36,7 @@ void frmResultsConvert::Load() {
 void frmResultsConvert::ShowTankLine(const QString& tankID) {
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
+    tank.Open(TankQuery(tankID), connection);
     if (tank.AtEnd())
         return;
     txtQty->setText(tank["Qty"].text());

@@ -8,6 +8,7 @@
 #include "core/Lists.h"
 #include "core/Numbers.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "shock/ShockSizes.h"
 #include "sizing/CatalogueSearch.h"
 
@@ -20,10 +21,6 @@ namespace {
 
 QString numberText(double value) {
     return QString::fromStdString(NumberText(value));
-}
-
-QString tankQuery(const QString& tankID) {
-    return "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'";
 }
 
 } // namespace
@@ -89,7 +86,7 @@ void frmtankselection::FindConvertedTanks() {
 frmtankselection::Requirement frmtankselection::ReadRequirement() const {
     Connection user = openDatabase("User");
     Recordset tank;
-    tank.Open(tankQuery(lblTankID->text()), user);
+    tank.Open(TankQuery(lblTankID->text()), user);
     return {tank["TankClass"].text(), tank["RequiredVolume"].number(), tank["RequiredAcceptance"].number()};
 }
 
@@ -153,7 +150,7 @@ ShockConditions frmtankselection::ReadShockConditions() const {
     {
         Connection user = openDatabase("User");
         Recordset tank;
-        tank.Open(tankQuery(lblTankID->text()), user);
+        tank.Open(TankQuery(lblTankID->text()), user);
         conditions.atmosphericPressure = tank["AtmPressure"].number();
         conditions.flowRate = tank["FlowRate"].number();
         conditions.flowPressure = tank["FlowPressure"].number();
@@ -175,7 +172,7 @@ void frmtankselection::SaveRecord() {
     const Hourglass hourglass;
     Connection connection = openDatabase("User");
     Recordset tank;
-    tank.Open(tankQuery(lblTankID->text()), connection, CursorType::Keyset);
+    tank.Open(TankQuery(lblTankID->text()), connection, CursorType::Keyset);
     if (tank.AtEnd())
         return;
     tank["Qty"] = chosen->text(0);

@@ -95,7 +95,7 @@ class Exports : public testing::Test {
     }
 
     QString write(Format format, const Pages& pages, const char* name) {
-        const QString path = home.dataFolder() + u'/' + QLatin1String(name);
+        QString path = home.dataFolder() + u'/' + QLatin1String(name);
         Export::toFile(format, pages, "Brennoval Submittal", path);
         return path;
     }
