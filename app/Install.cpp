@@ -25,11 +25,13 @@ const QString catalogueFile = QStringLiteral("BrennovalSysData.mdb");
 void copyFile(const QString& from, const QString& to) {
     const QString part = to + ".part";
     QFile::remove(part);
-    QFile::remove(to);
-    if (!QFile::copy(from, part) ||
-        !QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup) ||
-        !QFile::rename(part, to))
-        throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
+    const bool copied = QFile::copy(from, part) && QFile(part).size() == QFile(from).size() &&
+                        QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    // The old file goes only when the new one stands whole beside it.
+    if (copied && (!QFile::exists(to) || QFile::remove(to)) && QFile::rename(part, to))
+        return;
+    QFile::remove(part);
+    throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
 }
 
 /// The version that the build stored in the catalogue; 0 for a file that cannot be read.

@@ -27,8 +27,9 @@ QByteArray toBytes(Format format, const Pages& pages, const QString& title) {
 void toFile(Format format, const Pages& pages, const QString& title, const QString& path) {
     const QByteArray bytes = toBytes(format, pages, title);
     QSaveFile file(path); // gone, with its part, unless commit succeeds
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    // Unbuffered: what a buffer held back would fail in commit, which does not tell.
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                         file.write(bytes) == bytes.size() && file.commit();
     if (!written)
         throw Fault(Fault::PathFileAccess,
                     "Path/File access error: " + (path + ": " + file.errorString()).toStdString());

@@ -3,6 +3,7 @@
 #include "core/Fault.h"
 #include "core/SessionStore.h"
 #include "tests/TemporaryHome.h"
+#include "tests/faults/Limits.h"
 
 #include <gtest/gtest.h>
 
@@ -78,4 +79,17 @@ TEST(Install, SaysWhatItCannotCopy) {
     const TemporaryHome home;
     EXPECT_THROW(InstallForUser(home.dataFolder() + "/none", home.dataFolder()), Fault);
     EXPECT_TRUE(QDir(home.dataFolder()).entryList(QDir::Files).isEmpty()) << "nothing is left half done";
+}
+
+TEST(Install, KeepsTheOldCatalogueWhenTheDiskIsFull) {
+    const TemporaryHome home;
+    const QString folder = home.dataFolder();
+    InstallForUser(shippedFolder(), folder);
+    write(folder + u'/' + catalogueFile, "an older catalogue");
+    {
+        const FullDisk full(100000);
+        EXPECT_THROW(InstallForUser(shippedFolder(), folder), Fault);
+    }
+    EXPECT_EQ(contents(folder + u'/' + catalogueFile), "an older catalogue");
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2) << "no part is left";
 }

@@ -10,6 +10,7 @@
 #include "documents/report/Report.h"
 #include "tests/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"
+#include "tests/faults/Limits.h"
 
 #include <gtest/gtest.h>
 
@@ -219,8 +220,20 @@ TEST_F(Exports, FailureLeavesNoFile) {
          {Format::Pdf, Format::Tiff, Format::Html, Format::Excel, Format::Rtf, Format::Text}) {
         for (const char* name : {"/folder", "/missing/a.pdf", "/folder/"})
             EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + QLatin1String(name)), Fault);
+        {
+            const FullDisk full(100);
+            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + "/full"), Fault);
+        }
         EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
     }
+    QFile(home.path()).setPermissions(QFile::Permissions(0x7777));
+    QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x5555));
+    {
+        const OrdinaryUser user;
+        EXPECT_THROW(Export::toFile(Format::Text, pages, "t", home.dataFolder() + "/a.txt"), Fault);
+    }
+    QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x7777));
+    EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
 }
 
 TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {

@@ -3,6 +3,7 @@
 
 #include "core/Fault.h"
 #include "core/SessionStore.h"
+#include "tests/faults/Limits.h"
 #include "tests/faults/Program.h"
 
 #include <gtest/gtest.h>
@@ -10,53 +11,11 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-#include <csignal>
 #include <random>
-
-#include <sys/resource.h>
-#include <unistd.h>
 
 using namespace UtilityFunctions;
 
 namespace {
-
-/// Gives up the rights of the superuser, whom no permission of a file stops, for as long as it lives.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() {
-        constexpr uid_t nobody = 65534;
-        dropped = geteuid() == 0 && seteuid(nobody) == 0;
-    }
-    ~OrdinaryUser() {
-        if (dropped && seteuid(0) != 0)
-            std::abort();
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-  private:
-    bool dropped = false;
-};
-
-/// Lets no file grow beyond a size, as a full disk does, for as long as it lives.
-class FullDisk {
-  public:
-    explicit FullDisk(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, SIG_DFL);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-  private:
-    rlimit before{};
-};
 
 class DamagedFiles : public testing::Test {
   protected:
