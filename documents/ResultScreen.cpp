@@ -1,7 +1,9 @@
 #include "documents/ResultScreen.h"
 
 #include "core/BrennovalMain.h"
+#include "core/Gateway.h"
 #include "core/SessionStore.h"
+#include "core/TankLine.h"
 #include "documents/Drawings.h"
 #include "documents/Submittals.h"
 
@@ -19,6 +21,17 @@ void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
 void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
     on(preview, ".tbToolbar", [this] { UtilityFunctions::PreviewSubmittal(name()); });
     on(print, ".tbToolbar", [this] { UtilityFunctions::PrintSubmittal(name()); });
+}
+
+void ResultScreen::showTankLine(std::initializer_list<DisplayField> fields) {
+    QString tankID;
+    if (!Session::TankID.read(tankID))
+        return;
+    Connection connection = UtilityFunctions::openDatabase("User");
+    Recordset tank;
+    tank.Open(UtilityFunctions::TankQuery(tankID), connection);
+    if (!tank.AtEnd())
+        ShowFields(tank, fields);
 }
 
 void ResultScreen::leaveFor(const QString& screen) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/DisplayFields.h"
 #include "core/Screen.h"
 
 class QLabel;
@@ -15,6 +16,8 @@ class ResultScreen : public Screen {
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// The two buttons preview and print the submittal of this screen.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
+    /// Shows columns of the session's tank line; without one the boxes keep their samples.
+    static void showTankLine(std::initializer_list<DisplayField> fields);
     /// Leaves on purpose for another screen.
     void leaveFor(const QString& screen);
     /// Begins a further tank line and leaves for a screen.

@@ -5,7 +5,6 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
-#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -29,32 +28,25 @@ frmResultSHK::frmResultSHK() : ResultScreen("frmResultSHK") {
 void frmResultSHK::Load() {
     SetStatusText("View results");
     setWindowTitle("Results for Job: " + Session::JobID.text());
-    QString tankID;
-    if (Session::TankID.read(tankID))
-        ShowTankLine(tankID);
+    ShowTankLine();
     ShowModel();
 }
 
-void frmResultSHK::ShowTankLine(const QString& tankID) {
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(tankID), connection);
-    if (tank.AtEnd())
-        return;
-    Qty->setText(tank["Qty"].text());
-    ModelNo->setText(tank["ModelNo"].text());
-    WaterVelocity->setText(FormattedField(tank["WaterVelocity"], "#,##0.0 ft/sec"));
-    KineticEnergy->setText(FormattedField(tank["KineticEnergy"], "#,##0.00 ft lbs/ft"));
-    TotalKineticEnergy->setText(FormattedField(tank["TotalKineticEnergy"], "#,##0.00 ft lbs"));
-    RequiredVolume->setText(FormattedField(tank["RequiredVolume"], "#,##0.0 gal"));
-    LeakLoad->setText(FormattedField(tank["LeakLoad"], "#,##0.0%"));
-    PumpRunTime->setText(FormattedField(tank["PumpRunTime"], "#,##0.0 sec"));
-    PipeIndex->setText(tank["PipeIndex"].text());
-    PipeLength->setText(FormattedField(tank["PipeLength"], "#,##0 ft"));
-    FlowRate->setText(FormattedField(tank["FlowRate"], "#,##0 gpm"));
-    FlowPressure->setText(FormattedField(tank["FlowPressure"], "#,##0 psi"));
-    StaticPressure->setText(FormattedField(tank["StaticPressure"], "#,##0 psi"));
-    ShockPressure->setText(FormattedField(tank["ShockPressure"], "#,##0 psi"));
+void frmResultSHK::ShowTankLine() {
+    showTankLine({{Qty, "Qty"},
+                  {ModelNo, "ModelNo"},
+                  {WaterVelocity, "WaterVelocity", "#,##0.0 ft/sec"},
+                  {KineticEnergy, "KineticEnergy", "#,##0.00 ft lbs/ft"},
+                  {TotalKineticEnergy, "TotalKineticEnergy", "#,##0.00 ft lbs"},
+                  {RequiredVolume, "RequiredVolume", "#,##0.0 gal"},
+                  {LeakLoad, "LeakLoad", "#,##0.0%"},
+                  {PumpRunTime, "PumpRunTime", "#,##0.0 sec"},
+                  {PipeIndex, "PipeIndex"},
+                  {PipeLength, "PipeLength", "#,##0 ft"},
+                  {FlowRate, "FlowRate", "#,##0 gpm"},
+                  {FlowPressure, "FlowPressure", "#,##0 psi"},
+                  {StaticPressure, "StaticPressure", "#,##0 psi"},
+                  {ShockPressure, "ShockPressure", "#,##0 psi"}});
 }
 
 void frmResultSHK::ShowModel() {
@@ -64,11 +56,11 @@ void frmResultSHK::ShowModel() {
                connection);
     QString drawing;
     if (!model.AtEnd()) {
-        TankVolume->setText(FormattedField(model["TankVolume"], "#,##0 gal"));
+        ShowFields(model, {{TankVolume, "TankVolume", "#,##0 gal"},
+                           {Weight, "ShipWeight", "#,##0 lbs"},
+                           {txtTankSysConn, "SysConnStd"}});
         Diameter->setText(FormattedField(model["TankOD"], "#,##0 ") + u'"');
         HeightBox->setText(FormattedField(model["OAL"], "#,##0") + u'"');
-        Weight->setText(FormattedField(model["ShipWeight"], "#,##0 lbs"));
-        txtTankSysConn->setText(model["SysConnStd"].text());
         BladderType->setText((model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text());
         BladderType->setCursorPosition(0);
         drawing = model["TankDraw"].text();

@@ -13,6 +13,6 @@ class frmResultSHK : public ResultScreen, private Ui::frmResultSHK {
     void Activate() override;
     void Deactivate() override;
     bool QueryUnload() override;
-    void ShowTankLine(const QString& tankID);
+    void ShowTankLine();
     void ShowModel();
 };

@@ -5,7 +5,6 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
-#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -28,32 +27,26 @@ frmResults::frmResults() : ResultScreen("frmResults") {
 
 void frmResults::Load() {
     SetStatusText("View results");
-    QString text;
-    if (Session::TankID.read(text))
-        ShowTankLine(text);
+    ShowTankLine();
     ShowModel();
+    QString text;
     if (Session::JobID.read(text))
         setWindowTitle("Results for Job: " + text);
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResults::ShowTankLine(const QString& tankID) {
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(tankID), connection);
-    if (tank.AtEnd())
-        return;
-    txtQty->setText(tank["Qty"].text());
-    txtModelNo->setText(tank["ModelNo"].text());
-    txtRequiredAcceptance->setText(FormattedField(tank["RequiredAcceptance"], "#,##0 gal"));
-    txtRequiredVolume->setText(FormattedField(tank["RequiredVolume"], "#,##0 gal"));
-    txtTotSysFluid->setText(FormattedField(tank["TotSysVolume"], "#,##0 gal"));
-    txtAtmPressure->setText(FormattedField(tank["AtmPressure"], "#,##0.0 psi"));
-    txtSOPMin->setText(FormattedField(tank["SOPMin"], "#,##0 psi"));
-    txtSOPMax->setText(FormattedField(tank["SOPMax"], "#,##0 psi"));
-    txtSOTMin->setText(FormattedField(tank["SOTMin"], "#,##0°F"));
-    txtSOTMax->setText(FormattedField(tank["SOTMax"], "#,##0°F"));
-    txtSysFluidType->setText(tank["SysFluidType"].text());
+void frmResults::ShowTankLine() {
+    showTankLine({{txtQty, "Qty"},
+                  {txtModelNo, "ModelNo"},
+                  {txtRequiredAcceptance, "RequiredAcceptance", "#,##0 gal"},
+                  {txtRequiredVolume, "RequiredVolume", "#,##0 gal"},
+                  {txtTotSysFluid, "TotSysVolume", "#,##0 gal"},
+                  {txtAtmPressure, "AtmPressure", "#,##0.0 psi"},
+                  {txtSOPMin, "SOPMin", "#,##0 psi"},
+                  {txtSOPMax, "SOPMax", "#,##0 psi"},
+                  {txtSOTMin, "SOTMin", "#,##0°F"},
+                  {txtSOTMax, "SOTMax", "#,##0°F"},
+                  {txtSysFluidType, "SysFluidType"}});
 }
 
 void frmResults::ShowModel() {
@@ -64,13 +57,13 @@ void frmResults::ShowModel() {
     QString drawing;
     QString application;
     if (!model.AtEnd()) {
+        ShowFields(model, {{txtDiameter, "TankOD"},
+                           {txtHeightBox, "OAL"},
+                           {txtWeight, "Shipweight", "#,##0 lbs"},
+                           {txtTankAcceptance, "AcceptanceVolume", "#,##0 gal"},
+                           {txtTankVolume, "TankVolume", "#,## gal"},
+                           {txtTankSysConn, "SysConnStd"}});
         chkASMEFlag->setChecked(model["ASME"].boolean());
-        txtDiameter->setText(model["TankOD"].text());
-        txtHeightBox->setText(model["OAL"].text());
-        txtWeight->setText(FormattedField(model["Shipweight"], "#,##0 lbs"));
-        txtTankAcceptance->setText(FormattedField(model["AcceptanceVolume"], "#,##0 gal"));
-        txtTankVolume->setText(FormattedField(model["TankVolume"], "#,## gal"));
-        txtTankSysConn->setText(model["SysConnStd"].text());
         txtBladderType->setText((model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text());
         txtBladderType->setCursorPosition(0);
         drawing = model["TankDraw"].text();

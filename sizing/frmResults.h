@@ -13,6 +13,6 @@ class frmResults : public ResultScreen, private Ui::frmResults {
     void Activate() override;
     void Deactivate() override;
     bool QueryUnload() override;
-    void ShowTankLine(const QString& tankID);
+    void ShowTankLine();
     void ShowModel();
 };

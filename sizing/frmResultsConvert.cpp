@@ -5,7 +5,6 @@
 #include "core/FieldChecks.h"
 #include "core/Gateway.h"
 #include "core/SessionStore.h"
-#include "core/TankLine.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -26,23 +25,16 @@ frmResultsConvert::frmResultsConvert() : ResultScreen("frmResultsConvert") {
 
 void frmResultsConvert::Load() {
     SetStatusText("View results");
-    QString tankID;
-    if (Session::TankID.read(tankID))
-        ShowTankLine(tankID);
+    ShowTankLine();
     ShowModel();
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResultsConvert::ShowTankLine(const QString& tankID) {
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(tankID), connection);
-    if (tank.AtEnd())
-        return;
-    txtQty->setText(tank["Qty"].text());
-    txtModelNo->setText(tank["ModelNo"].text());
-    txtRequiredAcceptance->setText(FormattedField(tank["RequiredAcceptance"], "#,##0 gal"));
-    txtSteelTankVol->setText(FormattedField(tank["TotSysVolume"], "#,##0 gal"));
+void frmResultsConvert::ShowTankLine() {
+    showTankLine({{txtQty, "Qty"},
+                  {txtModelNo, "ModelNo"},
+                  {txtRequiredAcceptance, "RequiredAcceptance", "#,##0 gal"},
+                  {txtSteelTankVol, "TotSysVolume", "#,##0 gal"}});
 }
 
 void frmResultsConvert::ShowModel() {
@@ -52,11 +44,11 @@ void frmResultsConvert::ShowModel() {
                connection);
     QString drawing;
     if (!model.AtEnd()) {
-        txtDiameter->setText(model["TankOD"].text());
-        txtHeightBox->setText(model["OAL"].text());
-        txtWeight->setText(FormattedField(model["Shipweight"], "#,##0 lbs"));
-        txtTankVolume->setText(FormattedField(model["TankVolume"], "#,## gal"));
-        txtTankSysConn->setText(model["SysConnStd"].text());
+        ShowFields(model, {{txtDiameter, "TankOD"},
+                           {txtHeightBox, "OAL"},
+                           {txtWeight, "Shipweight", "#,##0 lbs"},
+                           {txtTankVolume, "TankVolume", "#,## gal"},
+                           {txtTankSysConn, "SysConnStd"}});
         drawing = model["TankDraw"].text();
     }
     ShowTankDrawing(imgDrawing, txtDrawing, drawing);

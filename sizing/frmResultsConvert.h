@@ -12,6 +12,6 @@ class frmResultsConvert : public ResultScreen, private Ui::frmResultsConvert {
     void Load() override;
     void Activate() override;
     bool QueryUnload() override;
-    void ShowTankLine(const QString& tankID);
+    void ShowTankLine();
     void ShowModel();
 };
