@@ -1,9 +1,9 @@
 #include "app/Install.h"
 
-#include "core/Core.h"
-#include "core/Database.h"
-#include "core/Fault.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/shell/Core.h"
+#include "core/store/Database.h"
+#include "core/store/SessionStore.h"
 #include "documents/Drawings.h"
 #include "estimates/Estimates.h"
 #include "jobs/Jobs.h"

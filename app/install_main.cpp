@@ -1,5 +1,5 @@
 #include "app/Install.h"
-#include "core/Fault.h"
+#include "core/base/Fault.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>

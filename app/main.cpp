@@ -1,8 +1,8 @@
 #include "app/Install.h"
-#include "core/Appearance.h"
-#include "core/Application.h"
-#include "core/ErrorReport.h"
-#include "core/Screens.h"
+#include "core/look/Appearance.h"
+#include "core/shell/Application.h"
+#include "core/shell/ErrorReport.h"
+#include "core/shell/Screens.h"
 
 int main(int argc, char** argv) {
     Application application(argc, argv);

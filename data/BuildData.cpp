@@ -2,7 +2,7 @@
 // Usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER CATALOGUE_VERSION
 // Stops with a message that names the file and line of anything that is wrong.
 
-#include "core/Numbers.h"
+#include "core/base/Numbers.h"
 
 #include <sqlite3.h>
 

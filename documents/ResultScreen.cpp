@@ -1,9 +1,9 @@
 #include "documents/ResultScreen.h"
 
-#include "core/BrennovalMain.h"
-#include "core/Gateway.h"
-#include "core/SessionStore.h"
-#include "core/TankLine.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 #include "documents/Drawings.h"
 #include "documents/Submittals.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/DisplayFields.h"
-#include "core/Screen.h"
+#include "core/shell/DisplayFields.h"
+#include "core/shell/Screen.h"
 
 class QLabel;
 class QToolButton;

@@ -1,6 +1,6 @@
 #include "documents/Specifications.h"
 
-#include "core/Gateway.h"
+#include "core/store/Gateway.h"
 
 Specification ReadSpecification(const QString& key) {
     Specification specification;

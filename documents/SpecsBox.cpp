@@ -1,6 +1,6 @@
 #include "documents/SpecsBox.h"
 
-#include "core/Dialogs.h"
+#include "core/shell/Dialogs.h"
 #include "documents/Specifications.h"
 
 #include <QPlainTextEdit>

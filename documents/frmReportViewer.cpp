@@ -1,7 +1,7 @@
 #include "documents/frmReportViewer.h"
 
-#include "core/BrennovalMain.h"
-#include "core/FieldChecks.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"

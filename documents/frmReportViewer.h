@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "documents/report/Page.h"
 #include "ui_frmReportViewer.h"
 

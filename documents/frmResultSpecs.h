@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "documents/Placeholders.h"
 #include "ui_frmResultSpecs.h"
 

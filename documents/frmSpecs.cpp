@@ -1,8 +1,8 @@
 #include "documents/frmSpecs.h"
 
-#include "core/BrennovalMain.h"
-#include "core/Fault.h"
-#include "core/FieldChecks.h"
+#include "core/base/Fault.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
 #include "documents/Placeholders.h"
 #include "documents/Specifications.h"
 #include "documents/SpecsBox.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "ui_frmSpecs.h"
 
 /// The typical specification of every style of tank, with blanks for a job's own numbers.

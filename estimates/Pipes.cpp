@@ -1,7 +1,7 @@
 #include "estimates/Pipes.h"
 
-#include "core/Dialogs.h"
-#include "core/Gateway.h"
+#include "core/shell/Dialogs.h"
+#include "core/store/Gateway.h"
 
 namespace UtilityFunctions {
 

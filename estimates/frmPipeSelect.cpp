@@ -1,8 +1,8 @@
 #include "estimates/frmPipeSelect.h"
 
-#include "core/Fault.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
+#include "core/base/Fault.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
 
 using namespace UtilityFunctions;
 

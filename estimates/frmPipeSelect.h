@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "ui_frmPipeSelect.h"
 
 /// Chooses a pipe from the catalogue and writes its U.S. key into the screen that its Tag names.

@@ -1,7 +1,7 @@
 #include "jobs/Jobs.h"
 
-#include "core/BrennovalMain.h"
-#include "core/SessionStore.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/store/SessionStore.h"
 #include "jobs/frmClassSelect.h"
 #include "jobs/frmJobHeader.h"
 

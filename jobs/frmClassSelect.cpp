@@ -1,8 +1,8 @@
 #include "jobs/frmClassSelect.h"
 
-#include "core/BrennovalMain.h"
-#include "core/FieldChecks.h"
-#include "core/SessionStore.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/SessionStore.h"
 
 using namespace UtilityFunctions;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "ui_frmClassSelect.h"
 
 /// Gives a new tank line its application.

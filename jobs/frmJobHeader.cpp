@@ -1,10 +1,10 @@
 #include "jobs/frmJobHeader.h"
 
-#include "core/Appearance.h"
-#include "core/BrennovalMain.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/SessionStore.h"
+#include "core/look/Appearance.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 
 #include <QAction>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "ui_frmJobHeader.h"
 
 /// Creates a job or changes its header: ID, description, engineer, contractor and notes.

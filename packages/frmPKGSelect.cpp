@@ -1,11 +1,11 @@
 #include "packages/frmPKGSelect.h"
 
-#include "core/BrennovalMain.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Lists.h"
-#include "core/SessionStore.h"
-#include "core/TankLine.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 #include "documents/Drawings.h"
 
 #include <QDate>

@@ -1,6 +1,6 @@
 #include "shock/ShockSizes.h"
 
-#include "core/Numbers.h"
+#include "core/base/Numbers.h"
 
 #include <cmath>
 

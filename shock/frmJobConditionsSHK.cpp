@@ -1,13 +1,13 @@
 #include "shock/frmJobConditionsSHK.h"
 
-#include "core/Appearance.h"
-#include "core/BrennovalMain.h"
-#include "core/DisplayFields.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Numbers.h"
-#include "core/SessionStore.h"
-#include "core/TankLine.h"
+#include "core/base/Numbers.h"
+#include "core/look/Appearance.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/DisplayFields.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 #include "estimates/Pipes.h"
 
 #include <QDate>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "shock/ShockSizes.h"
 #include "ui_frmJobConditionsSHK.h"
 

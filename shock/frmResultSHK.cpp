@@ -1,10 +1,10 @@
 #include "shock/frmResultSHK.h"
 
-#include "core/BrennovalMain.h"
-#include "core/DisplayFields.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/SessionStore.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/DisplayFields.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;

@@ -1,8 +1,8 @@
 #include "sizing/CatalogueSearch.h"
 
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Numbers.h"
+#include "core/base/Numbers.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
 
 namespace {
 

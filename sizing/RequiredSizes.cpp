@@ -1,6 +1,6 @@
 #include "sizing/RequiredSizes.h"
 
-#include "core/Numbers.h"
+#include "core/base/Numbers.h"
 
 #include <algorithm>
 #include <cmath>

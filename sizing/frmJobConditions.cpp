@@ -1,11 +1,11 @@
 #include "sizing/frmJobConditions.h"
 
-#include "core/BrennovalMain.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Numbers.h"
-#include "core/SessionStore.h"
-#include "core/TankLine.h"
+#include "core/base/Numbers.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 
 #include <QEvent>
 #include <QTimer>

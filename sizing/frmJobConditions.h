@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "sizing/FluidLimits.h"
 #include "ui_frmJobConditions.h"
 

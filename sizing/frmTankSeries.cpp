@@ -1,11 +1,11 @@
 #include "sizing/frmTankSeries.h"
 
-#include "core/BrennovalMain.h"
-#include "core/Fault.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Numbers.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/base/Numbers.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 #include "sizing/RequiredSizes.h"
 
 #include <QEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Screen.h"
+#include "core/shell/Screen.h"
 #include "ui_frmTankSeries.h"
 
 /// The choice of the series. Its Next computes the required sizes of the tank line.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/SessionStore.h"
+#include "core/store/SessionStore.h"
 
 #include <QCoreApplication>
 #include <QDir>

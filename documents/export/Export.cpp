@@ -1,6 +1,6 @@
 #include "documents/export/Export.h"
 
-#include "core/Fault.h"
+#include "core/base/Fault.h"
 
 #include <QFileInfo>
 #include <QSaveFile>

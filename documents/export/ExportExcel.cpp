@@ -1,5 +1,5 @@
-#include "core/Format.h"
-#include "core/Numbers.h"
+#include "core/base/Format.h"
+#include "core/base/Numbers.h"
 #include "documents/export/Export.h"
 #include "documents/export/PageGrid.h"
 #include "documents/export/Workbook.h"

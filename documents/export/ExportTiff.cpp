@@ -1,4 +1,4 @@
-#include "core/Fault.h"
+#include "core/base/Fault.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 

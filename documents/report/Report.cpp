@@ -1,8 +1,8 @@
 #include "documents/report/Report.h"
 
-#include "core/DisplayFields.h"
-#include "core/Fault.h"
-#include "core/Gateway.h"
+#include "core/base/Fault.h"
+#include "core/shell/DisplayFields.h"
+#include "core/store/Gateway.h"
 #include "documents/report/TextFit.h"
 
 #include <QHash>

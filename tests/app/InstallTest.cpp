@@ -1,7 +1,7 @@
 #include "app/Install.h"
-#include "core/Database.h"
-#include "core/Fault.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/store/Database.h"
+#include "core/store/SessionStore.h"
 #include "tests/TemporaryHome.h"
 #include "tests/faults/Limits.h"
 

@@ -1,6 +1,6 @@
-#include "core/Database.h"
-#include "core/Fault.h"
-#include "core/JetSql.h"
+#include "core/store/Database.h"
+#include "core/base/Fault.h"
+#include "core/store/JetSql.h"
 #include "tests/TemporaryHome.h"
 
 #include <gtest/gtest.h>

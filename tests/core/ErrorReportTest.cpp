@@ -1,9 +1,9 @@
-#include "core/ErrorReport.h"
-#include "core/Core.h"
-#include "core/Database.h"
-#include "core/Fault.h"
-#include "core/Gateway.h"
-#include "core/Screens.h"
+#include "core/shell/ErrorReport.h"
+#include "core/base/Fault.h"
+#include "core/shell/Core.h"
+#include "core/shell/Screens.h"
+#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "core/FieldChecks.h"
-#include "core/BrennovalMain.h"
-#include "core/Dialogs.h"
-#include "core/Gateway.h"
-#include "core/SessionStore.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/Dialogs.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 #include "tests/TemporaryHome.h"
 
 #include <QComboBox>

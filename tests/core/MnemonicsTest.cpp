@@ -13,7 +13,8 @@ TEST(Mnemonics, AreClearOfTheMenuBarAndOfEachOther) {
     const std::set<char> menuBar = {'F', 'T', 'M', 'R', 'U', 'W', 'H'};
     const std::string mark = "&amp;";
     int letters = 0;
-    for (const char* folder : {"core", "jobs", "sizing", "shock", "packages", "estimates", "documents"}) {
+    for (const char* folder :
+         {"core/shell", "jobs", "sizing", "shock", "packages", "estimates", "documents"}) {
         for (const auto& entry : fs::directory_iterator(fs::path(SOURCE_FOLDER) / folder)) {
             if (entry.path().extension() != ".ui")
                 continue;

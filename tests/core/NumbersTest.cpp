@@ -1,6 +1,6 @@
-#include "core/Numbers.h"
-#include "core/Fault.h"
-#include "core/Format.h"
+#include "core/base/Numbers.h"
+#include "core/base/Fault.h"
+#include "core/base/Format.h"
 
 #include <gtest/gtest.h>
 

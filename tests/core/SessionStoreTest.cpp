@@ -1,4 +1,4 @@
-#include "core/SessionStore.h"
+#include "core/store/SessionStore.h"
 #include "tests/TemporaryHome.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The catalogue's figures against the physics that they come from.
 
-#include "core/Database.h"
+#include "core/store/Database.h"
 #include "tests/TemporaryHome.h"
 
 #include <gtest/gtest.h>

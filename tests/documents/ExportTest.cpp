@@ -1,9 +1,9 @@
 // Every export is opened by a program that has nothing to do with this one.
 
 #include "documents/export/Export.h"
-#include "core/Fault.h"
-#include "core/Gateway.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 #include "documents/Submittals.h"
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"

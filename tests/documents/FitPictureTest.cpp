@@ -1,4 +1,4 @@
-#include "core/Fault.h"
+#include "core/base/Fault.h"
 #include "documents/Drawings.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "documents/report/Report.h"
-#include "core/Gateway.h"
+#include "core/store/Gateway.h"
 #include "documents/report/TextFit.h"
 #include "tests/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"

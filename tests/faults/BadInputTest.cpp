@@ -1,8 +1,8 @@
 // Thousands of random texts in every box of the road, through the handlers that a user reaches: no crash, no
 // hang, and no row that a save did not write.
 
-#include "core/Numbers.h"
-#include "core/SessionStore.h"
+#include "core/base/Numbers.h"
+#include "core/store/SessionStore.h"
 #include "tests/faults/Program.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Files and folders that are missing, damaged, locked, read-only or full: the error dialog or the path dialog
 // comes, and what was stored before stays.
 
-#include "core/Fault.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/store/SessionStore.h"
 #include "tests/faults/Limits.h"
 #include "tests/faults/Program.h"
 

@@ -1,6 +1,6 @@
 // The program is killed at random moments while it saves; what it had saved is there, and the file opens.
 
-#include "core/Database.h"
+#include "core/store/Database.h"
 #include "tests/TemporaryHome.h"
 
 #include <gtest/gtest.h>

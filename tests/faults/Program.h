@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/BrennovalMain.h"
-#include "core/Dialogs.h"
-#include "core/Gateway.h"
-#include "core/Screens.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Screens.h"
+#include "core/store/Gateway.h"
 #include "tests/TemporaryHome.h"
 
 #include <QAction>

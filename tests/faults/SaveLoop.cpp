@@ -1,7 +1,7 @@
 // A copy of the program that saves job after job through its screens and tells each save that has returned,
 // for the tests that kill it. Usage: brennoval-save-loop SESSION_FOLDER PREFIX COUNT
 
-#include "core/Application.h"
+#include "core/shell/Application.h"
 #include "tests/faults/Program.h"
 
 #include <QSettings>

@@ -1,7 +1,7 @@
 // Date literals with any text: a day or a refusal.
 
-#include "core/Fault.h"
-#include "core/JetSql.h"
+#include "core/base/Fault.h"
+#include "core/store/JetSql.h"
 
 #include <QDate>
 

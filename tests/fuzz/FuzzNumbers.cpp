@@ -1,8 +1,8 @@
 // The number parser, writer and display formats with any text.
 
-#include "core/Fault.h"
-#include "core/Format.h"
-#include "core/Numbers.h"
+#include "core/base/Fault.h"
+#include "core/base/Format.h"
+#include "core/base/Numbers.h"
 
 #include <cstddef>
 

@@ -1,8 +1,8 @@
 // The statement tokenizer with any text: it answers or refuses, and what it answers the engine can read
 // safely.
 
-#include "core/Fault.h"
-#include "core/JetSql.h"
+#include "core/base/Fault.h"
+#include "core/store/JetSql.h"
 
 #include <sqlite3.h>
 

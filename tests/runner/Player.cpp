@@ -1,12 +1,12 @@
 #include "tests/runner/Player.h"
 
-#include "core/BrennovalMain.h"
-#include "core/Fault.h"
-#include "core/FieldChecks.h"
-#include "core/Gateway.h"
-#include "core/Numbers.h"
-#include "core/Screens.h"
-#include "core/SessionStore.h"
+#include "core/base/Fault.h"
+#include "core/base/Numbers.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
 #include "documents/frmReportViewer.h"
 
 #include <QtTest/QTest>

@@ -3,11 +3,11 @@
 // Each file runs in a process, a data folder and a session store of its own.
 
 #include "app/Install.h"
-#include "core/Appearance.h"
-#include "core/Application.h"
-#include "core/BrennovalMain.h"
-#include "core/Fault.h"
-#include "core/Screens.h"
+#include "core/base/Fault.h"
+#include "core/look/Appearance.h"
+#include "core/shell/Application.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/Screens.h"
 #include "tests/TemporaryHome.h"
 #include "tests/runner/Player.h"
 

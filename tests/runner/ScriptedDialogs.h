@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Dialogs.h"
+#include "core/shell/Dialogs.h"
 
 #include <QHash>
 #include <QPrinter>

@@ -1,7 +1,7 @@
 #include "shock/ShockSizes.h"
-#include "core/Database.h"
-#include "core/Fault.h"
-#include "core/JetSql.h"
+#include "core/base/Fault.h"
+#include "core/store/Database.h"
+#include "core/store/JetSql.h"
 #include "sizing/ModelSearch.h"
 
 #include <gtest/gtest.h>

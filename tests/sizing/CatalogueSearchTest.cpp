@@ -1,7 +1,7 @@
 // The search on the catalogue as it is shipped.
 
 #include "sizing/CatalogueSearch.h"
-#include "core/Gateway.h"
+#include "core/store/Gateway.h"
 #include "tests/TemporaryHome.h"
 
 #include <gtest/gtest.h>

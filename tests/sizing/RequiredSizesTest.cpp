@@ -1,5 +1,5 @@
 #include "sizing/RequiredSizes.h"
-#include "core/Fault.h"
+#include "core/base/Fault.h"
 #include "sizing/FluidLimits.h"
 
 #include <gtest/gtest.h>

@@ -1,2 +1,0 @@
-#pragma once
-#include "core/Screen.h" // IWYU pragma: export

@@ -1,0 +1,351 @@
+#include "core/shell/BrennovalMain.h"
+
+#include "core/look/Appearance.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/ErrorReport.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/LockKeys.h"
+#include "core/shell/Screens.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QLabel>
+#include <QLocale>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+
+/// One entry of the menu tree; the depth is the number of menus above it.
+struct MenuEntry {
+    int depth;
+    const char* name;
+    const char* caption;
+    const char* shortcut;
+    int helpContext;
+    bool submenu;
+};
+
+constexpr MenuEntry menuTree[] = {
+    {0, "mnuFile", "&File", "", 0, true},
+    {1, "mnuPrint", "&Print", "", 309, false},
+    {1, "mnuPrintPreview", "Pre&view", "", 309, false},
+    {1, "mnuExport", "&Export", "", 309, true},
+    {2, "mnuExportPDF", "&PDF", "", 0, false},
+    {2, "mnuExportTIFF", "&TIFF", "", 0, false},
+    {2, "mnuExportHTML", "&HTML", "", 0, false},
+    {2, "mnuExportExcel", "&Excel", "", 0, false},
+    {2, "mnuExportRTF", "&RTF", "", 0, false},
+    {2, "mnuExportText", "&Text", "", 0, false},
+    {1, "mnuClose", "&Close", "Ctrl+M", 0, false},
+    {1, "mnuExit", "E&xit", "Ctrl+X", 0, false},
+    {0, "mnuTasks", "&Tasks", "", 0, true},
+    {1, "mnuNewJob", "Spec a &new job", "Ctrl+N", 0, false},
+    {1, "mnuEditJob", "&Edit an existing job", "Ctrl+E", 0, false},
+    {1, "mnuConvert", "&Convert steel tank to bladder tank", "Ctrl+B", 303, false},
+    {1, "mnuDeleteJob", "&Delete job", "Ctrl+D", 306, false},
+    {0, "mnuMaintain", "&Maintain", "", 0, true},
+    {1, "mnuContractors", "&Contractors", "Ctrl+T", 201, false},
+    {1, "mnuEngineers", "&Engineers", "Ctrl+G", 202, false},
+    {1, "mnuSetup", "&System Setup", "Ctrl+S", 203, false},
+    {0, "mnuReports", "&Reports", "", 0, true},
+    {1, "mnuRptEXP", "&Expansion Tanks", "", 101, false},
+    {1, "mnuTHM", "&Thermal Expansion Tanks", "", 102, false},
+    {1, "mnuRptHYD", "&Hydropneumatic Tanks", "", 103, false},
+    {1, "mnuRptSHK", "&Shock Arrestor Tanks", "", 104, false},
+    {1, "mnuRptPKG", "&Glycol Make-up Packages", "", 105, false},
+    {1, "mnuSchedule", "S&chedule", "", 0, false},
+    {0, "mnuUtilities", "&Utilities", "", 0, true},
+    {1, "mnuMetric", "Convert &Metric to U.S. Standard", "", 0, false},
+    {1, "mnuSpecs", "Typical &Specifications", "", 304, false},
+    {1, "mnuEstTSFC", "&Estimate Total System Fluid", "", 0, true},
+    {2, "mnuEstEXP", "&Expansion Tank", "", 101, false},
+    {2, "mnuEstTHM", "&Thermal Expansion Tank", "", 102, false},
+    {2, "mnuEstHYD", "&Hydro-pneumatic Tank", "", 103, false},
+    {0, "mnuWindows", "&Windows", "", 0, true},
+    {0, "mnuHelp", "&Help", "", 0, true},
+    {1, "mnuHelpSub", "&Help", "Ctrl+H", 100, false},
+    {1, "mnuSupport", "&Technical Support", "", 0, false},
+    {1, "mnuWebSite", "&Web Site", "", 0, false},
+    {1, "mnuDemo", "&Demo", "", 0, false},
+    {1, "mnuAboutSub", "&About", "Ctrl+A", 0, false},
+};
+
+struct ToolEntry {
+    const char* key; // empty for a separator
+    const char* icon;
+    const char* caption;
+    const char* toolTip;
+    const char* command;
+};
+
+constexpr ToolEntry toolbarEntries[] = {
+    {"NewJob", "new", "New", "Spec a new job...", "mnuNewJob"},
+    {"EditJob", "edit", "Edit", "Edit an existing job...", "mnuEditJob"},
+    {"ConvertSteel", "convert", "Convert", "Convert steel tank to bladder tank...", "mnuConvert"},
+    {"DeleteJob", "delete", "Delete", "Delete Job or Tanks...", "mnuDeleteJob"},
+    {"", "", "", "", ""},
+    {"Contractors", "contractors", "Contractors", "Maintain Contractors...", "mnuContractors"},
+    {"Engineers", "engineers", "Engineers", "Maintain Engineers...", "mnuEngineers"},
+    {"", "", "", "", ""},
+    {"Help", "help", "Help", "Help", "mnuHelpSub"},
+    {"WebSite", "web", "Web site", "Go to website", "mnuWebSite"},
+    {"Close", "close", "Close", "Close", "mnuClose"},
+    {"Exit", "exit", "Exit", "Exit Brennoval", "mnuExit"},
+};
+
+const QString notAvailable = QStringLiteral("Not available yet");
+
+QHash<QString, std::function<void()>>& handlers() {
+    static QHash<QString, std::function<void()>> all;
+    return all;
+}
+
+BrennovalMain*& theMainWindow() {
+    static BrennovalMain* window = nullptr;
+    return window;
+}
+
+void closeActiveScreen() {
+    if (QMdiSubWindow* window = BrennovalMain::instance()->area()->currentSubWindow())
+        window->close();
+    UtilityFunctions::SetStatusBarText();
+}
+
+void savePosition(const QWidget& window) {
+    QSettings settings(QSettings::IniFormat, QSettings::UserScope, "Fennerbrooke", "Brennoval");
+    settings.beginGroup("Settings");
+    settings.setValue("MainLeft", QString::number(window.x()));
+    settings.setValue("MainTop", QString::number(window.y()));
+    settings.setValue("MainWidth", QString::number(window.width()));
+    settings.setValue("MainHeight", QString::number(window.height()));
+}
+
+void exitProgram() {
+    const QStringList names = Screens::loaded();
+    for (auto name = names.crbegin(); name != names.crend(); ++name) // a refusal does not stop the exit
+        Screens::unload(*name);
+    const BrennovalMain& window = *BrennovalMain::instance();
+    if (!window.isMinimized())
+        savePosition(window);
+    QApplication::exit(0); // not quit, which would ask the screens once more and stop at a refusal
+}
+
+/// The area of the screens, with the program's mark quietly in its middle.
+class FrameArea : public QMdiArea {
+  public:
+    using QMdiArea::QMdiArea;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QMdiArea::paintEvent(event);
+        QPainter painter(viewport());
+        const QColor back = palette().color(QPalette::Mid);
+        const QColor ink = palette().color(QPalette::WindowText);
+        const auto quiet = [&](float share) {
+            return QColor::fromRgbF(back.redF() + (ink.redF() - back.redF()) * share,
+                                    back.greenF() + (ink.greenF() - back.greenF()) * share,
+                                    back.blueF() + (ink.blueF() - back.blueF()) * share);
+        };
+        constexpr int size = 220;
+        const QRect space = viewport()->rect();
+        Appearance::drawMark(painter,
+                             QRect(space.center() - QPoint(size / 2, size / 2 + 20), QSize(size, size)),
+                             quiet(.12F), Qt::transparent, .4);
+        QFont font = painter.font();
+        font.setPointSizeF(font.pointSizeF() * 2);
+        font.setLetterSpacing(QFont::AbsoluteSpacing, 4);
+        painter.setFont(font);
+        painter.setPen(quiet(.3F));
+        painter.drawText(space.adjusted(0, size + 30, 0, 0), Qt::AlignCenter, QStringLiteral("Brennoval"));
+    }
+};
+
+} // namespace
+
+void Commands::set(const QString& name, const std::function<void()>& handler) {
+    handlers().insert(name, handler);
+}
+
+void UtilityFunctions::SetStatusText(const QString& text) {
+    if (BrennovalMain* window = BrennovalMain::instance())
+        window->setStatusText(text);
+}
+
+BrennovalMain* BrennovalMain::instance() {
+    return theMainWindow();
+}
+
+BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
+    theMainWindow() = this;
+    setObjectName("BrennovalMain");
+    Commands::set("mnuClose", closeActiveScreen);
+    Commands::set("mnuExit", exitProgram);
+    mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setBackground(palette().brush(QPalette::Mid));
+    setCentralWidget(mdiArea);
+    connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
+        if (window)
+            UtilityFunctions::Trap("BrennovalMain.Activate",
+                                   [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
+    });
+    buildMenus();
+    buildToolbar();
+    buildStatusBar();
+    setWindowTitle("Ordwick Company Brennoval Version " + UtilityFunctions::ProgramVersion());
+    UtilityFunctions::SetStatusBarText();
+    resize(1180, 800);
+    qApp->installEventFilter(this);
+}
+
+BrennovalMain::~BrennovalMain() {
+    theMainWindow() = nullptr;
+}
+
+void BrennovalMain::buildMenus() {
+    QMenu* menus[3] = {};
+    for (const MenuEntry& entry : menuTree) {
+        const QString name = entry.name;
+        QAction* action = nullptr;
+        if (entry.submenu) {
+            QMenu* menu = entry.depth == 0 ? menuBar()->addMenu(entry.caption)
+                                           : menus[entry.depth - 1]->addMenu(entry.caption);
+            menu->setObjectName(name);
+            menu->setToolTipsVisible(true);
+            menus[entry.depth] = menu;
+            action = menu->menuAction();
+        } else {
+            action = menus[entry.depth - 1]->addAction(entry.caption);
+            action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
+            const auto handler = handlers().value(name);
+            action->setEnabled(static_cast<bool>(handler));
+            if (handler) {
+                connect(action, &QAction::triggered, this, [name, handler] {
+                    const Hourglass hourglass;
+                    UtilityFunctions::Trap("BrennovalMain." + name, handler);
+                });
+            } else {
+                action->setToolTip(notAvailable);
+                action->setStatusTip(notAvailable);
+            }
+        }
+        action->setObjectName(name);
+        action->setProperty("helpContext", entry.helpContext);
+        commands.insert(name, action);
+    }
+    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
+        command(later)->setEnabled(false);
+    command("mnuSchedule")->setVisible(false);
+    windowMenu = command("mnuWindows")->menu();
+    connect(windowMenu, &QMenu::aboutToShow, this, &BrennovalMain::showWindowList);
+}
+
+void BrennovalMain::showWindowList() {
+    windowMenu->clear();
+    const auto windows = mdiArea->subWindowList();
+    for (QMdiSubWindow* window : windows) {
+        QAction* action = windowMenu->addAction(window->windowTitle());
+        action->setCheckable(true);
+        action->setChecked(window == mdiArea->currentSubWindow());
+        connect(action, &QAction::triggered, window, [this, window] { mdiArea->setActiveSubWindow(window); });
+    }
+    if (windows.isEmpty())
+        windowMenu->addAction("No open windows")->setEnabled(false);
+}
+
+void BrennovalMain::buildToolbar() {
+    QToolBar* bar = addToolBar("Tools");
+    bar->setObjectName("tbToolbar");
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setIconSize({24, 24});
+    for (const ToolEntry& entry : toolbarEntries) {
+        if (!*entry.key) {
+            bar->addSeparator();
+            continue;
+        }
+        QAction* target = command(entry.command);
+        QAction* action = bar->addAction(Appearance::icon(entry.icon), entry.caption);
+        action->setEnabled(target->isEnabled());
+        action->setToolTip(target->isEnabled() ? QString(entry.toolTip)
+                                               : entry.toolTip + (" " + notAvailable));
+        connect(action, &QAction::triggered, target, &QAction::trigger);
+        tools.insert(entry.key, action);
+    }
+}
+
+void BrennovalMain::buildStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName("sbStatusBar");
+    statusLabel = new QLabel(bar);
+    bar->addWidget(statusLabel, 1);
+    dateLabel = new QLabel(bar);
+    timeLabel = new QLabel(bar);
+    for (QLabel* label : {dateLabel, timeLabel})
+        bar->addPermanentWidget(label);
+    const std::pair<int, const char*> keys[] = {{Qt::Key_CapsLock, "CAPS"},
+                                                {Qt::Key_NumLock, "NUM"},
+                                                {Qt::Key_Insert, "INS"},
+                                                {Qt::Key_ScrollLock, "SCRL"}};
+    for (const auto& [key, text] : keys) {
+        auto* label = new QLabel(text, bar);
+        label->setEnabled(LockKeyOn(key).value_or(false));
+        bar->addPermanentWidget(label);
+        keyLabels.insert(key, label);
+    }
+    updateClock();
+    auto* clock = new QTimer(this);
+    connect(clock, &QTimer::timeout, this, &BrennovalMain::updateClock);
+    clock->start(1000);
+}
+
+void BrennovalMain::updateClock() {
+    const QDateTime now = QDateTime::currentDateTime();
+    dateLabel->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
+    timeLabel->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+}
+
+void BrennovalMain::toggleKey(int key) {
+    QLabel* label = keyLabels.value(key);
+    if (!label)
+        return;
+    label->setEnabled(LockKeyOn(key).value_or(!label->isEnabled()));
+}
+
+bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::KeyRelease && object->isWindowType()) // once a stroke, not once a receiver
+        toggleKey(static_cast<QKeyEvent*>(event)->key());
+    return QMainWindow::eventFilter(object, event);
+}
+
+QAction* BrennovalMain::command(const QString& name) const {
+    return commands.value(name);
+}
+QAction* BrennovalMain::toolCommand(const QString& key) const {
+    return tools.value(key);
+}
+QString BrennovalMain::statusText() const {
+    return statusLabel->text();
+}
+void BrennovalMain::setStatusText(const QString& text) {
+    statusLabel->setText(text);
+}
+
+void BrennovalMain::closeEvent(QCloseEvent* event) {
+    const QStringList names = Screens::loaded();
+    for (auto name = names.crbegin(); name != names.crend(); ++name)
+        if (!Screens::unload(*name)) {
+            event->ignore();
+            return;
+        }
+    event->accept();
+}

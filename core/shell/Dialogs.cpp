@@ -1,0 +1,73 @@
+#include "core/shell/Dialogs.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QPrintDialog>
+
+namespace {
+std::unique_ptr<Dialogs>& installed() {
+    static std::unique_ptr<Dialogs> dialogs = std::make_unique<Dialogs>();
+    return dialogs;
+}
+
+/// The default pointer while a dialog waits for the user, whatever hourglass is up.
+class DefaultPointer {
+  public:
+    DefaultPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~DefaultPointer() { QApplication::restoreOverrideCursor(); }
+    DefaultPointer(const DefaultPointer&) = delete;
+    DefaultPointer& operator=(const DefaultPointer&) = delete;
+};
+} // namespace
+
+QMessageBox::StandardButton Dialogs::show(const Message& message) {
+    const DefaultPointer pointer;
+    QMessageBox box(message.icon, message.title, message.text, message.buttons, QApplication::activeWindow());
+    if (message.defaultButton != QMessageBox::NoButton)
+        box.setDefaultButton(message.defaultButton);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
+    const DefaultPointer pointer;
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
+}
+
+QString Dialogs::saveFile(const QString& filter) {
+    const DefaultPointer pointer;
+    QFileDialog dialog(QApplication::activeWindow(), {}, {}, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(filter.section(u'.', -1).chopped(1));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+bool Dialogs::printer(QPrinter& printer) {
+    const DefaultPointer pointer;
+    return QPrintDialog(&printer, QApplication::activeWindow()).exec() == QDialog::Accepted;
+}
+
+void Dialogs::copy(const QString& text) {
+    if (text.isEmpty())
+        QApplication::clipboard()->clear();
+    else
+        QApplication::clipboard()->setText(text);
+}
+
+void Dialogs::beep() {
+    QApplication::beep();
+}
+
+Dialogs& Dialogs::current() {
+    return *installed();
+}
+void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
+    installed() = std::move(dialogs);
+}
+
+Hourglass::Hourglass() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+Hourglass::~Hourglass() {
+    QApplication::restoreOverrideCursor();
+}

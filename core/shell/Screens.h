@@ -1,0 +1,2 @@
+#pragma once
+#include "core/shell/Screen.h" // IWYU pragma: export

@@ -1,0 +1,36 @@
+#include "core/shell/frmDatabasePath.h"
+
+#include "core/shell/FieldChecks.h"
+#include "core/store/SessionStore.h"
+
+#include <cstdlib>
+
+using namespace UtilityFunctions;
+
+frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
+    setupUi(this);
+    prepare();
+    setDefault(OKButton);
+    on(cmdOpen, ".cmdOpen", [this] {
+        const QString file = Dialogs::current().openFile("MDB Files (*.mdb)", "BrennovalUserData.mdb");
+        if (!file.isEmpty())
+            txtPath->setText(file);
+    });
+    on(OKButton, ".OKButton", [this] {
+        if (!txtPath->text().isEmpty())
+            StorePath();
+        Screens::unload(name());
+    });
+    on(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
+}
+
+void frmDatabasePath::StorePath() {
+    const QString folder = txtPath->text().remove("BrennovalUserData.mdb");
+    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, folder);
+}
+
+bool frmDatabasePath::QueryUnload() {
+    SetStatusBarText();
+    return true;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmDatabasePath.h"
+
+/// Asks for the folder of the two databases.
+class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
+  public:
+    frmDatabasePath();
+    bool isTopLevel() const override { return true; }
+
+  private:
+    bool QueryUnload() override;
+    void StorePath();
+};

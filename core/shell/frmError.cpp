@@ -1,0 +1,19 @@
+#include "core/shell/frmError.h"
+
+#include <QApplication>
+
+frmError::frmError() : Screen("frmError") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    on(cmdOK, ".cmdOK", [this] {
+        if (Tag == "Splash") // the failure happened while the program started
+            QApplication::exit(1);
+        else
+            Screens::unload(name());
+    });
+}
+
+void frmError::setReport(const QString& report) {
+    lblTechSupport->setPlainText(report);
+}

@@ -1,0 +1,145 @@
+#include "core/store/SessionStore.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace UtilityFunctions {
+
+namespace {
+
+constexpr int bufferSize = 1024;      // characters, the trailing NUL included
+constexpr long errorFileNotFound = 2; // the system's code for a key that is not there
+const QString keyMarker = QStringLiteral("Created");
+
+/// The settings that stand for one root; the group is the key's path.
+std::unique_ptr<QSettings> openRoot(RegistryRoot root, const QString& keyPath) {
+#ifdef Q_OS_WIN
+    const QString prefix = root == RegistryRoot::CurrentUser ? QStringLiteral("HKEY_CURRENT_USER\\")
+                                                             : QStringLiteral("HKEY_LOCAL_MACHINE\\");
+    return std::make_unique<QSettings>(prefix + keyPath, QSettings::NativeFormat);
+#else
+    const auto scope = root == RegistryRoot::CurrentUser ? QSettings::UserScope : QSettings::SystemScope;
+    auto settings = std::make_unique<QSettings>(QSettings::IniFormat, scope, QStringLiteral("Fennerbrooke"),
+                                                QStringLiteral("Brennoval"));
+    settings->setFallbacksEnabled(false);
+    settings->beginGroup(QString(keyPath).replace(u'\\', u'/'));
+    return settings;
+#endif
+}
+
+/// The spelling under which a value is stored, or an empty text when it is absent.
+QString storedName(const QSettings& settings, const QString& valueName) {
+    const QStringList names = settings.childKeys();
+    for (const QString& name : names)
+        if (name.compare(valueName, Qt::CaseInsensitive) == 0)
+            return name;
+    return {};
+}
+
+bool keyExists(const QSettings& settings) {
+    return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
+}
+
+} // namespace
+
+RegistryRoot HKeyCurrentUser() {
+    return RegistryRoot::CurrentUser;
+}
+RegistryRoot HKeyLocalMachine() {
+    return RegistryRoot::LocalMachine;
+}
+QString AppRegistryKey() {
+    return QStringLiteral("SOFTWARE\\Fennerbrooke\\Brennoval");
+}
+QString DatabaseDirectoryValue() {
+    return QStringLiteral("DatabaseDirectory");
+}
+
+bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text) {
+    const auto settings = openRoot(root, keyPath);
+    const QString name = storedName(*settings, valueName);
+    if (name.isEmpty()) {
+        text.clear();
+        return false;
+    }
+    const QVariant value = settings->value(name);
+    if (value.typeId() == QMetaType::QByteArray) { // a number is kept as its four bytes
+        const QByteArray bytes = value.toByteArray();
+        std::uint32_t number = 0;
+        for (auto byte = bytes.crbegin(); byte != bytes.crend(); ++byte)
+            number = number << 8U | static_cast<unsigned char>(*byte);
+        text = QString::number(static_cast<std::int32_t>(number));
+        return true;
+    }
+    // A comma makes an ini reader see a list; the writer quotes such texts, older files may not have.
+    const QString stored =
+        value.typeId() == QMetaType::QStringList ? value.toStringList().join(u',') : value.toString();
+    if (stored.size() >= bufferSize) {
+        text.clear();
+        return false;
+    }
+    const auto end = stored.indexOf(QChar::Null);
+    text = end < 0 ? stored : stored.left(end);
+    return true;
+}
+
+void SetRegValue(const QString& keyPath, const QString& valueName, const QVariant& value, RegistryType type) {
+    if (!keyExists(*openRoot(RegistryRoot::CurrentUser, keyPath)))
+        return;
+    SetValueEx({RegistryRoot::CurrentUser, keyPath}, valueName, type, value);
+}
+
+long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryType type,
+                const QVariant& value) {
+    const auto settings = openRoot(openKey.root, openKey.path);
+    const QString known = storedName(*settings, valueName);
+    const QString& name = known.isEmpty() ? valueName : known;
+    switch (type) {
+    case RegistryType::Text:
+        settings->setValue(name, value.toString());
+        break;
+    case RegistryType::Number: {
+        const auto number = static_cast<std::uint32_t>(value.toInt());
+        QByteArray bytes;
+        for (unsigned shift = 0; shift < 32; shift += 8)
+            bytes.append(static_cast<char>(number >> shift & 0xFFU));
+        settings->setValue(name, bytes);
+        break;
+    }
+    default:
+        return 0;
+    }
+    settings->sync();
+    return settings->status() == QSettings::NoError ? 0 : errorFileNotFound;
+}
+
+void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
+    const auto settings = openRoot(root, keyPath);
+    if (const QString name = storedName(*settings, valueName); !name.isEmpty())
+        settings->remove(name);
+    settings->sync();
+}
+
+void CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
+    const auto settings = openRoot(root, keyPath);
+    if (!keyExists(*settings))
+        settings->setValue(keyMarker, QString());
+    settings->sync();
+}
+
+bool SessionValue::read(QString& text) const {
+    return GetRegValue(HKeyCurrentUser(), AppRegistryKey(), QString::fromLatin1(name), text);
+}
+
+QString SessionValue::text() const {
+    QString text;
+    read(text);
+    return text;
+}
+
+void SessionValue::write(const QString& text) const {
+    SetRegValue(AppRegistryKey(), QString::fromLatin1(name), text, RegistryType::Text);
+}
+
+} // namespace UtilityFunctions
