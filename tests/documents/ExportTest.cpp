@@ -16,13 +16,17 @@
 
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 using Export::Format;
 
 namespace {
 
+/// Runs a program of others in a folder of its own: some drop the pictures that they find where they stand.
 QByteArray run(const QString& program, const QStringList& arguments) {
+    const QTemporaryDir folder;
     QProcess process;
+    process.setWorkingDirectory(folder.path());
     process.start(program, arguments);
     if (!process.waitForFinished(60000) || process.exitCode() != 0)
         ADD_FAILURE() << program.toStdString() << ": " << process.readAllStandardError().toStdString();
