@@ -1,11 +1,13 @@
 // Builds the two database files that are shipped: an empty user file and the catalogue from its CSV files.
-// Usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER CATALOGUE_VERSION
+// Usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER
 // Stops with a message that names the file and line of anything that is wrong.
 
 #include "core/base/Numbers.h"
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -219,35 +221,65 @@ const std::vector<std::pair<const char*, const char*>> checks = {
     {"SELECT TankDraw FROM tblTankDrawMaster WHERE X <= 0 OR Y <= 0", "a drawing without a size"},
 };
 
-void build(const fs::path& schema, const fs::path& tables, const fs::path& output,
-           const std::string& version) {
-    fs::create_directories(output);
+/// The user data as they are shipped: empty, brought up by every script of the schema in turn.
+void buildUserData(const fs::path& schema, const fs::path& output) {
     Database user(output / "BrennovalUserData.mdb");
-    user.run("BEGIN;" + readFile(schema / "user.sql") + "COMMIT;");
+    for (int version = 1; fs::exists(schema / (std::to_string(version) + ".sql")); ++version)
+        user.run("BEGIN;" + readFile(schema / (std::to_string(version) + ".sql")) +
+                 "PRAGMA user_version = " + std::to_string(version) + "; COMMIT;");
+}
+
+/// The version of a catalogue: a hash (FNV-1a) of all that it is made from, folded into the 31 bits that the
+/// file's own version takes. Another content has another version, in whatever order it was made.
+std::int32_t contentHash(const fs::path& schema, const std::vector<fs::path>& tables) {
+    std::uint64_t hash = 14695981039346656037ULL;
+    const auto add = [&hash](const std::string& text) {
+        for (const char c : text)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+    };
+    add(readFile(schema));
+    for (const fs::path& table : tables)
+        add(table.filename().string() + readFile(table));
+    return static_cast<std::int32_t>((hash ^ hash >> 32) & 0x7FFFFFFF);
+}
+
+std::vector<fs::path> tablesOf(const fs::path& folder) {
+    std::vector<fs::path> tables;
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == ".csv")
+            tables.push_back(entry.path());
+    std::ranges::sort(tables);
+    return tables;
+}
+
+void build(const fs::path& schema, const fs::path& folder, const fs::path& output) {
+    fs::create_directories(output);
+    buildUserData(schema / "user", output);
 
     Database catalogue(output / "BrennovalSysData.mdb");
     catalogue.run("BEGIN;" + readFile(schema / "sys.sql"));
-    for (const auto& entry : fs::directory_iterator(tables))
-        if (entry.path().extension() == ".csv")
-            loadTable(catalogue, entry.path());
+    const std::vector<fs::path> tables = tablesOf(folder);
+    for (const fs::path& table : tables)
+        loadTable(catalogue, table);
     for (const std::string& table : catalogue.column("SELECT name FROM sqlite_master WHERE type = 'table'"))
         if (catalogue.column("SELECT 1 FROM " + table + " LIMIT 1").empty())
             throw std::runtime_error(table + " has no rows");
     for (const auto& [query, meaning] : checks)
         for (const std::string& key : catalogue.column(query))
             throw std::runtime_error(key + ": " + meaning);
-    catalogue.run("PRAGMA user_version = " + version + "; COMMIT; ANALYZE;");
+    catalogue.run("PRAGMA user_version = " + std::to_string(contentHash(schema / "sys.sql", tables)) +
+                  "; COMMIT; ANALYZE;");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 5) {
-        std::cerr << "usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER CATALOGUE_VERSION\n";
+    if (argc != 4) {
+        std::cerr << "usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER\n";
         return 2;
     }
     try {
-        build(argv[1], argv[2], argv[3], argv[4]);
+        build(argv[1], argv[2], argv[3]);
         return 0;
     } catch (const std::exception& error) {
         std::cerr << "brennoval-build-data: " << error.what() << '\n';

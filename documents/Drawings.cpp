@@ -2,7 +2,8 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
+#include "core/base/Program.h"
+#include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Screens.h"

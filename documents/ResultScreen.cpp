@@ -1,6 +1,6 @@
 #include "documents/ResultScreen.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -27,33 +27,25 @@ void ResultScreen::showTankLine(std::initializer_list<DisplayField> fields) {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Connection connection = UtilityFunctions::openDatabase("User");
-    Recordset tank;
-    tank.Open(UtilityFunctions::TankQuery(tankID), connection);
+    UtilityFunctions::Rows tank = UtilityFunctions::ReadTankLine(tankID);
     if (!tank.AtEnd())
-        ShowFields(tank, fields);
-}
-
-void ResultScreen::leaveFor(const QString& screen) {
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open(screen);
+        ShowFields(*tank, fields);
 }
 
 void ResultScreen::addMore(const QString& screen) {
     Session::TankID.write("");
-    Session::Mode.write("New");
+    Session::Mode.write(Session::Modes::New);
     leaveFor(screen);
 }
 
 void ResultScreen::enablePrinting(bool enabled) {
     for (const char* command : {"mnuPrint", "mnuPrintPreview"})
-        BrennovalMain::instance()->command(command)->setEnabled(enabled);
+        Commands::setEnabled(command, enabled);
 }
 
 void ResultScreen::showResultCommands(bool shown) {
     enablePrinting(shown);
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(shown);
+    Commands::setVisible("mnuSchedule", shown);
 }
 
 bool ResultScreen::eventFilter(QObject* object, QEvent* event) {

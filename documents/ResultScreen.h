@@ -18,8 +18,6 @@ class ResultScreen : public Screen {
     void offersSubmittal(QToolButton* preview, QToolButton* print);
     /// Shows columns of the session's tank line; without one the boxes keep their samples.
     static void showTankLine(std::initializer_list<DisplayField> fields);
-    /// Leaves on purpose for another screen.
-    void leaveFor(const QString& screen);
     /// Begins a further tank line and leaves for a screen.
     void addMore(const QString& screen);
 

@@ -2,13 +2,15 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Program.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/DisplayFields.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Trap.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
 #include "documents/Placeholders.h"
 #include "documents/Specifications.h"
@@ -68,7 +70,7 @@ class Filler {
         readRepresentative();
         readModel();
         showSpecification();
-        set("lblVersion", QString("Version %1.%2").arg(ProgramVersion()).arg(BRENNOVAL_REVISION));
+        set("lblVersion", "Version " + FullProgramVersion());
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         showDrawing();
         if (kind.drawdown && application == "HYD")
@@ -97,16 +99,14 @@ class Filler {
     }
 
     void readTankLine(const QString& tankID) {
-        Connection connection = openDatabase("User");
-        Recordset tank;
-        tank.Open(TankQuery(tankID), connection);
+        Rows tank = ReadTankLine(tankID);
         if (tank.AtEnd())
             return;
         values.modelNo = tank["ModelNo"].text();
         values.qty = QString::fromStdString(NumberText(tank["Qty"].number()));
         QStringList tags;
         for (int i = 1; i <= 10; ++i) {
-            const auto tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
+            const Recordset::Field tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
             if (!tag.isNull() && tag.text() != "-")
                 tags.append(tag.text());
         }

@@ -1,6 +1,6 @@
 #include "documents/frmDrawing.h"
 
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
 #include "documents/Drawings.h"
 
 #include <QMouseEvent>

@@ -1,7 +1,8 @@
 #include "documents/frmReportViewer.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
@@ -92,15 +93,15 @@ void frmReportViewer::Load() {
 
 void frmReportViewer::Activate() {
     SetStatusText("Brennoval Report Viewer");
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(true);
+    Commands::setEnabled("mnuExport", true);
 }
 
 void frmReportViewer::Deactivate() {
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(false);
+    Commands::setEnabled("mnuExport", false);
 }
 
 bool frmReportViewer::QueryUnload() {
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(false);
+    Commands::setEnabled("mnuExport", false);
     SetStatusBarText();
     return true;
 }

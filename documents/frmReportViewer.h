@@ -9,6 +9,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
   public:
     frmReportViewer();
     bool fillsWindow() const override { return true; }
+    Subject subject() const override { return Subject::None; }
     QWidget* firstField() const override { return ARViewer21; }
     void setReport(const Pages& pages, const QString& title);
     const Pages& pages() const { return ARViewer21->pages(); }

@@ -1,11 +1,12 @@
 #include "documents/frmResultSpecs.h"
 
 #include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DisplayFields.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 #include "documents/Specifications.h"
 #include "documents/SpecsBox.h"
 

@@ -1,8 +1,6 @@
 #include "documents/frmSpecs.h"
 
-#include "core/base/Fault.h"
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
 #include "documents/Placeholders.h"
 #include "documents/Specifications.h"
 #include "documents/SpecsBox.h"

@@ -1,10 +1,10 @@
 #include "shock/frmResultSHK.h"
 
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DisplayFields.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -27,7 +27,7 @@ frmResultSHK::frmResultSHK() : ResultScreen("frmResultSHK") {
 
 void frmResultSHK::Load() {
     SetStatusText("View results");
-    setWindowTitle("Results for Job: " + Session::JobID.text());
+    setTitle("Results for Job: " + Session::JobID.text());
     ShowTankLine();
     ShowModel();
 }

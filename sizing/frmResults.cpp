@@ -1,10 +1,11 @@
 #include "sizing/frmResults.h"
 
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;
@@ -31,7 +32,7 @@ void frmResults::Load() {
     ShowModel();
     QString text;
     if (Session::JobID.read(text))
-        setWindowTitle("Results for Job: " + text);
+        setTitle("Results for Job: " + text);
     setProperty("helpContext", SetHelpContext());
 }
 

@@ -1,10 +1,11 @@
 #include "sizing/frmResultsConvert.h"
 
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
-#include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 #include "documents/Drawings.h"
 
 using namespace UtilityFunctions;

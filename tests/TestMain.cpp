@@ -1,4 +1,4 @@
-#include "tests/TemporaryHome.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <QApplication>
 

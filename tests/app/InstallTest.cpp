@@ -2,8 +2,8 @@
 #include "core/base/Fault.h"
 #include "core/store/Database.h"
 #include "core/store/SessionStore.h"
-#include "tests/TemporaryHome.h"
 #include "tests/faults/Limits.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

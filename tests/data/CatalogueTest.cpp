@@ -1,7 +1,7 @@
 // The catalogue's figures against the physics that they come from.
 
 #include "core/store/Database.h"
-#include "tests/TemporaryHome.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
 #include "documents/report/Report.h"
-#include "tests/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Limits.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -257,7 +257,7 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     const Pages package = submittal("T3", "PKG 30-1.8");
     EXPECT_TRUE(shows(package, "1.8 gpm @ 70 psi"));
     EXPECT_TRUE(shows(package, "10 psi - 70 psi"));
-    EXPECT_TRUE(shows(package, ".33 hp"));
+    EXPECT_TRUE(shows(package, "0.33 hp"));
     EXPECT_FALSE(shows(package, "DESCRIPTION")) << "the third part of the description takes its place";
     const Pages shock = submittal("T4", "SHK 300");
     EXPECT_TRUE(shows(shock, "Replaceable FDA Butyl Bladder"));

@@ -1,7 +1,7 @@
 // The program is killed at random moments while it saves; what it had saved is there, and the file opens.
 
 #include "core/store/Database.h"
-#include "tests/TemporaryHome.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "shock/ShockSizes.h"
 #include "core/base/Fault.h"
 #include "core/store/Database.h"
-#include "core/store/JetSql.h"
 #include "sizing/ModelSearch.h"
 
 #include <gtest/gtest.h>
