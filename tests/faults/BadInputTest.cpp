@@ -2,10 +2,10 @@
 // hang, and no row that a save did not write.
 
 #include "core/base/Numbers.h"
+#include "core/base/Text.h"
 #include "core/shell/Screens.h"
 #include "core/store/Database.h"
 #include "core/store/Gateway.h"
-#include "core/base/Text.h"
 #include "core/store/SessionStore.h"
 #include "tests/support/Driver.h"
 
