@@ -145,6 +145,12 @@ bool known(const QString& name) {
     return registry().factories.contains(name);
 }
 
+QStringList names() {
+    QStringList all = registry().factories.keys();
+    all.sort();
+    return all;
+}
+
 Screen* find(const QString& name) {
     const Entry* entry = entryOf(name);
     return entry ? entry->screen : nullptr;

@@ -11,6 +11,8 @@ namespace Screens {
 
 void add(const QString& name, const std::function<Screen*()>& factory);
 bool known(const QString& name);
+/// Names of all screens, open or not.
+QStringList names();
 /// Constructs the screen and runs its Load, unless it is loaded for the same job, tank and application;
 /// loaded for another, it goes first, without its closing check. Null when its Load failed or unloaded it
 /// again.

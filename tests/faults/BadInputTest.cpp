@@ -8,6 +8,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "tests/support/Driver.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -149,7 +150,8 @@ class BadInput : public testing::Test {
 TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
     Texts texts(101);
     int stored = 0;
-    for (int i = 0; i < 600; ++i) {
+    const int rounds = Rounds(120, 600);
+    for (int i = 0; i < rounds; ++i) {
         dialogs->rule = [&](const Message& m) {
             return m.buttons & QMessageBox::Yes                             ? QMessageBox::No
                    : texts.below(2) == 0 && m.buttons & QMessageBox::Cancel ? QMessageBox::Cancel
@@ -187,7 +189,7 @@ TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
         closeErrors();
         Screens::unload("frmJobHeader");
     }
-    EXPECT_GT(stored, 100);
+    EXPECT_GT(stored, rounds / 6);
     EXPECT_EQ(count("tblJobData"), 0);
     expectSound();
 }
@@ -201,7 +203,8 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
     const char* const applications[] = {"cmdEXP", "cmdTHM", "cmdHYD"};
     const char* const boxes[] = {"txtTotSysFluid", "txtSOTMin", "txtSOTMax",
                                  "txtSOPMin",      "txtSOPMax", "txtAtmPressure"};
-    for (int i = 0; i < 600; ++i) {
+    const int rounds = Rounds(150, 600);
+    for (int i = 0; i < rounds; ++i) {
         if (!Driver::isOpen("frmJobConditions")) {
             if (!Driver::isOpen("frmClassSelect"))
                 Screens::open("frmClassSelect");
@@ -233,7 +236,7 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
         }
         closeErrors();
     }
-    EXPECT_GT(stored, 50);
+    EXPECT_GT(stored, rounds / 12);
     EXPECT_EQ(count("tblJobHeader"), 1);
     expectSound();
 }
@@ -248,7 +251,8 @@ TEST_F(BadInput, ShockAndPackagesStoreNumbersOrNothing) {
         {"PipeIndex", "2 in Sch 40"}, {"PipeLength", "200"},    {"FlowRate", "100"},
         {"FlowPressure", "40"},       {"StaticPressure", "60"}, {"ShockPressure", "150"}};
     int stored = 0;
-    for (int i = 0; i < 500; ++i) {
+    const int rounds = Rounds(120, 500);
+    for (int i = 0; i < rounds; ++i) {
         if (!Driver::isOpen("frmJobConditionsSHK"))
             Screens::open("frmJobConditionsSHK");
         for (const auto& [box, good] : sound)
@@ -263,10 +267,10 @@ TEST_F(BadInput, ShockAndPackagesStoreNumbersOrNothing) {
         Screens::unload("frmtankselection");
         closeErrors();
     }
-    EXPECT_GT(stored, 50);
+    EXPECT_GT(stored, rounds / 10);
     Screens::unload("frmJobConditionsSHK");
     Screens::open("frmPKGSelect");
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         for (const char* box : {"txtModelNo", "txtQty", "txtSysPressure"})
             Driver::enter("frmPKGSelect", box, texts.any());
         const int before = count("tblJobData");
