@@ -18,9 +18,6 @@ frmResultsConvert::frmResultsConvert() : ResultScreen("frmResultsConvert") {
     opens(bttnSpecs, "frmResultSpecs");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmConvertSteel"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmConvertSteel"); });
-    if (!Screens::known("frmConvertSteel"))
-        for (QToolButton* button : {bttnAddMore, bttnRecalc})
-            makeUnavailable(button);
 }
 
 void frmResultsConvert::Load() {

@@ -336,9 +336,8 @@ bool Recordset::Field::boolean() const {
 }
 
 QDateTime Recordset::Field::dateTime() const {
-    const QString text = recordset.value(index).toString();
-    const QDateTime moment = QDateTime::fromString(text, isoMoment);
-    return moment.isValid() ? moment : QDate::fromString(text, Qt::ISODate).startOfDay();
+    return QDateTime::fromString(recordset.value(index).toString(),
+                                 Qt::ISODate); // a day alone begins at 0:00
 }
 
 int Recordset::Field::DefinedSize() const {

@@ -1,6 +1,13 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
+
+#include <optional>
+
+/// The day that a text means: in the user's short date format, with a year of two or four digits, or written
+/// month/day/year or year-month-day. Nothing when it is no date, as statements read dates between # signs.
+std::optional<QDate> ReadDate(const QString& text);
 
 /// A statement in the dialect of the program's SQL, rewritten for SQLite.
 struct JetStatement {

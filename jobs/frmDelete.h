@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmDelete.h"
+
+/// Deletes a job, or some of its tank lines, at once and for good.
+class frmDelete : public Screen, private Ui::frmDelete {
+  public:
+    frmDelete();
+
+  private:
+    void Load() override;
+    void FillListView();
+    void DeleteRecords();
+    void DeleteJob(const QString& jobID);
+    void DeleteTickedTanks();
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmEngContMaster.h"
+
+/// Maintains the names of the engineers or of the contractors. Its Tag says which: "Engineers" or
+/// "Contractors".
+class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
+  public:
+    frmEngContMaster();
+
+    /// Turns to the list of a tag.
+    void Maintain(const QString& tag);
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    QString SetTable() const;
+    void FillListBox();
+    void TakeName();
+    void NewRecord();
+    void SaveRecord();
+    void DeleteRecord();
+
+    bool Dirty = false;
+};

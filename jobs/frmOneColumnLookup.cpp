@@ -1,0 +1,76 @@
+#include "jobs/frmOneColumnLookup.h"
+
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
+#include "core/store/Gateway.h"
+#include "jobs/NameLookup.h"
+
+#include <QKeyEvent>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// Who asks, and the box that takes the name.
+struct HandOver {
+    const char* tag;
+    const char* screen;
+    const char* box;
+};
+
+constexpr HandOver handOvers[] = {
+    {"frmUserInputContractor", "frmUserInput", "txtCont"},
+    {"frmUserInputEngineer", "frmUserInput", "txtEng"},
+    {"frmJobHeaderContractor", "frmJobHeader", "txtCont"},
+    {"frmJobHeaderEngineer", "frmJobHeader", "txtEng"},
+};
+
+} // namespace
+
+void UtilityFunctions::FillListView(const QWidget* /*field*/, const QString& table, const QString& tag) {
+    auto* lookup = dynamic_cast<frmOneColumnLookup*>(Screens::load("frmOneColumnLookup"));
+    if (!lookup)
+        return;
+    lookup->Tag = tag;
+    lookup->List(table);
+    Screens::show(lookup->name());
+}
+
+frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    SortByHeadings(lvSearch);
+    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    connect(lvSearch, &QTreeWidget::itemDoubleClicked, this,
+            [this] { trap(".lvSearch", [this] { Confirm(); }); });
+}
+
+void frmOneColumnLookup::List(const QString& table) {
+    QList<QTreeWidgetItem*> rows;
+    Connection connection = openDatabase("User");
+    Recordset names;
+    names.Open("SELECT * FROM " + table, connection);
+    for (; !names.AtEnd(); names.MoveNext())
+        rows.append(new ListRow({names["fldName"].text()}));
+    FillList(lvSearch, {"Name"}, rows);
+}
+
+void frmOneColumnLookup::Confirm() {
+    const QTreeWidgetItem* selected = lvSearch->currentItem();
+    if (!selected || selected->text(0).isEmpty()) {
+        Dialogs::current().show({"Please select a value from the list.", "Error"});
+        return;
+    }
+    for (const HandOver& handOver : handOvers)
+        if (Tag == handOver.tag)
+            SetFieldText(Screens::field(handOver.screen, handOver.box), selected->text(0));
+    Screens::unload(name());
+}
+
+void frmOneColumnLookup::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        Screens::unload(name());
+    else
+        Screen::keyPressEvent(event);
+}

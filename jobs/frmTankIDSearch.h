@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmTankIDSearch.h"
+
+/// Lists the tank lines of the job, to reopen one or to add one.
+class frmTankIDSearch : public Screen, private Ui::frmTankIDSearch {
+  public:
+    frmTankIDSearch();
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    QString SelectedTank() const;
+    void Next();
+    void LeaveFor(const QString& screen);
+    void Cancel();
+};

@@ -1,0 +1,152 @@
+#include "jobs/frmjobsearchdialog.h"
+
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
+#include "core/store/JetSql.h"
+#include "core/store/SessionStore.h"
+
+#include <QKeyEvent>
+#include <QLocale>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString listedDate = QStringLiteral("MM/dd/yy");
+
+/// A day as the user's short date format writes it, with a year of four digits.
+QString shortDate(const QDate& date) {
+    QString format = QLocale().dateFormat(QLocale::ShortFormat);
+    if (!format.contains("yyyy"))
+        format.replace("yy", "yyyy");
+    return QLocale().toString(date, format);
+}
+
+} // namespace
+
+frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
+    setupUi(this);
+    prepare();
+    SortByHeadings(lvOptions);
+    for (QComboBox* operators : {cmboCriteriaJob, cmboCriteriaContractor, cmboCriteriaEngineer})
+        operators->addItems(JobSearch::TextComparisons());
+    cmboCriteriaDateCreated->addItems(JobSearch::DateComparisons());
+    for (QComboBox* operators : findChildren<QComboBox*>()) {
+        operators->setCurrentIndex(-1);
+        operators->installEventFilter(this);
+    }
+    for (QLineEdit* box : {txtJobID, txtContractor, txtEngineer, txtDate1, txtDate2})
+        connect(box, &QLineEdit::returnPressed, this,
+                [this] { trap(".tbToolbar", [this] { FillResultsBox(); }); });
+    for (QLineEdit* box : {txtDate1, txtDate2})
+        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return ValidateDate(box); });
+    // A click on the calendar leaves the focus in the date's box.
+    for (QWidget* part : Calendar1->findChildren<QWidget*>())
+        part->setFocusPolicy(Qt::NoFocus);
+    Calendar1->setFocusPolicy(Qt::NoFocus);
+    Calendar1->hide();
+    connect(Calendar1, &QCalendarWidget::clicked, this, &frmjobsearchdialog::TakeDate);
+    on(bttnFind, ".tbToolbar", [this] { FillResultsBox(); });
+    on(bttnOK, ".tbToolbar", [this] { SearchFinished(); });
+    connect(lvOptions, &QTreeWidget::itemActivated, this,
+            [this] { trap(".lvOptions", [this] { SearchFinished(); }); });
+}
+
+void frmjobsearchdialog::Load() {
+    Calendar1->setSelectedDate(QDate::currentDate());
+    FillList(lvOptions, {"Job ID", "Contractor", "Engineer", "Date Created"}, {});
+}
+
+JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
+    return {.jobID = {txtJobID->text(), cmboCriteriaJob->currentText()},
+            .contractor = {txtContractor->text(), cmboCriteriaContractor->currentText()},
+            .engineer = {txtEngineer->text(), cmboCriteriaEngineer->currentText()},
+            .created = {txtDate1->text(), cmboCriteriaDateCreated->currentText()},
+            .createdUntil = txtDate2->text()};
+}
+
+void frmjobsearchdialog::FillResultsBox() {
+    const Hourglass hourglass;
+    Calendar1->hide();
+    QList<QTreeWidgetItem*> rows;
+    const auto query = JobSearch::Query(EnteredCriteria());
+    if (query) {
+        for (const JobSearch::Job& job : JobSearch::Find(*query)) {
+            auto* row =
+                new ListRow({job.jobID, job.contractor, job.engineer, job.created.toString(listedDate)});
+            row->setSortKey(3, job.created);
+            rows.append(row);
+        }
+    }
+    FillList(lvOptions, {"Job ID", "Contractor", "Engineer", "Date Created"}, rows);
+    if (rows.isEmpty())
+        Dialogs::current().beep();
+    else
+        lvOptions->setFocus();
+}
+
+void frmjobsearchdialog::SearchFinished() {
+    const Hourglass hourglass;
+    const QTreeWidgetItem* chosen = lvOptions->currentItem();
+    if (!chosen || chosen->text(0).isEmpty()) {
+        Dialogs::current().beep();
+        return;
+    }
+    const QString jobID = chosen->text(0);
+    Session::JobID.write(jobID);
+    Tag = "1";
+    const QString mode = Session::Mode.text();
+    if (mode == "Edit") // the reserved job has no header to edit
+        Screens::open(jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader");
+    else if (mode == "Delete")
+        Screens::open("frmDelete");
+    Screens::unload(name());
+}
+
+/// Puts the calendar under the box, inside the screen.
+void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
+    Tag = box->objectName();
+    Calendar1->adjustSize();
+    const QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
+    Calendar1->move(std::min(corner.x(), width() - Calendar1->width() - 18), corner.y());
+    Calendar1->raise();
+    Calendar1->show();
+}
+
+void frmjobsearchdialog::TakeDate(const QDate& date) {
+    (Tag == "txtDate2" ? txtDate2 : txtDate1)->setText(shortDate(date));
+    Calendar1->hide();
+}
+
+bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
+    if (box->text().isEmpty() || ReadDate(box->text()))
+        return true;
+    Dialogs::current().show({"Please select a valid date!", "Error"});
+    box->selectAll();
+    Calendar1->hide();
+    return false;
+}
+
+bool frmjobsearchdialog::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
+        if (object == txtDate1 || object == txtDate2)
+            ShowCalendar(static_cast<QLineEdit*>(object));
+        else
+            Calendar1->hide();
+    }
+    return Screen::eventFilter(object, event);
+}
+
+void frmjobsearchdialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && Calendar1->isVisible())
+        Calendar1->hide();
+    else
+        Screen::keyPressEvent(event);
+}
+
+bool frmjobsearchdialog::QueryUnload() {
+    if (Tag != "1") // the calendar's use of the tag counts as not left on purpose
+        SetStatusBarText();
+    return true;
+}
