@@ -8,6 +8,7 @@
 
 #include <QKeyEvent>
 #include <QLocale>
+#include <QToolButton>
 
 using namespace UtilityFunctions;
 
@@ -41,11 +42,7 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
                 [this] { trap(".tbToolbar", [this] { FillResultsBox(); }); });
     for (QLineEdit* box : {txtDate1, txtDate2})
         onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return ValidateDate(box); });
-    // A click on the calendar leaves the focus in the date's box.
-    for (QWidget* part : Calendar1->findChildren<QWidget*>())
-        part->setFocusPolicy(Qt::NoFocus);
-    Calendar1->setFocusPolicy(Qt::NoFocus);
-    Calendar1->hide();
+    PrepareCalendar();
     connect(Calendar1, &QCalendarWidget::clicked, this, &frmjobsearchdialog::TakeDate);
     on(bttnFind, ".tbToolbar", [this] { FillResultsBox(); });
     on(bttnOK, ".tbToolbar", [this] { SearchFinished(); });
@@ -68,7 +65,7 @@ JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
 
 void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
-    Calendar1->hide();
+    frameCalendar->hide();
     QList<QTreeWidgetItem*> rows;
     const auto query = JobSearch::Query(EnteredCriteria());
     if (query) {
@@ -104,19 +101,39 @@ void frmjobsearchdialog::SearchFinished() {
     Screens::unload(name());
 }
 
+/// Gives the calendar the program's look. A click on it leaves the focus in the date's box.
+void frmjobsearchdialog::PrepareCalendar() {
+    frameCalendar->hide();
+    for (QWidget* part : Calendar1->findChildren<QWidget*>())
+        part->setFocusPolicy(Qt::NoFocus);
+    Calendar1->setFocusPolicy(Qt::NoFocus);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        Calendar1->setWeekdayTextFormat(day, {});
+    for (const auto& [part, arrow] :
+         {std::pair("qt_calendar_prevmonth", Qt::LeftArrow), {"qt_calendar_nextmonth", Qt::RightArrow}}) {
+        auto* turn = Calendar1->findChild<QToolButton*>(part);
+        turn->setArrowType(arrow);
+        QPalette onAccent = turn->palette();
+        for (const auto role : {QPalette::ButtonText, QPalette::WindowText})
+            onAccent.setColor(role, onAccent.color(QPalette::HighlightedText));
+        turn->setPalette(onAccent);
+    }
+}
+
 /// Puts the calendar under the box, inside the screen.
 void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
     Tag = box->objectName();
-    Calendar1->adjustSize();
+    frameCalendar->adjustSize();
     const QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
-    Calendar1->move(std::min(corner.x(), width() - Calendar1->width() - 18), corner.y());
-    Calendar1->raise();
-    Calendar1->show();
+    const int rightmost = lvOptions->geometry().right() + 1 - frameCalendar->width();
+    frameCalendar->move(std::min(corner.x(), rightmost), corner.y());
+    frameCalendar->raise();
+    frameCalendar->show();
 }
 
 void frmjobsearchdialog::TakeDate(const QDate& date) {
     (Tag == "txtDate2" ? txtDate2 : txtDate1)->setText(shortDate(date));
-    Calendar1->hide();
+    frameCalendar->hide();
 }
 
 bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
@@ -124,7 +141,7 @@ bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
         return true;
     Dialogs::current().show({"Please select a valid date!", "Error"});
     box->selectAll();
-    Calendar1->hide();
+    frameCalendar->hide();
     return false;
 }
 
@@ -133,14 +150,14 @@ bool frmjobsearchdialog::eventFilter(QObject* object, QEvent* event) {
         if (object == txtDate1 || object == txtDate2)
             ShowCalendar(static_cast<QLineEdit*>(object));
         else
-            Calendar1->hide();
+            frameCalendar->hide();
     }
     return Screen::eventFilter(object, event);
 }
 
 void frmjobsearchdialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && Calendar1->isVisible())
-        Calendar1->hide();
+    if (event->key() == Qt::Key_Escape && frameCalendar->isVisible())
+        frameCalendar->hide();
     else
         Screen::keyPressEvent(event);
 }

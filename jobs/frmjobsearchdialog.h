@@ -19,6 +19,7 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
     JobSearch::Criteria EnteredCriteria() const;
     void FillResultsBox();
     void SearchFinished();
+    void PrepareCalendar();
     void ShowCalendar(const QLineEdit* box);
     void TakeDate(const QDate& date);
     bool ValidateDate(QLineEdit* box);

@@ -49,6 +49,7 @@ frmConvertSteel::frmConvertSteel() : Screen("frmConvertSteel") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
+    lblTotSysFluid->setMinimumWidth(lblSOPMin->sizeHint().width()); // the boxes of both groups in one line
     for (QLineEdit* box : {txtTotSysFluid, txtSOPMin, txtAtmPressure})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
     on(cmdNext, ".cmdNext", [this] { Next(); });
