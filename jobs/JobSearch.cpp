@@ -100,7 +100,7 @@ std::vector<Job> Find(const QString& query) {
     const Recordset::Field created = rows["DateCreated"];
     std::vector<Job> jobs;
     for (; !rows.AtEnd(); rows.MoveNext())
-        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.dateTime().date()});
+        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
     return jobs;
 }
 

@@ -23,11 +23,11 @@ struct Criterion {
 };
 
 struct Criteria {
-    Criterion jobID;
-    Criterion contractor;
-    Criterion engineer;
-    Criterion created;
-    QString createdUntil; // the second date of a range
+    Criterion jobID = {};
+    Criterion contractor = {};
+    Criterion engineer = {};
+    Criterion created = {};
+    QString createdUntil = {}; // the second date of a range
 };
 
 /// The statement that finds the jobs of all criteria; nothing when a date that counts is no date.

@@ -18,7 +18,7 @@ void run(const QString& statement) {
 
 /// A list line of a tank, with its tick box. Its ID sorts by the tank's number.
 ListRow* lineOf(Recordset& tank) {
-    const QDateTime created = tank["DateCreated"].dateTime();
+    const QDate created = tank["DateCreated"].date();
     auto* line = new ListRow({tank["TankID"].text(), tank["ModelNo"].text(), tank["TankClass"].text(),
                               created.toString("MM/dd/yy")});
     line->setCheckState(0, Qt::Unchecked);

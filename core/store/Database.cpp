@@ -340,6 +340,11 @@ QDateTime Recordset::Field::dateTime() const {
                                  Qt::ISODate); // a day alone begins at 0:00
 }
 
+QDate Recordset::Field::date() const {
+    const QString text = recordset.value(index).toString();
+    return QDate::fromString(QStringView(text).left(10), Qt::ISODate);
+}
+
 int Recordset::Field::DefinedSize() const {
     const QString& type = recordset.columns[index].declaredType;
     const auto open = type.indexOf(u'(');
