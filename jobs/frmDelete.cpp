@@ -17,10 +17,11 @@ void run(const QString& statement) {
 }
 
 /// A list line of a tank, with its tick box. Its ID sorts by the tank's number.
-ListRow* lineOf(Recordset& tank) {
+std::unique_ptr<ListRow> lineOf(Recordset& tank) {
     const QDate created = tank["DateCreated"].date();
-    auto* line = new ListRow({tank["TankID"].text(), tank["ModelNo"].text(), tank["TankClass"].text(),
-                              created.toString("MM/dd/yy")});
+    auto line =
+        std::make_unique<ListRow>(QStringList{tank["TankID"].text(), tank["ModelNo"].text(),
+                                              tank["TankClass"].text(), created.toString("MM/dd/yy")});
     line->setCheckState(0, Qt::Unchecked);
     line->setSortKey(0, tank["TankNo"].number());
     line->setSortKey(3, created);
@@ -55,13 +56,13 @@ void frmDelete::Load() {
 
 void frmDelete::FillListView() {
     procedure(".FillListView", [this] {
-        QList<QTreeWidgetItem*> lines;
+        ListRows lines;
         Connection connection = openDatabase("User");
         Recordset tank;
         tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(lblJobID->text()) + "'", connection);
         for (; !tank.AtEnd(); tank.MoveNext())
-            lines.append(lineOf(tank));
-        FillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, lines);
+            lines.push_back(lineOf(tank));
+        FillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, std::move(lines));
     });
 }
 

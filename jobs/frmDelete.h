@@ -10,6 +10,7 @@ class frmDelete : public Screen, private Ui::frmDelete {
 
   private:
     void Load() override;
+    QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void DeleteRecords();
     void DeleteJob(const QString& jobID);

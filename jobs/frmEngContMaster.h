@@ -14,6 +14,7 @@ class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
 
   private:
     void Load() override;
+    QWidget* firstField() const override { return txtInput; }
     bool QueryUnload() override;
     QString SetTable() const;
     void FillListBox();

@@ -47,13 +47,13 @@ frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
 }
 
 void frmOneColumnLookup::List(const QString& table) {
-    QList<QTreeWidgetItem*> rows;
+    ListRows rows;
     Connection connection = openDatabase("User");
     Recordset names;
     names.Open("SELECT * FROM " + table, connection);
     for (; !names.AtEnd(); names.MoveNext())
-        rows.append(new ListRow({names["fldName"].text()}));
-    FillList(lvSearch, {"Name"}, rows);
+        rows.push_back(std::make_unique<ListRow>(QStringList{names["fldName"].text()}));
+    FillList(lvSearch, {"Name"}, std::move(rows));
 }
 
 void frmOneColumnLookup::Confirm() {

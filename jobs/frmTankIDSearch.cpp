@@ -36,10 +36,11 @@ QString applicationOf(const QString& model) {
 }
 
 /// A list line of a tank. Its ID sorts by the tank's number.
-ListRow* lineOf(Recordset& tank) {
+std::unique_ptr<ListRow> lineOf(Recordset& tank) {
     const QDateTime created = tank["DateCreated"].dateTime();
-    auto* line = new ListRow({tank["TankID"].text(), tank["Qty"].text(), tank["ModelNo"].text(),
-                              QLocale().toString(created, QLocale::ShortFormat)});
+    auto line = std::make_unique<ListRow>(QStringList{tank["TankID"].text(), tank["Qty"].text(),
+                                                      tank["ModelNo"].text(),
+                                                      QLocale().toString(created, QLocale::ShortFormat)});
     line->setSortKey(0, tank["TankNo"].number());
     if (!tank["Qty"].isNull())
         line->setSortKey(1, tank["Qty"].number());
@@ -63,7 +64,7 @@ frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
 
 void frmTankIDSearch::Load() {
     SetStatusText("Select Tank to Edit");
-    QList<QTreeWidgetItem*> lines;
+    ListRows lines;
     QString jobID;
     if (Session::JobID.read(jobID)) {
         lblJobID->setText(jobID);
@@ -71,10 +72,10 @@ void frmTankIDSearch::Load() {
         Recordset tank;
         tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(jobID) + "'", connection);
         for (; !tank.AtEnd(); tank.MoveNext())
-            lines.append(lineOf(tank));
+            lines.push_back(lineOf(tank));
     }
-    lines.append(new ListRow({addNew}));
-    FillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, lines);
+    lines.push_back(std::make_unique<ListRow>(QStringList{addNew}));
+    FillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, std::move(lines));
 }
 
 QString frmTankIDSearch::SelectedTank() const {

@@ -14,7 +14,9 @@ using namespace UtilityFunctions;
 
 namespace {
 
-const QString listedDate = QStringLiteral("MM/dd/yy");
+QStringList headings() {
+    return {"Job ID", "Contractor", "Engineer", "Date Created"};
+}
 
 /// A day as the user's short date format writes it, with a year of four digits.
 QString shortDate(const QDate& date) {
@@ -52,7 +54,7 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
 
 void frmjobsearchdialog::Load() {
     Calendar1->setSelectedDate(QDate::currentDate());
-    FillList(lvOptions, {"Job ID", "Contractor", "Engineer", "Date Created"}, {});
+    FillList(lvOptions, headings(), {});
 }
 
 JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
@@ -66,21 +68,22 @@ JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
 void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
     frameCalendar->hide();
-    QList<QTreeWidgetItem*> rows;
+    FillList(lvOptions, headings(), {});
     const auto query = JobSearch::Query(EnteredCriteria());
+    ListRows rows;
     if (query) {
         for (const JobSearch::Job& job : JobSearch::Find(*query)) {
-            auto* row =
-                new ListRow({job.jobID, job.contractor, job.engineer, job.created.toString(listedDate)});
+            auto& row = rows.emplace_back(std::make_unique<ListRow>(
+                QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
             row->setSortKey(3, job.created);
-            rows.append(row);
         }
     }
-    FillList(lvOptions, {"Job ID", "Contractor", "Engineer", "Date Created"}, rows);
-    if (rows.isEmpty())
+    if (rows.empty()) {
         Dialogs::current().beep();
-    else
-        lvOptions->setFocus();
+        return;
+    }
+    FillList(lvOptions, headings(), std::move(rows));
+    lvOptions->setFocus();
 }
 
 void frmjobsearchdialog::SearchFinished() {

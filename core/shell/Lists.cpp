@@ -29,13 +29,18 @@ void SortByHeadings(QTreeWidget* list) {
     });
 }
 
-void FillList(QTreeWidget* list, const QStringList& headings, const QList<QTreeWidgetItem*>& rows) {
-    list->setSortingEnabled(false);
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows) {
+    const bool sorts = list->header()->sectionsClickable();
+    list->setSortingEnabled(false); // which takes the headings their clicks too
+    list->header()->setSectionsClickable(sorts);
     list->clear();
     list->setColumnCount(static_cast<int>(headings.size()));
     list->setHeaderLabels(headings);
-    list->addTopLevelItems(rows);
-    if (!rows.isEmpty())
-        list->setCurrentItem(rows.first());
+    QList<QTreeWidgetItem*> items; // which the list owns from now on
+    for (std::unique_ptr<ListRow>& row : rows)
+        items.append(row.release());
+    list->addTopLevelItems(items);
+    if (!items.isEmpty())
+        list->setCurrentItem(items.first());
     FitColumns(list);
 }

@@ -2,6 +2,9 @@
 
 #include <QTreeWidget>
 
+#include <memory>
+#include <vector>
+
 /// Makes the columns of a list as wide as their texts, with room between them; the last takes the rest.
 void FitColumns(QTreeWidget* list);
 
@@ -14,8 +17,10 @@ class ListRow : public QTreeWidgetItem {
     bool operator<(const QTreeWidgetItem& other) const override;
 };
 
+using ListRows = std::vector<std::unique_ptr<ListRow>>;
+
 /// Lets a list of ListRows sort by its headings, from the first click on one of them on.
 void SortByHeadings(QTreeWidget* list);
 
 /// Fills a list anew, in the order of the rows until a heading is clicked, and selects its first row.
-void FillList(QTreeWidget* list, const QStringList& headings, const QList<QTreeWidgetItem*>& rows);
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows);
