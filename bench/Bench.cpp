@@ -414,15 +414,17 @@ void registerBenchmarks() {
                           [lines](benchmark::State& s) { saveProgram(s, lines); });
         RegisterBenchmark((name + "/bare").c_str(), [lines](benchmark::State& s) { saveBare(s, lines); });
     }
-    for (const int jobs : {100, 10000, 100000})
-        for (const auto& [kind, criteria] :
-             {std::pair("all of ", JobSearch::Criteria{}), {"by two criteria among ", twoCriteria}}) {
-            const std::string name = "jobs, " + (kind + std::to_string(jobs));
-            RegisterBenchmark((name + "/program").c_str(),
-                              [criteria, jobs](benchmark::State& s) { jobSearchProgram(s, criteria, jobs); });
-            RegisterBenchmark((name + "/bare").c_str(),
-                              [criteria, jobs](benchmark::State& s) { jobSearchBare(s, criteria, jobs); });
-        }
+    const auto registerJobSearch = [](const std::string& name, const JobSearch::Criteria& criteria,
+                                      int jobs) {
+        RegisterBenchmark((name + "/program").c_str(),
+                          [=](benchmark::State& s) { jobSearchProgram(s, criteria, jobs); });
+        RegisterBenchmark((name + "/bare").c_str(),
+                          [=](benchmark::State& s) { jobSearchBare(s, criteria, jobs); });
+    };
+    for (const int jobs : {100, 10000, 100000}) {
+        registerJobSearch("jobs, all of " + std::to_string(jobs), {}, jobs);
+        registerJobSearch("jobs, by two criteria among " + std::to_string(jobs), twoCriteria, jobs);
+    }
     RegisterBenchmark("list of 100000 jobs, Find to painted/program",
                       [](benchmark::State& s) { listJobs(s, 100000); })
         ->UseManualTime()
