@@ -2,7 +2,6 @@
 
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
-#include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SqlText.h"
@@ -19,9 +18,6 @@ frmResultsConvert::frmResultsConvert() : ResultScreen("frmResultsConvert") {
     opens(bttnSpecs, "frmResultSpecs");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmConvertSteel"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmConvertSteel"); });
-    if (!Screens::known("frmConvertSteel"))
-        for (QToolButton* button : {bttnAddMore, bttnRecalc})
-            makeUnavailable(button);
 }
 
 void frmResultsConvert::Load() {
