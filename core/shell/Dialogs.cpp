@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QPrintDialog>
 
 namespace {
@@ -29,9 +30,9 @@ QMessageBox::StandardButton Dialogs::show(const Message& message) {
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
+QString Dialogs::openFile(const QString& filter, const QString& suggestedName, const QString& title) {
     const DefaultPointer pointer;
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, suggestedName, filter);
 }
 
 QString Dialogs::saveFile(const QString& filter) {
@@ -40,6 +41,11 @@ QString Dialogs::saveFile(const QString& filter) {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(filter.section(u'.', -1).chopped(1));
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString Dialogs::input(const QString& title, const QString& prompt) {
+    const DefaultPointer pointer;
+    return QInputDialog::getText(QApplication::activeWindow(), title, prompt);
 }
 
 bool Dialogs::printer(QPrinter& printer) {
