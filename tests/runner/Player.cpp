@@ -10,6 +10,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/frmReportViewer.h"
+#include "setup/InstallerFiles.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -305,6 +306,20 @@ void answer(Stage& stage, Words w) {
     stage.dialogs.answers.append({w[0], w.value(1), w.size() < 2});
 }
 
+/// What is typed into the next input box, which must say the second word when there is one.
+void input(Stage& stage, Words w) {
+    stage.dialogs.inputs.append({w[0], w.value(1), w.size() < 2});
+}
+
+/// Leaves a file in the installer's folder of the story.
+void installerFile(Stage&, Words w) {
+    const QDir folder(UtilityFunctions::InstallerFolder());
+    QFile target(folder.filePath(w[0]));
+    const QByteArray text = w.value(1).toLocal8Bit();
+    require(folder.mkpath(".") && target.open(QIODevice::WriteOnly) && target.write(text) == text.size(),
+            "cannot write " + target.fileName());
+}
+
 void file(Stage& stage, Words w) {
     stage.dialogs.files.append(QDir(stage.homeFolder).filePath(w[0]));
 }
@@ -451,10 +466,6 @@ void shot(Stage& stage, Words w) {
             "cannot write " + w.last());
 }
 
-void notYet(Stage&, Words) {
-    fail("this command does not stand yet");
-}
-
 struct Command {
     void (*run)(Stage&, Words);
     int leastWords;
@@ -476,7 +487,8 @@ const QHash<QString, Command>& commands() {
         {"sort", {sort, 2, true}},
         {"date", {date, 2, true}},
         {"answer", {answer, 1}},
-        {"input", {notYet, 1}},
+        {"input", {input, 1}},
+        {"installer-file", {installerFile, 2}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
@@ -526,7 +538,8 @@ void Player::play(const QString& line) {
         fail("the command " + name + " is not known");
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
-    static const QStringList preparations = {"sql", "session", "answer", "input", "file", "cancel", "print"};
+    static const QStringList preparations = {"sql",  "session", "answer", "input",
+                                             "file", "cancel",  "print",  "installer-file"};
     if (!stage.started && !preparations.contains(name))
         start(stage);
     command->run(stage, words);
@@ -535,8 +548,10 @@ void Player::play(const QString& line) {
         fail(std::exchange(stage.dialogs.problem, {}));
     if (command->acts && !stage.dialogs.answers.isEmpty())
         fail("the message box did not come: " + stage.dialogs.answers.first().text);
+    if (command->acts && !stage.dialogs.inputs.isEmpty())
+        fail("the input box did not come");
     if (command->acts && !stage.dialogs.files.isEmpty())
-        fail("the file dialog did not come");
+        fail("the dialog did not come");
     if (command->acts && !stage.dialogs.prints.isEmpty())
         fail("the printer dialog did not come");
 }

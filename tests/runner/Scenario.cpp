@@ -9,6 +9,7 @@
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/Screens.h"
+#include "setup/InstallerFiles.h"
 #include "tests/runner/Player.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -45,6 +46,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
 bool playFile(const QString& path, const QString& shots, const QString& keep) {
     const TemporaryHome home;
     InstallForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
+    UtilityFunctions::SetInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         std::cerr << path.toStdString() << ": cannot be read\n";
