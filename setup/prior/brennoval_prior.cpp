@@ -15,9 +15,11 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -68,7 +70,19 @@ bool hasPassword(MdbHandle& file) {
     return false;
 }
 
+/// The library takes an empty file, and much else, for one of an old version.
+void requireHeader(const char* path) {
+    constexpr std::string_view identity = "Standard Jet DB";
+    constexpr std::size_t identityAt = 4;
+    std::array<char, 2048> page{}; // the smallest that there is
+    std::ifstream file(path, std::ios::binary);
+    if (!file.read(page.data(), page.size()) ||
+        std::string_view(page.data(), page.size()).substr(identityAt, identity.size()) != identity)
+        unreadable("the file begins as none of its kind");
+}
+
 File open(const char* path) {
+    requireHeader(path);
     File file(mdb_open(path, MDB_NOFLAGS));
     if (!file)
         unreadable("the file cannot be opened");

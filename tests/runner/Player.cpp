@@ -203,6 +203,15 @@ void start(Stage& stage) {
     settle();
 }
 
+void end(Stage& stage) {
+    const QStringList open = Screens::loaded();
+    for (auto name = open.crbegin(); name != open.crend(); ++name)
+        Screens::unload(*name);
+    delete BrennovalMain::instance();
+    settle();
+    stage.started = false;
+}
+
 void click(Stage&, Words w) {
     QWidget* target = control(w[0]);
     require(target->isEnabled(), w[0] + " is disabled");
@@ -436,6 +445,10 @@ void expectFile(Stage& stage, Words w) {
         require(fileText(path).contains(w[1]), w[0] + " does not hold \"" + w[1] + "\"");
 }
 
+void expectNoFile(Stage& stage, Words w) {
+    require(!QFile::exists(QDir(stage.homeFolder).filePath(w[0])), "there is a file " + w[0]);
+}
+
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
     const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
@@ -514,6 +527,7 @@ const QHash<QString, Command>& commands() {
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},
         {"expect-file", {expectFile, 1}},
+        {"expect-no-file", {expectNoFile, 1}},
         {"print", {print, 1}},
         {"sql", {sql, 2}},
         {"session", {session, 1}},
@@ -524,11 +538,16 @@ const QHash<QString, Command>& commands() {
 
 } // namespace
 
+void Player::finish() {
+    end(stage);
+}
+
 void Player::play(const QString& line) {
     QStringList words = wordsOf(line);
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
+    words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
     words.replaceInStrings("{shots}",                   // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());
@@ -540,6 +559,8 @@ void Player::play(const QString& line) {
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
     static const QStringList preparations = {"sql",  "session", "answer", "input",
                                              "file", "cancel",  "print",  "installer-file"};
+    if (name == "start" && stage.started) // once more, on the same data
+        end(stage);
     if (!stage.started && !preparations.contains(name))
         start(stage);
     command->run(stage, words);

@@ -6,9 +6,8 @@
 #include "app/Register.h"
 #include "core/base/Fault.h"
 #include "core/look/Appearance.h"
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DesktopApplication.h"
-#include "core/shell/Screens.h"
+#include "core/shell/Screen.h"
 #include "setup/InstallerFiles.h"
 #include "tests/runner/Player.h"
 #include "tests/support/TemporaryHome.h"
@@ -56,10 +55,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
         QDir().mkpath(shots);
     Player player(Stage{ScriptedDialogs::install(), shots, home.dataFolder()});
     const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
-    const QStringList open = Screens::loaded();
-    for (auto name = open.crbegin(); name != open.crend(); ++name)
-        Screens::unload(*name);
-    delete BrennovalMain::instance();
+    player.finish();
     if (!keep.isEmpty()) {
         QDir().mkpath(keep);
         const QDir data(home.dataFolder());
