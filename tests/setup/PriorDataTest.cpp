@@ -1,7 +1,7 @@
 // The files of the earlier program, taken over through the getting-started screen: row by row against another
 // reader, and broken in every way.
 
-#include "core/base/Fault.h"
+#include "core/shell/Status.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
 #include "tests/support/Driver.h"
@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <QTimer>
 
 #include <random>
 
@@ -35,7 +36,7 @@ class PriorData : public testing::Test {
         if (!QFileInfo::exists(fixtures))
             GTEST_SKIP() << "SKIPPED: there are no prior databases at " << fixtures.toStdString();
         home.installData();
-        Driver::start();
+        dialogs = &Driver::start();
         SetInstallerFolder(home.path());
     }
     void TearDown() override {
@@ -66,6 +67,7 @@ class PriorData : public testing::Test {
     static QString converted() { return value("SELECT Convert AS V FROM tblFirstTime"); }
 
     TemporaryHome home;
+    ScriptedDialogs* dialogs = nullptr;
 };
 
 using Row = QHash<QString, QString>; // by column; an empty text for a null
@@ -167,6 +169,20 @@ TEST_F(PriorData, KeepsANullApartFromAnEmptyText) {
     EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobInfo = ''"), "Job.With.Points");
     EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobInfo IS NULL"), "2001-18");
     EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE DateCreated IS NULL"), "7");
+}
+
+TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
+    QStringList told; // in the status bar, as a timer sees it that runs with the windows
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&told] { told.append(StatusText()); });
+    timer.start(0);
+    dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
+    dialogs->files = {fixtures + "prior-large.mdb"};
+    Screens::open("frmFirstTime");
+    EXPECT_EQ(converted() + ", " + counts(), "1, 300 300 1 2000 10000");
+    EXPECT_FALSE(told.filter(" of 10,000 tanks").isEmpty());
+    EXPECT_EQ(StatusText(), "Finished!");
+    EXPECT_TRUE(QFile::exists(fixtures + "prior-large.mdb")) << "his file stays";
 }
 
 TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
