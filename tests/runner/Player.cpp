@@ -548,7 +548,7 @@ void Player::play(const QString& line) {
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
     words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
-    words.replaceInStrings("{shots}",                   // where its pictures go
+    words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());
     const QString name = words.takeFirst();

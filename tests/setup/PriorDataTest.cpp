@@ -234,14 +234,15 @@ TEST_F(PriorData, TakesACrashOrAHangOfItsReaderForADamagedFile) {
 }
 
 TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
-    Rows("User", "INSERT INTO tblJobHeader (JobID) VALUES ('A-7')"); // the fourth of its five jobs
+    const Rows taken("User",
+                     "INSERT INTO tblJobHeader (JobID) VALUES ('A-7')"); // the fourth of its five jobs
     convert(contents(fixtures + "prior-typical.mdb"));
     EXPECT_TRUE(Driver::report().contains("ConvertPriorData")) << Driver::report().toStdString();
     EXPECT_EQ(converted() + ", " + counts(), "0, 0 0 0 1 0");
     EXPECT_TRUE(QFile::exists(priorFile()));
     Screens::unload("frmError");
     Screens::unload("frmFirstTime");
-    Rows("User", "DELETE FROM tblJobHeader");
+    const Rows freed("User", "DELETE FROM tblJobHeader");
     Screens::open("frmFirstTime"); // the cause is gone
     EXPECT_EQ(converted() + ", " + counts(), "1, 4 3 1 5 9");
 }
