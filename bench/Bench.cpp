@@ -4,6 +4,7 @@
 #include "app/Install.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
+#include "core/look/SystemScheme.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/FieldChecks.h"
 #include "core/store/JetSql.h"
@@ -131,7 +132,7 @@ int startChild(int argc, char** argv, bool program) {
         QTimer::singleShot(0, [] { QApplication::exit(0); });
         return DesktopApplication::exec();
     }
-    Appearance::apply(Appearance::systemScheme());
+    const SystemScheme scheme;
     home.installData();
     registerAll();
     Screens::open("frmSplash");

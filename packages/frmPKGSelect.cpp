@@ -56,6 +56,10 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
 }
 
 void frmPKGSelect::Load() {
+    {
+        Rows table("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table);
+        txtModelNo->setMaxLength(table["ModelNo"].DefinedSize());
+    }
     optPKG->click();
     SetStatusText("Select Package");
     QString jobID;

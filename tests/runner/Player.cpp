@@ -197,8 +197,10 @@ void start(Stage& stage) {
         return BrennovalMain::instance() || Screens::find("frmDatabasePath") || Screens::find("frmError");
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
-    if (BrennovalMain::instance())
-        BrennovalMain::instance()->activateWindow();
+    if (BrennovalMain* window = BrennovalMain::instance()) {
+        window->resize(1180, 800); // the display without a display is smaller than any that users have
+        window->activateWindow();
+    }
     settle();
 }
 
