@@ -7,6 +7,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -24,16 +25,28 @@ struct TextStyle {
 };
 
 struct PageText {
+    /// How the lines of a wrapped text are parted: where a blank stood, and inside a word. A line feed parts its
+    /// paragraphs.
+    static constexpr QChar blankBreak{0x2028};
+    static constexpr QChar wordBreak{0x200B};
+
     QRectF place;
-    /// Lines are parted by a line separator where the text was wrapped and by a line feed where it breaks.
     QString text;
     TextStyle style;
     /// The number behind the text and the pattern that shows it, where it is one.
     std::optional<double> number;
     QString pattern;
+
     /// The text as it reads: without the breaks of wrapping.
-    QString plain() const { return QString(text).replace(QChar::LineSeparator, u' '); }
-    QStringList lines() const { return QString(text).replace(QChar::LineSeparator, u'\n').split(u'\n'); }
+    QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
+    /// Whether it has more than one line.
+    bool breaks() const {
+        return std::any_of(text.begin(), text.end(),
+                           [](QChar c) { return c == u'\n' || c == blankBreak || c == wordBreak; });
+    }
+    QStringList lines() const {
+        return QString(text).replace(blankBreak, u'\n').replace(wordBreak, u'\n').split(u'\n');
+    }
 };
 
 struct PageLine {

@@ -161,8 +161,8 @@ class Renderer {
         if (control.flow)
             rests.append({control, rest});
         else // all of it, beyond the place rather than cut
-            placed.text +=
-                QChar(QChar::LineSeparator) + TextFit::wrapped(rest, placed.style, placed.place.width());
+            placed.text += PageText::blankBreak +
+                           TextFit::wrapped(rest, placed.style, placed.place.width(), INT_MAX).text;
     }
 
     /// Gives the rest of each text that flows pages of its own.
