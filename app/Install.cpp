@@ -4,7 +4,7 @@
 #include "core/shell/Core.h"
 #include "core/store/Database.h"
 #include "core/store/SessionStore.h"
-#include "documents/Drawings.h"
+#include "documents/Documents.h"
 #include "estimates/Estimates.h"
 #include "jobs/Jobs.h"
 #include "packages/Packages.h"

@@ -8,6 +8,7 @@
 #include "core/shell/FieldChecks.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
+#include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
 #include "documents/report/Report.h"
@@ -284,8 +285,8 @@ QByteArray barePdf(const Pages& pages) {
         if (&page != &pages.first())
             writer.newPage();
         for (const PagePicture& picture : page.pictures)
-            QSvgRenderer(picture.file).render(&painter, QRectF(picture.place.topLeft() * scale,
-                                                               picture.place.size() * scale));
+            QSvgRenderer(picture.file)
+                .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
         for (const PageText& text : page.texts) {
             if (size != text.style.size || bold != text.style.bold) {
                 QFont font("Liberation Sans");
@@ -308,14 +309,14 @@ void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) 
     const Data data(200, 100);
     Program::start();
     finishTank();
-    const Pages pages = Report(SetReport("RCB 500")).Run();
+    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
     for (auto _ : state)
         benchmark::DoNotOptimize(write(pages));
     Program::stop();
 }
 
 QByteArray programPdf(const Pages& pages) {
-    return Export::pdf(pages, "Bench");
+    return Export::pdf({"Bench", {}, {}, pages});
 }
 
 Pages longList() {
@@ -377,7 +378,7 @@ void registerBenchmarks() {
         ->Iterations(30);
     RegisterBenchmark("list of 10000 rows, whole/program", renderList);
     const std::pair<const char*, QByteArray (*)(const Pages&)> writers[] = {{"program", programPdf},
-                                                                             {"bare", barePdf}};
+                                                                            {"bare", barePdf}};
     for (const auto& [name, write] : writers) {
         RegisterBenchmark((std::string("PDF of a submittal/") + name).c_str(),
                           [write = write](benchmark::State& s) { pdfOfSubmittal(s, write); });

@@ -72,7 +72,8 @@ void addCell(Workbook& book, int row, int column, const PageText& text) {
 
 } // namespace
 
-QByteArray Export::excel(const Pages& pages, const QString& title) {
+QByteArray Export::excel(const Document& document) {
+    const Pages& pages = document.pages;
     const QList<double> edges = ColumnEdges(pages);
     QList<double> widths;
     for (qsizetype i = 0; i < edges.size(); ++i)
@@ -83,7 +84,7 @@ QByteArray Export::excel(const Pages& pages, const QString& title) {
     for (const Page& page : pages) {
         const QList<GridRow> rows = RowsOf(page);
         if (row + rows.size() >= Workbook::mostRows) {
-            const QString name = QString(title).remove(QRegularExpression("[\\[\\]:*?/\\\\]"));
+            const QString name = QString(document.title).remove(QRegularExpression("[\\[\\]:*?/\\\\]"));
             book.addSheet(sheets == 0 ? name : QString("%1 %2").arg(name.left(24)).arg(sheets + 1), widths);
             ++sheets;
             row = 0;

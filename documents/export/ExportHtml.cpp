@@ -63,15 +63,15 @@ QString pictureElement(const PagePicture& picture) {
 
 } // namespace
 
-QByteArray Export::html(const Pages& pages, const QString& title) {
+QByteArray Export::html(const Document& file) {
     QString document =
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
-        title.toHtmlEscaped() +
+        file.title.toHtmlEscaped() +
         "</title>\n<style>\nbody{background:#dce3ea;margin:0;font-family:'Liberation Sans',Arial,"
         "Helvetica,sans-serif}\n.page{position:relative;background:#fff;margin:12pt auto;"
         "page-break-after:always}\n.page>*{position:absolute;margin:0;box-sizing:border-box}\n"
         "@media print{body{background:#fff}.page{margin:0}}\n</style>\n</head>\n<body>\n";
-    for (const Page& page : pages) {
+    for (const Page& page : file.pages) {
         document += "<div class=\"page\" style=\"width:" + points(page.size.width()) +
                     ";height:" + points(page.size.height()) + "\">\n";
         for (const PageBox& box : page.boxes)

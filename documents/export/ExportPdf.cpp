@@ -5,17 +5,17 @@
 #include <QPainter>
 #include <QPdfWriter>
 
-QByteArray Export::pdf(const Pages& pages, const QString& title) {
+QByteArray Export::pdf(const Document& document) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle(title);
+    writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Brennoval"));
     constexpr int resolution = 1200; // dots an inch, so that places round to nothing the eye sees
     writer.setResolution(resolution);
     QPainter painter;
-    for (const Page& page : pages) {
+    for (const Page& page : document.pages) {
         writer.setPageSize(QPageSize(page.size, QPageSize::Point));
         writer.setPageMargins(QMarginsF());
         if (!painter.isActive())

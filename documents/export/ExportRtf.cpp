@@ -69,17 +69,17 @@ QByteArray picture(const PagePicture& drawing) {
 
 } // namespace
 
-QByteArray Export::rtf(const Pages& pages, const QString& title) {
+QByteArray Export::rtf(const Document& file) {
     constexpr double margin = 36; // points
     QByteArray document = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
                           "Sans;}}{\\info{\\title " +
-                          escaped(title) + "}{\\author Brennoval}}\n\\paperw" +
+                          escaped(file.title) + "}{\\author Brennoval}}\n\\paperw" +
                           QByteArray::number(twips(612)) + "\\paperh" + QByteArray::number(twips(792)) +
                           "\\margl" + QByteArray::number(twips(margin)) + "\\margr" +
                           QByteArray::number(twips(margin)) + "\\margt" + QByteArray::number(twips(margin)) +
                           "\\margb" + QByteArray::number(twips(margin)) + "\\f0\n";
     bool first = true;
-    for (const Page& page : pages) {
+    for (const Page& page : file.pages) {
         if (!first)
             document += "\\page\n";
         first = false;

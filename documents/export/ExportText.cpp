@@ -38,9 +38,9 @@ QString rowLines(const GridRow& row) {
 
 } // namespace
 
-QByteArray Export::text(const Pages& pages) {
+QByteArray Export::text(const Document& file) {
     QString document;
-    for (const Page& page : pages) {
+    for (const Page& page : file.pages) {
         if (!document.isEmpty())
             document += '\f';
         for (const GridRow& row : RowsOf(page))

@@ -1,5 +1,7 @@
 #include "documents/report/Layout.h"
 
+#include "core/base/Words.h"
+
 #include <QFile>
 #include <QHash>
 #include <QMarginsF>
@@ -16,50 +18,19 @@
 //   change NAME ATTRIBUTE...
 //   drop NAME...
 // Attributes: text T, column C, format F, size N, bold, regular, italic, left, center, right, middle,
-// color #rrggbb, fill #rrggbb, wrap, shrink N, flow, hidden, width N, picture FILE, at X Y, extent W H
+// color rrggbb, fill rrggbb, wrap, shrink N, flow, hidden, width N, picture FILE, at X Y, extent W H
 
 namespace {
-
-QStringList wordsOf(const QString& line) {
-    QStringList words;
-    QString word;
-    bool inWord = false;
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == u'\\' && i + 1 < line.size()) {
-            word += line[++i];
-        } else if (c == u'"') {
-            quoted = !quoted;
-            inWord = true;
-        } else if (!quoted && c == u'#' && !inWord && (i + 1 >= line.size() || line[i + 1] == u' ')) {
-            break;
-        } else if (!quoted && c.isSpace()) {
-            if (inWord)
-                words.append(word);
-            word.clear();
-            inWord = false;
-        } else {
-            word += c;
-            inWord = true;
-        }
-    }
-    if (quoted)
-        throw std::runtime_error("a quoted text does not end");
-    if (inWord)
-        words.append(word);
-    return words;
-}
 
 /// The words of a line, taken one after the other.
 class Words {
   public:
-    explicit Words(QStringList all) : words(std::move(all)) {}
+    explicit Words(const QString& line) : words(SplitWords(line.toStdString())) {}
     bool more() const { return next < words.size(); }
     QString take() {
         if (!more())
             throw std::runtime_error("the line is too short");
-        return words[next++];
+        return QString::fromStdString(words[next++]);
     }
     double number() {
         const QString word = take();
@@ -71,8 +42,8 @@ class Words {
     }
 
   private:
-    QStringList words;
-    qsizetype next = 0;
+    std::vector<std::string> words;
+    std::size_t next = 0;
 };
 
 template<typename Value>
@@ -103,8 +74,8 @@ const QHash<QString, Setter>& attributes() {
         {"right", [](C& c, Words&) { c.style.alignment = (c.style.alignment & vertical) | Qt::AlignRight; }},
         {"middle",
          [](C& c, Words&) { c.style.alignment = (c.style.alignment & horizontal) | Qt::AlignVCenter; }},
-        {"color", [](C& c, Words& w) { c.style.color = QColor(w.take()); }},
-        {"fill", [](C& c, Words& w) { c.fill = QColor(w.take()); }},
+        {"color", [](C& c, Words& w) { c.style.color = QColor(u'#' + w.take()); }},
+        {"fill", [](C& c, Words& w) { c.fill = QColor(u'#' + w.take()); }},
         {"wrap", [](C& c, Words&) { c.wrap = true; }},
         {"shrink", [](C& c, Words& w) { c.smallest = w.number(); }},
         {"flow", [](C& c, Words&) { c.flow = true; }},
@@ -135,7 +106,7 @@ class Reader {
     explicit Reader(Layout& target) : layout(target) {}
 
     void line(const QString& text) {
-        Words words(wordsOf(text));
+        Words words(text);
         if (!words.more())
             return;
         const QString first = words.take();

@@ -25,8 +25,8 @@ struct TextStyle {
 };
 
 struct PageText {
-    /// How the lines of a wrapped text are parted: where a blank stood, and inside a word. A line feed parts its
-    /// paragraphs.
+    /// How the lines of a wrapped text are parted: where a blank stood, and inside a word. A line feed parts
+    /// its paragraphs.
     static constexpr QChar blankBreak{0x2028};
     static constexpr QChar wordBreak{0x200B};
 

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Sets pen, brush and font only when they change: a long list has few styles, and each setting costs a painter
-/// more than a short text does.
+/// Sets pen, brush and font only when they change: a long list has few styles, and each setting costs a
+/// painter more than a short text does.
 class Tools {
   public:
     explicit Tools(QPainter& target) : painter(target) {}

@@ -5,17 +5,13 @@
 #include "core/store/Gateway.h"
 #include "documents/report/TextFit.h"
 
-#include <QHash>
 #include <QMarginsF>
+
+#include <climits>
 
 namespace {
 
 using Kind = ReportSection::Kind;
-
-QHash<QString, Reports::StartRoutine>& routines() {
-    static QHash<QString, Reports::StartRoutine> all;
-    return all;
-}
 
 /// Places the sections of a layout on pages, row after row.
 class Renderer {
@@ -195,28 +191,23 @@ Pages RenderPages(const Layout& layout, Recordset& rows) {
     return Renderer(layout).render(rows);
 }
 
-void Reports::add(const QString& name, const StartRoutine& start) {
-    routines().insert(name, start);
+Report::Report(const ReportKind& reportKind)
+    : kind(reportKind), reportLayout(Layout::load(reportKind.layout)) {
+    title = reportLayout.title;
+    fileName = title;
 }
-
-bool Reports::known(const QString& name) {
-    return routines().contains(name);
-}
-
-Report::Report(const QString& name) : reportName(name), reportLayout(Layout::load(name)) {}
 
 ReportControl& Report::control(const QString& controlName) {
     ReportControl* found = reportLayout.control(controlName);
     if (!found)
-        throw Fault(Fault::ObjectNotSet, (reportName + " has no " + controlName).toStdString());
+        throw Fault(Fault::ObjectNotSet, kind.name + (" has no " + controlName).toStdString());
     return *found;
 }
 
-Pages Report::Run() {
-    if (const auto start = routines().value(reportName))
-        start(*this);
-    Connection connection = UtilityFunctions::openDatabase(database);
+Document Report::Run() {
+    kind.start(*this);
+    Connection connection = UtilityFunctions::openDatabase(kind.database);
     Recordset rows;
     rows.Open(source, connection);
-    return RenderPages(reportLayout, rows);
+    return {title, author, fileName, RenderPages(reportLayout, rows)};
 }

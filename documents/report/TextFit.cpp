@@ -25,12 +25,13 @@ QFont fontOf(bool bold, bool italic, int pixels) {
 }
 
 /// The widths of a face's letters, measured once. Without hinting a text is as wide as its letters and the
-/// kerning of each pair of neighbours, in proportion to the size, so that a page need not be shaped to be laid
-/// out.
+/// kerning of each pair of neighbours, in proportion to the size, so that a page need not be shaped to be
+/// laid out.
 class Face {
   public:
     Face(bool bold, bool italic)
-        : metrics(fontOf(bold, italic, unitsPerEm)), kerning(std::size_t(latinLetters) * latinLetters, unknown) {
+        : metrics(fontOf(bold, italic, unitsPerEm)),
+          kerning(std::size_t(latinLetters) * latinLetters, unknown) {
         for (int i = 0; i < latinLetters; ++i)
             advances[std::size_t(i)] = float(metrics.horizontalAdvance(QChar(i)));
     }
@@ -175,9 +176,9 @@ Wrapped wrapped(const QString& text, const TextStyle& style, double width, int m
             result.text += separator;
         result.text += line;
         ++result.lines;
-        separator = paragraphEnds             ? QChar(u'\n')
+        separator = paragraphEnds              ? QChar(u'\n')
                     : line.size() < end - from ? PageText::blankBreak
-                                              : PageText::wordBreak;
+                                               : PageText::wordBreak;
         result.taken = paragraphEnds ? end + 1 : end;
     }
     result.taken = std::min(result.taken, text.size());

@@ -26,8 +26,8 @@ struct Wrapped {
     int lines = 0;
     qsizetype taken = 0;
 };
-/// Wraps a text to a width in points, between words where it can and inside a word that is too long for a line;
-/// stops after a number of lines.
+/// Wraps a text to a width in points, between words where it can and inside a word that is too long for a
+/// line; stops after a number of lines.
 Wrapped wrapped(const QString& text, const TextStyle& style, double width, int mostLines);
 
 /// The largest size, from the style's own down to a smallest in points, at which a text wraps into a place.

@@ -4,6 +4,7 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
@@ -17,8 +18,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-
-using Export::Format;
 
 namespace {
 
@@ -59,7 +58,6 @@ class Exports : public testing::Test {
   protected:
     Exports() {
         home.installData();
-        registerSubmittals();
         sql("INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('O''Hara & 水 <7>', 'Łukasz "
             "\"Ł\" Ohm', "
             "'D & E')");
@@ -88,8 +86,7 @@ class Exports : public testing::Test {
 
     static Pages submittal(const QString& tank, const QString& model) {
         Session::TankID.write(tank);
-        Report report(UtilityFunctions::SetReport(model));
-        return report.Run();
+        return Report(*FindReport(UtilityFunctions::SetReport(model))).Run().pages;
     }
 
     static Pages list(const QString& sql) {
@@ -99,9 +96,9 @@ class Exports : public testing::Test {
         return RenderPages(listLayout(), rows);
     }
 
-    QString write(Format format, const Pages& pages, const char* name) {
+    QString write(const char* command, const Pages& pages, const char* name) {
         QString path = home.dataFolder() + u'/' + QLatin1String(name);
-        Export::toFile(format, pages, "Brennoval Submittal", path);
+        Export::toFile(Export::format(command), {"Brennoval Submittal", "Author", "a", pages}, path);
         return path;
     }
 
@@ -131,23 +128,24 @@ TEST_F(Exports, AllSixHoldTheSameTexts) {
         const Pages pages = submittal(tank, model);
         ASSERT_EQ(pages.size(), 1) << model;
         EXPECT_GT(textsOf(pages).size(), 30);
-        expectAll(pages,
-                  QString::fromUtf8(run("pdftotext", {"-layout", write(Format::Pdf, pages, "a.pdf"), "-"})),
-                  "PDF");
+        expectAll(
+            pages,
+            QString::fromUtf8(run("pdftotext", {"-layout", write("mnuExportPDF", pages, "a.pdf"), "-"})),
+            "PDF");
         expectAll(pages,
                   QString::fromUtf8(run("xmllint", {"--html", "--nowarning", "--xpath", "string(/html/body)",
-                                                    write(Format::Html, pages, "a.htm")})),
+                                                    write("mnuExportHTML", pages, "a.htm")})),
                   "HTML");
-        expectAll(pages, csvOf(write(Format::Excel, pages, "a.xls")), "Excel");
-        expectAll(pages, textOfRtf(write(Format::Rtf, pages, "a.rtf")), "RTF");
-        QFile text(write(Format::Text, pages, "a.txt"));
+        expectAll(pages, csvOf(write("mnuExportExcel", pages, "a.xls")), "Excel");
+        expectAll(pages, textOfRtf(write("mnuExportRTF", pages, "a.rtf")), "RTF");
+        QFile text(write("mnuExportText", pages, "a.txt"));
         ASSERT_TRUE(text.open(QIODevice::ReadOnly));
         expectAll(pages, QString::fromUtf8(text.readAll()), "text");
     }
 }
 
 TEST_F(Exports, PdfHasTextAndVectors) {
-    const QString file = write(Format::Pdf, submittal("T1", "RCB 500"), "a.pdf");
+    const QString file = write("mnuExportPDF", submittal("T1", "RCB 500"), "a.pdf");
     const QString info = run("pdfinfo", {file});
     EXPECT_TRUE(info.contains(QRegularExpression("Pages:\\s+1\\n"))) << info.toStdString();
     EXPECT_TRUE(info.contains("Brennoval Submittal"));
@@ -165,7 +163,7 @@ TEST_F(Exports, PdfHasTextAndVectors) {
 TEST_F(Exports, TiffHasItsPagesAndResolution) {
     Pages pages = submittal("T1", "RCB 500");
     pages += submittal("T4", "SHK 300");
-    const QString info = run("tiffinfo", {write(Format::Tiff, pages, "a.tif")});
+    const QString info = run("tiffinfo", {write("mnuExportTIFF", pages, "a.tif")});
     EXPECT_EQ(info.count("TIFF Directory"), 2);
     EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 2);
     EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 2);
@@ -173,7 +171,7 @@ TEST_F(Exports, TiffHasItsPagesAndResolution) {
 }
 
 TEST_F(Exports, HtmlStandsAlone) {
-    QFile file(write(Format::Html, submittal("T3", "PKG 30-1.8"), "a.htm"));
+    QFile file(write("mnuExportHTML", submittal("T3", "PKG 30-1.8"), "a.htm"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
     EXPECT_TRUE(text.contains("src=\"data:image/svg+xml;base64,"));
@@ -184,7 +182,7 @@ TEST_F(Exports, HtmlStandsAlone) {
 TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
     const Pages pages =
         list("SELECT * FROM tblPostalCodes WHERE PostalCode < '02000' ORDER BY RepID, PostalCode");
-    const QString csv = csvOf(write(Format::Excel, pages, "list.xls"));
+    const QString csv = csvOf(write("mnuExportExcel", pages, "list.xls"));
     int rows = 0;
     for (const QString& line : csv.split('\n'))
         rows += line.contains("assigned") ? 1 : 0;
@@ -220,13 +218,13 @@ TEST_F(Exports, FailureLeavesNoFile) {
     const Pages pages = submittal("T1", "RCB 500");
     QDir(home.dataFolder()).mkdir("folder");
     const QStringList before = QDir(home.dataFolder()).entryList();
-    for (const Format format :
-         {Format::Pdf, Format::Tiff, Format::Html, Format::Excel, Format::Rtf, Format::Text}) {
+    const Document document{"t", {}, {}, pages};
+    for (const Export::Format& format : Export::formats()) {
         for (const char* name : {"/folder", "/missing/a.pdf", "/folder/"})
-            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + QLatin1String(name)), Fault);
+            EXPECT_THROW(Export::toFile(format, document, home.dataFolder() + QLatin1String(name)), Fault);
         {
             const FullDisk full(100);
-            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + "/full"), Fault);
+            EXPECT_THROW(Export::toFile(format, document, home.dataFolder() + "/full"), Fault);
         }
         EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
     }
@@ -234,7 +232,8 @@ TEST_F(Exports, FailureLeavesNoFile) {
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x5555));
     {
         const OrdinaryUser user;
-        EXPECT_THROW(Export::toFile(Format::Text, pages, "t", home.dataFolder() + "/a.txt"), Fault);
+        EXPECT_THROW(Export::toFile(Export::format("mnuExportText"), document, home.dataFolder() + "/a.txt"),
+                     Fault);
     }
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x7777));
     EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
@@ -273,6 +272,5 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     Session::TankID.write("nothing");
     UtilityFunctions::RemoveRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
                                      "TankID");
-    Report all("rptSubmittal1");
-    EXPECT_EQ(all.Run().size(), 5);
+    EXPECT_EQ(Report(*FindReport("rptSubmittal1")).Run().pages.size(), 5);
 }

@@ -1,5 +1,5 @@
 #include "core/base/Fault.h"
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include <gtest/gtest.h>
 

@@ -2,12 +2,13 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/frmReportViewer.h"
+#include "documents/viewer/frmReportViewer.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets>
@@ -34,35 +35,10 @@ void expectEqual(const QString& what, const QString& expected, const QString& fo
         fail(QString("%1: expected \"%2\", found \"%3\"").arg(what, expected, found));
 }
 
-/// The words of a line; words with blanks stand in double quotes with C escapes.
 QStringList wordsOf(const QString& line) {
     QStringList found;
-    QString word;
-    bool inWord = false;
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == '\\' && i + 1 < line.size()) {
-            const QChar next = line[++i];
-            word += next == 'n' ? QChar('\n') : next == 't' ? QChar('\t') : next == 'r' ? QChar('\r') : next;
-        } else if (c == '"') {
-            quoted = !quoted;
-            inWord = true;
-        } else if (!quoted && c == '#' && !inWord) {
-            break;
-        } else if (!quoted && c.isSpace()) {
-            if (inWord)
-                found.append(word);
-            word.clear();
-            inWord = false;
-        } else {
-            word += c;
-            inWord = true;
-        }
-    }
-    require(!quoted, "a quoted text does not end");
-    if (inWord)
-        found.append(word);
+    for (const std::string& word : SplitWords(line.toStdString()))
+        found.append(QString::fromStdString(word));
     return found;
 }
 
@@ -298,7 +274,7 @@ void print(Stage& stage, Words w) {
 
 /// Expects a text on a page, from 1, of the report in the viewer.
 void expectPage(Stage&, Words w) {
-    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->pages();
+    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
     const int number = w[0].toInt();
     require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
     QStringList found;

@@ -34,7 +34,10 @@ class ScriptedDialogs : public Dialogs {
     }
 
     QString openFile(const QString&, const QString&) override { return nextFile(); }
-    QString saveFile(const QString&) override { return nextFile(); }
+    QString saveFile(const QString&, const QString& suggested) override {
+        suggestedName = suggested;
+        return nextFile();
+    }
     bool printer(QPrinter& printer) override {
         if (prints.isEmpty()) {
             problem = "a printer dialog came that nobody answers";
@@ -57,7 +60,8 @@ class ScriptedDialogs : public Dialogs {
 
     QList<Answer> answers;
     QStringList files;
-    QStringList prints; // files that the next printer dialogs print to
+    QStringList prints;    // files that the next printer dialogs print to
+    QString suggestedName; // of the last save dialog
     QString problem;
     int beeps = 0;
 };

@@ -1,4 +1,4 @@
-#include "documents/frmResultSpecs.h"
+#include "documents/specifications/frmResultSpecs.h"
 
 #include "core/base/Numbers.h"
 #include "core/shell/BrennovalMain.h"
@@ -6,8 +6,8 @@
 #include "core/shell/FieldChecks.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/Specifications.h"
-#include "documents/SpecsBox.h"
+#include "documents/specifications/Specifications.h"
+#include "documents/specifications/SpecsBox.h"
 
 using namespace UtilityFunctions;
 

@@ -1,11 +1,11 @@
-#include "documents/frmSpecs.h"
+#include "documents/specifications/frmSpecs.h"
 
 #include "core/base/Fault.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/FieldChecks.h"
-#include "documents/Placeholders.h"
-#include "documents/Specifications.h"
-#include "documents/SpecsBox.h"
+#include "documents/specifications/Placeholders.h"
+#include "documents/specifications/Specifications.h"
+#include "documents/specifications/SpecsBox.h"
 
 using namespace UtilityFunctions;
 

@@ -1,4 +1,4 @@
-#include "documents/ReportView.h"
+#include "documents/viewer/ReportView.h"
 
 #include "documents/report/PagePainter.h"
 

@@ -1,7 +1,7 @@
-#include "documents/SpecsBox.h"
+#include "documents/specifications/SpecsBox.h"
 
 #include "core/shell/Dialogs.h"
-#include "documents/Specifications.h"
+#include "documents/specifications/Specifications.h"
 
 #include <QPlainTextEdit>
 

@@ -1,17 +1,12 @@
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "documents/Submittals.h"
-#include "documents/frmDrawing.h"
-#include "documents/frmReportViewer.h"
-#include "documents/frmResultSpecs.h"
-#include "documents/frmSpecs.h"
+#include "documents/drawings/frmDrawing.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -103,13 +98,3 @@ void ShowLargeDrawing(const QString& drawing) {
 }
 
 } // namespace UtilityFunctions
-
-void registerDocuments() {
-    Screens::add("frmDrawing", [] { return new frmDrawing; });
-    Screens::add("frmReportViewer", [] { return new frmReportViewer; });
-    Screens::add("frmSpecs", [] { return new frmSpecs; });
-    Screens::add("frmResultSpecs", [] { return new frmResultSpecs; });
-    Commands::set("mnuSpecs", [] { Screens::open("frmSpecs"); });
-    registerReportCommands();
-    registerSubmittals();
-}
