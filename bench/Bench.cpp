@@ -11,7 +11,7 @@
 #include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
-#include "documents/report/Report.h"
+#include "documents/report/Renderer.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Program.h"
@@ -285,7 +285,7 @@ QByteArray barePdf(const Pages& pages) {
         if (&page != &pages.first())
             writer.newPage();
         for (const PagePicture& picture : page.pictures)
-            QSvgRenderer(picture.file)
+            QSvgRenderer(picture.svg)
                 .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
         for (const PageText& text : page.texts) {
             if (size != text.style.size || bold != text.style.bold) {

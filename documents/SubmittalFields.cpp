@@ -1,6 +1,5 @@
 #include "documents/SubmittalFields.h"
 
-#include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/ErrorReport.h"
@@ -8,11 +7,11 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
+#include "documents/drawings/Picture.h"
+#include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
 #include "documents/specifications/Placeholders.h"
 #include "documents/specifications/Specifications.h"
-
-#include <QFile>
 
 using namespace UtilityFunctions;
 
@@ -55,6 +54,7 @@ class Filler {
         showSpecification();
         set("lblVersion", QString("Version %1.%2").arg(ProgramVersion()).arg(BRENNOVAL_REVISION));
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
+        describe();
         showDrawing();
         if (kind.drawdown && application == "HYD")
             showDrawdown();
@@ -71,14 +71,23 @@ class Filler {
             control->text = text;
     }
 
-    void setFormatted(const char* name, const Recordset::Field& field, const char* pattern) {
+    /// Shows a number in a pattern; a null leaves what stands around the number in it.
+    void setNumber(const char* name, const Recordset::Field& field, const QString& pattern) {
         ReportControl* control = report.layout().control(name);
         if (!control)
             return;
-        control->text = FormattedField(field, pattern);
-        control->format = QString::fromUtf8(pattern);
-        if (!field.isNull())
-            control->number = field.number();
+        control->format = pattern;
+        if (field.isNull()) {
+            control->text = pattern.startsWith("General") ? pattern.mid(7) : QString();
+            return;
+        }
+        control->number = field.number();
+        control->text = ShownNumber(field.number(), pattern);
+    }
+
+    /// A stored number as people read it; an empty text for null.
+    static QString stored(const Recordset::Field& field) {
+        return field.isNull() ? QString() : ShownNumber(field.number(), "General");
     }
 
     void readTankLine(const QString& tankID) {
@@ -88,7 +97,8 @@ class Filler {
         if (tank.AtEnd())
             return;
         values.modelNo = tank["ModelNo"].text();
-        values.qty = QString::fromStdString(NumberText(tank["Qty"].number()));
+        values.qty = ShownNumber(tank["Qty"].number(), "General");
+        job = tank["JobID"].text();
         QStringList tags;
         for (int i = 1; i <= 10; ++i) {
             const auto tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
@@ -96,6 +106,15 @@ class Filler {
                 tags.append(tag.text());
         }
         set("txtUnitTagNo", tags.join(", "));
+    }
+
+    /// What a file of the page says about itself, and the name that it is offered.
+    void describe() {
+        report.title = QStringList{report.title, job, values.modelNo}.join(", ");
+        report.author = values.rep.isEmpty() ? QStringLiteral("Ordwick Company") : values.rep;
+        QString tankID;
+        if (Session::TankID.read(tankID)) // which begins with the job
+            report.fileName = tankID + u' ' + values.modelNo;
     }
 
     void readRepresentative() {
@@ -116,39 +135,35 @@ class Filler {
                    connection);
         if (model.AtEnd())
             return;
-        const QString pressure = model["TankWkPressure"].text();
+        const QString pressure = stored(model["TankWkPressure"]);
         set("txtShell", model["Shell"].text());
         set("txtBladder",
             kind.bladderWord ? model["Bladder"].text() : model["Bladder"].text().remove("Bladder"));
         set("txtFinish", model["Finish"].text());
         set("txtSysConnType", model["SysConnType"].text());
-        set("txtMaxTemp", model["MaxTemp"].text() + "°F");
-        set("txtMaxPressure", pressure + " psi");
-        set("txtPrecharge", model["PreCharge"].text() + " psi");
-        if (kind.formattedVolumes) {
-            setFormatted("txtTankVol", model["TankVolume"], "#,##0 gal");
-            setFormatted("txtAccVol", model["AcceptanceVolume"], "#,##0 gal");
-        } else {
-            set("txtTankVol", model["TankVolume"].text() + " gal");
-            set("txtAccVol", model["AcceptanceVolume"].text() + " gal");
-        }
-        set("txtDia", model["TankOD"].text());
-        set("txtWidth", model["TankOD"].text());
-        set("txtHeight", model["OAL"].text());
+        setNumber("txtMaxTemp", model["MaxTemp"], "General°F");
+        setNumber("txtMaxPressure", model["TankWkPressure"], "General psi");
+        setNumber("txtPrecharge", model["PreCharge"], "General psi");
+        const QString volumes = kind.formattedVolumes ? "#,##0 gal" : "General gal";
+        setNumber("txtTankVol", model["TankVolume"], volumes);
+        setNumber("txtAccVol", model["AcceptanceVolume"], volumes);
+        setNumber("txtDia", model["TankOD"], "General");
+        setNumber("txtWidth", model["TankOD"], "General");
+        setNumber("txtHeight", model["OAL"], "General");
         set("txtSysConnSize", model["SysConnStd"].text());
-        set("txtWeight", model["ShipWeight"].text() + " lbs");
-        set("txtMakeUpCap", model["MakeUpCapacity"].text() + " gpm @ " + pressure + " psi");
-        set("txtPressureRange", model["MinSysPressure"].text() + " psi - " + pressure + " psi");
-        set("txtHorsePower", model["PumpHp"].text() + " hp");
+        setNumber("txtWeight", model["ShipWeight"], "General lbs");
+        set("txtMakeUpCap", stored(model["MakeUpCapacity"]) + " gpm @ " + pressure + " psi");
+        set("txtPressureRange", stored(model["MinSysPressure"]) + " psi - " + pressure + " psi");
+        setNumber("txtHorsePower", model["PumpHp"], "General hp");
         set("txtClearance", model["Clearance"].text());
         values.tankGal = FormattedField(model["TankVolume"], "#,##0");
-        values.tankOD = model["TankOD"].text();
-        values.tankOAL = model["OAL"].text();
-        values.sysConn = model[kind.connectionAsNumber ? "TankSysConn" : "SysConnStd"].text();
+        values.tankOD = stored(model["TankOD"]);
+        values.tankOAL = stored(model["OAL"]);
+        values.sysConn = kind.connectionAsNumber ? stored(model["TankSysConn"]) : model["SysConnStd"].text();
         values.wkPressure = pressure;
-        values.precharge = model["Precharge"].text();
-        values.makeUpCapacity = model["MakeUpCapacity"].text();
-        values.hp = model["PumpHp"].text();
+        values.precharge = stored(model["Precharge"]);
+        values.makeUpCapacity = stored(model["MakeUpCapacity"]);
+        values.hp = stored(model["PumpHp"]);
         submittal = model["Submittal"].text();
         drawing = model["TankDraw"].text();
         application = model["App"].text();
@@ -173,10 +188,9 @@ class Filler {
         row.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
         if (row.AtEnd())
             return;
-        const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + row["Ext"].text();
-        if (!QFile::exists(file))
-            throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-        report.control("imgDrawing").picture = file;
+        ReportControl& picture = report.control("imgDrawing");
+        picture.svg = ReadPicture(DrawingPath(drawing, row["Ext"].text()));
+        picture.description = "Drawing of " + values.modelNo;
     }
 
     /// The system's fluid makes no sense on a hydropneumatic submittal: the pressures take its place.
@@ -194,6 +208,7 @@ class Filler {
     Report& report;
     const Kind& kind;
     Placeholders::Values values;
+    QString job;
     QString submittal;
     QString drawing;
     QString application;

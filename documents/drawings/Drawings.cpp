@@ -6,8 +6,10 @@
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
+#include "documents/drawings/Picture.h"
 #include "documents/drawings/frmDrawing.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -33,17 +35,21 @@ namespace UtilityFunctions {
 
 namespace {
 
+/// A drawing is black on white; on a dark screen its paper is dimmed, so that it does not glare.
+constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
+
 void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
-    QSvgRenderer renderer(path);
-    if (!renderer.isValid())
-        throw Fault(QFile::exists(path) ? 481 : Fault::FileNotFound,
-                    QFile::exists(path) ? "Invalid picture" : "File not found: " + path.toStdString());
+    QSvgRenderer renderer(ReadPicture(path));
     const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
     const double scale = box->devicePixelRatioF();
     QPixmap pixmap(place.size() * scale);
     pixmap.fill(Qt::white);
     QPainter painter(&pixmap);
     renderer.render(&painter);
+    if (QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.fillRect(pixmap.rect(), dimPaper);
+    }
     painter.end();
     pixmap.setDevicePixelRatio(scale);
     box->setGeometry(place);
@@ -64,7 +70,7 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         }
         const double x = ToInt16(rows["X"].number());
         const double y = ToInt16(rows["Y"].number());
-        const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + rows["Ext"].text();
+        const QString file = DrawingPath(drawing, rows["Ext"].text());
         showPicture(
             box, file,
             FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));

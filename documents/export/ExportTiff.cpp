@@ -79,7 +79,7 @@ void writePage(TIFF* file, const QImage& image, int number, int count, const QBy
     TIFFSetField(file, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
     TIFFSetField(file, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
     TIFFSetField(file, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-    TIFFSetField(file, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(file, 0));
+    TIFFSetField(file, TIFFTAG_ROWSPERSTRIP, image.height());
     TIFFSetField(file, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
     TIFFSetField(file, TIFFTAG_XRESOLUTION, double(resolution));
     TIFFSetField(file, TIFFTAG_YRESOLUTION, double(resolution));

@@ -104,7 +104,7 @@ void PaintPage(QPainter& painter, const Page& page) {
         painter.drawLine(line.from, line.to);
     }
     for (const PagePicture& picture : page.pictures) {
-        QSvgRenderer renderer(picture.file);
+        QSvgRenderer renderer(picture.svg);
         renderer.render(&painter, PicturePlace(renderer.defaultSize(), picture.place));
     }
     for (const PageCheck& check : page.checks)
@@ -113,5 +113,7 @@ void PaintPage(QPainter& painter, const Page& page) {
     painter.scale(1.0 / TextFit::fontScale, 1.0 / TextFit::fontScale);
     for (const PageText& text : page.texts)
         paintText(tools, text);
+    for (const PageCheck& check : page.checks)
+        paintText(tools, check.caption);
     painter.restore();
 }

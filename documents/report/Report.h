@@ -3,7 +3,6 @@
 #include "documents/report/Document.h"
 #include "documents/report/Layout.h"
 
-class Recordset;
 class Report;
 
 /// What makes a report: a row of the table of reports.
@@ -41,8 +40,3 @@ class Report {
     const ReportKind& kind;
     Layout reportLayout;
 };
-
-/// Places the rows of a recordset on pages as a layout tells: detail rows go over as many pages as they need,
-/// with the page header on each; a group header comes with each new value of its column and again on each
-/// page, and never stands alone at the foot of one.
-Pages RenderPages(const Layout& layout, Recordset& rows);

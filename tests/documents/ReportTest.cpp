@@ -1,5 +1,5 @@
-#include "documents/report/Report.h"
 #include "core/store/Gateway.h"
+#include "documents/report/Renderer.h"
 #include "documents/report/TextFit.h"
 #include "tests/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"
@@ -91,7 +91,8 @@ TEST_F(ReportEngine, CutsNothing) {
         words += QString("word%1 ").arg(i);
     Layout layout = Layout::parse("long", "section detail 400\n"
                                           "text txtShort 0 0 300 20 wrap shrink 5\n"
-                                          "text txtLong 0 40 300 60 wrap shrink 6 flow\n"
+                                          "label lblLong 0 30 300 10 text Long\n"
+                                          "text txtLong 0 40 300 60 wrap shrink 6 flow lblLong\n"
                                           "text txtLine 0 120 60 12 size 10 shrink 6\n");
     layout.control("txtShort")->text = words.left(200);
     layout.control("txtLong")->text = words;
