@@ -17,7 +17,8 @@ namespace {
 QString spreadsheetFormat(const QString& pattern, double number) {
     constexpr QLatin1String general("General");
     if (pattern.isEmpty() || pattern.startsWith(general)) {
-        // As it is stored, with the decimals that it has: a spreadsheet's own general format rounds to the column.
+        // As it is stored, with the decimals that it has: a spreadsheet's own general format rounds to the
+        // column.
         const QString shown = ShownNumber(number, general);
         const qsizetype point = shown.indexOf(u'.');
         QString format = point < 0 ? "0" : "0." + QString(shown.size() - point - 1, u'0');
@@ -81,17 +82,26 @@ class SheetWriter {
     QByteArray file() {
         for (const Page& page : document.pages) {
             const PageGrid grid(page);
-            for (const GridRow& texts : grid.rows())
-                add(texts);
+            const bool last = &page == &document.pages.last();
+            for (const GridRow& all : grid.rows())
+                if (const GridRow texts = once(all, last); !texts.isEmpty())
+                    add(texts);
         }
         return book.file();
     }
 
   private:
+    /// A sheet has no pages: what each page repeats stands there once, footers at the end, and no page is
+    /// numbered.
+    static GridRow once(const GridRow& texts, bool lastPage) {
+        GridRow kept;
+        for (const PageText* text : texts)
+            if (!text->pageNumber && (text->section == Section::PageFooter ? lastPage : !text->repeated))
+                kept.append(text);
+        return kept;
+    }
+
     void add(const GridRow& texts) {
-        // A sheet has no pages: what each page repeats stands there once, and no page is numbered.
-        if (std::ranges::all_of(texts, [](const PageText* text) { return text->repeated; }))
-            return;
         if (row == Workbook::mostRows)
             beginSheet();
         double height = 0;

@@ -49,7 +49,8 @@ struct PageText {
     std::optional<double> number;
     QString pattern;
     Section section = Section::Detail;
-    bool repeated = false;    // on an earlier page already: a header, or a group that goes on
+    bool repeated = false; // on an earlier page already: a header, or a group that goes on
+    bool pageNumber = false;
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
     int field = -1;           // label and values of one boxed field share a number
 

@@ -177,8 +177,10 @@ class Renderer {
         result.number = number;
         if (control.wrap || !fitsOneLine(control, result))
             wrap(control, result);
-        if (control.kind == ReportControl::Kind::Label && content.contains(u'{'))
+        if (control.kind == ReportControl::Kind::Label && content.contains("{page")) {
+            result.pageNumber = true;
             numbered.append({pages.size() - 1, pages.last().texts.size()});
+        }
         pages.last().texts.append(result);
     }
 

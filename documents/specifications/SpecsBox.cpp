@@ -18,6 +18,11 @@ void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& 
     box->selectAll();
 }
 
+void ClearSpecification(QPlainTextEdit* box) {
+    box->clear();
+    box->setProperty(shownText, QString());
+}
+
 QString SpecificationText(const QPlainTextEdit* box) {
     return box->document()->isModified() ? box->toPlainText() : box->property(shownText).toString();
 }

@@ -53,6 +53,7 @@ void frmSpecs::Load() {
 
 void frmSpecs::FillSpecsBox(const QString& key) {
     procedure(".FillSpecsBox", [&] {
+        ClearSpecification(txtSpecBox); // after a failed read no other style's text stands there to be copied
         const Specification specification = ReadSpecification(key);
         // The blank for a quantity is shorter in the text, but not in its last line.
         ShowSpecification(txtSpecBox, Placeholders::replaced(specification.text, blanks("____")),

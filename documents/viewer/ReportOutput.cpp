@@ -11,6 +11,7 @@
 
 #include <QPainter>
 #include <QPrinter>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -42,11 +43,18 @@ void preview() {
         PreviewSubmittal(name);
 }
 
+/// A name that every system takes.
+QString plainName(QString name) {
+    static const QRegularExpression refused(R"([/\\:*?"<>|\x00-\x1f]+)");
+    constexpr int longest = 120;
+    return name.replace(refused, "-").trimmed().left(longest);
+}
+
 void exportDocument(const Export::Format& format) {
     const frmReportViewer* source = viewer();
     if (!source || source->document().pages.isEmpty())
         return;
-    const QString path = Dialogs::current().saveFile(format.filter, source->document().fileName);
+    const QString path = Dialogs::current().saveFile(format.filter, plainName(source->document().fileName));
     if (path.isEmpty())
         return Dialogs::current().beep();
     const Hourglass hourglass;

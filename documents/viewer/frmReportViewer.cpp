@@ -5,8 +5,15 @@
 #include "documents/viewer/ReportOutput.h"
 
 #include <QAction>
+#include <QShortcut>
+
+#include <cmath>
 
 using namespace UtilityFunctions;
+
+namespace {
+constexpr double zoomStep = 1.25;
+}
 
 frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     setupUi(this);
@@ -15,33 +22,83 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnPrevious, ".bttnPrevious", [this] { ARViewer21->goTo(ARViewer21->currentPage() - 1); });
     on(bttnNext, ".bttnNext", [this] { ARViewer21->goTo(ARViewer21->currentPage() + 1); });
     on(bttnLast, ".bttnLast", [this] { ARViewer21->goTo(int(shownDocument.pages.size()) - 1); });
-    constexpr double zoomStep = 1.25;
     on(bttnZoomIn, ".bttnZoomIn", [this] { ARViewer21->zoomBy(zoomStep); });
     on(bttnZoomOut, ".bttnZoomOut", [this] { ARViewer21->zoomBy(1 / zoomStep); });
     on(bttnPageWidth, ".bttnPageWidth", [this] { ARViewer21->setZoom(ReportView::Zoom::PageWidth); });
     on(bttnWholePage, ".bttnWholePage", [this] { ARViewer21->setZoom(ReportView::Zoom::WholePage); });
     on(bttnPrint, ".bttnPrint", [this] { PrintDocument(document()); });
-    on(bttnFind, ".bttnFind", [this] { Find(); });
-    connect(txtPage, &QLineEdit::returnPressed, this,
-            [this] { ARViewer21->goTo(txtPage->text().toInt() - 1); });
-    connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(); });
-    ARViewer21->pageChanged = [this] { ShowPage(); };
+    on(bttnFind, ".bttnFind", [this] { Find(1); });
+    on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
+    connect(txtPage, &QLineEdit::editingFinished, this, [this] { GoToTypedPage(); });
+    connect(cboZoom, &QComboBox::textActivated, this, [this] { ZoomAsTyped(); });
+    connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
+    connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });
+    connect(txtFind, &QLineEdit::textChanged, this, [this] { lblFound->clear(); });
+    addShortcuts();
+    ARViewer21->changed = [this] { ShowPage(); };
 }
 
 void frmReportViewer::setDocument(const Document& shown) {
     shownDocument = shown;
     ARViewer21->setPages(shown.pages);
+    lblFound->clear();
     ShowPage();
 }
 
-void frmReportViewer::ShowPage() {
-    txtPage->setText(QString::number(shownDocument.pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
-    lblPages->setText(QString("of %1").arg(shownDocument.pages.size()));
+void frmReportViewer::addShortcuts() {
+    const auto add = [this](const QKeySequence& keys, const std::function<void()>& run) {
+        connect(new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+                &QShortcut::activated, this, run);
+    };
+    add(QKeySequence("Ctrl+F"), [this] {
+        txtFind->setFocus();
+        txtFind->selectAll();
+    });
+    add(QKeySequence("F3"), [this] { Find(1); });
+    add(QKeySequence("Shift+F3"), [this] { Find(-1); });
+    for (const char* plus : {"Ctrl++", "Ctrl+="}) // with and without Shift
+        add(QKeySequence(plus), [this] { ARViewer21->zoomBy(zoomStep); });
+    add(QKeySequence("Ctrl+-"), [this] { ARViewer21->zoomBy(1 / zoomStep); });
+    add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
 }
 
-void frmReportViewer::Find() {
-    if (!ARViewer21->find(txtFind->text()))
+void frmReportViewer::ShowPage() {
+    const auto& pages = shownDocument.pages;
+    txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
+    lblPages->setText(QString("of %1").arg(pages.size()));
+    cboZoom->setEditText(QString("%1 %").arg(std::lround(ARViewer21->percent())));
+}
+
+void frmReportViewer::GoToTypedPage() {
+    bool number = false;
+    const int page = txtPage->text().toInt(&number);
+    if (number && page != ARViewer21->currentPage() + 1)
+        ARViewer21->goTo(page - 1);
+    ShowPage(); // the page that is there, whatever was typed
+}
+
+void frmReportViewer::ZoomAsTyped() {
+    bool number = false;
+    const int percent = cboZoom->currentText().remove(u'%').trimmed().toInt(&number);
+    if (number && percent > 0 && percent != std::lround(ARViewer21->percent()))
+        ARViewer21->setPercent(percent);
+    ShowPage();
+}
+
+void frmReportViewer::Find(int step) {
+    if (txtFind->text() == ARViewer21->searched())
+        ARViewer21->goToFound(step);
+    else
+        ARViewer21->search(txtFind->text());
+    if (ARViewer21->foundCount() == 0)
         Dialogs::current().beep();
+    ShowFound();
+}
+
+void frmReportViewer::ShowFound() {
+    lblFound->setText(ARViewer21->foundCount() == 0
+                          ? QString("not found")
+                          : QString("%1 of %2").arg(ARViewer21->foundNumber()).arg(ARViewer21->foundCount()));
 }
 
 void frmReportViewer::Load() {

@@ -19,7 +19,11 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Deactivate() override;
     bool QueryUnload() override;
     void ShowPage();
-    void Find();
+    void GoToTypedPage();
+    void ZoomAsTyped();
+    void Find(int step);
+    void ShowFound();
+    void addShortcuts();
 
     Document shownDocument;
 };

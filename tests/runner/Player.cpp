@@ -269,7 +269,12 @@ void cancel(Stage& stage, Words) {
 }
 
 void print(Stage& stage, Words w) {
-    stage.dialogs.prints.append(QDir(stage.homeFolder).filePath(w[0]));
+    stage.dialogs.prints.append(
+        {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
+}
+
+void expectSuggested(Stage& stage, Words w) {
+    expectEqual("suggested name", w[0], stage.dialogs.suggestedName);
 }
 
 /// Expects a text on a page, from 1, of the report in the viewer.
@@ -360,6 +365,9 @@ void expectBeep(Stage& stage, Words) {
 }
 void expectClipboard(Stage&, Words w) {
     expectEqual("clipboard", w[0], QApplication::clipboard()->text());
+}
+void expectClipboardHolds(Stage&, Words w) {
+    require(QApplication::clipboard()->text().contains(w[0]), "the clipboard does not hold " + w[0]);
 }
 void expectSession(Stage&, Words w) {
     QString text;
@@ -454,6 +462,8 @@ const QHash<QString, Command>& commands() {
         {"expect-menu", {expectMenu, 2}},
         {"expect-beep", {expectBeep, 0}},
         {"expect-clipboard", {expectClipboard, 1}},
+        {"expect-clipboard-holds", {expectClipboardHolds, 1}},
+        {"expect-suggested", {expectSuggested, 1}},
         {"expect-session", {expectSession, 2}},
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},

@@ -15,6 +15,13 @@ class ScriptedDialogs : public Dialogs {
         bool anyText;
     };
 
+    /// A file to print to, and the pages, 0 for all.
+    struct Print {
+        QString file;
+        int first;
+        int last;
+    };
+
     QMessageBox::StandardButton show(const Message& message) override {
         if (answers.isEmpty()) {
             problem = "a message box came that nobody answers: \"" + message.text + "\"";
@@ -43,10 +50,14 @@ class ScriptedDialogs : public Dialogs {
             problem = "a printer dialog came that nobody answers";
             return false;
         }
-        const QString file = prints.takeFirst();
+        const Print print = prints.takeFirst();
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(file);
-        return !file.isEmpty();
+        printer.setOutputFileName(print.file);
+        if (print.first > 0) {
+            printer.setFromTo(print.first, print.last);
+            printer.setPrintRange(QPrinter::PageRange);
+        }
+        return !print.file.isEmpty();
     }
     void beep() override { ++beeps; }
 
@@ -60,7 +71,7 @@ class ScriptedDialogs : public Dialogs {
 
     QList<Answer> answers;
     QStringList files;
-    QStringList prints;    // files that the next printer dialogs print to
+    QList<Print> prints; // for the next printer dialogs
     QString suggestedName; // of the last save dialog
     QString problem;
     int beeps = 0;
