@@ -30,6 +30,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnFind, ".bttnFind", [this] { Find(1); });
     on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
     connect(txtPage, &QLineEdit::editingFinished, this, [this] { GoToTypedPage(); });
+    connect(cboZoom, &QComboBox::currentIndexChanged, this, [this] { ZoomAsTyped(); });
     connect(cboZoom, &QComboBox::textActivated, this, [this] { ZoomAsTyped(); });
     connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
     connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });

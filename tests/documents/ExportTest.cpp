@@ -19,6 +19,8 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 /// Runs a program of others in a folder of its own: some drop the pictures that they find where they stand.
@@ -153,6 +155,8 @@ TEST_F(Exports, PdfHasTextAndVectors) {
     const QString info = run("pdfinfo", {file});
     EXPECT_TRUE(info.contains(QRegularExpression("Pages:\\s+1\\n"))) << info.toStdString();
     EXPECT_TRUE(info.contains("Brennoval Submittal"));
+    EXPECT_TRUE(info.contains(QRegularExpression("Author:\\s+Author")));
+    EXPECT_TRUE(run("pdftotext", {file, "-"}).contains("charging")) << "the letters of the drawing are text";
     EXPECT_TRUE(info.contains("612 x 792"));
     const QStringList fonts = QString(run("pdffonts", {file})).split('\n').mid(2);
     EXPECT_GE(fonts.size(), 3);
@@ -181,6 +185,12 @@ TEST_F(Exports, HtmlStandsAlone) {
     EXPECT_TRUE(text.contains("src=\"data:image/svg+xml;base64,"));
     EXPECT_FALSE(text.contains(QRegularExpression("(src|href)=\"(?!data:)")));
     EXPECT_TRUE(text.contains("O'Hara &amp; 水 &lt;7&gt;"));
+    EXPECT_TRUE(text.contains("alt=\"Drawing of PKG 30-1.8\""));
+    EXPECT_TRUE(text.contains("@page{size:612.00pt 792.00pt"));
+    EXPECT_EQ(text.count("<h1"), 1);
+    const QString read = QString::fromUtf8(
+        run("xmllint", {"--html", "--nowarning", "--xpath", "string(//body)", file.fileName()}));
+    EXPECT_TRUE(dense(read).contains("Make-upCapacity1.8gpm@70psi")) << "a value behind its label";
 }
 
 TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
@@ -197,6 +207,29 @@ TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
     EXPECT_GT(rows, 500);
     EXPECT_TRUE(csv.contains("00501")) << "a code keeps its zeros as a text";
     EXPECT_TRUE(csv.contains("2 rep"));
+}
+
+TEST_F(Exports, NamesStayTextsAndMarksAreWords) {
+    sql("UPDATE tblJobHeader SET JobID = '007'");
+    sql("UPDATE tblJobData SET JobID = '007'");
+    const Pages pages = submittal("T5", "JWB 800");
+    QStringList numbers;
+    for (const PageText& text : pages[0].texts)
+        if (text.number)
+            numbers.append(text.text);
+    for (const char* number : {"4", "1,235 gal", "Min 12 psi"})
+        EXPECT_TRUE(numbers.contains(number)) << number;
+    EXPECT_FALSE(numbers.contains("007"));
+    for (const char* format : {"mnuExportExcel", "mnuExportRTF", "mnuExportText"}) {
+        const QString file = write(format, pages, "a");
+        QFile text(file);
+        ASSERT_TRUE(text.open(QIODevice::ReadOnly));
+        const QString read = QLatin1String(format) == "mnuExportExcel" ? csvOf(file)
+                             : QLatin1String(format) == "mnuExportRTF" ? textOfRtf(file)
+                                                                       : QString(text.readAll());
+        for (const char* word : {"007", "NSF mark", "IAPMO mark"})
+            EXPECT_TRUE(read.contains(word)) << format << ": " << word;
+    }
 }
 
 TEST_F(Exports, CompoundFileIsSoundAtEverySize) {
@@ -232,6 +265,16 @@ TEST_F(Exports, FailureLeavesNoFile) {
         }
         EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
     }
+    const QString pipe = home.dataFolder() + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    EXPECT_THROW(Export::toFile(Export::formats()[0], document, pipe), Fault);
+    QFile::remove(pipe);
+    const QString kept = write("mnuExportText", pages, "kept.txt");
+    QFile(kept).setPermissions(QFile::Permissions(0x6000));
+    write("mnuExportText", pages, "kept.txt");
+    EXPECT_EQ(QFile(kept).permissions() & 0x0FFF, QFile::Permissions(0x0600))
+        << "an existing file keeps its mode";
+    QFile::remove(kept);
     QFile(home.path()).setPermissions(QFile::Permissions(0x7777));
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x5555));
     {
