@@ -2,6 +2,7 @@
 
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Screens.h"
+#include "documents/ListReports.h"
 #include "documents/drawings/frmDrawing.h"
 #include "documents/specifications/frmResultSpecs.h"
 #include "documents/specifications/frmSpecs.h"
@@ -15,4 +16,5 @@ void registerDocuments() {
     Screens::add("frmResultSpecs", [] { return new frmResultSpecs; });
     Commands::set("mnuSpecs", [] { Screens::open("frmSpecs"); });
     registerReportCommands();
+    registerListCommands();
 }

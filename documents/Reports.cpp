@@ -1,5 +1,6 @@
 #include "documents/Reports.h"
 
+#include "documents/ListReports.h"
 #include "documents/SubmittalFields.h"
 
 #include <algorithm>
@@ -11,6 +12,9 @@ constexpr ReportKind reports[] = {
     {"rptSubmittal2", "rptSubmittal2", "User", StartSteelSubmittal, true},
     {"rptSubmittal3", "rptSubmittal3", "User", StartPackageSubmittal, true},
     {"rptSubmittal4", "rptSubmittal4", "User", StartShockSubmittal, true},
+    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, false},
+    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, false},
+    {"rptSchedule", "rptSchedule", "User", StartSchedule, true},
 };
 
 } // namespace

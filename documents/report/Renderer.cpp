@@ -138,9 +138,9 @@ class Renderer {
         const double side = std::min(at.height(), largest);
         const bool checked =
             row && !row->AtEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
-        pages.last().checks.append({{at.left(), at.center().y() - side / 2, side, side},
-                                    checked,
-                                    placed(control, at.adjusted(side + 4, 0, 0, 0), control.text)});
+        PageText caption = placed(control, at.adjusted(side + 4, 0, 0, 0), control.text);
+        caption.style.alignment |= Qt::AlignVCenter;
+        pages.last().checks.append({{at.left(), at.center().y() - side / 2, side, side}, checked, caption});
     }
 
     void textOf(const ReportControl& control, const QRectF& at, Recordset* row) {

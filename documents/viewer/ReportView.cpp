@@ -92,6 +92,12 @@ void ReportView::goTo(int page) {
     changed();
 }
 
+void ReportView::goTo(const TextPlace& place) {
+    const double above = shownPages[place.page].texts[place.text].place.top() * shownScale;
+    verticalScrollBar()->setValue(int(pageHeight() * place.page + above));
+    changed();
+}
+
 void ReportView::setZoom(Zoom newZoom) {
     zoom = newZoom;
     layOut(QRectF(viewport()->rect()).center(), shownScale);

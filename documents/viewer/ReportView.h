@@ -19,6 +19,8 @@ class ReportView : public QAbstractScrollArea {
     int currentPage() const;
     /// Shows a page from its top; the nearest one where there is none of that number.
     void goTo(int page);
+    /// Shows the pages from the row of a text on.
+    void goTo(const TextPlace& place);
 
     enum class Zoom { Free, PageWidth, WholePage };
     void setZoom(Zoom newZoom);

@@ -2,6 +2,7 @@
 
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
 #include "documents/viewer/ReportOutput.h"
 
 #include <QAction>
@@ -35,12 +36,19 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
     connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { lblFound->clear(); });
+    const auto goToRow = [this](QTreeWidgetItem* row) {
+        if (row)
+            ARViewer21->goTo(contents[lstContents->indexOfTopLevelItem(row)]);
+    };
+    connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
+    connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // back to a row that is the current one
     addShortcuts();
     ARViewer21->changed = [this] { ShowPage(); };
 }
 
 void frmReportViewer::setDocument(const Document& shown) {
     shownDocument = shown;
+    ShowContents();
     ARViewer21->setPages(shown.pages);
     lblFound->clear();
     ShowPage();
@@ -61,6 +69,25 @@ void frmReportViewer::addShortcuts() {
         add(QKeySequence(plus), [this] { ARViewer21->zoomBy(zoomStep); });
     add(QKeySequence("Ctrl+-"), [this] { ARViewer21->zoomBy(1 / zoomStep); });
     add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
+}
+
+/// The groups of a list; a report without groups has no contents.
+void frmReportViewer::ShowContents() {
+    const QSignalBlocker noSelection(lstContents);
+    lstContents->clear();
+    contents.clear();
+    for (int page = 0; page < document().pages.size(); ++page) {
+        const auto& texts = document().pages[page].texts;
+        for (int i = 0; i < texts.size(); ++i) {
+            if (texts[i].section != Section::GroupHeader || texts[i].heading == 0 || texts[i].repeated)
+                continue;
+            auto* row = new QTreeWidgetItem(lstContents, {texts[i].plain(), QString::number(page + 1)});
+            row->setTextAlignment(1, Qt::AlignRight);
+            contents.append({page, i, 0});
+        }
+    }
+    FitColumns(lstContents);
+    lstContents->setVisible(!contents.isEmpty());
 }
 
 void frmReportViewer::ShowPage() {

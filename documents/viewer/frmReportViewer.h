@@ -18,6 +18,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Activate() override;
     void Deactivate() override;
     bool QueryUnload() override;
+    void ShowContents();
     void ShowPage();
     void GoToTypedPage();
     void ZoomAsTyped();
@@ -26,4 +27,5 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void addShortcuts();
 
     Document shownDocument;
+    QList<TextPlace> contents; // where each row of the contents stands
 };
