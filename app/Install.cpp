@@ -1,80 +1,78 @@
 #include "app/Install.h"
 
 #include "core/base/Fault.h"
-#include "core/shell/Core.h"
-#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/Documents.h"
-#include "estimates/Estimates.h"
-#include "jobs/Jobs.h"
-#include "packages/Packages.h"
-#include "shock/Shock.h"
-#include "sizing/Sizing.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <optional>
 
 using namespace UtilityFunctions;
 
 namespace {
 
-const QString userFile = QStringLiteral("BrennovalUserData.mdb");
-const QString catalogueFile = QStringLiteral("BrennovalSysData.mdb");
-
-/// Copies beside the target and renames, so that a file is never half there.
+/// Copies beside the target and renames, so that a file is never half there. The old file goes only when the
+/// new one stands whole beside it.
 void copyFile(const QString& from, const QString& to) {
     const QString part = to + ".part";
     QFile::remove(part);
     const bool copied = QFile::copy(from, part) && QFile(part).size() == QFile(from).size() &&
                         QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
-    // The old file goes only when the new one stands whole beside it.
     if (copied && (!QFile::exists(to) || QFile::remove(to)) && QFile::rename(part, to))
         return;
     QFile::remove(part);
     throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
 }
 
-/// The version that the build stored in the catalogue; 0 for a file that cannot be read.
+/// The version that the build stored in a catalogue; 0 for a file that cannot be read.
 int catalogueVersion(const QString& file) {
     try {
         Connection connection;
         connection.setProperty("Data Source", file);
         connection.Open();
-        Recordset rows;
-        rows.Open("SELECT user_version FROM pragma_user_version", connection);
-        return static_cast<int>(rows["user_version"].number());
+        return connection.engine().schemaVersion();
     } catch (const Fault&) {
         return 0;
     }
 }
 
-QString dataFolder(const QString& defaultFolder) {
-    QString chosen;
-    const bool stored = GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), chosen);
-    return stored && QFile::exists(QDir(chosen).filePath(userFile)) ? chosen : defaultFolder;
+std::optional<QString> storedFolder() {
+    QString folder;
+    const bool stored = GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder) ||
+                        GetRegValue(HKeyLocalMachine(), AppRegistryKey(), DatabaseDirectoryValue(), folder);
+    return stored ? std::optional(folder) : std::nullopt;
+}
+
+/// Replaces the catalogue of a folder that holds the program's data, if it is another than the shipped one.
+void bringCatalogueUp(const QString& folder, const QString& shipped) {
+    if (FindDatabaseFile(folder, "User").isEmpty()) // not ours to fill, or away for the moment
+        return;
+    const QString here = FindDatabaseFile(folder, "Sys");
+    const QString target =
+        here.isEmpty()
+            ? QDir(QFileInfo(FindDatabaseFile(folder, "User")).path()).filePath(DatabaseFileName("Sys"))
+            : here;
+    if (here.isEmpty() || catalogueVersion(here) != catalogueVersion(shipped))
+        copyFile(shipped, target);
 }
 
 } // namespace
 
 void InstallForUser(const QString& shippedFolder, const QString& defaultDataFolder) {
     CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
-    const QDir folder(dataFolder(defaultDataFolder));
     const QDir shipped(shippedFolder);
+    if (const auto stored = storedFolder())
+        return bringCatalogueUp(*stored, shipped.filePath(DatabaseFileName("Sys")));
+    const QDir folder(defaultDataFolder);
     QDir().mkpath(folder.path());
-    if (!folder.exists(userFile))
-        copyFile(shipped.filePath(userFile), folder.filePath(userFile));
-    if (!folder.exists(catalogueFile) ||
-        catalogueVersion(folder.filePath(catalogueFile)) < catalogueVersion(shipped.filePath(catalogueFile)))
-        copyFile(shipped.filePath(catalogueFile), folder.filePath(catalogueFile));
+    for (const char* database : {"User", "Sys"})
+        if (FindDatabaseFile(folder.path(), database).isEmpty() &&
+            !QFileInfo(folder.filePath(DatabaseFileName(database))).isSymLink()) // one that leads nowhere now
+            copyFile(shipped.filePath(DatabaseFileName(database)),
+                     folder.filePath(DatabaseFileName(database)));
+    bringCatalogueUp(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
     SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), folder.path(), RegistryType::Text);
-}
-
-void registerAll() {
-    registerCore();
-    registerJobs();
-    registerDocuments();
-    registerEstimates();
-    registerShock();
-    registerPackages();
-    registerSizing();
 }

@@ -1,15 +1,15 @@
-#include "app/Install.h"
+#include "app/Register.h"
 #include "core/look/Appearance.h"
-#include "core/shell/Application.h"
-#include "core/shell/ErrorReport.h"
+#include "core/shell/DesktopApplication.h"
+#include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
 
 int main(int argc, char** argv) {
-    Application application(argc, argv);
-    Application::setApplicationName("Brennoval");
+    DesktopApplication application(argc, argv);
+    DesktopApplication::setApplicationName("Brennoval");
     Appearance::apply(Appearance::systemScheme());
-    UtilityFunctions::PreviousInstance();
+    PreviousInstance();
     registerAll();
     Screens::open("frmSplash");
-    return Application::exec();
+    return DesktopApplication::exec();
 }

@@ -1,10 +1,11 @@
 // How long the program takes for what its users do often, beside the bare engine doing the same.
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
-#include "app/Install.h"
+#include "app/Register.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
-#include "core/shell/Application.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/DesktopApplication.h"
 #include "core/shell/FieldChecks.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
@@ -14,7 +15,7 @@
 #include "documents/report/Renderer.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/documents/ListLayout.h"
-#include "tests/faults/Program.h"
+#include "tests/support/Driver.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>
@@ -108,14 +109,14 @@ void startUp(benchmark::State& state, const QString& kind, double allowance) {
 
 /// A process that ends as soon as its main window has painted.
 int startChild(int argc, char** argv, bool program) {
-    Application application(argc, argv);
+    DesktopApplication application(argc, argv);
     QMainWindow empty;
     const TemporaryHome home;
     if (!program) {
         empty.setCentralWidget(new QLabel("empty"));
         empty.show();
         QTimer::singleShot(0, [] { QApplication::exit(0); });
-        return Application::exec();
+        return DesktopApplication::exec();
     }
     Appearance::apply(Appearance::systemScheme());
     home.installData();
@@ -127,7 +128,7 @@ int startChild(int argc, char** argv, bool program) {
             QApplication::exit(0);
     });
     watch.start(1);
-    return Application::exec();
+    return DesktopApplication::exec();
 }
 
 void searchProgram(benchmark::State& state, int models) {
@@ -174,7 +175,7 @@ void saveProgram(benchmark::State& state, int tankLines) {
     for (auto _ : state) {
         Connection connection = openDatabase("User");
         Recordset tank;
-        tank.Open("tblJobData", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
+        tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
         tank.AddNew();
         tank["TankID"] = "N." + QString::number(++number);
         tank["TankNo"] = number;
@@ -208,16 +209,16 @@ struct Step {
 const Step road[] = {
     {"1 new job", nullptr, "mnuNewJob", [](int) {}},
     {"2 header, Next", "frmJobHeader", "cmdNext",
-     [](int job) { Program::enter("frmJobHeader", "txtJobID", "B" + QString::number(job)); }},
+     [](int job) { Driver::enter("frmJobHeader", "txtJobID", "B" + QString::number(job)); }},
     {"3 application", "frmClassSelect", "cmdEXP", [](int) {}},
-    {"4 conditions, Next", "frmJobConditions", "cmdNext", [](int) { Program::enterConditions(); }},
-    {"5 series, Next", "frmTankSeries", "cmdNext", [](int) { Program::press("frmTankSeries", "OptRCB"); }},
+    {"4 conditions, Next", "frmJobConditions", "cmdNext", [](int) { Driver::enterConditions(); }},
+    {"5 series, Next", "frmTankSeries", "cmdNext", [](int) { Driver::press("frmTankSeries", "OptRCB"); }},
     {"6 options, Next", "frmtankselection", "cmdNext", [](int) {}},
 };
 
 void roadStep(benchmark::State& state, std::size_t timed) {
     const Data data(10000, 100000);
-    Program::start();
+    Driver::start();
     int job = 0;
     for (auto _ : state) {
         ++job;
@@ -226,17 +227,17 @@ void roadStep(benchmark::State& state, std::size_t timed) {
             QElapsedTimer clock;
             clock.start();
             if (road[i].screen)
-                Program::press(road[i].screen, road[i].button);
+                Driver::press(road[i].screen, road[i].button);
             else
-                Program::command(road[i].button);
+                Driver::command(road[i].button);
             if (i == timed)
                 state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         }
-        if (!Program::isOpen("frmResults"))
+        if (!Driver::isOpen("frmResults"))
             state.SkipWithError("the road did not end at the results");
         Screens::unload("frmResults");
     }
-    Program::stop();
+    Driver::stop();
 }
 
 /// A finished expansion tank on the results screen.
@@ -244,27 +245,27 @@ void finishTank() {
     for (std::size_t i = 0; i < std::size(road); ++i) {
         road[i].fill(1);
         if (road[i].screen)
-            Program::press(road[i].screen, road[i].button);
+            Driver::press(road[i].screen, road[i].button);
         else
-            Program::command(road[i].button);
+            Driver::command(road[i].button);
     }
 }
 
 /// From the click on Preview to the painted page.
 void previewSubmittal(benchmark::State& state) {
     const Data data(200, 100);
-    Program::start();
+    Driver::start();
     finishTank();
     for (auto _ : state) {
         QElapsedTimer clock;
         clock.start();
-        Program::press("frmResults", "bttnPreview");
+        Driver::press("frmResults", "bttnPreview");
         Screens::find("frmReportViewer")->repaint();
         state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         Screens::unload("frmReportViewer");
-        Program::settle();
+        Driver::settle();
     }
-    Program::stop();
+    Driver::stop();
 }
 
 /// The same texts and pictures with the same writer, each where it stands, and nothing else.
@@ -307,12 +308,12 @@ QByteArray barePdf(const Pages& pages) {
 
 void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) {
     const Data data(200, 100);
-    Program::start();
+    Driver::start();
     finishTank();
     const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
     for (auto _ : state)
         benchmark::DoNotOptimize(write(pages));
-    Program::stop();
+    Driver::stop();
 }
 
 QByteArray programPdf(const Pages& pages) {
@@ -398,7 +399,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     if (argc > 1 && QLatin1String(argv[1]).startsWith(QLatin1String("--child-")))
         return startChild(argc, argv, QLatin1String(argv[1]) == QLatin1String("--child-program"));
-    const Application application(argc, argv);
+    const DesktopApplication application(argc, argv);
     Appearance::apply(Appearance::Scheme::Light);
     benchmark::Initialize(&argc, argv);
     registerBenchmarks();

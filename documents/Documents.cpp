@@ -1,6 +1,6 @@
 #include "documents/Documents.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
 #include "core/shell/Screens.h"
 #include "documents/ListReports.h"
 #include "documents/drawings/frmDrawing.h"

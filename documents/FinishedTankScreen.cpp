@@ -1,8 +1,7 @@
 #include "documents/FinishedTankScreen.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
-#include "core/store/Gateway.h"
+#include "core/store/Catalogue.h"
+#include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
@@ -29,22 +28,14 @@ void FinishedTankScreen::Load() {
     SetStatusText("View results");
     QString tankID;
     if (Session::TankID.read(tankID)) {
-        Connection connection = openDatabase("User");
-        Recordset tank;
-        tank.Open(TankQuery(tankID), connection);
+        Rows tank = ReadTankLine(tankID);
         if (!tank.AtEnd())
-            ShowTankLine(tank);
+            ShowTankLine(*tank);
     }
     QString drawing;
-    {
-        Connection connection = openDatabase("Sys");
-        Recordset model;
-        model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(modelText()) + "'",
-                   connection);
-        if (!model.AtEnd()) {
-            ShowModel(model);
-            drawing = model["TankDraw"].text();
-        }
+    if (Rows model = ReadModel(modelText()); !model.AtEnd()) {
+        ShowModel(*model);
+        drawing = model["TankDraw"].text();
     }
     ShowTankDrawing(fields.picture, fields.drawing, drawing);
 }

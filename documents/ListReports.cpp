@@ -1,9 +1,9 @@
 #include "documents/ListReports.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/Dialogs.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Trap.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Commands.h"
+#include "core/base/ApplicationNames.h"
 #include "core/store/SessionStore.h"
 #include "documents/Reports.h"
 #include "documents/viewer/ReportOutput.h"

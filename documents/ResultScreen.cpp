@@ -1,6 +1,6 @@
 #include "documents/ResultScreen.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
 #include "core/store/SessionStore.h"
 #include "documents/Submittals.h"
 #include "documents/drawings/Drawings.h"
@@ -25,26 +25,20 @@ void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
     on(print, ".tbToolbar", [this] { UtilityFunctions::PrintSubmittal(name()); });
 }
 
-void ResultScreen::leaveFor(const QString& screen) {
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open(screen);
-}
-
 void ResultScreen::addMore(const QString& screen) {
     Session::TankID.write("");
-    Session::Mode.write("New");
+    Session::Mode.write(Session::Modes::New);
     leaveFor(screen);
 }
 
 void ResultScreen::enablePrinting(bool enabled) {
     for (const char* command : {"mnuPrint", "mnuPrintPreview"})
-        BrennovalMain::instance()->command(command)->setEnabled(enabled);
+        Commands::setEnabled(command, enabled);
 }
 
 void ResultScreen::showResultCommands(bool shown) {
     enablePrinting(shown);
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(shown);
+    Commands::setVisible("mnuSchedule", shown);
 }
 
 bool ResultScreen::eventFilter(QObject* object, QEvent* event) {

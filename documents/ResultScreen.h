@@ -23,8 +23,6 @@ class ResultScreen : public Screen {
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// The two buttons preview and print the submittal of this screen.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
-    /// Leaves on purpose for another screen.
-    void leaveFor(const QString& screen);
     /// Begins a further tank line and leaves for a screen.
     void addMore(const QString& screen);
 

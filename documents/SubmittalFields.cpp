@@ -1,9 +1,10 @@
 #include "documents/SubmittalFields.h"
 
-#include "core/base/Numbers.h"
+#include "core/store/Catalogue.h"
+#include "core/store/SqlText.h"
 #include "core/shell/DisplayFields.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Trap.h"
+#include "core/base/Program.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -52,7 +53,7 @@ class Filler {
         readRepresentative();
         readModel();
         showSpecification();
-        set("lblVersion", QString("Version %1.%2").arg(ProgramVersion()).arg(BRENNOVAL_REVISION));
+        set("lblVersion", "Version " + FullProgramVersion());
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         describe();
         showDrawing();
@@ -91,9 +92,7 @@ class Filler {
     }
 
     void readTankLine(const QString& tankID) {
-        Connection connection = openDatabase("User");
-        Recordset tank;
-        tank.Open(TankQuery(tankID), connection);
+        Rows tank = ReadTankLine(tankID);
         if (tank.AtEnd())
             return;
         values.modelNo = tank["ModelNo"].text();
@@ -101,7 +100,7 @@ class Filler {
         job = tank["JobID"].text();
         QStringList tags;
         for (int i = 1; i <= 10; ++i) {
-            const auto tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
+            const Recordset::Field tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
             if (!tag.isNull() && tag.text() != "-")
                 tags.append(tag.text());
         }
@@ -129,10 +128,7 @@ class Filler {
     }
 
     void readModel() {
-        Connection connection = openDatabase("Sys");
-        Recordset model;
-        model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(values.modelNo) + "'",
-                   connection);
+        Rows model = ReadModel(values.modelNo);
         if (model.AtEnd())
             return;
         const QString pressure = stored(model["TankWkPressure"]);

@@ -1,8 +1,9 @@
 #include "documents/Submittals.h"
 
+#include "core/store/SqlText.h"
+#include "core/shell/Trap.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Dialogs.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
 #include "documents/Reports.h"

@@ -1,5 +1,6 @@
 #include "estimates/Estimates.h"
 
+#include "core/shell/Screens.h"
 #include "estimates/frmPipeSelect.h"
 
 void registerEstimates() {

@@ -1,5 +1,6 @@
 #include "estimates/Pipes.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/Dialogs.h"
 #include "core/store/Gateway.h"
 
@@ -9,13 +10,12 @@ bool ValidatePipeSize(const QString& text, const QString& mode) {
     if (text.isEmpty())
         return true;
     const QString key = mode == "Metric" ? "MetricIndex" : "PipeIndex";
-    Connection connection = openDatabase("Sys");
-    Recordset pipe;
-    pipe.Open("SELECT * FROM tblPipeMaster WHERE " + key + " = '" + text + "'", connection);
-    if (!pipe.AtEnd())
-        return true;
-    Dialogs::current().show({"Please select a value from the list.", "Invalid", QMessageBox::Critical});
-    return false;
+    const bool known = Named("ValidatePipeSize", [&] {
+        return !Rows("Sys", "SELECT * FROM tblPipeMaster WHERE " + key + " = '" + text + "'").AtEnd();
+    });
+    if (!known)
+        Dialogs::current().show({"Please select a value from the list.", "Invalid", QMessageBox::Critical});
+    return known;
 }
 
 } // namespace UtilityFunctions

@@ -1,8 +1,10 @@
 #include "estimates/frmPipeSelect.h"
 
 #include "core/base/Fault.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
 
 using namespace UtilityFunctions;
 
@@ -30,7 +32,7 @@ frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
         on(family, "." + family->objectName(), [this] { FillSizes(); });
     on(bttnMetric, ".tbToolbar", [this] { FillSizes(); });
     on(bttnOK, ".tbToolbar", [this] { Confirm(); });
-    on(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
+    onCancel(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
     connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
             [this] { trap(".lvPipeSizes", [this] { Confirm(); }); });
 }
@@ -44,10 +46,8 @@ void frmPipeSelect::FillSizes() {
     const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
     lvPipeSizes->clear();
     lvPipeSizes->setHeaderLabels({"Size"});
-    Connection connection = openDatabase("Sys");
-    Recordset pipe;
-    pipe.Open("SELECT * FROM tblPipeMaster WHERE Schedule = '" + schedule + "'", connection);
-    for (; !pipe.AtEnd(); pipe.MoveNext())
+    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE Schedule = '" + schedule + "'");
+    for (; !pipe.AtEnd(); pipe->MoveNext())
         lvPipeSizes->addTopLevelItem(
             new QTreeWidgetItem({pipe[bttnMetric->isChecked() ? "MetricIndex" : "PipeIndex"].text()}));
 }
@@ -60,9 +60,7 @@ QString frmPipeSelect::SelectedKey() const {
     QString text = selected.first()->text(0);
     if (!bttnMetric->isChecked())
         return text;
-    Connection connection = openDatabase("Sys");
-    Recordset pipe;
-    pipe.Open("SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(text) + "'", connection);
+    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(text) + "'");
     return pipe["PipeIndex"].text();
 }
 

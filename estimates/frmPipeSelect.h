@@ -7,6 +7,8 @@
 class frmPipeSelect : public Screen, private Ui::frmPipeSelect {
   public:
     frmPipeSelect();
+    Subject subject() const override { return Subject::None; }
+    bool closesOnEscape() const override { return true; }
 
   private:
     void Load() override;

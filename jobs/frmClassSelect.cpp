@@ -1,30 +1,24 @@
 #include "jobs/frmClassSelect.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/base/ApplicationNames.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 
 using namespace UtilityFunctions;
 
 frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
     setupUi(this);
     prepare();
-    const struct {
-        QPushButton* button;
-        QString application;
-        QString nextScreen;
-    } choices[] = {
-        {cmdEXP, AppNameExpansion(), "frmJobConditions"}, {cmdTHM, AppNameThermal(), "frmJobConditions"},
-        {cmdHYD, AppNameHydro(), "frmJobConditions"},     {cmdSHK, AppNameShock(), "frmJobConditionsSHK"},
-        {cmdPKG, AppNamePackage(), "frmPKGSelect"},
-    };
-    for (const auto& choice : choices) {
-        if (!Screens::known(choice.nextScreen))
-            makeUnavailable(choice.button);
-        on(choice.button, "." + choice.button->objectName(),
-           [this, choice] { Select(choice.application, choice.nextScreen); });
-    }
-    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    const std::pair<QPushButton*, Application> choices[] = {{cmdEXP, Application::Expansion},
+                                                            {cmdTHM, Application::Thermal},
+                                                            {cmdHYD, Application::Hydropneumatic},
+                                                            {cmdSHK, Application::Shock},
+                                                            {cmdPKG, Application::Package}};
+    for (const auto& [button, application] : choices)
+        on(button, "." + button->objectName(), [this, application = application] { Select(application); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
 void frmClassSelect::Load() {
@@ -32,12 +26,10 @@ void frmClassSelect::Load() {
     lblJobID->setText(Session::JobID.text());
 }
 
-void frmClassSelect::Select(const QString& application, const QString& nextScreen) {
+void frmClassSelect::Select(Application application) {
     const Hourglass hourglass;
-    Tag = "1";
-    Session::TankClass.write(application);
-    Screens::open(nextScreen);
-    Screens::unload(name());
+    Session::TankClass.write(AppName(application));
+    leaveFor(ToQString(InfoOf(application).conditionsScreen));
 }
 
 void frmClassSelect::Cancel() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Applications.h"
 #include "core/shell/Screen.h"
 #include "ui_frmClassSelect.h"
 
@@ -7,10 +8,11 @@
 class frmClassSelect : public Screen, private Ui::frmClassSelect {
   public:
     frmClassSelect();
+    Subject subject() const override { return Subject::Job; }
 
   private:
     void Load() override;
     bool QueryUnload() override;
-    void Select(const QString& application, const QString& nextScreen);
+    void Select(Application application);
     void Cancel();
 };

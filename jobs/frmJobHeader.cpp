@@ -1,10 +1,14 @@
 #include "jobs/frmJobHeader.h"
 
+#include "core/base/Text.h"
 #include "core/look/Appearance.h"
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
 
 #include <QAction>
 
@@ -13,7 +17,7 @@ using namespace UtilityFunctions;
 namespace {
 
 void showSchedule(bool visible) {
-    BrennovalMain::instance()->command("mnuSchedule")->setVisible(visible);
+    Commands::setVisible("mnuSchedule", visible);
 }
 
 /// Fills an empty box with a default of the user, if there is one.
@@ -44,13 +48,13 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
             makeUnavailable(button);
     }
     on(cmdNext, ".cmdNext", [this] { Next(); });
-    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
 void frmJobHeader::Load() {
-    Connection connection = openDatabase("User");
+    const Connection connection = openDatabase("User");
     Recordset table;
-    table.Open("tblJobHeader", connection, CursorType::ForwardOnly, LockType::Optimistic, CommandType::Table);
+    table.Open("tblJobHeader", connection, CursorType::ForwardOnly, CommandType::Table);
     txtJobID->setMaxLength(table["JobID"].DefinedSize());
     txtJobDscrptn->setMaxLength(table["JobDscrptn"].DefinedSize());
     txtEng->setMaxLength(table["Engineer"].DefinedSize());
@@ -89,96 +93,113 @@ void frmJobHeader::Deactivate() {
     showSchedule(false);
 }
 
+bool frmJobHeader::RefuseJobID(const QString& title, const QString& text) {
+    Dialogs::current().show({text, title});
+    txtJobID->setFocus();
+    return false;
+}
+
+QString frmJobHeader::jobID() const {
+    return WithoutTrailingBlanks(txtJobID->text());
+}
+
+/// Tells the user when a new job may not have its ID: it is reserved, or another job has it.
+bool frmJobHeader::JobIDIsFree() {
+    if (jobID() == "CONVERT")
+        return RefuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
+    const bool taken =
+        !Rows("User", "SELECT JobID FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID()) + "'").AtEnd();
+    return !taken ||
+           RefuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
+}
+
+/// A second chance for the defaults, for a job that was begun with empty fields.
+void frmJobHeader::OfferDefaults() {
+    Rows user("User", "tblUSer", CursorType::ForwardOnly, CommandType::Table);
+    if (user.AtEnd())
+        return;
+    offer(txtEng, user["DefaultEngineer"]);
+    offer(txtCont, user["DefaultContractor"]);
+}
+
 bool frmJobHeader::ValidateJobID() {
     if (!Dirty || !ValidateValueEntered(txtJobID, false))
         return true;
-    if (txtJobID->text() == "CONVERT") {
-        Dialogs::current().show(
-            {"This JobID is reserved for system use!\nPlease enter another value.", "Error"});
-        txtJobID->setFocus();
+    if (!JobIDIsFree())
         return false;
-    }
-    Connection connection = openDatabase("User");
-    Recordset job;
-    job.Open("SELECT JobID FROM tblJobHeader WHERE JobID = '" + SqlEscape(txtJobID->text()) + "'",
-             connection);
-    if (!job.AtEnd()) {
-        Dialogs::current().show(
-            {"This job ID all ready exists!\nPlease change the entry", "Duplicate Entry!"});
-        txtJobID->setFocus();
-        return false;
-    }
-    Recordset user;
-    user.Open("tblUSer", connection, CursorType::ForwardOnly, LockType::Optimistic, CommandType::Table);
-    if (!user.AtEnd()) {
-        offer(txtEng, user["DefaultEngineer"]);
-        offer(txtCont, user["DefaultContractor"]);
-    }
+    OfferDefaults();
     return true;
 }
 
 bool frmJobHeader::ValidateName(QLineEdit* field, const QString& table, const QString& question) {
     if (!ValidateValueEntered(field, false))
         return true;
-    Connection connection = openDatabase("User");
-    Recordset known;
-    known.Open("SELECT * FROM " + table + " WHERE fldName = '" + SqlEscape(field->text()) + "'", connection);
-    if (!known.AtEnd())
+    const bool known =
+        !Rows("User", "SELECT * FROM " + table + " WHERE fldName = '" + SqlEscape(field->text()) + "'")
+             .AtEnd();
+    if (known)
         return true;
     const auto answer =
         Dialogs::current().show({question + "\nAdd it to the Engineer list?", "New", QMessageBox::Question,
                                  QMessageBox::Ok | QMessageBox::Cancel});
     if (answer == QMessageBox::Ok) {
-        Recordset names;
-        names.Open(table, connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-        names.AddNew();
+        Rows names("User", table, CursorType::Keyset, CommandType::Table);
+        names->AddNew();
         names["fldName"] = field->text();
-        names.Update();
+        names->Update();
     }
     return true;
 }
 
-void frmJobHeader::SaveRecord() {
+/// False when the record cannot be saved as it stands, which the user has been told.
+bool frmJobHeader::SaveRecord() {
     if (!ValidateValueEntered(txtJobID, true))
-        return;
-    const QString jobID = txtJobID->text();
-    Session::JobID.write(jobID);
+        return false;
     QString mode;
-    if (!Dirty || !Session::Mode.read(mode))
-        return;
-    Connection connection = openDatabase("User");
-    Recordset job;
-    if (mode == "New") {
-        job.Open("tblJobHeader", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-        job.AddNew();
-        job["JobID"] = jobID;
-    } else {
-        job.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection,
-                 CursorType::Keyset);
+    const bool saves = Dirty && Session::Mode.read(mode);
+    if (saves) {
+        const bool isNew = mode == Session::Modes::New;
+        if (isNew && !JobIDIsFree()) // its field may have been left by way of a menu
+            return false;
+        Connection connection = openDatabase("User");
+        Recordset job;
+        if (isNew) {
+            job.Open("tblJobHeader", connection, CursorType::Keyset, CommandType::Table);
+            job.AddNew();
+            job["JobID"] = jobID();
+        } else {
+            job.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID()) + "'", connection,
+                     CursorType::Keyset);
+        }
+        job["JobDscrptn"] = txtJobDscrptn->text();
+        job["Engineer"] = txtEng->text();
+        job["Contractor"] = txtCont->text();
+        job["JobInfo"] = txtJobInfo->toPlainText();
+        job["DateCreated"] = QDateTime::currentDateTime(); // of the last change, despite its name
+        job.Update();
+        Dirty = false;
     }
-    job["JobDscrptn"] = txtJobDscrptn->text();
-    job["Engineer"] = txtEng->text();
-    job["Contractor"] = txtCont->text();
-    job["JobInfo"] = txtJobInfo->toPlainText();
-    job["DateCreated"] = QDateTime::currentDateTime(); // of the last change, despite its name
-    job.Update();
-    Dirty = false;
+    Session::JobID.write(jobID());
+    return true;
 }
 
 void frmJobHeader::Next() {
     const Hourglass hourglass;
-    if (txtJobID->text().isEmpty()) {
+    if (jobID().isEmpty()) {
         Dialogs::current().show({"Please enter a Job ID!", "Entry Needed"});
         txtJobID->setFocus();
         return;
     }
-    procedure(".SaveRecord", [this] { SaveRecord(); });
+    bool saved = false;
+    procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+    if (!saved)
+        return;
     Tag = "1";
     if (!Screens::unload(name()))
         return;
     QString mode;
     const bool read = Session::Mode.read(mode);
-    Screens::open(!read || mode == "New" ? "frmClassSelect" : "frmTankIDSearch");
+    Screens::open(!read || mode == Session::Modes::New ? "frmClassSelect" : "frmTankIDSearch");
 }
 
 void frmJobHeader::Cancel() {
@@ -194,8 +215,11 @@ bool frmJobHeader::QueryUnload() {
              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
         if (answer == QMessageBox::Cancel)
             return false;
+        bool saved = true;
         if (answer == QMessageBox::Yes)
-            procedure(".SaveRecord", [this] { SaveRecord(); });
+            procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+        if (!saved)
+            return false;
     }
     if (Tag == "0") {
         Cancel();

@@ -7,14 +7,19 @@
 class frmJobHeader : public Screen, private Ui::frmJobHeader {
   public:
     frmJobHeader();
+    Subject subject() const override { return Subject::Job; }
 
   private:
     void Load() override;
     void Deactivate() override;
     bool QueryUnload() override;
+    QString jobID() const;
     bool ValidateJobID();
+    bool RefuseJobID(const QString& title, const QString& text);
+    bool JobIDIsFree();
+    void OfferDefaults();
     bool ValidateName(QLineEdit* field, const QString& table, const QString& question);
-    void SaveRecord();
+    bool SaveRecord();
     void Next();
     void Cancel();
 

@@ -1,5 +1,6 @@
 #include "packages/Packages.h"
 
+#include "core/shell/Screens.h"
 #include "packages/frmPKGSelect.h"
 
 void registerPackages() {

@@ -1,8 +1,11 @@
 #include "packages/frmPKGSelect.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Dialogs.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Lists.h"
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -57,15 +60,13 @@ void frmPKGSelect::Load() {
     SetStatusText("Select Package");
     QString jobID;
     if (Session::JobID.read(jobID)) {
-        setWindowTitle("Select Glycol Make-up Package for Job: " + jobID);
+        setTitle("Select Glycol Make-up Package for Job: " + jobID);
         lblJobID->setText(jobID);
     }
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(tankID), connection);
+    Rows tank = ReadTankLine(tankID);
     if (tank.AtEnd())
         return;
     txtModelNo->setText(tank["ModelNo"].text());
@@ -88,10 +89,8 @@ void frmPKGSelect::FillListView(const QString& packageClass) {
     lvOptions->clear();
     lvOptions->setHeaderLabels(
         {"Model No.", "Make Up Capacity", "Pump hp", "Volume", "psi Range", "Height", "Width", "Weight"});
-    Connection connection = openDatabase("Sys");
-    Recordset model;
-    model.Open("SELECT * FROM tblModelMaster WHERE Class = '" + packageClass + "'", connection);
-    for (; !model.AtEnd(); model.MoveNext())
+    Rows model("Sys", "SELECT * FROM tblModelMaster WHERE Class = '" + packageClass + "'");
+    for (; !model.AtEnd(); model->MoveNext())
         lvOptions->addTopLevelItem(new QTreeWidgetItem(
             {model["ModelDscrptn"].text(),
              model["MakeUpCapacity"].text() + "gpm @ " + model["TankWkPressure"].text() + " psi",
@@ -115,36 +114,24 @@ void frmPKGSelect::SaveRecord() {
     if (!Dirty)
         return;
     const Hourglass hourglass;
+    for (QLineEdit* box :
+         {txtQty, txtSysPressure}) // an empty one counts as 0, also when it was never visited
+        if (!ValidateNumeric(box, true))
+            return;
     QString modelClass; // of the model, whatever family the list shows
-    {
-        Connection catalogue = openDatabase("Sys");
-        Recordset model;
-        model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(txtModelNo->text()) +
-                       "'",
-                   catalogue);
-        if (!model.AtEnd())
-            modelClass = model["Class"].text();
-    }
-    QString mode;
-    if (!Session::Mode.read(mode))
+    if (Rows model = ReadModel(txtModelNo->text()); !model.AtEnd())
+        modelClass = model["Class"].text();
+    const QDateTime today = QDate::currentDate().startOfDay();
+    const bool saved =
+        SaveTankLine(lblJobID->text(), Session::JobID.text(), today, [&](Recordset& tank, bool) {
+            tank["ModelNo"] = txtModelNo->text();
+            tank["Qty"] = txtQty->text();
+            tank["SOPMax"] = txtSysPressure->text();
+            tank["TankClass"] = modelClass;
+            tank["DateCreated"] = today; // of the last save
+        });
+    if (!saved)
         return;
-    const bool isNew = mode == "New";
-    const int number = isNew ? GetNextNumber() : 0;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    if (isNew) {
-        const QString tankID = Session::JobID.text() + "." + QString::number(number);
-        Session::TankID.write(tankID);
-        AddTankLine(tank, connection, number, tankID, lblJobID->text());
-    } else {
-        tank.Open(TankQuery(Session::TankID.text()), connection, CursorType::Keyset);
-    }
-    tank["ModelNo"] = txtModelNo->text();
-    tank["Qty"] = txtQty->text();
-    tank["SOPMax"] = txtSysPressure->text();
-    tank["TankClass"] = modelClass;
-    tank["DateCreated"] = QDate::currentDate().startOfDay(); // of the last save
-    tank.Update();
     SetStatusText("Record Saved");
     Dirty = false;
 }

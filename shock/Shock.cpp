@@ -1,5 +1,6 @@
 #include "shock/Shock.h"
 
+#include "core/shell/Screens.h"
 #include "shock/frmJobConditionsSHK.h"
 #include "shock/frmResultSHK.h"
 

@@ -1,10 +1,13 @@
 #include "shock/frmJobConditionsSHK.h"
 
 #include "core/base/Numbers.h"
+#include "core/base/Text.h"
 #include "core/look/Appearance.h"
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -19,36 +22,22 @@ namespace {
 constexpr double standardAtmosphere = 14.7; // psia
 
 double numberIn(const QLineEdit* box) {
-    return ToDouble(box->text().toStdString());
+    return ToNumber(box->text());
 }
 
 /// The user's atmospheric pressure in psia.
 double atmosphericPressure() {
-    Connection connection = openDatabase("User");
-    Recordset user;
-    user.Open("SELECT * FROM tblUser", connection);
+    Rows user("User", "SELECT * FROM tblUser");
     const double stored = user.AtEnd() ? 0 : user["DefaultPSIa"].number();
     return stored == 0 ? standardAtmosphere : stored;
-}
-
-/// The bore in inches of a pipe of the catalogue; 0 when it has none of that name.
-double boreOf(const QString& pipeIndex) {
-    Connection connection = openDatabase("Sys");
-    Recordset pipe;
-    pipe.Open("SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + SqlEscape(pipeIndex) + "'", connection);
-    return pipe.AtEnd() ? 0 : pipe["ID"].number();
 }
 
 /// The pressure factor for two band values in psig; 0 when the table has no row for them.
 double pressureFactor(double shockBand, double staticBand) {
     if (!TableHasPressureFactor(shockBand, staticBand))
         return HighPressureFactor(shockBand, staticBand);
-    Connection connection = openDatabase("Sys");
-    Recordset factor;
-    factor.Open(
-        "SELECT [" + QString::fromStdString(NumberText(staticBand)) +
-            "] AS P1 FROM tblPressureFactor WHERE SOPMax = " + QString::fromStdString(NumberText(shockBand)),
-        connection);
+    Rows factor("Sys", "SELECT [" + StatementNumber(staticBand) +
+                           "] AS P1 FROM tblPressureFactor WHERE SOPMax = " + StatementNumber(shockBand));
     return factor.AtEnd() ? 0 : factor["P1"].number();
 }
 
@@ -93,7 +82,7 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdPrevious, Previous})
         on(button, ".cmdPrevious", [this] { GoBack(); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdCancel, Cancel})
-        on(button, ".cmdCancel", [this] { GiveUp(); });
+        onCancel(button, ".cmdCancel", [this] { GiveUp(); });
 }
 
 void frmJobConditionsSHK::Load() {
@@ -103,9 +92,7 @@ void frmJobConditionsSHK::Load() {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(tankID), connection);
+    Rows tank = ReadTankLine(tankID);
     if (tank.AtEnd())
         return;
     for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
@@ -119,9 +106,9 @@ void frmJobConditionsSHK::SetPipeGraphic() {
     lblPipeIDGraphic->clear();
     lblLenGraphic->clear();
     if (hasPipe)
-        lblPipeIDGraphic->setText(QString::fromStdString(Format(boreOf(PipeIndex->text()), "#,##0.0 in")));
+        lblPipeIDGraphic->setText(FormattedNumber(PipeBore(PipeIndex->text()), "#,##0.0 in"));
     if (hasLength)
-        lblLenGraphic->setText(QString::fromStdString(Format(numberIn(PipeLength), "#,##0 ft")));
+        lblLenGraphic->setText(FormattedNumber(numberIn(PipeLength), "#,##0 ft"));
     for (QFrame* line : {linDiameter, linDiameterTop, linDiameterBottom})
         line->setVisible(hasPipe);
     for (QFrame* line : {linLength, linLengthStart, linLengthEnd})
@@ -158,17 +145,14 @@ void frmJobConditionsSHK::GoOn() {
     if (!ValidateValueRange(FlowPressure, StaticPressure) ||
         !ValidateValueRange(StaticPressure, ShockPressure))
         return;
-    ShockConditions conditions{0,
-                               numberIn(PipeLength),
-                               numberIn(FlowRate),
-                               numberIn(FlowPressure),
-                               numberIn(StaticPressure),
-                               numberIn(ShockPressure),
-                               0};
-    const QString candidate = lblJobID->text() + "." + QString::number(GetNextNumber());
+    ShockConditions conditions{.length = numberIn(PipeLength),
+                               .flowRate = numberIn(FlowRate),
+                               .flowPressure = numberIn(FlowPressure),
+                               .staticPressure = numberIn(StaticPressure),
+                               .shockPressure = numberIn(ShockPressure)};
     conditions.atmosphericPressure = atmosphericPressure();
-    txtAtmPressure->setText(QString::fromStdString(NumberText(conditions.atmosphericPressure)));
-    conditions.bore = boreOf(PipeIndex->text());
+    txtAtmPressure->setText(ShownNumber(conditions.atmosphericPressure));
+    conditions.bore = PipeBore(PipeIndex->text());
     if (conditions.bore == 0) {
         MarkField(PipeIndex);
         Dirty = false;
@@ -181,49 +165,28 @@ void frmJobConditionsSHK::GoOn() {
     const double staticBand = StaticPressureBand(conditions.staticPressure);
     const ShockSizes sizes = ComputeShockSizes(conditions, pressureFactor(shockBand, staticBand));
     if (const auto objection = ShockObjection(sizes.waterVelocity, acceptance, shockBand)) {
-        Refuse("Check input.\n\r" + QString::fromUtf8(objection->data(), qsizetype(objection->size())));
+        Refuse("Check input.\n\r" + ToQString(*objection));
         PipeIndex->setFocus();
         return;
     }
-    procedure(".SaveRecord", [&] {
-        SaveRecord(candidate, conditions.atmosphericPressure, sizes.waterVelocity, sizes.kineticEnergy,
-                   sizes.totalKineticEnergy, sizes.requiredVolume, sizes.requiredAcceptance);
-    });
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open("frmtankselection");
+    procedure(".SaveRecord", [&] { SaveRecord(conditions.atmosphericPressure, sizes); });
+    leaveFor("frmtankselection");
 }
 
-void frmJobConditionsSHK::SaveRecord(const QString& TankID, double AtmPressure, double WaterVelocity,
-                                     double KineticEnergy, double TotalKineticEnergy, double RequiredVolume,
-                                     double RequiredAcceptance) {
-    QString mode;
-    if (!Session::Mode.read(mode))
-        return;
-    const bool isNew = mode == "New";
-    const int number = isNew ? GetNextNumber() : 0;
-    QString stored = TankID;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    if (isNew) {
-        AddTankLine(tank, connection, number, stored, lblJobID->text());
-        tank["DateCreated"] = QDate::currentDate().startOfDay();
-    } else {
-        stored = Session::TankID.text();
-        tank.Open(TankQuery(stored), connection, CursorType::Keyset);
-    }
-    tank["AtmPressure"] = AtmPressure;
-    for (QLineEdit* box : {PipeLength, PipeIndex, FlowRate, FlowPressure, StaticPressure, ShockPressure})
-        tank[box->objectName()] = box->text();
-    constexpr int decimals = 8;
-    tank["WaterVelocity"] = Round(WaterVelocity, decimals);
-    tank["KineticEnergy"] = Round(KineticEnergy, decimals);
-    tank["TotalKineticEnergy"] = Round(TotalKineticEnergy, decimals);
-    tank["RequiredVolume"] = Round(RequiredVolume, decimals);
-    tank["RequiredAcceptance"] = Round(RequiredAcceptance, decimals);
-    tank["TankClass"] = "SHK";
-    tank.Update();
-    Session::TankID.write(stored);
+void frmJobConditionsSHK::SaveRecord(double AtmPressure, const ShockSizes& sizes) {
+    const QString jobID = lblJobID->text();
+    SaveTankLine(jobID, jobID, QDate::currentDate().startOfDay(), [&](Recordset& tank, bool) {
+        tank["AtmPressure"] = AtmPressure;
+        for (QLineEdit* box : {PipeLength, PipeIndex, FlowRate, FlowPressure, StaticPressure, ShockPressure})
+            tank[box->objectName()] = box->text();
+        constexpr int decimals = 8;
+        tank["WaterVelocity"] = Round(sizes.waterVelocity, decimals);
+        tank["KineticEnergy"] = Round(sizes.kineticEnergy, decimals);
+        tank["TotalKineticEnergy"] = Round(sizes.totalKineticEnergy, decimals);
+        tank["RequiredVolume"] = Round(sizes.requiredVolume, decimals);
+        tank["RequiredAcceptance"] = Round(sizes.requiredAcceptance, decimals);
+        tank["TankClass"] = "SHK";
+    });
 }
 
 void frmJobConditionsSHK::GoBack() {
@@ -231,7 +194,7 @@ void frmJobConditionsSHK::GoBack() {
     Tag = "1";
     QString mode;
     if (Session::Mode.read(mode))
-        Screens::open(mode == "New" ? "frmClassSelect" : "frmTankIDSearch");
+        Screens::open(mode == Session::Modes::New ? "frmClassSelect" : "frmTankIDSearch");
     Screens::unload(name());
 }
 

@@ -16,8 +16,7 @@ class frmJobConditionsSHK : public Screen, private Ui::frmJobConditionsSHK {
     bool CheckStaticPressure();
     bool CheckShockPressure();
     void Refuse(const QString& text);
-    void SaveRecord(const QString& TankID, double AtmPressure, double WaterVelocity, double KineticEnergy,
-                    double TotalKineticEnergy, double RequiredVolume, double RequiredAcceptance);
+    void SaveRecord(double AtmPressure, const ShockSizes& sizes);
     void GoOn();
     void GoBack();
     void GiveUp();

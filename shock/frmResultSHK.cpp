@@ -1,7 +1,6 @@
 #include "shock/frmResultSHK.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
 using namespace UtilityFunctions;
@@ -25,7 +24,7 @@ frmResultSHK::frmResultSHK() : FinishedTankScreen("frmResultSHK") {
 }
 
 void frmResultSHK::Load() {
-    setWindowTitle("Results for Job: " + Session::JobID.text());
+    setTitle("Results for Job: " + Session::JobID.text());
     FinishedTankScreen::Load();
 }
 

@@ -1,16 +1,12 @@
 #include "sizing/CatalogueSearch.h"
 
-#include "core/base/Numbers.h"
-#include "core/shell/FieldChecks.h"
+#include "core/base/Text.h"
 #include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
 
 namespace {
 
 using UtilityFunctions::SqlEscape;
-
-QString numberText(double value) {
-    return QString::fromStdString(NumberText(value));
-}
 
 /// What one search asks of the catalogue for a quantity of tanks.
 struct Question {
@@ -32,7 +28,7 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
                 std::vector<TankOption> options;
                 Recordset models;
                 models.Open("SELECT * FROM tblModelMaster WHERE " + question.sizeColumn + " = " +
-                                numberText(size) + " AND Class = '" + SqlEscape(series) + "'",
+                                StatementNumber(size) + " AND Class = '" + SqlEscape(series) + "'",
                             catalogue);
                 for (; !models.AtEnd(); models.MoveNext())
                     options.push_back({0, models["ModelDscrptn"].text().toStdString(),
@@ -48,8 +44,8 @@ std::vector<TankOption> FindModels(const QString& series, double requiredVolume,
     Connection catalogue = UtilityFunctions::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "AcceptanceVolume * " + quantity +
-                                       " >= " + numberText(requiredAcceptance) + " AND TankVolume * " +
-                                       quantity + " >= " + numberText(requiredVolume);
+                                       " >= " + StatementNumber(requiredAcceptance) + " AND TankVolume * " +
+                                       quantity + " >= " + StatementNumber(requiredVolume);
                             }};
     return SearchModels(sourceOf(question, series, catalogue));
 }
@@ -57,7 +53,7 @@ std::vector<TankOption> FindModels(const QString& series, double requiredVolume,
 std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume) {
     Connection catalogue = UtilityFunctions::openDatabase("Sys");
     const Question question{"TankVolume", [&](const QString& quantity) {
-                                return "TankVolume * " + quantity + " >= " + numberText(requiredVolume);
+                                return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume);
                             }};
     return SearchModels(sourceOf(question, series, catalogue));
 }
@@ -65,9 +61,9 @@ std::vector<TankOption> FindConvertedModels(const QString& series, double requir
 std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore) {
     Connection catalogue = UtilityFunctions::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
-                                return "TankVolume * " + quantity + " >= " + numberText(requiredVolume) +
-                                       " AND TankSysConn >= (1/" + quantity + "^.5) * (" + numberText(bore) +
-                                       " * .47)";
+                                return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume) +
+                                       " AND TankSysConn >= (1/" + quantity + "^.5) * (" +
+                                       StatementNumber(bore) + " * .47)";
                             }};
     return SearchShockModels(sourceOf(question, series, catalogue));
 }

@@ -1,5 +1,6 @@
 #include "sizing/Sizing.h"
 
+#include "core/shell/Screens.h"
 #include "sizing/frmJobConditions.h"
 #include "sizing/frmResults.h"
 #include "sizing/frmResultsConvert.h"

@@ -1,8 +1,9 @@
 #include "sizing/frmJobConditions.h"
 
-#include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
+#include "core/base/Text.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -17,9 +18,6 @@ using namespace UtilityFunctions;
 namespace {
 
 constexpr double standardAtmosphere = 14.7; // psia
-// Above every limit of the expansion tanks; meant so.
-constexpr FluidLimits thermalLimits{"", 40, 100, 90, 245};
-constexpr FluidLimits noLimits{"", -999999, 999999, -999999, 999999};
 
 QString range(double low, double high) {
     return QString("Range: %1°F - %2°F").arg(low).arg(high);
@@ -44,7 +42,7 @@ frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
             makeUnavailable(button);
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
-    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
 bool frmJobConditions::eventFilter(QObject* object, QEvent* event) {
@@ -64,82 +62,95 @@ void frmJobConditions::Load() {
     if (Session::TankType.read(text))
         lblHeader->setText("Enter Job Conditions for " + text + "...");
     for (const FluidLimits& row : fluidLimits)
-        cmboFluidType->addItem(QString::fromUtf8(row.fluid.data(), static_cast<qsizetype>(row.fluid.size())));
+        cmboFluidType->addItem(ToQString(row.fluid));
     cmboFluidType->setCurrentText("Water");
     txtSOTMin->setText("40");
-
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    const bool known = Session::TankID.read(text) && (tank.Open(TankQuery(text), connection), !tank.AtEnd());
-    if (known) {
-        txtAtmPressure->setText(tank["AtmPressure"].text());
-        // A fluid that the list does not offer leaves it empty, so that Next asks for one.
-        cmboFluidType->setCurrentIndex(cmboFluidType->findText(tank["SysFluidType"].text()));
-        txtSOTMin->setText(tank["SOTMin"].text());
-        txtSOTMax->setText(tank["SOTMax"].text());
-        txtSOPMin->setText(tank["SOPMin"].text());
-        txtSOPMax->setText(tank["SOPMax"].text());
-        txtTotSysFluid->setText(tank["TotSysVolume"].text());
-    } else {
-        SetStatusText("Enter job conditions");
-        Recordset user;
-        user.Open("tblUser", connection, CursorType::ForwardOnly, LockType::Optimistic, CommandType::Table);
-        const bool given = !user.AtEnd() && !user["DefaultPSIa"].isNull();
-        txtAtmPressure->setText(
-            QString::fromStdString(NumberText(given ? user["DefaultPSIa"].number() : standardAtmosphere)));
-    }
+    Rows tank = ReadTankLine(Session::TankID.text());
+    if (tank.AtEnd())
+        ShowDefaults();
+    else
+        ShowStored(tank);
     AdaptToApplication();
     setProperty("helpContext", SetHelpContext());
 }
 
+void frmJobConditions::ShowStored(Rows& tank) {
+    for (const auto& [box, column] : {std::pair(txtAtmPressure, "AtmPressure"),
+                                      {txtSOTMin, "SOTMin"},
+                                      {txtSOTMax, "SOTMax"},
+                                      {txtSOPMin, "SOPMin"},
+                                      {txtSOPMax, "SOPMax"},
+                                      {txtTotSysFluid, "TotSysVolume"}})
+        box->setText(tank[column].text());
+    // A tank line of another application may hold no fluid, or none of these: Water stays.
+    if (const int fluid = cmboFluidType->findText(tank["SysFluidType"].text()); fluid >= 0)
+        cmboFluidType->setCurrentIndex(fluid);
+}
+
+void frmJobConditions::ShowDefaults() {
+    SetStatusText("Enter job conditions");
+    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
+    const bool given = !user.AtEnd() && !user["DefaultPSIa"].isNull();
+    txtAtmPressure->setText(ShownNumber(given ? user["DefaultPSIa"].number() : standardAtmosphere));
+}
+
 void frmJobConditions::AdaptToApplication() {
-    const QString application = Session::TankClass.text();
-    if (application == AppNameExpansion()) {
+    const auto application = Session::application();
+    if (!application)
+        return;
+    const ApplicationInfo& info = InfoOf(*application);
+    switch (*application) {
+    case Application::Expansion:
         ShowLimits();
-        lblHeader->setText("Enter Job Conditions For Expansion Tank...");
-    } else if (application == AppNameThermal()) {
-        txtSOTMin->setToolTip(range(40, 100));
-        txtSOTMax->setToolTip(range(90, 245));
+        break;
+    case Application::Thermal:
+        if (Session::Mode.text() ==
+            Session::Modes::New) // a new line takes no glycol over from another application
+            cmboFluidType->setCurrentText("Water");
         cmboFluidType->setToolTip("");
         cmboFluidType->setEnabled(false);
-        lblHeader->setText("Enter Job Conditions For Thermal Expansion Tank...");
-    } else if (application == AppNameHydro()) {
+        limits = info.limits.value_or(limits);
+        ShowLimits();
+        break;
+    case Application::Hydropneumatic:
         for (QWidget* hidden :
              std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOT,
                                              lblSOTMin, lblSOTMax, cmboFluidType, lblFluidType})
             hidden->hide();
         txtSOTMin->setText("0"); // hidden values that pass the checks
         txtSOTMax->setText("1");
-        lblHeader->setText("Enter Job Conditions For Hydro-Pneumatic Tank...");
-        lblSysFluidContent->setText("&Drawdown");
+        break;
+    case Application::Shock:
+    case Application::Package:
+        return; // they have screens of their own
     }
+    lblHeader->setText(ToQString(info.conditionsHeading));
+    lblSysFluidContent->setText(ToQString(info.volumeCaption));
 }
 
 void frmJobConditions::SelectFluid() {
     const std::string fluid = cmboFluidType->currentText().toStdString();
     const auto* row = std::ranges::find(fluidLimits, std::string_view(fluid), &FluidLimits::fluid);
     if (row != fluidLimits.end())
-        limits = *row;
+        limits = row->limits;
     ShowLimits();
 }
 
 void frmJobConditions::ShowLimits() {
-    txtSOTMin->setToolTip(range(limits.SOTMinLow, limits.SOTMinHigh));
-    txtSOTMax->setToolTip(range(limits.SOTMaxLow, limits.SOTMaxHigh));
+    txtSOTMin->setToolTip(range(limits.minimumLow, limits.minimumHigh));
+    txtSOTMax->setToolTip(range(limits.maximumLow, limits.maximumHigh));
 }
 
-FluidLimits frmJobConditions::LimitsInForce() const {
-    const QString application = Session::TankClass.text();
-    return application == AppNameExpansion() ? limits
-           : application == AppNameThermal() ? thermalLimits
-                                             : noLimits;
+TemperatureLimits frmJobConditions::LimitsInForce() const {
+    const auto application = Session::application();
+    return application ? InfoOf(*application).limits.value_or(limits) : limits;
 }
 
 bool frmJobConditions::CheckTemperature(QLineEdit* box) {
-    const FluidLimits force = LimitsInForce();
+    const TemperatureLimits force = LimitsInForce();
     return ValidateNumeric(box, true) &&
-           (box == txtSOTMin ? ValidateMinMax(box, force.SOTMinLow, force.SOTMinHigh)
-                             : ValidateMinMax(box, force.SOTMaxLow, force.SOTMaxHigh));
+           (box == txtSOTMin ? ValidateMinMax(box, force.minimumLow, force.minimumHigh)
+                             : ValidateMinMax(box, force.maximumLow, force.maximumHigh));
 }
 
 bool frmJobConditions::CheckFields() {
@@ -153,39 +164,23 @@ bool frmJobConditions::CheckFields() {
             return false;
     if (!ValidateValueRange(txtSOTMin, txtSOTMax) || !ValidateValueRange(txtSOPMin, txtSOPMax))
         return false;
-    const FluidLimits force = LimitsInForce();
-    return ValidateMinMax(txtSOTMin, force.SOTMinLow, force.SOTMinHigh) &&
-           ValidateMinMax(txtSOTMax, force.SOTMaxLow, force.SOTMaxHigh);
+    const TemperatureLimits force = LimitsInForce();
+    return ValidateMinMax(txtSOTMin, force.minimumLow, force.minimumHigh) &&
+           ValidateMinMax(txtSOTMax, force.maximumLow, force.maximumHigh);
 }
 
 void frmJobConditions::SaveRecord() {
-    QString mode;
-    if (!Session::Mode.read(mode))
-        return;
-    const bool isNew = mode == "New";
-    const int number = isNew ? GetNextNumber() : 0;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    if (isNew) {
-        const QString tankID = lblJobID->text() + "." + QString::number(number);
-        Session::TankID.write(tankID);
-        AddTankLine(tank, connection, number, tankID, lblJobID->text());
-        tank["DateCreated"] = QDateTime::currentDateTime();
-        tank.Update();
-    } else {
-        QString tankID;
-        if (!Session::TankID.read(tankID))
-            return;
-        tank.Open(TankQuery(tankID), connection, CursorType::Keyset);
-    }
-    tank["AtmPressure"] = txtAtmPressure->text();
-    tank["SOPMin"] = txtSOPMin->text();
-    tank["SOPMax"] = txtSOPMax->text();
-    tank["SOTMin"] = txtSOTMin->text();
-    tank["SOTMax"] = txtSOTMax->text();
-    tank["SysFluidType"] = cmboFluidType->currentText();
-    tank["TotSysVolume"] = txtTotSysFluid->text();
-    tank.Update();
+    const QString jobID = lblJobID->text();
+    SaveTankLine(jobID, jobID, QDateTime::currentDateTime(), [this](Recordset& tank, bool) {
+        for (const auto& [column, box] : {std::pair("AtmPressure", txtAtmPressure),
+                                          {"SOPMin", txtSOPMin},
+                                          {"SOPMax", txtSOPMax},
+                                          {"SOTMin", txtSOTMin},
+                                          {"SOTMax", txtSOTMax},
+                                          {"TotSysVolume", txtTotSysFluid}})
+            tank[column] = box->text();
+        tank["SysFluidType"] = cmboFluidType->currentText();
+    });
 }
 
 void frmJobConditions::Next() {
@@ -193,9 +188,7 @@ void frmJobConditions::Next() {
     if (!CheckFields())
         return;
     procedure(".SaveRecord", [this] { SaveRecord(); });
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open("frmTankSeries");
+    leaveFor("frmTankSeries");
 }
 
 void frmJobConditions::Previous() {
@@ -203,7 +196,7 @@ void frmJobConditions::Previous() {
     Tag = "1";
     QString mode;
     if (Session::Mode.read(mode))
-        Screens::open(mode == "New" ? "frmClassSelect" : "frmTankIDSearch");
+        Screens::open(mode == Session::Modes::New ? "frmClassSelect" : "frmTankIDSearch");
     Screens::unload(name());
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "core/base/Applications.h"
 #include "core/shell/Screen.h"
+#include "core/store/Gateway.h"
 #include "sizing/FluidLimits.h"
 #include "ui_frmJobConditions.h"
 
@@ -18,7 +20,9 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
     void SelectFluid();
     void ShowLimits();
     void AdaptToApplication();
-    FluidLimits LimitsInForce() const;
+    void ShowStored(UtilityFunctions::Rows& tank);
+    void ShowDefaults();
+    TemperatureLimits LimitsInForce() const;
     bool CheckTemperature(QLineEdit* box);
     bool CheckFields();
     void SaveRecord();
@@ -26,5 +30,5 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
     void Previous();
     void Cancel();
 
-    FluidLimits limits = fluidLimits[0]; // °F, of the selected fluid
+    TemperatureLimits limits = fluidLimits[0].limits; // °F, of the selected fluid
 };

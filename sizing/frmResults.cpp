@@ -1,6 +1,6 @@
 #include "sizing/frmResults.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Status.h"
 #include "core/shell/FieldChecks.h"
 #include "core/store/SessionStore.h"
 
@@ -28,7 +28,7 @@ void frmResults::Load() {
     FinishedTankScreen::Load();
     QString jobID;
     if (Session::JobID.read(jobID))
-        setWindowTitle("Results for Job: " + jobID);
+        setTitle("Results for Job: " + jobID);
     setProperty("helpContext", SetHelpContext());
 }
 

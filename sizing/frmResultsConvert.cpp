@@ -1,6 +1,7 @@
 #include "sizing/frmResultsConvert.h"
 
-#include "core/shell/BrennovalMain.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/shell/FieldChecks.h"
 #include "core/store/SessionStore.h"
 

@@ -1,11 +1,14 @@
 #include "sizing/frmTankSeries.h"
 
+#include "core/base/ApplicationNames.h"
 #include "core/base/Fault.h"
-#include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 #include "sizing/RequiredSizes.h"
 
 #include <QEvent>
@@ -42,19 +45,58 @@ constexpr Series allSeries[] = {
     {"OptJWG", "JWG", "JWG"},
 };
 
-QString numberText(double value) {
-    return QString::fromStdString(NumberText(value));
-}
-
 /// The expansion of water from the table; 0 when the maximum temperature is above its last row.
 double waterExpansion(const SystemConditions& conditions) {
-    Connection connection = openDatabase("Sys");
-    Recordset factor;
-    factor.Open("SELECT [" + QString::number(ExpansionColumn(conditions.minimumTemperature)) +
-                    "] AS minSOT FROM tblExpFactor WHERE SOTMax >= " +
-                    numberText(conditions.maximumTemperature) + " ORDER BY SOTMax",
-                connection);
+    Rows factor("Sys", "SELECT [" + QString::number(ExpansionColumn(conditions.minimumTemperature)) +
+                           "] AS minSOT FROM tblExpFactor WHERE SOTMax >= " +
+                           StatementNumber(conditions.maximumTemperature) + " ORDER BY SOTMax");
     return factor.AtEnd() ? 0 : factor["minSOT"].number();
+}
+
+/// What the tank line asks for.
+struct Line {
+    SystemConditions conditions;
+    QString fluid;
+};
+
+/// The tank line as it is stored; one that is not there has zeros.
+Line readLine(const QString& tankID) {
+    Rows tank = ReadTankLine(tankID);
+    if (tank.AtEnd())
+        return {};
+    return {.conditions = {.minimumTemperature = tank["SOTMin"].number(),
+                           .maximumTemperature = tank["SOTMax"].number(),
+                           .minimumPressure = tank["SOPMin"].number(),
+                           .maximumPressure = tank["SOPMax"].number(),
+                           .atmosphericPressure = tank["AtmPressure"].number(),
+                           .volume = tank["TotSysVolume"].number()},
+            .fluid = tank["SysFluidType"].text()};
+}
+
+double expansionFactor(const Line& line) {
+    if (line.fluid == "Water")
+        return waterExpansion(line.conditions);
+    return FluidExpansionFactor(line.fluid.toStdString(), line.conditions.minimumTemperature,
+                                line.conditions.maximumTemperature);
+}
+
+/// The required sizes of a line for an application. Throws Fault 11 when the pressures leave no acceptance.
+RequiredSizes sizesOf(const Line& line, Application application, const QString& series) {
+    if (Session::Mode.text() == Session::Modes::Convert)
+        return ConvertedTankSizes(line.conditions);
+    const double expansion = expansionFactor(line);
+    const double acceptance = AcceptanceFactor(line.conditions, series == "RB");
+    switch (application) {
+    case Application::Expansion:
+    case Application::Thermal:
+        return ExpansionTankSizes(line.conditions, expansion, acceptance);
+    case Application::Hydropneumatic:
+        return HydropneumaticTankSizes(line.conditions, acceptance);
+    case Application::Shock:
+    case Application::Package:
+        break; // they have no series to choose from
+    }
+    throw Fault(Fault::InternalError, "No sizes without a series");
 }
 
 } // namespace
@@ -74,7 +116,7 @@ frmTankSeries::frmTankSeries() : Screen("frmTankSeries") {
     }
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
-    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
 bool frmTankSeries::eventFilter(QObject* object, QEvent* event) {
@@ -85,7 +127,7 @@ bool frmTankSeries::eventFilter(QObject* object, QEvent* event) {
             if (series.doubleClick == DoubleClick::OnlyChooses)
                 cmdNext->setFocus();
             else if (series.doubleClick == DoubleClick::GoesOn)
-                static_cast<QAbstractButton*>(object)->click(), cmdNext->click();
+                goOnWith(static_cast<QAbstractButton*>(object));
             return true;
         }
     }
@@ -102,27 +144,27 @@ void frmTankSeries::Load() {
     lblHeader->setText("Select series");
     if (Session::TankClass.read(application)) {
         lblHeader->setText("Select series of " + application);
-        setWindowTitle(lblHeader->text());
+        setTitle(lblHeader->text());
     }
-    ShowFrame(application);
+    ShowFrame(Session::application());
     if (hasTank) {
-        Connection connection = openDatabase("User");
-        Recordset tank; // the trailing blank is what keeps a stored series from being preselected
-        tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + " '", connection);
+        Rows tank("User", "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + " '");
         if (!tank.AtEnd() && !tank["TankClass"].isNull())
             Preselect(tank["TankClass"].text());
     }
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmTankSeries::ShowFrame(const QString& application) {
-    OptGroupEXP->setVisible(application == AppNameExpansion());
-    OptGroupTHM->setVisible(application == AppNameThermal());
-    OptGroupHYD->setVisible(application == AppNameHydro());
-    if (application == AppNameThermal())
-        lblHeader->setText(application);
-    else if (application != AppNameExpansion() && application != AppNameHydro())
+void frmTankSeries::ShowFrame(std::optional<Application> application) {
+    OptGroupEXP->setVisible(application == Application::Expansion);
+    OptGroupTHM->setVisible(application == Application::Thermal);
+    OptGroupHYD->setVisible(application == Application::Hydropneumatic);
+    shownApplication = application;
+    const bool hasFrame = application && InfoOf(*application).conditionsScreen == "frmJobConditions";
+    if (!hasFrame)
         Dialogs::current().show({"Error loading data", "Error"});
+    else if (application == Application::Thermal)
+        lblHeader->setText(AppNameThermal());
 }
 
 void frmTankSeries::Preselect(const QString& stored) {
@@ -131,65 +173,44 @@ void frmTankSeries::Preselect(const QString& stored) {
             control<QAbstractButton>(series.option)->click();
 }
 
-void frmTankSeries::StoreSizes() {
+/// False when there is no tank line to size, which the user has been told.
+bool frmTankSeries::StoreSizes() {
     QString tankID;
     if (!Session::TankID.read(tankID)) {
         Dialogs::current().show({"Error loading data!\nPlease try again!", "Error", QMessageBox::Critical});
-        throw AlreadyReported{};
-    }
-    SystemConditions conditions;
-    QString fluid;
-    {
-        Connection connection = openDatabase("User");
-        Recordset tank;
-        tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection);
-        if (!tank.AtEnd()) {
-            conditions = {tank["SOTMin"].number(),      tank["SOTMax"].number(),
-                          tank["SOPMin"].number(),      tank["SOPMax"].number(),
-                          tank["AtmPressure"].number(), tank["TotSysVolume"].number()};
-            fluid = tank["SysFluidType"].text();
-        }
+        return false;
     }
     const QString series = txtTankType->text();
-    RequiredSizes sizes;
-    if (Session::Mode.text() == "Convert") {
-        sizes = ConvertedTankSizes(conditions);
-    } else {
-        const double expansion =
-            fluid == "Water" ? waterExpansion(conditions)
-                             : FluidExpansionFactor(fluid.toStdString(), conditions.minimumTemperature,
-                                                    conditions.maximumTemperature);
-        const double acceptance = AcceptanceFactor(conditions, series == "RB");
-        sizes = !OptGroupHYD->isHidden() ? HydropneumaticTankSizes(conditions, acceptance)
-                                         : ExpansionTankSizes(conditions, expansion, acceptance);
-    }
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(lblTankID->text()) + "'", connection,
+    const RequiredSizes sizes =
+        sizesOf(readLine(tankID), shownApplication.value_or(Application::Expansion), series);
+    Rows tank("User", "SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(lblTankID->text()) + "'",
               CursorType::Keyset);
     if (tank.AtEnd())
-        return;
+        return true;
     tank["TankClass"] = series;
     tank["RequiredVolume"] = sizes.volume;
     tank["RequiredAcceptance"] = sizes.acceptance;
-    tank.Update();
+    tank->Update();
+    return true;
 }
 
 void frmTankSeries::Next() {
     const Hourglass hourglass;
-    if (!ValidateValueEntered(txtTankType, true))
-        return;
-    StoreSizes();
-    Tag = "1";
-    Screens::open("frmtankselection");
-    Screens::unload(name());
+    if (ValidateValueEntered(txtTankType, true) && StoreSizes())
+        leaveFor("frmtankselection");
+}
+
+/// A double click chooses and goes on.
+void frmTankSeries::goOnWith(QAbstractButton* option) {
+    option->click();
+    cmdNext->click();
 }
 
 void frmTankSeries::Previous() {
     const Hourglass hourglass;
     Tag = "1";
     Screens::unload(name());
-    Screens::open(Session::Mode.text() == "Convert" ? "frmConvertSteel" : "frmJobConditions");
+    Screens::open(Session::Mode.text() == Session::Modes::Convert ? "frmConvertSteel" : "frmJobConditions");
 }
 
 void frmTankSeries::Cancel() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Applications.h"
 #include "core/shell/Screen.h"
 #include "ui_frmTankSeries.h"
 
@@ -14,10 +15,13 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void ShowFrame(const QString& application);
+    void ShowFrame(std::optional<Application> application);
     void Preselect(const QString& stored);
-    void StoreSizes();
+    bool StoreSizes();
+    void goOnWith(QAbstractButton* option);
     void Next();
     void Previous();
     void Cancel();
+
+    std::optional<Application> shownApplication;
 };

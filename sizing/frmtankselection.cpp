@@ -1,11 +1,10 @@
 #include "sizing/frmtankselection.h"
 
-#include "core/base/Format.h"
-#include "core/base/Numbers.h"
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
+#include "core/base/ApplicationNames.h"
 #include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -17,14 +16,6 @@
 
 using namespace UtilityFunctions;
 
-namespace {
-
-QString numberText(double value) {
-    return QString::fromStdString(NumberText(value));
-}
-
-} // namespace
-
 frmtankselection::frmtankselection() : Screen("frmtankselection") {
     setupUi(this);
     prepare();
@@ -33,7 +24,7 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
     lblConsultFactory->hide();
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
-    on(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
     connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
             [this] { trap(".lvOptions", [this] { Next(); }); });
 }
@@ -43,14 +34,15 @@ void frmtankselection::Load() {
     lblJobID->setText(Session::JobID.text());
     QString mode;
     QString application;
-    if (!Session::Mode.read(mode) || (mode != "Convert" && !Session::TankClass.read(application))) {
+    if (!Session::Mode.read(mode) ||
+        (mode != Session::Modes::Convert && !Session::TankClass.read(application))) {
         SetStatusText("Error");
         Dialogs::current().show({"Error loading data", "Error", QMessageBox::Critical});
         Tag = "1";
         Screens::unload(name());
         return;
     }
-    if (mode == "Convert")
+    if (mode == Session::Modes::Convert)
         FindConvertedTanks();
     else if (application == AppNameShock())
         FindSHKTanks();
@@ -66,7 +58,7 @@ void frmtankselection::Load() {
 }
 
 void frmtankselection::FindOtherTanks() {
-    Trap(name() + ".FindOtherTanks", [this] {
+    procedure(".FindOtherTanks", [this] {
         if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
             return;
         const Requirement required = ReadRequirement();
@@ -75,7 +67,7 @@ void frmtankselection::FindOtherTanks() {
 }
 
 void frmtankselection::FindConvertedTanks() {
-    Trap(name() + ".FindConvertedTanks", [this] {
+    procedure(".FindConvertedTanks", [this] {
         if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
             return;
         const Requirement required = ReadRequirement();
@@ -84,9 +76,7 @@ void frmtankselection::FindConvertedTanks() {
 }
 
 frmtankselection::Requirement frmtankselection::ReadRequirement() const {
-    Connection user = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(lblTankID->text()), user);
+    Rows tank = ReadTankLine(lblTankID->text());
     return {tank["TankClass"].text(), tank["RequiredVolume"].number(), tank["RequiredAcceptance"].number()};
 }
 
@@ -94,8 +84,8 @@ void frmtankselection::ShowTanks(const std::vector<TankOption>& options) {
     QList<QStringList> rows;
     for (const TankOption& option : options)
         rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                     numberText(option.tankVolume) + " gal " + numberText(option.diameter) + " X " +
-                         numberText(option.length)});
+                     ShownNumber(option.tankVolume) + " gal " + ShownNumber(option.diameter) + " X " +
+                         ShownNumber(option.length)});
     ShowOptions(rows);
     SearchFamily = "NonSHK";
 }
@@ -121,7 +111,7 @@ void frmtankselection::ShowOptions(const QList<QStringList>& rows) {
 }
 
 void frmtankselection::FindSHKTanks() {
-    Trap(name() + ".FindSHKTanks", [this] {
+    procedure(".FindSHKTanks", [this] {
         if (!BeginSearch({"Qty", "Model No.", "Leak Load", "Pump Startup Delay"}))
             return;
         const Requirement required = ReadRequirement();
@@ -136,8 +126,7 @@ void frmtankselection::FindSHKTanks() {
             const double delay =
                 PumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
             rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                         QString::fromStdString(Format(leakLoad, "#,##0.0%")),
-                         QString::fromStdString(Format(delay, "#,##0.0 sec"))});
+                         FormattedNumber(leakLoad, "#,##0.0%"), FormattedNumber(delay, "#,##0.0 sec")});
         }
         ShowOptions(rows);
         SearchFamily = "SHK";
@@ -145,24 +134,13 @@ void frmtankselection::FindSHKTanks() {
 }
 
 ShockConditions frmtankselection::ReadShockConditions() const {
-    ShockConditions conditions;
-    QString pipeIndex;
-    {
-        Connection user = openDatabase("User");
-        Recordset tank;
-        tank.Open(TankQuery(lblTankID->text()), user);
-        conditions.atmosphericPressure = tank["AtmPressure"].number();
-        conditions.flowRate = tank["FlowRate"].number();
-        conditions.flowPressure = tank["FlowPressure"].number();
-        conditions.staticPressure = tank["StaticPressure"].number();
-        conditions.length = tank["PipeLength"].number();
-        pipeIndex = tank["PipeIndex"].text();
-    }
-    Connection catalogue = openDatabase("Sys");
-    Recordset pipe;
-    pipe.Open("SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + SqlEscape(pipeIndex) + "'", catalogue);
-    conditions.bore = pipe["ID"].number();
-    return conditions;
+    Rows tank = ReadTankLine(lblTankID->text());
+    return {.bore = PipeBore(tank["PipeIndex"].text()),
+            .length = tank["PipeLength"].number(),
+            .flowRate = tank["FlowRate"].number(),
+            .flowPressure = tank["FlowPressure"].number(),
+            .staticPressure = tank["StaticPressure"].number(),
+            .atmosphericPressure = tank["AtmPressure"].number()};
 }
 
 void frmtankselection::SaveRecord() {
@@ -170,18 +148,16 @@ void frmtankselection::SaveRecord() {
     if (lvOptions->isHidden() || !chosen || chosen->text(0).isEmpty())
         return;
     const Hourglass hourglass;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open(TankQuery(lblTankID->text()), connection, CursorType::Keyset);
+    Rows tank = ReadTankLine(lblTankID->text(), CursorType::Keyset);
     if (tank.AtEnd())
         return;
     tank["Qty"] = chosen->text(0);
     tank["ModelNo"] = chosen->text(1);
     if (SearchFamily == "SHK") { // the stored figures are those shown, with their one decimal
-        tank["LeakLoad"] = ToDouble(chosen->text(2).chopped(1).toStdString()) / 100;
-        tank["PumpRunTime"] = ToDouble(chosen->text(3).chopped(4).toStdString());
+        tank["LeakLoad"] = ToNumber(chosen->text(2).chopped(1)) / 100;
+        tank["PumpRunTime"] = ToNumber(chosen->text(3).chopped(4));
     }
-    tank.Update();
+    tank->Update();
 }
 
 void frmtankselection::Next() {
@@ -201,17 +177,18 @@ void frmtankselection::ShowResults(bool severalTanks) {
     QString application;
     if (!Session::Mode.read(mode))
         return;
-    if (mode == "Convert")
-        return Screens::open("frmResultsConvert");
+    if (mode == Session::Modes::Convert) {
+        Screens::open("frmResultsConvert");
+        return;
+    }
     if (!Session::TankClass.read(application))
         return;
-    if (application == AppNameShock())
-        return Screens::open("frmResultSHK");
-    Screen* results = Screens::load("frmResults");
-    if (results && severalTanks)
+    const QString screen = application == AppNameShock() ? "frmResultSHK" : "frmResults";
+    const Screen* results = Screens::load(screen);
+    if (results && severalTanks && application != AppNameShock())
         for (const char* warning : {"lblConsultFactory", "lblMsgFlag"})
             results->control<QLabel>(warning)->setVisible(true);
-    Screens::show("frmResults");
+    Screens::show(screen);
 }
 
 void frmtankselection::Previous() {

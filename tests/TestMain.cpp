@@ -1,13 +1,33 @@
-#include "tests/TemporaryHome.h"
+#include "core/store/Gateway.h"
+#include "core/store/Schema.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <QApplication>
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
+namespace {
+
+/// Brings user data up to the program's version and tells when it begins, for the test that kills it.
+int upgradeData(const QString& sessionFolder) {
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, sessionFolder);
+    Connection user = UtilityFunctions::openDatabase("User");
+    std::puts("begins");
+    std::fflush(stdout);
+    Schema::upgrade(user);
+    return 0;
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    if (argc == 3 && QLatin1String(argv[1]) == QLatin1String("--upgrade-data"))
+        return upgradeData(QString::fromUtf8(argv[2]));
     const TemporaryHome home; // no test sees the user's own settings or data
     return RUN_ALL_TESTS();
 }

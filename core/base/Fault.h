@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 /// A run-time failure with the number and description that the error report shows.
 class Fault : public std::runtime_error {
@@ -13,18 +16,31 @@ class Fault : public std::runtime_error {
     std::int32_t number() const { return faultNumber; }
     /// The object that raised the failure; a database failure names its connection here.
     const std::string& source() const { return faultSource; }
+    /// The routine in which it happened, such as "GetNextNumber"; an empty text when none has put its name to
+    /// it.
+    const std::string& routine() const { return routineName; }
+    /// Puts the name of a routine to the failure. The innermost routine's name stays.
+    void happenedIn(const std::string& routine) {
+        if (routineName.empty())
+            routineName = routine;
+    }
 
     static constexpr std::int32_t Overflow = 6;
+    static constexpr std::int32_t OutOfMemory = 7;
     static constexpr std::int32_t DivisionByZero = 11;
     static constexpr std::int32_t TypeMismatch = 13;
+    static constexpr std::int32_t InternalError = 51;
     static constexpr std::int32_t FileNotFound = 53;
     static constexpr std::int32_t PathFileAccess = 75;
     static constexpr std::int32_t PathNotFound = 76;
     static constexpr std::int32_t ObjectNotSet = 91;
+    static constexpr std::int32_t ObjectRequired = 424;
+    static constexpr std::int32_t InvalidPicture = 481;
 
   private:
     std::int32_t faultNumber;
     std::string faultSource;
+    std::string routineName;
 };
 
 /// A failure of the data layer. The numbers are those of the provider that the program grew up with,
@@ -44,5 +60,28 @@ class DatabaseFault : public Fault {
     static constexpr std::int32_t InvalidConnection = 3709;
 };
 
-/// Ends a procedure whose failure has been shown to the user already; the error trap swallows it.
-struct AlreadyReported {};
+/// The database folder holds no such file, or cannot be seen. The user is asked for the folder.
+class NoDatabaseFile : public DatabaseFault {
+  public:
+    using DatabaseFault::DatabaseFault;
+};
+
+/// Runs a routine of the program. A failure that leaves it carries the routine's name, for the error report.
+/// Throws Fault; other exceptions become one.
+template<typename Body>
+auto Named(const std::string& routine, Body&& body) -> decltype(body()) {
+    try {
+        return std::forward<Body>(body)();
+    } catch (Fault& fault) {
+        fault.happenedIn(routine);
+        throw;
+    } catch (const std::bad_alloc& error) {
+        Fault fault(Fault::OutOfMemory, error.what());
+        fault.happenedIn(routine);
+        throw fault;
+    } catch (const std::exception& error) {
+        Fault fault(Fault::InternalError, error.what());
+        fault.happenedIn(routine);
+        throw fault;
+    }
+}

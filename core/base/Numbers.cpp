@@ -148,6 +148,14 @@ std::string NumberText(double value) {
     return sign + digits.substr(0, point) + "." + digits.substr(point);
 }
 
+std::string ShownNumberText(double value) {
+    std::string text = NumberText(value);
+    const std::size_t point = text.starts_with('-') ? 1 : 0;
+    if (text.size() > point && text[point] == '.')
+        text.insert(point, 1, '0');
+    return text;
+}
+
 double Round(double value, int digits) {
     const double power = std::pow(10.0, digits);
     const double scaled = value * power;

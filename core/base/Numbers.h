@@ -14,8 +14,11 @@ std::optional<double> ParseNumber(std::string_view text);
 double ToDouble(std::string_view text);
 
 /// The shortest decimal text that reads back to the same double, with no zero before the point (".5")
-/// and an exponent for very large and very small numbers ("1E+15"). For SQL text and general display.
+/// and an exponent for very large and very small numbers ("1E+15"). For statements.
 std::string NumberText(double value);
+
+/// The same as people read it: with a zero before the point ("0.5").
+std::string ShownNumberText(double value);
 
 /// Rounds to a number of decimals (0 to 15), halves to the even digit.
 double Round(double value, int digits);

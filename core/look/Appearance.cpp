@@ -4,8 +4,11 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QIconEngine>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 
 namespace Appearance {
@@ -49,6 +52,34 @@ QByteArray drawingOf(const QString& name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// An icon of the set that is drawn when it is first shown, in the colours that the palette has then.
+class SetIcon : public QIconEngine {
+  public:
+    explicit SetIcon(QString iconName) : name(std::move(iconName)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        painter->drawPixmap(rect, pixmap(rect.size() * painter->device()->devicePixelRatioF(), mode, state));
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const QColor color = QApplication::palette().color(
+            mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
+        const QString key =
+            QStringLiteral("icon %1 %2 %3x%4").arg(name, color.name()).arg(size.width()).arg(size.height());
+        QPixmap drawn;
+        if (!QPixmapCache::find(key, &drawn)) {
+            drawn = rendered(drawingOf(name), color, size);
+            QPixmapCache::insert(key, drawn);
+        }
+        return drawn;
+    }
+
+    QIconEngine* clone() const override { return new SetIcon(name); } // the icon owns it
+
+  private:
+    QString name;
+};
+
 } // namespace
 
 Scheme systemScheme() {
@@ -89,15 +120,44 @@ QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio) {
 }
 
 QIcon icon(const QString& name) {
-    const QByteArray svg = drawingOf(name);
+    return QIcon(new SetIcon(name)); // the icon owns its engine
+}
+
+QPixmap splashPicture(const QSize& size, qreal pixelRatio) {
+    QPixmap pixmap((QSizeF(size) * pixelRatio).toSize());
+    pixmap.setDevicePixelRatio(pixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
     const QPalette palette = QApplication::palette();
-    QIcon icon;
-    for (const int size : {16, 20, 24, 32, 40, 48, 64}) {
-        icon.addPixmap(rendered(svg, palette.color(QPalette::Active, QPalette::ButtonText), {size, size}));
-        icon.addPixmap(rendered(svg, palette.color(QPalette::Disabled, QPalette::ButtonText), {size, size}),
-                       QIcon::Disabled);
+    const QColor accent = palette.color(QPalette::Highlight);
+    const QRectF place(QPointF(0, 0), QSizeF(size));
+    const double floor = place.height() * .86;
+    // Water in the building's line, from left to right behind the tank.
+    QColor water = accent;
+    water.setAlphaF(.18F);
+    QPainterPath line(QPointF(0, floor - 34));
+    for (int wave = 0; wave < 8; ++wave) {
+        const double step = place.width() / 8;
+        line.quadTo(step * (wave + .5), floor - 34 + (wave % 2 ? 9 : -9), step * (wave + 1), floor - 34);
     }
-    return icon;
+    line.lineTo(place.width(), floor);
+    line.lineTo(0, floor);
+    painter.fillPath(line, water);
+    painter.setPen(QPen(accent, 2));
+    painter.drawLine(QPointF(0, floor), QPointF(place.width(), floor));
+    const double side = place.height() * .92;
+    drawMark(painter, {place.center().x() - side / 2, floor - side * .94, side, side}, accent,
+             palette.color(QPalette::Base), .5);
+    return pixmap;
+}
+
+QPalette errorPalette(QPalette palette) {
+    for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button})
+        palette.setColor(role, QColor(0xFF, 0xFF, 0x80));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(role, QColor(0xFF, 0, 0));
+    return palette;
 }
 
 void drawMark(QPainter& painter, const QRectF& place, const QColor& color, const QColor& fill,

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QPainter;
+class QPalette;
 class QRectF;
 
 /// The one look of the program: palette, style, icons and the mark.
@@ -20,6 +21,12 @@ QIcon icon(const QString& name);
 
 /// A picture of the set in a size of screen units, for a screen of that pixel ratio.
 QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio);
+
+/// The picture of the splash screen: a tank on its water line, in the colours of the scheme.
+QPixmap splashPicture(const QSize& size, qreal pixelRatio);
+
+/// A palette with the colours of a field in error: red on pale yellow, the same in light and dark.
+QPalette errorPalette(QPalette palette);
 
 /// Draws the program's mark, a standing tank, into a rectangle; the line in 16ths of its side.
 void drawMark(QPainter& painter, const QRectF& place, const QColor& color, const QColor& fill,

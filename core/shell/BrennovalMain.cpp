@@ -1,11 +1,13 @@
 #include "core/shell/BrennovalMain.h"
 
+#include "core/base/Program.h"
 #include "core/look/Appearance.h"
-#include "core/shell/Dialogs.h"
-#include "core/shell/ErrorReport.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/LockKeys.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/shell/Trap.h"
 
 #include <QAction>
 #include <QApplication>
@@ -104,11 +106,6 @@ constexpr ToolEntry toolbarEntries[] = {
 
 const QString notAvailable = QStringLiteral("Not available yet");
 
-QHash<QString, std::function<void()>>& handlers() {
-    static QHash<QString, std::function<void()>> all;
-    return all;
-}
-
 BrennovalMain*& theMainWindow() {
     static BrennovalMain* window = nullptr;
     return window;
@@ -131,8 +128,9 @@ void savePosition(const QWidget& window) {
 
 void exitProgram() {
     const QStringList names = Screens::loaded();
-    for (auto name = names.crbegin(); name != names.crend(); ++name) // a refusal does not stop the exit
-        Screens::unload(*name);
+    for (auto name = names.crbegin(); name != names.crend(); ++name)
+        if (Screens::close(*name) == Screens::Closing::Failed) // a refusal alone does not stop the exit
+            return;
     const BrennovalMain& window = *BrennovalMain::instance();
     if (!window.isMinimized())
         savePosition(window);
@@ -171,15 +169,6 @@ class FrameArea : public QMdiArea {
 
 } // namespace
 
-void Commands::set(const QString& name, const std::function<void()>& handler) {
-    handlers().insert(name, handler);
-}
-
-void UtilityFunctions::SetStatusText(const QString& text) {
-    if (BrennovalMain* window = BrennovalMain::instance())
-        window->setStatusText(text);
-}
-
 BrennovalMain* BrennovalMain::instance() {
     return theMainWindow();
 }
@@ -193,6 +182,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
     setCentralWidget(mdiArea);
+    Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
             UtilityFunctions::Trap("BrennovalMain.Activate",
@@ -209,6 +199,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
 
 BrennovalMain::~BrennovalMain() {
     theMainWindow() = nullptr;
+    Screens::setArea(nullptr);
 }
 
 void BrennovalMain::buildMenus() {
@@ -226,7 +217,7 @@ void BrennovalMain::buildMenus() {
         } else {
             action = menus[entry.depth - 1]->addAction(entry.caption);
             action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
-            const auto handler = handlers().value(name);
+            const auto handler = Commands::handlerOf(name);
             action->setEnabled(static_cast<bool>(handler));
             if (handler) {
                 connect(action, &QAction::triggered, this, [name, handler] {
@@ -240,12 +231,12 @@ void BrennovalMain::buildMenus() {
         }
         action->setObjectName(name);
         action->setProperty("helpContext", entry.helpContext);
-        commands.insert(name, action);
+        Commands::addAction(name, action);
     }
     for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
-        command(later)->setEnabled(false);
-    command("mnuSchedule")->setVisible(false);
-    windowMenu = command("mnuWindows")->menu();
+        Commands::setEnabled(later, false);
+    Commands::setVisible("mnuSchedule", false);
+    windowMenu = Commands::action("mnuWindows")->menu();
     connect(windowMenu, &QMenu::aboutToShow, this, &BrennovalMain::showWindowList);
 }
 
@@ -273,7 +264,7 @@ void BrennovalMain::buildToolbar() {
             bar->addSeparator();
             continue;
         }
-        QAction* target = command(entry.command);
+        QAction* target = Commands::action(entry.command);
         QAction* action = bar->addAction(Appearance::icon(entry.icon), entry.caption);
         action->setEnabled(target->isEnabled());
         action->setToolTip(target->isEnabled() ? QString(entry.toolTip)
@@ -286,8 +277,9 @@ void BrennovalMain::buildToolbar() {
 void BrennovalMain::buildStatusBar() {
     QStatusBar* bar = statusBar();
     bar->setObjectName("sbStatusBar");
-    statusLabel = new QLabel(bar);
+    auto* statusLabel = new QLabel(bar);
     bar->addWidget(statusLabel, 1);
+    UtilityFunctions::SetStatusPanel(statusLabel);
     dateLabel = new QLabel(bar);
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})
@@ -327,19 +319,9 @@ bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
     return QMainWindow::eventFilter(object, event);
 }
 
-QAction* BrennovalMain::command(const QString& name) const {
-    return commands.value(name);
-}
 QAction* BrennovalMain::toolCommand(const QString& key) const {
     return tools.value(key);
 }
-QString BrennovalMain::statusText() const {
-    return statusLabel->text();
-}
-void BrennovalMain::setStatusText(const QString& text) {
-    statusLabel->setText(text);
-}
-
 void BrennovalMain::closeEvent(QCloseEvent* event) {
     const QStringList names = Screens::loaded();
     for (auto name = names.crbegin(); name != names.crend(); ++name)

@@ -3,7 +3,7 @@
 #include <QMainWindow>
 #include <QMdiArea>
 
-#include <functional>
+#include <QHash>
 
 class QAction;
 class QLabel;
@@ -18,12 +18,8 @@ class BrennovalMain : public QMainWindow {
     static BrennovalMain* instance();
 
     QMdiArea* area() const { return mdiArea; }
-    /// A menu command by its name, such as "mnuNewJob".
-    QAction* command(const QString& name) const;
     /// A button of the toolbar by its key, as the command that it runs.
     QAction* toolCommand(const QString& key) const;
-    QString statusText() const;
-    void setStatusText(const QString& text);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -38,21 +34,9 @@ class BrennovalMain : public QMainWindow {
     void showWindowList();
 
     QMdiArea* mdiArea;
-    QHash<QString, QAction*> commands;
     QHash<QString, QAction*> tools;
-    QLabel* statusLabel = nullptr;
     QLabel* dateLabel = nullptr;
     QLabel* timeLabel = nullptr;
     QHash<int, QLabel*> keyLabels;
     QMenu* windowMenu = nullptr;
 };
-
-/// What the menu commands do. Each subsystem gives its own; a command without a handler is disabled.
-namespace Commands {
-void set(const QString& name, const std::function<void()>& handler);
-}
-
-namespace UtilityFunctions {
-/// Writes the first status panel; nothing happens while there is no main window.
-void SetStatusText(const QString& text);
-} // namespace UtilityFunctions

@@ -68,10 +68,3 @@ Dialogs& Dialogs::current() {
 void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
     installed() = std::move(dialogs);
 }
-
-Hourglass::Hourglass() {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-}
-Hourglass::~Hourglass() {
-    QApplication::restoreOverrideCursor();
-}

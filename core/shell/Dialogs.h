@@ -37,12 +37,3 @@ class Dialogs {
     static Dialogs& current();
     static void install(std::unique_ptr<Dialogs> dialogs);
 };
-
-/// The hourglass pointer for as long as the object lives.
-class Hourglass {
-  public:
-    Hourglass();
-    ~Hourglass();
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};

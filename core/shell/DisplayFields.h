@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/base/Format.h"
+#include "core/base/Text.h"
 #include "core/store/Database.h"
 
 #include <QLineEdit>
@@ -9,7 +9,7 @@
 
 /// A column in a display pattern such as "#,##0 gal"; an empty text for null.
 inline QString FormattedField(const Recordset::Field& field, const char* pattern) {
-    return field.isNull() ? QString() : QString::fromStdString(Format(field.number(), pattern));
+    return field.isNull() ? QString() : FormattedNumber(field.number(), pattern);
 }
 
 /// A box that shows a column: in a display pattern, or as it is stored.

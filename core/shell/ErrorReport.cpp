@@ -1,95 +1,59 @@
 #include "core/shell/ErrorReport.h"
 
 #include "core/base/Fault.h"
-#include "core/shell/BrennovalMain.h"
+#include "core/base/Program.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/shell/frmError.h"
-#include "core/store/Database.h"
+#include "core/shell/frmSplash.h"
 #include "core/store/Gateway.h"
 
 #include <QApplication>
 #include <QDateTime>
-#include <QDir>
-#include <QLockFile>
-#include <QStandardPaths>
 
 namespace UtilityFunctions {
 
 namespace {
 
-QString trueOrFalse(bool value) {
-    return value ? "True" : "False";
-}
-
-/// Runs a procedure; true when it failed, and the failure has been reported.
-bool fails(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
-    const auto report = [&](std::int32_t number, const char* description, const QString& source) {
-        ReportError(number, QString::fromUtf8(description), "0", source, codeSource, nullptr, nullptr,
-                    module);
-    };
-    try {
-        procedure();
-        return false;
-    } catch (const AlreadyReported&) {
-        return true;
-    } catch (const Fault& fault) {
-        report(fault.number(), fault.what(), QString::fromStdString(fault.source()));
-    } catch (const std::bad_alloc& error) {
-        constexpr std::int32_t outOfMemory = 7;
-        report(outOfMemory, error.what(), "Brennoval");
-    } catch (const std::exception& error) {
-        constexpr std::int32_t internalError = 51;
-        report(internalError, error.what(), "Brennoval");
-    }
-    return true;
+void askForFolder() {
+    if (Screen* splash = Screens::find("frmSplash")) // nothing repeats the attempt after this dialog
+        static_cast<frmSplash*>(splash)->setTimerInterval(0);
+    Dialogs::current().show({"Invalid Database Path!\nPlease indicate location of database.", "Invalid"});
+    Screens::open("frmDatabasePath");
 }
 
 } // namespace
 
-QString ProgramFolder() {
-    return QCoreApplication::applicationDirPath();
-}
-
-bool PreviousInstance() {
-    static QLockFile lock(QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
-                              .filePath("brennoval-" + QDir::home().dirName() + ".lock"));
-    static const bool other = [] {
-        lock.setStaleLockTime(0);
-        return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
-    }();
-    return other;
-}
-
-QString ProgramVersion() {
-    return QString("%1.%2").arg(BRENNOVAL_MAJOR).arg(BRENNOVAL_MINOR);
-}
-
 void ShowErrorText(const QString& text, const QString& module) {
-    Screen* screen = Screens::load("frmError");
+    auto* screen = static_cast<frmError*>(Screens::load("frmError"));
     if (!screen)
         return;
     if (!module.isEmpty())
         screen->Tag = module;
-    static_cast<frmError*>(screen)->setReport(text);
+    screen->setReport(text);
     Screens::show("frmError");
     screen->raise();
     screen->activateWindow();
 }
 
 void ReportError(std::int32_t number, const QString& description, const QString& dll, const QString& source,
-                 const QString& codeSource, Connection* connection1, Connection* connection2,
-                 const QString& module) {
-    SetStatusText("Error");
-    for (Connection* connection : {connection1, connection2})
-        if (connection)
-            connection->Close();
-    while (QApplication::overrideCursor())
-        QApplication::restoreOverrideCursor();
+                 const QString& codeSource, const QString& module) {
     const QString systemSource =
         source.isEmpty() ? codeSource : QString(source).replace(DatabasePassword(), "********");
+    // The date and time of line 3 alone tell a failure from the same one a tick later.
+    const QString failure =
+        QStringList{QString::number(number), description, systemSource, codeSource}.join(u'\n');
+    const auto* shown = static_cast<const frmError*>(Screens::find("frmError"));
+    if (!module.isEmpty() && shown && shown->Tag == module && shown->failure() == failure)
+        return;
+    SetStatusText("Error");
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
     const QStringList lines = {
         "ERROR MESSAGE",
-        QString("Version: %1.%2").arg(ProgramVersion()).arg(BRENNOVAL_REVISION),
+        "Version: " + FullProgramVersion(),
         "Date: " + QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss"),
         QString("Error No. %1").arg(number),
         "Desc: " + description,
@@ -99,19 +63,19 @@ void ReportError(std::int32_t number, const QString& description, const QString&
         "Path: " + ProgramFolder(),
         "File Description:Brennoval, electronic catalog tool and expansion tank selection software",
         QString("Instance:%1").arg(QCoreApplication::applicationPid()),
-        "PrevInstance:" + trueOrFalse(PreviousInstance()),
+        QString("PrevInstance:") + (PreviousInstance() ? "True" : "False"),
         QString("Other: Qt %1, %2").arg(qVersion(), QGuiApplication::platformName()),
     };
     ShowErrorText(lines.join("\r\n") + "\r\n", module);
+    if (auto* screen = static_cast<frmError*>(Screens::find("frmError")))
+        screen->setFailure(failure);
 }
 
-void Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
-    fails(codeSource, procedure, module);
-}
-
-void Procedure(const QString& codeSource, const std::function<void()>& procedure) {
-    if (fails(codeSource, procedure, {}))
-        throw AlreadyReported{};
+void ShowFailure(const Fault& fault, const QString& codeSource, const QString& module) {
+    if (dynamic_cast<const NoDatabaseFile*>(&fault))
+        return askForFolder();
+    ReportError(fault.number(), QString::fromUtf8(fault.what()), "0", QString::fromStdString(fault.source()),
+                codeSource, module);
 }
 
 } // namespace UtilityFunctions

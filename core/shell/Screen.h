@@ -1,13 +1,19 @@
 #pragma once
 
 #include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
 
 #include <QAbstractButton>
 #include <QHash>
+#include <QPointer>
 #include <QPushButton>
 #include <QWidget>
 
 #include <functional>
+
+/// What a screen is loaded for. Opened for another, it loads afresh, so that it never shows one job and saves
+/// into another.
+enum class Subject { TankLine, Job, None };
 
 /// A screen of the program: one instance, opened and closed by name through Screens. Its controls are the
 /// members of its Ui class.
@@ -18,6 +24,7 @@ class Screen : public QWidget {
     /// "0" until a button has taken over, then "1": a closing with another text is the user's.
     QString Tag = "0";
 
+    /// Fills the screen. One that throws is not shown.
     virtual void Load() {}
     virtual void Activate() {}
     virtual void Deactivate() {}
@@ -27,12 +34,19 @@ class Screen : public QWidget {
     virtual QWidget* firstField() const { return nullptr; }
     /// Screens that fill the main window; the others stand in their own size when they come to the front.
     virtual bool fillsWindow() const { return false; }
+    /// Screens that gain from being larger have a maximise button.
+    virtual bool growsWithWindow() const { return false; }
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
+    virtual Subject subject() const { return Subject::TankLine; }
+    /// Look-ups, pads and views go when Escape is pressed.
+    virtual bool closesOnEscape() const { return false; }
 
     const QString& name() const { return screenName_; }
     /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
     bool validateLeaving(QWidget* field);
+    /// Whether a press on a widget may leave a field without its check: it is a Cancel.
+    bool leavesUnchecked(const QWidget* widget) const;
     /// An entry box or other control by its name.
     template<typename Control>
     Control* control(const QString& controlName) const {
@@ -40,20 +54,28 @@ class Screen : public QWidget {
     }
 
   protected:
-    /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext".
-    void on(QAbstractButton* button, const QString& procedure, std::function<void()> handler);
+    /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext". A field
+    /// that was left by way of a menu or another screen is checked first.
+    void on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
+    /// The same for a Cancel, which checks no field.
+    void onCancel(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
     /// Makes a button open a screen, or unavailable while that screen does not stand yet.
     void opens(QAbstractButton* button, const QString& screen);
     /// Sets the check that runs before the focus leaves a field; false vetoes the leaving.
-    void onLeaving(QWidget* field, const QString& procedure, std::function<bool()> check);
-    void trap(const QString& procedure, const std::function<void()>& body) const;
-    /// Runs a procedure of a handler: a failure is reported under its name, such as ".SaveRecord", and ends
-    /// the handler.
-    void procedure(const QString& name, const std::function<void()>& body) const;
+    void onLeaving(QWidget* field, const QString& procedure, const std::function<bool()>& check);
+    /// Runs a body under the error trap; true when nothing failed.
+    bool trap(const QString& procedure, const std::function<void()>& body) const;
+    /// Runs a procedure of a handler: a failure ends the handler and is reported under the procedure's name,
+    /// such as ".SaveRecord".
+    void procedure(const QString& procedureName, const std::function<void()>& body) const;
+    /// Leaves on purpose for another screen. When that cannot load, this one stays; false then.
+    bool leaveFor(const QString& screen);
     /// Marks a button whose screen or routine does not stand yet.
     static void makeUnavailable(QAbstractButton* button);
     /// The button that Return presses.
     void setDefault(QPushButton* button);
+    /// The window title, which may hold any text of the user's.
+    void setTitle(const QString& title);
     /// Prepares the controls after setupUi: text boxes select their text on focus, and a button with a
     /// property iconName gets that icon.
     void prepare();
@@ -63,33 +85,12 @@ class Screen : public QWidget {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    bool checkFieldsLeftOtherwise();
+
     QString screenName_;
     QHash<QWidget*, std::function<bool()>> checks;
+    QList<QPointer<QWidget>> unchecked; // fields that had the focus and whose check has not passed since
+    QList<const QWidget*> cancels;
     QPushButton* defaultButton = nullptr;
     QWidget* enteredByMouse = nullptr;
 };
-
-/// Opens and closes the screens by name. Nothing else does.
-namespace Screens {
-
-void add(const QString& name, const std::function<Screen*()>& factory);
-bool known(const QString& name);
-/// Constructs the screen and runs its Load, unless it is loaded. Null when its Load unloaded it again.
-Screen* load(const QString& name);
-/// Shows a loaded screen and makes it the active one.
-void show(const QString& name);
-/// Loads and shows.
-void open(const QString& name);
-/// Closes a screen unless its closing check refuses; true when it is gone.
-bool unload(const QString& name);
-Screen* find(const QString& name);
-/// An entry box of a screen, which is loaded when it is not. Throws Fault 91 when there is none.
-QWidget* field(const QString& screen, const QString& control);
-/// Names of the loaded screens, the oldest first.
-QStringList loaded();
-/// Name of the active screen of the main window; an empty text when there is none.
-QString active();
-/// Tells that another screen of the main window has become the active one.
-void setActive(Screen* screen);
-
-} // namespace Screens

@@ -1,2 +1,54 @@
 #pragma once
-#include "core/shell/Screen.h" // IWYU pragma: export
+
+#include "core/shell/Screen.h"
+
+#include <functional>
+
+class QMdiArea;
+
+/// Opens and closes the screens by name. Nothing else does.
+namespace Screens {
+
+void add(const QString& name, const std::function<Screen*()>& factory);
+bool known(const QString& name);
+/// Names of all screens, open or not.
+QStringList names();
+/// Constructs the screen and runs its Load, unless it is loaded for the same job, tank and application;
+/// loaded for another, it goes first, without its closing check. Null when its Load failed or unloaded it
+/// again.
+Screen* load(const QString& name);
+/// Shows a loaded screen and makes it the active one.
+void show(const QString& name);
+/// Loads and shows; false when there is nothing to show.
+bool open(const QString& name);
+
+/// What became of a closing.
+enum class Closing { Gone, Refused, Failed };
+/// Closes a screen unless its closing check refuses or fails.
+Closing close(const QString& name);
+/// The same; true when it is gone.
+bool unload(const QString& name);
+
+Screen* find(const QString& name);
+/// An entry box of a screen, which is loaded when it is not. Throws Fault 91 when there is none.
+QWidget* field(const QString& screen, const QString& control);
+/// Names of the loaded screens, the oldest first.
+QStringList loaded();
+/// Name of the active screen of the main window; an empty text when there is none.
+QString active();
+/// Tells that another screen of the main window has become the active one.
+void setActive(Screen* screen);
+
+/// The area in which the screens stand, from the main window; null when that goes.
+void setArea(QMdiArea* area);
+/// Puts the screens that the user has not moved back into the middle of the area.
+void placeAgain();
+
+} // namespace Screens
+
+namespace UtilityFunctions {
+
+/// Gives a screen its size and places it in the middle of the main window, at its top edge when it is taller.
+void FormatScreen(Screen& screen);
+
+} // namespace UtilityFunctions

@@ -1,9 +1,10 @@
 #include "core/shell/frmDatabasePath.h"
 
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
-#include <cstdlib>
+#include <QApplication>
 
 using namespace UtilityFunctions;
 
@@ -21,7 +22,7 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
             StorePath();
         Screens::unload(name());
     });
-    on(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
+    onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
 }
 
 void frmDatabasePath::StorePath() {

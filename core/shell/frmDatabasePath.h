@@ -8,6 +8,7 @@ class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
   public:
     frmDatabasePath();
     bool isTopLevel() const override { return true; }
+    Subject subject() const override { return Subject::None; }
 
   private:
     bool QueryUnload() override;

@@ -1,5 +1,7 @@
 #include "core/shell/frmError.h"
 
+#include "core/shell/Screens.h"
+
 #include <QApplication>
 
 frmError::frmError() : Screen("frmError") {
@@ -15,5 +17,6 @@ frmError::frmError() : Screen("frmError") {
 }
 
 void frmError::setReport(const QString& report) {
+    failed.clear();
     lblTechSupport->setPlainText(report);
 }

@@ -2,31 +2,45 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/look/Appearance.h"
 #include "core/shell/BrennovalMain.h"
-#include "core/shell/ErrorReport.h"
+#include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
+#include "core/store/Schema.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QScreen>
 
 namespace {
 constexpr int tickMilliseconds = 500;
+constexpr int longestWait =
+    200; // milliseconds for a lock: the window must not freeze, and the next tick tries again
 
-/// The flag that asks for the getting-started screen when it is 0; 2 for an empty table.
+/// The flag that asks for the getting-started screen when it is 0; 2 for an empty table. Brings older data up
+/// to this program's version first.
 int firstTimeFlag() {
-    int flag = 2;
-    Connection connection = UtilityFunctions::openDatabase("User");
+    Connection connection = UtilityFunctions::dbConnection("User");
+    connection.setBusyTimeout(longestWait);
+    connection.Open();
+    Schema::upgrade(connection);
     Recordset rows;
-    rows.Open("tblFirstTime", connection, CursorType::Keyset, LockType::Optimistic, CommandType::Table);
-    if (!rows.AtEnd())
-        flag = ToInt16(rows["FirstTime"].number());
-    return flag;
+    rows.Open("tblFirstTime", connection, CursorType::Keyset, CommandType::Table);
+    return rows.AtEnd() ? 2 : ToInt16(rows["FirstTime"].number());
+}
+
+/// A failure that an earlier tick has shown is over: its window is an ordinary one.
+void calmError() {
+    if (Screen* error = Screens::find("frmError"); error && error->Tag == "Splash")
+        error->Tag = "0";
 }
 } // namespace
 
 frmSplash::frmSplash() : Screen("frmSplash") {
     setupUi(this);
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_QuitOnClose); // the program does not end with the dialog over it
+    Image2->setPixmap(Appearance::splashPicture(Image2->size(), devicePixelRatioF()));
     connect(&Timer1, &QTimer::timeout, this, [this] { trap(".Timer", [this] { Timer1_Timer(); }); });
 }
 
@@ -35,6 +49,15 @@ void frmSplash::setTimerInterval(int interval) {
         Timer1.stop();
     else
         Timer1.start(interval);
+}
+
+void frmSplash::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        QApplication::exit(0);
+}
+
+void frmSplash::mousePressEvent(QMouseEvent* /*event*/) {
+    QApplication::exit(0);
 }
 
 void frmSplash::Load() {
@@ -55,6 +78,7 @@ void frmSplash::Timer1_Timer() {
         Screens::open("frmDatabasePath"); // the next tick tries again behind it
         return;
     }
+    calmError();
     auto* window = new BrennovalMain;
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();

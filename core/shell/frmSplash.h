@@ -5,13 +5,19 @@
 
 #include <QTimer>
 
-/// The first screen: opens the user database and brings up the main window.
+/// The first screen: opens the user database and brings up the main window. A click or Escape ends the
+/// program.
 class frmSplash : public Screen, private Ui::frmSplash {
   public:
     frmSplash();
     bool isTopLevel() const override { return true; }
+    Subject subject() const override { return Subject::None; }
     /// In milliseconds; 0 stops the timer.
     void setTimerInterval(int interval);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
   private:
     void Load() override;

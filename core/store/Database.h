@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/store/Engine.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QString>
@@ -7,38 +9,33 @@
 
 #include <memory>
 
-struct sqlite3;
-struct sqlite3_stmt;
-
-/// One database file, closed until Open. Closes itself.
+/// One database, closed until Open. Closes itself.
 class Connection {
   public:
-    Connection();
-    ~Connection();
-    Connection(Connection&& other) noexcept;
-    Connection& operator=(Connection&& other) noexcept;
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
     /// Parameters by the names of the data layer: "Provider", "Mode", "Data Source" and the password.
     void setProperty(const QString& name, const QString& value);
     /// All parameters as one text. It holds the password.
     QString ConnectionString() const;
     QString dataSource() const { return properties.value(QStringLiteral("Data Source")); }
 
-    /// Opens the file for reading and writing; it must exist. Throws DatabaseFault.
+    /// How long Open and all that follows wait for another copy of the program that is saving.
+    void setBusyTimeout(int milliseconds) { busyMilliseconds = milliseconds; }
+
+    /// Opens the data for reading and writing; they must exist. Throws DatabaseFault.
     void Open();
-    void Close();
-    bool IsOpen() const { return handle != nullptr; }
+    void Close() { opened.reset(); }
+    bool IsOpen() const { return opened != nullptr; }
+
+    /// The engine of an open connection. Throws DatabaseFault 3709 when it is closed.
+    Engine& engine() const;
 
   private:
-    friend class Recordset;
-    sqlite3* handle = nullptr;
+    std::unique_ptr<Engine> opened;
     QHash<QString, QString> properties;
+    int busyMilliseconds = 4000;
 };
 
 enum class CursorType { ForwardOnly = 0, Keyset = 1 };
-enum class LockType { Optimistic = 3, BatchOptimistic = 4 };
 enum class CommandType { Text = 1, Table = 2 };
 
 /// The rows of a query or a table, one at a time. Closes itself; the connection must outlive it.
@@ -48,7 +45,7 @@ class Recordset {
     class Field {
       public:
         bool isNull() const;
-        /// Text; an empty one for null. Numbers in their shortest decimal form.
+        /// Text; an empty one for null. Numbers as people read them, in their shortest form.
         QString text() const;
         /// A number, 0 for null. Throws Fault 13 when the column holds other text.
         double number() const;
@@ -68,59 +65,47 @@ class Recordset {
         friend class Recordset;
         Field(Recordset& owner, int column) : recordset(owner), index(column) {}
         void assign(const QVariant& value);
+        const ColumnInfo& column() const;
         Recordset& recordset;
         int index;
     };
 
-    Recordset();
-    ~Recordset();
-    Recordset(const Recordset&) = delete;
-    Recordset& operator=(const Recordset&) = delete;
-
-    /// Runs a statement, or opens a whole table, and stands on the first row.
-    /// Throws DatabaseFault, with number 3709 when the connection is not open.
-    void Open(const QString& source, Connection& connection, CursorType cursor = CursorType::ForwardOnly,
-              LockType lock = LockType::Optimistic, CommandType command = CommandType::Text);
+    /// Runs a statement, or opens a whole table, and stands on the first row. The rows of a keyset cursor and
+    /// of a table can be changed. Throws DatabaseFault, with number 3709 when the connection is not open.
+    void Open(const QString& source, const Connection& connection,
+              CursorType cursor = CursorType::ForwardOnly, CommandType command = CommandType::Text);
     void Close();
 
     /// True when there is no current row.
     bool AtEnd() const { return !onRow; }
     void MoveFirst();
     void MoveNext();
-    int RecordCount();
+    int RecordCount() const { return cursor->count(); }
     /// A column by name, in any case. Throws DatabaseFault 3265 for an unknown name.
     Field operator[](const QString& name);
 
     /// Starts a new row, which Update stores and makes the current one.
     void AddNew();
-    /// Stores the assigned columns. What it stored survives a kill of the program and a power cut.
+    /// Stores the assigned columns in one write. What it stored survives a kill of the program and a power
+    /// cut.
     void Update();
     /// Deletes the current row.
     void Delete();
 
   private:
-    struct Column {
-        QString name;
-        QString declaredType;
-    };
-
     void step();
     void letGo();
     QVariant value(int column) const;
     int columnIndex(const QString& name) const;
     void requireRow() const;
 
-    sqlite3* database = nullptr;
-    sqlite3_stmt* statement = nullptr;
-    QString table;      // whose rows can be changed; empty when the statement is not of that kind
-    QString countQuery; // the statement, for RecordCount
-    QList<Column> columns;
+    std::unique_ptr<EngineCursor> cursor;
     bool onRow = false;
     bool deleted = false; // the current row, by Delete
-    bool resting = false; // the statement was reset for a write; the current row is in stored
+    bool resting = false; // the reading was given up for a write; the current row is in stored
     int position = 0;     // of the current row, from 0
     bool adding = false;
-    qint64 rowId = 0;
+    qint64 rowKey = 0;
     QHash<int, QVariant> assigned; // columns that the next Update stores
     QHash<int, QVariant> stored;   // columns of the current row that an Update changed
 };

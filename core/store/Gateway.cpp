@@ -1,9 +1,6 @@
 #include "core/store/Gateway.h"
 
 #include "core/base/Fault.h"
-#include "core/shell/Dialogs.h"
-#include "core/shell/Screens.h"
-#include "core/shell/frmSplash.h"
 #include "core/store/SessionStore.h"
 
 #include <QDir>
@@ -11,19 +8,24 @@
 
 namespace UtilityFunctions {
 
-namespace {
+QString DatabasePassword() {
+    return QStringLiteral("tinsplum");
+}
 
-/// The file of that name in a folder, its case disregarded; an empty text when there is none.
-QString findFile(QString folder, const QString& name) {
+QString DatabaseFileName(const QString& databaseName) {
+    return databaseName == u"User" ? QStringLiteral("BrennovalUserData.mdb")
+                                   : QStringLiteral("BrennovalSysData.mdb");
+}
+
+QString FindDatabaseFile(const QString& folder, const QString& databaseName) {
+    QString path = folder;
 #ifndef Q_OS_WIN
-    folder.replace('\\', '/');
+    path.replace(u'\\', u'/');
 #endif
-    const QDir directory(folder);
-    const QString asShipped =
-        name == "brennovaluserdata.mdb" ? "BrennovalUserData.mdb" : "BrennovalSysData.mdb";
-    for (const QString& spelling : {asShipped, name})
-        if (QFileInfo(directory.filePath(spelling)).isFile())
-            return directory.filePath(spelling);
+    const QDir directory(path);
+    const QString name = DatabaseFileName(databaseName);
+    if (QFileInfo(directory.filePath(name)).isFile())
+        return directory.filePath(name);
     const QStringList files = directory.entryList(QDir::Files);
     for (const QString& file : files)
         if (file.compare(name, Qt::CaseInsensitive) == 0)
@@ -31,34 +33,22 @@ QString findFile(QString folder, const QString& name) {
     return {};
 }
 
-[[noreturn]] void askForFolder() {
-    if (Screen* splash = Screens::find("frmSplash")) // nothing repeats the attempt after this dialog
-        static_cast<frmSplash*>(splash)->setTimerInterval(0);
-    Dialogs::current().show({"Invalid Database Path!\nPlease indicate location of database.", "Invalid"});
-    Screens::open("frmDatabasePath");
-    throw AlreadyReported{};
-}
-
-} // namespace
-
-QString DatabasePassword() {
-    return "tinsplum";
-}
-
 Connection dbConnection(const QString& databaseName) {
-    const QString fileName = databaseName == "User" ? "brennovaluserdata.mdb" : "brennovalsysdata.mdb";
     Connection connection;
-    connection.setProperty("Provider", "Microsoft.Jet.OLEDB.4.0");
-    connection.setProperty("Mode", "3");
-    connection.setProperty("Jet OLEDB:Database Password", DatabasePassword());
+    connection.setProperty(QStringLiteral("Provider"), QStringLiteral("Microsoft.Jet.OLEDB.4.0"));
+    connection.setProperty(QStringLiteral("Mode"), QStringLiteral("3"));
+    connection.setProperty(QStringLiteral("Jet OLEDB:Database Password"), DatabasePassword());
     QString folder;
-    if (GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder) ||
-        GetRegValue(HKeyLocalMachine(), AppRegistryKey(), DatabaseDirectoryValue(), folder)) {
-        const QString file = findFile(folder, fileName);
-        if (file.isEmpty())
-            askForFolder();
-        connection.setProperty("Data Source", file);
-    }
+    if (!GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder) &&
+        !GetRegValue(HKeyLocalMachine(), AppRegistryKey(), DatabaseDirectoryValue(), folder))
+        return connection;
+    const QString file = FindDatabaseFile(folder, databaseName);
+    if (file.isEmpty())
+        throw NoDatabaseFile(DatabaseFault::Unspecified,
+                             "There is no " + DatabaseFileName(databaseName).toStdString() +
+                                 " in the folder " + folder.toStdString(),
+                             connection.ConnectionString().toStdString());
+    connection.setProperty(QStringLiteral("Data Source"), file);
     return connection;
 }
 
@@ -66,6 +56,12 @@ Connection openDatabase(const QString& databaseName) {
     Connection connection = dbConnection(databaseName);
     connection.Open();
     return connection;
+}
+
+Rows::Rows(const QString& databaseName, const QString& statement, CursorType cursor, CommandType command)
+    : connection(std::make_unique<Connection>(openDatabase(databaseName))),
+      recordset(std::make_unique<Recordset>()) {
+    recordset->Open(statement, *connection, cursor, command);
 }
 
 } // namespace UtilityFunctions

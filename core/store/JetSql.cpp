@@ -1,10 +1,12 @@
 #include "core/store/JetSql.h"
 
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 
 #include <QDate>
 #include <QList>
 #include <QLocale>
+#include <QSet>
 
 namespace {
 
@@ -208,59 +210,168 @@ Tokens havingToWhere(const Tokens& tokens) {
     return moved;
 }
 
-/// Writes tokens as SQLite's text. Operands are kept as pieces, so that ^ and & can take the ones beside.
+bool isComparison(const Token& token) {
+    static const QSet<QString> signs = {QStringLiteral("="),  QStringLiteral("<"),  QStringLiteral(">"),
+                                        QStringLiteral("<="), QStringLiteral(">="), QStringLiteral("<>")};
+    return token.kind == Kind::Symbol && signs.contains(token.text);
+}
+
+/// Takes the trailing blanks off the texts that are compared as they stand: none are stored.
+void trimComparedTexts(Tokens& tokens) {
+    const auto neighbour = [&](qsizetype from, qsizetype direction) -> const Token* {
+        qsizetype i = from + direction;
+        while (i >= 0 && i < tokens.size() && tokens[i].kind == Kind::Blank)
+            i += direction;
+        return i >= 0 && i < tokens.size() ? &tokens[i] : nullptr;
+    };
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        if (tokens[i].kind != Kind::Text)
+            continue;
+        const Token* before = neighbour(i, -1);
+        const Token* after = neighbour(i, 1);
+        const bool compared = (before && isComparison(*before)) || (after && isComparison(*after));
+        const bool joined = (before && isSymbol(*before, "&")) || (after && isSymbol(*after, "&"));
+        if (compared && !joined)
+            tokens[i].text = WithoutTrailingBlanks(tokens[i].text);
+    }
+}
+
+/// Words that stand between expressions; every other word is part of one.
+bool isKeyword(const Token& token) {
+    static const QSet<QString> words = [] {
+        const QString all = QStringLiteral("SELECT DISTINCT ALL TOP FROM WHERE AND OR NOT LIKE IN IS BETWEEN "
+                                           "ON BY HAVING AS JOIN INNER LEFT "
+                                           "RIGHT OUTER GROUP ORDER ASC DESC UNION LIMIT OFFSET SET VALUES "
+                                           "INTO INSERT UPDATE DELETE CASE WHEN "
+                                           "THEN ELSE END");
+        const QStringList list = all.split(u' ');
+        return QSet<QString>(list.begin(), list.end());
+    }();
+    return token.kind == Kind::Word && words.contains(token.text.toUpper());
+}
+
+/// Writes tokens in an engine's dialect. Expressions are parsed, so that each operator takes the operands
+/// that are its own; all else is passed on as it stands.
 class Writer {
   public:
-    explicit Writer(const Tokens& all) : tokens(all) {}
+    Writer(const Tokens& all, const SqlDialect& sqlDialect) : tokens(all), dialect(sqlDialect) {}
 
     QString write() {
+        QString text;
         while (position < tokens.size())
-            step();
-        return pieces.join(QString());
+            text += startsOperand() ? joined() : passedOn();
+        return text;
     }
 
   private:
-    void step() {
+    bool startsOperand() const {
         const Token& token = tokens[position];
-        if (isSymbol(token, "^"))
-            power();
-        else if (isSymbol(token, "&"))
-            concatenate();
-        else if (isSymbol(token, "/"))
-            divide();
-        else
-            pieces.append(operand());
+        switch (token.kind) {
+        case Kind::Text:
+        case Kind::Number:
+        case Kind::Date:
+        case Kind::Name:
+            return true;
+        case Kind::Word:
+            return !isKeyword(token);
+        case Kind::Symbol:
+            return token.text == u"(" || token.text == u"-" || token.text == u"+";
+        case Kind::Blank:
+            return false;
+        }
+        return false;
     }
 
-    /// One token, or a parenthesis with its function name and all that stands inside.
+    QString passedOn() {
+        const Token& token = tokens[position++];
+        for (const char* sign : {"^", "/", "&"})
+            if (isSymbol(token, sign))
+                syntaxError(QStringLiteral("an operator without a left side."));
+        return token.text;
+    }
+
+    /// Whether the next sign, behind blanks, is one of these; it is taken then.
+    bool take(std::initializer_list<const char*> signs, QString* taken = nullptr) {
+        qsizetype next = position;
+        skipBlanks(tokens, next);
+        if (next >= tokens.size())
+            return false;
+        for (const char* sign : signs) {
+            if (!isSymbol(tokens[next], sign))
+                continue;
+            position = next + 1;
+            skipBlanks(tokens, position);
+            if (taken)
+                *taken = QLatin1String(sign);
+            return true;
+        }
+        return false;
+    }
+
+    // From the operator that binds least to the one that binds most.
+    QString joined() {
+        QString left = sum();
+        while (take({"&"}))
+            left = dialect.joined(left, sum());
+        return left;
+    }
+
+    QString sum() {
+        QString left = product();
+        for (QString sign; take({"+", "-"}, &sign);)
+            left += u' ' + sign + u' ' + product();
+        return left;
+    }
+
+    QString product() {
+        QString left = signedPower();
+        for (QString sign; take({"*", "/"}, &sign);) {
+            const QString right = signedPower();
+            left = sign == u"/" ? dialect.quotient(left, right) : left + QStringLiteral(" * ") + right;
+        }
+        return left;
+    }
+
+    QString signedPower() {
+        if (take({"-"}))
+            return u'-' + signedPower();
+        take({"+"});
+        QString base = operand();
+        while (take({"^"}))
+            base = dialect.power(base, take({"-"}) ? u'-' + operand() : operand());
+        return base;
+    }
+
+    /// One value, or a parenthesis with its function's name and all that stands inside.
     QString operand() {
+        if (position >= tokens.size() || !startsOperand())
+            syntaxError(QStringLiteral("an operator without a right side."));
         const Token& token = tokens[position++];
         switch (token.kind) {
         case Kind::Text:
             return quotedText(token.text);
-        case Kind::Name:
-            return QuotedName(token.text);
         case Kind::Date:
             return quotedText(isoDate(token.text));
+        case Kind::Name:
         case Kind::Word:
-            return word(token);
-        case Kind::Symbol:
-            return token.text == u"(" ? parenthesis() : token.text;
+            return name(token);
         default:
-            return token.text;
+            return token.text == u"(" ? parenthesis() : token.text;
         }
     }
 
-    QString word(const Token& token) {
-        QString text = isWord(token, "DateValue") ? QStringLiteral("date") : token.text;
+    QString name(const Token& token) {
+        const auto part = [this](const Token& word) {
+            return word.kind == Kind::Name ? dialect.quotedName(word.text) : word.text;
+        };
+        QString text = isWord(token, "DateValue") ? dialect.dayFunction() : part(token);
         while (position < tokens.size() && isSymbol(tokens[position], ".")) { // table.column
             ++position;
             text += u'.';
             if (position < tokens.size() && tokens[position].kind != Kind::Blank)
-                text += operand();
+                text += part(tokens[position++]);
         }
-        const bool call = position < tokens.size() && isSymbol(tokens[position], "(");
-        if (!call)
+        if (position >= tokens.size() || !isSymbol(tokens[position], "("))
             return text;
         ++position;
         return text + parenthesis();
@@ -274,54 +385,15 @@ class Writer {
             const Token& token = tokens[position++];
             depth += isSymbol(token, "(") ? 1 : isSymbol(token, ")") ? -1 : 0;
             if (depth == 0)
-                return u'(' + Writer(inside).write() + u')';
+                return u'(' + Writer(inside, dialect).write() + u')';
             inside.append(token);
         }
         syntaxError(QStringLiteral("a parenthesis does not end."));
     }
 
-    QString left() {
-        while (!pieces.isEmpty() && pieces.last().trimmed().isEmpty())
-            pieces.removeLast();
-        if (pieces.isEmpty())
-            syntaxError(QStringLiteral("an operator without a left side."));
-        return pieces.takeLast();
-    }
-
-    QString right() {
-        ++position;
-        skipBlanks(tokens, position);
-        QString sign;
-        if (position < tokens.size() && isSymbol(tokens[position], "-")) {
-            sign = QStringLiteral("-");
-            ++position;
-        }
-        if (position >= tokens.size())
-            syntaxError(QStringLiteral("an operator without a right side."));
-        return sign + operand();
-    }
-
-    void power() {
-        const QString base = left();
-        pieces.append(QStringLiteral("JetPower(%1, %2)").arg(base, right()));
-    }
-
-    void concatenate() { // a null counts as an empty text
-        const QString before = left();
-        const QString start = before.startsWith(QStringLiteral("(IFNULL("))
-                                  ? before
-                                  : QStringLiteral("(IFNULL(%1, ''))").arg(before);
-        pieces.append(QStringLiteral("(%1 || IFNULL(%2, ''))").arg(start, right()));
-    }
-
-    void divide() { // "* 1.0" makes a fraction of whole numbers too
-        pieces.append(QStringLiteral("* 1.0 /"));
-        ++position;
-    }
-
     const Tokens tokens;
+    const SqlDialect& dialect;
     qsizetype position = 0;
-    QStringList pieces;
 };
 
 QString updatableTable(const Tokens& tokens) {
@@ -339,11 +411,7 @@ QString updatableTable(const Tokens& tokens) {
 
 } // namespace
 
-QString QuotedName(const QString& name) {
-    return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
-JetStatement RewriteJetSql(const QString& statement) {
+JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect) {
     Tokens tokens = Tokenizer(statement).all();
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         if (!isWord(tokens[i], "DELETE"))
@@ -354,6 +422,6 @@ JetStatement RewriteJetSql(const QString& statement) {
             tokens.removeAt(star);
         break;
     }
-    const QString table = updatableTable(tokens);
-    return {Writer(havingToWhere(tokens)).write(), table};
+    trimComparedTexts(tokens);
+    return {Writer(havingToWhere(tokens), dialect).write(), updatableTable(tokens)};
 }

@@ -143,3 +143,7 @@ void SessionValue::write(const QString& text) const {
 }
 
 } // namespace UtilityFunctions
+
+std::optional<Application> Session::application() {
+    return ApplicationNamed(TankClass.text().toStdString());
+}

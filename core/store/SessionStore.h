@@ -1,9 +1,12 @@
 #pragma once
 
+#include "core/base/Applications.h"
+
 #include <QString>
 #include <QVariant>
 
 #include <cstdint>
+#include <optional>
 
 /// The blackboard between the screens: named text values that outlive the program. On Windows it is the
 /// registry, elsewhere an ini file of the user and one of the machine, with the registry's rules: names
@@ -66,4 +69,17 @@ inline constexpr UtilityFunctions::SessionValue JobID{"JobID"};
 inline constexpr UtilityFunctions::SessionValue TankID{"TankID"};
 inline constexpr UtilityFunctions::SessionValue TankClass{"TankClass"};
 inline constexpr UtilityFunctions::SessionValue TankType{"TankType"};
+
+/// What the mode can be.
+namespace Modes {
+inline constexpr QLatin1String New{"New"};
+inline constexpr QLatin1String Edit{"Edit"};
+inline constexpr QLatin1String Delete{"Delete"};
+inline constexpr QLatin1String Convert{"Convert"};
+inline constexpr QLatin1String Engineers{"Engineers"};
+inline constexpr QLatin1String Contractors{"Contractors"};
+} // namespace Modes
+
+/// The application that the session's TankClass names; nothing when it is absent or unknown.
+std::optional<Application> application();
 } // namespace Session

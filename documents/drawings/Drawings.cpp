@@ -1,5 +1,7 @@
 #include "documents/drawings/Drawings.h"
 
+#include "core/shell/Hourglass.h"
+#include "core/base/Program.h"
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/shell/Dialogs.h"

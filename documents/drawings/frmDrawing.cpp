@@ -1,6 +1,6 @@
 #include "documents/drawings/frmDrawing.h"
 
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
 #include "documents/drawings/Drawings.h"
 
 #include <QMouseEvent>

@@ -9,6 +9,8 @@
 class frmDrawing : public Screen, private Ui::frmDrawing {
   public:
     frmDrawing();
+    Subject subject() const override { return Subject::None; }
+    bool closesOnEscape() const override { return true; }
     void ShowDrawing(const QString& drawing);
 
   protected:

@@ -1,7 +1,6 @@
 #include "documents/report/Renderer.h"
 
-#include "core/base/Format.h"
-#include "core/base/Numbers.h"
+#include "core/base/Text.h"
 #include "core/store/Database.h"
 #include "documents/drawings/Picture.h"
 #include "documents/report/TextFit.h"
@@ -281,9 +280,6 @@ Pages RenderPages(const Layout& layout, Recordset& rows) {
 QString ShownNumber(double number, const QString& pattern) {
     constexpr QLatin1String general("General");
     if (!pattern.startsWith(general))
-        return QString::fromStdString(Format(number, pattern.toStdString()));
-    QString text = QString::fromStdString(NumberText(number));
-    if (text.startsWith(u'.') || text.startsWith(u"-.")) // people read a zero before the point
-        text.insert(text.indexOf(u'.'), u'0');
-    return text + pattern.mid(general.size());
+        return FormattedNumber(number, pattern.toStdString());
+    return ShownNumber(number) + pattern.mid(general.size());
 }

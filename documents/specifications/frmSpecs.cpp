@@ -1,8 +1,7 @@
 #include "documents/specifications/frmSpecs.h"
 
-#include "core/base/Fault.h"
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Status.h"
 #include "documents/specifications/Placeholders.h"
 #include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"

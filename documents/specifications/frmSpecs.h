@@ -7,6 +7,7 @@
 class frmSpecs : public Screen, private Ui::frmSpecs {
   public:
     frmSpecs();
+    Subject subject() const override { return Subject::None; }
 
   private:
     void Load() override;

@@ -1,11 +1,11 @@
 #include "documents/viewer/frmReportViewer.h"
 
-#include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
-#include "core/shell/Lists.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Status.h"
+#include "core/shell/Commands.h"
 #include "documents/viewer/ReportOutput.h"
 
-#include <QAction>
+#include <QHeaderView>
 #include <QShortcut>
 
 #include <cmath>
@@ -36,6 +36,9 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
     connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { lblFound->clear(); });
+    lstContents->header()->setStretchLastSection(false);
+    lstContents->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    lstContents->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     const auto goToRow = [this](QTreeWidgetItem* row) {
         if (row)
             ARViewer21->goTo(contents[lstContents->indexOfTopLevelItem(row)]);
@@ -86,7 +89,6 @@ void frmReportViewer::ShowContents() {
             contents.append({page, i, 0});
         }
     }
-    FitColumns(lstContents);
     lstContents->setVisible(!contents.isEmpty());
 }
 
@@ -135,15 +137,15 @@ void frmReportViewer::Load() {
 
 void frmReportViewer::Activate() {
     SetStatusText("Brennoval Report Viewer");
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(true);
+    Commands::setEnabled("mnuExport", true);
 }
 
 void frmReportViewer::Deactivate() {
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(false);
+    Commands::setEnabled("mnuExport", false);
 }
 
 bool frmReportViewer::QueryUnload() {
-    BrennovalMain::instance()->command("mnuExport")->setEnabled(false);
+    Commands::setEnabled("mnuExport", false);
     SetStatusBarText();
     return true;
 }

@@ -8,6 +8,7 @@
 class frmReportViewer : public Screen, private Ui::frmReportViewer {
   public:
     frmReportViewer();
+    Subject subject() const override { return Subject::None; }
     bool fillsWindow() const override { return true; }
     QWidget* firstField() const override { return ARViewer21; }
     void setDocument(const Document& shown);

@@ -2,8 +2,8 @@
 #include "core/base/Fault.h"
 #include "core/store/Database.h"
 #include "core/store/SessionStore.h"
-#include "tests/TemporaryHome.h"
 #include "tests/faults/Limits.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -46,7 +46,7 @@ TEST(Install, GivesANewUserKeyFolderAndFiles) {
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
 }
 
-TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnOlderCatalogue) {
+TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnotherCatalogue) {
     const TemporaryHome home;
     const QString folder = home.dataFolder();
     InstallForUser(shippedFolder(), folder);
@@ -66,13 +66,27 @@ TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnOlderCatalogue) {
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), changed);
 }
 
-TEST(Install, KeepsTheFolderThatTheUserChose) {
+TEST(Install, NeverRewritesAStoredFolder) {
     const TemporaryHome home;
-    const QString chosen = home.dataFolder() + "/chosen";
-    InstallForUser(shippedFolder(), chosen);
+    const QString real = home.dataFolder() + "/real";
+    InstallForUser(shippedFolder(), real);
+    QFile::rename(real + u'/' + userFile, real + "/brennovaluserdata.MDB");
+    QFile::link(home.dataFolder() + "/nowhere", home.dataFolder() + "/dangling");
+    // As it is, with the other separators, away for the moment, and a link that leads nowhere.
+    for (const QString& stored : {real, QString(real).replace('/', '\\') + '\\', home.dataFolder() + "/away",
+                                  home.dataFolder() + "/dangling"}) {
+        SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), stored, RegistryType::Text);
+        InstallForUser(shippedFolder(), home.dataFolder() + "/default");
+        EXPECT_EQ(storedFolder(), stored);
+        EXPECT_FALSE(QFile::exists(home.dataFolder() + "/default"));
+        EXPECT_FALSE(QFile::exists(home.dataFolder() + "/away"));
+    }
+    EXPECT_EQ(QDir(real).entryList(QDir::Files).size(), 2) << "no second user file beside the renamed one";
+    RemoveRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue());
+    CreateRegistryKey(HKeyLocalMachine(), AppRegistryKey());
+    SetValueEx({HKeyLocalMachine(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, real);
     InstallForUser(shippedFolder(), home.dataFolder() + "/default");
-    EXPECT_EQ(storedFolder(), chosen);
-    EXPECT_FALSE(QFile::exists(home.dataFolder() + "/default"));
+    EXPECT_EQ(storedFolder(), QString()) << "the machine's folder serves";
 }
 
 TEST(Install, SaysWhatItCannotCopy) {

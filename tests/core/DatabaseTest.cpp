@@ -1,7 +1,7 @@
 #include "core/store/Database.h"
 #include "core/base/Fault.h"
-#include "core/store/JetSql.h"
-#include "tests/TemporaryHome.h"
+#include "core/store/SqliteEngine.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,7 @@ class DatabaseTest : public testing::Test {
 
     void addJob(const QString& id) {
         Recordset jobs;
-        jobs.Open(QStringLiteral("tblJobHeader"), user, CursorType::Keyset, LockType::Optimistic,
-                  CommandType::Table);
+        jobs.Open(QStringLiteral("tblJobHeader"), user, CursorType::Keyset, CommandType::Table);
         jobs.AddNew();
         jobs[QStringLiteral("jobid")] = id;
         jobs[QStringLiteral("DateCreated")] = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
@@ -54,10 +53,10 @@ std::int32_t faultOf(const std::function<void()>& body) {
 
 TEST_F(DatabaseTest, UnderstandsTheDialect) {
     const std::pair<const char*, const char*> cases[] = {
-        {"SELECT 1/2 AS V", ".5"},
+        {"SELECT 1/2 AS V", "0.5"},
         {"SELECT (1/4^.5) * (3) AS V", "1.5"},
         {"SELECT 2 ^ 3 AS V", "8"},
-        {"SELECT 4^-1 AS V", ".25"},
+        {"SELECT 4^-1 AS V", "0.25"},
         {"SELECT 'a' & \"b\" & 'c' AS V", "abc"},
         {"SELECT 'a' & NULL & 'c' AS V", "ac"},
         {"SELECT \"it's\" AS V", "it's"},
@@ -67,6 +66,14 @@ TEST_F(DatabaseTest, UnderstandsTheDialect) {
         {"SELECT #3/14/2026# AS V", "2026-03-14"},
         {"SELECT DateValue('2026-03-14 15:09:26') AS V", "2026-03-14"},
         {"SELECT 'abc' LIKE '%B%' AS V", "1"},
+        {"SELECT 2 + 3 & 4 * 5.0 & 'x' AS V", "520x"},
+        {"SELECT 12.0 & ' X ' & 1/2 AS V", "12 X 0.5"},
+        {"SELECT -2^2 + 10 / 4 AS V", "-1.5"},
+        {"SELECT NULL ^ 2 AS V", ""},
+        {"SELECT 1 / NULL AS V", ""},
+        {"SELECT [t].[c] AS V FROM (SELECT 7 AS c) AS t", "7"},
+        {"SELECT 'a' = 'a  ' AS V", "1"},
+        {"SELECT 'a ' & 'b' AS V", "a b"},
     };
     for (const auto& [sql, expected] : cases)
         EXPECT_EQ(value(user, QString::fromUtf8(sql)).toStdString(), expected) << sql;
@@ -87,17 +94,24 @@ TEST_F(DatabaseTest, RefusesBrokenStatements) {
           "SELECT #0001-01-01#", "SELECT (1", "SELECT 1; DELETE FROM tblUser", "SELECT 1 -- rest", "",
           "nonsense", "SELECT ^ 2"})
         EXPECT_EQ(faultOf([&] { value(user, QString::fromUtf8(sql)); }), DatabaseFault::SyntaxError) << sql;
-    EXPECT_EQ(faultOf([&] { value(user, QStringLiteral("SELECT * FROM tblNone")); }),
-              DatabaseFault::NoSuchTable);
+    const std::pair<const char*, std::int32_t> others[] = {
+        {"SELECT * FROM tblNone", DatabaseFault::NoSuchTable},
+        {"SELECT [115] AS V FROM tblJobHeader", DatabaseFault::SyntaxError},
+        {"SELECT 1 / (3 - 3) AS V", Fault::DivisionByZero},
+        {"SELECT 10 ^ 400 AS V", Fault::Overflow}};
+    for (const auto& [sql, number] : others)
+        EXPECT_EQ(faultOf([&] { value(user, QString::fromUtf8(sql)); }), number) << sql;
 }
 
 TEST_F(DatabaseTest, MovesTheGroupedConditionInFront) {
-    const JetStatement moved = RewriteJetSql(QStringLiteral(
-        "SELECT MAX(TankNo) AS M FROM tblJobData GROUP BY JobID HAVING JobID = 'a'' GROUP BY x'"));
+    const JetStatement moved = RewriteJetSql(
+        QStringLiteral(
+            "SELECT MAX(TankNo) AS M FROM tblJobData GROUP BY JobID HAVING JobID = 'a'' GROUP BY x'"),
+        SqliteDialect());
     EXPECT_EQ(moved.sql.simplified().toStdString(),
               "SELECT MAX(TankNo) AS M FROM tblJobData WHERE JobID='a'' GROUP BY x' GROUP BY JobID");
     const QString other = QStringLiteral("SELECT Min(a) FROM t GROUP BY b HAVING Min(a) > 3");
-    EXPECT_EQ(RewriteJetSql(other).sql, other);
+    EXPECT_EQ(RewriteJetSql(other, SqliteDialect()).sql, other);
 }
 
 TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
@@ -148,8 +162,7 @@ TEST_F(DatabaseTest, GoesOnBehindARowThatItChangedOrDeleted) {
 
 TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
     Recordset tanks;
-    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, LockType::Optimistic,
-               CommandType::Table);
+    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, CommandType::Table);
     tanks.AddNew();
     tanks[QStringLiteral("TankID")] = QStringLiteral("J.1");
     tanks.Update();
@@ -166,8 +179,7 @@ TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
 
 TEST_F(DatabaseTest, RefusesWhatAColumnCannotHold) {
     Recordset tanks;
-    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, LockType::Optimistic,
-               CommandType::Table);
+    tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, CommandType::Table);
     EXPECT_EQ(tanks[QStringLiteral("JobID")].DefinedSize(), 50);
     EXPECT_EQ(tanks[QStringLiteral("AtmPressure")].DefinedSize(), 8);
     tanks.AddNew();

@@ -1,9 +1,15 @@
 #include "core/shell/FieldChecks.h"
+#include "core/base/ApplicationNames.h"
 #include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
+#include "core/shell/Fields.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "tests/TemporaryHome.h"
+#include "core/store/TankLine.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -14,26 +20,16 @@ using namespace UtilityFunctions;
 
 namespace {
 
-class Recorder : public Dialogs {
-  public:
-    QMessageBox::StandardButton show(const Message& message) override {
-        last() = message.title + ": " + message.text;
-        return QMessageBox::Ok;
-    }
-    static QString& last() {
-        static QString text;
-        return text;
-    }
-};
-
 class FieldChecks : public testing::Test {
   protected:
-    FieldChecks() {
-        Dialogs::install(std::make_unique<Recorder>());
-        Recorder::last().clear();
-    }
+    FieldChecks() { dialogs.rule = ScriptedDialogs::decline; }
     ~FieldChecks() override { Dialogs::install(std::make_unique<Dialogs>()); }
 
+    QString shown() const {
+        return dialogs.last.text.isEmpty() ? QString() : dialogs.last.title + ": " + dialogs.last.text;
+    }
+
+    ScriptedDialogs& dialogs = ScriptedDialogs::install();
     QLineEdit field;
     QLineEdit other;
 };
@@ -52,11 +48,11 @@ TEST_F(FieldChecks, Numeric) {
                  {"1,5", false, "Error: Please enter a valid numeric value!"},
                  {"-.5", false, "Error: Please enter a positive number!"}};
     for (const auto& c : cases) {
-        Recorder::last().clear();
+        dialogs.last = {};
         field.setText(c.text);
         EXPECT_EQ(ValidateNumeric(&field, true), c.passes) << c.text;
         EXPECT_EQ(IsMarked(&field), !c.passes) << c.text;
-        EXPECT_EQ(Recorder::last().toStdString(), c.message);
+        EXPECT_EQ(shown().toStdString(), c.message);
         EXPECT_EQ(field.text(), c.text);
     }
     EXPECT_EQ(field.palette().color(QPalette::Base), QColor(255, 255, 128));
@@ -71,7 +67,7 @@ TEST_F(FieldChecks, NumericEmptyAndSilent) {
     EXPECT_FALSE(ValidateNumeric(&field, false));
     EXPECT_EQ(field.text(), "0");
     EXPECT_TRUE(IsMarked(&field));
-    EXPECT_EQ(Recorder::last(), "");
+    EXPECT_EQ(shown(), "");
 }
 
 TEST_F(FieldChecks, MinMaxAndRange) {
@@ -81,12 +77,12 @@ TEST_F(FieldChecks, MinMaxAndRange) {
         field.setText(text);
         EXPECT_EQ(ValidateMinMax(&field, 5, 10), passes) << text;
     }
-    EXPECT_EQ(Recorder::last(), "Error: Please enter a value between 5 and 10.");
+    EXPECT_EQ(shown(), "Error: Please enter a value between 5 and 10.");
     field.setText("5");
     other.setText("5");
     EXPECT_FALSE(ValidateValueRange(&field, &other));
     EXPECT_TRUE(IsMarked(&field) && IsMarked(&other));
-    EXPECT_EQ(Recorder::last(), "Error: The maximum value must be greater than the minimum value!");
+    EXPECT_EQ(shown(), "Error: The maximum value must be greater than the minimum value!");
     other.setText("5.1");
     EXPECT_TRUE(ValidateValueRange(&field, &other));
     EXPECT_FALSE(IsMarked(&field) || IsMarked(&other));
@@ -154,11 +150,11 @@ TEST(SharedServices, HelpContextOfTheApplication) {
 TEST(MainWindow, HasAllCommandsAndDisablesWhatIsNotThere) {
     const BrennovalMain window;
     EXPECT_EQ(window.windowTitle(), "Ordwick Company Brennoval Version 1.0");
-    EXPECT_EQ(window.command("mnuClose")->shortcut(), QKeySequence("Ctrl+M"));
-    EXPECT_EQ(window.command("mnuConvert")->property("helpContext"), 303);
-    EXPECT_FALSE(window.command("mnuPrint")->isEnabled());
-    EXPECT_EQ(window.command("mnuPrint")->toolTip(), "Not available yet");
-    EXPECT_FALSE(window.command("mnuSchedule")->isVisible());
+    EXPECT_EQ(Commands::action("mnuClose")->shortcut(), QKeySequence("Ctrl+M"));
+    EXPECT_EQ(Commands::action("mnuConvert")->property("helpContext"), 303);
+    EXPECT_FALSE(Commands::action("mnuPrint")->isEnabled());
+    EXPECT_EQ(Commands::action("mnuPrint")->toolTip(), "Not available yet");
+    EXPECT_FALSE(Commands::action("mnuSchedule")->isVisible());
     EXPECT_TRUE(window.toolCommand("Exit")->isEnabled());
     EXPECT_EQ(window.toolCommand("Close")->toolTip(), "Close");
 }

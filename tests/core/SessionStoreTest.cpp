@@ -1,5 +1,5 @@
 #include "core/store/SessionStore.h"
-#include "tests/TemporaryHome.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

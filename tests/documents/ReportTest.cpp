@@ -1,8 +1,8 @@
 #include "core/store/Gateway.h"
 #include "documents/report/Renderer.h"
 #include "documents/report/TextFit.h"
-#include "tests/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

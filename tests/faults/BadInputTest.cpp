@@ -2,8 +2,13 @@
 // hang, and no row that a save did not write.
 
 #include "core/base/Numbers.h"
+#include "core/base/Text.h"
+#include "core/shell/Screens.h"
+#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "tests/faults/Program.h"
+#include "tests/support/Driver.h"
+#include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -113,9 +118,9 @@ class BadInput : public testing::Test {
   protected:
     BadInput() {
         home.installData();
-        Program::start();
+        dialogs = &Driver::start();
     }
-    ~BadInput() override { Program::stop(); }
+    ~BadInput() override { Driver::stop(); }
 
     static int count(const QString& sql) {
         Connection user = openDatabase("User");
@@ -126,7 +131,7 @@ class BadInput : public testing::Test {
 
     static void closeErrors() {
         Screens::unload("frmError");
-        Program::settle();
+        Driver::settle();
     }
 
     static void expectSound() {
@@ -137,6 +142,7 @@ class BadInput : public testing::Test {
     }
 
     TemporaryHome home;
+    ScriptedDialogs* dialogs = nullptr;
 };
 
 } // namespace
@@ -144,34 +150,35 @@ class BadInput : public testing::Test {
 TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
     Texts texts(101);
     int stored = 0;
-    for (int i = 0; i < 600; ++i) {
-        QuietDialogs::choose() = [&](const Message& m) {
+    const int rounds = Rounds(120, 600);
+    for (int i = 0; i < rounds; ++i) {
+        dialogs->rule = [&](const Message& m) {
             return m.buttons & QMessageBox::Yes                             ? QMessageBox::No
                    : texts.below(2) == 0 && m.buttons & QMessageBox::Cancel ? QMessageBox::Cancel
                                                                             : QMessageBox::Ok;
         };
-        Program::command("mnuNewJob");
+        Driver::command("mnuNewJob");
         for (const char* box : {"txtJobID", "txtJobDscrptn", "txtEng", "txtCont", "txtJobInfo"}) {
-            Program::enter("frmJobHeader", box, texts.any());
+            Driver::enter("frmJobHeader", box, texts.any());
             ASSERT_TRUE(QApplication::focusWidget());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
-        const QString id = Program::control<QLineEdit>("frmJobHeader", "txtJobID")->text();
-        const QString engineer = Program::control<QLineEdit>("frmJobHeader", "txtEng")->text();
+        const QString id = Driver::control<QLineEdit>("frmJobHeader", "txtJobID")->text();
+        const QString engineer = Driver::control<QLineEdit>("frmJobHeader", "txtEng")->text();
         const int before = count("tblJobHeader");
-        Program::press("frmJobHeader", "cmdNext");
-        if (Program::isOpen("frmClassSelect")) {
+        Driver::press("frmJobHeader", "cmdNext");
+        if (Driver::isOpen("frmClassSelect")) {
             ASSERT_EQ(count("tblJobHeader"), before + 1) << id.toStdString();
             {
                 Connection user = openDatabase("User");
                 Recordset job;
                 job.Open("SELECT * FROM tblJobHeader ORDER BY rowid DESC", user);
-                EXPECT_EQ(job["JobID"].text(), id);
-                EXPECT_EQ(job["Engineer"].text(), engineer);
+                EXPECT_EQ(job["JobID"].text(), WithoutTrailingBlanks(id));
+                EXPECT_EQ(job["Engineer"].text(), WithoutTrailingBlanks(engineer));
             }
             ++stored;
             if (i % 2 == 0)
-                Program::press("frmClassSelect", "cmdCancel"); // deletes the header again
+                Driver::press("frmClassSelect", "cmdCancel"); // deletes the header again
             else
                 Screens::unload("frmClassSelect");
             ASSERT_EQ(count("tblJobHeader"), before)
@@ -182,37 +189,38 @@ TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
         closeErrors();
         Screens::unload("frmJobHeader");
     }
-    EXPECT_GT(stored, 100);
+    EXPECT_GT(stored, rounds / 6);
     EXPECT_EQ(count("tblJobData"), 0);
     expectSound();
 }
 
 TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
     Texts texts(102);
-    Program::command("mnuNewJob");
-    Program::enter("frmJobHeader", "txtJobID", "B'ad");
-    Program::press("frmJobHeader", "cmdNext");
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", "B'ad");
+    Driver::press("frmJobHeader", "cmdNext");
     int stored = 0;
     const char* const applications[] = {"cmdEXP", "cmdTHM", "cmdHYD"};
     const char* const boxes[] = {"txtTotSysFluid", "txtSOTMin", "txtSOTMax",
                                  "txtSOPMin",      "txtSOPMax", "txtAtmPressure"};
-    for (int i = 0; i < 600; ++i) {
-        if (!Program::isOpen("frmJobConditions")) {
-            if (!Program::isOpen("frmClassSelect"))
+    const int rounds = Rounds(150, 600);
+    for (int i = 0; i < rounds; ++i) {
+        if (!Driver::isOpen("frmJobConditions")) {
+            if (!Driver::isOpen("frmClassSelect"))
                 Screens::open("frmClassSelect");
             Session::TankID.write("");
-            Program::press("frmClassSelect", applications[texts.below(3)]);
+            Driver::press("frmClassSelect", applications[texts.below(3)]);
         }
-        ASSERT_TRUE(Program::isOpen("frmJobConditions"));
+        ASSERT_TRUE(Driver::isOpen("frmJobConditions"));
         for (const char* box : boxes)
             if (texts.below(3) != 0)
-                Program::enter("frmJobConditions", box, texts.any());
+                Driver::enter("frmJobConditions", box, texts.any());
         if (texts.below(3) == 0) // a sound set now and then
-            Program::enterConditions();
+            Driver::enterConditions();
         const int before = count("tblJobData");
-        const QString volume = Program::control<QLineEdit>("frmJobConditions", "txtTotSysFluid")->text();
-        Program::press("frmJobConditions", "cmdNext");
-        if (Program::isOpen("frmTankSeries")) {
+        const QString volume = Driver::control<QLineEdit>("frmJobConditions", "txtTotSysFluid")->text();
+        Driver::press("frmJobConditions", "cmdNext");
+        if (Driver::isOpen("frmTankSeries")) {
             ASSERT_EQ(count("tblJobData"), before + 1);
             Connection user = openDatabase("User");
             Recordset tank;
@@ -228,42 +236,45 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
         }
         closeErrors();
     }
-    EXPECT_GT(stored, 50);
+    EXPECT_GT(stored, rounds / 12);
     EXPECT_EQ(count("tblJobHeader"), 1);
     expectSound();
 }
 
 TEST_F(BadInput, ShockAndPackagesStoreNumbersOrNothing) {
     Texts texts(103);
-    Program::command("mnuNewJob");
-    Program::enter("frmJobHeader", "txtJobID", "S");
-    Program::press("frmJobHeader", "cmdNext");
-    Program::press("frmClassSelect", "cmdSHK");
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", "S");
+    Driver::press("frmJobHeader", "cmdNext");
+    Driver::press("frmClassSelect", "cmdSHK");
     const std::pair<const char*, const char*> sound[] = {
         {"PipeIndex", "2 in Sch 40"}, {"PipeLength", "200"},    {"FlowRate", "100"},
         {"FlowPressure", "40"},       {"StaticPressure", "60"}, {"ShockPressure", "150"}};
     int stored = 0;
-    for (int i = 0; i < 500; ++i) {
-        if (!Program::isOpen("frmJobConditionsSHK"))
+    const int rounds = Rounds(120, 500);
+    for (int i = 0; i < rounds; ++i) {
+        if (!Driver::isOpen("frmJobConditionsSHK"))
             Screens::open("frmJobConditionsSHK");
         for (const auto& [box, good] : sound)
-            Program::enter("frmJobConditionsSHK", box, texts.below(4) == 0 ? texts.any() : QString(good));
+            Driver::enter("frmJobConditionsSHK", box, texts.below(4) == 0 ? texts.any() : QString(good));
         const int before = count("tblJobData");
-        Program::press("frmJobConditionsSHK", "cmdNext");
-        const bool saved = Program::isOpen("frmtankselection");
+        Driver::press("frmJobConditionsSHK", "cmdNext");
+        // A line may be stored and then be none that the search can compute with.
+        const bool saved =
+            Driver::isOpen("frmtankselection") || Driver::report().contains("frmtankselection.FindSHKTanks");
         ASSERT_EQ(count("tblJobData"), before + (saved ? 1 : 0));
         stored += saved ? 1 : 0;
         Screens::unload("frmtankselection");
         closeErrors();
     }
-    EXPECT_GT(stored, 50);
+    EXPECT_GT(stored, rounds / 10);
     Screens::unload("frmJobConditionsSHK");
     Screens::open("frmPKGSelect");
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         for (const char* box : {"txtModelNo", "txtQty", "txtSysPressure"})
-            Program::enter("frmPKGSelect", box, texts.any());
+            Driver::enter("frmPKGSelect", box, texts.any());
         const int before = count("tblJobData");
-        Program::press("frmPKGSelect", "bttnSave");
+        Driver::press("frmPKGSelect", "bttnSave");
         ASSERT_LE(count("tblJobData"), before + 1);
         closeErrors();
     }

@@ -1,10 +1,11 @@
 // Files and folders that are missing, damaged, locked, read-only or full: the error dialog or the path dialog
 // comes, and what was stored before stays.
 
-#include "core/base/Fault.h"
-#include "core/store/SessionStore.h"
+#include "core/shell/Screens.h"
+#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 #include "tests/faults/Limits.h"
-#include "tests/faults/Program.h"
+#include "tests/support/Driver.h"
 
 #include <gtest/gtest.h>
 
@@ -21,27 +22,21 @@ class DamagedFiles : public testing::Test {
   protected:
     DamagedFiles() {
         home.installData();
-        Program::start();
+        dialogs = &Driver::start();
         saveJob("Before");
     }
-    ~DamagedFiles() override { Program::stop(); }
+    ~DamagedFiles() override { Driver::stop(); }
 
     QString userFile() const { return home.dataFolder() + "/BrennovalUserData.mdb"; }
     QString systemFile() const { return home.dataFolder() + "/BrennovalSysData.mdb"; }
 
     static void saveJob(const QString& job) {
-        Program::command("mnuNewJob");
-        Program::enter("frmJobHeader", "txtJobID", job);
-        Program::press("frmJobHeader", "cmdNext");
-        Program::press("frmClassSelect", "cmdEXP");
-        Program::enterConditions();
-        Program::press("frmJobConditions", "cmdNext");
-    }
-
-    /// What the error dialog shows; an empty text when it is not open.
-    static QString report() {
-        auto* text = Program::control<QPlainTextEdit>("frmError", "lblTechSupport");
-        return text ? text->toPlainText() : QString();
+        Driver::command("mnuNewJob");
+        Driver::enter("frmJobHeader", "txtJobID", job);
+        Driver::press("frmJobHeader", "cmdNext");
+        Driver::press("frmClassSelect", "cmdEXP");
+        Driver::enterConditions();
+        Driver::press("frmJobConditions", "cmdNext");
     }
 
     static QByteArray contents(const QString& path) {
@@ -62,15 +57,16 @@ class DamagedFiles : public testing::Test {
     }
 
     TemporaryHome home;
+    ScriptedDialogs* dialogs = nullptr;
 };
 
 } // namespace
 
 TEST_F(DamagedFiles, MissingFileAsksForTheFolder) {
     ASSERT_TRUE(QFile::rename(userFile(), userFile() + ".away"));
-    Program::command("mnuNewJob");
-    EXPECT_TRUE(Program::isOpen("frmDatabasePath"));
-    EXPECT_EQ(QuietDialogs::lastText(), "Invalid Database Path!\nPlease indicate location of database.");
+    Driver::command("mnuNewJob");
+    EXPECT_TRUE(Driver::isOpen("frmDatabasePath"));
+    EXPECT_EQ(dialogs->last.text, "Invalid Database Path!\nPlease indicate location of database.");
     ASSERT_TRUE(QFile::rename(userFile() + ".away", userFile()));
     EXPECT_EQ(jobs(), "Before");
 }
@@ -90,7 +86,7 @@ TEST_F(DamagedFiles, UnreadableContentsEndInTheErrorDialog) {
     for (const QByteArray& damage : damages) {
         write(userFile(), damage);
         saveJob("During");
-        EXPECT_FALSE(report().isEmpty()) << "after " << damage.size() << " bytes";
+        EXPECT_FALSE(Driver::report().isEmpty()) << "after " << damage.size() << " bytes";
         EXPECT_EQ(contents(userFile()), damage) << "a damaged file is left as it is";
         for (const QString& name : Screens::loaded())
             Screens::unload(name);
@@ -102,10 +98,10 @@ TEST_F(DamagedFiles, UnreadableContentsEndInTheErrorDialog) {
 
 TEST_F(DamagedFiles, DamagedCatalogueEndsInTheErrorDialog) {
     write(systemFile(), contents(systemFile()).left(5000));
-    Program::press("frmTankSeries", "OptRCB");
-    Program::press("frmTankSeries", "cmdNext");
-    EXPECT_FALSE(report().isEmpty());
-    EXPECT_TRUE(Program::isOpen("frmTankSeries"));
+    Driver::press("frmTankSeries", "OptRCB");
+    Driver::press("frmTankSeries", "cmdNext");
+    EXPECT_FALSE(Driver::report().isEmpty());
+    EXPECT_TRUE(Driver::isOpen("frmTankSeries"));
     EXPECT_EQ(jobs(), "Before");
 }
 
@@ -117,13 +113,13 @@ TEST_F(DamagedFiles, ReadOnlyFolderKeepsTheUsersText) {
     {
         const OrdinaryUser user;
         saveJob("During");
-        EXPECT_TRUE(report().contains("frmJobHeader.SaveRecord")) << report().toStdString();
-        ASSERT_TRUE(Program::isOpen("frmJobHeader")) << "the screen stays, and what was typed";
-        EXPECT_EQ(Program::control<QLineEdit>("frmJobHeader", "txtJobID")->text(), "During");
+        EXPECT_TRUE(Driver::report().contains("frmJobHeader.SaveRecord")) << Driver::report().toStdString();
+        ASSERT_TRUE(Driver::isOpen("frmJobHeader")) << "the screen stays, and what was typed";
+        EXPECT_EQ(Driver::control<QLineEdit>("frmJobHeader", "txtJobID")->text(), "During");
     }
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x7777));
     EXPECT_EQ(jobs(), "Before");
-    Program::press("frmJobHeader", "cmdNext"); // the cause is gone
+    Driver::press("frmJobHeader", "cmdNext"); // the cause is gone
     EXPECT_EQ(jobs(), "Before,During");
 }
 
@@ -131,35 +127,33 @@ TEST_F(DamagedFiles, FullDiskKeepsWhatWasStored) {
     {
         const FullDisk full(static_cast<rlim_t>(QFileInfo(userFile()).size()) / 4);
         saveJob("During");
-        EXPECT_TRUE(report().contains("SaveRecord")) << report().toStdString();
-        EXPECT_TRUE(Program::isOpen("frmJobHeader"));
+        EXPECT_TRUE(Driver::report().contains("SaveRecord")) << Driver::report().toStdString();
+        EXPECT_TRUE(Driver::isOpen("frmJobHeader"));
     }
     EXPECT_EQ(jobs(), "Before");
-    Program::press("frmJobHeader", "cmdNext");
+    Driver::press("frmJobHeader", "cmdNext");
     EXPECT_EQ(jobs(), "Before,During");
 }
 
 TEST_F(DamagedFiles, LockThatLastsIsAnOrdinaryError) {
     Connection other = openDatabase("User");
     Recordset().Open("BEGIN EXCLUSIVE", other);
-    Program::press("frmTankSeries", "cmdPrevious");
-    EXPECT_TRUE(report().contains("locked")) << report().toStdString();
+    Driver::press("frmTankSeries", "cmdPrevious");
+    EXPECT_TRUE(Driver::report().contains("locked")) << Driver::report().toStdString();
     other.Close();
     EXPECT_EQ(jobs(), "Before");
 }
 
 TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
-    Program::command("mnuNewJob");
-    Program::enter("frmJobHeader", "txtJobID", "Typed");
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", "Typed");
     const QByteArray good = contents(userFile());
     write(userFile(), "damaged");
-    QuietDialogs::choose() = [](const Message&) { return QMessageBox::Yes; };
+    dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
     EXPECT_FALSE(Screens::unload("frmJobHeader"));
-    EXPECT_FALSE(report().isEmpty());
+    EXPECT_FALSE(Driver::report().isEmpty());
     write(userFile(), good);
     EXPECT_TRUE(Screens::unload("frmJobHeader"));
-    QuietDialogs::choose() = [](const Message& m) {
-        return m.buttons & QMessageBox::Yes ? QMessageBox::No : QMessageBox::Ok;
-    };
+    dialogs->rule = ScriptedDialogs::decline;
     EXPECT_EQ(jobs(), "Before,Typed");
 }

@@ -1,7 +1,8 @@
 // The program is killed at random moments while it saves; what it had saved is there, and the file opens.
 
 #include "core/store/Database.h"
-#include "tests/TemporaryHome.h"
+#include "tests/support/Rounds.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -94,7 +95,7 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     home.installData();
     std::mt19937 random(77);
     QStringList all;
-    constexpr int kills = 100;
+    const int kills = Rounds(12, 100);
     for (int i = 0; i < kills; ++i) {
         SavingCopy copy(home, QString("K%1-").arg(i), 1000);
         // After a random number of saves and a random part of the next.
@@ -110,7 +111,9 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     expectAllThere(all, home);
 }
 
-TEST(TwoCopies, BothSaveAndNeitherCorrupts) {
+// As of two users, each with a session of his own. Two copies of one user share the session and overwrite
+// each other's, so nothing is promised of them.
+TEST(TwoCopies, OfTwoUsersBothSaveAndNeitherCorrupts) {
     const TemporaryHome home;
     home.installData();
     constexpr int jobs = 25;

@@ -1,8 +1,9 @@
 // A copy of the program that saves job after job through its screens and tells each save that has returned,
 // for the tests that kill it. Usage: brennoval-save-loop SESSION_FOLDER PREFIX COUNT
 
-#include "core/shell/Application.h"
-#include "tests/faults/Program.h"
+#include "core/shell/DesktopApplication.h"
+#include "core/shell/Screens.h"
+#include "tests/support/Driver.h"
 
 #include <QSettings>
 
@@ -16,20 +17,20 @@ void tell(const QString& what) {
 }
 
 void saveJob(const QString& job) {
-    Program::command("mnuNewJob");
-    Program::enter("frmJobHeader", "txtJobID", job);
-    Program::press("frmJobHeader", "cmdNext");
-    if (Program::isOpen("frmClassSelect"))
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", job);
+    Driver::press("frmJobHeader", "cmdNext");
+    if (Driver::isOpen("frmClassSelect"))
         tell("header " + job);
-    Program::press("frmClassSelect", "cmdEXP");
-    Program::enterConditions();
-    Program::press("frmJobConditions", "cmdNext");
-    if (Program::isOpen("frmTankSeries"))
+    Driver::press("frmClassSelect", "cmdEXP");
+    Driver::enterConditions();
+    Driver::press("frmJobConditions", "cmdNext");
+    if (Driver::isOpen("frmTankSeries"))
         tell("tank " + job + ".1");
-    Program::press("frmTankSeries", "OptRCB");
-    Program::press("frmTankSeries", "cmdNext");
-    Program::press("frmtankselection", "cmdNext");
-    if (Program::isOpen("frmResults"))
+    Driver::press("frmTankSeries", "OptRCB");
+    Driver::press("frmTankSeries", "cmdNext");
+    Driver::press("frmtankselection", "cmdNext");
+    if (Driver::isOpen("frmResults"))
         tell("model " + job + ".1");
     Screens::unload("frmResults");
 }
@@ -40,13 +41,13 @@ int main(int argc, char** argv) {
     if (argc != 4)
         return 2;
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Application application(argc, argv);
+    const DesktopApplication application(argc, argv);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, argv[1]);
     QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, argv[1] + QString("/machine"));
-    Program::start();
+    Driver::start();
     const int count = QString(argv[3]).toInt();
     for (int i = 0; i < count; ++i)
         saveJob(QString("%1%2").arg(argv[2]).arg(i));
-    Program::stop();
+    Driver::stop();
     return 0;
 }

@@ -1,7 +1,7 @@
 // Date literals with any text: a day or a refusal.
 
 #include "core/base/Fault.h"
-#include "core/store/JetSql.h"
+#include "core/store/SqliteEngine.h"
 
 #include <QDate>
 
@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     const QString text = QString::fromUtf8(data, qsizetype(size)).remove(u'#');
     try {
-        const QString sql = RewriteJetSql(u'#' + text + u'#').sql;
+        const QString sql = RewriteJetSql(u'#' + text + u'#', SqliteDialect()).sql;
         if (!QDate::fromString(sql.mid(1, sql.size() - 2), Qt::ISODate).isValid())
             __builtin_trap();
     } catch (const DatabaseFault&) {

@@ -4,11 +4,14 @@
 #include "core/base/Numbers.h"
 #include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/viewer/frmReportViewer.h"
+#include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets>
@@ -42,11 +45,7 @@ QStringList wordsOf(const QString& line) {
     return found;
 }
 
-void settle() {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+using Driver::settle;
 
 Screen* screen(const QString& name) {
     Screen* found = Screens::find(name);
@@ -64,7 +63,7 @@ Control* control(const QString& path) {
 }
 
 QAction* command(const QString& name) {
-    QAction* action = BrennovalMain::instance()->command(name);
+    QAction* action = Commands::action(name);
     if (!action)
         fail("there is no command " + name);
     return action;
@@ -76,28 +75,9 @@ QWidget* windowOf(const QString& name) {
     return frame ? frame : screen(name);
 }
 
-/// Presses at a point of a widget as the window system would: whatever stands on top gets it.
 void press(QWidget* target, const QPoint& point, bool twice = false) {
-    require(target->isVisible(), target->objectName() + " is not visible");
-    QWidget* window = target->window();
-    if (!window->isActiveWindow()) { // a press into a window brings it to the front
-        window->activateWindow();
-        settle();
-    }
-    const QPoint place = target->mapTo(window, point);
-    QWidget* top = window->childAt(place);
-    require(!top || top == target || target->isAncestorOf(top) || !top->isEnabled(),
-            target->objectName() + " is covered by " + (top ? top->objectName() : QString()));
-    if (twice)
-        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, place);
-    else
-        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, place);
-}
-
-QPoint pressPoint(const QWidget* widget) {
-    if (dynamic_cast<const QRadioButton*>(widget) || dynamic_cast<const QCheckBox*>(widget))
-        return {12, widget->height() / 2}; // only indicator and text take the click
-    return widget->rect().center();
+    if (const QString why = Driver::pressAt(target, point, twice); !why.isEmpty())
+        fail(why);
 }
 
 bool buttonIsDown() {
@@ -185,11 +165,11 @@ void start(Stage& stage) {
 void click(Stage&, Words w) {
     QWidget* target = control(w[0]);
     require(target->isEnabled(), w[0] + " is disabled");
-    press(target, pressPoint(target));
+    press(target, Driver::pressPoint(target));
 }
 
 void doubleClick(Stage&, Words w) {
-    press(control(w[0]), pressPoint(control(w[0])), true);
+    press(control(w[0]), Driver::pressPoint(control(w[0])), true);
 }
 
 void menu(Stage&, Words w) {
@@ -340,7 +320,7 @@ void expectTitle(Stage&, Words w) {
 }
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
-    expectEqual("status", w[0], BrennovalMain::instance()->statusText());
+    expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
     expectEqual(w[0] + " rows", w[1], QString::number(control<QTreeWidget>(w[0])->topLevelItemCount()));

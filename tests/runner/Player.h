@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/runner/ScriptedDialogs.h"
+#include "tests/support/ScriptedDialogs.h"
 
 #include <QString>
 

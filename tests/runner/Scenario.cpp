@@ -3,13 +3,14 @@
 // Each file runs in a process, a data folder and a session store of its own.
 
 #include "app/Install.h"
+#include "app/Register.h"
 #include "core/base/Fault.h"
 #include "core/look/Appearance.h"
-#include "core/shell/Application.h"
 #include "core/shell/BrennovalMain.h"
+#include "core/shell/DesktopApplication.h"
 #include "core/shell/Screens.h"
-#include "tests/TemporaryHome.h"
 #include "tests/runner/Player.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <QCommandLineParser>
 #include <QProcess>
@@ -51,9 +52,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
     }
     if (!shots.isEmpty())
         QDir().mkpath(shots);
-    auto scripted = std::make_unique<ScriptedDialogs>();
-    Player player(Stage{*scripted, shots, home.dataFolder()});
-    Dialogs::install(std::move(scripted));
+    Player player(Stage{ScriptedDialogs::install(), shots, home.dataFolder()});
     const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
     const QStringList open = Screens::loaded();
     for (auto name = open.crbegin(); name != open.crend(); ++name)
@@ -90,8 +89,8 @@ int playEach(const QStringList& files, const QStringList& options) {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    Application application(argc, argv);
-    Application::setQuitOnLastWindowClosed(false);
+    DesktopApplication application(argc, argv);
+    DesktopApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser parser;
     parser.addOptions({{"shots", "Folder for the pictures.", "DIR"},
                        {"keep", "Folder that gets the data files as the story left them.", "DIR"},

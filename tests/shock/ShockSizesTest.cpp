@@ -1,7 +1,6 @@
 #include "shock/ShockSizes.h"
 #include "core/base/Fault.h"
 #include "core/store/Database.h"
-#include "core/store/JetSql.h"
 #include "sizing/ModelSearch.h"
 
 #include <gtest/gtest.h>
@@ -96,32 +95,38 @@ TEST(ShockSearch, GoesThroughTheQuantities) {
     EXPECT_EQ(SearchShockModels(falling).size(), 6U) << "never more than six tanks in parallel";
 }
 
-TEST(ShockCatalogue, OffersTanksForOrdinaryPipesAndFlows) {
+TEST(ShockCatalogue, OffersOneTankOfAtMostTwiceTheVolume) {
     Connection catalogue;
     catalogue.setProperty("Data Source",
                           QCoreApplication::applicationDirPath() + "/Data/BrennovalSysData.mdb");
     catalogue.Open();
+    const auto number = [&](const QString& sql) {
+        Recordset row;
+        row.Open(sql, catalogue);
+        return row.AtEnd() ? 0 : row["V"].number();
+    };
+    const double factor = number("SELECT [70] AS V FROM tblPressureFactor WHERE SOPMax = 150");
     Recordset pipe;
-    int pipes = 0;
-    for (pipe.Open("SELECT * FROM tblPipeMaster WHERE ID > .9 AND ID < 8.4", catalogue); !pipe.AtEnd();
-         pipe.MoveNext(), ++pipes) {
-        for (const double velocity : {3.0, 6.0, 10.0}) { // feet a second
+    int judged = 0;
+    for (pipe.Open("SELECT * FROM tblPipeMaster WHERE ID > .9", catalogue); !pipe.AtEnd(); pipe.MoveNext()) {
+        for (const double velocity : {3.0, 5.0, 6.0, 7.0, 10.0}) { // feet a second
             for (const double length : {50.0, 300.0}) {
                 ShockConditions run{pipe["ID"].number(), length, 0, 50, 70, 150, 14.7};
                 run.flowRate = velocity * std::pow(run.bore, 2) / .409;
-                Recordset factor;
-                factor.Open("SELECT [70] AS P1 FROM tblPressureFactor WHERE SOPMax = 150", catalogue);
-                const ShockSizes sizes = ComputeShockSizes(run, factor["P1"].number());
-                Recordset tanks;
-                tanks.Open(
-                    QString("SELECT * FROM tblModelMaster WHERE Class = 'SHK' AND TankVolume >= %1 AND "
-                            "TankSysConn >= %2")
-                        .arg(sizes.requiredVolume)
-                        .arg(run.bore * .47),
-                    catalogue);
-                EXPECT_FALSE(tanks.AtEnd()) << pipe["PipeIndex"].text().toStdString() << ' ' << velocity;
+                const double required = ComputeShockSizes(run, factor).requiredVolume;
+                const double offered =
+                    number(QString("SELECT Min(TankVolume) AS V FROM tblModelMaster WHERE Class = 'SHK' "
+                                   "AND TankVolume >= %1 AND TankSysConn >= %2")
+                               .arg(required)
+                               .arg(run.bore * .47));
+                EXPECT_GE(offered, required) << pipe["PipeIndex"].text().toStdString() << ' ' << velocity;
+                // The smallest tank holds 9.2 gal; beside a short wide main the connection decides.
+                if (length < 300 || required < 4.6)
+                    continue;
+                EXPECT_LE(offered, 2 * required) << pipe["PipeIndex"].text().toStdString() << ' ' << velocity;
+                ++judged;
             }
         }
     }
-    EXPECT_GT(pipes, 20);
+    EXPECT_GT(judged, 60);
 }

@@ -2,7 +2,7 @@
 
 #include "sizing/CatalogueSearch.h"
 #include "core/store/Gateway.h"
-#include "tests/TemporaryHome.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 

@@ -6,14 +6,26 @@
 #include <QPrinter>
 #include <QStringList>
 
-/// Gives the answers that the story has prepared.
+#include <functional>
+#include <memory>
+
+/// The one stand-in for the dialogs in all tests: gives the answers that were prepared, or those of a rule.
 class ScriptedDialogs : public Dialogs {
   public:
+    /// Puts a new one in the place of the dialogs.
+    static ScriptedDialogs& install() {
+        auto scripted = std::make_unique<ScriptedDialogs>();
+        ScriptedDialogs& installed = *scripted;
+        Dialogs::install(std::move(scripted));
+        return installed;
+    }
+
     struct Answer {
         QString button;
         QString text;
         bool anyText;
     };
+    using Rule = std::function<QMessageBox::StandardButton(const Message&)>;
 
     /// A file to print to, and the pages, 0 for all.
     struct Print {
@@ -23,6 +35,9 @@ class ScriptedDialogs : public Dialogs {
     };
 
     QMessageBox::StandardButton show(const Message& message) override {
+        last = message;
+        if (answers.isEmpty() && rule)
+            return rule(message);
         if (answers.isEmpty()) {
             problem = "a message box came that nobody answers: \"" + message.text + "\"";
             return message.buttons & QMessageBox::Cancel ? QMessageBox::Cancel : QMessageBox::Ok;
@@ -69,7 +84,14 @@ class ScriptedDialogs : public Dialogs {
         return {};
     }
 
+    /// Yes to nothing: No where it can be had, else OK.
+    static QMessageBox::StandardButton decline(const Message& message) {
+        return message.buttons & QMessageBox::Yes ? QMessageBox::No : QMessageBox::Ok;
+    }
+
     QList<Answer> answers;
+    Rule rule;    // answers when no answer was prepared
+    Message last; // that came
     QStringList files;
     QList<Print> prints; // for the next printer dialogs
     QString suggestedName; // of the last save dialog

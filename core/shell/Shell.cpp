@@ -1,10 +1,14 @@
-#include "core/shell/Core.h"
+#include "core/shell/Shell.h"
 
+#include "core/shell/ErrorReport.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Trap.h"
 #include "core/shell/frmDatabasePath.h"
 #include "core/shell/frmError.h"
 #include "core/shell/frmSplash.h"
 
-void registerCore() {
+void registerShell() {
+    UtilityFunctions::SetFailureHandler(UtilityFunctions::ShowFailure);
     Screens::add("frmSplash", [] { return new frmSplash; });
     Screens::add("frmDatabasePath", [] { return new frmDatabasePath; });
     Screens::add("frmError", [] { return new frmError; });

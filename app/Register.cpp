@@ -1,0 +1,19 @@
+#include "app/Register.h"
+
+#include "core/shell/Shell.h"
+#include "documents/Documents.h"
+#include "estimates/Estimates.h"
+#include "jobs/Jobs.h"
+#include "packages/Packages.h"
+#include "shock/Shock.h"
+#include "sizing/Sizing.h"
+
+void registerAll() {
+    registerShell();
+    registerJobs();
+    registerDocuments();
+    registerEstimates();
+    registerShock();
+    registerPackages();
+    registerSizing();
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Makes all screens and commands of the program known.
+void registerAll();

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/base/Applications.h"
+#include "core/base/Text.h"
+
+/// The display names of the applications, as the session holds them.
+namespace UtilityFunctions {
+
+inline QString AppName(Application application) {
+    return ToQString(InfoOf(application).name);
+}
+inline QString AppNameExpansion() {
+    return AppName(Application::Expansion);
+}
+inline QString AppNameThermal() {
+    return AppName(Application::Thermal);
+}
+inline QString AppNameHydro() {
+    return AppName(Application::Hydropneumatic);
+}
+inline QString AppNameShock() {
+    return AppName(Application::Shock);
+}
+inline QString AppNamePackage() {
+    return AppName(Application::Package);
+}
+
+} // namespace UtilityFunctions

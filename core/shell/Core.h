@@ -1,4 +1,0 @@
-#pragma once
-
-/// Makes the screens of this folder known.
-void registerCore();

@@ -1,0 +1,114 @@
+#include "core/shell/DesktopApplication.h"
+
+#include "core/shell/Screen.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QStyleHints>
+
+namespace {
+
+Screen* screenOf(QWidget* widget) {
+    for (; widget; widget = widget->parentWidget())
+        if (auto* screen = dynamic_cast<Screen*>(widget))
+            return screen;
+    return nullptr;
+}
+
+/// The widget that a mouse press would give the focus to.
+QWidget* clickFocusTarget(QWidget* widget) {
+    while (widget && !(widget->isEnabled() && (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus)) {
+        if (widget->isWindow() || dynamic_cast<Screen*>(widget))
+            return nullptr;
+        widget = widget->parentWidget();
+    }
+    return widget;
+}
+
+/// Whether an event is about to take the focus, or the user, away from a field of a screen. Menu commands,
+/// the main window's toolbar and Cancel buttons may do so unchecked.
+bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        auto* widget = dynamic_cast<QWidget*>(receiver);
+        QWidget* target = widget ? clickFocusTarget(widget) : nullptr;
+        return target && target != focus && screenOf(target) == &screen && !screen.leavesUnchecked(target);
+    }
+    case QEvent::KeyPress: {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        return receiver == focus && (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) &&
+               !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    }
+    case QEvent::Shortcut: { // a mnemonic of the screen's own
+        auto* widget = dynamic_cast<QWidget*>(receiver);
+        return widget && screenOf(widget) == &screen && !screen.leavesUnchecked(widget);
+    }
+    default:
+        return false;
+    }
+}
+
+/// Whether a shortcut of the menu is a key that a text box knows: cut and select all.
+bool belongsToText(QObject* receiver, const QKeyEvent& key) {
+    const bool cutOrSelect = key.matches(QKeySequence::Cut) || key.matches(QKeySequence::SelectAll);
+    return cutOrSelect &&
+           (dynamic_cast<QLineEdit*>(receiver) || dynamic_cast<QPlainTextEdit*>(receiver) ||
+            (dynamic_cast<QComboBox*>(receiver) && static_cast<QComboBox*>(receiver)->isEditable()));
+}
+
+bool isPressingKey(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+}
+
+} // namespace
+
+bool DesktopApplication::strays(QObject* receiver, QEvent* event) {
+    auto* widget = dynamic_cast<QWidget*>(receiver);
+    if (!widget)
+        return false;
+    if (event->type() == QEvent::KeyPress && isPressingKey(static_cast<QKeyEvent*>(event)->key())) {
+        Screen* screen = screenOf(widget);
+        if (static_cast<QKeyEvent*>(event)->isAutoRepeat())
+            return !stroke.isAt(screen);
+        stroke = {screen, screen != nullptr};
+        return false;
+    }
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick)
+        return false;
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    const QPoint place = mouse->globalPosition().toPoint();
+    const int interval = styleHints()->mouseDoubleClickInterval();
+    const bool again = event->type() == QEvent::MouseButtonDblClick ||
+                       (pressTime > 0 && mouse->timestamp() > pressTime &&
+                        mouse->timestamp() - pressTime < quint64(interval) &&
+                        (place - pressPlace).manhattanLength() < startDragDistance());
+    Screen* screen = screenOf(widget);
+    if (again && !press.isAt(screen))
+        return true;
+    press = {screen, screen != nullptr};
+    pressPlace = place;
+    pressTime = mouse->timestamp();
+    return false;
+}
+
+bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
+    if (strays(receiver, event)) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride &&
+        belongsToText(receiver, *static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    QWidget* focus = focusWidget();
+    Screen* screen = focus ? screenOf(focus) : nullptr;
+    if (screen && leaves(*screen, focus, receiver, event) && !screen->validateLeaving(focus)) {
+        event->accept();
+        return true;
+    }
+    return QApplication::notify(receiver, event);
+}

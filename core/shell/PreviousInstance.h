@@ -1,0 +1,4 @@
+#pragma once
+
+/// Whether another copy of the program was running when this was first asked; main asks at the start.
+bool PreviousInstance();

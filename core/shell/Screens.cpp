@@ -1,0 +1,283 @@
+#include "core/shell/Screens.h"
+
+#include "core/shell/Trap.h"
+#include "core/store/SessionStore.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include <algorithm>
+
+namespace Screens {
+
+namespace {
+
+/// A screen that is loaded.
+struct Entry {
+    Screen* screen;
+    QMdiSubWindow* window; // null for a screen of its own
+    QString loadedFor;
+    QPoint placedAt;
+    bool unloading = false;
+};
+
+struct Registry {
+    QHash<QString, std::function<Screen*()>> factories;
+    QList<Entry> entries;
+    Screen* active = nullptr;
+    QMdiArea* area = nullptr;
+};
+
+Registry& registry() {
+    static Registry instance;
+    return instance;
+}
+
+Entry* entryOf(const QString& name) {
+    auto& entries = registry().entries;
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const Entry& e) { return e.screen->name() == name; });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+/// What the session holds of a screen's subject.
+QString sessionSubject(Subject subject) {
+    switch (subject) {
+    case Subject::TankLine:
+        return Session::JobID.text() + u'\n' + Session::TankID.text() + u'\n' + Session::TankClass.text();
+    case Subject::Job:
+        return Session::JobID.text();
+    case Subject::None:
+        return {};
+    }
+    return {};
+}
+
+/// Gives the focus to the first field in tab order, or to the screen when it has none.
+void focusFirstField(Screen* screen) {
+    if (QWidget* wanted = screen->firstField()) {
+        wanted->setFocus(Qt::TabFocusReason);
+        return;
+    }
+    for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
+        if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
+            (next->focusPolicy() & Qt::TabFocus)) {
+            next->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    screen->setFocus();
+}
+
+/// Gives the frame of a screen its state: filling the main window, or in its own size.
+void applyState(const Screen& screen, QMdiSubWindow* window) {
+    if (screen.fillsWindow() && !window->isMaximized())
+        window->showMaximized();
+    else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
+        window->showNormal();
+}
+
+/// The frame of a screen inside the main window.
+class ScreenWindow : public QMdiSubWindow {
+  public:
+    using QMdiSubWindow::QMdiSubWindow;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        auto* screen = dynamic_cast<Screen*>(widget());
+        const bool live = screen && Screens::find(screen->name()) == screen;
+        event->setAccepted(!live || Screens::unload(screen->name()));
+    }
+};
+
+QMdiSubWindow* frameFor(Screen* screen) {
+    if (screen->isTopLevel() || !registry().area)
+        return nullptr;
+    auto* window = new ScreenWindow;
+    window->setWidget(screen);
+    window->setWindowTitle(screen->windowTitle());
+    window->setWindowIcon(QApplication::windowIcon());
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    if (!screen->growsWithWindow() && !screen->fillsWindow())
+        window->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+    registry().area->addSubWindow(window);
+    window->hide();
+    return window;
+}
+
+/// Takes a screen away without asking it.
+void discard(const QString& name) {
+    const Entry* entry = entryOf(name);
+    if (!entry)
+        return;
+    Screen* screen = entry->screen;
+    QMdiSubWindow* window = entry->window;
+    if (registry().active == screen) {
+        registry().active = nullptr;
+        screen->Deactivate();
+    }
+    registry().entries.removeIf([screen](const Entry& e) { return e.screen == screen; });
+    if (window && registry().area) {
+        registry().area->removeSubWindow(window);
+        window->hide();
+        window->deleteLater();
+    } else {
+        screen->hide();
+        screen->deleteLater();
+    }
+}
+
+/// Where a window of a size stands in the middle of the area.
+QPoint middle(const QSize& size) {
+    const QSize space = registry().area->viewport()->size();
+    return {std::max(0, (space.width() - size.width()) / 2),
+            std::max(0, (space.height() - size.height()) / 2)};
+}
+
+} // namespace
+
+void add(const QString& name, const std::function<Screen*()>& factory) {
+    registry().factories.insert(name, factory);
+}
+
+bool known(const QString& name) {
+    return registry().factories.contains(name);
+}
+
+QStringList names() {
+    QStringList all = registry().factories.keys();
+    all.sort();
+    return all;
+}
+
+Screen* find(const QString& name) {
+    const Entry* entry = entryOf(name);
+    return entry ? entry->screen : nullptr;
+}
+
+QWidget* field(const QString& screen, const QString& control) {
+    const Screen* owner = find(screen);
+    if (!owner)
+        owner = load(screen);
+    auto* box = owner ? owner->control<QWidget>(control) : nullptr;
+    if (!box)
+        throw Fault(Fault::ObjectNotSet, "There is no field " + (screen + "." + control).toStdString());
+    return box;
+}
+
+Screen* load(const QString& name) {
+    if (const Entry* entry = entryOf(name)) {
+        if (entry->loadedFor == sessionSubject(entry->screen->subject()))
+            return entry->screen;
+        discard(name);
+    }
+    const auto factory = registry().factories.constFind(name);
+    if (factory == registry().factories.cend())
+        throw Fault(Fault::ObjectRequired, "Object required: " + name.toStdString());
+    Screen* screen = (*factory)();
+    registry().entries.append({screen, frameFor(screen), sessionSubject(screen->subject()), {}});
+    const bool filled = UtilityFunctions::Trap(
+        name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
+    if (!filled)
+        discard(name);
+    return find(name);
+}
+
+void show(const QString& name) {
+    Entry* entry = entryOf(name);
+    if (!entry)
+        return;
+    Screen* screen = entry->screen;
+    QMdiSubWindow* window = entry->window;
+    if (!window) {
+        screen->show();
+        return;
+    }
+    const bool first = !window->isVisible();
+    screen->show();
+    if (first && !screen->fillsWindow())
+        UtilityFunctions::FormatScreen(*screen);
+    window->show();
+    registry().area->setActiveSubWindow(window);
+    applyState(*screen, window);
+    if (first)
+        focusFirstField(screen);
+}
+
+bool open(const QString& name) {
+    if (!load(name))
+        return false;
+    show(name);
+    return true;
+}
+
+Closing close(const QString& name) {
+    Entry* entry = entryOf(name);
+    if (!entry || entry->unloading)
+        return Closing::Gone;
+    entry->unloading = true;
+    Screen* screen = entry->screen;
+    bool allowed = false; // a check that fails keeps the screen and what the user typed
+    const bool checked =
+        UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
+    if (entry = entryOf(name); !allowed) {
+        if (entry)
+            entry->unloading = false;
+        return checked ? Closing::Refused : Closing::Failed;
+    }
+    discard(name);
+    return Closing::Gone;
+}
+
+bool unload(const QString& name) {
+    return close(name) == Closing::Gone;
+}
+
+QStringList loaded() {
+    QStringList names;
+    for (const Entry& entry : registry().entries)
+        names.append(entry.screen->name());
+    return names;
+}
+
+QString active() {
+    const Screen* screen = registry().active;
+    return screen ? screen->name() : QString();
+}
+
+void setActive(Screen* screen) {
+    Registry& state = registry();
+    if (!screen || state.active == screen || find(screen->name()) != screen)
+        return;
+    if (state.active)
+        state.active->Deactivate();
+    state.active = screen;
+    if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
+        applyState(*screen, entry->window);
+    screen->Activate();
+}
+
+void setArea(QMdiArea* area) {
+    registry().area = area;
+}
+
+void placeAgain() {
+    for (Entry& entry : registry().entries) {
+        if (!entry.window || entry.window->isMaximized() || entry.window->pos() != entry.placedAt)
+            continue;
+        entry.placedAt = middle(entry.window->size());
+        entry.window->move(entry.placedAt);
+    }
+}
+
+} // namespace Screens
+
+void UtilityFunctions::FormatScreen(Screen& screen) {
+    Screens::Entry* entry = Screens::entryOf(screen.name());
+    if (!entry || !entry->window || !Screens::registry().area)
+        return;
+    entry->window->adjustSize();
+    entry->placedAt = Screens::middle(entry->window->size());
+    entry->window->move(entry->placedAt);
+}

@@ -1,0 +1,28 @@
+#include "core/shell/Trap.h"
+
+#include <utility>
+
+namespace UtilityFunctions {
+
+namespace {
+FailureHandler& failureHandler() {
+    static FailureHandler handler = [](const Fault&, const QString&, const QString&) {};
+    return handler;
+}
+} // namespace
+
+bool Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
+    try {
+        Named(codeSource.toStdString(), procedure);
+        return true;
+    } catch (const Fault& fault) {
+        failureHandler()(fault, QString::fromStdString(fault.routine()), module);
+        return false;
+    }
+}
+
+void SetFailureHandler(FailureHandler handler) {
+    failureHandler() = std::move(handler);
+}
+
+} // namespace UtilityFunctions

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+/// What a column holds.
+struct ColumnInfo {
+    enum class Kind { Text, Memo, Double, Integer, SmallInteger, Boolean, Moment, Unknown };
+    QString name;
+    Kind kind = Kind::Unknown;
+    int size = 0; // of a text, in characters; of all else, in bytes
+};
+
+/// A column of a row to be written, by its place, and its value.
+using RowValues = QList<std::pair<int, QVariant>>;
+
+/// A statement that runs. The keys of rows are the engine's own and mean nothing outside of it.
+class EngineCursor {
+  public:
+    virtual ~EngineCursor() = default;
+    EngineCursor() = default;
+    EngineCursor(const EngineCursor&) = delete;
+    EngineCursor& operator=(const EngineCursor&) = delete;
+
+    virtual const QList<ColumnInfo>& columns() const = 0;
+    /// Goes to the next row; false behind the last.
+    virtual bool step() = 0;
+    /// Goes back before the first row and gives up every lock that the reading holds.
+    virtual void rewind() = 0;
+    /// A column of the row: a whole number, a double, a text, or nothing for null.
+    virtual QVariant value(int column) const = 0;
+    virtual int count() const = 0;
+
+    /// Whether the rows are those of one table and can be changed.
+    virtual bool isUpdatable() const = 0;
+    virtual qint64 rowKey() const = 0;
+    /// Stores a new row at once; its key.
+    virtual qint64 insert(const RowValues& values) = 0;
+    virtual void update(qint64 row, const RowValues& values) = 0;
+    virtual void remove(qint64 row) = 0;
+};
+
+/// How a statement is to be opened.
+struct StatementOptions {
+    bool wholeTable = false; // the text is the name of a table
+    bool forChange = false;  // the rows are going to be changed
+};
+
+/// An open database of one engine. What depends on the engine's dialect, types, keys and files stands behind
+/// this. Everything throws DatabaseFault.
+class Engine {
+  public:
+    virtual ~Engine() = default;
+    Engine() = default;
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    virtual std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) = 0;
+
+    /// The number that the schema's author has stored with the data.
+    virtual int schemaVersion() = 0;
+    /// Whether a table stands.
+    virtual bool hasTable(const QString& table) = 0;
+    /// Runs a script of the schema in one transaction, if the schema still has the version before, and stores
+    /// the new one with it; false when another copy of the program was faster.
+    virtual bool upgrade(const QString& script, int versionBefore, int versionAfter) = 0;
+    /// Copies the whole data into a new file, which appears under its name only when it is complete.
+    virtual void copyTo(const QString& path) = 0;
+};

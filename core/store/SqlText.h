@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace UtilityFunctions {
+
+/// Doubles each apostrophe, for a quoted text in SQL.
+inline QString SqlEscape(const QString& text) {
+    return QString(text).replace(u'\'', QStringLiteral("''"));
+}
+
+} // namespace UtilityFunctions

@@ -1,0 +1,353 @@
+#include "core/store/SqliteEngine.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Numbers.h"
+
+#include <QFile>
+
+#include <sqlite3.h>
+
+#include <cmath>
+#include <optional>
+
+namespace {
+
+using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
+
+const char* const divisionByZero = "Division by zero";
+const char* const overflow = "Overflow";
+
+/// A failure of the engine in the words and numbers that the program's users know.
+DatabaseFault engineFault(sqlite3* handle, int code, const QString& source) {
+    const std::string message = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+    const int kind = code & 0xFF;
+    std::int32_t number = DatabaseFault::Unspecified;
+    std::string description = message;
+    if (kind == SQLITE_CONSTRAINT) {
+        number = DatabaseFault::ConstraintViolation;
+    } else if (kind == SQLITE_ERROR) {
+        number = message.starts_with("no such table") ? DatabaseFault::NoSuchTable
+                 : message == divisionByZero          ? Fault::DivisionByZero
+                 : message == overflow                ? Fault::Overflow
+                                                      : DatabaseFault::SyntaxError;
+    } else if (kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT) {
+        description = "Unrecognized database format: " + message;
+    } else if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
+        description = "Could not use the database; it is locked by another user or program.";
+    }
+    return {number, description, source.toStdString()};
+}
+
+bool isNull(sqlite3_value* value) {
+    return sqlite3_value_type(value) == SQLITE_NULL;
+}
+
+/// The result of an arithmetic function; null when an argument is.
+void arithmetic(sqlite3_context* context, sqlite3_value** arguments, double (*function)(double, double)) {
+    if (isNull(arguments[0]) || isNull(arguments[1]))
+        return sqlite3_result_null(context);
+    const double result = function(sqlite3_value_double(arguments[0]), sqlite3_value_double(arguments[1]));
+    if (std::isfinite(result))
+        sqlite3_result_double(context, result);
+    else
+        sqlite3_result_error(context, overflow, -1);
+}
+
+void powerFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    arithmetic(context, arguments, [](double base, double exponent) { return std::pow(base, exponent); });
+}
+
+void quotientFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    if (!isNull(arguments[0]) && !isNull(arguments[1]) && sqlite3_value_double(arguments[1]) == 0)
+        return sqlite3_result_error(context, divisionByZero, -1);
+    arithmetic(context, arguments,
+               [](double numerator, double denominator) { return numerator / denominator; });
+}
+
+void joinFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    if (isNull(arguments[0]) && isNull(arguments[1]))
+        return sqlite3_result_null(context);
+    std::string text;
+    for (sqlite3_value* part : {arguments[0], arguments[1]}) {
+        if (sqlite3_value_type(part) == SQLITE_FLOAT)
+            text += ShownNumberText(sqlite3_value_double(part));
+        else if (const auto* characters = reinterpret_cast<const char*>(sqlite3_value_text(part)))
+            text += characters;
+    }
+    sqlite3_result_text(context, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+}
+
+class Dialect : public SqlDialect {
+  public:
+    QString quotedName(const QString& name) const override {
+        return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
+    }
+    QString power(const QString& base, const QString& exponent) const override {
+        return QStringLiteral("JetPower(%1, %2)").arg(base, exponent);
+    }
+    QString quotient(const QString& numerator, const QString& denominator) const override {
+        return QStringLiteral("JetQuotient(%1, %2)").arg(numerator, denominator);
+    }
+    QString joined(const QString& left, const QString& right) const override {
+        return QStringLiteral("JetJoin(%1, %2)").arg(left, right);
+    }
+    QString dayFunction() const override { return QStringLiteral("date"); }
+};
+
+/// A column by the type that the schema declares, such as "TEXT(50)".
+ColumnInfo columnOf(const QString& name, const QString& declared) {
+    using Kind = ColumnInfo::Kind;
+    static const struct {
+        const char* word;
+        Kind kind;
+        int size;
+    } types[] = {{"TEXT", Kind::Text, 255},     {"MEMO", Kind::Memo, 536870910},
+                 {"DOUBLE", Kind::Double, 8},   {"SMALLINT", Kind::SmallInteger, 2},
+                 {"INTEGER", Kind::Integer, 4}, {"BOOLEAN", Kind::Boolean, 2},
+                 {"DATETIME", Kind::Moment, 8}};
+    const auto open = declared.indexOf(u'(');
+    const QString word = (open < 0 ? declared : declared.left(open)).toUpper();
+    for (const auto& type : types)
+        if (word == QLatin1String(type.word))
+            return {name, type.kind,
+                    open < 0 ? type.size : declared.mid(open + 1, declared.indexOf(u')') - open - 1).toInt()};
+    return {name, Kind::Unknown, 0};
+}
+
+class SqliteCursor : public EngineCursor {
+  public:
+    SqliteCursor(sqlite3* handle, const QString& sql, const QString& changedTable, const QString& source)
+        : database(handle), statement(nullptr, sqlite3_finalize), table(changedTable),
+          connectionString(source), countQuery(sql) {
+        QString text = sql;
+        if (isUpdatable()) // the row's own number, ahead of the table's columns
+            text.replace(text.indexOf(u'*'), 1, QStringLiteral("rowid, *"));
+        const QByteArray bytes = text.toUtf8();
+        const char* rest = nullptr;
+        statement = prepared(bytes, &rest);
+        if (!statement || !QByteArray(rest).trimmed().isEmpty())
+            throw DatabaseFault(DatabaseFault::SyntaxError, "Characters found after end of SQL statement.",
+                                connectionString.toStdString());
+        for (int i = firstColumn(); i < sqlite3_column_count(statement.get()); ++i)
+            names.append(columnOf(QString::fromUtf8(sqlite3_column_name(statement.get(), i)),
+                                  QString::fromUtf8(sqlite3_column_decltype(statement.get(), i))));
+    }
+
+    const QList<ColumnInfo>& columns() const override { return names; }
+
+    bool step() override {
+        const int code = sqlite3_step(statement.get());
+        if (code != SQLITE_ROW && code != SQLITE_DONE)
+            fail(code);
+        return code == SQLITE_ROW;
+    }
+
+    void rewind() override { sqlite3_reset(statement.get()); }
+
+    QVariant value(int column) const override {
+        const int place = column + firstColumn();
+        switch (sqlite3_column_type(statement.get(), place)) {
+        case SQLITE_INTEGER:
+            return QVariant::fromValue<qint64>(sqlite3_column_int64(statement.get(), place));
+        case SQLITE_FLOAT:
+            return sqlite3_column_double(statement.get(), place);
+        case SQLITE_NULL:
+            return {};
+        default:
+            return QString::fromUtf8(
+                reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), place)),
+                sqlite3_column_bytes(statement.get(), place));
+        }
+    }
+
+    int count() const override {
+        const Statement counting = prepared(("SELECT COUNT(*) FROM (" + countQuery + ")").toUtf8(), nullptr);
+        if (const int code = sqlite3_step(counting.get()); code != SQLITE_ROW)
+            fail(code);
+        return sqlite3_column_int(counting.get(), 0);
+    }
+
+    bool isUpdatable() const override { return !table.isEmpty(); }
+    qint64 rowKey() const override { return sqlite3_column_int64(statement.get(), 0); }
+
+    qint64 insert(const RowValues& values) override {
+        QStringList columnNames;
+        QStringList marks;
+        for (const auto& [column, value] : values) {
+            columnNames.append(SqliteDialect().quotedName(names[column].name));
+            marks.append(QStringLiteral("?"));
+        }
+        write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                  .arg(SqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u',')),
+              values);
+        return sqlite3_last_insert_rowid(database);
+    }
+
+    void update(qint64 row, const RowValues& values) override {
+        QStringList assignments;
+        for (const auto& [column, value] : values)
+            assignments.append(SqliteDialect().quotedName(names[column].name) + QStringLiteral("=?"));
+        write(QStringLiteral("UPDATE %1 SET %2 WHERE rowid=%3")
+                  .arg(SqliteDialect().quotedName(table), assignments.join(u','), QString::number(row)),
+              values);
+    }
+
+    void remove(qint64 row) override {
+        write(QStringLiteral("DELETE FROM %1 WHERE rowid=%2")
+                  .arg(SqliteDialect().quotedName(table), QString::number(row)),
+              {});
+    }
+
+  private:
+    int firstColumn() const { return isUpdatable() ? 1 : 0; }
+
+    [[noreturn]] void fail(int code) const { throw engineFault(database, code, connectionString); }
+
+    Statement prepared(const QByteArray& text, const char** rest) const {
+        sqlite3_stmt* made = nullptr;
+        const int code =
+            sqlite3_prepare_v2(database, text.constData(), static_cast<int>(text.size()), &made, rest);
+        if (code != SQLITE_OK)
+            fail(code);
+        return {made, sqlite3_finalize};
+    }
+
+    static int bind(sqlite3_stmt* statement, int place, const QVariant& value) {
+        if (!value.isValid())
+            return sqlite3_bind_null(statement, place);
+        if (value.typeId() == QMetaType::Double)
+            return sqlite3_bind_double(statement, place, value.toDouble());
+        if (value.typeId() != QMetaType::QString)
+            return sqlite3_bind_int64(statement, place, value.toLongLong());
+        const QByteArray text = value.toString().toUtf8();
+        return sqlite3_bind_text(statement, place, text.constData(), static_cast<int>(text.size()),
+                                 SQLITE_TRANSIENT);
+    }
+
+    void write(const QString& sql, const RowValues& values) const {
+        const Statement writing = prepared(sql.toUtf8(), nullptr);
+        int place = 0;
+        for (const auto& [column, value] : values)
+            if (const int code = bind(writing.get(), ++place, value); code != SQLITE_OK)
+                fail(code);
+        if (const int code = sqlite3_step(writing.get()); code != SQLITE_DONE)
+            fail(code);
+    }
+
+    sqlite3* database;
+    Statement statement;
+    QString table; // whose rows can be changed; empty when the statement is not of that kind
+    QString connectionString;
+    QString countQuery;
+    QList<ColumnInfo> names;
+};
+
+class SqliteEngine : public Engine {
+  public:
+    SqliteEngine(const QString& path, int busyMilliseconds, const QString& source)
+        : connectionString(source) {
+        sqlite3* opened = nullptr;
+        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened,
+                                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        handle.reset(opened);
+        if (code != SQLITE_OK)
+            throw engineFault(opened, code, connectionString);
+        sqlite3_extended_result_codes(opened, 1);
+        sqlite3_busy_timeout(opened, busyMilliseconds);
+        // Without this a name in double quotes that no column has would silently be a text.
+        sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+        // Opening touches no page; reading the header tells a database from any other file.
+        run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
+        using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
+        for (const auto& [name, function] : {std::pair<const char*, Function>{"JetPower", powerFunction},
+                                             {"JetQuotient", quotientFunction},
+                                             {"JetJoin", joinFunction}})
+            sqlite3_create_function_v2(opened, name, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, function,
+                                       nullptr, nullptr, nullptr);
+    }
+
+    std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) override {
+        const JetStatement rewritten = RewriteJetSql(
+            options.wholeTable ? QStringLiteral("SELECT * FROM [%1]").arg(statement) : statement,
+            SqliteDialect());
+        const bool changes = options.forChange || options.wholeTable;
+        return std::make_unique<SqliteCursor>(
+            handle.get(), rewritten.sql, changes ? rewritten.updatableTable : QString(), connectionString);
+    }
+
+    int schemaVersion() override {
+        return number(QStringLiteral("SELECT user_version AS V FROM pragma_user_version"));
+    }
+
+    bool hasTable(const QString& table) override {
+        return number(QStringLiteral(
+                          "SELECT COUNT(*) AS V FROM sqlite_master WHERE type = 'table' AND name = '%1'")
+                          .arg(table)) > 0;
+    }
+
+    bool upgrade(const QString& script, int versionBefore, int versionAfter) override {
+        run("BEGIN IMMEDIATE;");
+        try {
+            const bool waiting = schemaVersion() == versionBefore;
+            if (waiting)
+                run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
+            run("COMMIT;");
+            return waiting;
+        } catch (...) {
+            sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr);
+            throw;
+        }
+    }
+
+    void copyTo(const QString& path) override {
+        const QString part = path + QStringLiteral(".part");
+        QFile::remove(part);
+        // The engine copies by itself: opening the file another way would drop the locks that it holds on it.
+        sqlite3* opened = nullptr;
+        int code = sqlite3_open(part.toUtf8().constData(), &opened);
+        const std::unique_ptr<sqlite3, int (*)(sqlite3*)> copy(opened, sqlite3_close_v2);
+        if (sqlite3_backup* backup =
+                code == SQLITE_OK ? sqlite3_backup_init(opened, "main", handle.get(), "main") : nullptr) {
+            sqlite3_backup_step(backup, -1);
+            code = sqlite3_backup_finish(backup);
+        } else {
+            code = sqlite3_errcode(opened);
+        }
+        QFile::remove(path);
+        if (code != SQLITE_OK || !QFile::rename(part, path)) {
+            const DatabaseFault fault =
+                engineFault(code != SQLITE_OK ? opened : nullptr, code, connectionString);
+            QFile::remove(part);
+            throw DatabaseFault(DatabaseFault::Unspecified,
+                                "Cannot copy the data to " + path.toStdString() + ": " + fault.what());
+        }
+    }
+
+  private:
+    void run(const QByteArray& sql) {
+        if (const int code = sqlite3_exec(handle.get(), sql.constData(), nullptr, nullptr, nullptr);
+            code != SQLITE_OK)
+            throw engineFault(handle.get(), code, connectionString);
+    }
+
+    int number(const QString& sql) {
+        SqliteCursor rows(handle.get(), sql, {}, connectionString);
+        return rows.step() ? rows.value(0).toInt() : 0;
+    }
+
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle{nullptr,
+                                                       sqlite3_close_v2}; // waits for open statements
+    QString connectionString;
+};
+
+} // namespace
+
+const SqlDialect& SqliteDialect() {
+    static const Dialect instance;
+    return instance;
+}
+
+std::unique_ptr<Engine> OpenSqlite(const QString& path, int busyMilliseconds,
+                                   const QString& connectionString) {
+    return std::make_unique<SqliteEngine>(path, busyMilliseconds, connectionString);
+}

@@ -1,0 +1,189 @@
+#include "data/CatalogueCheck.h"
+#include "core/base/Numbers.h"
+#include "data/CatalogueModel.h"
+#include "data/CatalogueQueries.h"
+#include "data/Drawing.h"
+#include "data/Vessel.h"
+#include "data/Wording.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double mostShapeDeviation = .15;
+constexpr double mostWeightDeviation = .10;
+constexpr double leastEfficiency = .15;
+constexpr double mostEfficiency = .60;
+constexpr double mostWeightOnPiping = 50;   // lb, of a tank that hangs and the water in it
+constexpr double leastContainerShare = .15; // of the box around a package
+constexpr double mostContainerShare = .60;
+constexpr double litresInGallon = 3.785411784;
+constexpr double gallonInCubicInches = 231;
+constexpr double waterWeight = 8.345; // lb a gallon
+
+std::string percent(double share) {
+    return NumberText(Round(share * 100, 1)) + " %";
+}
+
+/// "1-1/2\"" is 1.5. What is no number counts as 0.
+double nominalSize(std::string text) {
+    if (!text.ends_with('"'))
+        return 0;
+    text.pop_back();
+    double size = 0;
+    if (const auto dash = text.find('-'); dash != std::string::npos) {
+        size = ParseNumber(text.substr(0, dash)).value_or(0);
+        text = text.substr(dash + 1);
+    }
+    const auto stroke = text.find('/');
+    const double below = stroke == std::string::npos ? 1 : ParseNumber(text.substr(stroke + 1)).value_or(0);
+    return size + ParseNumber(text.substr(0, stroke)).value_or(0) / below;
+}
+
+class Check {
+  public:
+    Check(Database& database, fs::path drawingsFolder)
+        : catalogue(database), folder(std::move(drawingsFolder)) {}
+
+    CheckResult run() {
+        for (const CatalogueQuery& query : CatalogueQueries())
+            for (const std::string& key : catalogue.column(query.sql))
+                fault(key, query.meaning);
+        readDrawings();
+        for (const CatalogueModel& model : ReadModels(catalogue))
+            if (const auto drawing = drawings.find(model.drawing); drawing != drawings.end())
+                checkModel(model, drawing->second);
+        return std::move(result);
+    }
+
+  private:
+    void fault(const std::string& subject, const std::string& what) {
+        result.faults.push_back(subject + ": " + what);
+    }
+
+    void readDrawings() {
+        for (const auto& row : catalogue.rows("SELECT TankDraw, X, Y, Ext FROM tblTankDrawMaster")) {
+            try {
+                const Drawing drawing = ReadDrawing(folder / (row[0] + '.' + row[3]));
+                if (std::abs(drawing.widthToHeight / (ToDouble(row[1]) / ToDouble(row[2])) - 1) > .01)
+                    fault(row[0], "its picture has not the proportions of its row");
+                drawings[row[0]] = drawing;
+            } catch (const std::exception& error) {
+                fault(row[0], std::string("its drawing ") + error.what());
+            }
+        }
+    }
+
+    SeriesFigures& figures(const std::string& series) {
+        const auto known = std::ranges::find(result.series, series, &SeriesFigures::series);
+        if (known != result.series.end())
+            return *known;
+        result.series.emplace_back().series = series;
+        return result.series.back();
+    }
+
+    void note(Extreme& extreme, double deviation, const CatalogueModel& model, double most,
+              const std::string& what) {
+        if (std::abs(deviation) >= std::abs(extreme.deviation))
+            extreme = {deviation, model.name};
+        if (std::abs(deviation) > most)
+            fault(model.name, "its " + what + " is off by " + percent(deviation));
+    }
+
+    void checkModel(const CatalogueModel& model, const Drawing& drawing) {
+        ++figures(model.series).models;
+        for (const std::string& wrong : WordingFaults(model, drawing))
+            fault(model.name, wrong);
+        if (nominalSize(model.connectionText) != model.connection)
+            fault(model.name, "its connection is " + model.connectionText + " in words and " +
+                                  NumberText(model.connection) + " in figures");
+        if (model.isPackage())
+            checkPackage(model, drawing);
+        else
+            checkTank(model, drawing);
+    }
+
+    void checkTank(const CatalogueModel& model, const Drawing& drawing) {
+        const double ends = BaseAndNozzles(drawing, model.diameter, model.connection);
+        const Vessel vessel{.diameter = model.diameter,
+                            .headToHead = model.overall - ends,
+                            .pressure = model.pressure,
+                            .connection = model.connection,
+                            .volume = model.volume,
+                            .code = model.code};
+        SeriesFigures& series = figures(model.series);
+        note(series.shape, ShellVolume(vessel) / model.volume - 1, model, mostShapeDeviation, "shape");
+        note(series.weight, model.weight / PlateWeight(vessel) - 1, model, mostWeightDeviation, "weight");
+        const bool hangs = !drawing.ringBase && !drawing.legs && !drawing.saddles;
+        const double filled = model.weight + model.acceptance * waterWeight;
+        if (hangs && filled > mostWeightOnPiping)
+            fault(model.name, "hangs from the piping with " + NumberText(Round(filled, 0)) + " lb");
+        checkTankName(model);
+    }
+
+    /// The number is the volume in litres; of plain steel tanks diameter and length in inches; series JWG
+    /// has numbers of its own.
+    void checkTankName(const CatalogueModel& model) {
+        if (model.series == "JWG")
+            return;
+        if (model.series == "RB") {
+            if (model.name != NumberText(model.diameter) + "RB" + NumberText(model.overall))
+                fault(model.name, "its name is not its diameter and length");
+            return;
+        }
+        std::string litres = model.name.substr(model.series.size());
+        if (litres.ends_with('L') || litres.ends_with('V'))
+            litres.pop_back();
+        if (std::abs(ParseNumber(litres).value_or(0) - model.volume * litresInGallon) > .2)
+            fault(model.name, "its name is not its volume in litres");
+    }
+
+    void checkPackage(const CatalogueModel& model, const Drawing& drawing) {
+        SeriesFigures& series = figures(model.series);
+        note(series.shape, model.diameter / model.overall / drawing.aToB - 1, model, mostShapeDeviation,
+             "drawing's proportion");
+        note(series.weight,
+             model.weight /
+                     PackageWeight(model.volume, model.pumps(), model.horsepower, model.series == "FDM") -
+                 1,
+             model, mostWeightDeviation, "weight");
+        const double share =
+            model.volume * gallonInCubicInches / (model.diameter * model.diameter * model.overall);
+        if (share < leastContainerShare || share > mostContainerShare)
+            fault(model.name, "its container takes " + percent(share) + " of the room");
+        const char* suffix = model.series == "PKGD" ? "D" : model.series == "PKGT" ? "T" : "";
+        if (model.name != model.series.substr(0, 3) + ' ' + NumberText(model.volume) + '-' +
+                              (model.flow < 1 ? "0" : "") + NumberText(model.flow) + suffix)
+            fault(model.name, "its name is not its gallons and the flow of one pump");
+        checkPump(model, series);
+    }
+
+    void checkPump(const CatalogueModel& model, SeriesFigures& series) {
+        const double efficiency = PumpEfficiency(model.flow, model.pressure, model.horsepower);
+        series.lowestPower = series.models == 1 ? efficiency : std::min(series.lowestPower, efficiency);
+        series.highestPower = std::max(series.highestPower, efficiency);
+        if (!(efficiency >= leastEfficiency && efficiency <= mostEfficiency))
+            fault(model.name, "its pump has an efficiency of " + percent(efficiency));
+        const auto [known, added] =
+            pumpPressures.try_emplace(std::pair(model.flow, model.horsepower), model.pressure);
+        if (known->second != model.pressure)
+            fault(model.name, "its pump has " + NumberText(known->second) + " psi in another package");
+    }
+
+    Database& catalogue;
+    fs::path folder;
+    std::map<std::string, Drawing> drawings;
+    std::map<std::pair<double, double>, double> pumpPressures; // by flow and horsepower
+    CheckResult result;
+};
+
+} // namespace
+
+CheckResult CheckCatalogue(Database& catalogue, const fs::path& drawings) {
+    return Check(catalogue, drawings).run();
+}

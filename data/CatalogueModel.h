@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/Database.h"
+
+#include <string>
+#include <vector>
+
+/// A model with its specification, as far as the check reads them; gal, in, psi, lb, gpm, hp.
+struct CatalogueModel {
+    std::string name;
+    std::string application;
+    std::string series;
+    std::string bladder;
+    bool code = false;
+    bool drinkingWater = false;
+    double volume = 0;
+    double acceptance = 0;
+    double diameter = 0;
+    double overall = 0;
+    std::string connectionText;
+    double connection = 0;
+    double pressure = 0;
+    double weight = 0;
+    double flow = 0;       // of one pump
+    double horsepower = 0; // of one pump
+    std::string drawing;
+    std::string specification; // joined
+    std::string lastLine;
+    std::string description; // joined
+
+    bool isPackage() const { return application == "PKG"; }
+    bool hasBladder() const { return !isPackage() && bladder != "Plain Steel"; }
+    int pumps() const { return !isPackage() ? 0 : series == "PKGD" || series == "PKGT" ? 2 : 1; }
+};
+
+/// All models in the order of the catalogue. Throws std::runtime_error.
+std::vector<CatalogueModel> ReadModels(Database& catalogue);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+/// What a drawing shows, read from the picture's own elements, which carry these names: `A` and `B` (the
+/// dimension lines), `ring-base`, `legs` or `saddles`, `connection-top`, `connection-bottom`, `top-nozzle`
+/// (a flange or valve that rises above the top head).
+struct Drawing {
+    bool ringBase = false;
+    bool legs = false;
+    bool saddles = false;
+    bool connectionTop = false;
+    bool connectionBottom = false;
+    bool topNozzle = false;
+    bool horizontal = false;  // B, the length, runs across
+    double aToB = 0;          // length of A over length of B
+    double widthToHeight = 0; // of the whole picture
+};
+
+/// Throws std::runtime_error for a file that cannot be read or has no dimension lines.
+Drawing ReadDrawing(const std::filesystem::path& file);
+
+/// How much longer the whole is than the vessel from head to head: base, legs and nozzles, in inches.
+/// `diameter` and `connection` in inches.
+double BaseAndNozzles(const Drawing& drawing, double diameter, double connection);

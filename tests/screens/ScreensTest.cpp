@@ -1,0 +1,134 @@
+// Every screen as a user without a mouse, without sight or with large letters meets it.
+
+#include "core/shell/BrennovalMain.h"
+#include "core/store/SessionStore.h"
+#include "tests/support/Driver.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+
+#include <set>
+
+namespace {
+
+/// The program with a job of one tank of each kind, so that every screen has something to show.
+class EveryScreen : public testing::Test {
+  protected:
+    EveryScreen() {
+        home.installData();
+        Driver::start();
+        for (const char* sql :
+             {"INSERT INTO tblJobHeader (JobID) VALUES ('J')", "INSERT INTO tblEngineer VALUES ('Ada Ohm')",
+              "INSERT INTO tblJobData (TankID, TankNo, JobID, TankClass, ModelNo, Qty, AtmPressure, SOPMin, "
+              "SOPMax, SOTMin, "
+              "SOTMax, SysFluidType, TotSysVolume, RequiredVolume, RequiredAcceptance, PipeIndex, "
+              "PipeLength, FlowRate, "
+              "FlowPressure, StaticPressure, ShockPressure) VALUES ('J.1', 1, 'J', 'RCB', 'RCB 500', 2, "
+              "14.7, 12, 30, 40, 180, "
+              "'Water', 500, 100, 40, '4 in Sch 40', 300, 200, 50, 70, 150)"})
+            UtilityFunctions::Rows("User", sql);
+        Session::Mode.write(Session::Modes::Edit);
+        Session::JobID.write("J");
+        Session::TankID.write("J.1");
+    }
+    ~EveryScreen() override { Driver::stop(); }
+
+    /// Opens each screen of the main window alone, in each application that it adapts to.
+    template<typename Look>
+    void forEach(Look look) {
+        for (const QString& name : Screens::names()) {
+            if (name == "frmSplash" || name == "frmError" || name == "frmDatabasePath")
+                continue;
+            for (const ApplicationInfo& info : allApplications) {
+                const QString application = QString::fromUtf8(info.name.data(), qsizetype(info.name.size()));
+                Session::TankClass.write(application);
+                if (!Screens::open(name))
+                    continue;
+                Driver::settle();
+                look(*Screens::find(name), (name + ", " + application).toStdString());
+                Screens::unload(name);
+                Driver::settle();
+                for (const QString& other : Screens::loaded()) // that a closing may have opened
+                    Screens::unload(other);
+            }
+        }
+        EXPECT_GT(Screens::names().size(), 12);
+    }
+
+    TemporaryHome home;
+};
+
+QChar mnemonicOf(const QString& text) {
+    const QString single = QString(text).remove("&&");
+    const auto at = single.indexOf('&');
+    return at >= 0 && at + 1 < single.size() ? single[at + 1].toUpper() : QChar();
+}
+
+/// The text that carries a widget's mnemonic.
+QString captionOf(const QWidget* widget) {
+    if (const auto* button = dynamic_cast<const QAbstractButton*>(widget))
+        return button->text();
+    const auto* label = dynamic_cast<const QLabel*>(widget);
+    return label && label->buddy() ? label->text() : QString();
+}
+
+bool isReachable(const QWidget* widget) {
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
+}
+
+} // namespace
+
+TEST_F(EveryScreen, HasMnemonicsOfItsOwn) {
+    std::set<QChar> menuBar;
+    for (const QAction* action : BrennovalMain::instance()->menuBar()->actions())
+        menuBar.insert(mnemonicOf(action->text()));
+    ASSERT_EQ(menuBar.size(), 7U);
+    forEach([&](const Screen& screen, const std::string& where) {
+        std::set<QChar> given;
+        for (const QWidget* widget : screen.findChildren<QWidget*>()) {
+            const QChar letter = widget->isVisible() ? mnemonicOf(captionOf(widget)) : QChar();
+            if (letter.isNull())
+                continue;
+            EXPECT_FALSE(menuBar.contains(letter)) << where << ": " << captionOf(widget).toStdString();
+            EXPECT_TRUE(given.insert(letter).second) << where << ": " << captionOf(widget).toStdString();
+        }
+    });
+}
+
+TEST_F(EveryScreen, NamesWhatTheKeyboardReaches) {
+    forEach([](const Screen& screen, const std::string& where) {
+        for (QWidget* widget : screen.findChildren<QWidget*>()) {
+            const bool inner =
+                dynamic_cast<const QScrollBar*>(widget) || widget->objectName().startsWith("qt_");
+            if (inner || !widget->isVisible() ||
+                (!isReachable(widget) && !dynamic_cast<const QLineEdit*>(widget)))
+                continue;
+            const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+            EXPECT_TRUE(face && !face->text(QAccessible::Name).trimmed().isEmpty())
+                << where << ": " << widget->objectName().toStdString() << " has no name for a screen reader";
+        }
+    });
+}
+
+TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
+    BrennovalMain::instance()->resize(1366, 740); // of 768, less the desktop's own bar
+    Driver::settle();
+    const QFont before = QApplication::font();
+    for (const int points : {8, 10, 12}) {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        Driver::settle();
+        forEach([points](const Screen& screen, const std::string& where) {
+            const QSize space = BrennovalMain::instance()->area()->size();
+            const QSize frame = screen.parentWidget()->size();
+            EXPECT_LE(frame.width(), space.width()) << where << " with " << points << " points";
+            EXPECT_LE(frame.height(), space.height()) << where << " with " << points << " points";
+        });
+    }
+    QApplication::setFont(before);
+}
