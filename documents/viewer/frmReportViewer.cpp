@@ -31,6 +31,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnFind, ".bttnFind", [this] { Find(1); });
     on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
     connect(txtPage, &QLineEdit::editingFinished, this, [this] { GoToTypedPage(); });
+    cboZoom->lineEdit()->setAccessibleName(cboZoom->accessibleName());
     connect(cboZoom, &QComboBox::currentIndexChanged, this, [this] { ZoomAsTyped(); });
     connect(cboZoom, &QComboBox::textActivated, this, [this] { ZoomAsTyped(); });
     connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
