@@ -1,7 +1,7 @@
 #include "documents/FinishedTankScreen.h"
 
-#include "core/store/Catalogue.h"
 #include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"

@@ -1,9 +1,9 @@
 #include "documents/ListReports.h"
 
-#include "core/shell/Trap.h"
-#include "core/shell/Hourglass.h"
-#include "core/shell/Commands.h"
 #include "core/base/ApplicationNames.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 #include "documents/Reports.h"
 #include "documents/viewer/ReportOutput.h"

@@ -1,7 +1,7 @@
 #include "sizing/frmResults.h"
 
-#include "core/shell/Status.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
 using namespace UtilityFunctions;

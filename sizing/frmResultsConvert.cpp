@@ -1,8 +1,8 @@
 #include "sizing/frmResultsConvert.h"
 
+#include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/shell/FieldChecks.h"
 #include "core/store/SessionStore.h"
 
 using namespace UtilityFunctions;

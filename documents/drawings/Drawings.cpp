@@ -1,11 +1,11 @@
 #include "documents/drawings/Drawings.h"
 
-#include "core/shell/Hourglass.h"
-#include "core/base/Program.h"
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Program.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
 #include "documents/drawings/Picture.h"

@@ -1,7 +1,7 @@
 #include "documents/drawings/Picture.h"
 
-#include "core/base/Program.h"
 #include "core/base/Fault.h"
+#include "core/base/Program.h"
 
 #include <QFileInfo>
 #include <QSvgRenderer>

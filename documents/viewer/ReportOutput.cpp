@@ -1,9 +1,9 @@
 #include "documents/viewer/ReportOutput.h"
 
-#include "core/shell/Hourglass.h"
-#include "core/shell/Commands.h"
 #include "core/base/Fault.h"
+#include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"

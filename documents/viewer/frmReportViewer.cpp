@@ -1,8 +1,8 @@
 #include "documents/viewer/frmReportViewer.h"
 
+#include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
-#include "core/shell/Commands.h"
 #include "documents/viewer/ReportOutput.h"
 
 #include <QHeaderView>

@@ -9,9 +9,9 @@
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
 #include "documents/report/Renderer.h"
-#include "tests/support/TemporaryHome.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Limits.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -230,6 +230,56 @@ TEST_F(Exports, NamesStayTextsAndMarksAreWords) {
         for (const char* word : {"007", "NSF mark", "IAPMO mark"})
             EXPECT_TRUE(read.contains(word)) << format << ": " << word;
     }
+}
+
+TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
+    const struct {
+        const char* application;
+        const char* code;
+        const char* report;
+        bool sorted;
+    } lists[] = {{"Expansion Tank", "EXP", "rptExpTankList", true},
+                 {"Thermal Expansion Tank", "THM", "rptExpTankList", true},
+                 {"Hydropneumatic Tank", "HYD", "rptExpTankList", true},
+                 {"Shock Arrestor Tank", "SHK", "rptExpTankList", true},
+                 {"Glycol Make-up Package", "PKG", "rptPKGTankList", false}};
+    for (const auto& list : lists) {
+        Session::TankClass.write(list.application);
+        const Pages pages = Report(*FindReport(list.report)).Run().pages;
+        QStringList found;
+        for (const Page& page : pages)
+            for (qsizetype i = 0; i + 2 < page.texts.size(); ++i)
+                if (page.texts[i].section == Section::Detail && page.texts[i].style.bold)
+                    found.append(page.texts[i].text + '|' + page.texts[i + 1].text + '|' +
+                                 QString::number(page.texts[i + 2].number.value_or(-1)));
+        QStringList expected;
+        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Recordset model;
+        model.Open(QString("SELECT * FROM tblModelMaster WHERE App = '%1'").arg(list.code) +
+                       (list.sorted ? " ORDER BY Class, TankVolume" : ""),
+                   catalogue);
+        for (; !model.AtEnd(); model.MoveNext())
+            expected.append(model["ModelDscrptn"].text() + '|' + model["TankOD"].text() + " X " +
+                            model["OAL"].text() + '|' + QString::number(model["TankVolume"].number()));
+        EXPECT_EQ(found, expected) << list.application;
+        EXPECT_GT(found.size(), 10);
+    }
+}
+
+TEST_F(Exports, ScheduleShowsItsUnits) {
+    sql("INSERT INTO tblSchedule (TankID, TagID, TankOD, OAL, TankVol, App) VALUES ('T1', 'North-1', 24, "
+        "77.25, 1320.5, "
+        "'EXP')");
+    sql("INSERT INTO tblSchedule (TankID, TagID) VALUES ('gone', 'Gone-1')");
+    const Pages pages = Report(*FindReport("rptSchedule")).Run().pages;
+    ASSERT_EQ(pages.size(), 1);
+    EXPECT_EQ(pages[0].size, QSizeF(792, 612));
+    for (const char* text :
+         {"O'Hara & 水 <7>", "North-1", "EXP", "1,321 gal", "24", "77.25", "12 psi", "180°F"})
+        EXPECT_TRUE(textsOf(pages).contains(QString::fromUtf8(text))) << text;
+    EXPECT_FALSE(textsOf(pages).contains("Gone-1")) << "a unit of a deleted tank";
+    const QString info = run("pdfinfo", {write("mnuExportPDF", pages, "a.pdf")});
+    EXPECT_TRUE(info.contains("792 x 612")) << info.toStdString();
 }
 
 TEST_F(Exports, CompoundFileIsSoundAtEverySize) {

@@ -93,7 +93,7 @@ class ScriptedDialogs : public Dialogs {
     Rule rule;    // answers when no answer was prepared
     Message last; // that came
     QStringList files;
-    QList<Print> prints; // for the next printer dialogs
+    QList<Print> prints;   // for the next printer dialogs
     QString suggestedName; // of the last save dialog
     QString problem;
     int beeps = 0;
