@@ -50,7 +50,7 @@ QByteArray ReadPicture(const QString& path) {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());
-    const QByteArray svg = file.readAll();
+    QByteArray svg = file.readAll();
     if (!standsAlone(svg) || !QSvgRenderer(svg).isValid())
         throw Fault(481, "Invalid picture: " + path.toStdString());
     return svg;
