@@ -9,10 +9,12 @@
 #include "core/shell/FieldChecks.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqliteEngine.h"
 #include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
 #include "documents/report/Renderer.h"
+#include "jobs/JobSearch.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/support/Driver.h"
@@ -30,6 +32,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cstdio>
 
 using namespace UtilityFunctions;
@@ -60,6 +63,23 @@ class Bare {
             first = first < 0 ? sqlite3_column_double(statement, 0) : first;
         sqlite3_finalize(statement);
         return first;
+    }
+
+    /// Some columns of all rows of a query, as texts.
+    template<std::size_t count>
+    auto texts(const QByteArray& sql, const std::array<int, count>& columns) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
+        std::vector<std::array<QString, count>> rows;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            auto& row = rows.emplace_back();
+            for (std::size_t i = 0; i < count; ++i)
+                row[i] = QString::fromUtf8(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, columns[i])),
+                    sqlite3_column_bytes(statement, columns[i]));
+        }
+        sqlite3_finalize(statement);
+        return rows;
     }
 
   private:
@@ -196,6 +216,75 @@ void saveBare(benchmark::State& state, int tankLines) {
                     "1234.5)")
                 .arg(++number));
     }
+}
+
+/// Adds jobs with contractors, engineers and dates.
+void addJobs(const Data& data, int jobs) {
+    Bare user(data.file("User"));
+    user.run(
+        QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                "INSERT INTO tblJobHeader (JobID, Contractor, Engineer, DateCreated) SELECT 'Job ' || i, "
+                "'Contractor ' || (i % 97), 'Engineer ' || (i % 41), "
+                "datetime('2020-01-01', (i % 2000) || ' days') FROM n; COMMIT; ANALYZE;")
+            .arg(jobs));
+}
+
+/// Two criteria, which every job has to be read for and one in twenty meets.
+const JobSearch::Criteria twoCriteria = {.contractor = {"7", "Contains"},
+                                         .created = {"2024-06-01", "Later than"}};
+
+void jobSearchProgram(benchmark::State& state, const JobSearch::Criteria& criteria, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(JobSearch::Find(*JobSearch::Query(criteria)));
+}
+
+void jobSearchBare(benchmark::State& state, const JobSearch::Criteria& criteria, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    constexpr std::array listedColumns = {0, 3, 2, 5}; // ID, contractor, engineer and date
+    const QByteArray sql = RewriteJetSql(*JobSearch::Query(criteria), SqliteDialect()).sql.toUtf8();
+    const QString file = data.file("User");
+    for (auto _ : state) {
+        Bare user(file);
+        benchmark::DoNotOptimize(user.texts(sql, listedColumns));
+    }
+}
+
+/// From the click on Find to the painted list.
+void listJobs(benchmark::State& state, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    Driver::start();
+    Driver::command("mnuEditJob");
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Driver::press("frmjobsearchdialog", "bttnFind");
+        Screens::find("frmjobsearchdialog")->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+    }
+    Driver::stop();
+}
+
+/// Opens a screen on a job with a hundred tank lines, up to its painted picture.
+void openScreen(benchmark::State& state, const char* screen) {
+    const Data data(10000, 100000);
+    Bare(data.file("User")).run("UPDATE tblJobData SET JobID = 'J7' WHERE rowid < 100");
+    Driver::start();
+    Session::Mode.write("Edit");
+    Session::JobID.write("J7");
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Screens::open(screen);
+        Screens::find(screen)->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        Screens::unload(screen);
+        Driver::settle();
+    }
+    Driver::stop();
 }
 
 /// The steps of the road from a new job to the results, on 10,000 models and 100,000 tank lines.
@@ -374,6 +463,27 @@ void registerBenchmarks() {
                           [lines](benchmark::State& s) { saveProgram(s, lines); });
         RegisterBenchmark((name + "/bare").c_str(), [lines](benchmark::State& s) { saveBare(s, lines); });
     }
+    const auto registerJobSearch = [](const std::string& name, const JobSearch::Criteria& criteria,
+                                      int jobs) {
+        RegisterBenchmark((name + "/program").c_str(),
+                          [=](benchmark::State& s) { jobSearchProgram(s, criteria, jobs); });
+        RegisterBenchmark((name + "/bare").c_str(),
+                          [=](benchmark::State& s) { jobSearchBare(s, criteria, jobs); });
+    };
+    for (const int jobs : {100, 10000, 100000}) {
+        registerJobSearch("jobs, all of " + std::to_string(jobs), {}, jobs);
+        registerJobSearch("jobs, by two criteria among " + std::to_string(jobs), twoCriteria, jobs);
+    }
+    RegisterBenchmark("list of 100000 jobs, Find to painted/program",
+                      [](benchmark::State& s) { listJobs(s, 100000); })
+        ->UseManualTime()
+        ->Iterations(5);
+    for (const char* screen : {"frmjobsearchdialog", "frmTankIDSearch", "frmDelete", "frmEngContMaster",
+                               "frmOneColumnLookup", "frmConvertSteel"})
+        RegisterBenchmark((std::string("open ") + screen + "/program").c_str(),
+                          [screen](benchmark::State& s) { openScreen(s, screen); })
+            ->UseManualTime()
+            ->Iterations(50);
     RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
         ->UseManualTime()
         ->Iterations(30);

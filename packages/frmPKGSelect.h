@@ -7,6 +7,7 @@
 class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   public:
     frmPKGSelect();
+    bool growsWithWindow() const override { return true; }
 
   private:
     void Load() override;

@@ -1,7 +1,6 @@
 #include "sizing/frmResultsConvert.h"
 
 #include "core/shell/FieldChecks.h"
-#include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
@@ -18,9 +17,6 @@ frmResultsConvert::frmResultsConvert() : FinishedTankScreen("frmResultsConvert")
            .specification = bttnSpecs});
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmConvertSteel"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmConvertSteel"); });
-    if (!Screens::known("frmConvertSteel"))
-        for (QToolButton* button : {bttnAddMore, bttnRecalc})
-            makeUnavailable(button);
 }
 
 void frmResultsConvert::Load() {

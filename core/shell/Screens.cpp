@@ -278,6 +278,11 @@ void UtilityFunctions::FormatScreen(Screen& screen) {
     if (!entry || !entry->window || !Screens::registry().area)
         return;
     entry->window->adjustSize();
+    // As low as the space asks, where a list or text of the screen can give way.
+    const QSize space = Screens::registry().area->viewport()->size();
+    const QSize least = entry->window->minimumSizeHint();
+    const QSize wanted = entry->window->size();
+    entry->window->resize(wanted.boundedTo(space).expandedTo(least));
     entry->placedAt = Screens::middle(entry->window->size());
     entry->window->move(entry->placedAt);
 }

@@ -8,6 +8,7 @@
 class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
   public:
     frmResultSpecs();
+    bool growsWithWindow() const override { return true; }
 
   private:
     void Load() override;

@@ -87,11 +87,27 @@ bool buttonIsDown() {
     });
 }
 
-QTreeWidgetItem* item(QTreeWidget* list, const QString& number) {
-    QTreeWidgetItem* found = list->topLevelItem(number.toInt() - 1);
-    if (!found)
-        fail(QString("the list has %1 rows").arg(list->topLevelItemCount()));
+/// A row, from 1, of a list.
+QModelIndex rowOf(const QAbstractItemView* list, const QString& number, int column = 0) {
+    const QModelIndex found = list->model()->index(number.toInt() - 1, column);
+    require(found.isValid(), QString("the list has %1 rows").arg(list->model()->rowCount()));
     return found;
+}
+
+/// Scrolls to a row and gives its place on the list.
+QRect placeOf(QAbstractItemView* list, const QString& number) {
+    const QModelIndex row = rowOf(list, number);
+    list->scrollTo(row);
+    return list->visualRect(row);
+}
+
+/// The column of a heading. A list box has one column without a heading.
+int columnOf(const QAbstractItemView* list, const QString& heading) {
+    for (int column = 0; column < list->model()->columnCount(); ++column)
+        if (dynamic_cast<const QListView*>(list) ||
+            list->model()->headerData(column, Qt::Horizontal).toString() == heading)
+            return column;
+    fail("the list has no column " + heading);
 }
 
 /// A caption as it shows: without the marks of its mnemonic.
@@ -221,19 +237,44 @@ void pick(Stage& stage, Words w) {
 }
 
 void row(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    list->scrollToItem(item(list, w[1]));
-    const QPoint place = list->visualItemRect(item(list, w[1])).center();
+    auto* list = control<QAbstractItemView>(w[0]);
+    const QPoint place = placeOf(list, w[1]).center();
     press(list->viewport(), place);
     if (w.value(2) == "open")
         press(list->viewport(), place, true);
 }
 
 void check(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    list->scrollToItem(item(list, w[1]));
-    const QRect place = list->visualItemRect(item(list, w[1]));
+    auto* list = control<QAbstractItemView>(w[0]);
+    const QRect place = placeOf(list, w[1]);
     press(list->viewport(), {place.left() + 10, place.center().y()});
+}
+
+/// Presses a heading of a list.
+void sort(Stage&, Words w) {
+    auto* list = control<QTreeView>(w[0]);
+    const QHeaderView* header = list->header();
+    const int column = columnOf(list, w[1]);
+    press(header->viewport(), {header->sectionViewportPosition(column) + 20, header->height() / 2});
+}
+
+/// Turns a calendar to the month of a day and presses the day.
+void date(Stage&, Words w) {
+    auto* calendar = control<QCalendarWidget>(w[0]);
+    const QDate day = QDate::fromString(w[1], Qt::ISODate);
+    require(day.isValid(), w[1] + " is no day");
+    calendar->setCurrentPage(day.year(), day.month());
+    auto* days = calendar->findChild<QTableView*>();
+    int past = 0; // days of the month so far; those of the month before stand in front of the 1st
+    for (int cell = 0; cell < days->model()->rowCount() * days->model()->columnCount(); ++cell) {
+        const QModelIndex place =
+            days->model()->index(cell / days->model()->columnCount(), cell % days->model()->columnCount());
+        if (past > 0 || place.data().toString() == "1")
+            ++past;
+        if (past == day.day())
+            return press(days->viewport(), days->visualRect(place).center());
+    }
+    fail("the calendar does not show " + w[1]);
 }
 
 void answer(Stage& stage, Words w) {
@@ -323,14 +364,11 @@ void expectStatus(Stage&, Words w) {
     expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
-    expectEqual(w[0] + " rows", w[1], QString::number(control<QTreeWidget>(w[0])->topLevelItemCount()));
+    expectEqual(w[0] + " rows", w[1], QString::number(control<QAbstractItemView>(w[0])->model()->rowCount()));
 }
 void expectCell(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    for (int column = 0; column < list->columnCount(); ++column)
-        if (list->headerItem()->text(column) == w[2])
-            return expectEqual(w[0], w[3], item(list, w[1])->text(column));
-    fail("the list has no column " + w[2]);
+    auto* list = control<QAbstractItemView>(w[0]);
+    expectEqual(w[0], w[3], rowOf(list, w[1], columnOf(list, w[2])).data().toString());
 }
 void expectMenu(Stage&, Words w) {
     const QAction* action = command(w[0]);
@@ -419,6 +457,8 @@ const QHash<QString, Command>& commands() {
         {"pick", {pick, 1, true}},
         {"row", {row, 2, true}},
         {"check", {check, 2, true}},
+        {"sort", {sort, 2, true}},
+        {"date", {date, 2, true}},
         {"answer", {answer, 1}},
         {"input", {notYet, 1}},
         {"file", {file, 1}},

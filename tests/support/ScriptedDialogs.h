@@ -49,7 +49,9 @@ class ScriptedDialogs : public Dialogs {
                                                                      {"Cancel", QMessageBox::Cancel},
                                                                      {"Yes", QMessageBox::Yes},
                                                                      {"No", QMessageBox::No}};
-        const auto button = buttons.value(answer.button, QMessageBox::NoButton);
+        const auto button = answer.button == "Default" // what Return would press
+                                ? message.defaultButton
+                                : buttons.value(answer.button, QMessageBox::NoButton);
         if (!(message.buttons & button))
             problem = "the message box has no button " + answer.button;
         return button;
