@@ -59,8 +59,8 @@ TEST_F(View, ZoomsAboutThePointer) {
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(view.viewport(), &wheel);
     EXPECT_NEAR(view.percent(), 115, .1);
-    const double pageBefore = 792 * 96 / 72 + 14.0;
-    const double pageAfter = 792 * 96 / 72 * 1.15 + 14.0;
+    const double pageBefore = 792.0 * 96 / 72 + 14;
+    const double pageAfter = 792.0 * 96 / 72 * 1.15 + 14;
     EXPECT_NEAR((view.verticalScrollBar()->value() + 50.0 - 14) / pageAfter, (before - 14) / pageBefore,
                 .002);
 }
