@@ -9,7 +9,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include <QDate>
 
