@@ -312,6 +312,11 @@ void expectPage(Stage&, Words w) {
             "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
 }
 
+/// Drags the frame of a screen to a size.
+void size(Stage&, Words w) {
+    windowOf(w[0])->resize(w[1].toInt(), w[2].toInt());
+}
+
 void close(Stage&, Words w) {
     windowOf(w[0])->close();
 }
@@ -466,6 +471,7 @@ const QHash<QString, Command>& commands() {
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-visible", {expectVisible, 1}},
         {"expect-hidden", {expectHidden, 1}},
