@@ -1,26 +1,36 @@
 // How long the program takes for what its users do often, beside the bare engine doing the same.
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
-#include "app/Install.h"
+#include "app/Register.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
+#include "core/look/SystemScheme.h"
+#include "core/shell/BrennovalMain.h"
 #include "core/shell/DesktopApplication.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqliteEngine.h"
+#include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
-#include "documents/report/Report.h"
+#include "documents/report/Renderer.h"
 #include "jobs/JobSearch.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/support/Driver.h"
 
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QProcess>
+#include <QSvgRenderer>
 #include <QTimer>
 
 #include <sqlite3.h>
@@ -131,7 +141,7 @@ int startChild(int argc, char** argv, bool program) {
         QTimer::singleShot(0, [] { QApplication::exit(0); });
         return DesktopApplication::exec();
     }
-    Appearance::apply(Appearance::systemScheme());
+    const SystemScheme scheme;
     home.installData();
     registerAll();
     Screens::open("frmSplash");
@@ -237,7 +247,7 @@ void jobSearchBare(benchmark::State& state, const JobSearch::Criteria& criteria,
     const Data data(200, 1);
     addJobs(data, jobs);
     constexpr std::array listedColumns = {0, 3, 2, 5}; // ID, contractor, engineer and date
-    const QByteArray sql = RewriteJetSql(*JobSearch::Query(criteria)).sql.toUtf8();
+    const QByteArray sql = RewriteJetSql(*JobSearch::Query(criteria), SqliteDialect()).sql.toUtf8();
     const QString file = data.file("User");
     for (auto _ : state) {
         Bare user(file);
@@ -350,14 +360,56 @@ void previewSubmittal(benchmark::State& state) {
     Driver::stop();
 }
 
-void pdfOfSubmittal(benchmark::State& state) {
+/// The same texts and pictures with the same writer, each where it stands, and nothing else.
+QByteArray barePdf(const Pages& pages) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    constexpr int resolution = 1200;
+    constexpr double scale = resolution / 72.0;
+    writer.setResolution(resolution);
+    writer.setPageSize(QPageSize(pages.first().size, QPageSize::Point));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter(&writer);
+    double size = 0;
+    bool bold = false;
+    for (const Page& page : pages) {
+        if (&page != &pages.first())
+            writer.newPage();
+        for (const PagePicture& picture : page.pictures)
+            QSvgRenderer(picture.svg)
+                .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
+        for (const PageText& text : page.texts) {
+            if (size != text.style.size || bold != text.style.bold) {
+                QFont font("Liberation Sans");
+                font.setPointSizeF(size = text.style.size);
+                font.setBold(bold = text.style.bold);
+                painter.setFont(font);
+            }
+            double y = text.place.top() + text.style.size;
+            for (const QString& line : text.lines()) {
+                painter.drawText(QPointF(text.place.left(), y) * scale, line);
+                y += text.style.size * 1.15;
+            }
+        }
+    }
+    painter.end();
+    return bytes;
+}
+
+void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) {
     const Data data(200, 100);
     Driver::start();
     finishTank();
-    const Pages pages = Report(SetReport("RCB 500")).Run();
+    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
     for (auto _ : state)
-        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+        benchmark::DoNotOptimize(write(pages));
     Driver::stop();
+}
+
+QByteArray programPdf(const Pages& pages) {
+    return Export::pdf({"Bench", {}, {}, pages});
 }
 
 Pages longList() {
@@ -373,11 +425,11 @@ void renderList(benchmark::State& state) {
         benchmark::DoNotOptimize(longList());
 }
 
-void pdfOfList(benchmark::State& state) {
+void pdfOfList(benchmark::State& state, QByteArray (*write)(const Pages&)) {
     const Data data(200, 1);
     const Pages pages = longList();
     for (auto _ : state)
-        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+        benchmark::DoNotOptimize(write(pages));
 }
 
 /// Largest memory that this process has held, in megabytes.
@@ -438,9 +490,15 @@ void registerBenchmarks() {
     RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
         ->UseManualTime()
         ->Iterations(30);
-    RegisterBenchmark("PDF of a submittal/program", pdfOfSubmittal);
     RegisterBenchmark("list of 10000 rows, whole/program", renderList);
-    RegisterBenchmark("list of 10000 rows, its PDF/program", pdfOfList);
+    const std::pair<const char*, QByteArray (*)(const Pages&)> writers[] = {{"program", programPdf},
+                                                                            {"bare", barePdf}};
+    for (const auto& [name, write] : writers) {
+        RegisterBenchmark((std::string("PDF of a submittal/") + name).c_str(),
+                          [write = write](benchmark::State& s) { pdfOfSubmittal(s, write); });
+        RegisterBenchmark((std::string("list of 10000 rows, its PDF/") + name).c_str(),
+                          [write = write](benchmark::State& s) { pdfOfList(s, write); });
+    }
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })

@@ -9,6 +9,7 @@ class frmDelete : public Screen, private Ui::frmDelete {
     frmDelete();
     Subject subject() const override { return Subject::Job; }
     bool growsWithWindow() const override { return true; }
+    bool leavesStatus() const override { return true; }
 
   private:
     void Load() override;

@@ -12,6 +12,7 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   private:
     void Load() override;
     bool QueryUnload() override;
+    QString modelText() const override { return txtModelNo->text(); }
     void SelectFamily(const QString& packageClass, const QString& drawing);
     void FillListView(const QString& packageClass);
     void SelectModel();

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QPrintDialog>
+#include <QStandardPaths>
 
 namespace {
 std::unique_ptr<Dialogs>& installed() {
@@ -35,11 +36,14 @@ QString Dialogs::openFile(const QString& filter, const QString& suggestedName, c
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, suggestedName, filter);
 }
 
-QString Dialogs::saveFile(const QString& filter) {
+QString Dialogs::saveFile(const QString& filter, const QString& suggestedName) {
     const DefaultPointer pointer;
-    QFileDialog dialog(QApplication::activeWindow(), {}, {}, filter);
+    QFileDialog dialog(QApplication::activeWindow(), {},
+                       QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(filter.section(u'.', -1).chopped(1));
+    if (!suggestedName.isEmpty())
+        dialog.selectFile(suggestedName + u'.' + dialog.defaultSuffix());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 

@@ -1,12 +1,17 @@
 #include "core/shell/Screens.h"
 
+#include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -55,19 +60,32 @@ QString sessionSubject(Subject subject) {
     return {};
 }
 
-/// Gives the focus to the first field in tab order, or to the screen when it has none.
+/// Whether the Tab key reaches a widget.
+bool isReachable(const QWidget* widget) {
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
+}
+
+/// Whether a widget takes input: tools, pictures and figures that only show do not.
+bool takesInput(const QWidget* widget) {
+    const auto* box = dynamic_cast<const QLineEdit*>(widget);
+    return !dynamic_cast<const QToolButton*>(widget) && !dynamic_cast<const QLabel*>(widget) &&
+           !(box && box->isReadOnly());
+}
+
+/// Gives the focus to the field in which a user begins: the first that takes input, else the first of all.
 void focusFirstField(Screen* screen) {
-    if (QWidget* wanted = screen->firstField()) {
-        wanted->setFocus(Qt::TabFocusReason);
-        return;
+    QWidget* wanted = screen->firstField();
+    QWidget* first = nullptr;
+    for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen;
+         next = next->nextInFocusChain()) {
+        if (!screen->isAncestorOf(next) || !isReachable(next))
+            continue;
+        if (!first)
+            first = next;
+        if (takesInput(next))
+            wanted = next;
     }
-    for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
-        if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
-            (next->focusPolicy() & Qt::TabFocus)) {
-            next->setFocus(Qt::TabFocusReason);
-            return;
-        }
-    screen->setFocus();
+    (wanted ? wanted : first ? first : screen)->setFocus(Qt::TabFocusReason);
 }
 
 /// Gives the frame of a screen its state: filling the main window, or in its own size.
@@ -99,8 +117,11 @@ QMdiSubWindow* frameFor(Screen* screen) {
     window->setWindowTitle(screen->windowTitle());
     window->setWindowIcon(QApplication::windowIcon());
     window->setAttribute(Qt::WA_DeleteOnClose, false);
-    if (!screen->growsWithWindow() && !screen->fillsWindow())
+    if (!screen->growsWithWindow() && !screen->fillsWindow()) {
         window->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+        if (screen->layout()) // a larger frame leaves the form together
+            screen->layout()->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    }
     registry().area->addSubWindow(window);
     window->hide();
     return window;
@@ -226,7 +247,13 @@ Closing close(const QString& name) {
             entry->unloading = false;
         return checked ? Closing::Refused : Closing::Failed;
     }
+    const bool leavesStatus = screen->leavesStatus();
     discard(name);
+    const auto& entries = registry().entries;
+    const bool last = std::none_of(entries.begin(), entries.end(),
+                                   [](const Entry& e) { return e.window && e.window->isVisible(); });
+    if (last && !leavesStatus) // no task is under way
+        UtilityFunctions::SetStatusBarText();
     return Closing::Gone;
 }
 

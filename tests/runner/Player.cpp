@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Fields.h"
@@ -9,7 +10,7 @@
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/frmReportViewer.h"
+#include "documents/viewer/frmReportViewer.h"
 #include "setup/InstallerFiles.h"
 #include "tests/support/Driver.h"
 
@@ -38,35 +39,10 @@ void expectEqual(const QString& what, const QString& expected, const QString& fo
         fail(QString("%1: expected \"%2\", found \"%3\"").arg(what, expected, found));
 }
 
-/// The words of a line; words with blanks stand in double quotes with C escapes.
 QStringList wordsOf(const QString& line) {
     QStringList found;
-    QString word;
-    bool inWord = false;
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == '\\' && i + 1 < line.size()) {
-            const QChar next = line[++i];
-            word += next == 'n' ? QChar('\n') : next == 't' ? QChar('\t') : next == 'r' ? QChar('\r') : next;
-        } else if (c == '"') {
-            quoted = !quoted;
-            inWord = true;
-        } else if (!quoted && c == '#' && !inWord) {
-            break;
-        } else if (!quoted && c.isSpace()) {
-            if (inWord)
-                found.append(word);
-            word.clear();
-            inWord = false;
-        } else {
-            word += c;
-            inWord = true;
-        }
-    }
-    require(!quoted, "a quoted text does not end");
-    if (inWord)
-        found.append(word);
+    for (const std::string& word : SplitWords(line.toStdString()))
+        found.append(QString::fromStdString(word));
     return found;
 }
 
@@ -198,8 +174,10 @@ void start(Stage& stage) {
         return BrennovalMain::instance() || Screens::find("frmDatabasePath") || Screens::find("frmError");
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
-    if (BrennovalMain::instance())
-        BrennovalMain::instance()->activateWindow();
+    if (BrennovalMain* window = BrennovalMain::instance()) {
+        window->resize(1180, 800); // the display without a display is smaller than any that users have
+        window->activateWindow();
+    }
     settle();
 }
 
@@ -338,12 +316,17 @@ void cancel(Stage& stage, Words) {
 }
 
 void print(Stage& stage, Words w) {
-    stage.dialogs.prints.append(QDir(stage.homeFolder).filePath(w[0]));
+    stage.dialogs.prints.append(
+        {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
+}
+
+void expectSuggested(Stage& stage, Words w) {
+    expectEqual("suggested name", w[0], stage.dialogs.suggestedName);
 }
 
 /// Expects a text on a page, from 1, of the report in the viewer.
 void expectPage(Stage&, Words w) {
-    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->pages();
+    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
     const int number = w[0].toInt();
     require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
     QStringList found;
@@ -351,6 +334,11 @@ void expectPage(Stage&, Words w) {
         found.append(text.plain());
     require(found.join('\n').contains(w[1]),
             "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
+}
+
+/// Drags the frame of a screen to a size.
+void size(Stage&, Words w) {
+    windowOf(w[0])->resize(w[1].toInt(), w[2].toInt());
 }
 
 void close(Stage&, Words w) {
@@ -426,6 +414,9 @@ void expectBeep(Stage& stage, Words) {
 }
 void expectClipboard(Stage&, Words w) {
     expectEqual("clipboard", w[0], QApplication::clipboard()->text());
+}
+void expectClipboardHolds(Stage&, Words w) {
+    require(QApplication::clipboard()->text().contains(w[0]), "the clipboard does not hold " + w[0]);
 }
 void expectSession(Stage&, Words w) {
     QString text;
@@ -505,6 +496,7 @@ const QHash<QString, Command>& commands() {
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-visible", {expectVisible, 1}},
         {"expect-hidden", {expectHidden, 1}},
@@ -523,6 +515,8 @@ const QHash<QString, Command>& commands() {
         {"expect-menu", {expectMenu, 2}},
         {"expect-beep", {expectBeep, 0}},
         {"expect-clipboard", {expectClipboard, 1}},
+        {"expect-clipboard-holds", {expectClipboardHolds, 1}},
+        {"expect-suggested", {expectSuggested, 1}},
         {"expect-session", {expectSession, 2}},
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},

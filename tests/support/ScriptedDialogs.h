@@ -27,6 +27,13 @@ class ScriptedDialogs : public Dialogs {
     };
     using Rule = std::function<QMessageBox::StandardButton(const Message&)>;
 
+    /// A file to print to, and the pages, 0 for all.
+    struct Print {
+        QString file;
+        int first;
+        int last;
+    };
+
     QMessageBox::StandardButton show(const Message& message) override {
         last = message;
         if (answers.isEmpty() && rule)
@@ -51,7 +58,10 @@ class ScriptedDialogs : public Dialogs {
     }
 
     QString openFile(const QString&, const QString&, const QString&) override { return nextFile(); }
-    QString saveFile(const QString&) override { return nextFile(); }
+    QString saveFile(const QString&, const QString& suggested) override {
+        suggestedName = suggested;
+        return nextFile();
+    }
     QString input(const QString&, const QString& prompt) override {
         if (inputs.isEmpty()) {
             if (!files.isEmpty() && files.first().isNull()) // a cancel is for whichever comes
@@ -70,10 +80,14 @@ class ScriptedDialogs : public Dialogs {
             problem = "a printer dialog came that nobody answers";
             return false;
         }
-        const QString file = prints.takeFirst();
+        const Print print = prints.takeFirst();
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(file);
-        return !file.isEmpty();
+        printer.setOutputFileName(print.file);
+        if (print.first > 0) {
+            printer.setFromTo(print.first, print.last);
+            printer.setPrintRange(QPrinter::PageRange);
+        }
+        return !print.file.isEmpty();
     }
     void beep() override { ++beeps; }
 
@@ -91,11 +105,12 @@ class ScriptedDialogs : public Dialogs {
     }
 
     QList<Answer> answers;
-    Rule rule;            // answers when no answer was prepared
-    Message last;         // that came
-    QList<Answer> inputs; // what is typed stands in the place of the button
-    QStringList files;    // null for a cancel
-    QStringList prints;   // files that the next printer dialogs print to
+    Rule rule;             // answers when no answer was prepared
+    Message last;          // that came
+    QList<Answer> inputs;  // what is typed stands in the place of the button
+    QStringList files;     // null for a cancel
+    QList<Print> prints;   // for the next printer dialogs
+    QString suggestedName; // of the last save dialog
     QString problem;
     int beeps = 0;
 };

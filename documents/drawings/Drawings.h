@@ -32,6 +32,3 @@ void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
 void ShowLargeDrawing(const QString& drawing);
 
 } // namespace UtilityFunctions
-
-/// Makes the screens of this folder known.
-void registerDocuments();

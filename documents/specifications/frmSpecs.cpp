@@ -1,9 +1,10 @@
-#include "documents/frmSpecs.h"
+#include "documents/specifications/frmSpecs.h"
 
+#include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
-#include "documents/Placeholders.h"
-#include "documents/Specifications.h"
-#include "documents/SpecsBox.h"
+#include "documents/specifications/Placeholders.h"
+#include "documents/specifications/Specifications.h"
+#include "documents/specifications/SpecsBox.h"
 
 using namespace UtilityFunctions;
 
@@ -51,6 +52,7 @@ void frmSpecs::Load() {
 
 void frmSpecs::FillSpecsBox(const QString& key) {
     procedure(".FillSpecsBox", [&] {
+        ClearSpecification(txtSpecBox); // after a failed read no other style's text stands there to be copied
         const Specification specification = ReadSpecification(key);
         // The blank for a quantity is shorter in the text, but not in its last line.
         ShowSpecification(txtSpecBox, Placeholders::replaced(specification.text, blanks("____")),

@@ -1,4 +1,4 @@
-#include "documents/Specifications.h"
+#include "documents/specifications/Specifications.h"
 
 #include "core/store/Gateway.h"
 

@@ -1,19 +1,17 @@
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Program.h"
-#include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "documents/Submittals.h"
-#include "documents/frmDrawing.h"
-#include "documents/frmReportViewer.h"
-#include "documents/frmResultSpecs.h"
-#include "documents/frmSpecs.h"
+#include "documents/drawings/Picture.h"
+#include "documents/drawings/frmDrawing.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -39,17 +37,21 @@ namespace UtilityFunctions {
 
 namespace {
 
+/// A drawing is black on white; on a dark screen its paper is dimmed, so that it does not glare.
+constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
+
 void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
-    QSvgRenderer renderer(path);
-    if (!renderer.isValid())
-        throw Fault(QFile::exists(path) ? 481 : Fault::FileNotFound,
-                    QFile::exists(path) ? "Invalid picture" : "File not found: " + path.toStdString());
+    QSvgRenderer renderer(ReadPicture(path));
     const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
     const double scale = box->devicePixelRatioF();
     QPixmap pixmap(place.size() * scale);
     pixmap.fill(Qt::white);
     QPainter painter(&pixmap);
     renderer.render(&painter);
+    if (QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.fillRect(pixmap.rect(), dimPaper);
+    }
     painter.end();
     pixmap.setDevicePixelRatio(scale);
     box->setGeometry(place);
@@ -70,7 +72,7 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         }
         const double x = ToInt16(rows["X"].number());
         const double y = ToInt16(rows["Y"].number());
-        const QString file = ProgramFolder() + "/Drawings/" + drawing + "." + rows["Ext"].text();
+        const QString file = DrawingPath(drawing, rows["Ext"].text());
         showPicture(
             box, file,
             FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
@@ -104,13 +106,3 @@ void ShowLargeDrawing(const QString& drawing) {
 }
 
 } // namespace UtilityFunctions
-
-void registerDocuments() {
-    Screens::add("frmDrawing", [] { return new frmDrawing; });
-    Screens::add("frmReportViewer", [] { return new frmReportViewer; });
-    Screens::add("frmSpecs", [] { return new frmSpecs; });
-    Screens::add("frmResultSpecs", [] { return new frmResultSpecs; });
-    Commands::set("mnuSpecs", [] { Screens::open("frmSpecs"); });
-    registerReportCommands();
-    registerSubmittals();
-}

@@ -1,14 +1,16 @@
-#include "documents/frmResultSpecs.h"
+#include "documents/specifications/frmResultSpecs.h"
 
 #include "core/base/Numbers.h"
+#include "core/shell/Dialogs.h"
 #include "core/shell/DisplayFields.h"
+#include "core/shell/Hourglass.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
-#include "documents/Specifications.h"
-#include "documents/SpecsBox.h"
+#include "documents/specifications/Specifications.h"
+#include "documents/specifications/SpecsBox.h"
 
 using namespace UtilityFunctions;
 

@@ -1,7 +1,7 @@
-#include "documents/SpecsBox.h"
+#include "documents/specifications/SpecsBox.h"
 
 #include "core/shell/Dialogs.h"
-#include "documents/Specifications.h"
+#include "documents/specifications/Specifications.h"
 
 #include <QPlainTextEdit>
 
@@ -16,6 +16,11 @@ void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& 
     box->setProperty(shownText, shown);
     box->document()->setModified(false);
     box->selectAll();
+}
+
+void ClearSpecification(QPlainTextEdit* box) {
+    box->clear();
+    box->setProperty(shownText, QString());
 }
 
 QString SpecificationText(const QPlainTextEdit* box) {

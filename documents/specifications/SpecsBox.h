@@ -7,6 +7,9 @@ class QPlainTextEdit;
 /// Shows a specification and its last line in a text box, all selected.
 void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine);
 
+/// Empties the box.
+void ClearSpecification(QPlainTextEdit* box);
+
 /// What the box holds, for the clipboard.
 QString SpecificationText(const QPlainTextEdit* box);
 

@@ -1,7 +1,7 @@
-#include "documents/frmDrawing.h"
+#include "documents/drawings/frmDrawing.h"
 
 #include "core/shell/Screens.h"
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include <QMouseEvent>
 
