@@ -106,7 +106,7 @@ TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
     forEach([](const Screen& screen, const std::string& where) {
         std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
-            const bool inner = dynamic_cast<const QScrollBar*>(widget) ||
+            const bool inner = !widget || dynamic_cast<const QScrollBar*>(widget) ||
                                widget->objectName().startsWith("qt_") || widget->focusProxy();
             if (inner || !isReachable(widget))
                 continue;
