@@ -20,7 +20,7 @@ class ListRow : public QTreeWidgetItem {
 
 using ListRows = std::vector<std::unique_ptr<ListRow>>;
 
-/// Lets a list of ListRows sort by its headings, from the first click on one of them on.
+/// Lets a list of ListRows sort by its headings, once one of them has been clicked.
 void SortByHeadings(QTreeWidget* list);
 
 /// Which row a list that was filled anew has selected.
