@@ -74,7 +74,7 @@ void frmSplash::Timer1_Timer() {
         flag = firstTimeFlag();
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::NoDataSource)
-            throw;                        // the tick goes on behind the error dialog: a lock may pass
+            throw;                        // keep trying behind the error dialog: a lock may pass
         Screens::open("frmDatabasePath"); // the next tick tries again behind it
         return;
     }

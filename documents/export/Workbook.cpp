@@ -161,7 +161,7 @@ void Workbook::rowHeight(int row, double points) {
     sheets.last().heights.insert(row, points);
 }
 
-/// All texts once. A text that crosses the end of a record goes on in the next, which repeats its width.
+/// All texts once. A text that crosses the end of a record continues in the next, which repeats its width.
 QByteArray Workbook::stringTable() const {
     QByteArray stream;
     QByteArray body;

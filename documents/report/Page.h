@@ -29,7 +29,7 @@ struct TextStyle {
 enum class Section : std::uint8_t {
     ReportHeader,
     PageHeader,
-    Continuation, // heads a page on which a text goes on
+    Continuation, // heads a page that continues a text
     GroupHeader,
     Detail,
     PageFooter,
@@ -49,7 +49,7 @@ struct PageText {
     std::optional<double> number;
     QString pattern;
     Section section = Section::Detail;
-    bool repeated = false; // on an earlier page already: a header, or a group that goes on
+    bool repeated = false; // seen on an earlier page already: a header, or a group that continues
     bool pageNumber = false;
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
     int field = -1;           // label and values of one boxed field share a number
