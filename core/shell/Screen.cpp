@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QToolButton>
 
 namespace {
@@ -150,7 +151,9 @@ void Screen::keyPressEvent(QKeyEvent* event) {
         return;
     }
     auto* focused = dynamic_cast<QAbstractButton*>(focusWidget());
-    QAbstractButton* pressed = focused ? focused : defaultButton;
+    const auto* option = dynamic_cast<QRadioButton*>(focused);
+    const bool chosen = option && option->isChecked(); // Return then goes on with the choice
+    QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;
     if (leavesUnchecked(pressed) || !focusWidget() || validateLeaving(focusWidget()))
