@@ -9,4 +9,10 @@ namespace UtilityFunctions {
 /// an apostrophe does.
 bool ValidatePipeSize(const QString& text, const QString& mode);
 
+/// The U.S. key of a pipe by its metric key; an empty text when the catalogue has none. Throws DatabaseFault.
+QString PipeIndexOf(const QString& metricIndex);
+
+/// Opens the chooser for a screen, which takes the pipe that the user chooses.
+void OpenPipeChooser(const QString& opener);
+
 } // namespace UtilityFunctions

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -22,6 +23,9 @@ void Screen::prepare() {
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
             button->setIcon(Appearance::icon(icon));
+    for (QLabel* label : findChildren<QLabel*>())
+        if (label->property("quiet").toBool())
+            label->setForegroundRole(QPalette::PlaceholderText);
 }
 
 void Screen::makeUnavailable(QAbstractButton* button) {
