@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/look/Appearance.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
 #include "core/store/Catalogue.h"
 
 #include <algorithm>
@@ -142,5 +143,6 @@ void frmCalcExpTSF::AddItems() {
 
 void frmCalcExpTSF::AddItem(const QString& item, const QString& amount, const QString& unit) {
     auto* row = new QTreeWidgetItem(lvItemized, {item, amount.isEmpty() ? "0" : amount, unit});
+    FitColumns(lvItemized);
     lvItemized->scrollToItem(row);
 }

@@ -6,8 +6,8 @@
 #include "core/shell/Trap.h"
 
 #include <QCloseEvent>
+#include <QFrame>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -23,9 +23,9 @@ void Screen::prepare() {
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
             button->setIcon(Appearance::icon(icon));
-    for (QLabel* label : findChildren<QLabel*>())
-        if (label->property("quiet").toBool())
-            label->setForegroundRole(QPalette::PlaceholderText);
+    for (QFrame* quiet : findChildren<QFrame*>()) // labels and lines
+        if (quiet->property("quiet").toBool())
+            quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
 void Screen::makeUnavailable(QAbstractButton* button) {
