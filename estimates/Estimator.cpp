@@ -32,6 +32,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         if (!shown)
             return;
         result->setText(*shown);
+        ValidateValueEntered(result, false); // takes a mark away
         Dirty = false;
     });
     onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });

@@ -42,7 +42,7 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
         sketch->setPixmap(Appearance::picture(sketch->property("sketch").toString(), sketch->minimumSize(),
                                               devicePixelRatioF()));
     for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
-                           PipeCapacity, AdditionalCapacity, txtPipeLengthItemized})
+                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity has no check
         checksNumber(box);
     for (QLineEdit* box : {PipeIndex, PipeIndexCom})
         checksPipe(box);
