@@ -1,7 +1,7 @@
 #include "app/Register.h"
 
 #include "core/shell/Shell.h"
-#include "documents/Drawings.h"
+#include "documents/Documents.h"
 #include "estimates/Estimates.h"
 #include "jobs/Jobs.h"
 #include "packages/Packages.h"

@@ -1,5 +1,5 @@
 #include "app/Register.h"
-#include "core/look/Appearance.h"
+#include "core/look/SystemScheme.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
@@ -7,7 +7,7 @@
 int main(int argc, char** argv) {
     DesktopApplication application(argc, argv);
     DesktopApplication::setApplicationName("Brennoval");
-    Appearance::apply(Appearance::systemScheme());
+    const SystemScheme scheme; // follows the desktop while the program runs
     PreviousInstance();
     registerAll();
     Screens::open("frmSplash");

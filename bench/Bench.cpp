@@ -1,29 +1,41 @@
 // How long the program takes for what its users do often, beside the bare engine doing the same.
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
-#include "app/Install.h"
+#include "app/Register.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
+#include "core/look/SystemScheme.h"
+#include "core/shell/BrennovalMain.h"
 #include "core/shell/DesktopApplication.h"
-#include "core/shell/FieldChecks.h"
+#include "core/shell/Screens.h"
+#include "core/store/Database.h"
+#include "core/store/Gateway.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqliteEngine.h"
+#include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/Export.h"
-#include "documents/report/Report.h"
+#include "documents/report/Renderer.h"
+#include "jobs/JobSearch.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/support/Driver.h"
 
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QProcess>
+#include <QSvgRenderer>
 #include <QTimer>
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cstdio>
 
 using namespace UtilityFunctions;
@@ -54,6 +66,23 @@ class Bare {
             first = first < 0 ? sqlite3_column_double(statement, 0) : first;
         sqlite3_finalize(statement);
         return first;
+    }
+
+    /// Some columns of all rows of a query, as texts.
+    template<std::size_t count>
+    auto texts(const QByteArray& sql, const std::array<int, count>& columns) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
+        std::vector<std::array<QString, count>> rows;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            auto& row = rows.emplace_back();
+            for (std::size_t i = 0; i < count; ++i)
+                row[i] = QString::fromUtf8(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, columns[i])),
+                    sqlite3_column_bytes(statement, columns[i]));
+        }
+        sqlite3_finalize(statement);
+        return rows;
     }
 
   private:
@@ -112,7 +141,7 @@ int startChild(int argc, char** argv, bool program) {
         QTimer::singleShot(0, [] { QApplication::exit(0); });
         return DesktopApplication::exec();
     }
-    Appearance::apply(Appearance::systemScheme());
+    const SystemScheme scheme;
     home.installData();
     registerAll();
     Screens::open("frmSplash");
@@ -192,6 +221,75 @@ void saveBare(benchmark::State& state, int tankLines) {
     }
 }
 
+/// Adds jobs with contractors, engineers and dates.
+void addJobs(const Data& data, int jobs) {
+    Bare user(data.file("User"));
+    user.run(
+        QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                "INSERT INTO tblJobHeader (JobID, Contractor, Engineer, DateCreated) SELECT 'Job ' || i, "
+                "'Contractor ' || (i % 97), 'Engineer ' || (i % 41), "
+                "datetime('2020-01-01', (i % 2000) || ' days') FROM n; COMMIT; ANALYZE;")
+            .arg(jobs));
+}
+
+/// Two criteria, which every job has to be read for and one in twenty meets.
+const JobSearch::Criteria twoCriteria = {.contractor = {"7", "Contains"},
+                                         .created = {"2024-06-01", "Later than"}};
+
+void jobSearchProgram(benchmark::State& state, const JobSearch::Criteria& criteria, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(JobSearch::Find(*JobSearch::Query(criteria)));
+}
+
+void jobSearchBare(benchmark::State& state, const JobSearch::Criteria& criteria, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    constexpr std::array listedColumns = {0, 3, 2, 5}; // ID, contractor, engineer and date
+    const QByteArray sql = RewriteJetSql(*JobSearch::Query(criteria), SqliteDialect()).sql.toUtf8();
+    const QString file = data.file("User");
+    for (auto _ : state) {
+        Bare user(file);
+        benchmark::DoNotOptimize(user.texts(sql, listedColumns));
+    }
+}
+
+/// From the click on Find to the painted list.
+void listJobs(benchmark::State& state, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    Driver::start();
+    Driver::command("mnuEditJob");
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Driver::press("frmjobsearchdialog", "bttnFind");
+        Screens::find("frmjobsearchdialog")->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+    }
+    Driver::stop();
+}
+
+/// Opens a screen on a job with a hundred tank lines, up to its painted picture.
+void openScreen(benchmark::State& state, const char* screen) {
+    const Data data(10000, 100000);
+    Bare(data.file("User")).run("UPDATE tblJobData SET JobID = 'J7' WHERE rowid < 100");
+    Driver::start();
+    Session::Mode.write("Edit");
+    Session::JobID.write("J7");
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Screens::open(screen);
+        Screens::find(screen)->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        Screens::unload(screen);
+        Driver::settle();
+    }
+    Driver::stop();
+}
+
 /// The steps of the road from a new job to the results, on 10,000 models and 100,000 tank lines.
 struct Step {
     const char* name;
@@ -262,14 +360,56 @@ void previewSubmittal(benchmark::State& state) {
     Driver::stop();
 }
 
-void pdfOfSubmittal(benchmark::State& state) {
+/// The same texts and pictures with the same writer, each where it stands, and nothing else.
+QByteArray barePdf(const Pages& pages) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    constexpr int resolution = 1200;
+    constexpr double scale = resolution / 72.0;
+    writer.setResolution(resolution);
+    writer.setPageSize(QPageSize(pages.first().size, QPageSize::Point));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter(&writer);
+    double size = 0;
+    bool bold = false;
+    for (const Page& page : pages) {
+        if (&page != &pages.first())
+            writer.newPage();
+        for (const PagePicture& picture : page.pictures)
+            QSvgRenderer(picture.svg)
+                .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
+        for (const PageText& text : page.texts) {
+            if (size != text.style.size || bold != text.style.bold) {
+                QFont font("Liberation Sans");
+                font.setPointSizeF(size = text.style.size);
+                font.setBold(bold = text.style.bold);
+                painter.setFont(font);
+            }
+            double y = text.place.top() + text.style.size;
+            for (const QString& line : text.lines()) {
+                painter.drawText(QPointF(text.place.left(), y) * scale, line);
+                y += text.style.size * 1.15;
+            }
+        }
+    }
+    painter.end();
+    return bytes;
+}
+
+void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) {
     const Data data(200, 100);
     Driver::start();
     finishTank();
-    const Pages pages = Report(SetReport("RCB 500")).Run();
+    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
     for (auto _ : state)
-        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+        benchmark::DoNotOptimize(write(pages));
     Driver::stop();
+}
+
+QByteArray programPdf(const Pages& pages) {
+    return Export::pdf({"Bench", {}, {}, pages});
 }
 
 Pages longList() {
@@ -285,11 +425,11 @@ void renderList(benchmark::State& state) {
         benchmark::DoNotOptimize(longList());
 }
 
-void pdfOfList(benchmark::State& state) {
+void pdfOfList(benchmark::State& state, QByteArray (*write)(const Pages&)) {
     const Data data(200, 1);
     const Pages pages = longList();
     for (auto _ : state)
-        benchmark::DoNotOptimize(Export::pdf(pages, "Bench"));
+        benchmark::DoNotOptimize(write(pages));
 }
 
 /// Largest memory that this process has held, in megabytes.
@@ -326,12 +466,39 @@ void registerBenchmarks() {
                           [lines](benchmark::State& s) { saveProgram(s, lines); });
         RegisterBenchmark((name + "/bare").c_str(), [lines](benchmark::State& s) { saveBare(s, lines); });
     }
+    const auto registerJobSearch = [](const std::string& name, const JobSearch::Criteria& criteria,
+                                      int jobs) {
+        RegisterBenchmark((name + "/program").c_str(),
+                          [=](benchmark::State& s) { jobSearchProgram(s, criteria, jobs); });
+        RegisterBenchmark((name + "/bare").c_str(),
+                          [=](benchmark::State& s) { jobSearchBare(s, criteria, jobs); });
+    };
+    for (const int jobs : {100, 10000, 100000}) {
+        registerJobSearch("jobs, all of " + std::to_string(jobs), {}, jobs);
+        registerJobSearch("jobs, by two criteria among " + std::to_string(jobs), twoCriteria, jobs);
+    }
+    RegisterBenchmark("list of 100000 jobs, Find to painted/program",
+                      [](benchmark::State& s) { listJobs(s, 100000); })
+        ->UseManualTime()
+        ->Iterations(5);
+    for (const char* screen : {"frmjobsearchdialog", "frmTankIDSearch", "frmDelete", "frmEngContMaster",
+                               "frmOneColumnLookup", "frmConvertSteel"})
+        RegisterBenchmark((std::string("open ") + screen + "/program").c_str(),
+                          [screen](benchmark::State& s) { openScreen(s, screen); })
+            ->UseManualTime()
+            ->Iterations(50);
     RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
         ->UseManualTime()
         ->Iterations(30);
-    RegisterBenchmark("PDF of a submittal/program", pdfOfSubmittal);
     RegisterBenchmark("list of 10000 rows, whole/program", renderList);
-    RegisterBenchmark("list of 10000 rows, its PDF/program", pdfOfList);
+    const std::pair<const char*, QByteArray (*)(const Pages&)> writers[] = {{"program", programPdf},
+                                                                            {"bare", barePdf}};
+    for (const auto& [name, write] : writers) {
+        RegisterBenchmark((std::string("PDF of a submittal/") + name).c_str(),
+                          [write = write](benchmark::State& s) { pdfOfSubmittal(s, write); });
+        RegisterBenchmark((std::string("list of 10000 rows, its PDF/") + name).c_str(),
+                          [write = write](benchmark::State& s) { pdfOfList(s, write); });
+    }
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })

@@ -1,16 +1,18 @@
 #include "documents/ResultScreen.h"
 
 #include "core/shell/Commands.h"
-#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
-#include "documents/Drawings.h"
 #include "documents/Submittals.h"
+#include "documents/drawings/Drawings.h"
 
 #include <QAction>
 #include <QEvent>
 #include <QLabel>
 #include <QToolButton>
+
+QString ResultScreen::reportName() const {
+    return UtilityFunctions::SetReport(modelText());
+}
 
 void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
     enlarged = picture;
@@ -21,15 +23,6 @@ void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
 void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
     on(preview, ".tbToolbar", [this] { UtilityFunctions::PreviewSubmittal(name()); });
     on(print, ".tbToolbar", [this] { UtilityFunctions::PrintSubmittal(name()); });
-}
-
-void ResultScreen::showTankLine(std::initializer_list<DisplayField> fields) {
-    QString tankID;
-    if (!Session::TankID.read(tankID))
-        return;
-    UtilityFunctions::Rows tank = UtilityFunctions::ReadTankLine(tankID);
-    if (!tank.AtEnd())
-        ShowFields(*tank, fields);
 }
 
 void ResultScreen::addMore(const QString& screen) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/shell/DisplayFields.h"
 #include "core/shell/Screen.h"
 
 class QLabel;
@@ -9,15 +8,21 @@ class QToolButton;
 /// What the screens that show a finished tank have in common: its picture, its submittal, the commands of the
 /// main window that belong to it, and the ways on.
 class ResultScreen : public Screen {
+  public:
+    /// The report that the screen previews and prints: the submittal of its model, unless it has one of its
+    /// own.
+    virtual QString reportName() const;
+
   protected:
     using Screen::Screen;
+
+    /// The text of the screen's model field.
+    virtual QString modelText() const { return {}; }
 
     /// A click on the picture opens the drawing that the function names at its larger size.
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// The two buttons preview and print the submittal of this screen.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
-    /// Shows columns of the session's tank line; without one the boxes keep their samples.
-    static void showTankLine(std::initializer_list<DisplayField> fields);
     /// Begins a further tank line and leaves for a screen.
     void addMore(const QString& screen);
 

@@ -14,6 +14,3 @@ void PrintSubmittal(const QString& screen);
 void PreviewSubmittal(const QString& screen);
 
 } // namespace UtilityFunctions
-
-/// Makes the four submittals known.
-void registerSubmittals();

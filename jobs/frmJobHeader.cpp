@@ -1,7 +1,6 @@
 #include "jobs/frmJobHeader.h"
 
 #include "core/base/Text.h"
-#include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
@@ -9,6 +8,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
+#include "jobs/NameLookup.h"
 
 #include <QAction>
 
@@ -42,11 +42,9 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
               [this] { return ValidateName(txtEng, "tblEngineer", "This engineer is not on file!"); });
     onLeaving(txtCont, ".txtCont_Validate",
               [this] { return ValidateName(txtCont, "tblContractor", "This Contractor is not on file!"); });
-    for (QPushButton* button : {cmdFindEng, cmdFindCont}) {
-        button->setIcon(Appearance::icon("search"));
-        if (!Screens::known("frmEngContMaster"))
-            makeUnavailable(button);
-    }
+    on(cmdFindEng, ".cmdFindEng", [this] { FillListView(txtEng, "tblEngineer", "frmJobHeaderEngineer"); });
+    on(cmdFindCont, ".cmdFindCont",
+       [this] { FillListView(txtCont, "tblContractor", "frmJobHeaderContractor"); });
     on(cmdNext, ".cmdNext", [this] { Next(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }

@@ -9,7 +9,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
 
 #include <QDate>
 
@@ -56,6 +56,10 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
 }
 
 void frmPKGSelect::Load() {
+    {
+        Rows table("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table);
+        txtModelNo->setMaxLength(table["ModelNo"].DefinedSize());
+    }
     optPKG->click();
     SetStatusText("Select Package");
     QString jobID;

@@ -7,10 +7,12 @@
 class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   public:
     frmPKGSelect();
+    bool growsWithWindow() const override { return true; }
 
   private:
     void Load() override;
     bool QueryUnload() override;
+    QString modelText() const override { return txtModelNo->text(); }
     void SelectFamily(const QString& packageClass, const QString& drawing);
     void FillListView(const QString& packageClass);
     void SelectModel();

@@ -84,6 +84,10 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
 void frmJobConditionsSHK::Load() {
     SetStatusText("Enter job conditions");
     lblJobID->setText(Session::JobID.text());
+    {
+        Rows table("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table);
+        PipeIndex->setMaxLength(table["PipeIndex"].DefinedSize());
+    }
     SetPipeGraphic();
     QString tankID;
     if (!Session::TankID.read(tankID))

@@ -1,18 +1,15 @@
 #pragma once
 
-#include "documents/ResultScreen.h"
+#include "documents/FinishedTankScreen.h"
 #include "ui_frmResults.h"
 
 /// A finished tank line: the model, what was required, the conditions, dimensions and the drawing.
-class frmResults : public ResultScreen, private Ui::frmResults {
+class frmResults : public FinishedTankScreen, private Ui::frmResults {
   public:
     frmResults();
 
   private:
     void Load() override;
-    void Activate() override;
-    void Deactivate() override;
-    bool QueryUnload() override;
-    void ShowTankLine();
-    void ShowModel();
+    void ShowTankLine(Recordset& tank) override;
+    void ShowModel(Recordset& model) override;
 };

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "documents/ResultScreen.h"
+#include "documents/FinishedTankScreen.h"
 #include "ui_frmResultsConvert.h"
 
 /// The bladder tank that replaces a plain steel tank.
-class frmResultsConvert : public ResultScreen, private Ui::frmResultsConvert {
+class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConvert {
   public:
     frmResultsConvert();
 
   private:
     void Load() override;
     void Activate() override;
-    bool QueryUnload() override;
-    void ShowTankLine();
-    void ShowModel();
+    void Deactivate() override {} // what the activation switched on stays on; that is meant
+    void ShowTankLine(Recordset& tank) override;
+    void ShowModel(Recordset& model) override;
 };

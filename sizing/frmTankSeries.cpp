@@ -11,7 +11,9 @@
 #include "core/store/TankLine.h"
 #include "sizing/RequiredSizes.h"
 
-#include <QEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
 
 using namespace UtilityFunctions;
 
@@ -119,7 +121,30 @@ frmTankSeries::frmTankSeries() : Screen("frmTankSeries") {
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
+/// Arrows choose among the series that show, and the focus stays on the choice.
+bool frmTankSeries::ChooseByArrow(QObject* option, int key) {
+    const bool forward = key == Qt::Key_Down || key == Qt::Key_Right;
+    if (!forward && key != Qt::Key_Up && key != Qt::Key_Left)
+        return false;
+    QList<QAbstractButton*> shown;
+    for (const Series& series : allSeries)
+        if (auto* other = control<QAbstractButton>(series.option); other->isVisible())
+            shown.append(other);
+    std::ranges::sort(shown, {}, [this](const QAbstractButton* button) {
+        const QPoint place = button->mapTo(this, QPoint(0, 0));
+        return std::pair(place.y(), place.x());
+    });
+    const auto at = shown.indexOf(static_cast<QAbstractButton*>(option));
+    const auto next = (at + (forward ? 1 : shown.size() - 1)) % shown.size();
+    shown[next]->click();
+    shown[next]->setFocus();
+    return true;
+}
+
 bool frmTankSeries::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && dynamic_cast<QAbstractButton*>(object) &&
+        ChooseByArrow(object, static_cast<QKeyEvent*>(event)->key()))
+        return true;
     if (event->type() == QEvent::MouseButtonDblClick) {
         for (const Series& series : allSeries) {
             if (object->objectName() != series.option)

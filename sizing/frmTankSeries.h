@@ -18,6 +18,7 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
     void ShowFrame(std::optional<Application> application);
     void Preselect(const QString& stored);
     bool StoreSizes();
+    bool ChooseByArrow(QObject* option, int key);
     void goOnWith(QAbstractButton* option);
     void Next();
     void Previous();

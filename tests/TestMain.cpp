@@ -2,7 +2,13 @@
 #include "core/store/Schema.h"
 #include "tests/support/TemporaryHome.h"
 
+#ifdef DRIVES_THE_PROGRAM // whose events go through its own application object
+#include "core/shell/DesktopApplication.h"
+using TestApplication = DesktopApplication;
+#else
 #include <QApplication>
+using TestApplication = QApplication;
+#endif
 
 #include <gtest/gtest.h>
 
@@ -25,7 +31,7 @@ int upgradeData(const QString& sessionFolder) {
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
+    const TestApplication application(argc, argv);
     if (argc == 3 && QLatin1String(argv[1]) == QLatin1String("--upgrade-data"))
         return upgradeData(QString::fromUtf8(argv[2]));
     const TemporaryHome home; // no test sees the user's own settings or data

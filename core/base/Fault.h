@@ -34,6 +34,7 @@ class Fault : public std::runtime_error {
     static constexpr std::int32_t PathFileAccess = 75;
     static constexpr std::int32_t PathNotFound = 76;
     static constexpr std::int32_t ObjectNotSet = 91;
+    static constexpr std::int32_t InvalidUseOfNull = 94;
     static constexpr std::int32_t ObjectRequired = 424;
     static constexpr std::int32_t InvalidPicture = 481;
 

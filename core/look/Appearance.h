@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QIcon>
-#include <QString>
+#include "core/look/Icons.h"
+
+#include <QPixmap>
 
 class QPainter;
 class QPalette;
@@ -12,15 +13,7 @@ namespace Appearance {
 
 enum class Scheme { Light, Dark };
 
-/// The scheme of the desktop, as it stands before apply.
-Scheme systemScheme();
 void apply(Scheme scheme);
-
-/// An icon of the set in the colours of the scheme, such as "print".
-QIcon icon(const QString& name);
-
-/// A picture of the set in a size of screen units, for a screen of that pixel ratio.
-QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio);
 
 /// The picture of the splash screen: a tank on its water line, in the colours of the scheme.
 QPixmap splashPicture(const QSize& size, qreal pixelRatio);

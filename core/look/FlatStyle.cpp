@@ -1,5 +1,7 @@
 #include "core/look/FlatStyle.h"
 
+#include "core/look/Icons.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QGroupBox>
@@ -20,8 +22,14 @@ QColor blend(const QColor& a, const QColor& b, qreal share) {
                             float(a.blueF() * (1 - share) + b.blueF() * share));
 }
 
+/// Lines that only part things.
 QColor lineColor(const QPalette& palette) {
     return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), .22);
+}
+
+/// Borders that tell where something can be entered or pressed.
+QColor borderColor(const QPalette& palette) {
+    return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), .52);
 }
 
 QColor accentColor(const QPalette& palette) {
@@ -54,7 +62,7 @@ void buttonFace(const QStyleOption& option, QPainter& painter) {
     if (down || over)
         fill = blend(fill, main ? QColor(Qt::black) : accent, down ? .22 : .1);
     const bool focused = option.state & QStyle::State_HasFocus;
-    roundedBox(painter, option.rect, fill, main || focused ? accent : lineColor(palette));
+    roundedBox(painter, option.rect, fill, main || focused ? accent : borderColor(palette));
     if (focused && enabled) // a second line inside tells the focus, also on the accent
         roundedBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::NoBrush,
                    main ? QColor(Qt::white) : accent);
@@ -62,7 +70,7 @@ void buttonFace(const QStyleOption& option, QPainter& painter) {
 
 void fieldFrame(const QStyleOption& option, QPainter& painter) {
     const bool focused = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_Enabled);
-    const QColor line = focused ? accentColor(option.palette) : lineColor(option.palette);
+    const QColor line = focused ? accentColor(option.palette) : borderColor(option.palette);
     roundedBox(painter, option.rect, Qt::NoBrush, line, focused ? 1.6 : 1);
 }
 
@@ -72,8 +80,7 @@ void indicator(const QStyleOption& option, QPainter& painter, bool round) {
     const bool on = option.state & QStyle::State_On;
     const bool marked = on || option.state & QStyle::State_HasFocus || option.state & QStyle::State_MouseOver;
     const QColor accent = accentColor(option.palette);
-    const QColor line =
-        blend(option.palette.color(QPalette::Window), option.palette.color(QPalette::WindowText), .45);
+    const QColor line = borderColor(option.palette);
     const qreal side = std::min(option.rect.width(), option.rect.height()) - 1;
     const QRectF box(option.rect.center().x() - side / 2 + .5, option.rect.center().y() - side / 2 + .5, side,
                      side);
@@ -168,6 +175,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_TitleBar_NoBorder:
         return 1;
     case SH_ItemView_ActivateItemOnSingleClick: // a list row opens on a double click, on every desktop
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
         return 0;
@@ -207,7 +215,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_Frame: // around lists and text areas
         painter->save();
         painter->setPen(option->state & State_HasFocus ? accentColor(option->palette)
-                                                       : lineColor(option->palette));
+                                                       : borderColor(option->palette));
         painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
         painter->restore();
         return;
@@ -337,6 +345,22 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         break;
     }
     return size;
+}
+
+QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* option,
+                              const QWidget* widget) const {
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return Appearance::icon("message-information");
+    case SP_MessageBoxWarning:
+        return Appearance::icon("message-warning");
+    case SP_MessageBoxCritical:
+        return Appearance::icon("message-critical");
+    case SP_MessageBoxQuestion:
+        return Appearance::icon("message-question");
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
 }
 
 QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,

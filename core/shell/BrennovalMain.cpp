@@ -143,6 +143,11 @@ class FrameArea : public QMdiArea {
     using QMdiArea::QMdiArea;
 
   protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QMdiArea::resizeEvent(event);
+        Screens::placeAgain();
+    }
+
     void paintEvent(QPaintEvent* event) override {
         QMdiArea::paintEvent(event);
         QPainter painter(viewport());
@@ -182,6 +187,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     mdiArea->setBackground(palette().brush(QPalette::Mid));
+    setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
@@ -194,7 +200,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     buildStatusBar();
     setWindowTitle("Ordwick Company Brennoval Version " + UtilityFunctions::ProgramVersion());
     UtilityFunctions::SetStatusBarText();
-    resize(1180, 800);
+    // Smaller displays get what they have, less the frame that the desktop puts around it.
+    const QSize frame(8, 40);
+    resize(QSize(1180, 800).boundedTo(screen()->availableSize() - frame));
     qApp->installEventFilter(this);
 }
 
@@ -244,8 +252,19 @@ void BrennovalMain::buildMenus() {
 void BrennovalMain::showWindowList() {
     windowMenu->clear();
     const auto windows = mdiArea->subWindowList();
+    for (const auto& [caption, arrange] :
+         {std::pair("&Cascade", &QMdiArea::cascadeSubWindows), {"&Tile", &QMdiArea::tileSubWindows}}) {
+        QAction* action = windowMenu->addAction(caption);
+        action->setEnabled(!windows.isEmpty());
+        connect(action, &QAction::triggered, mdiArea, arrange);
+    }
+    windowMenu->addSeparator();
+    int number = 0;
     for (QMdiSubWindow* window : windows) {
-        QAction* action = windowMenu->addAction(window->windowTitle());
+        ++number;
+        const QString title = window->windowTitle().replace("[*][*]", "[*]").replace("&", "&&");
+        QAction* action =
+            windowMenu->addAction(QString(number < 10 ? "&%1 %2" : "%1 %2").arg(number).arg(title));
         action->setCheckable(true);
         action->setChecked(window == mdiArea->currentSubWindow());
         connect(action, &QAction::triggered, window, [this, window] { mdiArea->setActiveSubWindow(window); });
@@ -323,6 +342,12 @@ bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
 QAction* BrennovalMain::toolCommand(const QString& key) const {
     return tools.value(key);
 }
+void BrennovalMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        mdiArea->setBackground(palette().brush(QPalette::Mid));
+    QMainWindow::changeEvent(event);
+}
+
 void BrennovalMain::closeEvent(QCloseEvent* event) {
     const QStringList names = Screens::loaded();
     for (auto name = names.crbegin(); name != names.crend(); ++name)

@@ -22,6 +22,7 @@ class BrennovalMain : public QMainWindow {
     QAction* toolCommand(const QString& key) const;
 
   protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "core/shell/Screen.h"
+
 #include <QApplication>
 #include <QPointer>
-
-class Screen;
 
 /// The application object. It sees every event first: before the focus leaves a field by mouse, Tab or
 /// shortcut it runs the field's check, and drops the event when the check fails (Qt's own focus events come

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QPrintDialog>
+#include <QStandardPaths>
 
 namespace {
 std::unique_ptr<Dialogs>& installed() {
@@ -34,11 +35,14 @@ QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
 }
 
-QString Dialogs::saveFile(const QString& filter) {
+QString Dialogs::saveFile(const QString& filter, const QString& suggestedName) {
     const DefaultPointer pointer;
-    QFileDialog dialog(QApplication::activeWindow(), {}, {}, filter);
+    QFileDialog dialog(QApplication::activeWindow(), {},
+                       QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(filter.section(u'.', -1).chopped(1));
+    if (!suggestedName.isEmpty())
+        dialog.selectFile(suggestedName + u'.' + dialog.defaultSuffix());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 

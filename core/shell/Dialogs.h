@@ -24,9 +24,10 @@ class Dialogs {
     virtual QMessageBox::StandardButton show(const Message& message);
     /// A file name to open, or an empty text when the user cancels.
     virtual QString openFile(const QString& filter, const QString& suggestedName);
-    /// A file name to save under, or an empty text when the user cancels. A name without an ending gets that
-    /// of the filter.
-    virtual QString saveFile(const QString& filter);
+    /// A file name to save under, or an empty text when the user cancels. The dialog begins in the folder of
+    /// the user's documents with a name, which may be empty; a name without an ending gets that of the
+    /// filter.
+    virtual QString saveFile(const QString& filter, const QString& suggestedName);
     /// Shows the printer dialog; false when the user cancels.
     virtual bool printer(QPrinter& printer);
     /// Puts a text on the clipboard; an empty one clears it.

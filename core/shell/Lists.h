@@ -2,11 +2,25 @@
 
 #include <QTreeWidget>
 
+#include <memory>
+#include <vector>
+
 /// Makes the columns of a list as wide as their texts, with room between them; the last takes the rest.
-inline void FitColumns(QTreeWidget* list) {
-    constexpr int gap = 18;
-    for (int column = 0; column + 1 < list->columnCount(); ++column) {
-        list->resizeColumnToContents(column);
-        list->setColumnWidth(column, list->columnWidth(column) + gap);
-    }
-}
+void FitColumns(QTreeWidget* list);
+
+/// A row of a list that sorts by its headings: texts without regard to case, numbers and moments as such.
+class ListRow : public QTreeWidgetItem {
+  public:
+    using QTreeWidgetItem::QTreeWidgetItem;
+    /// Sorts a column of this row by a value that its text does not show in order, such as a date.
+    void setSortKey(int column, const QVariant& key) { setData(column, Qt::UserRole, key); }
+    bool operator<(const QTreeWidgetItem& other) const override;
+};
+
+using ListRows = std::vector<std::unique_ptr<ListRow>>;
+
+/// Lets a list of ListRows sort by its headings, from the first click on one of them on.
+void SortByHeadings(QTreeWidget* list);
+
+/// Fills a list anew, in the order of the rows until a heading is clicked, and selects its first row.
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows);

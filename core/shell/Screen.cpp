@@ -8,8 +8,24 @@
 #include <QCloseEvent>
 #include <QFrame>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QToolButton>
+
+namespace {
+
+/// Headings are drawn with a font of 9 points around them in mind.
+void growWithFont(QLabel* label) {
+    constexpr double drawnFor = 9;
+    QFont font = label->font();
+    if (!(font.resolveMask() & QFont::SizeResolved))
+        return;
+    font.setPointSizeF(font.pointSizeF() * QApplication::font().pointSizeF() / drawnFor);
+    label->setFont(font);
+}
+
+} // namespace
 
 Screen::Screen(const QString& screenName) : screenName_(screenName) {
     setObjectName(screenName);
@@ -20,6 +36,13 @@ void Screen::prepare() {
         box->installEventFilter(this);
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         box->installEventFilter(this);
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        if (box->isReadOnly())
+            box->setFocusPolicy(Qt::StrongFocus); // a figure that shows can be reached and copied
+    for (QToolButton* button : findChildren<QToolButton*>())
+        button->setFocusPolicy(Qt::TabFocus);
+    for (QLabel* label : findChildren<QLabel*>())
+        growWithFont(label);
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
             button->setIcon(Appearance::icon(icon));

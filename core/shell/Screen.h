@@ -42,6 +42,9 @@ class Screen : public QWidget {
     /// Look-ups, pads and views go when Escape is pressed.
     virtual bool closesOnEscape() const { return false; }
 
+    /// Screens whose closing leaves the status text as it stands.
+    virtual bool leavesStatus() const { return false; }
+
     const QString& name() const { return screenName_; }
     /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
     bool validateLeaving(QWidget* field);

@@ -1,12 +1,15 @@
 #include "core/shell/Screens.h"
 
+#include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -55,19 +58,20 @@ QString sessionSubject(Subject subject) {
     return {};
 }
 
+/// Where a user begins: not at the tools of a screen, and not at a figure that only shows.
+bool isBeginning(QWidget* widget) {
+    const auto* box = dynamic_cast<QLineEdit*>(widget);
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
+           !dynamic_cast<QToolButton*>(widget) && !(box && box->isReadOnly());
+}
+
 /// Gives the focus to the first field in tab order, or to the screen when it has none.
 void focusFirstField(Screen* screen) {
-    if (QWidget* wanted = screen->firstField()) {
-        wanted->setFocus(Qt::TabFocusReason);
-        return;
-    }
-    for (QWidget* next = screen->nextInFocusChain(); next != screen; next = next->nextInFocusChain())
-        if (screen->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
-            (next->focusPolicy() & Qt::TabFocus)) {
-            next->setFocus(Qt::TabFocusReason);
-            return;
-        }
-    screen->setFocus();
+    QWidget* wanted = screen->firstField();
+    for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen; next = next->nextInFocusChain())
+        if (screen->isAncestorOf(next) && isBeginning(next))
+            wanted = next;
+    (wanted ? wanted : screen)->setFocus(Qt::TabFocusReason);
 }
 
 /// Gives the frame of a screen its state: filling the main window, or in its own size.
@@ -226,7 +230,13 @@ Closing close(const QString& name) {
             entry->unloading = false;
         return checked ? Closing::Refused : Closing::Failed;
     }
+    const bool leavesStatus = screen->leavesStatus();
     discard(name);
+    const auto& entries = registry().entries;
+    const bool last = std::none_of(entries.begin(), entries.end(),
+                                   [](const Entry& e) { return e.window && e.window->isVisible(); });
+    if (last && !leavesStatus) // no task is under way
+        UtilityFunctions::SetStatusBarText();
     return Closing::Gone;
 }
 
@@ -278,6 +288,11 @@ void UtilityFunctions::FormatScreen(Screen& screen) {
     if (!entry || !entry->window || !Screens::registry().area)
         return;
     entry->window->adjustSize();
+    // As low as the space asks, where a list or text of the screen can give way.
+    const QSize space = Screens::registry().area->viewport()->size();
+    const QSize least = entry->window->minimumSizeHint();
+    const QSize wanted = entry->window->size();
+    entry->window->resize(wanted.boundedTo(space).expandedTo(least));
     entry->placedAt = Screens::middle(entry->window->size());
     entry->window->move(entry->placedAt);
 }

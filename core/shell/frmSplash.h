@@ -23,5 +23,5 @@ class frmSplash : public Screen, private Ui::frmSplash {
     void Load() override;
     void Timer1_Timer();
 
-    QTimer Timer1;
+    QTimer Timer1{this};
 };

@@ -180,9 +180,13 @@ bool Recordset::Field::boolean() const {
 }
 
 QDateTime Recordset::Field::dateTime() const {
+    return QDateTime::fromString(recordset.value(index).toString(),
+                                 Qt::ISODate); // a day alone begins at 0:00
+}
+
+QDate Recordset::Field::date() const {
     const QString text = recordset.value(index).toString();
-    const QDateTime moment = QDateTime::fromString(text, isoMoment);
-    return moment.isValid() ? moment : QDate::fromString(text, Qt::ISODate).startOfDay();
+    return QDate::fromString(QStringView(text).left(10), Qt::ISODate);
 }
 
 const ColumnInfo& Recordset::Field::column() const {

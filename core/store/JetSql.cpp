@@ -3,7 +3,6 @@
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 
-#include <QDate>
 #include <QList>
 #include <QLocale>
 #include <QSet>
@@ -135,27 +134,11 @@ bool isSymbol(const Token& token, const char* symbol) {
     return token.kind == Kind::Symbol && token.text == QLatin1String(symbol);
 }
 
-/// The day that a date literal means: the user's short date format, with a year of two or four digits, or
-/// year-month-day.
 QString isoDate(const QString& text) {
-    const QLocale locale;
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    for (const QString& pattern : {QString(format)
-                                       .replace(QStringLiteral("yyyy"), QStringLiteral("yy"))
-                                       .replace(QStringLiteral("yy"), QStringLiteral("yyyy")),
-                                   format, QStringLiteral("M/d/yyyy"), QStringLiteral("yyyy-MM-dd")}) {
-        const QDate date = locale.toDate(text.trimmed(), pattern);
-        constexpr int firstYear = 100; // of the dates that a database holds
-        constexpr int lastYear = 9999;
-        if (date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
-            constexpr int centuryTurn = 1930; // two digits mean 1930 to 2029
-            return (date.year() < centuryTurn && !pattern.contains(QStringLiteral("yyyy"))
-                        ? date.addYears(100)
-                        : date)
-                .toString(Qt::ISODate);
-        }
-    }
-    syntaxError(QStringLiteral("'%1' is not a date.").arg(text));
+    const std::optional<QDate> date = ReadDate(text);
+    if (!date)
+        syntaxError(QStringLiteral("'%1' is not a date.").arg(text));
+    return date->toString(Qt::ISODate);
 }
 
 QString quotedText(QString text) {
@@ -410,6 +393,25 @@ QString updatableTable(const Tokens& tokens) {
 }
 
 } // namespace
+
+std::optional<QDate> ReadDate(const QString& text) {
+    const QLocale locale;
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    for (const QString& pattern : {QString(format)
+                                       .replace(QStringLiteral("yyyy"), QStringLiteral("yy"))
+                                       .replace(QStringLiteral("yy"), QStringLiteral("yyyy")),
+                                   format, QStringLiteral("M/d/yyyy"), QStringLiteral("yyyy-MM-dd")}) {
+        const QDate date = locale.toDate(text.trimmed(), pattern);
+        constexpr int firstYear = 100; // of the dates that a database holds
+        constexpr int lastYear = 9999;
+        if (date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
+            constexpr int centuryTurn = 1930; // two digits mean 1930 to 2029
+            return date.year() < centuryTurn && !pattern.contains(QStringLiteral("yyyy")) ? date.addYears(100)
+                                                                                          : date;
+        }
+    }
+    return std::nullopt;
+}
 
 JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect) {
     Tokens tokens = Tokenizer(statement).all();

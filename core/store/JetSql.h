@@ -1,6 +1,13 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
+
+#include <optional>
+
+/// The day that a text means: in the user's short date format, with a year of two or four digits, or written
+/// month/day/year or year-month-day. Nothing when it is no date, as statements read dates between # signs.
+std::optional<QDate> ReadDate(const QString& text);
 
 /// How an engine writes what the program's statements say in a dialect of their own.
 class SqlDialect {

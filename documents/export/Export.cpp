@@ -5,34 +5,46 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace Export {
 
-QByteArray toBytes(Format format, const Pages& pages, const QString& title) {
-    switch (format) {
-    case Format::Pdf:
-        return pdf(pages, title);
-    case Format::Tiff:
-        return tiff(pages, title);
-    case Format::Html:
-        return html(pages, title);
-    case Format::Excel:
-        return excel(pages, title);
-    case Format::Rtf:
-        return rtf(pages, title);
-    default:
-        return text(pages);
-    }
+namespace {
+
+constexpr Format allFormats[] = {
+    {"mnuExportPDF", "PDF (*.pdf)", pdf},    {"mnuExportTIFF", "Tiff (*.tif)", tiff},
+    {"mnuExportHTML", "HTML (*.htm)", html}, {"mnuExportExcel", "Excel (*.xls)", excel},
+    {"mnuExportRTF", "RTF (*.rtf)", rtf},    {"mnuExportText", "Text Files (*.txt)", text},
+};
+
+Fault accessFault(const QString& path, const QString& why) {
+    return {Fault::PathFileAccess, ("Path/File access error: " + path + ": " + why).toStdString()};
 }
 
-void toFile(Format format, const Pages& pages, const QString& title, const QString& path) {
-    const QByteArray bytes = toBytes(format, pages, title);
-    QSaveFile file(path); // gone, with its part, unless commit succeeds
+} // namespace
+
+std::span<const Format> formats() {
+    return allFormats;
+}
+
+const Format& format(const QString& command) {
+    return *std::ranges::find_if(allFormats,
+                                 [&](const Format& one) { return command == QLatin1String(one.command); });
+}
+
+void toFile(const Format& format, const Document& document, const QString& path) {
+    const QFileInfo target(path);
+    // A pipe or a device would be replaced by a file of its name, which nobody asks for.
+    if (target.exists() && !target.isFile())
+        throw accessFault(path, "not a plain file");
+    const QByteArray bytes = format.write(document);
+    QSaveFile file(
+        path); // gone, with its part, unless commit succeeds; takes over the permissions of the old file
     // Unbuffered: what a buffer held back would fail in commit, which does not tell.
     const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
                          file.write(bytes) == bytes.size() && file.commit();
     if (!written)
-        throw Fault(Fault::PathFileAccess,
-                    "Path/File access error: " + (path + ": " + file.errorString()).toStdString());
+        throw accessFault(path, file.errorString());
 }
 
 } // namespace Export

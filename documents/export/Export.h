@@ -1,29 +1,36 @@
 #pragma once
 
-#include "documents/report/Page.h"
+#include "documents/report/Document.h"
 
-/// Writing finished pages to files of six formats.
+#include <span>
+
+/// Writing finished documents to files of six formats.
 namespace Export {
 
-enum class Format { Pdf, Tiff, Html, Excel, Rtf, Text };
+/// A format: a row of the table of formats.
+struct Format {
+    const char* command; // of the main window
+    const char* filter;  // of the save dialog
+    /// The bytes of the file. Throws Fault when the format's library refuses.
+    QByteArray (*write)(const Document&);
+};
+std::span<const Format> formats();
+/// The format of a command, which must be one of the table's.
+const Format& format(const QString& command);
 
-/// The pages in a format, as the bytes of its file. The title goes into the file's own description where the
-/// format has one. Throws Fault when the format's library refuses.
-QByteArray toBytes(Format format, const Pages& pages, const QString& title);
+/// Writes a document to a file: beside it first and renamed at the end, so that no half file is left; a file
+/// that is there keeps its permissions. Throws Fault 75 when the file cannot be written or is no plain file.
+void toFile(const Format& format, const Document& document, const QString& path);
 
-/// Writes the pages to a file: beside it first and renamed at the end, so that no half file is left.
-/// Throws Fault 75 when the file cannot be written.
-void toFile(Format format, const Pages& pages, const QString& title, const QString& path);
-
-QByteArray pdf(const Pages& pages, const QString& title);
+QByteArray pdf(const Document& document);
 /// Multi-page, 200 dpi, compressed.
-QByteArray tiff(const Pages& pages, const QString& title);
+QByteArray tiff(const Document& document);
 /// One file that needs no other: pictures are inside.
-QByteArray html(const Pages& pages, const QString& title);
-/// A workbook in the binary format of spreadsheets (BIFF8 in a compound file), a sheet a page or more.
-QByteArray excel(const Pages& pages, const QString& title);
-QByteArray rtf(const Pages& pages, const QString& title);
+QByteArray html(const Document& document);
+/// A workbook in the binary format of spreadsheets (BIFF8 in a compound file).
+QByteArray excel(const Document& document);
+QByteArray rtf(const Document& document);
 /// UTF-8 with aligned columns and a form feed between pages.
-QByteArray text(const Pages& pages);
+QByteArray text(const Document& document);
 
 } // namespace Export

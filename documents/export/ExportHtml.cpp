@@ -3,7 +3,6 @@
 #include "documents/report/PagePainter.h"
 #include "documents/report/TextFit.h"
 
-#include <QFile>
 #include <QSvgRenderer>
 
 namespace {
@@ -22,17 +21,19 @@ QString textElement(const PageText& text) {
                           : text.style.alignment & Qt::AlignHCenter ? "center"
                                                                     : "left";
     QRectF place = text.place;
-    const double lineHeight = TextFit::lineHeight(text.style);
-    if (text.style.alignment & Qt::AlignVCenter)
-        place.setTop(place.center().y() - lineHeight * double(text.lines().size()) / 2);
-    const QString content =
-        text.text.toHtmlEscaped().replace(QChar::LineSeparator, " ").replace('\n', "<br>");
-    const bool wraps = text.lines().size() > 1;
-    return "<p style=\"" + placed(place) + ";font-size:" + points(text.style.size) +
-           ";line-height:" + points(lineHeight) + (text.style.bold ? ";font-weight:bold" : "") +
+    place.setTop(TopOf(text));
+    const QString content = text.text.toHtmlEscaped()
+                                .replace(PageText::blankBreak, " ")
+                                .replace(PageText::wordBreak, "<wbr>")
+                                .replace('\n', "<br>");
+    const QString tag = text.heading > 0 ? "h" + QString::number(text.heading) : "p";
+    return '<' + tag + " style=\"" + placed(place) + ";font-size:" + points(text.style.size) +
+           ";line-height:" + points(TextFit::lineHeight(text.style)) +
+           (text.style.bold ? ";font-weight:bold" : ";font-weight:normal") +
            (text.style.italic ? ";font-style:italic" : "") +
            (text.style.color != Qt::black ? ";color:" + text.style.color.name() : "") +
-           (wraps ? "" : ";white-space:pre") + ";text-align:" + align + "\">" + content + "</p>\n";
+           (text.breaks() ? ";overflow-wrap:anywhere" : ";white-space:pre") + ";text-align:" + align + "\">" +
+           content + "</" + tag + ">\n";
 }
 
 QString boxElement(const PageBox& box) {
@@ -49,43 +50,59 @@ QString lineElement(const PageLine& line) {
 }
 
 QString checkElement(const PageCheck& check) {
-    return "<input type=\"checkbox\" disabled" + QString(check.checked ? " checked" : "") + " style=\"" +
-           placed(check.place) + "\">\n";
+    QRectF place = check.place;
+    place.setRight(std::max(check.place.right(), check.caption.place.right()));
+    return "<label style=\"" + placed(place) + ";font-size:" + points(check.caption.style.size) +
+           "\"><input type=\"checkbox\" disabled" + (check.checked ? " checked" : "") + "> " +
+           check.caption.text.toHtmlEscaped() + "</label>\n";
 }
 
 QString pictureElement(const PagePicture& picture) {
-    QFile file(picture.file);
-    const QByteArray svg = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    const QRectF place = PicturePlace(QSvgRenderer(svg).defaultSize(), picture.place);
-    return "<img alt=\"Drawing\" style=\"" + placed(place) + "\" src=\"data:image/svg+xml;base64," +
-           svg.toBase64() + "\">\n";
+    const QRectF place = PicturePlace(QSvgRenderer(picture.svg).defaultSize(), picture.place);
+    return "<img alt=\"" + picture.description.toHtmlEscaped() + "\" style=\"" + placed(place) +
+           "\" src=\"data:image/svg+xml;base64," + picture.svg.toBase64() + "\">\n";
+}
+
+/// What the whole file needs once; the printed page is as large as the paper.
+QString head(const Document& document) {
+    const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"author\" "
+           "content=\"" +
+           document.author.toHtmlEscaped() + "\">\n<title>" + document.title.toHtmlEscaped() +
+           "</title>\n<style>\n@page{size:" + points(paper.width()) + ' ' + points(paper.height()) +
+           ";margin:0}\nbody{background:#dce3ea;margin:0;font-family:'Liberation Sans',Arial,"
+           "Helvetica,sans-serif;-webkit-print-color-adjust:exact;print-color-adjust:exact}\n"
+           ".page{position:relative;background:#fff;margin:12pt auto;overflow:hidden}\n"
+           ".page>*{position:absolute;margin:0;box-sizing:border-box}\n.page input{margin:0;width:9pt;"
+           "height:9pt;vertical-align:middle}\n@media print{body{background:#fff}.page{margin:0}"
+           ".page+.page{break-before:page}}\n</style>\n</head>\n<body>\n";
+}
+
+QString pageElement(const Page& page) {
+    QString document = "<div class=\"page\" style=\"width:" + points(page.size.width()) +
+                       ";height:" + points(page.size.height()) + "\">\n";
+    for (const PageBox& box : page.boxes)
+        document += boxElement(box);
+    for (const PageLine& line : page.lines)
+        document += lineElement(line);
+    for (const PagePicture& picture : page.pictures)
+        document += pictureElement(picture);
+    for (const PageCheck& check : page.checks)
+        document += checkElement(check);
+    Page texts = page; // check boxes and marks are there as such
+    texts.checks.clear();
+    texts.pictures.clear();
+    const PageGrid grid(texts);
+    for (const PageText* text : grid.readingOrder())
+        document += textElement(*text);
+    return document + "</div>\n";
 }
 
 } // namespace
 
-QByteArray Export::html(const Pages& pages, const QString& title) {
-    QString document =
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
-        title.toHtmlEscaped() +
-        "</title>\n<style>\nbody{background:#dce3ea;margin:0;font-family:'Liberation Sans',Arial,"
-        "Helvetica,sans-serif}\n.page{position:relative;background:#fff;margin:12pt auto;"
-        "page-break-after:always}\n.page>*{position:absolute;margin:0;box-sizing:border-box}\n"
-        "@media print{body{background:#fff}.page{margin:0}}\n</style>\n</head>\n<body>\n";
-    for (const Page& page : pages) {
-        document += "<div class=\"page\" style=\"width:" + points(page.size.width()) +
-                    ";height:" + points(page.size.height()) + "\">\n";
-        for (const PageBox& box : page.boxes)
-            document += boxElement(box);
-        for (const PageLine& line : page.lines)
-            document += lineElement(line);
-        for (const PagePicture& picture : page.pictures)
-            document += pictureElement(picture);
-        for (const PageCheck& check : page.checks)
-            document += checkElement(check);
-        for (const GridRow& row : RowsOf(page)) // read aloud or copied, the texts come in their order
-            for (const PageText* text : row)
-                document += textElement(*text);
-        document += "</div>\n";
-    }
-    return (document + "</body>\n</html>\n").toUtf8();
+QByteArray Export::html(const Document& document) {
+    QString file = head(document);
+    for (const Page& page : document.pages)
+        file += pageElement(page);
+    return (file + "</body>\n</html>\n").toUtf8();
 }

@@ -1,21 +1,56 @@
+#include "core/base/Fault.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 
-QByteArray Export::pdf(const Pages& pages, const QString& title) {
+namespace {
+
+/// A text as a PDF writes it: UTF-16 in hexadecimal digits.
+QByteArray pdfText(const QString& text) {
+    QByteArray digits = "<feff";
+    for (const QChar c : text)
+        digits += QByteArray::number(c.unicode(), 16).rightJustified(4, '0');
+    return digits + '>';
+}
+
+/// Adds the author, which the writer has no way to take: the file's description once more at its end, as the
+/// format foresees for changes.
+void addAuthor(QByteArray& file, const QString& author) {
+    static const QRegularExpression trailer(
+        R"(trailer\s*<<\s*/Size (\d+)\s*/Info (\d+) 0 R\s*/Root (\d+) 0 R.*?startxref\s*(\d+))",
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto end = trailer.match(QString::fromLatin1(file.right(1000)));
+    const QByteArray info = end.captured(2).toLatin1();
+    const qsizetype start = file.indexOf('\n' + info + " 0 obj\n<<");
+    if (!end.hasMatch() || start < 0)
+        throw Fault(Fault::PathFileAccess, "The PDF has no description.");
+    QByteArray description = file.mid(start + 1, file.indexOf("endobj", start) - start - 1);
+    description.insert(description.indexOf("<<") + 2, "\n/Author " + pdfText(author));
+    const QByteArray place = QByteArray::number(file.size()).rightJustified(10, '0');
+    file += description + "endobj\n";
+    const qsizetype table = file.size();
+    file += "xref\n" + info + " 1\n" + place + " 00000 n \ntrailer\n<<\n/Size " + end.captured(1).toLatin1() +
+            "\n/Info " + info + " 0 R\n/Root " + end.captured(3).toLatin1() + " 0 R\n/Prev " +
+            end.captured(4).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) + "\n%%EOF\n";
+}
+
+} // namespace
+
+QByteArray Export::pdf(const Document& document) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle(title);
+    writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Brennoval"));
     constexpr int resolution = 1200; // dots an inch, so that places round to nothing the eye sees
     writer.setResolution(resolution);
     QPainter painter;
-    for (const Page& page : pages) {
+    for (const Page& page : document.pages) {
         writer.setPageSize(QPageSize(page.size, QPageSize::Point));
         writer.setPageMargins(QMarginsF());
         if (!painter.isActive())
@@ -28,5 +63,7 @@ QByteArray Export::pdf(const Pages& pages, const QString& title) {
         painter.restore();
     }
     painter.end();
+    if (!document.author.isEmpty())
+        addAuthor(bytes, document.author);
     return bytes;
 }

@@ -1,12 +1,18 @@
 #include "documents/export/Export.h"
 #include "documents/export/PageGrid.h"
+#include "documents/report/PagePainter.h"
+#include "documents/report/TextFit.h"
+
+#include <QSvgRenderer>
 
 #include <cmath>
 
 namespace {
 
-int twips(double points) {
-    return int(std::lround(points * 20));
+constexpr double edge = 18; // points around the page, for what a word processor sets a little wider or higher
+
+QByteArray twips(double points) {
+    return QByteArray::number(int(std::lround(points * 20)));
 }
 
 QByteArray escaped(const QString& text) {
@@ -29,64 +35,91 @@ QByteArray run(const PageText& text) {
            (text.style.italic ? "\\i" : "") + ' ' + escaped(text.plain()) + '}';
 }
 
-QByteArray paragraph(const GridRow& row, double leftMargin) {
+/// A wrapped text that stands alone: it wraps by itself, with a little more room than on the page.
+QByteArray block(const PageText& text, double paperWidth) {
+    constexpr double slack = 6; // points
+    return "\\li" + twips(text.place.left() - edge) + "\\ri" +
+           twips(paperWidth - edge - text.place.right() - slack) + ' ' + run(text);
+}
+
+/// Texts side by side, each at a tab stop.
+QByteArray tabbed(const GridRow& row) {
     QByteArray stops;
     QByteArray runs;
-    bool first = true;
     for (const PageText* text : row) {
         const bool right = text->style.alignment & Qt::AlignRight;
         const bool center = text->style.alignment & Qt::AlignHCenter;
         const double at = right    ? text->place.right()
                           : center ? text->place.center().x()
                                    : text->place.left();
-        const int stop = twips(at - leftMargin);
-        if (stop > 0) {
-            stops += (right    ? "\\tqr"
-                      : center ? "\\tqc"
-                               : "") +
-                     QByteArray("\\tx") + QByteArray::number(stop);
-            runs += "\\tab ";
-        } else if (!first) {
-            runs += ' ';
-        }
-        runs += run(*text);
-        first = false;
+        stops += QByteArray(right ? "\\tqr" : center ? "\\tqc" : "") + "\\tx" + twips(at - edge);
+        runs += "\\tab " + run(*text);
     }
-    const bool wraps = row.size() == 1 && row.first()->lines().size() > 1;
-    const QByteArray indent =
-        wraps ? "\\li" + QByteArray::number(twips(row.first()->place.left() - leftMargin)) : QByteArray();
-    if (wraps)
-        return "\\pard" + indent + ' ' + run(*row.first()) + "\\par\n";
-    return "\\pard" + stops + ' ' + runs + "\\par\n";
+    return stops + ' ' + runs;
 }
 
+double lineHeight(const GridRow& row) {
+    double height = 0;
+    for (const PageText* text : row)
+        height = std::max(height, TextFit::lineHeight(text->style));
+    return height;
+}
+
+double topOf(const GridRow& row) {
+    double top = TopOf(*row.first());
+    for (const PageText* text : row)
+        top = std::min(top, TopOf(*text));
+    return top;
+}
+
+/// The rows of a page, each with the exact height that leads to the next, so that a page stays a page.
+QByteArray paragraphs(const Page& page) {
+    const PageGrid grid(page, PageGrid::Lines::Split);
+    QByteArray document;
+    double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
+    for (qsizetype i = 0; i < grid.rows().size(); ++i) {
+        const GridRow& row = grid.rows()[i];
+        const auto lines = double(row.first()->lines().size());
+        const bool alone = row.size() == 1 && lines > 1;
+        const double reach =
+            i + 1 < grid.rows().size() ? topOf(grid.rows()[i + 1]) - topOf(row) : lineHeight(row);
+        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
+        const double after = std::max(0.0, reach - line * (alone ? lines : 1));
+        document += "\\pard\\sb" + twips(before) + "\\sa" + twips(after) + "\\sl-" + twips(line) +
+                    "\\slmult0" + (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n";
+        before = 0;
+    }
+    return document;
+}
+
+/// A picture where it stands on the page.
 QByteArray picture(const PagePicture& drawing) {
-    const QByteArray width = QByteArray::number(twips(drawing.place.width()));
-    const QByteArray height = QByteArray::number(twips(drawing.place.height()));
-    return "\\pard\\qr{\\pict\\pngblip\\picwgoal" + width + "\\pichgoal" + height + '\n' +
+    const QRectF place = PicturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
+    return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
+           twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
+           twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
            PictureAsPng(drawing).toHex() + "}\\par\n";
 }
 
 } // namespace
 
-QByteArray Export::rtf(const Pages& pages, const QString& title) {
-    constexpr double margin = 36; // points
-    QByteArray document = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
-                          "Sans;}}{\\info{\\title " +
-                          escaped(title) + "}{\\author Brennoval}}\n\\paperw" +
-                          QByteArray::number(twips(612)) + "\\paperh" + QByteArray::number(twips(792)) +
-                          "\\margl" + QByteArray::number(twips(margin)) + "\\margr" +
-                          QByteArray::number(twips(margin)) + "\\margt" + QByteArray::number(twips(margin)) +
-                          "\\margb" + QByteArray::number(twips(margin)) + "\\f0\n";
+QByteArray Export::rtf(const Document& document) {
+    const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
+    QByteArray file = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
+                      "Sans;}}{\\info{\\title " +
+                      escaped(document.title) + "}{\\author " + escaped(document.author) + "}}\n\\paperw" +
+                      twips(paper.width()) + "\\paperh" + twips(paper.height()) +
+                      (paper.width() > paper.height() ? "\\landscape" : "");
+    for (const char* side : {"\\margl", "\\margr", "\\margt", "\\margb"})
+        file += side + twips(edge);
+    file += "\\f0\n";
     bool first = true;
-    for (const Page& page : pages) {
-        if (!first)
-            document += "\\page\n";
-        first = false;
-        for (const GridRow& row : RowsOf(page))
-            document += paragraph(row, margin);
+    for (const Page& page : document.pages) {
+        if (!std::exchange(first, false))
+            file += "\\pard\\page\n";
         for (const PagePicture& drawing : page.pictures)
-            document += picture(drawing);
+            file += picture(drawing);
+        file += paragraphs(page);
     }
-    return document + "}\n";
+    return file + "}\n";
 }

@@ -38,13 +38,14 @@ QString rowLines(const GridRow& row) {
 
 } // namespace
 
-QByteArray Export::text(const Pages& pages) {
-    QString document;
-    for (const Page& page : pages) {
-        if (!document.isEmpty())
-            document += '\f';
-        for (const GridRow& row : RowsOf(page))
-            document += rowLines(row);
+QByteArray Export::text(const Document& document) {
+    QString text;
+    for (const Page& page : document.pages) {
+        if (!text.isEmpty())
+            text += '\f';
+        const PageGrid grid(page);
+        for (const GridRow& row : grid.rows())
+            text += rowLines(row);
     }
-    return document.toUtf8();
+    return text.toUtf8();
 }

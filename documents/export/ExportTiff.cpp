@@ -79,7 +79,7 @@ void writePage(TIFF* file, const QImage& image, int number, int count, const QBy
     TIFFSetField(file, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
     TIFFSetField(file, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
     TIFFSetField(file, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-    TIFFSetField(file, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(file, 0));
+    TIFFSetField(file, TIFFTAG_ROWSPERSTRIP, image.height());
     TIFFSetField(file, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
     TIFFSetField(file, TIFFTAG_XRESOLUTION, double(resolution));
     TIFFSetField(file, TIFFTAG_YRESOLUTION, double(resolution));
@@ -96,7 +96,8 @@ void writePage(TIFF* file, const QImage& image, int number, int count, const QBy
 
 } // namespace
 
-QByteArray Export::tiff(const Pages& pages, const QString& title) {
+QByteArray Export::tiff(const Document& document) {
+    const Pages& pages = document.pages;
     MemoryFile memoryFile;
     {
         const std::unique_ptr<TIFF, void (*)(TIFF*)> file(
@@ -107,7 +108,7 @@ QByteArray Export::tiff(const Pages& pages, const QString& title) {
             throw Fault(Fault::PathFileAccess, "The TIFF library cannot begin a file.");
         int number = 0;
         for (const Page& page : pages)
-            writePage(file.get(), painted(page), number++, int(pages.size()), title.toUtf8());
+            writePage(file.get(), painted(page), number++, int(pages.size()), document.title.toUtf8());
     }
     return memoryFile.bytes;
 }

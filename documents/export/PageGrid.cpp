@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QSet>
 #include <QSvgRenderer>
 
 #include <algorithm>
@@ -15,42 +16,96 @@ namespace {
 constexpr double sameRow = 4;    // points between the first baselines
 constexpr double sameColumn = 5; // points between the left edges
 
-double firstBaseline(const PageText& text) {
-    double top = text.place.top();
-    if (text.style.alignment & Qt::AlignVCenter)
-        top = text.place.center().y() - TextFit::lineHeight(text.style) * double(text.lines().size()) / 2;
-    return top + TextFit::ascent(text.style);
+double heightOf(const PageText& text) {
+    return TextFit::lineHeight(text.style) * double(text.lines().size());
+}
+
+/// Whether no other text stands beside a wrapped one.
+bool standsAlone(const PageText& text, const Page& page) {
+    const double top = TopOf(text);
+    const double bottom = top + heightOf(text);
+    return std::none_of(page.texts.begin(), page.texts.end(), [&](const PageText& other) {
+        return &other != &text && TopOf(other) < bottom && TopOf(other) + heightOf(other) > top;
+    });
+}
+
+PageText lineOf(const PageText& text, const QString& line, int number) {
+    PageText single = text;
+    single.text = line;
+    single.style.alignment &= ~Qt::AlignVCenter;
+    single.place.setTop(TopOf(text) + number * TextFit::lineHeight(text.style));
+    return single;
 }
 
 } // namespace
 
-QList<GridRow> RowsOf(const Page& page) {
+double TopOf(const PageText& text) {
+    return text.style.alignment & Qt::AlignVCenter ? text.place.center().y() - heightOf(text) / 2
+                                                   : text.place.top();
+}
+
+PageGrid::PageGrid(const Page& page, Lines lines) {
     QList<std::pair<double, const PageText*>> texts;
-    for (const PageText& text : page.texts)
-        texts.append({firstBaseline(text), &text});
+    const auto add = [&](const PageText& text) {
+        texts.append({TopOf(text) + TextFit::ascent(text.style), &text});
+    };
+    for (const PageText& text : page.texts) {
+        if (lines == Lines::Whole || !text.breaks() || standsAlone(text, page)) {
+            add(text);
+            continue;
+        }
+        int number = 0;
+        for (const QString& line : text.lines())
+            add(own.emplace_back(lineOf(text, line, number++)));
+    }
+    for (const PageCheck& check : page.checks)
+        add(own.emplace_back(check.inWords()));
+    for (const PagePicture& picture : page.pictures)
+        if (picture.mark)
+            add(own.emplace_back(picture.inWords()));
     std::stable_sort(texts.begin(), texts.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
-    QList<GridRow> rows;
     double baseline = -1e9;
     for (const auto& [y, text] : texts) {
         if (y - baseline > sameRow) {
-            rows.append(GridRow());
+            allRows.append(GridRow());
             baseline = y;
         }
-        rows.last().append(text);
+        allRows.last().append(text);
     }
-    for (GridRow& row : rows)
+    for (GridRow& row : allRows)
         std::stable_sort(row.begin(), row.end(), [](const PageText* a, const PageText* b) {
             return a->place.left() < b->place.left();
         });
-    return rows;
+}
+
+QList<const PageText*> PageGrid::readingOrder() const {
+    QHash<int, GridRow> fields;
+    for (const GridRow& row : allRows)
+        for (const PageText* text : row)
+            if (text->field >= 0)
+                fields[text->field].append(text);
+    QList<const PageText*> order;
+    for (const GridRow& row : allRows)
+        for (const PageText* text : row)
+            if (text->field < 0)
+                order.append(text);
+            else
+                order.append(fields.take(text->field));
+    return order;
 }
 
 QList<double> ColumnEdges(const Pages& pages) {
     QList<double> lefts;
-    for (const Page& page : pages)
+    for (const Page& page : pages) {
         for (const PageText& text : page.texts)
             lefts.append(text.place.left());
+        for (const PageCheck& check : page.checks)
+            lefts.append(check.place.left());
+        for (const PagePicture& picture : page.pictures)
+            if (picture.mark)
+                lefts.append(picture.place.left());
+    }
     std::sort(lefts.begin(), lefts.end());
     QList<double> edges;
     for (const double left : lefts)
@@ -66,11 +121,12 @@ int ColumnOf(const QList<double>& edges, const PageText& text) {
 
 QByteArray PictureAsPng(const PagePicture& picture) {
     constexpr double scale = 200 / 72.0;
-    QImage image((picture.place.size() * scale).toSize(), QImage::Format_ARGB32);
+    QSvgRenderer renderer(picture.svg);
+    const QRectF place = PicturePlace(renderer.defaultSize(), picture.place);
+    QImage image((place.size() * scale).toSize(), QImage::Format_ARGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    QSvgRenderer renderer(picture.file);
-    renderer.render(&painter, PicturePlace(renderer.defaultSize(), QRectF(image.rect())));
+    renderer.render(&painter, QRectF(image.rect()));
     painter.end();
     QByteArray bytes;
     QBuffer buffer(&bytes);

@@ -96,10 +96,33 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     record(stream, 0x00E0, body);
 }
 
+/// The paper of a sheet; it prints one page wide and as many high as it needs.
+void printRecords(QByteArray& stream, const QSizeF& paper) {
+    QByteArray fits;
+    put<std::uint16_t>(fits, 0x05C1); // to the page; the rest as by default
+    record(stream, 0x0081, fits);
+    constexpr double margin = .4; // in
+    for (const int side : {0x0026, 0x0027, 0x0028, 0x0029}) {
+        QByteArray body;
+        put(body, margin);
+        record(stream, std::uint16_t(side), body);
+    }
+    const bool landscape = paper.width() > paper.height();
+    const double height = std::max(paper.width(), paper.height());
+    const int kind = height > 1000 ? 5 : height > 800 ? 9 : 1; // legal, A4, letter
+    QByteArray body;
+    for (const int part : {kind, 100, 1, 1, 0, landscape ? 0 : 2, 600, 600})
+        put(body, std::uint16_t(part));
+    put(body, margin / 2);
+    put(body, margin / 2);
+    put<std::uint16_t>(body, 1); // copy
+    record(stream, 0x00A1, body);
+}
+
 } // namespace
 
-void Workbook::addSheet(const QString& name, const QList<double>& columnWidths) {
-    sheets.append({name.left(31), columnWidths, {}, {}, {}});
+void Workbook::addSheet(const QString& name, const QList<double>& columnWidths, const QSizeF& paper) {
+    sheets.append({name.left(31), columnWidths, paper, {}, {}, {}});
 }
 
 int Workbook::styleIndex(const CellStyle& style) {
@@ -223,6 +246,7 @@ QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
         lastRow = std::max(lastRow, cell.row);
         lastColumn = std::max(lastColumn, cell.column);
     }
+    printRecords(stream, sheet.paper);
     for (qsizetype i = 0; i < sheet.columnWidths.size() && i < mostColumns; ++i) {
         constexpr double widthOfZero = 5.25; // points, of the default font
         QByteArray body;

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
+#include <QSizeF>
 #include <QString>
 
 #include <cstdint>
@@ -21,8 +22,9 @@ class Workbook {
         bool operator==(const CellStyle&) const = default;
     };
 
-    /// Begins a sheet; its name is cut to 31 characters. Column widths in points.
-    void addSheet(const QString& name, const QList<double>& columnWidths);
+    /// Begins a sheet; its name is cut to 31 characters. Column widths and the paper, on which the sheet
+    /// prints one page wide, in points.
+    void addSheet(const QString& name, const QList<double>& columnWidths, const QSizeF& paper);
     /// Cells of the last sheet, from row and column 0, in rising rows and columns.
     void text(int row, int column, const QString& text, const CellStyle& style);
     void number(int row, int column, double value, const CellStyle& style);
@@ -52,6 +54,7 @@ class Workbook {
     struct Sheet {
         QString name;
         QList<double> columnWidths;
+        QSizeF paper;
         QList<Cell> cells;
         QList<Merged> merged;
         QHash<int, double> heights;

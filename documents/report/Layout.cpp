@@ -1,65 +1,40 @@
 #include "documents/report/Layout.h"
 
+#include "core/base/Words.h"
+
 #include <QFile>
 #include <QHash>
-#include <QMarginsF>
 
 #include <stdexcept>
 
 // A layout file has one thing a line; # starts a comment. Texts with blanks stand in double quotes.
 //   extends NAME                          begin with that layout
 //   title TEXT
+//   paper letter|legal|a4 [landscape]
 //   margins LEFT TOP RIGHT BOTTOM         in points
-//   section KIND HEIGHT [COLUMN]          report-header, page-header, group-header, detail, page-footer,
-//                                         report-footer; the controls that follow belong to it
+//   section KIND HEIGHT [COLUMN]          report-header, page-header, continuation, group-header, detail,
+//                                         page-footer, report-footer; the controls that follow belong to it
 //   KIND NAME X Y WIDTH HEIGHT [ATTRIBUTE...]    label, text, line, box, check, picture
+//   field NAME X Y WIDTH HEIGHT LABEL [VALUE [ATTRIBUTE...]]
+//                                         a box (boxNAME) with its label (lblNAME) and the text VALUE in it
+//   place NAME X Y WIDTH HEIGHT           moves a field with all that belongs to it
 //   change NAME ATTRIBUTE...
-//   drop NAME...
+//   drop NAME...                          controls, or a field as a whole by the name behind its lbl and box
 // Attributes: text T, column C, format F, size N, bold, regular, italic, left, center, right, middle,
-// color #rrggbb, fill #rrggbb, wrap, shrink N, flow, hidden, width N, picture FILE, at X Y, extent W H
+// color rrggbb, fill rrggbb, wrap, shrink N, flow HEADING, hidden, width N, picture FILE, describe T, mark,
+// heading N, of FIELD, at X Y, extent W H
 
 namespace {
-
-QStringList wordsOf(const QString& line) {
-    QStringList words;
-    QString word;
-    bool inWord = false;
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == u'\\' && i + 1 < line.size()) {
-            word += line[++i];
-        } else if (c == u'"') {
-            quoted = !quoted;
-            inWord = true;
-        } else if (!quoted && c == u'#' && !inWord && (i + 1 >= line.size() || line[i + 1] == u' ')) {
-            break;
-        } else if (!quoted && c.isSpace()) {
-            if (inWord)
-                words.append(word);
-            word.clear();
-            inWord = false;
-        } else {
-            word += c;
-            inWord = true;
-        }
-    }
-    if (quoted)
-        throw std::runtime_error("a quoted text does not end");
-    if (inWord)
-        words.append(word);
-    return words;
-}
 
 /// The words of a line, taken one after the other.
 class Words {
   public:
-    explicit Words(QStringList all) : words(std::move(all)) {}
+    explicit Words(const QString& line) : words(SplitWords(line.toStdString())) {}
     bool more() const { return next < words.size(); }
     QString take() {
         if (!more())
             throw std::runtime_error("the line is too short");
-        return words[next++];
+        return QString::fromStdString(words[next++]);
     }
     double number() {
         const QString word = take();
@@ -71,8 +46,8 @@ class Words {
     }
 
   private:
-    QStringList words;
-    qsizetype next = 0;
+    std::vector<std::string> words;
+    std::size_t next = 0;
 };
 
 template<typename Value>
@@ -103,14 +78,17 @@ const QHash<QString, Setter>& attributes() {
         {"right", [](C& c, Words&) { c.style.alignment = (c.style.alignment & vertical) | Qt::AlignRight; }},
         {"middle",
          [](C& c, Words&) { c.style.alignment = (c.style.alignment & horizontal) | Qt::AlignVCenter; }},
-        {"color", [](C& c, Words& w) { c.style.color = QColor(w.take()); }},
-        {"fill", [](C& c, Words& w) { c.fill = QColor(w.take()); }},
+        {"color", [](C& c, Words& w) { c.style.color = QColor(u'#' + w.take()); }},
+        {"fill", [](C& c, Words& w) { c.fill = QColor(u'#' + w.take()); }},
         {"wrap", [](C& c, Words&) { c.wrap = true; }},
         {"shrink", [](C& c, Words& w) { c.smallest = w.number(); }},
-        {"flow", [](C& c, Words&) { c.flow = true; }},
+        {"flow", [](C& c, Words& w) { c.flow = w.take(); }},
         {"hidden", [](C& c, Words&) { c.visible = false; }},
         {"width", [](C& c, Words& w) { c.lineWidth = w.number(); }},
         {"picture", [](C& c, Words& w) { c.picture = w.take(); }},
+        {"describe", [](C& c, Words& w) { c.description = w.take(); }},
+        {"mark", [](C& c, Words&) { c.mark = true; }},
+        {"heading", [](C& c, Words& w) { c.heading = std::uint8_t(w.number()); }},
         {"at",
          [](C& c, Words& w) {
              const double x = w.number();
@@ -125,9 +103,23 @@ const QHash<QString, Setter>& attributes() {
     return all;
 }
 
-void applyAttributes(ReportControl& control, Words& words) {
-    while (words.more())
-        named(attributes(), words.take())(control, words);
+QRectF takePlace(Words& words) {
+    const double x = words.number();
+    const double y = words.number();
+    const double width = words.number();
+    return {x, y, width, words.number()};
+}
+
+// A boxed field: a small label at the top, the value below.
+constexpr double fieldEdge = 4; // points between box and texts
+constexpr double labelHeight = 9;
+
+QRectF labelPlace(const QRectF& box) {
+    return {box.left() + fieldEdge, box.top() + 2, box.width() - 2 * fieldEdge, labelHeight};
+}
+
+QRectF valuePlace(const QRectF& box) {
+    return box.adjusted(fieldEdge, labelHeight + 1.5, -fieldEdge, -1);
 }
 
 class Reader {
@@ -135,28 +127,36 @@ class Reader {
     explicit Reader(Layout& target) : layout(target) {}
 
     void line(const QString& text) {
-        Words words(wordsOf(text));
+        Words words(text);
         if (!words.more())
             return;
         const QString first = words.take();
-        if (first == "extends")
-            layout = Layout::load(words.take());
-        else if (first == "title")
-            layout.title = words.take();
-        else if (first == "margins")
-            margins(words);
-        else if (first == "section")
-            section(words);
-        else if (first == "change")
-            applyAttributes(existing(words.take()), words);
-        else if (first == "drop")
-            while (words.more())
-                drop(words.take());
+        using Handler = void (Reader::*)(Words&);
+        static const QHash<QString, Handler> handlers = {
+            {"extends", &Reader::extends}, {"title", &Reader::title},     {"paper", &Reader::paper},
+            {"margins", &Reader::margins}, {"section", &Reader::section}, {"field", &Reader::field},
+            {"place", &Reader::place},     {"change", &Reader::change},   {"drop", &Reader::drop}};
+        if (const Handler handler = handlers.value(first))
+            (this->*handler)(words);
         else
             control(first, words);
     }
 
   private:
+    void extends(Words& words) { layout = Layout::load(words.take()); }
+    void title(Words& words) { layout.title = words.take(); }
+
+    void paper(Words& words) {
+        static const QHash<QString, QSizeF> papers = {
+            {"letter", {612, 792}}, {"legal", {612, 1008}}, {"a4", {595, 842}}};
+        layout.paper = named(papers, words.take());
+        if (!words.more())
+            return;
+        if (const QString orientation = words.take(); orientation != "landscape")
+            throw std::runtime_error(orientation.toStdString() + " is not known here");
+        layout.paper.transpose();
+    }
+
     void margins(Words& words) {
         const double left = words.number();
         const double top = words.number();
@@ -165,12 +165,14 @@ class Reader {
     }
 
     void section(Words& words) {
-        using Kind = ReportSection::Kind;
-        static const QHash<QString, Kind> kinds = {
-            {"report-header", Kind::ReportHeader}, {"page-header", Kind::PageHeader},
-            {"group-header", Kind::GroupHeader},   {"detail", Kind::Detail},
-            {"page-footer", Kind::PageFooter},     {"report-footer", Kind::ReportFooter}};
-        const Kind kind = named(kinds, words.take());
+        static const QHash<QString, Section> kinds = {{"report-header", Section::ReportHeader},
+                                                      {"page-header", Section::PageHeader},
+                                                      {"continuation", Section::Continuation},
+                                                      {"group-header", Section::GroupHeader},
+                                                      {"detail", Section::Detail},
+                                                      {"page-footer", Section::PageFooter},
+                                                      {"report-footer", Section::ReportFooter}};
+        const Section kind = named(kinds, words.take());
         current = layout.section(kind);
         if (!current) {
             layout.sections.append({kind, {}, 0, {}});
@@ -189,18 +191,86 @@ class Reader {
         ReportControl added;
         added.kind = named(kinds, kindName);
         added.name = words.take();
+        added.place = takePlace(words);
+        apply(add(added), words);
+    }
+
+    void field(Words& words) {
+        const QString name = words.take();
+        const QRectF place = takePlace(words);
+        const int number = layout.fields++;
+        addPart(ReportControl::Kind::Box, "box" + name, place, number);
+        ReportControl& label = addPart(ReportControl::Kind::Label, "lbl" + name, labelPlace(place), number);
+        label.text = words.take();
+        label.style.size = 6.5;
+        label.style.color = QColor(0x4a, 0x55, 0x60);
+        label.smallest = 5;
+        if (!words.more())
+            return;
+        ReportControl& value = addPart(ReportControl::Kind::Text, words.take(), valuePlace(place), number);
+        value.smallest = 5.5;
+        apply(value, words);
+    }
+
+    ReportControl& addPart(ReportControl::Kind kind, const QString& name, const QRectF& place, int field) {
+        ReportControl part;
+        part.kind = kind;
+        part.name = name;
+        part.place = place;
+        part.field = field;
+        return add(part);
+    }
+
+    void place(Words& words) {
+        const QString name = words.take();
+        const QRectF box = takePlace(words);
+        const int number = existing("box" + name).field;
+        if (number < 0)
+            throw std::runtime_error(name.toStdString() + " is no field");
+        for (ReportSection& one : layout.sections)
+            for (ReportControl& part : one.controls)
+                if (part.field == number)
+                    part.place = part.kind == ReportControl::Kind::Box     ? box
+                                 : part.kind == ReportControl::Kind::Label ? labelPlace(box)
+                                                                           : valuePlace(box);
+    }
+
+    void change(Words& words) { apply(existing(words.take()), words); }
+
+    void drop(Words& words) {
+        while (words.more()) {
+            const QString name = words.take();
+            const ReportControl* box = layout.control("box" + name);
+            const int number = box ? box->field : -1;
+            if (number < 0)
+                existing(name);
+            for (ReportSection& one : layout.sections)
+                one.controls.removeIf([&](const ReportControl& part) {
+                    return part.name == name || (number >= 0 && part.field == number);
+                });
+        }
+    }
+
+    /// The control of a new name in the current section.
+    ReportControl& add(ReportControl added) {
         if (!current)
             throw std::runtime_error("a control stands outside of a section");
         if (layout.control(added.name))
             throw std::runtime_error("there are two " + added.name.toStdString());
-        if (added.kind == Kind::Text)
+        if (added.kind == ReportControl::Kind::Text)
             added.text = added.name;
-        const double x = words.number();
-        const double y = words.number();
-        const double width = words.number();
-        added.place = {x, y, width, words.number()};
-        applyAttributes(added, words);
         current->controls.append(added);
+        return current->controls.last();
+    }
+
+    void apply(ReportControl& control, Words& words) {
+        while (words.more()) {
+            const QString attribute = words.take();
+            if (attribute == "of")
+                control.field = existing("box" + words.take()).field;
+            else
+                named(attributes(), attribute)(control, words);
+        }
     }
 
     ReportControl& existing(const QString& name) {
@@ -208,12 +278,6 @@ class Reader {
         if (!found)
             throw std::runtime_error("there is no " + name.toStdString());
         return *found;
-    }
-
-    void drop(const QString& name) {
-        existing(name);
-        for (ReportSection& section : layout.sections)
-            section.controls.removeIf([&](const ReportControl& c) { return c.name == name; });
     }
 
     Layout& layout;
@@ -245,14 +309,14 @@ Layout Layout::parse(const QString& name, const QString& text) {
     return layout;
 }
 
-ReportSection* Layout::section(ReportSection::Kind kind) {
+ReportSection* Layout::section(Section kind) {
     for (ReportSection& section : sections)
         if (section.kind == kind)
             return &section;
     return nullptr;
 }
 
-const ReportSection* Layout::section(ReportSection::Kind kind) const {
+const ReportSection* Layout::section(Section kind) const {
     return const_cast<Layout*>(this)->section(kind);
 }
 

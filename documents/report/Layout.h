@@ -2,33 +2,36 @@
 
 #include "documents/report/Page.h"
 
-#include <map>
+#include <QMarginsF>
 
 /// One thing on a report: a label, a field, a line, a box, a check box or a picture.
 struct ReportControl {
-    enum class Kind { Label, Text, Line, Box, Check, Picture };
+    enum class Kind : std::uint8_t { Label, Text, Line, Box, Check, Picture };
 
     Kind kind = Kind::Label;
     QString name;
     QRectF place;   // points, in its section
-    QString text;   // of a field: what shows until it is filled
+    QString text;   // of a field: what shows until it is filled; of a label: with {page} and {pages}
     QString column; // of the data source; empty for a control that the start routine fills
-    QString format; // display pattern
+    QString format; // display pattern; "General" and a unit for a number as it is stored
     TextStyle style;
     double smallest = 0; // points; the size down to which the text shrinks to its place
     bool wrap = false;   // the text may take several lines
-    bool flow = false;   // what does not fit goes on on a page of its own
+    QString flow;        // what does not fit goes on on a page of its own, under this heading
     bool visible = true;
     double lineWidth = .5;
     QColor fill;
-    QString picture;              // file or resource
+    QString picture;     // resource
+    QByteArray svg;      // the picture itself, where a start routine gives it
+    QString description; // of a picture
+    bool mark = false;   // the picture stands for its description
+    std::uint8_t heading = 0;
+    int field = -1;               // of the boxed field that it belongs to
     std::optional<double> number; // behind the text, where a start routine knows it
 };
 
 struct ReportSection {
-    enum class Kind { ReportHeader, PageHeader, GroupHeader, Detail, PageFooter, ReportFooter };
-
-    Kind kind = Kind::Detail;
+    Section kind = Section::Detail;
     QString groupColumn; // of a group header
     double height = 0;
     QList<ReportControl> controls;
@@ -47,9 +50,10 @@ class Layout {
     QSizeF paper{612, 792};
     QMarginsF margins{36, 36, 36, 36};
     QList<ReportSection> sections;
+    int fields = 0; // boxed fields so far
 
-    ReportSection* section(ReportSection::Kind kind);
-    const ReportSection* section(ReportSection::Kind kind) const;
+    ReportSection* section(Section kind);
+    const ReportSection* section(Section kind) const;
     /// Null when there is none of that name.
     ReportControl* control(const QString& name);
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QList>
 #include <QPointF>
@@ -7,6 +8,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -23,17 +25,45 @@ struct TextStyle {
     bool operator==(const TextStyle&) const = default;
 };
 
+/// The part of a layout that something on a page comes from.
+enum class Section : std::uint8_t {
+    ReportHeader,
+    PageHeader,
+    Continuation, // heads a page on which a text goes on
+    GroupHeader,
+    Detail,
+    PageFooter,
+    ReportFooter,
+};
+
 struct PageText {
+    /// How the lines of a wrapped text are parted: where a blank stood, and inside a word. A line feed parts
+    /// its paragraphs.
+    static constexpr QChar blankBreak{0x2028};
+    static constexpr QChar wordBreak{0x200B};
+
     QRectF place;
-    /// Lines are parted by a line separator where the text was wrapped and by a line feed where it breaks.
     QString text;
     TextStyle style;
     /// The number behind the text and the pattern that shows it, where it is one.
     std::optional<double> number;
     QString pattern;
+    Section section = Section::Detail;
+    bool repeated = false; // on an earlier page already: a header, or a group that goes on
+    bool pageNumber = false;
+    std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
+    int field = -1;           // label and values of one boxed field share a number
+
     /// The text as it reads: without the breaks of wrapping.
-    QString plain() const { return QString(text).replace(QChar::LineSeparator, u' '); }
-    QStringList lines() const { return QString(text).replace(QChar::LineSeparator, u'\n').split(u'\n'); }
+    QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
+    /// Whether it has more than one line.
+    bool breaks() const {
+        return std::any_of(text.begin(), text.end(),
+                           [](QChar c) { return c == u'\n' || c == blankBreak || c == wordBreak; });
+    }
+    QStringList lines() const {
+        return QString(text).replace(blankBreak, u'\n').replace(wordBreak, u'\n').split(u'\n');
+    }
 };
 
 struct PageLine {
@@ -48,14 +78,32 @@ struct PageBox {
     QColor fill;       // invalid for none
 };
 
+/// A check box with its caption behind it.
 struct PageCheck {
     QRectF place;
     bool checked = false;
+    PageText caption;
+    /// In words, for formats without check boxes.
+    PageText inWords() const {
+        PageText words = caption;
+        words.place.setLeft(place.left());
+        words.text = (caption.text + (checked ? " Yes" : " No")).trimmed();
+        return words;
+    }
 };
 
 struct PagePicture {
     QRectF place;
-    QString file; // an SVG file or resource, scaled into the place without distortion
+    QByteArray svg; // scaled into the place without distortion
+    QString description;
+    bool mark = false; // stands for a word: formats without pictures write the description
+    /// In words, for formats without pictures.
+    PageText inWords() const {
+        PageText words;
+        words.place = place;
+        words.text = description;
+        return words;
+    }
 };
 
 struct Page {

@@ -6,41 +6,81 @@
 #include <QPainterPath>
 #include <QSvgRenderer>
 
+#include <optional>
+
 namespace {
 
-void paintText(QPainter& painter, const PageText& text) {
-    const QStringList lines = text.lines();
-    const double lineHeight = TextFit::lineHeight(text.style);
-    double y = text.place.top();
-    if (text.style.alignment & Qt::AlignVCenter)
-        y = text.place.center().y() - lineHeight * double(lines.size()) / 2;
-    painter.save();
-    painter.scale(1.0 / TextFit::fontScale, 1.0 / TextFit::fontScale);
-    painter.setFont(TextFit::font(text.style));
-    painter.setPen(text.style.color);
-    for (const QString& line : lines) {
-        double x = text.place.left();
-        if (text.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
-            const double free = text.place.width() - TextFit::width(line, text.style);
-            x += text.style.alignment & Qt::AlignRight ? free : free / 2;
-        }
-        painter.drawText(QPointF(x, y + TextFit::ascent(text.style)) * TextFit::fontScale, line);
-        y += lineHeight;
+/// Sets pen, brush and font only when they change: a long list has few styles, and each setting costs a
+/// painter more than a short text does.
+class Tools {
+  public:
+    explicit Tools(QPainter& target) : painter(target) {}
+
+    void line(const QColor& color, double width) {
+        const QPen pen = width > 0 ? QPen(color, width) : QPen(Qt::NoPen);
+        if (painter.pen() != pen)
+            painter.setPen(pen);
     }
-    painter.restore();
+    void fill(const QColor& color) {
+        const QBrush brush = color.isValid() ? QBrush(color) : QBrush(Qt::NoBrush);
+        if (painter.brush() != brush)
+            painter.setBrush(brush);
+    }
+    void text(const TextStyle& style) {
+        if (current && *current == style)
+            return;
+        if (!current || current->size != style.size || current->bold != style.bold ||
+            current->italic != style.italic) {
+            painter.setFont(TextFit::font(style));
+            lineHeight = TextFit::lineHeight(style);
+            ascent = TextFit::ascent(style);
+        }
+        if (!current || current->color != style.color)
+            painter.setPen(style.color);
+        current = style;
+    }
+
+    QPainter& painter;
+    double lineHeight = 0; // of the text style
+    double ascent = 0;
+
+  private:
+    std::optional<TextStyle> current;
+};
+
+void paintLine(Tools& tools, const PageText& text, QStringView line, double y) {
+    double x = text.place.left();
+    if (text.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
+        const double free = text.place.width() - TextFit::width(line, text.style);
+        x += text.style.alignment & Qt::AlignRight ? free : free / 2;
+    }
+    tools.painter.drawText(QPointF(x, y + tools.ascent) * TextFit::fontScale, line.toString());
 }
 
-void paintCheck(QPainter& painter, const PageCheck& check) {
-    painter.setPen(QPen(Qt::black, .6));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(check.place);
+/// With a painter that is scaled for enlarged fonts.
+void paintText(Tools& tools, const PageText& text) {
+    tools.text(text.style);
+    const QStringList lines = text.breaks() ? text.lines() : QStringList{text.text};
+    double y = text.place.top();
+    if (text.style.alignment & Qt::AlignVCenter)
+        y = text.place.center().y() - tools.lineHeight * double(lines.size()) / 2;
+    for (const QString& line : lines) {
+        paintLine(tools, text, line, y);
+        y += tools.lineHeight;
+    }
+}
+
+void paintCheck(Tools& tools, const PageCheck& check) {
+    tools.line(Qt::black, .6);
+    tools.fill({});
+    tools.painter.drawRect(check.place);
     if (!check.checked)
         return;
     QPainterPath tick(check.place.topLeft() + QPointF(check.place.width() * .2, check.place.height() * .55));
     tick.lineTo(check.place.topLeft() + QPointF(check.place.width() * .42, check.place.height() * .78));
     tick.lineTo(check.place.topLeft() + QPointF(check.place.width() * .82, check.place.height() * .22));
-    painter.setPen(QPen(Qt::black, 1.1));
-    painter.drawPath(tick);
+    tools.line(Qt::black, 1.1);
+    tools.painter.drawPath(tick);
 }
 
 } // namespace
@@ -53,21 +93,27 @@ QRectF PicturePlace(const QSizeF& picture, const QRectF& place) {
 
 void PaintPage(QPainter& painter, const Page& page) {
     painter.setRenderHint(QPainter::Antialiasing);
+    Tools tools(painter);
     for (const PageBox& box : page.boxes) {
-        painter.setPen(box.width > 0 ? QPen(Qt::black, box.width) : QPen(Qt::NoPen));
-        painter.setBrush(box.fill.isValid() ? QBrush(box.fill) : QBrush(Qt::NoBrush));
+        tools.line(Qt::black, box.width);
+        tools.fill(box.fill);
         painter.drawRect(box.place);
     }
     for (const PageLine& line : page.lines) {
-        painter.setPen(QPen(Qt::black, line.width));
+        tools.line(Qt::black, line.width);
         painter.drawLine(line.from, line.to);
     }
     for (const PagePicture& picture : page.pictures) {
-        QSvgRenderer renderer(picture.file);
+        QSvgRenderer renderer(picture.svg);
         renderer.render(&painter, PicturePlace(renderer.defaultSize(), picture.place));
     }
     for (const PageCheck& check : page.checks)
-        paintCheck(painter, check);
+        paintCheck(tools, check);
+    painter.save();
+    painter.scale(1.0 / TextFit::fontScale, 1.0 / TextFit::fontScale);
     for (const PageText& text : page.texts)
-        paintText(painter, text);
+        paintText(tools, text);
+    for (const PageCheck& check : page.checks)
+        paintText(tools, check.caption);
+    painter.restore();
 }

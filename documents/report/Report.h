@@ -1,44 +1,42 @@
 #pragma once
 
+#include "documents/report/Document.h"
 #include "documents/report/Layout.h"
 
-#include <functional>
+class Report;
 
-class Recordset;
+/// What makes a report: a row of the table of reports.
+struct ReportKind {
+    const char* name;
+    const char* layout;
+    const char* database; // of its rows: "User" or "Sys"
+    void (*start)(Report&);
+    bool ofScreens; // a screen can ask for it by its name; else only a command makes it
+};
 
 /// A report: its layout, where its rows come from, and the routine that prepares both. It is made fresh for
 /// every use and takes its parameters from the session store.
 class Report {
   public:
     /// Throws std::runtime_error when the report has no layout.
-    explicit Report(const QString& name);
+    explicit Report(const ReportKind& reportKind);
 
-    const QString& name() const { return reportName; }
     Layout& layout() { return reportLayout; }
     /// A control of the layout. Throws Fault 91 when there is none.
     ReportControl& control(const QString& controlName);
 
-    /// The rows: a statement on the "User" or the "Sys" database.
-    QString database = QStringLiteral("User");
+    /// The statement that reads the rows.
     QString source;
+    /// What the file of the pages says about itself; the title begins as that of the layout.
+    QString title;
+    QString author;
+    QString fileName;
 
-    /// Runs the start routine and renders the pages. Throws DatabaseFault when the rows cannot be read.
-    Pages Run();
+    /// Runs the start routine, which traps its own failures, and renders the pages with what it has set.
+    /// Throws DatabaseFault when the rows cannot be read.
+    Document Run();
 
   private:
-    QString reportName;
+    const ReportKind& kind;
     Layout reportLayout;
 };
-
-/// Places the rows of a recordset on pages as a layout tells: detail rows go over as many pages as they need,
-/// with the page header on each; a group header comes with each new value of its column and again on each
-/// page, and never stands alone at the foot of one.
-Pages RenderPages(const Layout& layout, Recordset& rows);
-
-/// The reports of the program by name. A start routine traps its own failures; the pages are then made with
-/// what it has set.
-namespace Reports {
-using StartRoutine = std::function<void(Report&)>;
-void add(const QString& name, const StartRoutine& start);
-bool known(const QString& name);
-} // namespace Reports

@@ -2,91 +2,199 @@
 
 #include <QFontMetricsF>
 #include <QHash>
-#include <QTextLayout>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace TextFit {
 
 namespace {
 
-/// Fonts and their metrics are asked for with every text of a report of many pages.
-struct Measured {
-    QFont font;
+constexpr int latinLetters = 256; // of Latin-1, the ones that nearly every text is made of
+
+QFont fontOf(bool bold, bool italic, int pixels) {
+    QFont font(QStringLiteral("Liberation Sans"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    font.setItalic(italic);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+/// The widths of a face's letters, measured once. Without hinting a text is as wide as its letters and the
+/// kerning of each pair of neighbours, in proportion to the size, so that a page need not be shaped to be
+/// laid out.
+class Face {
+  public:
+    Face(bool bold, bool italic)
+        : metrics(fontOf(bold, italic, unitsPerEm)),
+          kerning(std::size_t(latinLetters) * latinLetters, unknown) {
+        for (int i = 0; i < latinLetters; ++i)
+            advances[std::size_t(i)] = float(metrics.horizontalAdvance(QChar(i)));
+    }
+
+    /// In ems.
+    double width(QStringView line) {
+        double units = 0;
+        for (qsizetype i = 0; i < line.size(); ++i) {
+            if (line[i].unicode() >= latinLetters)
+                return metrics.horizontalAdvance(line.toString()) / unitsPerEm;
+            units += advances[line[i].unicode()];
+            if (i > 0)
+                units += pair(line[i - 1], line[i]);
+        }
+        return units / unitsPerEm;
+    }
+
+    /// What the text grows by with a letter, in ems; surrogate pairs count at their second half.
+    double step(const QString& text, qsizetype at) {
+        const QChar letter = text[at];
+        if (letter.unicode() < latinLetters)
+            return (advances[letter.unicode()] +
+                    (at > 0 && text[at - 1].unicode() < latinLetters ? pair(text[at - 1], letter) : 0)) /
+                   unitsPerEm;
+        if (letter.isHighSurrogate())
+            return 0;
+        const bool whole = letter.isLowSurrogate() && at > 0;
+        const QString sign = whole ? text.mid(at - 1, 2) : QString(letter);
+        auto known = others.constFind(sign);
+        if (known == others.cend())
+            known = others.insert(sign, metrics.horizontalAdvance(sign) / unitsPerEm);
+        return *known;
+    }
+
+  private:
+    static constexpr int unitsPerEm = 2048;
+    static constexpr float unknown = std::numeric_limits<float>::max();
+
+    float pair(QChar left, QChar right) {
+        float& known = kerning[std::size_t(left.unicode()) * latinLetters + right.unicode()];
+        if (known == unknown)
+            known = float(metrics.horizontalAdvance(QString(left) + right)) - advances[left.unicode()] -
+                    advances[right.unicode()];
+        return known;
+    }
+
     QFontMetricsF metrics;
+    std::array<float, latinLetters> advances{};
+    std::vector<float> kerning;
+    QHash<QString, double> others;
 };
 
-const Measured& measured(const TextStyle& style) {
-    static QHash<QByteArray, Measured> all;
-    const QByteArray key = QByteArray::number(int(std::lround(style.size * fontScale))) +
-                           (style.bold ? 'b' : '-') + (style.italic ? 'i' : '-');
+Face& face(const TextStyle& style) {
+    static std::array<Face, 4> faces = {Face(false, false), Face(false, true), Face(true, false),
+                                        Face(true, true)};
+    return faces[(style.bold ? 2U : 0U) + (style.italic ? 1U : 0U)];
+}
+
+/// The font and the line of a size.
+struct Sized {
+    QFont font;
+    double ascent;
+    double lineHeight;
+};
+
+const Sized& sized(const TextStyle& style) {
+    static QHash<int, Sized> all;
+    const int pixels = std::max(1, int(std::lround(style.size * fontScale)));
+    const int key = pixels * 4 + (style.bold ? 2 : 0) + (style.italic ? 1 : 0);
     auto found = all.constFind(key);
     if (found == all.cend()) {
-        QFont font(QStringLiteral("Liberation Sans"));
-        font.setPixelSize(std::max(1, int(std::lround(style.size * fontScale))));
-        font.setBold(style.bold);
-        font.setItalic(style.italic);
-        font.setHintingPreference(QFont::PreferNoHinting);
-        found = all.insert(key, {font, QFontMetricsF(font)});
+        const QFont font = fontOf(style.bold, style.italic, pixels);
+        const QFontMetricsF metrics(font);
+        found = all.insert(key, {font, metrics.ascent() / fontScale, metrics.height() / fontScale});
     }
     return *found;
 }
 
-} // namespace
-
-QFont font(const TextStyle& style) {
-    return measured(style).font;
+/// Whether a line may end behind a letter: at a blank, or behind the hyphen of a compound word.
+bool breaksBehind(const QString& text, qsizetype at) {
+    return text[at] == u' ' || (text[at] == u'-' && at + 1 < text.size() && text[at + 1].isLetter() &&
+                                at > 0 && text[at - 1].isLetter());
 }
 
-double width(const QString& line, const TextStyle& style) {
-    return measured(style).metrics.horizontalAdvance(line) / fontScale;
+/// Whether a text must stay whole between a letter and the one before it.
+bool joinsBefore(const QString& text, qsizetype at) {
+    return text[at].isLowSurrogate() || text[at].isMark();
+}
+
+/// The end of the line that begins at a place of a text without carriage returns.
+qsizetype lineEnd(const QString& text, qsizetype from, Face& letters, double ems) {
+    double used = 0;
+    qsizetype lastBreak = from;
+    for (qsizetype at = from; at < text.size() && text[at] != u'\n'; ++at) {
+        used += letters.step(text, at);
+        if (used > ems && text[at] != u' ') {
+            if (lastBreak > from)
+                return lastBreak;
+            qsizetype cut = std::max(at, from + 1);
+            while (cut > from + 1 && joinsBefore(text, cut))
+                --cut;
+            return cut;
+        }
+        if (breaksBehind(text, at))
+            lastBreak = at + 1;
+    }
+    const auto end = text.indexOf(u'\n', from);
+    return end < 0 ? text.size() : end;
+}
+
+} // namespace
+
+const QFont& font(const TextStyle& style) {
+    return sized(style).font;
+}
+
+double width(QStringView line, const TextStyle& style) {
+    return face(style).width(line) * style.size;
 }
 
 double lineHeight(const TextStyle& style) {
-    return measured(style).metrics.height() / fontScale;
+    return sized(style).lineHeight;
 }
 
 double ascent(const TextStyle& style) {
-    return measured(style).metrics.ascent() / fontScale;
+    return sized(style).ascent;
 }
 
-QString wrapped(const QString& text, const TextStyle& style, double width) {
-    QStringList paragraphs;
-    for (const QString& paragraph : QString(text).remove(u'\r').split(u'\n')) {
-        QTextLayout layout(paragraph, font(style));
-        layout.beginLayout();
-        QStringList lines;
-        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-            line.setLineWidth(width * fontScale);
-            QString piece = paragraph.mid(line.textStart(), line.textLength());
-            while (piece.endsWith(u' '))
-                piece.chop(1);
-            lines.append(piece);
-        }
-        layout.endLayout();
-        paragraphs.append(lines.join(QChar::LineSeparator));
+Wrapped wrapped(const QString& text, const TextStyle& style, double width, int mostLines) {
+    Wrapped result;
+    Face& letters = face(style);
+    const double ems = (width + .01) / style.size;
+    QChar separator;
+    while (result.lines < mostLines && result.taken <= text.size()) {
+        const qsizetype from = result.taken;
+        qsizetype end = lineEnd(text, from, letters, ems);
+        const bool paragraphEnds = end >= text.size() || text[end] == u'\n';
+        QStringView line = QStringView(text).mid(from, end - from);
+        while (line.endsWith(u' '))
+            line.chop(1);
+        if (result.lines > 0)
+            result.text += separator;
+        result.text += line;
+        ++result.lines;
+        separator = paragraphEnds              ? QChar(u'\n')
+                    : line.size() < end - from ? PageText::blankBreak
+                                               : PageText::wordBreak;
+        result.taken = paragraphEnds ? end + 1 : end;
     }
-    return paragraphs.join(u'\n');
+    result.taken = std::min(result.taken, text.size());
+    return result;
 }
 
 Fitted fit(const QString& text, TextStyle style, const QSizeF& place, double smallest) {
     constexpr double step = .25; // points
-    const auto linesThatFit = [&] { return std::max(1, int((place.height() + .01) / lineHeight(style))); };
-    QString lines = wrapped(text, style, place.width());
-    const auto count = [&] { return 1 + lines.count(QChar::LineSeparator) + lines.count(u'\n'); };
-    while (count() > linesThatFit() && style.size - step >= smallest) {
+    const QString clean = QString(text).remove(u'\r');
+    for (;;) {
+        const int most = std::max(1, int((place.height() + .01) / lineHeight(style)));
+        Wrapped lines = wrapped(clean, style, place.width(), most);
+        if (lines.taken == clean.size() || style.size - step < smallest)
+            return {lines.text, style, clean.mid(lines.taken)};
         style.size -= step;
-        lines = wrapped(text, style, place.width());
     }
-    if (count() <= linesThatFit())
-        return {lines, style, {}};
-    qsizetype end = 0;
-    for (int kept = 0; kept < linesThatFit(); ++kept) {
-        const auto soft = lines.indexOf(QChar::LineSeparator, end);
-        const auto hard = lines.indexOf(u'\n', end);
-        end = (soft < 0 || (hard >= 0 && hard < soft) ? hard : soft) + 1;
-    }
-    return {lines.left(end - 1), style, lines.mid(end).replace(QChar::LineSeparator, u' ')};
 }
 
 } // namespace TextFit

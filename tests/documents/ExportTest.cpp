@@ -4,10 +4,11 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "documents/Reports.h"
 #include "documents/Submittals.h"
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
-#include "documents/report/Report.h"
+#include "documents/report/Renderer.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Limits.h"
 #include "tests/support/TemporaryHome.h"
@@ -18,7 +19,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-using Export::Format;
+#include <sys/stat.h>
 
 namespace {
 
@@ -59,7 +60,6 @@ class Exports : public testing::Test {
   protected:
     Exports() {
         home.installData();
-        registerSubmittals();
         sql("INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('O''Hara & 水 <7>', 'Łukasz "
             "\"Ł\" Ohm', "
             "'D & E')");
@@ -88,8 +88,7 @@ class Exports : public testing::Test {
 
     static Pages submittal(const QString& tank, const QString& model) {
         Session::TankID.write(tank);
-        Report report(UtilityFunctions::SetReport(model));
-        return report.Run();
+        return Report(*FindReport(UtilityFunctions::SetReport(model))).Run().pages;
     }
 
     static Pages list(const QString& sql) {
@@ -99,9 +98,9 @@ class Exports : public testing::Test {
         return RenderPages(listLayout(), rows);
     }
 
-    QString write(Format format, const Pages& pages, const char* name) {
+    QString write(const char* command, const Pages& pages, const char* name) {
         QString path = home.dataFolder() + u'/' + QLatin1String(name);
-        Export::toFile(format, pages, "Brennoval Submittal", path);
+        Export::toFile(Export::format(command), {"Brennoval Submittal", "Author", "a", pages}, path);
         return path;
     }
 
@@ -115,8 +114,12 @@ class Exports : public testing::Test {
 
     static void expectAll(const Pages& pages, const QString& content, const char* format) {
         const QString have = dense(content);
-        for (const QString& text : textsOf(pages))
-            EXPECT_TRUE(have.contains(dense(text))) << format << ": " << text.toStdString();
+        for (const Page& page : pages)
+            for (const PageText& text : page.texts)
+                if (!text.pageNumber || QLatin1String(format) != "Excel") { // a sheet has no pages
+                    EXPECT_TRUE(have.contains(dense(text.plain())))
+                        << format << ": " << text.plain().toStdString();
+                }
     }
 
     TemporaryHome home;
@@ -131,26 +134,29 @@ TEST_F(Exports, AllSixHoldTheSameTexts) {
         const Pages pages = submittal(tank, model);
         ASSERT_EQ(pages.size(), 1) << model;
         EXPECT_GT(textsOf(pages).size(), 30);
-        expectAll(pages,
-                  QString::fromUtf8(run("pdftotext", {"-layout", write(Format::Pdf, pages, "a.pdf"), "-"})),
-                  "PDF");
+        expectAll(
+            pages,
+            QString::fromUtf8(run("pdftotext", {"-layout", write("mnuExportPDF", pages, "a.pdf"), "-"})),
+            "PDF");
         expectAll(pages,
                   QString::fromUtf8(run("xmllint", {"--html", "--nowarning", "--xpath", "string(/html/body)",
-                                                    write(Format::Html, pages, "a.htm")})),
+                                                    write("mnuExportHTML", pages, "a.htm")})),
                   "HTML");
-        expectAll(pages, csvOf(write(Format::Excel, pages, "a.xls")), "Excel");
-        expectAll(pages, textOfRtf(write(Format::Rtf, pages, "a.rtf")), "RTF");
-        QFile text(write(Format::Text, pages, "a.txt"));
+        expectAll(pages, csvOf(write("mnuExportExcel", pages, "a.xls")), "Excel");
+        expectAll(pages, textOfRtf(write("mnuExportRTF", pages, "a.rtf")), "RTF");
+        QFile text(write("mnuExportText", pages, "a.txt"));
         ASSERT_TRUE(text.open(QIODevice::ReadOnly));
         expectAll(pages, QString::fromUtf8(text.readAll()), "text");
     }
 }
 
 TEST_F(Exports, PdfHasTextAndVectors) {
-    const QString file = write(Format::Pdf, submittal("T1", "RCB 500"), "a.pdf");
+    const QString file = write("mnuExportPDF", submittal("T1", "RCB 500"), "a.pdf");
     const QString info = run("pdfinfo", {file});
     EXPECT_TRUE(info.contains(QRegularExpression("Pages:\\s+1\\n"))) << info.toStdString();
     EXPECT_TRUE(info.contains("Brennoval Submittal"));
+    EXPECT_TRUE(info.contains(QRegularExpression("Author:\\s+Author")));
+    EXPECT_TRUE(run("pdftotext", {file, "-"}).contains("charging")) << "the letters of the drawing are text";
     EXPECT_TRUE(info.contains("612 x 792"));
     const QStringList fonts = QString(run("pdffonts", {file})).split('\n').mid(2);
     EXPECT_GE(fonts.size(), 3);
@@ -165,7 +171,7 @@ TEST_F(Exports, PdfHasTextAndVectors) {
 TEST_F(Exports, TiffHasItsPagesAndResolution) {
     Pages pages = submittal("T1", "RCB 500");
     pages += submittal("T4", "SHK 300");
-    const QString info = run("tiffinfo", {write(Format::Tiff, pages, "a.tif")});
+    const QString info = run("tiffinfo", {write("mnuExportTIFF", pages, "a.tif")});
     EXPECT_EQ(info.count("TIFF Directory"), 2);
     EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 2);
     EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 2);
@@ -173,18 +179,24 @@ TEST_F(Exports, TiffHasItsPagesAndResolution) {
 }
 
 TEST_F(Exports, HtmlStandsAlone) {
-    QFile file(write(Format::Html, submittal("T3", "PKG 30-1.8"), "a.htm"));
+    QFile file(write("mnuExportHTML", submittal("T3", "PKG 30-1.8"), "a.htm"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
     EXPECT_TRUE(text.contains("src=\"data:image/svg+xml;base64,"));
     EXPECT_FALSE(text.contains(QRegularExpression("(src|href)=\"(?!data:)")));
     EXPECT_TRUE(text.contains("O'Hara &amp; 水 &lt;7&gt;"));
+    EXPECT_TRUE(text.contains("alt=\"Drawing of PKG 30-1.8\""));
+    EXPECT_TRUE(text.contains("@page{size:612.00pt 792.00pt"));
+    EXPECT_EQ(text.count("<h1"), 1);
+    const QString read = QString::fromUtf8(
+        run("xmllint", {"--html", "--nowarning", "--xpath", "string(//body)", file.fileName()}));
+    EXPECT_TRUE(dense(read).contains("Make-upCapacity1.8gpm@70psi")) << "a value behind its label";
 }
 
 TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
     const Pages pages =
         list("SELECT * FROM tblPostalCodes WHERE PostalCode < '02000' ORDER BY RepID, PostalCode");
-    const QString csv = csvOf(write(Format::Excel, pages, "list.xls"));
+    const QString csv = csvOf(write("mnuExportExcel", pages, "list.xls"));
     int rows = 0;
     for (const QString& line : csv.split('\n'))
         rows += line.contains("assigned") ? 1 : 0;
@@ -197,11 +209,84 @@ TEST_F(Exports, WorkbookHoldsNumbersAndLongLists) {
     EXPECT_TRUE(csv.contains("2 rep"));
 }
 
+TEST_F(Exports, NamesStayTextsAndMarksAreWords) {
+    sql("UPDATE tblJobHeader SET JobID = '007'");
+    sql("UPDATE tblJobData SET JobID = '007'");
+    const Pages pages = submittal("T5", "JWB 800");
+    QStringList numbers;
+    for (const PageText& text : pages[0].texts)
+        if (text.number)
+            numbers.append(text.text);
+    for (const char* number : {"4", "1,235 gal", "Min 12 psi"})
+        EXPECT_TRUE(numbers.contains(number)) << number;
+    EXPECT_FALSE(numbers.contains("007"));
+    for (const char* format : {"mnuExportExcel", "mnuExportRTF", "mnuExportText"}) {
+        const QString file = write(format, pages, "a");
+        QFile text(file);
+        ASSERT_TRUE(text.open(QIODevice::ReadOnly));
+        const QString read = QLatin1String(format) == "mnuExportExcel" ? csvOf(file)
+                             : QLatin1String(format) == "mnuExportRTF" ? textOfRtf(file)
+                                                                       : QString(text.readAll());
+        for (const char* word : {"007", "NSF mark", "IAPMO mark"})
+            EXPECT_TRUE(read.contains(word)) << format << ": " << word;
+    }
+}
+
+TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
+    const struct {
+        const char* application;
+        const char* code;
+        const char* report;
+        bool sorted;
+    } lists[] = {{"Expansion Tank", "EXP", "rptExpTankList", true},
+                 {"Thermal Expansion Tank", "THM", "rptExpTankList", true},
+                 {"Hydropneumatic Tank", "HYD", "rptExpTankList", true},
+                 {"Shock Arrestor Tank", "SHK", "rptExpTankList", true},
+                 {"Glycol Make-up Package", "PKG", "rptPKGTankList", false}};
+    for (const auto& list : lists) {
+        Session::TankClass.write(list.application);
+        const Pages pages = Report(*FindReport(list.report)).Run().pages;
+        QStringList found;
+        for (const Page& page : pages)
+            for (qsizetype i = 0; i + 2 < page.texts.size(); ++i)
+                if (page.texts[i].section == Section::Detail && page.texts[i].style.bold)
+                    found.append(page.texts[i].text + '|' + page.texts[i + 1].text + '|' +
+                                 QString::number(page.texts[i + 2].number.value_or(-1)));
+        QStringList expected;
+        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Recordset model;
+        model.Open(QString("SELECT * FROM tblModelMaster WHERE App = '%1'").arg(list.code) +
+                       (list.sorted ? " ORDER BY Class, TankVolume" : ""),
+                   catalogue);
+        for (; !model.AtEnd(); model.MoveNext())
+            expected.append(model["ModelDscrptn"].text() + '|' + model["TankOD"].text() + " X " +
+                            model["OAL"].text() + '|' + QString::number(model["TankVolume"].number()));
+        EXPECT_EQ(found, expected) << list.application;
+        EXPECT_GT(found.size(), 10);
+    }
+}
+
+TEST_F(Exports, ScheduleShowsItsUnits) {
+    sql("INSERT INTO tblSchedule (TankID, TagID, TankOD, OAL, TankVol, App) VALUES ('T1', 'North-1', 24, "
+        "77.25, 1320.5, "
+        "'EXP')");
+    sql("INSERT INTO tblSchedule (TankID, TagID) VALUES ('gone', 'Gone-1')");
+    const Pages pages = Report(*FindReport("rptSchedule")).Run().pages;
+    ASSERT_EQ(pages.size(), 1);
+    EXPECT_EQ(pages[0].size, QSizeF(792, 612));
+    for (const char* text :
+         {"O'Hara & 水 <7>", "North-1", "EXP", "1,321 gal", "24", "77.25", "12 psi", "180°F"})
+        EXPECT_TRUE(textsOf(pages).contains(QString::fromUtf8(text))) << text;
+    EXPECT_FALSE(textsOf(pages).contains("Gone-1")) << "a unit of a deleted tank";
+    const QString info = run("pdfinfo", {write("mnuExportPDF", pages, "a.pdf")});
+    EXPECT_TRUE(info.contains("792 x 612")) << info.toStdString();
+}
+
 TEST_F(Exports, CompoundFileIsSoundAtEverySize) {
     // Through one table sector, several, and the list that only a large file needs.
     for (const int megabytes : {0, 1, 9}) {
         Workbook book;
-        book.addSheet("Large", {100, 100});
+        book.addSheet("Large", {100, 100}, {612, 792});
         const int rows = megabytes * 2500 + 3;
         for (int i = 0; i < rows; ++i)
             book.text(i, 0, QString("%1 %2").arg(i).arg(QString(400, i % 2 ? QChar('x') : QChar(0x6C34))),
@@ -220,21 +305,32 @@ TEST_F(Exports, FailureLeavesNoFile) {
     const Pages pages = submittal("T1", "RCB 500");
     QDir(home.dataFolder()).mkdir("folder");
     const QStringList before = QDir(home.dataFolder()).entryList();
-    for (const Format format :
-         {Format::Pdf, Format::Tiff, Format::Html, Format::Excel, Format::Rtf, Format::Text}) {
+    const Document document{"t", {}, {}, pages};
+    for (const Export::Format& format : Export::formats()) {
         for (const char* name : {"/folder", "/missing/a.pdf", "/folder/"})
-            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + QLatin1String(name)), Fault);
+            EXPECT_THROW(Export::toFile(format, document, home.dataFolder() + QLatin1String(name)), Fault);
         {
             const FullDisk full(100);
-            EXPECT_THROW(Export::toFile(format, pages, "t", home.dataFolder() + "/full"), Fault);
+            EXPECT_THROW(Export::toFile(format, document, home.dataFolder() + "/full"), Fault);
         }
         EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
     }
+    const QString pipe = home.dataFolder() + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    EXPECT_THROW(Export::toFile(Export::formats()[0], document, pipe), Fault);
+    QFile::remove(pipe);
+    const QString kept = write("mnuExportText", pages, "kept.txt");
+    QFile(kept).setPermissions(QFile::Permissions(0x6000));
+    write("mnuExportText", pages, "kept.txt");
+    EXPECT_EQ(QFile(kept).permissions() & 0x0FFF, QFile::Permissions(0x0600))
+        << "an existing file keeps its mode";
+    QFile::remove(kept);
     QFile(home.path()).setPermissions(QFile::Permissions(0x7777));
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x5555));
     {
         const OrdinaryUser user;
-        EXPECT_THROW(Export::toFile(Format::Text, pages, "t", home.dataFolder() + "/a.txt"), Fault);
+        EXPECT_THROW(Export::toFile(Export::format("mnuExportText"), document, home.dataFolder() + "/a.txt"),
+                     Fault);
     }
     QFile(home.dataFolder()).setPermissions(QFile::Permissions(0x7777));
     EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
@@ -273,6 +369,5 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     Session::TankID.write("nothing");
     UtilityFunctions::RemoveRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
                                      "TankID");
-    Report all("rptSubmittal1");
-    EXPECT_EQ(all.Run().size(), 5);
+    EXPECT_EQ(Report(*FindReport("rptSubmittal1")).Run().pages.size(), 5);
 }

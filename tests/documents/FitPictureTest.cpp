@@ -1,7 +1,10 @@
 #include "core/base/Fault.h"
-#include "documents/Drawings.h"
+#include "documents/drawings/Drawings.h"
+#include "documents/drawings/Picture.h"
 
 #include <gtest/gtest.h>
+
+#include <QTemporaryDir>
 
 TEST(FitPicture, KeepsProportionsAndCentresAcrossTheFreeDirection) {
     const struct {
@@ -25,4 +28,34 @@ TEST(FitPicture, KeepsProportionsAndCentresAcrossTheFreeDirection) {
     }
     EXPECT_THROW(FitPicture(0, 10, {0, 0, 5, 5}), Fault);
     EXPECT_THROW(FitPicture(10, 0, {0, 0, 5, 5}), Fault);
+}
+
+TEST(Pictures, StandAloneOrDoNotLoad) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("a.svg");
+    const auto reads = [&](const QByteArray& head, const QByteArray& body) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(head +
+                   "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
+                   "width=\"9\" height=\"9\">" +
+                   body + "</svg>");
+        file.close();
+        try {
+            return !ReadPicture(path).isEmpty();
+        } catch (const Fault&) {
+            return false;
+        }
+    };
+    EXPECT_TRUE(reads("", "<path id=\"p\" d=\"M0 0 L9 9\"/><use xlink:href=\"#p\"/>"));
+    EXPECT_FALSE(reads("root:x:0:0:root\n", ""));
+    EXPECT_FALSE(reads("<!DOCTYPE svg [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>", "<text>&e;</text>"));
+    for (const char* outside :
+         {"<image xlink:href=\"/etc/passwd\"/>", "<image href=\"http://a.example/b.png\"/>",
+          "<script>1</script>", "<rect style=\"fill: url( 'b.svg#c')\"/>", "<style>@import 'a.css';</style>"})
+        EXPECT_FALSE(reads("", outside)) << outside;
+    EXPECT_THROW(ReadPicture(folder.path()), Fault);
+    for (const char* name : {"../a", "b/a", "b\\a", "c:a", "."})
+        EXPECT_THROW(DrawingPath(name, "svg"), Fault) << name;
+    EXPECT_THROW(DrawingPath("a", "/../b"), Fault);
 }

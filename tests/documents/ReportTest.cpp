@@ -1,10 +1,12 @@
-#include "documents/report/Report.h"
 #include "core/store/Gateway.h"
+#include "documents/report/Renderer.h"
 #include "documents/report/TextFit.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
+
+#include <QFontMetricsF>
 
 #include <stdexcept>
 
@@ -67,6 +69,50 @@ TEST_F(ReportEngine, GoesOverPagesWithHeadersAndGroups) {
     EXPECT_EQ(details, int(count["V"].number()));
 }
 
+TEST_F(ReportEngine, PlacesHeadersInTheirOrderAndNumbersPages) {
+    Layout layout = Layout::parse("order", R"(paper legal landscape
+section report-header 30
+label lblTitle 0 0 300 20 text Title heading 1
+section page-header 20
+label lblColumn 0 0 60 12 text Column
+section continuation 20
+text txtWhose 0 0 100 12 column V
+section detail 60
+box boxText 0 0 300 12 fill dfe7ee
+label lblText 0 0 300 12 text Heading
+text txtLong 0 14 300 40 wrap shrink 8 flow lblText
+field Name 320 0 80 24 "Name" txtName text ""
+section page-footer 12
+label lblPage 0 0 100 12 text "Page {page} of {pages}"
+)");
+    layout.control("txtLong")->text = QString("word ").repeated(2600);
+    layout.control("txtName")->text = QString("W").repeated(200);
+    const Pages pages = render(layout, "SELECT 'Whose' AS V");
+    ASSERT_EQ(pages.size(), 3);
+    EXPECT_EQ(pages[0].size, QSizeF(1008, 612));
+    EXPECT_EQ(textsOf(pages[0]).mid(0, 3), QStringList({"Title", "Column", "Page 1 of 3"}));
+    EXPECT_EQ(textsOf(pages[2]).mid(0, 4),
+              QStringList({"Column", "Page 3 of 3", "Whose", "Heading (continued)"}));
+    EXPECT_TRUE(pages[2].texts[0].repeated);
+    EXPECT_EQ(pages[2].boxes.size(), 1) << "the bar behind the heading goes along";
+    const PageText& name = pages[0].texts.last();
+    EXPECT_EQ(name.plain().size(), 200) << "a word without end is broken, and not cut";
+    EXPECT_GT(name.lines().size(), 2);
+    EXPECT_LE(TextFit::lineHeight(name.style) * double(name.lines().size()), name.place.height() + .1);
+    EXPECT_EQ(name.field, pages[0].texts[name.field < 0 ? 0 : pages[0].texts.size() - 2].field);
+}
+
+TEST_F(ReportEngine, MeasuresByLettersAsByShaping) {
+    const TextStyle style{.size = 9.5, .bold = true};
+    for (const char* text :
+         {"AVATAR, To. 11 W, LT", "Replaceable Heavy Duty Butyl", "é°F ½ ·", "水 Łukasz", ""}) {
+        const QFontMetricsF metrics(TextFit::font(style));
+        const QString line = QString::fromUtf8(text);
+        EXPECT_NEAR(TextFit::width(line, style), metrics.horizontalAdvance(line) / TextFit::fontScale, .05)
+            << text;
+    }
+}
+
 TEST_F(ReportEngine, FormatsColumnsAndKeepsTheirNumbers) {
     const Pages pages = render(listLayout(), "SELECT '00501' AS PostalCode, 1234 AS RepID");
     for (const PageText& text : pages[0].texts)
@@ -91,7 +137,8 @@ TEST_F(ReportEngine, CutsNothing) {
         words += QString("word%1 ").arg(i);
     Layout layout = Layout::parse("long", "section detail 400\n"
                                           "text txtShort 0 0 300 20 wrap shrink 5\n"
-                                          "text txtLong 0 40 300 60 wrap shrink 6 flow\n"
+                                          "label lblLong 0 30 300 10 text Long\n"
+                                          "text txtLong 0 40 300 60 wrap shrink 6 flow lblLong\n"
                                           "text txtLine 0 120 60 12 size 10 shrink 6\n");
     layout.control("txtShort")->text = words.left(200);
     layout.control("txtLong")->text = words;

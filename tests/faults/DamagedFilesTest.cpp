@@ -1,6 +1,8 @@
 // Files and folders that are missing, damaged, locked, read-only or full: the error dialog or the path dialog
 // comes, and what was stored before stays.
 
+#include "app/Register.h"
+#include "core/shell/BrennovalMain.h"
 #include "core/shell/Screens.h"
 #include "core/store/Database.h"
 #include "core/store/Gateway.h"
@@ -10,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
-#include <QPlainTextEdit>
+#include <QTimer>
 
 #include <random>
 
@@ -156,4 +158,56 @@ TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
     EXPECT_TRUE(Screens::unload("frmJobHeader"));
     dialogs->rule = ScriptedDialogs::decline;
     EXPECT_EQ(jobs(), "Before,Typed");
+}
+
+TEST_F(DamagedFiles, FailedSaveStopsTheExit) {
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", "Typed");
+    Rows("User",
+         "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
+    Driver::command("mnuExit");
+    EXPECT_TRUE(Driver::isOpen("frmJobHeader"));
+    EXPECT_TRUE(Driver::report().contains("refused"));
+    dialogs->rule = ScriptedDialogs::decline;
+}
+
+TEST_F(DamagedFiles, HeldReturnStaysWithItsScreen) {
+    Driver::command("mnuNewJob");
+    Driver::enter("frmJobHeader", "txtJobID", "Held");
+    const auto press = [](bool repeated) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, {}, "\r", repeated);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+        Driver::settle();
+    };
+    press(false);
+    ASSERT_TRUE(Driver::isOpen("frmClassSelect"));
+    Driver::control("frmClassSelect", "cmdCancel")->setFocus();
+    for (int i = 0; i < 5; ++i)
+        press(true);
+    EXPECT_TRUE(Driver::isOpen("frmClassSelect"));
+    EXPECT_EQ(jobs(), "Before,Held");
+}
+
+// The splash goes on behind a lock: its report stands as it came, and is an ordinary window once the lock is
+// gone.
+TEST(Start, WaitsForALockWithoutFreezing) {
+    const TemporaryHome home;
+    home.installData();
+    registerAll();
+    Connection other = openDatabase("User");
+    Recordset().Open("BEGIN EXCLUSIVE", other);
+    Screens::open("frmSplash");
+    ASSERT_TRUE(QTest::qWaitFor([] { return Driver::report().contains("locked"); }, 10000));
+    const QString first = Driver::report();
+    Driver::control("frmError", "lblTechSupport")->setProperty("seen", true);
+    int ticks = 0;
+    QObject::connect(Screens::find("frmSplash")->findChild<QTimer*>(), &QTimer::timeout,
+                     [&ticks] { ++ticks; });
+    ASSERT_TRUE(QTest::qWaitFor([&ticks] { return ticks >= 2; }, 10000));
+    EXPECT_EQ(Driver::report(), first);
+    other.Close();
+    ASSERT_TRUE(QTest::qWaitFor([] { return BrennovalMain::instance() != nullptr; }, 10000));
+    EXPECT_EQ(Screens::find("frmError")->Tag, "0");
+    Driver::stop();
 }

@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Fields.h"
@@ -9,7 +10,7 @@
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/frmReportViewer.h"
+#include "documents/viewer/frmReportViewer.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -37,35 +38,10 @@ void expectEqual(const QString& what, const QString& expected, const QString& fo
         fail(QString("%1: expected \"%2\", found \"%3\"").arg(what, expected, found));
 }
 
-/// The words of a line; words with blanks stand in double quotes with C escapes.
 QStringList wordsOf(const QString& line) {
     QStringList found;
-    QString word;
-    bool inWord = false;
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == '\\' && i + 1 < line.size()) {
-            const QChar next = line[++i];
-            word += next == 'n' ? QChar('\n') : next == 't' ? QChar('\t') : next == 'r' ? QChar('\r') : next;
-        } else if (c == '"') {
-            quoted = !quoted;
-            inWord = true;
-        } else if (!quoted && c == '#' && !inWord) {
-            break;
-        } else if (!quoted && c.isSpace()) {
-            if (inWord)
-                found.append(word);
-            word.clear();
-            inWord = false;
-        } else {
-            word += c;
-            inWord = true;
-        }
-    }
-    require(!quoted, "a quoted text does not end");
-    if (inWord)
-        found.append(word);
+    for (const std::string& word : SplitWords(line.toStdString()))
+        found.append(QString::fromStdString(word));
     return found;
 }
 
@@ -111,11 +87,27 @@ bool buttonIsDown() {
     });
 }
 
-QTreeWidgetItem* item(QTreeWidget* list, const QString& number) {
-    QTreeWidgetItem* found = list->topLevelItem(number.toInt() - 1);
-    if (!found)
-        fail(QString("the list has %1 rows").arg(list->topLevelItemCount()));
+/// A row, from 1, of a list.
+QModelIndex rowOf(const QAbstractItemView* list, const QString& number, int column = 0) {
+    const QModelIndex found = list->model()->index(number.toInt() - 1, column);
+    require(found.isValid(), QString("the list has %1 rows").arg(list->model()->rowCount()));
     return found;
+}
+
+/// Scrolls to a row and gives its place on the list.
+QRect placeOf(QAbstractItemView* list, const QString& number) {
+    const QModelIndex row = rowOf(list, number);
+    list->scrollTo(row);
+    return list->visualRect(row);
+}
+
+/// The column of a heading. A list box has one column without a heading.
+int columnOf(const QAbstractItemView* list, const QString& heading) {
+    for (int column = 0; column < list->model()->columnCount(); ++column)
+        if (dynamic_cast<const QListView*>(list) ||
+            list->model()->headerData(column, Qt::Horizontal).toString() == heading)
+            return column;
+    fail("the list has no column " + heading);
 }
 
 /// A caption as it shows: without the marks of its mnemonic.
@@ -181,8 +173,10 @@ void start(Stage& stage) {
         return BrennovalMain::instance() || Screens::find("frmDatabasePath") || Screens::find("frmError");
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
-    if (BrennovalMain::instance())
-        BrennovalMain::instance()->activateWindow();
+    if (BrennovalMain* window = BrennovalMain::instance()) {
+        window->resize(1180, 800); // the display without a display is smaller than any that users have
+        window->activateWindow();
+    }
     settle();
 }
 
@@ -245,19 +239,44 @@ void pick(Stage& stage, Words w) {
 }
 
 void row(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    list->scrollToItem(item(list, w[1]));
-    const QPoint place = list->visualItemRect(item(list, w[1])).center();
+    auto* list = control<QAbstractItemView>(w[0]);
+    const QPoint place = placeOf(list, w[1]).center();
     press(list->viewport(), place);
     if (w.value(2) == "open")
         press(list->viewport(), place, true);
 }
 
 void check(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    list->scrollToItem(item(list, w[1]));
-    const QRect place = list->visualItemRect(item(list, w[1]));
+    auto* list = control<QAbstractItemView>(w[0]);
+    const QRect place = placeOf(list, w[1]);
     press(list->viewport(), {place.left() + 10, place.center().y()});
+}
+
+/// Presses a heading of a list.
+void sort(Stage&, Words w) {
+    auto* list = control<QTreeView>(w[0]);
+    const QHeaderView* header = list->header();
+    const int column = columnOf(list, w[1]);
+    press(header->viewport(), {header->sectionViewportPosition(column) + 20, header->height() / 2});
+}
+
+/// Turns a calendar to the month of a day and presses the day.
+void date(Stage&, Words w) {
+    auto* calendar = control<QCalendarWidget>(w[0]);
+    const QDate day = QDate::fromString(w[1], Qt::ISODate);
+    require(day.isValid(), w[1] + " is no day");
+    calendar->setCurrentPage(day.year(), day.month());
+    auto* days = calendar->findChild<QTableView*>();
+    int past = 0; // days of the month so far; those of the month before stand in front of the 1st
+    for (int cell = 0; cell < days->model()->rowCount() * days->model()->columnCount(); ++cell) {
+        const QModelIndex place =
+            days->model()->index(cell / days->model()->columnCount(), cell % days->model()->columnCount());
+        if (past > 0 || place.data().toString() == "1")
+            ++past;
+        if (past == day.day())
+            return press(days->viewport(), days->visualRect(place).center());
+    }
+    fail("the calendar does not show " + w[1]);
 }
 
 void answer(Stage& stage, Words w) {
@@ -273,12 +292,17 @@ void cancel(Stage& stage, Words) {
 }
 
 void print(Stage& stage, Words w) {
-    stage.dialogs.prints.append(QDir(stage.homeFolder).filePath(w[0]));
+    stage.dialogs.prints.append(
+        {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
+}
+
+void expectSuggested(Stage& stage, Words w) {
+    expectEqual("suggested name", w[0], stage.dialogs.suggestedName);
 }
 
 /// Expects a text on a page, from 1, of the report in the viewer.
 void expectPage(Stage&, Words w) {
-    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->pages();
+    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
     const int number = w[0].toInt();
     require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
     QStringList found;
@@ -286,6 +310,11 @@ void expectPage(Stage&, Words w) {
         found.append(text.plain());
     require(found.join('\n').contains(w[1]),
             "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
+}
+
+/// Drags the frame of a screen to a size.
+void size(Stage&, Words w) {
+    windowOf(w[0])->resize(w[1].toInt(), w[2].toInt());
 }
 
 void close(Stage&, Words w) {
@@ -342,14 +371,11 @@ void expectStatus(Stage&, Words w) {
     expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
-    expectEqual(w[0] + " rows", w[1], QString::number(control<QTreeWidget>(w[0])->topLevelItemCount()));
+    expectEqual(w[0] + " rows", w[1], QString::number(control<QAbstractItemView>(w[0])->model()->rowCount()));
 }
 void expectCell(Stage&, Words w) {
-    auto* list = control<QTreeWidget>(w[0]);
-    for (int column = 0; column < list->columnCount(); ++column)
-        if (list->headerItem()->text(column) == w[2])
-            return expectEqual(w[0], w[3], item(list, w[1])->text(column));
-    fail("the list has no column " + w[2]);
+    auto* list = control<QAbstractItemView>(w[0]);
+    expectEqual(w[0], w[3], rowOf(list, w[1], columnOf(list, w[2])).data().toString());
 }
 void expectMenu(Stage&, Words w) {
     const QAction* action = command(w[0]);
@@ -364,6 +390,9 @@ void expectBeep(Stage& stage, Words) {
 }
 void expectClipboard(Stage&, Words w) {
     expectEqual("clipboard", w[0], QApplication::clipboard()->text());
+}
+void expectClipboardHolds(Stage&, Words w) {
+    require(QApplication::clipboard()->text().contains(w[0]), "the clipboard does not hold " + w[0]);
 }
 void expectSession(Stage&, Words w) {
     QString text;
@@ -435,11 +464,14 @@ const QHash<QString, Command>& commands() {
         {"pick", {pick, 1, true}},
         {"row", {row, 2, true}},
         {"check", {check, 2, true}},
+        {"sort", {sort, 2, true}},
+        {"date", {date, 2, true}},
         {"answer", {answer, 1}},
         {"input", {notYet, 1}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-visible", {expectVisible, 1}},
         {"expect-hidden", {expectHidden, 1}},
@@ -458,6 +490,8 @@ const QHash<QString, Command>& commands() {
         {"expect-menu", {expectMenu, 2}},
         {"expect-beep", {expectBeep, 0}},
         {"expect-clipboard", {expectClipboard, 1}},
+        {"expect-clipboard-holds", {expectClipboardHolds, 1}},
+        {"expect-suggested", {expectSuggested, 1}},
         {"expect-session", {expectSession, 2}},
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},

@@ -37,8 +37,8 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
         return true;
     } catch (const Failure& failure) {
         return say(failure.what.toStdString());
-    } catch (const Fault& fault) {
-        return say(fault.what());
+    } catch (const std::runtime_error& error) {
+        return say(error.what());
     }
 }
 

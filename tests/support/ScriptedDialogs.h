@@ -27,6 +27,13 @@ class ScriptedDialogs : public Dialogs {
     };
     using Rule = std::function<QMessageBox::StandardButton(const Message&)>;
 
+    /// A file to print to, and the pages, 0 for all.
+    struct Print {
+        QString file;
+        int first;
+        int last;
+    };
+
     QMessageBox::StandardButton show(const Message& message) override {
         last = message;
         if (answers.isEmpty() && rule)
@@ -42,23 +49,32 @@ class ScriptedDialogs : public Dialogs {
                                                                      {"Cancel", QMessageBox::Cancel},
                                                                      {"Yes", QMessageBox::Yes},
                                                                      {"No", QMessageBox::No}};
-        const auto button = buttons.value(answer.button, QMessageBox::NoButton);
+        const auto button = answer.button == "Default" // what Return would press
+                                ? message.defaultButton
+                                : buttons.value(answer.button, QMessageBox::NoButton);
         if (!(message.buttons & button))
             problem = "the message box has no button " + answer.button;
         return button;
     }
 
     QString openFile(const QString&, const QString&) override { return nextFile(); }
-    QString saveFile(const QString&) override { return nextFile(); }
+    QString saveFile(const QString&, const QString& suggested) override {
+        suggestedName = suggested;
+        return nextFile();
+    }
     bool printer(QPrinter& printer) override {
         if (prints.isEmpty()) {
             problem = "a printer dialog came that nobody answers";
             return false;
         }
-        const QString file = prints.takeFirst();
+        const Print print = prints.takeFirst();
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(file);
-        return !file.isEmpty();
+        printer.setOutputFileName(print.file);
+        if (print.first > 0) {
+            printer.setFromTo(print.first, print.last);
+            printer.setPrintRange(QPrinter::PageRange);
+        }
+        return !print.file.isEmpty();
     }
     void beep() override { ++beeps; }
 
@@ -79,7 +95,8 @@ class ScriptedDialogs : public Dialogs {
     Rule rule;    // answers when no answer was prepared
     Message last; // that came
     QStringList files;
-    QStringList prints; // files that the next printer dialogs print to
+    QList<Print> prints;   // for the next printer dialogs
+    QString suggestedName; // of the last save dialog
     QString problem;
     int beeps = 0;
 };

@@ -1,0 +1,70 @@
+#include "core/look/Icons.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+namespace Appearance {
+
+namespace {
+
+QPixmap rendered(const QByteArray& svg, const QColor& color, const QSize& size) {
+    QSvgRenderer renderer(QByteArray(svg).replace("currentColor", color.name().toLatin1()));
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    renderer.render(&painter);
+    return pixmap;
+}
+
+QByteArray drawingOf(const QString& name) {
+    QFile file(":/icons/" + name + ".svg");
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// An icon of the set that is drawn when it is first shown, in the colours that the palette has then.
+class SetIcon : public QIconEngine {
+  public:
+    explicit SetIcon(QString iconName) : name(std::move(iconName)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        painter->drawPixmap(rect, pixmap(rect.size() * painter->device()->devicePixelRatioF(), mode, state));
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const QColor color = QApplication::palette().color(
+            mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
+        const QString key =
+            QStringLiteral("icon %1 %2 %3x%4").arg(name, color.name()).arg(size.width()).arg(size.height());
+        QPixmap drawn;
+        if (!QPixmapCache::find(key, &drawn)) {
+            drawn = rendered(drawingOf(name), color, size);
+            QPixmapCache::insert(key, drawn);
+        }
+        return drawn;
+    }
+
+    QIconEngine* clone() const override { return new SetIcon(name); } // the icon owns it
+
+  private:
+    QString name;
+};
+
+} // namespace
+
+QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio) {
+    QPixmap pixmap = rendered(drawingOf(name), QApplication::palette().color(QPalette::WindowText),
+                              (QSizeF(size) * pixelRatio).toSize());
+    pixmap.setDevicePixelRatio(pixelRatio);
+    return pixmap;
+}
+
+QIcon icon(const QString& name) {
+    return QIcon(new SetIcon(name)); // the icon owns its engine
+}
+
+} // namespace Appearance

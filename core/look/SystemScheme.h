@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/look/Appearance.h"
+
+#include <QObject>
+
+class QDBusVariant;
+
+/// Gives the program the light or the dark look of the desktop, now and whenever the user changes it.
+class SystemScheme : public QObject {
+    Q_OBJECT
+  public:
+    SystemScheme();
+
+  private slots:
+    void portalChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+  private:
+    static void follow(Appearance::Scheme scheme);
+};

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Makes the screens and the commands of this folder known.
+void registerDocuments();

@@ -1,0 +1,55 @@
+#include "documents/FinishedTankScreen.h"
+
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
+#include "documents/drawings/Drawings.h"
+
+using namespace UtilityFunctions;
+
+void FinishedTankScreen::shows(const Fields& shownFields) {
+    fields = shownFields;
+    fields.drawing->hide();
+    enlarges(fields.picture, [this] { return fields.drawing->text(); });
+    offersSubmittal(fields.preview, fields.print);
+    opens(fields.specification, "frmResultSpecs");
+}
+
+QString FinishedTankScreen::bladderType(Recordset& model) {
+    return (model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text();
+}
+
+QString FinishedTankScreen::modelText() const {
+    return fields.model->text();
+}
+
+void FinishedTankScreen::Load() {
+    SetStatusText("View results");
+    QString tankID;
+    if (Session::TankID.read(tankID)) {
+        Rows tank = ReadTankLine(tankID);
+        if (!tank.AtEnd())
+            ShowTankLine(*tank);
+    }
+    QString drawing;
+    if (Rows model = ReadModel(modelText()); !model.AtEnd()) {
+        ShowModel(*model);
+        drawing = model["TankDraw"].text();
+    }
+    ShowTankDrawing(fields.picture, fields.drawing, drawing);
+}
+
+void FinishedTankScreen::Activate() {
+    showResultCommands(true);
+    SetStatusText("View results");
+}
+
+void FinishedTankScreen::Deactivate() {
+    showResultCommands(false);
+}
+
+bool FinishedTankScreen::QueryUnload() {
+    SetStatusBarText();
+    return true;
+}

@@ -1,0 +1,97 @@
+#include "documents/ListReports.h"
+
+#include "core/base/ApplicationNames.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Trap.h"
+#include "core/store/SessionStore.h"
+#include "documents/Reports.h"
+#include "documents/viewer/ReportOutput.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// An application's list: the command that shows it, and what both lists add to their statements for it.
+struct List {
+    const char* command;
+    QString (*application)();
+    const char* report;
+    const char* filter;
+    const char* order; // of the first list only; the other keeps the order of the table
+};
+
+const List lists[] = {
+    {"mnuRptEXP", AppNameExpansion, "rptExpTankList", " WHERE tblModelMaster.App = 'EXP'",
+     " ORDER BY Class, TankVolume"},
+    {"mnuTHM", AppNameThermal, "rptExpTankList", " WHERE tblModelMaster.App = 'THM'",
+     " ORDER BY Class, TankVolume"},
+    {"mnuRptHYD", AppNameHydro, "rptExpTankList", " WHERE tblModelMaster.App = 'HYD'",
+     " ORDER BY Class, TankVolume"},
+    {"mnuRptSHK", AppNameShock, "rptExpTankList", " WHERE tblModelMaster.App = 'SHK'",
+     " ORDER BY Class, TankVolume"},
+    // No command gives packages to the first list, which would refuse this order.
+    {"mnuRptPKG", AppNamePackage, "rptPKGTankList", " WHERE tblModelMaster.App = 'PKG'",
+     " ORDER by BY Class, TankVolume"},
+};
+
+const QString columns = QStringLiteral(
+    "SELECT tblModelMaster.App, Description, Class, Bladder, ASME, ModelDscrptn, TankOD & \" X \" & OAL AS "
+    "Dimensions, TankVolume, AcceptanceVolume, SysConnStd, TankWkPressure, ShipWeight");
+const QString packageColumns = QStringLiteral(", MinSysPressure & \" - \" & TankWkPressure AS PressureRange, "
+                                              "MakeUpCapacity & \" @ \" & TankWkPressure AS "
+                                              "MUCapacity, PumpHp");
+const QString tables =
+    QStringLiteral(" FROM tblModelMaster INNER JOIN tblAppMaster ON tblModelMaster.App = tblAppMaster.App");
+
+/// Filters by the session's application; without one the list runs over all models.
+void filter(Report& report, bool sorted) {
+    QString application;
+    if (!Session::TankClass.read(application))
+        return;
+    for (const List& list : lists) {
+        if (list.application() != application)
+            continue;
+        report.source += QLatin1String(list.filter) + (sorted ? QLatin1String(list.order) : QLatin1String());
+        report.title += ", " + application;
+        report.fileName = report.title;
+        return;
+    }
+}
+
+void show(const List& list) {
+    Trap(list.command, [&list] {
+        const Hourglass hourglass;
+        Session::TankClass.write(list.application()); // which is how the report learns it
+        ShowDocument(Report(*FindReport(list.report)).Run());
+    });
+}
+
+} // namespace
+
+void StartTankList(Report& report) {
+    report.source = columns + tables;
+    Trap("rptExpTankList", [&] { filter(report, true); });
+}
+
+void StartPackageList(Report& report) {
+    report.source = columns + packageColumns + tables;
+    Trap("rptPKGTankList", [&] { filter(report, false); });
+}
+
+void StartSchedule(Report& report) {
+    report.source =
+        "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
+    Trap("rptSchedule", [&] {
+        QString job;
+        if (!Session::JobID.read(job))
+            return;
+        report.title += ", " + job;
+        report.fileName = report.title;
+    });
+}
+
+void registerListCommands() {
+    for (const List& list : lists)
+        Commands::set(list.command, [&list] { show(list); });
+}

@@ -1,0 +1,108 @@
+#include "documents/drawings/Drawings.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Numbers.h"
+#include "core/base/Program.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/ErrorReport.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Screens.h"
+#include "core/store/Gateway.h"
+#include "documents/drawings/Picture.h"
+#include "documents/drawings/frmDrawing.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <cerrno>
+
+PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
+    const bool widthLimits =
+        x >= y ? Divide(x, y) * area.height > area.width : Divide(y, x) * area.width <= area.height;
+    PictureFrame fitted = area;
+    if (widthLimits) {
+        fitted.height = Divide(y, x) * area.width;
+        fitted.top = area.height / 2 + area.top - fitted.height / 2;
+    } else {
+        fitted.width = Divide(x, y) * area.height;
+        fitted.left = area.width / 2 + area.left - fitted.width / 2;
+    }
+    return fitted;
+}
+
+namespace UtilityFunctions {
+
+namespace {
+
+/// A drawing is black on white; on a dark screen its paper is dimmed, so that it does not glare.
+constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
+
+void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
+    QSvgRenderer renderer(ReadPicture(path));
+    const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
+    const double scale = box->devicePixelRatioF();
+    QPixmap pixmap(place.size() * scale);
+    pixmap.fill(Qt::white);
+    QPainter painter(&pixmap);
+    renderer.render(&painter);
+    if (QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.fillRect(pixmap.rect(), dimPaper);
+    }
+    painter.end();
+    pixmap.setDevicePixelRatio(scale);
+    box->setGeometry(place);
+    box->setPixmap(pixmap);
+}
+
+} // namespace
+
+bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
+    const Hourglass hourglass;
+    try {
+        Connection connection = openDatabase("Sys");
+        Recordset rows;
+        rows.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
+        if (rows.AtEnd()) {
+            Dialogs::current().beep();
+            return false;
+        }
+        const double x = ToInt16(rows["X"].number());
+        const double y = ToInt16(rows["Y"].number());
+        const QString file = DrawingPath(drawing, rows["Ext"].text());
+        showPicture(
+            box, file,
+            FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
+        path = file;
+        return true;
+    } catch (const Fault& fault) {
+        ShowErrorText(QString("Error Loading Picture%1\n%2\n%3\n%4\n")
+                          .arg(fault.number())
+                          .arg(QString::fromUtf8(fault.what()))
+                          .arg(errno)
+                          .arg(QString::fromStdString(fault.source())));
+        return false;
+    }
+}
+
+void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
+    QString path;
+    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path);
+    if (!loaded && drawing.isEmpty())
+        return;
+    box->setVisible(loaded);
+    nameBox->setText(drawing);
+    nameBox->setVisible(!loaded);
+}
+
+void ShowLargeDrawing(const QString& drawing) {
+    if (Screen* screen = Screens::load("frmDrawing")) {
+        Screens::show("frmDrawing");
+        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
+    }
+}
+
+} // namespace UtilityFunctions

@@ -1,0 +1,45 @@
+#include "documents/drawings/frmDrawing.h"
+
+#include "core/shell/Screens.h"
+#include "documents/drawings/Drawings.h"
+
+#include <QMouseEvent>
+
+namespace {
+constexpr QSize largeSize(511, 448);
+constexpr int fallbackMilliseconds = 2000;
+} // namespace
+
+frmDrawing::frmDrawing() : Screen("frmDrawing") {
+    setupUi(this);
+    txtDrawing->hide();
+    Timer1.setSingleShot(true);
+    connect(&Timer1, &QTimer::timeout, this, [this] { txtDrawing->setVisible(!imgDrawing->isVisible()); });
+}
+
+void frmDrawing::Load() {
+    setMinimumSize(largeSize);
+    imgDrawing->setGeometry(QRect({0, 0}, largeSize));
+    Timer1.start(fallbackMilliseconds);
+}
+
+void frmDrawing::ShowDrawing(const QString& drawing) {
+    txtDrawing->setText(drawing);
+    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
+    QString path;
+    const bool loaded =
+        UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
+    imgDrawing->setVisible(loaded);
+    txtDrawing->setText(path);
+    if (!loaded)
+        return;
+    imgDrawing->move(0, 0);
+    setMinimumSize(imgDrawing->size());
+    setMaximumSize(imgDrawing->size());
+    UtilityFunctions::FormatScreen(*this);
+}
+
+void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {
+    if (imgDrawing->isVisible() && imgDrawing->geometry().contains(event->pos()))
+        trap(".imgDrawing", [this] { Screens::unload(name()); });
+}

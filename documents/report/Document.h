@@ -1,0 +1,11 @@
+#pragma once
+
+#include "documents/report/Page.h"
+
+/// A finished report: its pages and what a file of them says about itself.
+struct Document {
+    QString title;
+    QString author;
+    QString fileName; // to propose for a file, without an ending
+    Pages pages;
+};

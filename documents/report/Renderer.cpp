@@ -1,0 +1,285 @@
+#include "documents/report/Renderer.h"
+
+#include "core/base/Text.h"
+#include "core/store/Database.h"
+#include "documents/drawings/Picture.h"
+#include "documents/report/TextFit.h"
+
+#include <QHash>
+
+#include <utility>
+
+namespace {
+
+constexpr double tolerance = .01; // points
+constexpr double sizeStep = .25;  // points
+constexpr double tiniest = 1;     // points; what is too long for its place even then flows
+
+class Renderer {
+  public:
+    explicit Renderer(const Layout& reportLayout) : layout(reportLayout) {}
+
+    Pages render(Recordset& rows) {
+        beginPage(&rows);
+        const ReportSection* detail = layout.section(Section::Detail);
+        const ReportSection* group = layout.section(Section::GroupHeader);
+        QString groupValue;
+        bool first = true;
+        for (; !rows.AtEnd(); rows.MoveNext()) {
+            if (group) {
+                const QString value = rows[group->groupColumn].text();
+                if (first || value != groupValue) {
+                    // A group's heading never stands alone at the foot of a page.
+                    require(group->height + (detail ? detail->height : 0), &rows);
+                    place(*group, &rows);
+                    groupValue = value;
+                }
+            }
+            first = false;
+            if (!detail)
+                continue;
+            if (require(detail->height, &rows) && group)
+                placeAgain(*group, &rows);
+            place(*detail, &rows);
+            continueRests(&rows);
+        }
+        if (const ReportSection* footer = layout.section(Section::ReportFooter)) {
+            require(footer->height, nullptr);
+            place(*footer, nullptr);
+        }
+        numberPages();
+        return std::move(pages);
+    }
+
+  private:
+    double bottom() const {
+        const ReportSection* footer = layout.section(Section::PageFooter);
+        return layout.paper.height() - layout.margins.bottom() - (footer ? footer->height : 0);
+    }
+
+    void beginPage(Recordset* row) {
+        const bool first = pages.isEmpty();
+        pages.append(Page());
+        pages.last().size = layout.paper;
+        top = layout.margins.top();
+        if (first)
+            place(Section::ReportHeader, row);
+        repeating = !first;
+        place(Section::PageHeader, row);
+        afterHeader = top;
+        top = bottom();
+        place(Section::PageFooter, row);
+        repeating = false;
+        top = afterHeader;
+    }
+
+    /// Begins a page when a height in points no longer fits on this one; true when it did.
+    bool require(double height, Recordset* row) {
+        if (top + height <= bottom() + tolerance || top <= afterHeader + tolerance)
+            return false;
+        beginPage(row);
+        return true;
+    }
+
+    void place(Section kind, Recordset* row) {
+        if (const ReportSection* section = layout.section(kind))
+            place(*section, row);
+    }
+
+    void placeAgain(const ReportSection& section, Recordset* row) {
+        repeating = true;
+        place(section, row);
+        repeating = false;
+    }
+
+    void place(const ReportSection& section, Recordset* row) {
+        const QPointF origin(layout.margins.left(), top);
+        current = section.kind;
+        for (const ReportControl& control : section.controls)
+            if (control.visible)
+                place(control, control.place.translated(origin), row);
+        top += section.height;
+        fieldsBefore += layout.fields;
+    }
+
+    void place(const ReportControl& control, const QRectF& at, Recordset* row) {
+        Page& page = pages.last();
+        switch (control.kind) {
+        case ReportControl::Kind::Line:
+            page.lines.append({at.topLeft(), at.bottomRight(), control.lineWidth});
+            return;
+        case ReportControl::Kind::Box:
+            page.boxes.append({at, control.lineWidth, control.fill});
+            return;
+        case ReportControl::Kind::Picture:
+            if (const QByteArray svg = pictureOf(control); !svg.isEmpty())
+                page.pictures.append({at, svg, control.description, control.mark});
+            return;
+        case ReportControl::Kind::Check:
+            return check(control, at, row);
+        case ReportControl::Kind::Label:
+        case ReportControl::Kind::Text:
+            textOf(control, at, row);
+        }
+    }
+
+    QByteArray pictureOf(const ReportControl& control) {
+        if (!control.svg.isEmpty() || control.picture.isEmpty())
+            return control.svg;
+        QByteArray& svg = pictures[control.picture];
+        if (svg.isEmpty())
+            svg = ReadPicture(control.picture);
+        return svg;
+    }
+
+    void check(const ReportControl& control, const QRectF& at, Recordset* row) {
+        constexpr double largest = 9; // points
+        const double side = std::min(at.height(), largest);
+        const bool checked =
+            row && !row->AtEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
+        PageText caption = placed(control, at.adjusted(side + 4, 0, 0, 0), control.text);
+        caption.style.alignment |= Qt::AlignVCenter;
+        pages.last().checks.append({{at.left(), at.center().y() - side / 2, side, side}, checked, caption});
+    }
+
+    void textOf(const ReportControl& control, const QRectF& at, Recordset* row) {
+        if (control.column.isEmpty())
+            return text(control, at, control.text, control.number);
+        if (!row || row->AtEnd())
+            return;
+        const Recordset::Field field = (*row)[control.column];
+        if (field.isNull())
+            return;
+        if (control.format.isEmpty())
+            return text(control, at, field.text(), std::nullopt);
+        text(control, at, ShownNumber(field.number(), control.format), field.number());
+    }
+
+    PageText placed(const ReportControl& control, const QRectF& at, const QString& content) const {
+        PageText result;
+        result.place = at;
+        result.text = content;
+        result.style = control.style;
+        result.pattern = control.format;
+        result.section = current;
+        result.repeated = repeating;
+        result.heading = control.heading;
+        result.field = control.field < 0 ? -1 : fieldsBefore + control.field;
+        return result;
+    }
+
+    void text(const ReportControl& control, const QRectF& at, const QString& content,
+              std::optional<double> number) {
+        if (content.isEmpty())
+            return;
+        PageText result = placed(control, at, content);
+        result.number = number;
+        if (control.wrap || !fitsOneLine(control, result))
+            wrap(control, result);
+        if (control.kind == ReportControl::Kind::Label && content.contains("{page")) {
+            result.pageNumber = true;
+            numbered.append({pages.size() - 1, pages.last().texts.size()});
+        }
+        pages.last().texts.append(result);
+    }
+
+    /// Shrinks a text to one line as far as its control allows.
+    static bool fitsOneLine(const ReportControl& control, PageText& line) {
+        const double width = TextFit::width(line.text, line.style);
+        if (line.text.contains(u'\n'))
+            return false;
+        if (width <= line.place.width() + tolerance)
+            return true;
+        const double smallest = control.smallest > 0 ? control.smallest : line.style.size;
+        const double fitting = line.style.size * line.place.width() / width;
+        const double size = std::floor(fitting / sizeStep) * sizeStep;
+        if (size < smallest)
+            return false;
+        line.style.size = size;
+        return true;
+    }
+
+    void wrap(const ReportControl& control, PageText& block) {
+        const double smallest = control.smallest > 0 ? control.smallest : control.style.size;
+        TextFit::Fitted fitted = TextFit::fit(block.text, block.style, block.place.size(), smallest);
+        if (!fitted.rest.isEmpty() && control.flow.isEmpty()) // rather small than over what stands beside it
+            fitted = TextFit::fit(block.text, fitted.style, block.place.size(), tiniest);
+        if (!fitted.rest.isEmpty())
+            rests.append({control, fitted.rest});
+        block.text = fitted.text;
+        block.style = fitted.style;
+    }
+
+    /// Gives the rest of each text that flows pages of its own.
+    void continueRests(Recordset* row) {
+        while (!rests.isEmpty()) {
+            Rest rest = rests.takeFirst();
+            beginPage(row);
+            place(Section::Continuation, row);
+            continueHeading(rest.control.flow);
+            const QRectF at(layout.margins.left(), top,
+                            layout.paper.width() - layout.margins.left() - layout.margins.right(),
+                            bottom() - top);
+            rest.control.smallest = 0; // here is room
+            rest.control.wrap = true;
+            text(rest.control, at, rest.text, std::nullopt);
+            top = bottom();
+        }
+    }
+
+    /// The heading of a text that goes on, with the bar behind it.
+    void continueHeading(const QString& name) {
+        constexpr double gap = 4; // points
+        Layout copy = layout;
+        ReportControl* label = copy.control(name);
+        if (!label)
+            return;
+        const double height = label->place.height();
+        if (ReportControl* bar = copy.control("box" + name.mid(3))) {
+            bar->place.moveTop(0);
+            place(*bar, bar->place.translated(layout.margins.left(), top), nullptr);
+        }
+        label->text += " (continued)";
+        label->place.moveTop(0);
+        place(*label, label->place.translated(layout.margins.left(), top), nullptr);
+        top += height + gap;
+    }
+
+    /// Fills in {page} and {pages} when the number of pages is known.
+    void numberPages() {
+        for (const auto& [page, index] : numbered)
+            pages[page]
+                .texts[index]
+                .text.replace("{pages}", QString::number(pages.size()))
+                .replace("{page}", QString::number(page + 1));
+    }
+
+    struct Rest {
+        ReportControl control;
+        QString text;
+    };
+
+    const Layout& layout;
+    Pages pages;
+    QList<Rest> rests;
+    QList<std::pair<qsizetype, qsizetype>> numbered; // page and text
+    QHash<QString, QByteArray> pictures;
+    Section current = Section::Detail;
+    bool repeating = false;
+    int fieldsBefore = 0;
+    double top = 0;
+    double afterHeader = 0;
+};
+
+} // namespace
+
+Pages RenderPages(const Layout& layout, Recordset& rows) {
+    return Renderer(layout).render(rows);
+}
+
+QString ShownNumber(double number, const QString& pattern) {
+    constexpr QLatin1String general("General");
+    if (!pattern.startsWith(general))
+        return FormattedNumber(number, pattern.toStdString());
+    return ShownNumber(number) + pattern.mid(general.size());
+}

@@ -1,0 +1,18 @@
+#include "documents/specifications/Specifications.h"
+
+#include "core/store/Gateway.h"
+
+Specification ReadSpecification(const QString& key) {
+    Specification specification;
+    Connection connection = UtilityFunctions::openDatabase("Sys");
+    Recordset row;
+    row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = '" + key + "'", connection);
+    if (row.AtEnd())
+        return specification;
+    for (int i = 1; i <= 10; ++i)
+        specification.text += row["Spec" + QString::number(i)].text();
+    specification.lastLine = row["LastLine"].text();
+    for (int i = 0; i < 3; ++i)
+        specification.description[i] = row["Description" + QString::number(i + 1)].text();
+    return specification;
+}

@@ -1,0 +1,38 @@
+#include "documents/specifications/SpecsBox.h"
+
+#include "core/shell/Dialogs.h"
+#include "documents/specifications/Specifications.h"
+
+#include <QPlainTextEdit>
+
+namespace {
+// The box turns a carriage return into a line end; the text as it is stored stays here.
+const char* const shownText = "shownText";
+} // namespace
+
+void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine) {
+    const QString shown = Specification::shown(text, lastLine);
+    box->setPlainText(shown);
+    box->setProperty(shownText, shown);
+    box->document()->setModified(false);
+    box->selectAll();
+}
+
+void ClearSpecification(QPlainTextEdit* box) {
+    box->clear();
+    box->setProperty(shownText, QString());
+}
+
+QString SpecificationText(const QPlainTextEdit* box) {
+    return box->document()->isModified() ? box->toPlainText() : box->property(shownText).toString();
+}
+
+void AskForClipboard(bool copied) {
+    if (!copied)
+        return;
+    const auto answer =
+        Dialogs::current().show({"Do you wish to keep your selection on the clipboard?", "Save?",
+                                 QMessageBox::Question, QMessageBox::Yes | QMessageBox::No});
+    if (answer == QMessageBox::No)
+        Dialogs::current().copy(QString());
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "documents/specifications/Placeholders.h"
+#include "ui_frmResultSpecs.h"
+
+/// The specification of the current tank with the job's own numbers.
+class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
+  public:
+    frmResultSpecs();
+    bool growsWithWindow() const override { return true; }
+    bool leavesStatus() const override { return true; }
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+
+    bool Copied = false;
+};

@@ -1,0 +1,152 @@
+#include "documents/viewer/frmReportViewer.h"
+
+#include "core/shell/Commands.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Status.h"
+#include "documents/viewer/ReportOutput.h"
+
+#include <QHeaderView>
+#include <QShortcut>
+
+#include <cmath>
+
+using namespace UtilityFunctions;
+
+namespace {
+constexpr double zoomStep = 1.25;
+}
+
+frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
+    setupUi(this);
+    prepare();
+    on(bttnFirst, ".bttnFirst", [this] { ARViewer21->goTo(0); });
+    on(bttnPrevious, ".bttnPrevious", [this] { ARViewer21->goTo(ARViewer21->currentPage() - 1); });
+    on(bttnNext, ".bttnNext", [this] { ARViewer21->goTo(ARViewer21->currentPage() + 1); });
+    on(bttnLast, ".bttnLast", [this] { ARViewer21->goTo(int(shownDocument.pages.size()) - 1); });
+    on(bttnZoomIn, ".bttnZoomIn", [this] { ARViewer21->zoomBy(zoomStep); });
+    on(bttnZoomOut, ".bttnZoomOut", [this] { ARViewer21->zoomBy(1 / zoomStep); });
+    on(bttnPageWidth, ".bttnPageWidth", [this] { ARViewer21->setZoom(ReportView::Zoom::PageWidth); });
+    on(bttnWholePage, ".bttnWholePage", [this] { ARViewer21->setZoom(ReportView::Zoom::WholePage); });
+    on(bttnPrint, ".bttnPrint", [this] { PrintDocument(document()); });
+    on(bttnFind, ".bttnFind", [this] { Find(1); });
+    on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
+    connect(txtPage, &QLineEdit::editingFinished, this, [this] { GoToTypedPage(); });
+    cboZoom->lineEdit()->setAccessibleName(cboZoom->accessibleName());
+    connect(cboZoom, &QComboBox::currentIndexChanged, this, [this] { ZoomAsTyped(); });
+    connect(cboZoom, &QComboBox::textActivated, this, [this] { ZoomAsTyped(); });
+    connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
+    connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });
+    connect(txtFind, &QLineEdit::textChanged, this, [this] { lblFound->clear(); });
+    lstContents->header()->setStretchLastSection(false);
+    lstContents->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    lstContents->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    const auto goToRow = [this](QTreeWidgetItem* row) {
+        if (row)
+            ARViewer21->goTo(contents[lstContents->indexOfTopLevelItem(row)]);
+    };
+    connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
+    connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // back to a row that is the current one
+    addShortcuts();
+    ARViewer21->changed = [this] { ShowPage(); };
+}
+
+void frmReportViewer::setDocument(const Document& shown) {
+    shownDocument = shown;
+    ShowContents();
+    ARViewer21->setPages(shown.pages);
+    lblFound->clear();
+    ShowPage();
+}
+
+void frmReportViewer::addShortcuts() {
+    const auto add = [this](const QKeySequence& keys, const std::function<void()>& run) {
+        connect(new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+                &QShortcut::activated, this, run);
+    };
+    add(QKeySequence("Ctrl+F"), [this] {
+        txtFind->setFocus();
+        txtFind->selectAll();
+    });
+    add(QKeySequence("F3"), [this] { Find(1); });
+    add(QKeySequence("Shift+F3"), [this] { Find(-1); });
+    for (const char* plus : {"Ctrl++", "Ctrl+="}) // with and without Shift
+        add(QKeySequence(plus), [this] { ARViewer21->zoomBy(zoomStep); });
+    add(QKeySequence("Ctrl+-"), [this] { ARViewer21->zoomBy(1 / zoomStep); });
+    add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
+}
+
+/// The groups of a list; a report without groups has no contents.
+void frmReportViewer::ShowContents() {
+    const QSignalBlocker noSelection(lstContents);
+    lstContents->clear();
+    contents.clear();
+    for (int page = 0; page < document().pages.size(); ++page) {
+        const auto& texts = document().pages[page].texts;
+        for (int i = 0; i < texts.size(); ++i) {
+            if (texts[i].section != Section::GroupHeader || texts[i].heading == 0 || texts[i].repeated)
+                continue;
+            auto* row = new QTreeWidgetItem(lstContents, {texts[i].plain(), QString::number(page + 1)});
+            row->setTextAlignment(1, Qt::AlignRight);
+            contents.append({page, i, 0});
+        }
+    }
+    lstContents->setVisible(!contents.isEmpty());
+}
+
+void frmReportViewer::ShowPage() {
+    const auto& pages = shownDocument.pages;
+    txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
+    lblPages->setText(QString("of %1").arg(pages.size()));
+    cboZoom->setEditText(QString("%1 %").arg(std::lround(ARViewer21->percent())));
+}
+
+void frmReportViewer::GoToTypedPage() {
+    bool number = false;
+    const int page = txtPage->text().toInt(&number);
+    if (number && page != ARViewer21->currentPage() + 1)
+        ARViewer21->goTo(page - 1);
+    ShowPage(); // the page that is there, whatever was typed
+}
+
+void frmReportViewer::ZoomAsTyped() {
+    bool number = false;
+    const int percent = cboZoom->currentText().remove(u'%').trimmed().toInt(&number);
+    if (number && percent > 0 && percent != std::lround(ARViewer21->percent()))
+        ARViewer21->setPercent(percent);
+    ShowPage();
+}
+
+void frmReportViewer::Find(int step) {
+    if (txtFind->text() == ARViewer21->searched())
+        ARViewer21->goToFound(step);
+    else
+        ARViewer21->search(txtFind->text());
+    if (ARViewer21->foundCount() == 0)
+        Dialogs::current().beep();
+    ShowFound();
+}
+
+void frmReportViewer::ShowFound() {
+    lblFound->setText(ARViewer21->foundCount() == 0
+                          ? QString("not found")
+                          : QString("%1 of %2").arg(ARViewer21->foundNumber()).arg(ARViewer21->foundCount()));
+}
+
+void frmReportViewer::Load() {
+    SetStatusText("Brennoval Report Viewer");
+}
+
+void frmReportViewer::Activate() {
+    SetStatusText("Brennoval Report Viewer");
+    Commands::setEnabled("mnuExport", true);
+}
+
+void frmReportViewer::Deactivate() {
+    Commands::setEnabled("mnuExport", false);
+}
+
+bool frmReportViewer::QueryUnload() {
+    Commands::setEnabled("mnuExport", false);
+    SetStatusBarText();
+    return true;
+}

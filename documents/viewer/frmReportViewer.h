@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "documents/report/Document.h"
+#include "ui_frmReportViewer.h"
+
+/// Shows the pages of one report at a time.
+class frmReportViewer : public Screen, private Ui::frmReportViewer {
+  public:
+    frmReportViewer();
+    Subject subject() const override { return Subject::None; }
+    bool fillsWindow() const override { return true; }
+    QWidget* firstField() const override { return ARViewer21; }
+    void setDocument(const Document& shown);
+    const Document& document() const { return shownDocument; }
+
+  private:
+    void Load() override;
+    void Activate() override;
+    void Deactivate() override;
+    bool QueryUnload() override;
+    void ShowContents();
+    void ShowPage();
+    void GoToTypedPage();
+    void ZoomAsTyped();
+    void Find(int step);
+    void ShowFound();
+    void addShortcuts();
+
+    Document shownDocument;
+    QList<TextPlace> contents; // where each row of the contents stands
+};

@@ -1,0 +1,105 @@
+#include "jobs/JobSearch.h"
+
+#include "core/store/Gateway.h"
+#include "core/store/JetSql.h"
+#include "core/store/SqlText.h"
+
+#include <algorithm>
+#include <span>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// A comparison: its word, and what stands around the text in a statement.
+struct Comparison {
+    const char* word;
+    const char* before;
+    const char* after;
+};
+
+constexpr Comparison jobComparisons[] = {
+    {"Equals", " = '", "'"},
+    {"Starts With", " LIKE '", "%'"},
+    {"Ends With", " LIKE '%", "'"},
+    {"Contains", " LIKE '%", "%'"},
+};
+
+constexpr Comparison nameComparisons[] = {
+    {"Equals", " = '", "'"},
+    {"Starts With", " LIKE '", "%'"},
+    {"Ends With", " LIKE '%", "%'"}, // anywhere in a name, like "Contains"; meant so
+    {"Contains", " LIKE '%", "%'"},
+};
+
+constexpr const char* range = "Range";
+
+constexpr Comparison dateComparisons[] = {
+    // each includes the day itself
+    {"Equals", "DateValue(DateCreated) = #", "#"},
+    {"Later than", "DateValue(DateCreated) >= #", "#"},
+    {"Earlier than", "DateValue(DateCreated) <= #", "#"},
+    {range, "DateValue(DateCreated) >= #", "#"}, // the second date follows
+};
+
+QStringList words(std::span<const Comparison> comparisons) {
+    QStringList found;
+    for (const Comparison& comparison : comparisons)
+        found.append(comparison.word);
+    return found;
+}
+
+/// The condition of one criterion, or an empty text when it does not count.
+QString condition(const QString& column, const JobSearch::Criterion& criterion,
+                  std::span<const Comparison> comparisons) {
+    if (!criterion.counts())
+        return {};
+    const auto comparison = std::ranges::find_if(
+        comparisons, [&](const Comparison& c) { return criterion.comparison == QLatin1String(c.word); });
+    if (comparison == comparisons.end())
+        return {};
+    return column + comparison->before + SqlEscape(criterion.text) + comparison->after;
+}
+
+} // namespace
+
+namespace JobSearch {
+
+QStringList TextComparisons() {
+    return words(jobComparisons);
+}
+
+QStringList DateComparisons() {
+    return words(dateComparisons);
+}
+
+std::optional<QString> Query(const Criteria& criteria) {
+    QStringList conditions = {condition("JobID", criteria.jobID, jobComparisons),
+                              condition("Contractor", criteria.contractor, nameComparisons),
+                              condition("Engineer", criteria.engineer, nameComparisons)};
+    if (criteria.created.counts()) {
+        const bool isRange = criteria.created.comparison == QLatin1String(range);
+        if (!ReadDate(criteria.created.text) || (isRange && !ReadDate(criteria.createdUntil)))
+            return std::nullopt;
+        conditions.append(condition("", criteria.created, dateComparisons));
+        if (isRange)
+            conditions.append("DateValue(DateCreated) <= #" + criteria.createdUntil + "#");
+    }
+    conditions.removeAll(QString());
+    return "SELECT * FROM tblJobHeader" +
+           (conditions.isEmpty() ? QString() : " WHERE " + conditions.join(" AND "));
+}
+
+std::vector<Job> Find(const QString& query) {
+    Rows rows("User", query);
+    const Recordset::Field jobID = rows["JobID"];
+    const Recordset::Field contractor = rows["Contractor"];
+    const Recordset::Field engineer = rows["Engineer"];
+    const Recordset::Field created = rows["DateCreated"];
+    std::vector<Job> jobs;
+    for (; !rows.AtEnd(); rows->MoveNext())
+        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
+    return jobs;
+}
+
+} // namespace JobSearch

@@ -1,0 +1,132 @@
+#include "jobs/frmEngContMaster.h"
+
+#include "core/look/Appearance.h"
+#include "core/shell/Status.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+
+QMessageBox::StandardButton askToSave(const QString& question) {
+    return Dialogs::current().show({.text = question,
+                                    .title = "Save?",
+                                    .icon = QMessageBox::Question,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
+}
+
+} // namespace
+
+frmEngContMaster::frmEngContMaster() : Screen("frmEngContMaster") {
+    setupUi(this);
+    prepare();
+    connect(txtInput, &QLineEdit::textEdited, this, [this] { Dirty = true; });
+    connect(txtInput, &QLineEdit::returnPressed, bttnSave, &QToolButton::click);
+    connect(lstBox, &QListWidget::itemSelectionChanged, this, &frmEngContMaster::TakeName);
+    connect(lstBox, &QListWidget::itemClicked, this, &frmEngContMaster::TakeName);
+    on(bttnNew, ".tbToolbar", [this] { NewRecord(); });
+    on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
+    on(bttnDelete, ".tbToolbar", [this] { procedure(".DeleteRecord", [this] { DeleteRecord(); }); });
+}
+
+void frmEngContMaster::Load() {
+    Rows names("User", "tblEngineer", CursorType::ForwardOnly, CommandType::Table);
+    txtInput->setMaxLength(names["fldName"].DefinedSize());
+}
+
+void frmEngContMaster::Maintain(const QString& tag) {
+    Tag = tag;
+    bttnNew->setIcon(Appearance::icon(tag == Session::Modes::Engineers ? "engineers" : "contractors"));
+    if (QString mode; Session::Mode.read(mode))
+        procedure(".FillListBox", [this] { FillListBox(); });
+}
+
+QString frmEngContMaster::SetTable() const {
+    return lblHeader->text() == Session::Modes::Contractors ? "tblContractor" : "tblEngineer";
+}
+
+void frmEngContMaster::FillListBox() {
+    SetStatusText("Add/edit/delete " + Tag.toLower());
+    lblHeader->setText(Tag);
+    setTitle("Maintain " + Tag);
+    lstBox->clear();
+    Rows names("User", SetTable(), CursorType::ForwardOnly, CommandType::Table);
+    txtInput->setMaxLength(names["fldName"].DefinedSize());
+    QStringList listed;
+    for (; !names.AtEnd(); names->MoveNext())
+        listed.append(names["fldName"].text());
+    lstBox->addItems(listed);
+}
+
+/// Picking a name counts as typing it.
+void frmEngContMaster::TakeName() {
+    const auto selected = lstBox->selectedItems();
+    if (selected.isEmpty())
+        return;
+    txtInput->setText(selected.first()->text());
+    Dirty = true;
+}
+
+void frmEngContMaster::NewRecord() {
+    if (Dirty) {
+        const auto answer = askToSave("Record has not been saved!\nWould you like to save the record?");
+        if (answer == QMessageBox::Cancel) {
+            txtInput->setFocus();
+            return;
+        }
+        if (answer == QMessageBox::Yes)
+            procedure(".SaveRecord", [this] { SaveRecord(); });
+    }
+    txtInput->clear();
+    txtInput->setFocus();
+}
+
+/// Adds the name. One that is listed already stays as it is: nothing is ever renamed here.
+void frmEngContMaster::SaveRecord() {
+    const Hourglass hourglass;
+    SetStatusText("Saving...");
+    const QString typed = txtInput->text();
+    {
+        Rows names("User", "SELECT * FROM " + SetTable() + " WHERE fldName = '" + SqlEscape(typed) + "'",
+                   CursorType::Keyset);
+        if (names.AtEnd() && !typed.isEmpty()) {
+            names->AddNew();
+            names["fldName"] = typed;
+            names->Update();
+        }
+    }
+    txtInput->clear();
+    FillListBox();
+    Dirty = false;
+}
+
+void frmEngContMaster::DeleteRecord() {
+    const Hourglass hourglass;
+    SetStatusText("Deleting...");
+    {
+        // A name with an apostrophe fails here; meant so.
+        Rows names("User", "SELECT * FROM " + SetTable() + " WHERE fldName = '" + txtInput->text() + "'",
+                   CursorType::Keyset);
+        // What reads as a condition must not take another name along.
+        if (!names.AtEnd() && names["fldName"].text().compare(txtInput->text(), Qt::CaseInsensitive) == 0)
+            names->Delete();
+    }
+    FillListBox();
+    txtInput->clear();
+}
+
+bool frmEngContMaster::QueryUnload() {
+    if (!txtInput->text().isEmpty() && Dirty) {
+        const auto answer = askToSave("Current record has not been saved!\nDo you want to save the record?");
+        if (answer == QMessageBox::Cancel) {
+            txtInput->setFocus();
+            return false;
+        }
+        if (answer == QMessageBox::Yes)
+            procedure(".SaveRecord", [this] { SaveRecord(); });
+    }
+    SetStatusBarText();
+    return true;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmEngContMaster.h"
+
+/// Maintains the names of the engineers or of the contractors. Its Tag says which: "Engineers" or
+/// "Contractors".
+class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
+  public:
+    frmEngContMaster();
+    Subject subject() const override { return Subject::None; }
+    bool growsWithWindow() const override { return true; }
+
+    /// Turns to the list of a tag.
+    void Maintain(const QString& tag);
+
+  private:
+    void Load() override;
+    QWidget* firstField() const override { return txtInput; }
+    bool QueryUnload() override;
+    QString SetTable() const;
+    void FillListBox();
+    void TakeName();
+    void NewRecord();
+    void SaveRecord();
+    void DeleteRecord();
+
+    bool Dirty = false;
+};

@@ -1,0 +1,65 @@
+#include "jobs/frmOneColumnLookup.h"
+
+#include "core/shell/Fields.h"
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/store/Gateway.h"
+#include "jobs/NameLookup.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// Who asks, and the box that takes the name.
+struct HandOver {
+    const char* tag;
+    const char* screen;
+    const char* box;
+};
+
+constexpr HandOver handOvers[] = {
+    {"frmUserInputContractor", "frmUserInput", "txtCont"},
+    {"frmUserInputEngineer", "frmUserInput", "txtEng"},
+    {"frmJobHeaderContractor", "frmJobHeader", "txtCont"},
+    {"frmJobHeaderEngineer", "frmJobHeader", "txtEng"},
+};
+
+} // namespace
+
+void UtilityFunctions::FillListView(const QWidget* /*field*/, const QString& table, const QString& tag) {
+    auto* lookup = dynamic_cast<frmOneColumnLookup*>(Screens::load("frmOneColumnLookup"));
+    if (!lookup)
+        return;
+    lookup->Tag = tag;
+    lookup->List(table);
+    Screens::show(lookup->name());
+}
+
+frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    SortByHeadings(lvSearch);
+    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    connect(lvSearch, &QTreeWidget::itemDoubleClicked, this,
+            [this] { trap(".lvSearch", [this] { Confirm(); }); });
+}
+
+void frmOneColumnLookup::List(const QString& table) {
+    ListRows rows;
+    for (Rows names("User", "SELECT * FROM " + table); !names.AtEnd(); names->MoveNext())
+        rows.push_back(std::make_unique<ListRow>(QStringList{names["fldName"].text()}));
+    FillList(lvSearch, {"Name"}, std::move(rows));
+}
+
+void frmOneColumnLookup::Confirm() {
+    const QTreeWidgetItem* selected = lvSearch->currentItem();
+    if (!selected || selected->text(0).isEmpty()) {
+        Dialogs::current().show({"Please select a value from the list.", "Error"});
+        return;
+    }
+    for (const HandOver& handOver : handOvers)
+        if (Tag == handOver.tag)
+            SetFieldText(Screens::field(handOver.screen, handOver.box), selected->text(0));
+    Screens::unload(name());
+}

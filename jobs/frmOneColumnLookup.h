@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmOneColumnLookup.h"
+
+/// Picks a name from a list and writes it into the box that its Tag stands for.
+class frmOneColumnLookup : public Screen, private Ui::frmOneColumnLookup {
+  public:
+    frmOneColumnLookup();
+    Subject subject() const override { return Subject::None; }
+    bool closesOnEscape() const override { return true; }
+    bool growsWithWindow() const override { return true; }
+
+    /// Lists the names of a table.
+    void List(const QString& table);
+
+  private:
+    void Confirm();
+};

@@ -1,0 +1,107 @@
+#include "jobs/frmTankIDSearch.h"
+
+#include "core/base/ApplicationNames.h"
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
+#include "core/store/Gateway.h"
+#include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
+
+#include <QLocale>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString addNew = QStringLiteral("Add New...");
+
+/// The application of a model; nothing for one that the catalogue does not hold.
+std::optional<Application> applicationOf(const QString& model) {
+    Rows rows = ReadModel(model);
+    return rows.AtEnd() ? std::nullopt : ApplicationCoded(rows["App"].text().toStdString());
+}
+
+/// A list line of a tank. Its ID sorts by the tank's number.
+std::unique_ptr<ListRow> lineOf(Recordset& tank) {
+    const QDateTime created = tank["DateCreated"].dateTime();
+    auto line = std::make_unique<ListRow>(QStringList{tank["TankID"].text(), tank["Qty"].text(),
+                                                      tank["ModelNo"].text(),
+                                                      QLocale().toString(created, QLocale::ShortFormat)});
+    line->setSortKey(0, tank["TankNo"].number());
+    if (!tank["Qty"].isNull())
+        line->setSortKey(1, tank["Qty"].number());
+    line->setSortKey(3, created);
+    return line;
+}
+
+} // namespace
+
+frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdNext);
+    SortByHeadings(lvOptions);
+    on(cmdNext, ".cmdNext", [this] { Next(); });
+    on(cmdPrevious, ".cmdPrevious", [this] { leaveFor("frmJobHeader"); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+    connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
+            [this] { trap(".lvOptions", [this] { Next(); }); });
+}
+
+void frmTankIDSearch::Load() {
+    SetStatusText("Select Tank to Edit");
+    ListRows lines;
+    QString jobID;
+    if (Session::JobID.read(jobID)) {
+        lblJobID->setText(jobID);
+        Rows tank("User", "SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(jobID) + "'");
+        for (; !tank.AtEnd(); tank->MoveNext())
+            lines.push_back(lineOf(*tank));
+    }
+    lines.push_back(std::make_unique<ListRow>(QStringList{addNew}));
+    FillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, std::move(lines));
+}
+
+QString frmTankIDSearch::SelectedTank() const {
+    const QTreeWidgetItem* selected = lvOptions->currentItem();
+    return selected ? selected->text(0) : QString();
+}
+
+void frmTankIDSearch::Next() {
+    const Hourglass hourglass;
+    const QString tankID = SelectedTank();
+    if (tankID.isEmpty()) {
+        Dialogs::current().show({"Please select an item from the list!", "Error"});
+        return;
+    }
+    if (tankID == addNew) {
+        Session::Mode.write(Session::Modes::New);
+        leaveFor("frmClassSelect");
+        return;
+    }
+    Session::TankID.write(tankID);
+    const auto application = applicationOf(lvOptions->currentItem()->text(2));
+    SetStatusText("Edit job conditions for " + tankID);
+    if (application)
+        Session::TankClass.write(AppName(*application));
+    if (Session::JobID.text() == "CONVERT")
+        leaveFor("frmConvertSteel");
+    else if (application)
+        leaveFor(ToQString(InfoOf(*application).conditionsScreen));
+    else // a tank without a model, in the session's application
+        leaveFor("frmJobConditions");
+}
+
+void frmTankIDSearch::Cancel() {
+    SetStatusBarText();
+    Screens::unload(name());
+}
+
+bool frmTankIDSearch::QueryUnload() {
+    Session::TankID.write(SelectedTank()); // at every closing, "Add New..." too
+    if (Tag != "1")
+        SetStatusBarText();
+    return true;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmTankIDSearch.h"
+
+/// Lists the tank lines of the job, to reopen one or to add one.
+class frmTankIDSearch : public Screen, private Ui::frmTankIDSearch {
+  public:
+    frmTankIDSearch();
+    Subject subject() const override { return Subject::Job; }
+    bool growsWithWindow() const override { return true; }
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    QString SelectedTank() const;
+    void Next();
+    void Cancel();
+};

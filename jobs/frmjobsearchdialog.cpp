@@ -1,0 +1,173 @@
+#include "jobs/frmjobsearchdialog.h"
+
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/JetSql.h"
+#include "core/store/SessionStore.h"
+
+#include <QKeyEvent>
+#include <QLocale>
+#include <QToolButton>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+QStringList headings() {
+    return {"Job ID", "Contractor", "Engineer", "Date Created"};
+}
+
+/// A day as the user's short date format writes it, with a year of four digits.
+QString shortDate(const QDate& date) {
+    QString format = QLocale().dateFormat(QLocale::ShortFormat);
+    if (!format.contains("yyyy"))
+        format.replace("yy", "yyyy");
+    return QLocale().toString(date, format);
+}
+
+} // namespace
+
+frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
+    setupUi(this);
+    prepare();
+    SortByHeadings(lvOptions);
+    for (QComboBox* operators : {cmboCriteriaJob, cmboCriteriaContractor, cmboCriteriaEngineer})
+        operators->addItems(JobSearch::TextComparisons());
+    cmboCriteriaDateCreated->addItems(JobSearch::DateComparisons());
+    for (QComboBox* operators : findChildren<QComboBox*>()) {
+        operators->setCurrentIndex(-1);
+        operators->installEventFilter(this);
+    }
+    for (QLineEdit* box : {txtJobID, txtContractor, txtEngineer, txtDate1, txtDate2})
+        connect(box, &QLineEdit::returnPressed, this,
+                [this] { trap(".tbToolbar", [this] { FillResultsBox(); }); });
+    for (QLineEdit* box : {txtDate1, txtDate2})
+        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return ValidateDate(box); });
+    PrepareCalendar();
+    connect(Calendar1, &QCalendarWidget::clicked, this, &frmjobsearchdialog::TakeDate);
+    on(bttnFind, ".tbToolbar", [this] { FillResultsBox(); });
+    on(bttnOK, ".tbToolbar", [this] { SearchFinished(); });
+    connect(lvOptions, &QTreeWidget::itemActivated, this,
+            [this] { trap(".lvOptions", [this] { SearchFinished(); }); });
+}
+
+void frmjobsearchdialog::Load() {
+    Calendar1->setSelectedDate(QDate::currentDate());
+    FillList(lvOptions, headings(), {});
+}
+
+JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
+    return {.jobID = {txtJobID->text(), cmboCriteriaJob->currentText()},
+            .contractor = {txtContractor->text(), cmboCriteriaContractor->currentText()},
+            .engineer = {txtEngineer->text(), cmboCriteriaEngineer->currentText()},
+            .created = {txtDate1->text(), cmboCriteriaDateCreated->currentText()},
+            .createdUntil = txtDate2->text()};
+}
+
+void frmjobsearchdialog::FillResultsBox() {
+    const Hourglass hourglass;
+    frameCalendar->hide();
+    FillList(lvOptions, headings(), {});
+    const auto query = JobSearch::Query(EnteredCriteria());
+    ListRows rows;
+    if (query) {
+        for (const JobSearch::Job& job : JobSearch::Find(*query)) {
+            auto& row = rows.emplace_back(std::make_unique<ListRow>(
+                QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
+            row->setSortKey(3, job.created);
+        }
+    }
+    if (rows.empty()) {
+        Dialogs::current().beep();
+        return;
+    }
+    FillList(lvOptions, headings(), std::move(rows));
+    lvOptions->setFocus();
+}
+
+void frmjobsearchdialog::SearchFinished() {
+    const Hourglass hourglass;
+    const QTreeWidgetItem* chosen = lvOptions->currentItem();
+    if (!chosen || chosen->text(0).isEmpty()) {
+        Dialogs::current().beep();
+        return;
+    }
+    const QString jobID = chosen->text(0);
+    Session::JobID.write(jobID);
+    const QString mode = Session::Mode.text();
+    Tag = "1";
+    if (mode == Session::Modes::Edit) // the reserved job has no header to edit
+        leaveFor(jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader");
+    else if (mode == Session::Modes::Delete)
+        leaveFor("frmDelete");
+    else
+        Screens::unload(name());
+}
+
+/// Gives the calendar the program's look. A click on it leaves the focus in the date's box.
+void frmjobsearchdialog::PrepareCalendar() {
+    frameCalendar->hide();
+    for (QWidget* part : Calendar1->findChildren<QWidget*>())
+        part->setFocusPolicy(Qt::NoFocus);
+    Calendar1->setFocusPolicy(Qt::NoFocus);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        Calendar1->setWeekdayTextFormat(day, {});
+    for (const auto& [part, arrow] :
+         {std::pair("qt_calendar_prevmonth", Qt::LeftArrow), {"qt_calendar_nextmonth", Qt::RightArrow}}) {
+        auto* turn = Calendar1->findChild<QToolButton*>(part);
+        turn->setArrowType(arrow);
+        QPalette onAccent = turn->palette();
+        for (const auto role : {QPalette::ButtonText, QPalette::WindowText})
+            onAccent.setColor(role, onAccent.color(QPalette::HighlightedText));
+        turn->setPalette(onAccent);
+    }
+}
+
+/// Puts the calendar under the box, inside the screen.
+void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
+    Tag = box->objectName();
+    frameCalendar->adjustSize();
+    const QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
+    const int rightmost = lvOptions->geometry().right() + 1 - frameCalendar->width();
+    frameCalendar->move(std::min(corner.x(), rightmost), corner.y());
+    frameCalendar->raise();
+    frameCalendar->show();
+}
+
+void frmjobsearchdialog::TakeDate(const QDate& date) {
+    (Tag == "txtDate2" ? txtDate2 : txtDate1)->setText(shortDate(date));
+    frameCalendar->hide();
+}
+
+bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
+    if (box->text().isEmpty() || ReadDate(box->text()))
+        return true;
+    Dialogs::current().show({"Please select a valid date!", "Error"});
+    box->selectAll();
+    frameCalendar->hide();
+    return false;
+}
+
+bool frmjobsearchdialog::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
+        if (object == txtDate1 || object == txtDate2)
+            ShowCalendar(static_cast<QLineEdit*>(object));
+        else
+            frameCalendar->hide();
+    }
+    return Screen::eventFilter(object, event);
+}
+
+void frmjobsearchdialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && frameCalendar->isVisible())
+        frameCalendar->hide();
+    else
+        Screen::keyPressEvent(event);
+}
+
+bool frmjobsearchdialog::QueryUnload() {
+    if (Tag != "1") // the calendar's use of the tag counts as not left on purpose
+        SetStatusBarText();
+    return true;
+}

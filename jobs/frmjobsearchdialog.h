@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "jobs/JobSearch.h"
+#include "ui_frmjobsearchdialog.h"
+
+/// Finds a job by up to four criteria and hands it to the editing or the deletion.
+class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
+  public:
+    frmjobsearchdialog();
+    Subject subject() const override { return Subject::None; }
+    bool growsWithWindow() const override { return true; }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    JobSearch::Criteria EnteredCriteria() const;
+    void FillResultsBox();
+    void SearchFinished();
+    void PrepareCalendar();
+    void ShowCalendar(const QLineEdit* box);
+    void TakeDate(const QDate& date);
+    bool ValidateDate(QLineEdit* box);
+};

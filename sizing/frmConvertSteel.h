@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmConvertSteel.h"
+
+/// The plain steel tank that a bladder tank shall replace. The conversions of all users stand under one
+/// reserved job, "CONVERT".
+class frmConvertSteel : public Screen, private Ui::frmConvertSteel {
+  public:
+    frmConvertSteel();
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void Load() override;
+    bool QueryUnload() override;
+    void Next();
+    void SaveRecord();
+};

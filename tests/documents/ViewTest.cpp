@@ -1,0 +1,77 @@
+#include "documents/viewer/ReportView.h"
+
+#include <gtest/gtest.h>
+
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <QtTest/QTest>
+
+namespace {
+
+PageText textAt(double x, double y, const QString& words) {
+    PageText text;
+    text.place = {x, y, 200, 12};
+    text.text = words;
+    return text;
+}
+
+class View : public testing::Test {
+  protected:
+    View() {
+        Page page;
+        page.texts = {textAt(72, 72, "First words"),
+                      textAt(72, 100, "Second" + QString(PageText::blankBreak) + "words")};
+        view.resize(400, 300);
+        view.show();
+        view.setPages(Pages(5, page));
+        view.setPercent(100);
+        view.horizontalScrollBar()->setValue(0);
+        view.verticalScrollBar()->setValue(0);
+    }
+
+    /// Where a point of the first page stands in the window at 100 %.
+    static QPoint inWindow(double x, double y) { return {14 + int(x * 96 / 72), 14 + int(y * 96 / 72)}; }
+
+    void drag(const QPoint& from, const QPoint& to) {
+        QTest::mousePress(view.viewport(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(view.viewport(), to);
+        QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, to);
+    }
+
+    ReportView view;
+};
+
+} // namespace
+
+TEST_F(View, DragsTheHandAndSelectsText) {
+    drag(inWindow(73, 78), inWindow(300, 120));
+    EXPECT_EQ(view.selectedText(), "First words\nSecond words");
+    drag(inWindow(200, 30), inWindow(150, 10));
+    EXPECT_EQ(view.selectedText(), "") << "a press beside the texts lets go of them";
+    EXPECT_GT(view.verticalScrollBar()->value(), 0);
+    EXPECT_GT(view.horizontalScrollBar()->value(), 0);
+}
+
+TEST_F(View, ZoomsAboutThePointer) {
+    view.goTo(2);
+    const double before = view.verticalScrollBar()->value() + 50.0;
+    QWheelEvent wheel({10, 50}, view.mapToGlobal(QPointF(10, 50)), {}, {0, 120}, {}, Qt::ControlModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(view.viewport(), &wheel);
+    EXPECT_NEAR(view.percent(), 115, .1);
+    const double pageBefore = 792.0 * 96 / 72 + 14;
+    const double pageAfter = 792.0 * 96 / 72 * 1.15 + 14;
+    EXPECT_NEAR((view.verticalScrollBar()->value() + 50.0 - 14) / pageAfter, (before - 14) / pageBefore,
+                .002);
+}
+
+TEST_F(View, FindsAcrossTheBreaksOfLines) {
+    view.search("second WORDS");
+    EXPECT_EQ(view.foundCount(), 5);
+    EXPECT_EQ(view.foundNumber(), 1);
+    view.goToFound(-1);
+    EXPECT_EQ(view.foundNumber(), 5);
+    EXPECT_EQ(view.currentPage(), 4);
+    view.search("third");
+    EXPECT_EQ(view.foundCount(), 0);
+}
