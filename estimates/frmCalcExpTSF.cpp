@@ -36,8 +36,10 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
                {bttnChiller, ChillerFrame, &frmCalcExpTSF::EstimateByChiller},
                {bttnComponent, ComponentsFrame, &frmCalcExpTSF::EstimateByComponents},
                {bttnDetail, frmDetailCalc, &frmCalcExpTSF::EstimateByList}};
-    for (const Method& method : methods)
+    for (const Method& method : methods) {
+        method.button->setFocusPolicy(Qt::StrongFocus); // a press leaves a box, whose check may refuse it
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
+    }
     for (QLabel* sketch : {imgBldg, imgBoiler, imgChiller, imgComponents})
         sketch->setPixmap(Appearance::picture(sketch->property("sketch").toString(), sketch->minimumSize(),
                                               devicePixelRatioF()));

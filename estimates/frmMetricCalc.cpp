@@ -49,6 +49,7 @@ frmMetricCalc::frmMetricCalc() : MetricPad("frmMetricCalc") {
     converts(txtVolWtrHtr, lblWtrHtrUS, LitersToGallons, "gal");
     converts(txtPumpCapacity, lblPumpCapacityUS, LitersToGallons, "gpm");
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    ShowBoxes(); // none until it serves a method
 }
 
 bool frmMetricCalc::OpenFor(const QString& tag) {
