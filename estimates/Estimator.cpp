@@ -1,5 +1,6 @@
 #include "estimates/Estimator.h"
 
+#include "core/look/Icons.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
@@ -8,6 +9,8 @@
 #include "estimates/frmMetricCalc.h"
 
 #include <QComboBox>
+#include <QEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -15,6 +18,7 @@ using namespace UtilityFunctions;
 
 void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     prepare();
+    drawSketches();
     result = control<QLineEdit>("TotSysFluidCalc");
     for (QLineEdit* box : findChildren<QLineEdit*>())
         if (box != result)
@@ -50,6 +54,18 @@ void Estimator::checksPipe(QLineEdit* box) {
 
 void Estimator::findsPipe(QAbstractButton* button) {
     on(button, "." + button->objectName(), [this] { OpenPipeChooser(name()); });
+}
+
+void Estimator::drawSketches() {
+    for (QLabel* label : findChildren<QLabel*>())
+        if (const QString sketch = label->property("sketch").toString(); !sketch.isEmpty())
+            label->setPixmap(Appearance::picture(sketch, label->minimumSize(), devicePixelRatioF()));
+}
+
+void Estimator::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        drawSketches();
+    Screen::changeEvent(event);
 }
 
 void Estimator::setHandsBack(bool handsBack) {

@@ -19,8 +19,8 @@ class Estimator : public Screen {
     void setHandsBack(bool handsBack);
 
   protected:
-    /// Prepares the controls after setupUi: wires the toolbar, whose procedure names it in a report, and lets
-    /// every entry raise the dirty flag.
+    /// Prepares the controls after setupUi: wires the toolbar, whose procedure names it in a report, lets
+    /// every entry raise the dirty flag, and gives a label with a property sketch that picture.
     void prepareEstimator(const QString& toolbarProcedure);
     /// The checks of entry boxes when they are left, and the button that looks a pipe up for one.
     void checksNumber(QLineEdit* box);
@@ -28,6 +28,7 @@ class Estimator : public Screen {
     void findsPipe(QAbstractButton* button);
 
     bool QueryUnload() override;
+    void changeEvent(QEvent* event) override;
 
   private:
     /// The result as it shows; nothing when an empty entry ends the calculation without a word.
@@ -37,6 +38,7 @@ class Estimator : public Screen {
     /// Whether OK without a result says so.
     virtual bool asksForResult() const { return false; }
     void Confirm();
+    void drawSketches();
 
     QLineEdit* result = nullptr;
     bool Dirty = false; // an entry has changed since the last calculation

@@ -1,7 +1,6 @@
 #include "estimates/frmCalcExpTSF.h"
 
 #include "core/base/Text.h"
-#include "core/look/Appearance.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Lists.h"
 #include "core/store/Catalogue.h"
@@ -40,9 +39,6 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
         method.button->setFocusPolicy(Qt::StrongFocus); // a press leaves a box, whose check may refuse it
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
     }
-    for (QLabel* sketch : {imgBldg, imgBoiler, imgChiller, imgComponents})
-        sketch->setPixmap(Appearance::picture(sketch->property("sketch").toString(), sketch->minimumSize(),
-                                              devicePixelRatioF()));
     for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
                            AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity has no check
         checksNumber(box);

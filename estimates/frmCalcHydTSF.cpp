@@ -1,7 +1,6 @@
 #include "estimates/frmCalcHydTSF.h"
 
 #include "core/base/Text.h"
-#include "core/look/Appearance.h"
 #include "core/shell/FieldChecks.h"
 #include "estimates/SystemFluid.h"
 
@@ -10,7 +9,6 @@ using namespace UtilityFunctions;
 frmCalcHydTSF::frmCalcHydTSF() : Estimator("frmCalcHydTSF") {
     setupUi(this);
     prepareEstimator(".tbToolBar.ButtonClick");
-    imgPump->setPixmap(Appearance::picture("pump-sketch", imgPump->minimumSize(), devicePixelRatioF()));
     for (QLineEdit* box : {PumpCapacity, PumpRunTime})
         checksNumber(box);
 }

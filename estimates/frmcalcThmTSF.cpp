@@ -1,7 +1,6 @@
 #include "estimates/frmcalcThmTSF.h"
 
 #include "core/base/Text.h"
-#include "core/look/Appearance.h"
 #include "core/shell/FieldChecks.h"
 #include "core/store/Catalogue.h"
 #include "estimates/SystemFluid.h"
@@ -13,7 +12,6 @@ using namespace UtilityFunctions;
 frmcalcThmTSF::frmcalcThmTSF() : Estimator("frmcalcThmTSF") {
     setupUi(this);
     prepareEstimator(".tbToolBar.ButtonClick");
-    imgHeater->setPixmap(Appearance::picture("heater-sketch", imgHeater->minimumSize(), devicePixelRatioF()));
     for (QLineEdit* box : {WtrHtrVolume, Pipeft})
         checksNumber(box);
     checksPipe(PipeIndex);
