@@ -95,9 +95,9 @@ void Estimator::Confirm() {
 
 /// The look-ups that would write into this screen go with it.
 bool Estimator::QueryUnload() {
-    for (const char* lookUp : {"frmMetricCalc", "frmPipeSelect"})
-        if (const Screen* open = Screens::find(lookUp); open && open->Tag.section('-', 0, 0) == name())
-            Screens::unload(lookUp);
+    ClosePipeChooser(name());
+    if (const Screen* pad = Screens::find("frmMetricCalc"); pad && pad->Tag.section('-', 0, 0) == name())
+        Screens::unload("frmMetricCalc");
     SetStatusBarText();
     return true;
 }

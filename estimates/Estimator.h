@@ -46,4 +46,5 @@ class Estimator : public Screen {
 
 /// How an estimator is opened: with the job conditions to take its result, or on its own.
 enum class EstimatorUse { ForConditions, FreeStanding };
+/// Opens an estimator, whose OK is there only for the conditions.
 void OpenEstimator(const QString& screen, EstimatorUse use);

@@ -6,6 +6,7 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "estimates/Pipes.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +18,7 @@ void MetricPad::Load() {
 }
 
 bool MetricPad::QueryUnload() {
+    ClosePipeChooser(name());
     SetStatusBarText();
     return true;
 }

@@ -31,4 +31,9 @@ void OpenPipeChooser(const QString& opener) {
     Screens::show("frmPipeSelect");
 }
 
+void ClosePipeChooser(const QString& opener) {
+    if (const Screen* chooser = Screens::find("frmPipeSelect"); chooser && chooser->Tag == opener)
+        Screens::unload("frmPipeSelect");
+}
+
 } // namespace UtilityFunctions

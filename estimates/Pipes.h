@@ -14,5 +14,7 @@ QString PipeIndexOf(const QString& metricIndex);
 
 /// Opens the chooser for a screen, which takes the pipe that the user chooses.
 void OpenPipeChooser(const QString& opener);
+/// Closes the chooser when it stands open for a screen that goes.
+void ClosePipeChooser(const QString& opener);
 
 } // namespace UtilityFunctions

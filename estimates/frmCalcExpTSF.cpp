@@ -20,6 +20,15 @@ bool allEntered(std::initializer_list<QWidget*> boxes) {
     return std::ranges::all_of(boxes, [](QWidget* box) { return ValidateValueEntered(box, false); });
 }
 
+/// Writes a dimension of the building into its sketch while it is typed.
+void showsDimension(QLineEdit* box, QLabel* label) {
+    QObject::connect(box, &QLineEdit::textChanged, label,
+                     [label, dimension = label->text()](const QString& text) {
+                         const auto feet = ParseNumber(text.toStdString());
+                         label->setText(feet ? FormattedNumber(*feet, "#,##0 ft") : dimension);
+                     });
+}
+
 /// The transverse area of a pipe. Throws DatabaseFault for one that the catalogue does not have.
 double transverseArea(const QLineEdit* box) {
     return ReadPipe(box->text())["TransArea"].number();
@@ -40,19 +49,15 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
     }
     for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
-                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity has no check
+                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity goes unchecked
         checksNumber(box);
     for (QLineEdit* box : {PipeIndex, PipeIndexCom})
         checksPipe(box);
     for (QPushButton* button : {cmdFindPipe2, cmdFindPipe1, imgFindPipeItemized})
         findsPipe(button);
-    for (const auto& [box, label] : {std::pair(BldgHeight, lblBldgHeightImg),
-                                     {BldgWidth, lblBldgWidthImg},
-                                     {BldgDepth, lblBldgDepthImg}})
-        connect(box, &QLineEdit::textChanged, label, [label, dimension = label->text()](const QString& text) {
-            const auto feet = ParseNumber(text.toStdString());
-            label->setText(feet ? FormattedNumber(*feet, "#,##0 ft") : dimension);
-        });
+    showsDimension(BldgHeight, lblBldgHeightImg);
+    showsDimension(BldgWidth, lblBldgWidthImg);
+    showsDimension(BldgDepth, lblBldgDepthImg);
     on(cmdAddItemized, ".cmdAddItemized", [this] { AddItems(); });
     on(cmdRestartItemized, ".cmdRestartItemized", [this] { lvItemized->clear(); });
 }
@@ -79,7 +84,8 @@ QString frmCalcExpTSF::metricTag() const {
     return name() + "-" + PressedMethod().button->objectName();
 }
 
-/// An empty depth counts as 0. So does no pipe get past the catalogue: without one there is no area.
+/// Asks for the height twice and not for the depth, which counts as 0 when it is empty; nor for the pipe,
+/// whose look-up fails then. The program has always done so.
 std::optional<double> frmCalcExpTSF::EstimateByBuilding() {
     if (!allEntered({BldgHeight, BldgWidth, BldgHeight}))
         return std::nullopt;

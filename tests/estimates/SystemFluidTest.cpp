@@ -132,7 +132,7 @@ struct Exact {
 
     bool isTie() const { return 2 * (numerator % denominator) == denominator; }
     double nearest() const {
-        return double(numerator / denominator + (2 * (numerator % denominator) > denominator ? 1 : 0));
+        return double(Whole(numerator / denominator) + Whole(2 * (numerator % denominator) > denominator));
     }
 };
 
