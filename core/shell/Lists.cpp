@@ -29,7 +29,7 @@ void SortByHeadings(QTreeWidget* list) {
     });
 }
 
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows) {
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
     list->setSortingEnabled(false); // which takes the headings their clicks too
     list->header()->setSectionsClickable(sorts);
@@ -40,7 +40,7 @@ void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows) {
     for (std::unique_ptr<ListRow>& row : rows)
         items.append(row.release());
     list->addTopLevelItems(items);
-    if (!items.isEmpty())
+    if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());
     FitColumns(list);
 }

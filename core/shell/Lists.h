@@ -22,5 +22,9 @@ using ListRows = std::vector<std::unique_ptr<ListRow>>;
 /// Lets a list of ListRows sort by its headings, from the first click on one of them on.
 void SortByHeadings(QTreeWidget* list);
 
-/// Fills a list anew, in the order of the rows until a heading is clicked, and selects its first row.
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows);
+/// Which row a list that was filled anew has selected.
+enum class Selected { First, None };
+
+/// Fills a list anew, in the order of the rows until a heading is clicked.
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
+              Selected selected = Selected::First);
