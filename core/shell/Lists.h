@@ -8,7 +8,8 @@
 /// Makes the columns of a list as wide as their texts, with room between them; the last takes the rest.
 void FitColumns(QTreeWidget* list);
 
-/// A row of a list that sorts by its headings: texts without regard to case, numbers and moments as such.
+/// A row of a list that sorts by its headings: texts without regard to case and
+/// with their numbers as numbers, keys as such.
 class ListRow : public QTreeWidgetItem {
   public:
     using QTreeWidgetItem::QTreeWidgetItem;

@@ -114,7 +114,7 @@ ColumnInfo columnOf(const QString& name, const QString& declared) {
     return {name, Kind::Unknown, 0};
 }
 
-class SqliteCursor : public EngineCursor {
+class SqliteCursor final : public EngineCursor {
   public:
     SqliteCursor(sqlite3* handle, const QString& sql, const QString& changedTable, const QString& source)
         : database(handle), statement(nullptr, sqlite3_finalize), table(changedTable),
@@ -242,7 +242,7 @@ class SqliteCursor : public EngineCursor {
     QList<ColumnInfo> names;
 };
 
-class SqliteEngine : public Engine {
+class SqliteEngine final : public Engine {
   public:
     SqliteEngine(const QString& path, int busyMilliseconds, const QString& source)
         : connectionString(source) {

@@ -163,8 +163,8 @@ TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
 TEST_F(DamagedFiles, FailedSaveStopsTheExit) {
     Driver::command("mnuNewJob");
     Driver::enter("frmJobHeader", "txtJobID", "Typed");
-    Rows("User",
-         "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    Execute("User",
+            "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
     dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
     Driver::command("mnuExit");
     EXPECT_TRUE(Driver::isOpen("frmJobHeader"));

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QToolButton>
 
 #include <set>
@@ -32,7 +33,7 @@ class EveryScreen : public testing::Test {
               "FlowPressure, StaticPressure, ShockPressure) VALUES ('J.1', 1, 'J', 'RCB', 'RCB 500', 2, "
               "14.7, 12, 30, 40, 180, "
               "'Water', 500, 100, 40, '4 in Sch 40', 300, 200, 50, 70, 150)"})
-            UtilityFunctions::Rows("User", sql);
+            UtilityFunctions::Execute("User", sql);
         Session::Mode.write(Session::Modes::Edit);
         Session::JobID.write("J");
         Session::TankID.write("J.1");
@@ -105,7 +106,7 @@ TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
     forEach([](const Screen& screen, const std::string& where) {
         std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
-            const bool inner = dynamic_cast<const QScrollBar*>(widget) ||
+            const bool inner = !widget || dynamic_cast<const QScrollBar*>(widget) ||
                                widget->objectName().startsWith("qt_") || widget->focusProxy();
             if (inner || !isReachable(widget))
                 continue;

@@ -16,7 +16,7 @@ ScriptedDialogs& start() {
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
     auto* window = new BrennovalMain; // stop deletes it
-    window->resize(1180, 800); // the display without a display is smaller than any that users have
+    window->resize(1180, 800);        // the display without a display is smaller than any that users have
     window->show();
     window->activateWindow();
     settle();
