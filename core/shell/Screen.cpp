@@ -6,6 +6,7 @@
 #include "core/shell/Trap.h"
 
 #include <QCloseEvent>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,6 +47,9 @@ void Screen::prepare() {
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
             button->setIcon(Appearance::icon(icon));
+    for (QFrame* quiet : findChildren<QFrame*>()) // labels and lines
+        if (quiet->property("quiet").toBool())
+            quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
 void Screen::makeUnavailable(QAbstractButton* button) {
