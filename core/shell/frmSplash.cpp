@@ -83,6 +83,7 @@ void frmSplash::Timer1_Timer() {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
     Screens::unload(name());
+    setTimerInterval(0); // what follows may wait for the user, with ticks of a timer that still lives
     if (flag == 0 && Screens::known("frmFirstTime"))
         Screens::open("frmFirstTime");
 }

@@ -275,6 +275,10 @@ class SqliteEngine final : public Engine {
             handle.get(), rewritten.sql, changes ? rewritten.updatableTable : QString(), connectionString);
     }
 
+    void begin() override { run("BEGIN IMMEDIATE;"); }
+    void commit() override { run("COMMIT;"); }
+    void rollback() noexcept override { sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr); }
+
     int schemaVersion() override {
         return number(QStringLiteral("SELECT user_version AS V FROM pragma_user_version"));
     }
@@ -286,15 +290,15 @@ class SqliteEngine final : public Engine {
     }
 
     bool upgrade(const QString& script, int versionBefore, int versionAfter) override {
-        run("BEGIN IMMEDIATE;");
+        begin();
         try {
             const bool waiting = schemaVersion() == versionBefore;
             if (waiting)
                 run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
-            run("COMMIT;");
+            commit();
             return waiting;
         } catch (...) {
-            sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr);
+            rollback();
             throw;
         }
     }

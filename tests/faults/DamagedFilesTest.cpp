@@ -195,6 +195,7 @@ TEST(Start, WaitsForALockWithoutFreezing) {
     const TemporaryHome home;
     home.installData();
     registerAll();
+    ScriptedDialogs::install().rule = ScriptedDialogs::decline; // the first start asks for prior data
     Connection other = openDatabase("User");
     Recordset().Open("BEGIN EXCLUSIVE", other);
     Screens::open("frmSplash");

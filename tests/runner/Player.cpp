@@ -11,6 +11,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/viewer/frmReportViewer.h"
+#include "setup/InstallerFiles.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -180,6 +181,15 @@ void start(Stage& stage) {
     settle();
 }
 
+void end(Stage& stage) {
+    const QStringList open = Screens::loaded();
+    for (auto name = open.crbegin(); name != open.crend(); ++name)
+        Screens::unload(*name);
+    delete BrennovalMain::instance();
+    settle();
+    stage.started = false;
+}
+
 void click(Stage&, Words w) {
     QWidget* target = control(w[0]);
     require(target->isEnabled(), w[0] + " is disabled");
@@ -281,6 +291,20 @@ void date(Stage&, Words w) {
 
 void answer(Stage& stage, Words w) {
     stage.dialogs.answers.append({w[0], w.value(1), w.size() < 2});
+}
+
+/// What is typed into the next input box, which must say the second word when there is one.
+void input(Stage& stage, Words w) {
+    stage.dialogs.inputs.append({w[0], w.value(1), w.size() < 2});
+}
+
+/// Leaves a file in the installer's folder of the story.
+void installerFile(Stage&, Words w) {
+    const QDir folder(UtilityFunctions::InstallerFolder());
+    QFile target(folder.filePath(w[0]));
+    const QByteArray text = w.value(1).toLocal8Bit();
+    require(folder.mkpath(".") && target.open(QIODevice::WriteOnly) && target.write(text) == text.size(),
+            "cannot write " + target.fileName());
 }
 
 void file(Stage& stage, Words w) {
@@ -412,6 +436,10 @@ void expectFile(Stage& stage, Words w) {
         require(fileText(path).contains(w[1]), w[0] + " does not hold \"" + w[1] + "\"");
 }
 
+void expectNoFile(Stage& stage, Words w) {
+    require(!QFile::exists(QDir(stage.homeFolder).filePath(w[0])), "there is a file " + w[0]);
+}
+
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
     const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
@@ -442,10 +470,6 @@ void shot(Stage& stage, Words w) {
             "cannot write " + w.last());
 }
 
-void notYet(Stage&, Words) {
-    fail("this command does not stand yet");
-}
-
 struct Command {
     void (*run)(Stage&, Words);
     int leastWords;
@@ -467,7 +491,8 @@ const QHash<QString, Command>& commands() {
         {"sort", {sort, 2, true}},
         {"date", {date, 2, true}},
         {"answer", {answer, 1}},
-        {"input", {notYet, 1}},
+        {"input", {input, 1}},
+        {"installer-file", {installerFile, 2}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
@@ -496,6 +521,7 @@ const QHash<QString, Command>& commands() {
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},
         {"expect-file", {expectFile, 1}},
+        {"expect-no-file", {expectNoFile, 1}},
         {"print", {print, 1}},
         {"sql", {sql, 2}},
         {"session", {session, 1}},
@@ -506,12 +532,17 @@ const QHash<QString, Command>& commands() {
 
 } // namespace
 
+void Player::finish() {
+    end(stage);
+}
+
 void Player::play(const QString& line) {
     QStringList words = wordsOf(line);
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
-    words.replaceInStrings("{shots}",                   // where its pictures go
+    words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
+    words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());
     const QString name = words.takeFirst();
@@ -520,7 +551,10 @@ void Player::play(const QString& line) {
         fail("the command " + name + " is not known");
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
-    static const QStringList preparations = {"sql", "session", "answer", "input", "file", "cancel", "print"};
+    static const QStringList preparations = {"sql",  "session", "answer", "input",
+                                             "file", "cancel",  "print",  "installer-file"};
+    if (name == "start" && stage.started) // once more, on the same data
+        end(stage);
     if (!stage.started && !preparations.contains(name))
         start(stage);
     command->run(stage, words);
@@ -529,8 +563,10 @@ void Player::play(const QString& line) {
         fail(std::exchange(stage.dialogs.problem, {}));
     if (command->acts && !stage.dialogs.answers.isEmpty())
         fail("the message box did not come: " + stage.dialogs.answers.first().text);
+    if (command->acts && !stage.dialogs.inputs.isEmpty())
+        fail("the input box did not come");
     if (command->acts && !stage.dialogs.files.isEmpty())
-        fail("the file dialog did not come");
+        fail("the dialog did not come");
     if (command->acts && !stage.dialogs.prints.isEmpty())
         fail("the printer dialog did not come");
 }
