@@ -5,7 +5,7 @@
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
+#include "estimates/Pipes.h"
 
 using namespace UtilityFunctions;
 
@@ -61,11 +61,8 @@ QString frmPipeSelect::SelectedKey() const {
     const auto selected = lvPipeSizes->selectedItems();
     if (selected.isEmpty())
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
-    QString text = selected.first()->text(0);
-    if (!bttnMetric->isChecked())
-        return text;
-    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(text) + "'");
-    return pipe["PipeIndex"].text();
+    const QString text = selected.first()->text(0);
+    return bttnMetric->isChecked() ? PipeIndexOf(text) : text;
 }
 
 void frmPipeSelect::Confirm() {
