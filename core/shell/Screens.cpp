@@ -68,7 +68,8 @@ bool isBeginning(QWidget* widget) {
 /// Gives the focus to the first field in tab order, or to the screen when it has none.
 void focusFirstField(Screen* screen) {
     QWidget* wanted = screen->firstField();
-    for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen; next = next->nextInFocusChain())
+    for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen;
+         next = next->nextInFocusChain())
         if (screen->isAncestorOf(next) && isBeginning(next))
             wanted = next;
     (wanted ? wanted : screen)->setFocus(Qt::TabFocusReason);
@@ -172,7 +173,7 @@ QWidget* field(const QString& screen, const QString& control) {
 
 Screen* load(const QString& name) {
     if (const Entry* entry = entryOf(name)) {
-        if (entry->loadedFor == sessionSubject(entry->screen->subject()))
+        if (!entry->screen->loadsAfresh() && entry->loadedFor == sessionSubject(entry->screen->subject()))
             return entry->screen;
         discard(name);
     }
