@@ -78,7 +78,7 @@ class Filler {
         ReportControl* control = report.layout().control(name);
         if (!control)
             return;
-        control->format = pattern;
+        control->style.pattern = pattern;
         if (field.isNull()) {
             control->text = pattern.startsWith("General") ? pattern.mid(7) : QString();
             return;

@@ -186,6 +186,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
+    mdiArea->setActivationOrder(
+        QMdiArea::ActivationHistoryOrder);   // a screen that goes gives way to the one before
     setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);

@@ -31,12 +31,14 @@ enum Column {
     TankColumn
 };
 
-/// Numbers stand below each other on the right, and sort by what they are.
+/// Numbers stand below each other on the right, and sort by what they are; nothing shows where none is
+/// stored.
 void setNumber(ListRow& unit, int column, const Recordset::Field& value, const QString& text) {
-    unit.setText(column, text);
     unit.setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-    if (!value.isNull())
-        unit.setSortKey(column, value.number());
+    if (value.isNull())
+        return;
+    unit.setText(column, text);
+    unit.setSortKey(column, value.number());
 }
 
 std::unique_ptr<ListRow> rowOf(Recordset& tank, int number) {
