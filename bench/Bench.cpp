@@ -2,6 +2,8 @@
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
 #include "app/Register.h"
+#include "bench/BenchData.h"
+#include "bench/DocumentBench.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
 #include "core/look/SystemScheme.h"
@@ -13,27 +15,17 @@
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqliteEngine.h"
-#include "documents/Reports.h"
-#include "documents/Submittals.h"
-#include "documents/export/Export.h"
-#include "documents/report/Renderer.h"
 #include "jobs/JobSearch.h"
 #include "sizing/CatalogueSearch.h"
-#include "tests/documents/ListLayout.h"
 #include "tests/support/Driver.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QMainWindow>
-#include <QPainter>
-#include <QPdfWriter>
 #include <QProcess>
-#include <QSvgRenderer>
 #include <QTimer>
 
-#include <sqlite3.h>
 #include <sys/resource.h>
 
 #include <array>
@@ -42,83 +34,6 @@
 using namespace UtilityFunctions;
 
 namespace {
-
-/// A bare connection of the engine, for the baselines.
-class Bare {
-  public:
-    explicit Bare(const QString& file) {
-        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-        run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
-    }
-    ~Bare() { sqlite3_close(handle); }
-    Bare(const Bare&) = delete;
-    Bare& operator=(const Bare&) = delete;
-
-    void run(const QString& sql) {
-        if (sqlite3_exec(handle, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(handle));
-    }
-    /// All rows of a query, each column read; the first column of the first row.
-    double query(const QByteArray& sql) {
-        sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
-        double first = -1;
-        while (sqlite3_step(statement) == SQLITE_ROW)
-            first = first < 0 ? sqlite3_column_double(statement, 0) : first;
-        sqlite3_finalize(statement);
-        return first;
-    }
-
-    /// Some columns of all rows of a query, as texts.
-    template<std::size_t count>
-    auto texts(const QByteArray& sql, const std::array<int, count>& columns) {
-        sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
-        std::vector<std::array<QString, count>> rows;
-        while (sqlite3_step(statement) == SQLITE_ROW) {
-            auto& row = rows.emplace_back();
-            for (std::size_t i = 0; i < count; ++i)
-                row[i] = QString::fromUtf8(
-                    reinterpret_cast<const char*>(sqlite3_column_text(statement, columns[i])),
-                    sqlite3_column_bytes(statement, columns[i]));
-        }
-        sqlite3_finalize(statement);
-        return rows;
-    }
-
-  private:
-    sqlite3* handle = nullptr;
-};
-
-/// Data of its own with a catalogue and a user file of some size.
-class Data {
-  public:
-    Data(int models, int tankLines) {
-        home.installData();
-        Bare catalogue(file("Sys"));
-        const QString more =
-            QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                    "INSERT INTO tblModelMaster SELECT 'M ' || i, m.App, m.Class, m.Bladder, "
-                    "m.ASME, m.NSF, m.IAPMO, 10 + i * .37, 8 + i * .33, m.TankOD, m.OAL, "
-                    "m.SysConnStd, m.SysConnType, m.TankSysConn, m.TankWkPressure, "
-                    "m.MinSysPressure, m.Precharge, m.ShipWeight, m.MakeUpCapacity, m.PumpHp, "
-                    "m.Shell, m.Finish, m.MaxTemp, m.Clearance, m.TankDraw, m.Submittal "
-                    "FROM n JOIN tblModelMaster m ON m.rowid = 1 + n.i % 200; ANALYZE;");
-        if (models > 300)
-            catalogue.run(more.arg(models));
-        Bare user(file("User"));
-        user.run(
-            QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                    "INSERT INTO tblJobData (TankID, TankNo, JobID, TotSysVolume) SELECT 'J' || (i / 5) || "
-                    "'.' || (i % 5), i % 5, 'J' || (i / 5), i FROM n; INSERT INTO tblJobHeader (JobID) "
-                    "SELECT DISTINCT JobID FROM tblJobData; COMMIT; ANALYZE;")
-                .arg(tankLines));
-    }
-    QString file(const QString& name) const { return dbConnection(name).dataSource(); }
-
-  private:
-    TemporaryHome home;
-};
 
 /// Processor time in seconds of all child processes that have ended.
 double childrensTime() {
@@ -350,106 +265,6 @@ void roadStep(benchmark::State& state, std::size_t timed) {
     Driver::stop();
 }
 
-/// A finished expansion tank on the results screen.
-void finishTank() {
-    for (std::size_t i = 0; i < std::size(road); ++i) {
-        road[i].fill(1);
-        if (road[i].screen)
-            Driver::press(road[i].screen, road[i].button);
-        else
-            Driver::command(road[i].button);
-    }
-}
-
-/// From the click on Preview to the painted page.
-void previewSubmittal(benchmark::State& state) {
-    const Data data(200, 100);
-    Driver::start();
-    finishTank();
-    for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
-        Driver::press("frmResults", "bttnPreview");
-        Screens::find("frmReportViewer")->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
-        Screens::unload("frmReportViewer");
-        Driver::settle();
-    }
-    Driver::stop();
-}
-
-/// The same texts and pictures with the same writer, each where it stands, and nothing else.
-QByteArray barePdf(const Pages& pages) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    constexpr int resolution = 1200;
-    constexpr double scale = resolution / 72.0;
-    writer.setResolution(resolution);
-    writer.setPageSize(QPageSize(pages.first().size, QPageSize::Point));
-    writer.setPageMargins(QMarginsF());
-    QPainter painter(&writer);
-    double size = 0;
-    bool bold = false;
-    for (const Page& page : pages) {
-        if (&page != &pages.first())
-            writer.newPage();
-        for (const PagePicture& picture : page.pictures)
-            QSvgRenderer(picture.svg)
-                .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
-        for (const PageText& text : page.texts) {
-            if (size != text.style.size || bold != text.style.bold) {
-                QFont font("Liberation Sans");
-                font.setPointSizeF(size = text.style.size);
-                font.setBold(bold = text.style.bold);
-                painter.setFont(font);
-            }
-            double y = text.place.top() + text.style.size;
-            for (const QString& line : text.lines()) {
-                painter.drawText(QPointF(text.place.left(), y) * scale, line);
-                y += text.style.size * 1.15;
-            }
-        }
-    }
-    painter.end();
-    return bytes;
-}
-
-void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) {
-    const Data data(200, 100);
-    Driver::start();
-    finishTank();
-    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(write(pages));
-    Driver::stop();
-}
-
-QByteArray programPdf(const Pages& pages) {
-    return Export::pdf({"Bench", {}, {}, pages});
-}
-
-Pages longList() {
-    Connection catalogue = openDatabase("Sys");
-    Recordset rows;
-    rows.Open("SELECT * FROM tblPostalCodes ORDER BY RepID, PostalCode LIMIT 10000", catalogue);
-    return RenderPages(listLayout(), rows);
-}
-
-void renderList(benchmark::State& state) {
-    const Data data(200, 1);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(longList());
-}
-
-void pdfOfList(benchmark::State& state, QByteArray (*write)(const Pages&)) {
-    const Data data(200, 1);
-    const Pages pages = longList();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(write(pages));
-}
-
 /// Largest memory that this process has held, in megabytes.
 double peakMemory() {
     QFile status("/proc/self/status");
@@ -504,18 +319,7 @@ void registerBenchmarks() {
             ->UseManualTime()
             ->Iterations(20);
     }
-    RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
-        ->UseManualTime()
-        ->Iterations(30);
-    RegisterBenchmark("list of 10000 rows, whole/program", renderList);
-    const std::pair<const char*, QByteArray (*)(const Pages&)> writers[] = {{"program", programPdf},
-                                                                            {"bare", barePdf}};
-    for (const auto& [name, write] : writers) {
-        RegisterBenchmark((std::string("PDF of a submittal/") + name).c_str(),
-                          [write = write](benchmark::State& s) { pdfOfSubmittal(s, write); });
-        RegisterBenchmark((std::string("list of 10000 rows, its PDF/") + name).c_str(),
-                          [write = write](benchmark::State& s) { pdfOfList(s, write); });
-    }
+    registerDocumentBenchmarks();
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })
@@ -535,6 +339,7 @@ int main(int argc, char** argv) {
     registerBenchmarks();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
+    std::printf("Pages of the longest list: %.0f MB\n", LongestListMemory());
     std::printf("Peak memory of this run: %.0f MB\n", peakMemory());
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 #include "documents/Reports.h"
+#include "documents/schedule/ScheduleTable.h"
 #include "documents/viewer/ReportOutput.h"
 
 using namespace UtilityFunctions;
@@ -67,6 +68,15 @@ void show(const List& list) {
     });
 }
 
+/// The schedule of the session's job; the session's application stays as it is.
+void showSchedule() {
+    Trap("mnuSchedule", [] {
+        const Hourglass hourglass;
+        FillScheduleTable();
+        ShowDocument(Report(*FindReport("rptSchedule")).Run());
+    });
+}
+
 } // namespace
 
 void StartTankList(Report& report) {
@@ -94,4 +104,5 @@ void StartSchedule(Report& report) {
 void registerListCommands() {
     for (const List& list : lists)
         Commands::set(list.command, [&list] { show(list); });
+    Commands::set("mnuSchedule", showSchedule);
 }

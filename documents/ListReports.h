@@ -8,5 +8,5 @@ void StartTankList(Report& report);
 void StartPackageList(Report& report);
 void StartSchedule(Report& report);
 
-/// The commands of the Reports menu that list the standard models of an application.
+/// The commands of the Reports menu: the standard models of an application, and the schedule of the job.
 void registerListCommands();

@@ -11,6 +11,7 @@
 #include "documents/drawings/Picture.h"
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
+#include "documents/schedule/UnitTags.h"
 #include "documents/specifications/Placeholders.h"
 #include "documents/specifications/Specifications.h"
 
@@ -77,7 +78,7 @@ class Filler {
         ReportControl* control = report.layout().control(name);
         if (!control)
             return;
-        control->format = pattern;
+        control->style.pattern = pattern;
         if (field.isNull()) {
             control->text = pattern.startsWith("General") ? pattern.mid(7) : QString();
             return;
@@ -99,11 +100,9 @@ class Filler {
         values.qty = ShownNumber(tank["Qty"].number(), "General");
         job = tank["JobID"].text();
         QStringList tags;
-        for (int i = 1; i <= 10; ++i) {
-            const Recordset::Field tag = tank[QString("TagID%1").arg(i, 2, 10, QChar('0'))];
-            if (!tag.isNull() && tag.text() != "-")
+        for (int unit = 1; unit <= UnitTags::most; ++unit)
+            if (const Recordset::Field tag = tank[UnitTags::Column(unit)]; UnitTags::IsGiven(tag))
                 tags.append(tag.text());
-        }
         set("txtUnitTagNo", tags.join(", "));
     }
 

@@ -187,6 +187,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     mdiArea->setBackground(palette().brush(QPalette::Mid));
+    mdiArea->setActivationOrder(
+        QMdiArea::ActivationHistoryOrder);   // a screen that goes gives way to the one before
     setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);

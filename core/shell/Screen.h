@@ -39,6 +39,8 @@ class Screen : public QWidget {
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
+    /// Screens that show what other screens change load afresh at each opening.
+    virtual bool loadsAfresh() const { return false; }
     /// Look-ups, pads and views go when Escape is pressed.
     virtual bool closesOnEscape() const { return false; }
 

@@ -189,7 +189,7 @@ QWidget* field(const QString& screen, const QString& control) {
 
 Screen* load(const QString& name) {
     if (const Entry* entry = entryOf(name)) {
-        if (entry->loadedFor == sessionSubject(entry->screen->subject()))
+        if (!entry->screen->loadsAfresh() && entry->loadedFor == sessionSubject(entry->screen->subject()))
             return entry->screen;
         discard(name);
     }

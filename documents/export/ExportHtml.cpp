@@ -17,9 +17,9 @@ QString placed(const QRectF& place) {
 }
 
 QString textElement(const PageText& text) {
-    const QString align = text.style.alignment & Qt::AlignRight     ? "right"
-                          : text.style.alignment & Qt::AlignHCenter ? "center"
-                                                                    : "left";
+    const QString align = text.style->alignment & Qt::AlignRight     ? "right"
+                          : text.style->alignment & Qt::AlignHCenter ? "center"
+                                                                     : "left";
     QRectF place = text.place;
     place.setTop(TopOf(text));
     const QString content = text.text.toHtmlEscaped()
@@ -27,11 +27,11 @@ QString textElement(const PageText& text) {
                                 .replace(PageText::wordBreak, "<wbr>")
                                 .replace('\n', "<br>");
     const QString tag = text.heading > 0 ? "h" + QString::number(text.heading) : "p";
-    return '<' + tag + " style=\"" + placed(place) + ";font-size:" + points(text.style.size) +
+    return '<' + tag + " style=\"" + placed(place) + ";font-size:" + points(text.style->size) +
            ";line-height:" + points(TextFit::lineHeight(text.style)) +
-           (text.style.bold ? ";font-weight:bold" : ";font-weight:normal") +
-           (text.style.italic ? ";font-style:italic" : "") +
-           (text.style.color != Qt::black ? ";color:" + text.style.color.name() : "") +
+           (text.style->bold ? ";font-weight:bold" : ";font-weight:normal") +
+           (text.style->italic ? ";font-style:italic" : "") +
+           (text.style->color != Qt::black ? ";color:" + text.style->color.name() : "") +
            (text.breaks() ? ";overflow-wrap:anywhere" : ";white-space:pre") + ";text-align:" + align + "\">" +
            content + "</" + tag + ">\n";
 }
@@ -52,7 +52,7 @@ QString lineElement(const PageLine& line) {
 QString checkElement(const PageCheck& check) {
     QRectF place = check.place;
     place.setRight(std::max(check.place.right(), check.caption.place.right()));
-    return "<label style=\"" + placed(place) + ";font-size:" + points(check.caption.style.size) +
+    return "<label style=\"" + placed(place) + ";font-size:" + points(check.caption.style->size) +
            "\"><input type=\"checkbox\" disabled" + (check.checked ? " checked" : "") + "> " +
            check.caption.text.toHtmlEscaped() + "</label>\n";
 }

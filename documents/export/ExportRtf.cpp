@@ -31,8 +31,8 @@ QByteArray escaped(const QString& text) {
 }
 
 QByteArray run(const PageText& text) {
-    return "{\\fs" + QByteArray::number(std::lround(text.style.size * 2)) + (text.style.bold ? "\\b" : "") +
-           (text.style.italic ? "\\i" : "") + ' ' + escaped(text.plain()) + '}';
+    return "{\\fs" + QByteArray::number(std::lround(text.style->size * 2)) + (text.style->bold ? "\\b" : "") +
+           (text.style->italic ? "\\i" : "") + ' ' + escaped(text.plain()) + '}';
 }
 
 /// A wrapped text that stands alone: it wraps by itself, with a little more room than on the page.
@@ -47,8 +47,8 @@ QByteArray tabbed(const GridRow& row) {
     QByteArray stops;
     QByteArray runs;
     for (const PageText* text : row) {
-        const bool right = text->style.alignment & Qt::AlignRight;
-        const bool center = text->style.alignment & Qt::AlignHCenter;
+        const bool right = text->style->alignment & Qt::AlignRight;
+        const bool center = text->style->alignment & Qt::AlignHCenter;
         const double at = right    ? text->place.right()
                           : center ? text->place.center().x()
                                    : text->place.left();

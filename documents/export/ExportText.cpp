@@ -1,5 +1,6 @@
 #include "documents/export/Export.h"
 #include "documents/export/PageGrid.h"
+#include "documents/report/TextFit.h"
 
 #include <cmath>
 
@@ -14,6 +15,12 @@ void put(QString& line, int column, const QString& text) {
     line = line.leftJustified(column) + text;
 }
 
+/// The column of the letter at which a text is aligned.
+int markColumn(const PageText& text) {
+    const double behind = TextFit::width(QStringView(text.text).mid(text.markAt()), text.style);
+    return int(std::lround((text.place.right() - behind) / characterWidth));
+}
+
 QString rowLines(const GridRow& row) {
     QStringList lines;
     int end = 0; // of the column of the text before, for right-aligned texts
@@ -23,10 +30,12 @@ QString rowLines(const GridRow& row) {
             while (lines.size() <= i)
                 lines.append(QString());
             int column = int(std::lround(text->place.left() / characterWidth));
-            if (text->style.alignment & Qt::AlignRight)
+            if (!text->style->mark.isEmpty())
+                column = markColumn(*text) - int(text->markAt());
+            else if (text->style->alignment & Qt::AlignRight)
                 column = std::max(end, int(std::lround(text->place.right() / characterWidth)) -
                                            int(parts[i].size()));
-            else if (text->style.alignment & Qt::AlignHCenter)
+            else if (text->style->alignment & Qt::AlignHCenter)
                 column =
                     int(std::lround(text->place.center().x() / characterWidth)) - int(parts[i].size()) / 2;
             put(lines[i], std::max(0, column), parts[i]);

@@ -32,7 +32,9 @@ bool standsAlone(const PageText& text, const Page& page) {
 PageText lineOf(const PageText& text, const QString& line, int number) {
     PageText single = text;
     single.text = line;
-    single.style.alignment &= ~Qt::AlignVCenter;
+    TextStyle style = text.style;
+    style.alignment &= ~Qt::AlignVCenter;
+    single.style = style;
     single.place.setTop(TopOf(text) + number * TextFit::lineHeight(text.style));
     return single;
 }
@@ -40,8 +42,8 @@ PageText lineOf(const PageText& text, const QString& line, int number) {
 } // namespace
 
 double TopOf(const PageText& text) {
-    return text.style.alignment & Qt::AlignVCenter ? text.place.center().y() - heightOf(text) / 2
-                                                   : text.place.top();
+    return text.style->alignment & Qt::AlignVCenter ? text.place.center().y() - heightOf(text) / 2
+                                                    : text.place.top();
 }
 
 PageGrid::PageGrid(const Page& page, Lines lines) {

@@ -1,12 +1,13 @@
 #include "documents/export/Workbook.h"
 
+#include "documents/export/Biff.h"
 #include "documents/export/CompoundFile.h"
-
-#include <QtEndian>
+#include "documents/export/FilterButtons.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+
+using namespace Biff;
 
 namespace {
 
@@ -14,24 +15,6 @@ constexpr qsizetype mostRecordBytes = 8224;
 constexpr int fontsOfTheDefault = 5;   // font 4 does not exist; the program's own begin at 5
 constexpr int stylesOfTheDefault = 16; // the 15 of the built-in styles and the default cell's
 constexpr int firstOwnFormat = 164;
-
-template<typename Number>
-void put(QByteArray& bytes, Number number) {
-    const auto little = qToLittleEndian(number);
-    bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
-}
-
-void put(QByteArray& bytes, double number) {
-    std::uint64_t bits = 0;
-    std::memcpy(&bits, &number, sizeof bits);
-    put(bytes, bits);
-}
-
-void record(QByteArray& stream, std::uint16_t kind, const QByteArray& body = {}) {
-    put(stream, kind);
-    put(stream, std::uint16_t(body.size()));
-    stream += body;
-}
 
 bool isNarrow(const QString& text) {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
@@ -119,10 +102,26 @@ void printRecords(QByteArray& stream, const QSizeF& paper) {
     record(stream, 0x00A1, body);
 }
 
+/// How the sheet shows; some rows at its top stay in sight.
+void windowRecords(QByteArray& stream, bool selected, int rowsInSight) {
+    constexpr int frozen = 0x0108;
+    QByteArray window;
+    putWords(window, {(selected ? 0x06B6 : 0x00B6) | (rowsInSight > 0 ? frozen : 0)});
+    for (int i = 0; i < 4; ++i)
+        put<std::uint32_t>(window, i == 1 ? 0x40U : 0U);
+    record(stream, 0x023E, window);
+    if (rowsInSight == 0)
+        return;
+    QByteArray pane;
+    constexpr int lower = 2;
+    putWords(pane, {0, rowsInSight, rowsInSight, 0, lower});
+    record(stream, 0x0041, pane);
+}
+
 } // namespace
 
 void Workbook::addSheet(const QString& name, const QList<double>& columnWidths, const QSizeF& paper) {
-    sheets.append({name.left(31), columnWidths, paper, {}, {}, {}});
+    sheets.append({name.left(31), columnWidths, paper, {}, {}, {}, {}});
 }
 
 int Workbook::styleIndex(const CellStyle& style) {
@@ -159,6 +158,38 @@ void Workbook::merge(int row, int firstColumn, int lastColumn) {
 
 void Workbook::rowHeight(int row, double points) {
     sheets.last().heights.insert(row, points);
+}
+
+void Workbook::filter(int headingRow, int lastRow, int columns) {
+    sheets.last().filter = {headingRow, lastRow, columns};
+}
+
+/// The range of each sheet's filters goes by a name that every workbook has, and the buttons are drawn.
+QByteArray Workbook::filterNames() const {
+    QByteArray names;
+    QByteArray ranges;
+    QList<int> buttons;
+    putWords(ranges, {int(sheets.size())});
+    for (int i = 0; i < sheets.size(); ++i) {
+        const Filter& filter = sheets[i].filter;
+        buttons.append(filter.columns);
+        putWords(ranges, {0, i, i});
+        if (filter.columns == 0)
+            continue;
+        QByteArray body;
+        putWords(body, {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden and built in, one letter, of the sheet
+        body += QByteArray::fromHex("000d3b");                // the name of a filter's range; an area
+        putWords(body, {i, filter.headingRow, filter.lastRow, 0, filter.columns - 1});
+        record(names, 0x0018, body);
+    }
+    if (names.isEmpty())
+        return {};
+    QByteArray stream;
+    QByteArray book;
+    putWords(book, {int(sheets.size()), 0x0401}); // the workbook itself
+    record(stream, 0x01AE, book);
+    record(stream, 0x0017, ranges);
+    return stream + names + FilterButtons::OfWorkbook(buttons);
 }
 
 /// All texts once. A text that crosses the end of a record continues in the next, which repeats its width.
@@ -232,12 +263,13 @@ QByteArray Workbook::globals(const QList<qsizetype>& sheetOffsets) const {
         put<std::uint16_t>(body, 0);
         record(stream, 0x0085, body + counted<std::uint8_t>(sheets[i].name));
     }
-    stream += stringTable();
+    stream += filterNames() + stringTable();
     record(stream, 0x000A);
     return stream;
 }
 
-QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
+QByteArray Workbook::sheetRecords(int number) const {
+    const Sheet& sheet = sheets[number];
     QByteArray stream;
     beginSubstream(stream, 0x0010);
     int lastRow = 0;
@@ -256,6 +288,12 @@ QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
         put<std::uint16_t>(body, stylesOfTheDefault - 1);
         put<std::uint32_t>(body, 0);
         record(stream, 0x007D, body);
+    }
+    const Filter& filter = sheet.filter;
+    if (filter.columns > 0) {
+        QByteArray body;
+        putWords(body, {filter.columns});
+        record(stream, 0x009D, body);
     }
     QByteArray dimensions;
     put<std::uint32_t>(dimensions, 0);
@@ -288,11 +326,9 @@ QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
             put(body, cell.value);
         record(stream, cell.string >= 0 ? 0x00FD : 0x0203, body);
     }
-    QByteArray window;
-    put<std::uint16_t>(window, selected ? 0x06B6 : 0x00B6);
-    for (int i = 0; i < 4; ++i)
-        put<std::uint32_t>(window, i == 1 ? 0x40U : 0U);
-    record(stream, 0x023E, window);
+    if (filter.columns > 0)
+        stream += FilterButtons::OfSheet(number + 1, filter.headingRow, filter.columns);
+    windowRecords(stream, number == 0, filter.columns > 0 ? filter.headingRow + 1 : 0);
     constexpr qsizetype mostMerged = 1000; // in a record
     for (qsizetype from = 0; from < sheet.merged.size(); from += mostMerged) {
         const auto part = sheet.merged.mid(from, mostMerged);
@@ -312,8 +348,8 @@ QByteArray Workbook::sheetRecords(const Sheet& sheet, bool selected) const {
 
 QByteArray Workbook::file() const {
     QList<QByteArray> bodies;
-    for (qsizetype i = 0; i < sheets.size(); ++i)
-        bodies.append(sheetRecords(sheets[i], i == 0));
+    for (int i = 0; i < sheets.size(); ++i)
+        bodies.append(sheetRecords(i));
     // The offsets do not change the length of what holds them.
     qsizetype at = globals({}).size();
     QList<qsizetype> offsets;

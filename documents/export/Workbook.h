@@ -31,6 +31,9 @@ class Workbook {
     /// Joins the cells of a row from one column to another.
     void merge(int row, int firstColumn, int lastColumn);
     void rowHeight(int row, double points);
+    /// Makes a row of the last sheet the headings of the rows below it, to a last one: each offers a filter,
+    /// and they stay in sight.
+    void filter(int headingRow, int lastRow, int columns);
 
     /// The file: the workbook in its compound file.
     QByteArray file() const;
@@ -51,6 +54,11 @@ class Workbook {
         int first;
         int last;
     };
+    struct Filter {
+        int headingRow = 0;
+        int lastRow = 0;
+        int columns = 0; // 0 for no filter
+    };
     struct Sheet {
         QString name;
         QList<double> columnWidths;
@@ -58,12 +66,14 @@ class Workbook {
         QList<Cell> cells;
         QList<Merged> merged;
         QHash<int, double> heights;
+        Filter filter;
     };
 
     int styleIndex(const CellStyle& style);
     QByteArray globals(const QList<qsizetype>& sheetOffsets) const;
+    QByteArray filterNames() const;
     QByteArray stringTable() const;
-    QByteArray sheetRecords(const Sheet& sheet, bool selected) const;
+    QByteArray sheetRecords(int number) const;
 
     QList<Sheet> sheets;
     QList<CellStyle> styles;

@@ -8,4 +8,5 @@ struct Document {
     QString author;
     QString fileName; // to propose for a file, without an ending
     Pages pages;
+    bool table = false; // the details are the rows of one table, which a workbook can filter
 };

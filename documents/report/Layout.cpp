@@ -10,6 +10,7 @@
 // A layout file has one thing a line; # starts a comment. Texts with blanks stand in double quotes.
 //   extends NAME                          begin with that layout
 //   title TEXT
+//   table                                 the details are the rows of a table, which a workbook can filter
 //   paper letter|legal|a4 [landscape]
 //   margins LEFT TOP RIGHT BOTTOM         in points
 //   section KIND HEIGHT [COLUMN]          report-header, page-header, continuation, group-header, detail,
@@ -21,6 +22,7 @@
 //   change NAME ATTRIBUTE...
 //   drop NAME...                          controls, or a field as a whole by the name behind its lbl and box
 // Attributes: text T, column C, format F, size N, bold, regular, italic, left, center, right, middle,
+// align T N (with right: the texts of a column stand with T, such as ".", N points from the left),
 // color rrggbb, fill rrggbb, wrap, shrink N, flow HEADING, hidden, width N, picture FILE, describe T, mark,
 // heading N, of FIELD, at X Y, extent W H
 
@@ -67,7 +69,7 @@ const QHash<QString, Setter>& attributes() {
     static const QHash<QString, Setter> all = {
         {"text", [](C& c, Words& w) { c.text = w.take(); }},
         {"column", [](C& c, Words& w) { c.column = w.take(); }},
-        {"format", [](C& c, Words& w) { c.format = w.take(); }},
+        {"format", [](C& c, Words& w) { c.style.pattern = w.take(); }},
         {"size", [](C& c, Words& w) { c.style.size = w.number(); }},
         {"bold", [](C& c, Words&) { c.style.bold = true; }},
         {"regular", [](C& c, Words&) { c.style.bold = false; }},
@@ -75,6 +77,11 @@ const QHash<QString, Setter>& attributes() {
         {"left", [](C& c, Words&) { c.style.alignment = (c.style.alignment & vertical) | Qt::AlignLeft; }},
         {"center",
          [](C& c, Words&) { c.style.alignment = (c.style.alignment & vertical) | Qt::AlignHCenter; }},
+        {"align",
+         [](C& c, Words& w) {
+             c.style.mark = w.take();
+             c.markAt = w.number();
+         }},
         {"right", [](C& c, Words&) { c.style.alignment = (c.style.alignment & vertical) | Qt::AlignRight; }},
         {"middle",
          [](C& c, Words&) { c.style.alignment = (c.style.alignment & horizontal) | Qt::AlignVCenter; }},
@@ -133,9 +140,10 @@ class Reader {
         const QString first = words.take();
         using Handler = void (Reader::*)(Words&);
         static const QHash<QString, Handler> handlers = {
-            {"extends", &Reader::extends}, {"title", &Reader::title},     {"paper", &Reader::paper},
-            {"margins", &Reader::margins}, {"section", &Reader::section}, {"field", &Reader::field},
-            {"place", &Reader::place},     {"change", &Reader::change},   {"drop", &Reader::drop}};
+            {"extends", &Reader::extends}, {"title", &Reader::title},     {"table", &Reader::table},
+            {"paper", &Reader::paper},     {"margins", &Reader::margins}, {"section", &Reader::section},
+            {"field", &Reader::field},     {"place", &Reader::place},     {"change", &Reader::change},
+            {"drop", &Reader::drop}};
         if (const Handler handler = handlers.value(first))
             (this->*handler)(words);
         else
@@ -145,6 +153,7 @@ class Reader {
   private:
     void extends(Words& words) { layout = Layout::load(words.take()); }
     void title(Words& words) { layout.title = words.take(); }
+    void table(Words& /*words*/) { layout.table = true; }
 
     void paper(Words& words) {
         static const QHash<QString, QSizeF> papers = {

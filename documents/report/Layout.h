@@ -10,11 +10,11 @@ struct ReportControl {
 
     Kind kind = Kind::Label;
     QString name;
-    QRectF place;   // points, in its section
-    QString text;   // of a field: what shows until it is filled; of a label: with {page} and {pages}
-    QString column; // of the data source; empty for a control that the start routine fills
-    QString format; // display pattern; "General" and a unit for a number as it is stored
-    TextStyle style;
+    QRectF place;        // points, in its section
+    QString text;        // of a field: what shows until it is filled; of a label: with {page} and {pages}
+    QString column;      // of the data source; empty for a control that the start routine fills
+    TextStyle style;     // its pattern "General" and a unit show a number as it is stored
+    double markAt = 0;   // points from the left, where the mark of the style stands
     double smallest = 0; // points; the size down to which the text shrinks to its place
     bool wrap = false;   // the text may take several lines
     QString flow;        // what does not fit continues on a page of its own, under this heading
@@ -47,6 +47,7 @@ class Layout {
     static Layout parse(const QString& name, const QString& text);
 
     QString title;
+    bool table = false; // the details are the rows of one table
     QSizeF paper{612, 792};
     QMarginsF margins{36, 36, 36, 36};
     QList<ReportSection> sections;

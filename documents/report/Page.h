@@ -22,7 +22,23 @@ struct TextStyle {
     bool italic = false;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     QColor color = Qt::black;
+    QString pattern{}; // that shows the number behind the text, where it is one
+    QString mark{}; // of a column: this part of its texts, such as the decimal point, stands below each other
     bool operator==(const TextStyle&) const = default;
+};
+
+/// A style that all texts share which are set in it: a long list has many texts and few styles.
+class SharedStyle {
+  public:
+    SharedStyle() : SharedStyle(TextStyle()) {}
+    SharedStyle(const TextStyle& style); // NOLINT(google-explicit-constructor): a style is a style
+    operator const TextStyle&() const { return *shared; } // NOLINT(google-explicit-constructor)
+    const TextStyle& operator*() const { return *shared; }
+    const TextStyle* operator->() const { return shared; }
+    bool operator==(const SharedStyle&) const = default;
+
+  private:
+    const TextStyle* shared; // among those of the program, which stay as long as it runs
 };
 
 /// The part of a layout that something on a page comes from.
@@ -44,18 +60,22 @@ struct PageText {
 
     QRectF place;
     QString text;
-    TextStyle style;
-    /// The number behind the text and the pattern that shows it, where it is one.
-    std::optional<double> number;
-    QString pattern;
+    SharedStyle style;
+    std::optional<double> number; // behind the text, where it is one
     Section section = Section::Detail;
-    bool repeated = false; // seen on an earlier page already: a header, or a group that continues
-    bool pageNumber = false;
+    bool label : 1 = false;    // the same on every page, whatever the rows hold
+    bool repeated : 1 = false; // seen on an earlier page already: a header, or a group that continues
+    bool pageNumber : 1 = false;
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
     int field = -1;           // label and values of one boxed field share a number
 
     /// The text as it reads: without the breaks of wrapping.
     QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
+    /// The letter at which it is aligned with the other texts of its column; its end when it lacks the mark.
+    qsizetype markAt() const {
+        const qsizetype at = text.indexOf(style->mark);
+        return at < 0 ? text.size() : at;
+    }
     /// Whether it has more than one line.
     bool breaks() const {
         return std::any_of(text.begin(), text.end(),

@@ -26,17 +26,17 @@ class Tools {
         if (painter.brush() != brush)
             painter.setBrush(brush);
     }
-    void text(const TextStyle& style) {
-        if (current && *current == style)
+    void text(const SharedStyle& style) {
+        if (current == style)
             return;
-        if (!current || current->size != style.size || current->bold != style.bold ||
-            current->italic != style.italic) {
+        if (!current || (*current)->size != style->size || (*current)->bold != style->bold ||
+            (*current)->italic != style->italic) {
             painter.setFont(TextFit::font(style));
             lineHeight = TextFit::lineHeight(style);
             ascent = TextFit::ascent(style);
         }
-        if (!current || current->color != style.color)
-            painter.setPen(style.color);
+        if (!current || (*current)->color != style->color)
+            painter.setPen(style->color);
         current = style;
     }
 
@@ -45,14 +45,14 @@ class Tools {
     double ascent = 0;
 
   private:
-    std::optional<TextStyle> current;
+    std::optional<SharedStyle> current;
 };
 
 void paintLine(Tools& tools, const PageText& text, QStringView line, double y) {
     double x = text.place.left();
-    if (text.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
+    if (text.style->alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
         const double free = text.place.width() - TextFit::width(line, text.style);
-        x += text.style.alignment & Qt::AlignRight ? free : free / 2;
+        x += text.style->alignment & Qt::AlignRight ? free : free / 2;
     }
     tools.painter.drawText(QPointF(x, y + tools.ascent) * TextFit::fontScale, line.toString());
 }
@@ -62,7 +62,7 @@ void paintText(Tools& tools, const PageText& text) {
     tools.text(text.style);
     const QStringList lines = text.breaks() ? text.lines() : QStringList{text.text};
     double y = text.place.top();
-    if (text.style.alignment & Qt::AlignVCenter)
+    if (text.style->alignment & Qt::AlignVCenter)
         y = text.place.center().y() - tools.lineHeight * double(lines.size()) / 2;
     for (const QString& line : lines) {
         paintLine(tools, text, line, y);

@@ -6,6 +6,7 @@
 #include "documents/report/TextFit.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <utility>
 
@@ -47,6 +48,7 @@ class Renderer {
             require(footer->height, nullptr);
             place(*footer, nullptr);
         }
+        endPage();
         numberPages();
         return std::move(pages);
     }
@@ -59,6 +61,8 @@ class Renderer {
 
     void beginPage(Recordset* row) {
         const bool first = pages.isEmpty();
+        if (!first)
+            endPage();
         pages.append(Page());
         pages.last().size = layout.paper;
         top = layout.margins.top();
@@ -71,6 +75,12 @@ class Renderer {
         place(Section::PageFooter, row);
         repeating = false;
         top = afterHeader;
+    }
+
+    /// Gives back what the page keeps for texts to come.
+    void endPage() {
+        pages.last().texts.squeeze();
+        pages.last().lines.squeeze();
     }
 
     /// Begins a page when a height in points no longer fits on this one; true when it did.
@@ -138,7 +148,9 @@ class Renderer {
         const bool checked =
             row && !row->AtEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
         PageText caption = placed(control, at.adjusted(side + 4, 0, 0, 0), control.text);
-        caption.style.alignment |= Qt::AlignVCenter;
+        TextStyle style = caption.style;
+        style.alignment |= Qt::AlignVCenter;
+        caption.style = style;
         pages.last().checks.append({{at.left(), at.center().y() - side / 2, side, side}, checked, caption});
     }
 
@@ -150,9 +162,16 @@ class Renderer {
         const Recordset::Field field = (*row)[control.column];
         if (field.isNull())
             return;
-        if (control.format.isEmpty())
+        const QString& pattern = control.style.pattern;
+        if (pattern.isEmpty())
             return text(control, at, field.text(), std::nullopt);
-        text(control, at, ShownNumber(field.number(), control.format), field.number());
+        const std::optional<double> number = numberOf(field, pattern);
+        text(control, at, number ? ShownNumber(*number, pattern) : field.text(), number);
+    }
+
+    /// A text that shows as it is stored need not be a number.
+    static std::optional<double> numberOf(const Recordset::Field& field, const QString& pattern) {
+        return pattern.startsWith(u"General") ? ParseNumber(field.text().toStdString()) : field.number();
     }
 
     PageText placed(const ReportControl& control, const QRectF& at, const QString& content) const {
@@ -160,20 +179,30 @@ class Renderer {
         result.place = at;
         result.text = content;
         result.style = control.style;
-        result.pattern = control.format;
         result.section = current;
+        result.label = control.kind == ReportControl::Kind::Label;
         result.repeated = repeating;
         result.heading = control.heading;
         result.field = control.field < 0 ? -1 : fieldsBefore + control.field;
         return result;
     }
 
+    /// A text as it stands in memory already: a list says many things over and over.
+    const QString& known(const QString& content) {
+        constexpr qsizetype most = 2000; // lately
+        if (texts.size() >= most)
+            texts.clear();
+        return *texts.insert(content);
+    }
+
     void text(const ReportControl& control, const QRectF& at, const QString& content,
               std::optional<double> number) {
         if (content.isEmpty())
             return;
-        PageText result = placed(control, at, content);
+        PageText result = placed(control, at, known(content));
         result.number = number;
+        if (!control.style.mark.isEmpty())
+            alignMark(control, result);
         if (control.wrap || !fitsOneLine(control, result))
             wrap(control, result);
         if (control.kind == ReportControl::Kind::Label && content.contains("{page")) {
@@ -183,6 +212,15 @@ class Renderer {
         pages.last().texts.append(result);
     }
 
+    /// Ends a text's place where its mark comes to stand in the column's line, if it has room there.
+    static void alignMark(const ReportControl& control, PageText& line) {
+        const double right = line.place.left() + control.markAt +
+                             TextFit::width(QStringView(line.text).mid(line.markAt()), line.style);
+        const double left = right - TextFit::width(line.text, line.style);
+        if (right <= line.place.right() + tolerance && left >= line.place.left() - tolerance)
+            line.place.setRight(right);
+    }
+
     /// Shrinks a text to one line as far as its control allows.
     static bool fitsOneLine(const ReportControl& control, PageText& line) {
         const double width = TextFit::width(line.text, line.style);
@@ -190,12 +228,14 @@ class Renderer {
             return false;
         if (width <= line.place.width() + tolerance)
             return true;
-        const double smallest = control.smallest > 0 ? control.smallest : line.style.size;
-        const double fitting = line.style.size * line.place.width() / width;
+        const double smallest = control.smallest > 0 ? control.smallest : line.style->size;
+        const double fitting = line.style->size * line.place.width() / width;
         const double size = std::floor(fitting / sizeStep) * sizeStep;
         if (size < smallest)
             return false;
-        line.style.size = size;
+        TextStyle style = line.style;
+        style.size = size;
+        line.style = style;
         return true;
     }
 
@@ -264,6 +304,7 @@ class Renderer {
     QList<Rest> rests;
     QList<std::pair<qsizetype, qsizetype>> numbered; // page and text
     QHash<QString, QByteArray> pictures;
+    QSet<QString> texts;
     Section current = Section::Detail;
     bool repeating = false;
     int fieldsBefore = 0;

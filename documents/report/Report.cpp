@@ -22,5 +22,9 @@ Document Report::Run() {
     Connection connection = UtilityFunctions::openDatabase(kind.database);
     Recordset rows;
     rows.Open(source, connection);
-    return {title, author, fileName, RenderPages(reportLayout, rows)};
+    return {.title = title,
+            .author = author,
+            .fileName = fileName,
+            .pages = RenderPages(reportLayout, rows),
+            .table = reportLayout.table};
 }

@@ -16,15 +16,15 @@ QList<Line> linesOf(const PageText& text) {
     const double height = TextFit::lineHeight(text.style);
     const QStringList all = text.lines();
     double top = text.place.top();
-    if (text.style.alignment & Qt::AlignVCenter)
+    if (text.style->alignment & Qt::AlignVCenter)
         top = text.place.center().y() - height * double(all.size()) / 2;
     QList<Line> lines;
     int start = 0;
     for (const QString& line : all) {
         const double width = TextFit::width(line, text.style);
         const double free = text.place.width() - width;
-        const double left = text.place.left() + (text.style.alignment & Qt::AlignRight     ? free
-                                                 : text.style.alignment & Qt::AlignHCenter ? free / 2
+        const double left = text.place.left() + (text.style->alignment & Qt::AlignRight     ? free
+                                                 : text.style->alignment & Qt::AlignHCenter ? free / 2
                                                                                            : 0);
         lines.append({line, start, {left, top, width, height}});
         top += height;

@@ -249,7 +249,7 @@ TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
         QStringList found;
         for (const Page& page : pages)
             for (qsizetype i = 0; i + 2 < page.texts.size(); ++i)
-                if (page.texts[i].section == Section::Detail && page.texts[i].style.bold)
+                if (page.texts[i].section == Section::Detail && page.texts[i].style->bold)
                     found.append(page.texts[i].text + '|' + page.texts[i + 1].text + '|' +
                                  QString::number(page.texts[i + 2].number.value_or(-1)));
         QStringList expected;

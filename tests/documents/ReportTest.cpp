@@ -118,7 +118,7 @@ TEST_F(ReportEngine, FormatsColumnsAndKeepsTheirNumbers) {
     for (const PageText& text : pages[0].texts)
         if (text.text == "1,234 rep") {
             EXPECT_EQ(text.number, 1234);
-            EXPECT_EQ(text.pattern, "#,##0 rep");
+            EXPECT_EQ(text.style->pattern, "#,##0 rep");
             return;
         }
     FAIL() << textsOf(pages[0]).join(" | ").toStdString();
@@ -150,7 +150,7 @@ TEST_F(ReportEngine, CutsNothing) {
         for (const PageText& text : page.texts) {
             all += text.plain() + ' ';
             if (text.text.startsWith("RCB")) {
-                EXPECT_LT(text.style.size, 10);
+                EXPECT_LT(text.style->size, 10);
                 EXPECT_LE(TextFit::width(text.text, text.style), 61);
             }
         }
@@ -179,7 +179,7 @@ TEST_F(ReportEngine, ExtendsLayoutsByAddingChangingAndDropping) {
     EXPECT_EQ(fourth.control("lblFluid")->text, "Static Pressure");
     EXPECT_EQ(fourth.control("txtSOTMax")->column, "WaterVelocity");
     EXPECT_FALSE(fourth.control("txtAccVol"));
-    EXPECT_EQ(first.control("txtSOTMin")->format, "\"Min\" #,##0°F");
+    EXPECT_EQ(first.control("txtSOTMin")->style.pattern, "\"Min\" #,##0°F");
 }
 
 TEST_F(ReportEngine, NamesTheLineOfABadLayout) {

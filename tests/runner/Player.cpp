@@ -348,6 +348,10 @@ void close(Stage&, Words w) {
 void expect(Stage&, Words w) {
     expectEqual(w[0], w[1], textOf(control(w[0])));
 }
+void expectHolds(Stage&, Words w) {
+    const QString text = textOf(control(w[0]));
+    require(text.contains(w[1]), QString("%1 does not hold \"%2\"; it holds \"%3\"").arg(w[0], w[1], text));
+}
 void expectVisible(Stage&, Words w) {
     require(control(w[0])->isVisible(), w[0] + " is hidden");
 }
@@ -498,6 +502,7 @@ const QHash<QString, Command>& commands() {
         {"close", {close, 1, true}},
         {"size", {size, 3}},
         {"expect", {expect, 2}},
+        {"expect-holds", {expectHolds, 2}},
         {"expect-visible", {expectVisible, 1}},
         {"expect-hidden", {expectHidden, 1}},
         {"expect-enabled", {expectEnabled, 1}},

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "core/store/Gateway.h"
+#include "tests/support/TemporaryHome.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <stdexcept>
+#include <vector>
+
+/// A bare connection of the engine, for the baselines.
+class Bare {
+  public:
+    explicit Bare(const QString& file) {
+        sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+        run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
+    }
+    ~Bare() { sqlite3_close(handle); }
+    Bare(const Bare&) = delete;
+    Bare& operator=(const Bare&) = delete;
+
+    void run(const QString& sql) {
+        if (sqlite3_exec(handle, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(handle));
+    }
+    /// All rows of a query, each column read; the first column of the first row.
+    double query(const QByteArray& sql) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
+        double first = -1;
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            first = first < 0 ? sqlite3_column_double(statement, 0) : first;
+        sqlite3_finalize(statement);
+        return first;
+    }
+
+    /// Some columns of all rows of a query, as texts.
+    template<std::size_t count>
+    auto texts(const QByteArray& sql, const std::array<int, count>& columns) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
+        std::vector<std::array<QString, count>> rows;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            auto& row = rows.emplace_back();
+            for (std::size_t i = 0; i < count; ++i)
+                row[i] = QString::fromUtf8(
+                    reinterpret_cast<const char*>(sqlite3_column_text(statement, columns[i])),
+                    sqlite3_column_bytes(statement, columns[i]));
+        }
+        sqlite3_finalize(statement);
+        return rows;
+    }
+
+  private:
+    sqlite3* handle = nullptr;
+};
+
+/// Data of its own with a catalogue and a user file of some size.
+class Data {
+  public:
+    Data(int models, int tankLines) {
+        home.installData();
+        Bare catalogue(file("Sys"));
+        const QString more =
+            QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                    "INSERT INTO tblModelMaster SELECT 'M ' || i, m.App, m.Class, m.Bladder, "
+                    "m.ASME, m.NSF, m.IAPMO, 10 + i * .37, 8 + i * .33, m.TankOD, m.OAL, "
+                    "m.SysConnStd, m.SysConnType, m.TankSysConn, m.TankWkPressure, "
+                    "m.MinSysPressure, m.Precharge, m.ShipWeight, m.MakeUpCapacity, m.PumpHp, "
+                    "m.Shell, m.Finish, m.MaxTemp, m.Clearance, m.TankDraw, m.Submittal "
+                    "FROM n JOIN tblModelMaster m ON m.rowid = 1 + n.i % 200; ANALYZE;");
+        if (models > 300)
+            catalogue.run(more.arg(models));
+        Bare user(file("User"));
+        user.run(
+            QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                    "INSERT INTO tblJobData (TankID, TankNo, JobID, TotSysVolume) SELECT 'J' || (i / 5) || "
+                    "'.' || (i % 5), i % 5, 'J' || (i / 5), i FROM n; INSERT INTO tblJobHeader (JobID) "
+                    "SELECT DISTINCT JobID FROM tblJobData; COMMIT; ANALYZE;")
+                .arg(tankLines));
+    }
+    QString file(const QString& name) const { return UtilityFunctions::dbConnection(name).dataSource(); }
+
+  private:
+    TemporaryHome home;
+};

@@ -1,0 +1,259 @@
+#include "bench/DocumentBench.h"
+
+#include "bench/BenchData.h"
+#include "core/store/SessionStore.h"
+#include "documents/Reports.h"
+#include "documents/Submittals.h"
+#include "documents/export/Export.h"
+#include "documents/schedule/ScheduleTable.h"
+#include "tests/support/Driver.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QBuffer>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgRenderer>
+
+#include <malloc.h>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+double listMemory = 0; // megabytes
+
+/// From an act of the user to the painted screen that it brings, which goes again.
+void timeToScreen(benchmark::State& state, const char* screen, void (*act)()) {
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        act();
+        Screens::find(screen)->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        Screens::unload(screen);
+        Driver::settle();
+    }
+}
+
+/// A tank line that the results show.
+void addFinishedTank(const Data& data) {
+    Bare(data.file("User"))
+        .run("INSERT INTO tblJobHeader (JobID) VALUES ('B'); INSERT INTO tblJobData (TankID, TankNo, JobID, "
+             "ModelNo, Qty, AtmPressure, SOPMin, SOPMax, SOTMin, SOTMax, SysFluidType, TotSysVolume) VALUES "
+             "('B.1', 1, 'B', 'RCB 500', 1, 14.7, 12, 30, 40, 180, 'Water', 500)");
+    Session::JobID.write("B");
+    Session::TankID.write("B.1");
+}
+
+void previewSubmittal(benchmark::State& state) {
+    const Data data(200, 100);
+    Driver::start();
+    addFinishedTank(data);
+    Screens::open("frmResults");
+    timeToScreen(state, "frmReportViewer", [] { Driver::press("frmResults", "bttnPreview"); });
+    Driver::stop();
+}
+
+/// The same texts and pictures with the same writer, each where it stands, and nothing else.
+QByteArray barePdf(const Pages& pages) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    constexpr int resolution = 1200;
+    constexpr double scale = resolution / 72.0;
+    writer.setResolution(resolution);
+    writer.setPageSize(QPageSize(pages.first().size, QPageSize::Point));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter(&writer);
+    double size = 0;
+    bool bold = false;
+    for (const Page& page : pages) {
+        if (&page != &pages.first())
+            writer.newPage();
+        for (const PagePicture& picture : page.pictures)
+            QSvgRenderer(picture.svg)
+                .render(&painter, QRectF(picture.place.topLeft() * scale, picture.place.size() * scale));
+        for (const PageText& text : page.texts) {
+            if (size != text.style->size || bold != text.style->bold) {
+                QFont font("Liberation Sans");
+                font.setPointSizeF(size = text.style->size);
+                font.setBold(bold = text.style->bold);
+                painter.setFont(font);
+            }
+            double y = text.place.top() + text.style->size;
+            for (const QString& line : text.lines()) {
+                painter.drawText(QPointF(text.place.left(), y) * scale, line);
+                y += text.style->size * 1.15;
+            }
+        }
+    }
+    painter.end();
+    return bytes;
+}
+
+QByteArray programPdf(const Pages& pages) {
+    return Export::pdf({.title = "Bench", .author = {}, .fileName = {}, .pages = pages});
+}
+
+void pdfOfSubmittal(benchmark::State& state, QByteArray (*write)(const Pages&)) {
+    const Data data(200, 100);
+    addFinishedTank(data);
+    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(write(pages));
+}
+
+/// A catalogue of so many expansion tanks and no other models.
+class TankList {
+  public:
+    explicit TankList(int models) : data(models, 1) {
+        Bare(data.file("Sys"))
+            .run("DELETE FROM tblModelMaster WHERE ModelDscrptn NOT LIKE 'M %'; UPDATE tblModelMaster SET "
+                 "App = 'EXP'");
+        Session::TankClass.write("Expansion Tank");
+    }
+    static Pages pages() { return Report(*FindReport("rptExpTankList")).Run().pages; }
+    /// What the report reads, as texts and nothing else.
+    void readBare() const {
+        constexpr std::array columns = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+        Bare catalogue(data.file("Sys"));
+        benchmark::DoNotOptimize(
+            catalogue.texts("SELECT Class, Bladder, ASME, ModelDscrptn, TankOD, OAL, TankVolume, "
+                            "AcceptanceVolume, SysConnStd, "
+                            "TankWkPressure, ShipWeight FROM tblModelMaster ORDER BY Class, TankVolume",
+                            columns));
+    }
+
+  private:
+    Data data;
+};
+
+double heapMegabytes() {
+    const struct mallinfo2 heap = mallinfo2();
+    return double(heap.uordblks + heap.hblkhd) / (1024 * 1024);
+}
+
+void renderList(benchmark::State& state, int rows) {
+    const TankList list(rows);
+    for (auto _ : state) {
+        const double before = heapMegabytes();
+        const Pages pages = TankList::pages();
+        listMemory = std::max(listMemory, heapMegabytes() - before);
+    }
+}
+
+void pdfOfList(benchmark::State& state, int rows, QByteArray (*write)(const Pages&)) {
+    const TankList list(rows);
+    const Pages pages = TankList::pages();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(write(pages));
+}
+
+void listToPdf(benchmark::State& state, int rows) {
+    const TankList list(rows);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(programPdf(TankList::pages()));
+}
+
+void listToPdfBare(benchmark::State& state, int rows) {
+    const TankList list(rows);
+    const Pages pages = TankList::pages();
+    for (auto _ : state) {
+        list.readBare();
+        benchmark::DoNotOptimize(barePdf(pages));
+    }
+}
+
+/// A job of a thousand tank lines with nine units each, beside 100,000 other lines.
+class LongSchedule {
+  public:
+    LongSchedule() : data(10000, 100000) {
+        Bare(data.file("User"))
+            .run("INSERT INTO tblJobHeader (JobID) VALUES ('B'); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+                 "SELECT "
+                 "i + 1 FROM n WHERE i < 1000) INSERT INTO tblJobData (TankID, TankNo, JobID, ModelNo, Qty, "
+                 "SOPMin, "
+                 "SOPMax, SOTMin, SOTMax, TagID01) SELECT 'B.' || i, i, 'B', 'M ' || i, 9, 12, 30, 40, 180, "
+                 "'T-' || "
+                 "i FROM n");
+        Session::JobID.write("B");
+    }
+    QString userFile() const { return data.file("User"); }
+
+  private:
+    Data data;
+};
+
+void showSchedule(benchmark::State& state, const char* screen, void (*act)()) {
+    const LongSchedule schedule;
+    Driver::start();
+    timeToScreen(state, screen, act);
+    Driver::stop();
+}
+
+void fillSchedule(benchmark::State& state) {
+    const LongSchedule schedule;
+    for (auto _ : state)
+        FillScheduleTable();
+}
+
+/// As many rows, one statement each, and nothing read for them.
+void fillScheduleBare(benchmark::State& state) {
+    const LongSchedule schedule;
+    for (auto _ : state) {
+        Bare user(schedule.userFile());
+        user.run("BEGIN; DELETE FROM tblSchedule");
+        for (int unit = 0; unit < 9000; ++unit)
+            user.run("INSERT INTO tblSchedule (TagID, TankID, TankOD, OAL, TankVol, App) VALUES ('B.1.1', "
+                     "'B.1', '24', "
+                     "'77.25', 132.1, 'EXP')");
+        user.run("COMMIT");
+    }
+}
+
+} // namespace
+
+void registerDocumentBenchmarks() {
+    using benchmark::RegisterBenchmark;
+    RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
+        ->UseManualTime()
+        ->Iterations(30);
+    const std::pair<std::string, QByteArray (*)(const Pages&)> writers[] = {{"program", programPdf},
+                                                                            {"bare", barePdf}};
+    for (const auto& [name, write] : writers)
+        RegisterBenchmark(("PDF of a submittal/" + name).c_str(),
+                          [write = write](benchmark::State& s) { pdfOfSubmittal(s, write); });
+    for (const int rows : {10000, 100000}) {
+        const std::string list = "list of " + std::to_string(rows) + " rows, ";
+        const auto add = [&](const std::string& what, const std::function<void(benchmark::State&)>& run) {
+            auto* added = RegisterBenchmark((list + what).c_str(), run);
+            if (rows > 10000)
+                added->Iterations(1);
+        };
+        add("pages/program", [rows](benchmark::State& s) { renderList(s, rows); });
+        add("pages and PDF/program", [rows](benchmark::State& s) { listToPdf(s, rows); });
+        add("pages and PDF/bare", [rows](benchmark::State& s) { listToPdfBare(s, rows); });
+        for (const auto& [name, write] : writers)
+            add("its PDF/" + name, [rows, write = write](benchmark::State& s) { pdfOfList(s, rows, write); });
+    }
+    RegisterBenchmark("schedule of 9000 units, work table/program", fillSchedule);
+    RegisterBenchmark("schedule of 9000 units, work table/bare", fillScheduleBare);
+    RegisterBenchmark(
+        "schedule of 9000 units, screen/program",
+        [](benchmark::State& s) { showSchedule(s, "frmSchedule", [] { Screens::open("frmSchedule"); }); })
+        ->UseManualTime()
+        ->Iterations(5);
+    RegisterBenchmark("schedule of 9000 units, report/program",
+                      [](benchmark::State& s) {
+                          showSchedule(s, "frmReportViewer", [] { Driver::command("mnuSchedule"); });
+                      })
+        ->UseManualTime()
+        ->Iterations(5);
+}
+
+double LongestListMemory() {
+    return listMemory;
+}

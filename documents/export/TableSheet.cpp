@@ -1,0 +1,229 @@
+#include "documents/export/TableSheet.h"
+
+#include "documents/export/Cells.h"
+#include "documents/export/PageGrid.h"
+#include "documents/report/TextFit.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr double sameColumn = 5;   // points, that a heading reaches into a column at least
+constexpr double buttonWidth = 14; // points, of a filter's
+
+/// A page whose check boxes are a label and a word.
+Page withoutChecks(Page page) {
+    for (const PageCheck& check : page.checks) {
+        PageText label = check.caption;
+        label.label = true;
+        PageText word = check.caption;
+        word.label = false;
+        word.text = check.checked ? QStringLiteral("Yes") : QStringLiteral("No");
+        word.place.moveLeft(label.place.left() + 1);
+        page.texts << label << word;
+    }
+    page.checks.clear();
+    return page;
+}
+
+/// A column that a group's headings fill.
+struct GroupColumn {
+    PageText heading;
+    PageText value;
+    double width = 0;
+};
+
+class TableWriter {
+  public:
+    explicit TableWriter(const Document& written) : document(written), edges(edgesOf(written.pages)) {
+        measure();
+    }
+
+    QByteArray file() {
+        beginSheet();
+        forEachRow([this](const GridRow& row, bool lastPage) { write(row, lastPage); });
+        endTable();
+        for (const QString& line : closing)
+            book.text(rows++, 0, line, {});
+        return book.file();
+    }
+
+  private:
+    static QList<double> edgesOf(const Pages& pages) {
+        Pages details;
+        for (const Page& page : pages) {
+            details.append(Page());
+            for (const PageText& text : page.texts)
+                if (text.section == Section::Detail)
+                    details.last().texts.append(text);
+        }
+        return ColumnEdges(details);
+    }
+
+    template<typename Use>
+    void forEachRow(Use use) const {
+        for (const Page& page : document.pages) {
+            const Page words = withoutChecks(page);
+            const PageGrid grid(words);
+            for (const GridRow& row : grid.rows())
+                use(row, &page == &document.pages.last());
+        }
+    }
+
+    /// Finds out how wide the columns behind the details are, and what heads them.
+    void measure() {
+        forEachRow([this](const GridRow& row, bool) {
+            if (row.first()->section == Section::GroupHeader && !row.first()->repeated)
+                takeGroup(row);
+        });
+        for (GroupColumn& group : groups) // which none has yet, when the writing begins
+            group.value = PageText();
+    }
+
+    void write(const GridRow& row, bool lastPage) {
+        switch (row.first()->section) {
+        case Section::ReportHeader:
+            return title(row);
+        case Section::PageHeader:
+        case Section::Continuation:
+            if (!row.first()->repeated)
+                captions.append(ownTexts(row));
+            return;
+        case Section::GroupHeader:
+            return takeGroup(row);
+        case Section::Detail:
+            return detail(row);
+        case Section::PageFooter:
+        case Section::ReportFooter:
+            if (lastPage)
+                close(row);
+        }
+    }
+
+    void title(const GridRow& row) {
+        QStringList words;
+        for (const PageText* text : row)
+            words.append(text->plain());
+        Workbook::CellStyle style = CellStyleOf(*row.first());
+        style.align = Workbook::CellStyle::Align::Left; // so that it reaches over the empty cells beside it
+        book.text(rows, 0, words.join(u' '), style);
+        book.rowHeight(rows++, TextFit::lineHeight(row.first()->style) * 1.2);
+    }
+
+    static QList<PageText> ownTexts(const GridRow& row) {
+        QList<PageText> texts;
+        for (const PageText* text : row)
+            texts.append(*text);
+        return texts;
+    }
+
+    /// Each label of a group's heading heads a column, and the value behind it fills it.
+    void takeGroup(const GridRow& row) {
+        qsizetype column = -1;
+        for (const PageText* text : row) {
+            if (text->label && ++column == groups.size())
+                groups.append(GroupColumn());
+            if (column < 0)
+                continue;
+            GroupColumn& group = groups[column];
+            PageText& part = text->label ? group.heading : group.value;
+            part = *text;
+            if (text->label)
+                group.value = PageText();
+            group.width = std::max(group.width, TextFit::width(text->plain(), text->style) + 2 * sameColumn);
+        }
+    }
+
+    void detail(const GridRow& row) {
+        if (rows == Workbook::mostRows) {
+            endTable();
+            beginSheet();
+        }
+        if (headingRow < 0)
+            headings();
+        for (const PageText* text : row)
+            AddCell(book, rows, ColumnOf(edges, *text), *text);
+        int column = int(edges.size());
+        for (const GroupColumn& group : groups) {
+            if (!group.value.text.isEmpty())
+                AddCell(book, rows, column, group.value);
+            ++column;
+        }
+        ++rows;
+    }
+
+    /// The captions that stand over a column on the page, those of each line below those of the one above.
+    QString captionOf(double left, double right) const {
+        QStringList lines;
+        for (const QList<PageText>& line : captions) {
+            QStringList words;
+            for (const PageText& text : line)
+                if (std::min(right, text.place.right()) - std::max(left, text.place.left()) > sameColumn)
+                    words.append(text.plain());
+            if (!words.isEmpty())
+                lines.append(words.join(u' '));
+        }
+        return lines.join(u'\n');
+    }
+
+    void headings() {
+        Workbook::CellStyle left;
+        left.bold = true;
+        left.wrap = true;
+        Workbook::CellStyle centered = left;
+        centered.align = Workbook::CellStyle::Align::Center;
+        headingRow = rows++;
+        for (qsizetype i = 0; i < edges.size(); ++i)
+            book.text(headingRow, int(i), captionOf(edges[i], rightOf(i)), i == 0 ? left : centered);
+        int column = int(edges.size());
+        for (const GroupColumn& group : groups)
+            book.text(headingRow, column++, group.heading.plain(), left);
+        constexpr double height = 44; // points, of three lines and the buttons
+        book.rowHeight(headingRow, height);
+    }
+
+    double rightOf(qsizetype column) const {
+        constexpr double margin = 36; // points
+        return column + 1 < edges.size() ? edges[column + 1] : document.pages.first().size.width() - margin;
+    }
+
+    void beginSheet() {
+        QList<double> widths;
+        for (qsizetype i = 0; i < edges.size(); ++i)
+            widths.append(rightOf(i) - edges[i] + buttonWidth);
+        for (const GroupColumn& group : groups)
+            widths.append(group.width + buttonWidth);
+        book.addSheet(SheetName(document, ++sheets), widths, document.pages.first().size);
+        rows = 0;
+        headingRow = -1;
+    }
+
+    /// A list without rows has its headings all the same.
+    void endTable() {
+        if (headingRow < 0)
+            headings();
+        book.filter(headingRow, std::max(headingRow, rows - 1), int(edges.size() + groups.size()));
+    }
+
+    void close(const GridRow& row) {
+        for (const PageText* text : row)
+            if (!text->pageNumber)
+                closing.append(text->plain());
+    }
+
+    const Document& document;
+    const QList<double> edges;
+    QList<GroupColumn> groups;
+    QList<QList<PageText>> captions;
+    QStringList closing;
+    Workbook book;
+    int sheets = 0;
+    int rows = 0;
+    int headingRow = -1;
+};
+
+} // namespace
+
+QByteArray TableWorkbook(const Document& document) {
+    return TableWriter(document).file();
+}

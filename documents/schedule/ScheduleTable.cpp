@@ -1,0 +1,103 @@
+#include "documents/schedule/ScheduleTable.h"
+
+#include "core/base/Text.h"
+#include "core/shell/Trap.h"
+#include "core/store/Catalogue.h"
+#include "core/store/SessionStore.h"
+#include "core/store/SqlText.h"
+#include "documents/schedule/UnitTags.h"
+
+namespace UtilityFunctions {
+
+namespace {
+
+/// All writes over a connection as one, which waits for the disk once and not at each row. It ends by itself
+/// when a failure takes it away: what was written until then stays.
+class OneWrite {
+  public:
+    explicit OneWrite(const Connection& over) : connection(over) { Recordset().Open("BEGIN", connection); }
+    ~OneWrite() {
+        try {
+            end();
+        } catch (const Fault&) { // the user is told of the failure that led here
+        }
+    }
+    OneWrite(const OneWrite&) = delete;
+    OneWrite& operator=(const OneWrite&) = delete;
+
+    void end() {
+        if (!std::exchange(ended, true))
+            Recordset().Open("COMMIT", connection);
+    }
+
+  private:
+    const Connection& connection;
+    bool ended = false;
+};
+
+/// What a row takes from the model of its tank line.
+struct ModelValues {
+    QString TankOD;
+    QString OAL;
+    double TankVol = 0;
+    QString App;
+};
+
+/// A model that has left the catalogue changes nothing: its line goes on with the values of the line before.
+void takeModel(const QString& modelNo, ModelValues& values) {
+    if (modelNo.isEmpty()) {
+        values.TankOD.clear();
+        values.OAL.clear();
+        // No volume can be read from this: a job with a tank that has no model yet stops here, so that its
+        // schedule is not taken for a whole one.
+        values.TankVol = ToNumber("'");
+    }
+    Rows model = ReadModel(modelNo);
+    if (model.AtEnd())
+        return;
+    values = {.TankOD = model["TankOD"].text(),
+              .OAL = model["OAL"].text(),
+              .TankVol = model["TankVolume"].number(),
+              .App = model["App"].text()};
+}
+
+void addUnits(Recordset& schedule, Recordset& tank, const ModelValues& values) {
+    for (int unit = 1; unit <= tank["Qty"].number(); ++unit) {
+        schedule.AddNew();
+        // Without padding, unlike on the screens: the tenth unit asks for a column that is not there, and the
+        // schedule stops before it.
+        schedule["TagID"] = UnitTags::TagOf(tank, unit, "TagID0" + QString::number(unit));
+        schedule["TankID"] = tank["TankID"].text();
+        schedule["TankOD"] = values.TankOD;
+        schedule["OAL"] = values.OAL;
+        schedule["TankVol"] = values.TankVol;
+        schedule["App"] = values.App;
+        schedule.Update();
+    }
+}
+
+void fill() {
+    const Connection user = openDatabase("User");
+    OneWrite write(user);
+    Recordset().Open("DELETE * FROM tblSchedule", user);
+    QString job;
+    if (Session::JobID.read(job)) {
+        Recordset schedule;
+        schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
+        Recordset tank;
+        tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(job) + "'", user);
+        for (ModelValues values; !tank.AtEnd(); tank.MoveNext()) {
+            takeModel(tank["ModelNo"].text(), values);
+            addUnits(schedule, tank, values);
+        }
+    }
+    write.end();
+}
+
+} // namespace
+
+void FillScheduleTable() {
+    Trap("FillScheduleTable", fill);
+}
+
+} // namespace UtilityFunctions

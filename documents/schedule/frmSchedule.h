@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/shell/Lists.h"
+#include "documents/ResultScreen.h"
+#include "ui_frmSchedule.h"
+
+/// Lists every unit of the job's tanks, and prints and previews them as the schedule.
+class frmSchedule : public ResultScreen, private Ui::frmSchedule {
+  public:
+    frmSchedule();
+    Subject subject() const override { return Subject::Job; }
+    bool loadsAfresh() const override { return true; }
+    bool growsWithWindow() const override { return true; }
+    QString reportName() const override { return "rptSchedule"; }
+
+  private:
+    void Load() override;
+    QWidget* firstField() const override { return lvOptions; }
+    void FillListView();
+    void AddUnits(ListRows& units) const;
+    void DeleteTank();
+};

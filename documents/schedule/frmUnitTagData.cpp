@@ -1,0 +1,107 @@
+#include "documents/schedule/frmUnitTagData.h"
+
+#include "core/base/Numbers.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
+
+#include <QEvent>
+
+#include <algorithm>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+/// A stored part may be longer than what can be typed, and stays whole.
+void fillBox(QLineEdit* box, const QString& part) {
+    box->setMaxLength(std::max(box->maxLength(), int(part.size())));
+    box->setText(part);
+}
+
+} // namespace
+
+frmUnitTagData::frmUnitTagData() : Screen("frmUnitTagData") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    rows = {{{lblUnitNo1_0, txtPrefix1_0, lblHyphen1_0, txtSuffix1_0},
+             {lblUnitNo1_1, txtPrefix1_1, lblHyphen1_1, txtSuffix1_1},
+             {lblUnitNo1_2, txtPrefix1_2, lblHyphen1_2, txtSuffix1_2},
+             {lblUnitNo1_3, txtPrefix1_3, lblHyphen1_3, txtSuffix1_3},
+             {lblUnitNo1_4, txtPrefix1_4, lblHyphen1_4, txtSuffix1_4},
+             {lblUnitNo1_5, txtPrefix1_5, lblHyphen1_5, txtSuffix1_5},
+             {lblUnitNo1_6, txtPrefix1_6, lblHyphen1_6, txtSuffix1_6},
+             {lblUnitNo1_7, txtPrefix1_7, lblHyphen1_7, txtSuffix1_7},
+             {lblUnitNo1_8, txtPrefix1_8, lblHyphen1_8, txtSuffix1_8},
+             {lblUnitNo1_9, txtPrefix1_9, lblHyphen1_9, txtSuffix1_9}}};
+    on(cmdOK, ".cmdOK", [this] { Save(); });
+}
+
+void frmUnitTagData::Load() {
+    SetStatusText("Unit Tag ID(s)");
+    ShowRows(ReadTags());
+}
+
+/// Fills the boxes; the quantity of the tank line, 0 when there is none.
+int frmUnitTagData::ReadTags() {
+    QString tankID;
+    if (!Session::TankID.read(tankID))
+        return 0;
+    Rows tank = ReadTankLine(tankID);
+    if (tank.AtEnd())
+        return 0;
+    const int quantity = ToInt16(tank["Qty"].number());
+    for (int unit = 1; unit <= UnitTags::most; ++unit) {
+        const Recordset::Field tag = tank[UnitTags::Column(unit)];
+        if (!UnitTags::IsGiven(tag))
+            continue;
+        const UnitTags::Parts parts = UnitTags::Split(tag.text());
+        const Row& row = rows[std::size_t(unit - 1)];
+        fillBox(row.prefix, parts.prefix);
+        fillBox(row.suffix, parts.suffix);
+    }
+    return quantity;
+}
+
+/// A unit that the line no longer has is hidden, and loses its tag with the next saving.
+void frmUnitTagData::ShowRows(int quantity) {
+    int unit = 0;
+    for (const Row& row : rows) {
+        const bool visible = unit++ < quantity;
+        if (!visible) {
+            row.prefix->clear();
+            row.suffix->clear();
+        }
+        for (QWidget* control :
+             std::initializer_list<QWidget*>{row.number, row.prefix, row.hyphen, row.suffix})
+            control->setVisible(visible);
+    }
+}
+
+/// The boxes of a column select their texts together.
+bool frmUnitTagData::eventFilter(QObject* object, QEvent* event) {
+    const bool handled = Screen::eventFilter(object, event);
+    if (event->type() == QEvent::FocusIn)
+        for (const auto column : {&Row::prefix, &Row::suffix})
+            if (std::ranges::any_of(rows, [&](const Row& row) { return row.*column == object; }))
+                for (const Row& row : rows)
+                    (row.*column)->selectAll();
+    return handled;
+}
+
+/// Writes all ten columns, a hyphen alone for a unit without a tag.
+void frmUnitTagData::Save() {
+    QString tankID;
+    if (Session::TankID.read(tankID)) {
+        Rows tank = ReadTankLine(tankID, CursorType::Keyset);
+        if (!tank.AtEnd()) {
+            int unit = 0;
+            for (const Row& row : rows)
+                tank[UnitTags::Column(++unit)] = row.prefix->text() + row.hyphen->text() + row.suffix->text();
+            tank->Update();
+        }
+    }
+    Screens::unload(name());
+}

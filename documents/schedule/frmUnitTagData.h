@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "documents/schedule/UnitTags.h"
+#include "ui_frmUnitTagData.h"
+
+#include <array>
+
+/// Gives each unit of the session's tank line a tag of two parts.
+class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
+  public:
+    frmUnitTagData();
+
+  private:
+    /// The controls of one unit.
+    struct Row {
+        QLabel* number;
+        QLineEdit* prefix;
+        QLabel* hyphen;
+        QLineEdit* suffix;
+    };
+
+    void Load() override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+    int ReadTags();
+    void ShowRows(int quantity);
+    void Save();
+
+    std::array<Row, UnitTags::most> rows;
+};
