@@ -67,6 +67,8 @@ int startChild(int argc, char** argv, bool program) {
     }
     const SystemScheme scheme;
     home.installData();
+    Bare(dbConnection("User").dataSource())
+        .run("UPDATE tblFirstTime SET FirstTime = 1"); // not the first start
     registerAll();
     Screens::open("frmSplash");
     QTimer watch;

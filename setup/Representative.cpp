@@ -40,7 +40,7 @@ void TransferRepInfoToUser(const QString& zip) {
 }
 
 void DeleteDirectory() {
-    Rows("Sys", "DELETE * FROM tblRepMaster");
+    Execute("Sys", "DELETE * FROM tblRepMaster");
 }
 
 } // namespace UtilityFunctions

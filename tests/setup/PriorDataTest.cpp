@@ -242,7 +242,7 @@ TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
     EXPECT_TRUE(QFile::exists(priorFile()));
     Screens::unload("frmError");
     Screens::unload("frmFirstTime");
-    const Rows freed("User", "DELETE FROM tblJobHeader");
+    Execute("User", "DELETE FROM tblJobHeader");
     Screens::open("frmFirstTime"); // the cause is gone
     EXPECT_EQ(converted() + ", " + counts(), "1, 4 3 1 5 9");
 }
