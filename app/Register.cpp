@@ -5,6 +5,7 @@
 #include "estimates/Estimates.h"
 #include "jobs/Jobs.h"
 #include "packages/Packages.h"
+#include "setup/Setup.h"
 #include "shock/Shock.h"
 #include "sizing/Sizing.h"
 
@@ -16,4 +17,5 @@ void registerAll() {
     registerShock();
     registerPackages();
     registerSizing();
+    registerSetup();
 }

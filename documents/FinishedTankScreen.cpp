@@ -6,6 +6,11 @@
 #include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
 
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
 using namespace UtilityFunctions;
 
 void FinishedTankScreen::shows(const Fields& shownFields) {

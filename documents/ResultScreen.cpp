@@ -6,9 +6,22 @@
 #include "documents/drawings/Drawings.h"
 
 #include <QAction>
-#include <QEvent>
+#include <QFocusFrame>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QToolButton>
+
+namespace {
+
+/// Whether an event presses the widget that it is sent to, by mouse or by keyboard.
+bool presses(const QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return event->type() == QEvent::MouseButtonRelease;
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
 
 QString ResultScreen::reportName() const {
     return UtilityFunctions::SetReport(modelText());
@@ -18,6 +31,9 @@ void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
     enlarged = picture;
     drawingName = std::move(drawing);
     picture->installEventFilter(this);
+    picture->setFocusPolicy(Qt::TabFocus);
+    picture->setAccessibleName("Enlarge drawing");
+    ring = new QFocusFrame(picture);
 }
 
 void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
@@ -42,7 +58,10 @@ void ResultScreen::showResultCommands(bool shown) {
 }
 
 bool ResultScreen::eventFilter(QObject* object, QEvent* event) {
-    if (object == enlarged && event->type() == QEvent::MouseButtonRelease)
-        trap(".imgDrawing", [this] { UtilityFunctions::ShowLargeDrawing(drawingName()); });
-    return Screen::eventFilter(object, event);
+    if (object == enlarged && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+        ring->setWidget(event->type() == QEvent::FocusIn ? enlarged : nullptr);
+    if (object != enlarged || !presses(event))
+        return Screen::eventFilter(object, event);
+    trap(".imgDrawing", [this] { UtilityFunctions::ShowLargeDrawing(drawingName()); });
+    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "core/shell/Screen.h"
 
+class QFocusFrame;
 class QLabel;
 class QToolButton;
 
@@ -19,7 +20,7 @@ class ResultScreen : public Screen {
     /// The text of the screen's model field.
     virtual QString modelText() const { return {}; }
 
-    /// A click on the picture opens the drawing that the function names at its larger size.
+    /// A press on the picture opens the drawing that the function names at its larger size.
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// The two buttons preview and print the submittal of this screen.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
@@ -35,5 +36,6 @@ class ResultScreen : public Screen {
 
   private:
     QLabel* enlarged = nullptr;
+    QFocusFrame* ring = nullptr; // around the picture while it has the focus
     std::function<QString()> drawingName;
 };

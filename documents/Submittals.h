@@ -4,7 +4,7 @@
 
 namespace UtilityFunctions {
 
-/// The name of the report that a model's submittal takes; an empty text when the catalogue tells none.
+/// The name of the report that a model's submittal takes; an empty text when the catalogue gives none.
 QString SetReport(const QString& model);
 
 /// Prints the report of a screen, after the printer dialog; a beep when the screen has none.

@@ -2,7 +2,9 @@
 
 #include "core/base/Fault.h"
 #include "core/shell/Dialogs.h"
+#include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
 
 namespace UtilityFunctions {
 
@@ -16,6 +18,22 @@ bool ValidatePipeSize(const QString& text, const QString& mode) {
     if (!known)
         Dialogs::current().show({"Please select a value from the list.", "Invalid", QMessageBox::Critical});
     return known;
+}
+
+QString PipeIndexOf(const QString& metricIndex) {
+    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(metricIndex) + "'");
+    return pipe.AtEnd() ? QString() : pipe["PipeIndex"].text();
+}
+
+void OpenPipeChooser(const QString& opener) {
+    if (Screen* chooser = Screens::load("frmPipeSelect"))
+        chooser->Tag = opener;
+    Screens::show("frmPipeSelect");
+}
+
+void ClosePipeChooser(const QString& opener) {
+    if (const Screen* chooser = Screens::find("frmPipeSelect"); chooser && chooser->Tag == opener)
+        Screens::unload("frmPipeSelect");
 }
 
 } // namespace UtilityFunctions

@@ -2,9 +2,10 @@
 
 #include "core/base/Fault.h"
 #include "core/shell/Fields.h"
+#include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
+#include "estimates/Pipes.h"
 
 using namespace UtilityFunctions;
 
@@ -28,6 +29,7 @@ const HandOver handOvers[] = {
 frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
     setupUi(this);
     prepare();
+    SortByHeadings(lvPipeSizes);
     for (QRadioButton* family : {radSch40, radSch80, radTypeCu})
         on(family, "." + family->objectName(), [this] { FillSizes(); });
     on(bttnMetric, ".tbToolbar", [this] { FillSizes(); });
@@ -44,12 +46,14 @@ void frmPipeSelect::Load() {
 
 void frmPipeSelect::FillSizes() {
     const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
-    lvPipeSizes->clear();
-    lvPipeSizes->setHeaderLabels({"Size"});
+    ListRows rows;
     Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE Schedule = '" + schedule + "'");
-    for (; !pipe.AtEnd(); pipe->MoveNext())
-        lvPipeSizes->addTopLevelItem(
-            new QTreeWidgetItem({pipe[bttnMetric->isChecked() ? "MetricIndex" : "PipeIndex"].text()}));
+    for (; !pipe.AtEnd(); pipe->MoveNext()) {
+        rows.push_back(std::make_unique<ListRow>(
+            QStringList{pipe[bttnMetric->isChecked() ? "MetricIndex" : "PipeIndex"].text()}));
+        rows.back()->setSortKey(0, pipe["ID"].number());
+    }
+    FillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
 }
 
 /// Always the U.S. key, whatever the list shows.
@@ -57,11 +61,8 @@ QString frmPipeSelect::SelectedKey() const {
     const auto selected = lvPipeSizes->selectedItems();
     if (selected.isEmpty())
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
-    QString text = selected.first()->text(0);
-    if (!bttnMetric->isChecked())
-        return text;
-    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(text) + "'");
-    return pipe["PipeIndex"].text();
+    const QString text = selected.first()->text(0);
+    return bttnMetric->isChecked() ? PipeIndexOf(text) : text;
 }
 
 void frmPipeSelect::Confirm() {

@@ -8,6 +8,7 @@ class frmJobHeader : public Screen, private Ui::frmJobHeader {
   public:
     frmJobHeader();
     Subject subject() const override { return Subject::Job; }
+    bool growsWithWindow() const override { return true; }
 
   private:
     void Load() override;

@@ -24,6 +24,7 @@ constexpr QSize drawingArea(505, 273); // the picture box as the layout has it
 frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
     setupUi(this);
     prepare();
+    SortByHeadings(lvOptions);
     enlarges(imgDrawing, [this] { return familyDrawing; });
     const struct {
         QRadioButton* option;
@@ -90,18 +91,26 @@ void frmPKGSelect::SelectFamily(const QString& packageClass, const QString& draw
 void frmPKGSelect::FillListView(const QString& packageClass) {
     SetStatusText("Select Package");
     const QSignalBlocker noSelection(lvOptions);
-    lvOptions->clear();
-    lvOptions->setHeaderLabels(
-        {"Model No.", "Make Up Capacity", "Pump hp", "Volume", "psi Range", "Height", "Width", "Weight"});
+    ListRows rows;
     Rows model("Sys", "SELECT * FROM tblModelMaster WHERE Class = '" + packageClass + "'");
-    for (; !model.AtEnd(); model->MoveNext())
-        lvOptions->addTopLevelItem(new QTreeWidgetItem(
-            {model["ModelDscrptn"].text(),
-             model["MakeUpCapacity"].text() + "gpm @ " + model["TankWkPressure"].text() + " psi",
-             model["PumpHp"].text(), model["TankVolume"].text() + " gal",
-             model["MinSysPressure"].text() + "-" + model["TankWkPressure"].text() + " psi",
-             model["OAL"].text(), model["TankOD"].text(), model["ShipWeight"].text() + " lbs"}));
-    FitColumns(lvOptions);
+    for (; !model.AtEnd(); model->MoveNext()) {
+        rows.push_back(std::make_unique<ListRow>(
+            QStringList{model["ModelDscrptn"].text(),
+                        model["MakeUpCapacity"].text() + "gpm @ " + model["TankWkPressure"].text() + " psi",
+                        model["PumpHp"].text(), model["TankVolume"].text() + " gal",
+                        model["MinSysPressure"].text() + "-" + model["TankWkPressure"].text() + " psi",
+                        model["OAL"].text(), model["TankOD"].text(), model["ShipWeight"].text() + " lbs"}));
+        int column = 0;
+        for (const char* key : {"ModelDscrptn", "MakeUpCapacity", "PumpHp", "TankVolume", "MinSysPressure",
+                                "OAL", "TankOD", "ShipWeight"}) {
+            if (column > 0 && !model[key].isNull())
+                rows.back()->setSortKey(column, model[key].number());
+            ++column;
+        }
+    }
+    FillList(lvOptions,
+             {"Model No.", "Make Up Capacity", "Pump hp", "Volume", "psi Range", "Height", "Width", "Weight"},
+             std::move(rows), Selected::None);
 }
 
 void frmPKGSelect::SelectModel() {

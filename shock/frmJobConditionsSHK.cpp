@@ -70,11 +70,7 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
     onLeaving(StaticPressure, ".StaticPressure_Validate", [this] { return CheckStaticPressure(); });
     onLeaving(ShockPressure, ".ShockPressure_Validate", [this] { return CheckShockPressure(); });
 
-    on(cmdFindPipe2, ".cmdFindPipe2", [this] {
-        if (Screen* chooser = Screens::load("frmPipeSelect"))
-            chooser->Tag = name();
-        Screens::show("frmPipeSelect");
-    });
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] { OpenPipeChooser(name()); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdMetric, Metric})
         opens(button, "frmMetricSHK");
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdNext, Next})

@@ -5,6 +5,7 @@
 #include "core/store/SessionStore.h"
 #include "sizing/frmConvertSteel.h"
 #include "sizing/frmJobConditions.h"
+#include "sizing/frmMetric.h"
 #include "sizing/frmResults.h"
 #include "sizing/frmResultsConvert.h"
 #include "sizing/frmTankSeries.h"
@@ -26,6 +27,7 @@ void convertSteelTank() {
 void registerSizing() {
     Screens::add("frmConvertSteel", [] { return new frmConvertSteel; });
     Screens::add("frmJobConditions", [] { return new frmJobConditions; });
+    Screens::add("frmMetric", [] { return new frmMetric; });
     Screens::add("frmTankSeries", [] { return new frmTankSeries; });
     Screens::add("frmtankselection", [] { return new frmtankselection; });
     Screens::add("frmResults", [] { return new frmResults; });

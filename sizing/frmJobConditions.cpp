@@ -7,6 +7,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
+#include "estimates/Estimator.h"
 
 #include <QEvent>
 #include <QTimer>
@@ -37,9 +38,8 @@ frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
         });
     for (QLineEdit* box : {txtSOTMin, txtSOTMax})
         onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return CheckTemperature(box); });
-    for (const auto& [button, opened] : {std::pair(cmdCalcTSF, "frmCalcExpTSF"), {cmdMetric, "frmMetric"}})
-        if (!Screens::known(opened))
-            makeUnavailable(button);
+    on(cmdCalcTSF, ".cmdCalcTSF", [] { Estimate(); });
+    opens(cmdMetric, "frmMetric");
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
@@ -181,6 +181,24 @@ void frmJobConditions::SaveRecord() {
             tank[column] = box->text();
         tank["SysFluidType"] = cmboFluidType->currentText();
     });
+}
+
+void frmJobConditions::Estimate() {
+    const Hourglass hourglass;
+    const auto application = Session::application();
+    if (!application)
+        return;
+    switch (*application) {
+    case Application::Expansion:
+        return OpenEstimator("frmCalcExpTSF", EstimatorUse::ForConditions);
+    case Application::Thermal:
+        return OpenEstimator("frmcalcThmTSF", EstimatorUse::ForConditions);
+    case Application::Hydropneumatic:
+        return OpenEstimator("frmCalcHydTSF", EstimatorUse::ForConditions);
+    case Application::Shock:
+    case Application::Package:
+        return; // they have screens of their own
+    }
 }
 
 void frmJobConditions::Next() {

@@ -26,6 +26,7 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
     bool CheckTemperature(QLineEdit* box);
     bool CheckFields();
     void SaveRecord();
+    static void Estimate();
     void Next();
     void Previous();
     void Cancel();

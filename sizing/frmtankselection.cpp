@@ -16,10 +16,24 @@
 
 using namespace UtilityFunctions;
 
+namespace {
+
+/// A list line of a quantity of a model, which sort as numbers and by capacity, with further texts.
+std::unique_ptr<ListRow> RowOf(const TankOption& option, const QStringList& more) {
+    auto row = std::make_unique<ListRow>(
+        QStringList{QString::number(option.quantity), QString::fromStdString(option.model)} + more);
+    row->setSortKey(0, option.quantity);
+    row->setSortKey(1, option.tankVolume);
+    return row;
+}
+
+} // namespace
+
 frmtankselection::frmtankselection() : Screen("frmtankselection") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
+    SortByHeadings(lvOptions);
     lblNoTanks->hide();
     lblConsultFactory->hide();
     on(cmdNext, ".cmdNext", [this] { Next(); });
@@ -81,18 +95,19 @@ frmtankselection::Requirement frmtankselection::ReadRequirement() const {
 }
 
 void frmtankselection::ShowTanks(const std::vector<TankOption>& options) {
-    QList<QStringList> rows;
-    for (const TankOption& option : options)
-        rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                     ShownNumber(option.tankVolume) + " gal " + ShownNumber(option.diameter) + " X " +
-                         ShownNumber(option.length)});
-    ShowOptions(rows);
+    ListRows rows;
+    for (const TankOption& option : options) {
+        rows.push_back(RowOf(option, {ShownNumber(option.tankVolume) + " gal " +
+                                      ShownNumber(option.diameter) + " X " + ShownNumber(option.length)}));
+        rows.back()->setSortKey(2, option.tankVolume);
+    }
+    ShowOptions(std::move(rows));
     SearchFamily = "NonSHK";
 }
 
 bool frmtankselection::BeginSearch(const QStringList& headings) {
-    lvOptions->clear();
-    lvOptions->setHeaderLabels(headings);
+    headings_ = headings;
+    FillList(lvOptions, headings, {});
     QString tankID;
     if (!Session::TankID.read(tankID)) {
         Dialogs::current().show({"Error loading data!\nPlease try again!", "Error", QMessageBox::Critical});
@@ -102,12 +117,9 @@ bool frmtankselection::BeginSearch(const QStringList& headings) {
     return true;
 }
 
-void frmtankselection::ShowOptions(const QList<QStringList>& rows) {
-    for (const QStringList& texts : rows)
-        lvOptions->addTopLevelItem(new QTreeWidgetItem(texts));
-    if (!rows.isEmpty())
-        lvOptions->setCurrentItem(lvOptions->topLevelItem(0));
-    FitColumns(lvOptions);
+void frmtankselection::ShowOptions(ListRows rows) {
+    severalTanks = !rows.empty() && rows.front()->text(0).toInt() > 1;
+    FillList(lvOptions, headings_, std::move(rows));
 }
 
 void frmtankselection::FindSHKTanks() {
@@ -119,16 +131,18 @@ void frmtankselection::FindSHKTanks() {
         const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
                                                         conditions.atmosphericPressure);
         const double area = PipeArea(conditions.bore);
-        QList<QStringList> rows;
+        ListRows rows;
         for (const TankOption& option : FindShockModels(required.series, required.volume, conditions.bore)) {
             const double leakLoad =
                 LeakLoad(acceptance, option.tankVolume, option.quantity, conditions.length, area);
             const double delay =
                 PumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
-            rows.append({QString::number(option.quantity), QString::fromStdString(option.model),
-                         FormattedNumber(leakLoad, "#,##0.0%"), FormattedNumber(delay, "#,##0.0 sec")});
+            rows.push_back(RowOf(
+                option, {FormattedNumber(leakLoad, "#,##0.0%"), FormattedNumber(delay, "#,##0.0 sec")}));
+            rows.back()->setSortKey(2, leakLoad);
+            rows.back()->setSortKey(3, delay);
         }
-        ShowOptions(rows);
+        ShowOptions(std::move(rows));
         SearchFamily = "SHK";
     });
 }
@@ -164,15 +178,13 @@ void frmtankselection::Next() {
     if (!cmdNext->isEnabled())
         return;
     procedure(".SaveRecord", [this] { SaveRecord(); });
-    const QTreeWidgetItem* first = lvOptions->topLevelItem(0);
-    const bool severalTanks = first && first->text(0).toInt() > 1;
     Tag = "1";
     Screens::unload(name());
-    ShowResults(severalTanks);
+    ShowResults();
     SetStatusText("Selection completed");
 }
 
-void frmtankselection::ShowResults(bool severalTanks) {
+void frmtankselection::ShowResults() {
     QString mode;
     QString application;
     if (!Session::Mode.read(mode))

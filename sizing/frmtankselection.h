@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/shell/Lists.h"
 #include "core/shell/Screen.h"
 #include "shock/ShockSizes.h"
 #include "sizing/ModelSearch.h"
@@ -9,6 +10,8 @@
 class frmtankselection : public Screen, private Ui::frmtankselection {
   public:
     frmtankselection();
+
+    bool growsWithWindow() const override { return true; }
 
   private:
     /// What the tank line asks for, in gallons.
@@ -26,12 +29,14 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     ShockConditions ReadShockConditions() const;
     bool BeginSearch(const QStringList& headings);
     void ShowTanks(const std::vector<TankOption>& options);
-    void ShowOptions(const QList<QStringList>& rows);
-    void ShowResults(bool severalTanks);
+    void ShowOptions(ListRows rows);
+    void ShowResults();
     void SaveRecord();
     void Next();
     void Previous();
     void Cancel();
 
     QString SearchFamily;
+    QStringList headings_;
+    bool severalTanks = false; // no single tank fits
 };

@@ -162,6 +162,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         return 4;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
+    case PM_FocusFrameHMargin: // a picture has its focus ring on itself, where nothing cuts it
+    case PM_FocusFrameVMargin:
         return 0;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
@@ -173,11 +175,13 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     switch (hint) {
     case SH_UnderlineShortcut: // a key that works must show
     case SH_TitleBar_NoBorder:
+    case SH_FocusFrame_AboveWidget:
         return 1;
     case SH_ItemView_ActivateItemOnSingleClick: // a list row opens on a double click, on every desktop
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
+    case SH_FocusFrame_Mask:
         return 0;
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
@@ -262,6 +266,9 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             return;
         }
         break;
+    case CE_FocusFrame: // around a picture that can be pressed
+        roundedBox(*painter, option->rect, Qt::NoBrush, accentColor(option->palette));
+        return;
     case CE_ToolBar:
     case CE_MenuBarEmptyArea:
         painter->fillRect(option->rect, option->palette.brush(QPalette::Window));

@@ -185,6 +185,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuExit", exitProgram);
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     mdiArea->setBackground(palette().brush(QPalette::Mid));
     mdiArea->setActivationOrder(
         QMdiArea::ActivationHistoryOrder);   // a screen that goes gives way to the one before

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QPrintDialog>
 #include <QStandardPaths>
 
@@ -30,9 +31,9 @@ QMessageBox::StandardButton Dialogs::show(const Message& message) {
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-QString Dialogs::openFile(const QString& filter, const QString& suggestedName) {
+QString Dialogs::openFile(const QString& filter, const QString& suggestedName, const QString& title) {
     const DefaultPointer pointer;
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), {}, suggestedName, filter);
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, suggestedName, filter);
 }
 
 QString Dialogs::saveFile(const QString& filter, const QString& suggestedName) {
@@ -44,6 +45,11 @@ QString Dialogs::saveFile(const QString& filter, const QString& suggestedName) {
     if (!suggestedName.isEmpty())
         dialog.selectFile(suggestedName + u'.' + dialog.defaultSuffix());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString Dialogs::input(const QString& title, const QString& prompt) {
+    const DefaultPointer pointer;
+    return QInputDialog::getText(QApplication::activeWindow(), title, prompt);
 }
 
 bool Dialogs::printer(QPrinter& printer) {

@@ -22,12 +22,14 @@ class Dialogs {
   public:
     virtual ~Dialogs() = default;
     virtual QMessageBox::StandardButton show(const Message& message);
-    /// A file name to open, or an empty text when the user cancels.
-    virtual QString openFile(const QString& filter, const QString& suggestedName);
+    /// A file name to open, or an empty text when the user cancels. Without a title the system gives its own.
+    virtual QString openFile(const QString& filter, const QString& suggestedName, const QString& title = {});
     /// A file name to save under, or an empty text when the user cancels. The dialog begins in the folder of
     /// the user's documents with a name, which may be empty; a name without an ending gets that of the
     /// filter.
     virtual QString saveFile(const QString& filter, const QString& suggestedName);
+    /// A text that the user types, or an empty one when he cancels.
+    virtual QString input(const QString& title, const QString& prompt);
     /// Shows the printer dialog; false when the user cancels.
     virtual bool printer(QPrinter& printer);
     /// Puts a text on the clipboard; an empty one clears it.

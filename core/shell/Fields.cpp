@@ -26,8 +26,8 @@ void SetFieldText(QWidget* field, const QString& text) {
         line->setText(text);
     else if (auto* area = dynamic_cast<QPlainTextEdit*>(field))
         area->setPlainText(text);
-    else
-        static_cast<QComboBox*>(field)->setCurrentText(text);
+    else if (auto* list = dynamic_cast<QComboBox*>(field))
+        list->setCurrentText(text);
 }
 
 void MarkField(QWidget* field) {

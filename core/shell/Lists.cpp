@@ -1,6 +1,22 @@
 #include "core/shell/Lists.h"
 
+#include <QCollator>
 #include <QHeaderView>
+
+namespace {
+
+/// The order of texts: letters without regard to case, numbers within them as numbers.
+const QCollator& textOrder() {
+    static const QCollator order = [] {
+        QCollator collator(QLocale::English); // that of "C" knows no numbers
+        collator.setCaseSensitivity(Qt::CaseInsensitive);
+        collator.setNumericMode(true);
+        return collator;
+    }();
+    return order;
+}
+
+} // namespace
 
 void FitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
@@ -16,7 +32,7 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
     const QVariant otherKey = other.data(column, Qt::UserRole);
     if (key.isValid() || otherKey.isValid()) // a row without a key comes first
         return QVariant::compare(key, otherKey) == QPartialOrdering::Less || !key.isValid();
-    return text(column).compare(other.text(column), Qt::CaseInsensitive) < 0;
+    return textOrder().compare(text(column), other.text(column)) < 0;
 }
 
 void SortByHeadings(QTreeWidget* list) {
@@ -29,7 +45,7 @@ void SortByHeadings(QTreeWidget* list) {
     });
 }
 
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows) {
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
     list->setSortingEnabled(false); // which takes the headings their clicks too
     list->header()->setSectionsClickable(sorts);
@@ -40,7 +56,7 @@ void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows) {
     for (std::unique_ptr<ListRow>& row : rows)
         items.append(row.release());
     list->addTopLevelItems(items);
-    if (!items.isEmpty())
+    if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());
     FitColumns(list);
 }

@@ -8,7 +8,8 @@
 /// Makes the columns of a list as wide as their texts, with room between them; the last takes the rest.
 void FitColumns(QTreeWidget* list);
 
-/// A row of a list that sorts by its headings: texts without regard to case, numbers and moments as such.
+/// A row of a list that sorts by its headings: texts without regard to case and
+/// with their numbers as numbers, keys as such.
 class ListRow : public QTreeWidgetItem {
   public:
     using QTreeWidgetItem::QTreeWidgetItem;
@@ -19,8 +20,12 @@ class ListRow : public QTreeWidgetItem {
 
 using ListRows = std::vector<std::unique_ptr<ListRow>>;
 
-/// Lets a list of ListRows sort by its headings, from the first click on one of them on.
+/// Lets a list of ListRows sort by its headings, once one of them has been clicked.
 void SortByHeadings(QTreeWidget* list);
 
-/// Fills a list anew, in the order of the rows until a heading is clicked, and selects its first row.
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows);
+/// Which row a list that was filled anew has selected.
+enum class Selected { First, None };
+
+/// Fills a list anew, in the order of the rows until a heading is clicked.
+void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
+              Selected selected = Selected::First);

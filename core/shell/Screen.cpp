@@ -6,10 +6,12 @@
 #include "core/shell/Trap.h"
 
 #include <QCloseEvent>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QToolButton>
 
 namespace {
@@ -45,6 +47,9 @@ void Screen::prepare() {
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (const QString icon = button->property("iconName").toString(); !icon.isEmpty())
             button->setIcon(Appearance::icon(icon));
+    for (QFrame* quiet : findChildren<QFrame*>()) // labels and lines
+        if (quiet->property("quiet").toBool())
+            quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
 void Screen::makeUnavailable(QAbstractButton* button) {
@@ -150,7 +155,9 @@ void Screen::keyPressEvent(QKeyEvent* event) {
         return;
     }
     auto* focused = dynamic_cast<QAbstractButton*>(focusWidget());
-    QAbstractButton* pressed = focused ? focused : defaultButton;
+    const auto* option = dynamic_cast<QRadioButton*>(focused);
+    const bool chosen = option && option->isChecked(); // Return then goes on with the choice
+    QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;
     if (leavesUnchecked(pressed) || !focusWidget() || validateLeaving(focusWidget()))

@@ -81,8 +81,8 @@ class Screen : public QWidget {
     void setDefault(QPushButton* button);
     /// The window title, which may hold any text of the user's.
     void setTitle(const QString& title);
-    /// Prepares the controls after setupUi: text boxes select their text on focus, and a button with a
-    /// property iconName gets that icon.
+    /// Prepares the controls after setupUi: text boxes select their text on focus, a button with a property
+    /// iconName gets that icon, and a label or line with a property quiet, such as a unit's, stands back.
     void prepare();
 
     void keyPressEvent(QKeyEvent* event) override;

@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -58,21 +60,32 @@ QString sessionSubject(Subject subject) {
     return {};
 }
 
-/// Where a user begins: not at the tools of a screen, and not at a figure that only shows.
-bool isBeginning(QWidget* widget) {
-    const auto* box = dynamic_cast<QLineEdit*>(widget);
-    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
-           !dynamic_cast<QToolButton*>(widget) && !(box && box->isReadOnly());
+/// Whether the Tab key reaches a widget.
+bool isReachable(const QWidget* widget) {
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
 }
 
-/// Gives the focus to the first field in tab order, or to the screen when it has none.
+/// Whether a widget takes input: tools, pictures and figures that only show do not.
+bool takesInput(const QWidget* widget) {
+    const auto* box = dynamic_cast<const QLineEdit*>(widget);
+    return !dynamic_cast<const QToolButton*>(widget) && !dynamic_cast<const QLabel*>(widget) &&
+           !(box && box->isReadOnly());
+}
+
+/// Gives the focus to the field in which a user begins: the first that takes input, else the first of all.
 void focusFirstField(Screen* screen) {
     QWidget* wanted = screen->firstField();
+    QWidget* first = nullptr;
     for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen;
-         next = next->nextInFocusChain())
-        if (screen->isAncestorOf(next) && isBeginning(next))
+         next = next->nextInFocusChain()) {
+        if (!screen->isAncestorOf(next) || !isReachable(next))
+            continue;
+        if (!first)
+            first = next;
+        if (takesInput(next))
             wanted = next;
-    (wanted ? wanted : screen)->setFocus(Qt::TabFocusReason);
+    }
+    (wanted ? wanted : first ? first : screen)->setFocus(Qt::TabFocusReason);
 }
 
 /// Gives the frame of a screen its state: filling the main window, or in its own size.
@@ -104,8 +117,11 @@ QMdiSubWindow* frameFor(Screen* screen) {
     window->setWindowTitle(screen->windowTitle());
     window->setWindowIcon(QApplication::windowIcon());
     window->setAttribute(Qt::WA_DeleteOnClose, false);
-    if (!screen->growsWithWindow() && !screen->fillsWindow())
+    if (!screen->growsWithWindow() && !screen->fillsWindow()) {
         window->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+        if (screen->layout()) // a larger frame leaves the form together
+            screen->layout()->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    }
     registry().area->addSubWindow(window);
     window->hide();
     return window;

@@ -74,7 +74,7 @@ void frmSplash::Timer1_Timer() {
         flag = firstTimeFlag();
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::NoDataSource)
-            throw;                        // the tick goes on behind the error dialog: a lock may pass
+            throw;                        // keep trying behind the error dialog: a lock may pass
         Screens::open("frmDatabasePath"); // the next tick tries again behind it
         return;
     }
@@ -83,6 +83,7 @@ void frmSplash::Timer1_Timer() {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
     Screens::unload(name());
+    setTimerInterval(0); // what follows may wait for the user, with ticks of a timer that still lives
     if (flag == 0 && Screens::known("frmFirstTime"))
         Screens::open("frmFirstTime");
 }

@@ -35,6 +35,27 @@ class Connection {
     int busyMilliseconds = 4000;
 };
 
+/// Makes all writes over an open connection one: they stand together once Commit returns, and are taken back
+/// when the object goes without it. The connection must outlive it. Throws DatabaseFault.
+class Transaction {
+  public:
+    explicit Transaction(const Connection& connection) : engine(connection.engine()) { engine.begin(); }
+    ~Transaction() {
+        if (!committed)
+            engine.rollback();
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void Commit() {
+        engine.commit();
+        committed = true;
+    }
+
+  private:
+    Engine& engine;
+    bool committed = false;
+};
+
 enum class CursorType { ForwardOnly = 0, Keyset = 1 };
 enum class CommandType { Text = 1, Table = 2 };
 

@@ -60,6 +60,12 @@ class Engine {
 
     virtual std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) = 0;
 
+    /// From begin to commit all writes are one: they stand together, or rollback takes them all back, which
+    /// never fails.
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() noexcept = 0;
+
     /// The number that the schema's author has stored with the data.
     virtual int schemaVersion() = 0;
     /// Whether a table stands.

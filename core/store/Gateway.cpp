@@ -64,4 +64,8 @@ Rows::Rows(const QString& databaseName, const QString& statement, CursorType cur
     recordset->Open(statement, *connection, cursor, command);
 }
 
+void Execute(const QString& databaseName, const QString& statement) {
+    const Rows none(databaseName, statement);
+}
+
 } // namespace UtilityFunctions

@@ -40,4 +40,7 @@ class Rows {
     std::unique_ptr<Recordset> recordset; // goes first
 };
 
+/// Runs a statement that gives no rows. Throws as openDatabase.
+void Execute(const QString& databaseName, const QString& statement);
+
 } // namespace UtilityFunctions

@@ -63,7 +63,7 @@ void upgrade(Connection& user, const QStringList& scripts) {
                 .arg(newest)
                 .toStdString(),
             user.ConnectionString().toStdString());
-    if (version == newest || version == 0) // data without a version are none of the program's
+    if (version == newest || version == 0) // a file without a version is not one of ours
         return;
     user.engine().copyTo(copyName(user.dataSource(), version));
     for (int next = version; next < newest; ++next) {

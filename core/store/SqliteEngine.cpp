@@ -114,7 +114,7 @@ ColumnInfo columnOf(const QString& name, const QString& declared) {
     return {name, Kind::Unknown, 0};
 }
 
-class SqliteCursor : public EngineCursor {
+class SqliteCursor final : public EngineCursor {
   public:
     SqliteCursor(sqlite3* handle, const QString& sql, const QString& changedTable, const QString& source)
         : database(handle), statement(nullptr, sqlite3_finalize), table(changedTable),
@@ -242,7 +242,7 @@ class SqliteCursor : public EngineCursor {
     QList<ColumnInfo> names;
 };
 
-class SqliteEngine : public Engine {
+class SqliteEngine final : public Engine {
   public:
     SqliteEngine(const QString& path, int busyMilliseconds, const QString& source)
         : connectionString(source) {
@@ -275,6 +275,10 @@ class SqliteEngine : public Engine {
             handle.get(), rewritten.sql, changes ? rewritten.updatableTable : QString(), connectionString);
     }
 
+    void begin() override { run("BEGIN IMMEDIATE;"); }
+    void commit() override { run("COMMIT;"); }
+    void rollback() noexcept override { sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr); }
+
     int schemaVersion() override {
         return number(QStringLiteral("SELECT user_version AS V FROM pragma_user_version"));
     }
@@ -286,15 +290,15 @@ class SqliteEngine : public Engine {
     }
 
     bool upgrade(const QString& script, int versionBefore, int versionAfter) override {
-        run("BEGIN IMMEDIATE;");
+        begin();
         try {
             const bool waiting = schemaVersion() == versionBefore;
             if (waiting)
                 run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
-            run("COMMIT;");
+            commit();
             return waiting;
         } catch (...) {
-            sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr);
+            rollback();
             throw;
         }
     }

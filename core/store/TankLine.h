@@ -10,7 +10,7 @@ namespace UtilityFunctions {
 /// The tank line of a key. Throws DatabaseFault.
 Rows ReadTankLine(const QString& tankID, CursorType cursor = CursorType::ForwardOnly);
 
-/// The next free tank number of the session's job. Throws DatabaseFault, and Fault 6 behind 32,767.
+/// The next free tank number of the session's job. Throws DatabaseFault, and Fault 6 past 32,767.
 std::int16_t GetNextNumber();
 
 /// Stores a tank line in one write: in the mode "New" a new one with its number, key and owner, else that of

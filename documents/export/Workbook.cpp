@@ -192,7 +192,7 @@ QByteArray Workbook::filterNames() const {
     return stream + names + FilterButtons::OfWorkbook(buttons);
 }
 
-/// All texts once. A text that crosses the end of a record goes on in the next, which repeats its width.
+/// All texts once. A text that crosses the end of a record continues in the next, which repeats its width.
 QByteArray Workbook::stringTable() const {
     QByteArray stream;
     QByteArray body;

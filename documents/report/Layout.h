@@ -17,7 +17,7 @@ struct ReportControl {
     double markAt = 0;   // points from the left, where the mark of the style stands
     double smallest = 0; // points; the size down to which the text shrinks to its place
     bool wrap = false;   // the text may take several lines
-    QString flow;        // what does not fit goes on on a page of its own, under this heading
+    QString flow;        // what does not fit continues on a page of its own, under this heading
     bool visible = true;
     double lineWidth = .5;
     QColor fill;
@@ -55,6 +55,6 @@ class Layout {
 
     ReportSection* section(Section kind);
     const ReportSection* section(Section kind) const;
-    /// Null when there is none of that name.
+    /// Null when no item has that name.
     ReportControl* control(const QString& name);
 };

@@ -45,7 +45,7 @@ class SharedStyle {
 enum class Section : std::uint8_t {
     ReportHeader,
     PageHeader,
-    Continuation, // heads a page on which a text goes on
+    Continuation, // heads a page that continues a text
     GroupHeader,
     Detail,
     PageFooter,
@@ -64,7 +64,7 @@ struct PageText {
     std::optional<double> number; // behind the text, where it is one
     Section section = Section::Detail;
     bool label : 1 = false;    // the same on every page, whatever the rows hold
-    bool repeated : 1 = false; // on an earlier page already: a header, or a group that goes on
+    bool repeated : 1 = false; // seen on an earlier page already: a header, or a group that continues
     bool pageNumber : 1 = false;
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
     int field = -1;           // label and values of one boxed field share a number

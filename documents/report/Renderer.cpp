@@ -267,7 +267,7 @@ class Renderer {
         }
     }
 
-    /// The heading of a text that goes on, with the bar behind it.
+    /// The heading of a text that continues, with the bar behind it.
     void continueHeading(const QString& name) {
         constexpr double gap = 4; // points
         Layout copy = layout;

@@ -9,6 +9,7 @@ class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
   public:
     frmResultSpecs();
     bool growsWithWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
     bool leavesStatus() const override { return true; }
 
   private:

@@ -6,6 +6,8 @@
 #include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
+#include <QButtonGroup>
+
 using namespace UtilityFunctions;
 
 namespace {

@@ -8,6 +8,7 @@ class frmSpecs : public Screen, private Ui::frmSpecs {
   public:
     frmSpecs();
     bool growsWithWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
     Subject subject() const override { return Subject::None; }
 
   private:

@@ -17,7 +17,7 @@ class ReportView : public QAbstractScrollArea {
 
     /// The page that takes most of the window, from 0.
     int currentPage() const;
-    /// Shows a page from its top; the nearest one where there is none of that number.
+    /// Shows a page from its top; the nearest page when that number does not exist.
     void goTo(int page);
     /// Shows the pages from the row of a text on.
     void goTo(const TextPlace& place);

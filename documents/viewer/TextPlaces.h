@@ -9,7 +9,8 @@ struct TextPlace {
     int page = -1;
     int text = -1; // on the page
     int letter = 0;
-    auto operator<=>(const TextPlace&) const = default;
+    auto
+    operator<=>(const TextPlace&) const = default; // NOLINT(modernize-use-nullptr): takes the 0 in it for one
 };
 
 /// Letters of one text, the last one excluded.

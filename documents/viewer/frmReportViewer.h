@@ -10,6 +10,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     frmReportViewer();
     Subject subject() const override { return Subject::None; }
     bool fillsWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
     QWidget* firstField() const override { return ARViewer21; }
     void setDocument(const Document& shown);
     const Document& document() const { return shownDocument; }

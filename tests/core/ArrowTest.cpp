@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -118,7 +119,7 @@ TEST(Arrows, MakeNoKnotInsideAFloor) {
     const std::function<void(const std::string&)> follow = [&](const std::string& unit) {
         if (done.contains(unit))
             return;
-        const bool knot = std::ranges::find(road, unit) != road.end();
+        const bool knot = std::find(road.begin(), road.end(), unit) != road.end();
         EXPECT_FALSE(knot) << unit << " includes itself by way of " << (road.empty() ? "" : road.back());
         if (knot)
             return;

@@ -99,8 +99,10 @@ TEST_F(DatabaseTest, RefusesBrokenStatements) {
         {"SELECT [115] AS V FROM tblJobHeader", DatabaseFault::SyntaxError},
         {"SELECT 1 / (3 - 3) AS V", Fault::DivisionByZero},
         {"SELECT 10 ^ 400 AS V", Fault::Overflow}};
-    for (const auto& [sql, number] : others)
-        EXPECT_EQ(faultOf([&] { value(user, QString::fromUtf8(sql)); }), number) << sql;
+    for (const auto& [statement, number] : others) {
+        const QString sql = QString::fromUtf8(statement);
+        EXPECT_EQ(faultOf([&] { value(user, sql); }), number) << statement;
+    }
 }
 
 TEST_F(DatabaseTest, MovesTheGroupedConditionInFront) {

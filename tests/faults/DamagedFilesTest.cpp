@@ -163,8 +163,8 @@ TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
 TEST_F(DamagedFiles, FailedSaveStopsTheExit) {
     Driver::command("mnuNewJob");
     Driver::enter("frmJobHeader", "txtJobID", "Typed");
-    Rows("User",
-         "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    Execute("User",
+            "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
     dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
     Driver::command("mnuExit");
     EXPECT_TRUE(Driver::isOpen("frmJobHeader"));
@@ -195,6 +195,7 @@ TEST(Start, WaitsForALockWithoutFreezing) {
     const TemporaryHome home;
     home.installData();
     registerAll();
+    ScriptedDialogs::install().rule = ScriptedDialogs::decline; // the first start asks for prior data
     Connection other = openDatabase("User");
     Recordset().Open("BEGIN EXCLUSIVE", other);
     Screens::open("frmSplash");

@@ -79,8 +79,9 @@ QString stored() {
 }
 
 void setTrigger(const Step& step) {
-    Rows("User", QString("CREATE TRIGGER refuses BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
-                     .arg(step.operation, step.table));
+    Execute("User",
+            QString("CREATE TRIGGER refuses BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+                .arg(step.operation, step.table));
 }
 
 } // namespace
@@ -101,7 +102,7 @@ TEST(FailingWrites, LeaveNoRowAndNoSessionValue) {
         EXPECT_EQ(stored(), before) << where;
         ASSERT_TRUE(Driver::isOpen(step.screen)) << where;
         Screens::unload("frmError");
-        Rows("User", "DROP TRIGGER refuses");
+        Execute("User", "DROP TRIGGER refuses");
         Driver::press(step.screen, step.button);
         EXPECT_NE(stored(), before) << where;
         ASSERT_TRUE(Driver::isOpen(step.next)) << where;

@@ -11,6 +11,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/viewer/frmReportViewer.h"
+#include "setup/InstallerFiles.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -180,6 +181,15 @@ void start(Stage& stage) {
     settle();
 }
 
+void end(Stage& stage) {
+    const QStringList open = Screens::loaded();
+    for (auto name = open.crbegin(); name != open.crend(); ++name)
+        Screens::unload(*name);
+    delete BrennovalMain::instance();
+    settle();
+    stage.started = false;
+}
+
 void click(Stage&, Words w) {
     QWidget* target = control(w[0]);
     require(target->isEnabled(), w[0] + " is disabled");
@@ -283,6 +293,20 @@ void answer(Stage& stage, Words w) {
     stage.dialogs.answers.append({w[0], w.value(1), w.size() < 2});
 }
 
+/// What is typed into the next input box, which must say the second word when there is one.
+void input(Stage& stage, Words w) {
+    stage.dialogs.inputs.append({w[0], w.value(1), w.size() < 2});
+}
+
+/// Leaves a file in the installer's folder of the story.
+void installerFile(Stage&, Words w) {
+    const QDir folder(UtilityFunctions::InstallerFolder());
+    QFile target(folder.filePath(w[0]));
+    const QByteArray text = w.value(1).toLocal8Bit();
+    require(folder.mkpath(".") && target.open(QIODevice::WriteOnly) && target.write(text) == text.size(),
+            "cannot write " + target.fileName());
+}
+
 void file(Stage& stage, Words w) {
     stage.dialogs.files.append(QDir(stage.homeFolder).filePath(w[0]));
 }
@@ -310,6 +334,11 @@ void expectPage(Stage&, Words w) {
         found.append(text.plain());
     require(found.join('\n').contains(w[1]),
             "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
+}
+
+/// Drags the frame of a screen to a size.
+void size(Stage&, Words w) {
+    windowOf(w[0])->resize(w[1].toInt(), w[2].toInt());
 }
 
 void close(Stage&, Words w) {
@@ -411,6 +440,10 @@ void expectFile(Stage& stage, Words w) {
         require(fileText(path).contains(w[1]), w[0] + " does not hold \"" + w[1] + "\"");
 }
 
+void expectNoFile(Stage& stage, Words w) {
+    require(!QFile::exists(QDir(stage.homeFolder).filePath(w[0])), "there is a file " + w[0]);
+}
+
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
     const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
@@ -441,10 +474,6 @@ void shot(Stage& stage, Words w) {
             "cannot write " + w.last());
 }
 
-void notYet(Stage&, Words) {
-    fail("this command does not stand yet");
-}
-
 struct Command {
     void (*run)(Stage&, Words);
     int leastWords;
@@ -466,10 +495,12 @@ const QHash<QString, Command>& commands() {
         {"sort", {sort, 2, true}},
         {"date", {date, 2, true}},
         {"answer", {answer, 1}},
-        {"input", {notYet, 1}},
+        {"input", {input, 1}},
+        {"installer-file", {installerFile, 2}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-holds", {expectHolds, 2}},
         {"expect-visible", {expectVisible, 1}},
@@ -495,6 +526,7 @@ const QHash<QString, Command>& commands() {
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},
         {"expect-file", {expectFile, 1}},
+        {"expect-no-file", {expectNoFile, 1}},
         {"print", {print, 1}},
         {"sql", {sql, 2}},
         {"session", {session, 1}},
@@ -505,12 +537,17 @@ const QHash<QString, Command>& commands() {
 
 } // namespace
 
+void Player::finish() {
+    end(stage);
+}
+
 void Player::play(const QString& line) {
     QStringList words = wordsOf(line);
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
-    words.replaceInStrings("{shots}",                   // where its pictures go
+    words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
+    words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());
     const QString name = words.takeFirst();
@@ -519,7 +556,10 @@ void Player::play(const QString& line) {
         fail("the command " + name + " is not known");
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
-    static const QStringList preparations = {"sql", "session", "answer", "input", "file", "cancel", "print"};
+    static const QStringList preparations = {"sql",  "session", "answer", "input",
+                                             "file", "cancel",  "print",  "installer-file"};
+    if (name == "start" && stage.started) // once more, on the same data
+        end(stage);
     if (!stage.started && !preparations.contains(name))
         start(stage);
     command->run(stage, words);
@@ -528,8 +568,10 @@ void Player::play(const QString& line) {
         fail(std::exchange(stage.dialogs.problem, {}));
     if (command->acts && !stage.dialogs.answers.isEmpty())
         fail("the message box did not come: " + stage.dialogs.answers.first().text);
+    if (command->acts && !stage.dialogs.inputs.isEmpty())
+        fail("the input box did not come");
     if (command->acts && !stage.dialogs.files.isEmpty())
-        fail("the file dialog did not come");
+        fail("the dialog did not come");
     if (command->acts && !stage.dialogs.prints.isEmpty())
         fail("the printer dialog did not come");
 }

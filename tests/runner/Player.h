@@ -23,6 +23,8 @@ class Player {
     explicit Player(Stage where) : stage(std::move(where)) {}
     /// Plays one line. Throws Failure.
     void play(const QString& line);
+    /// Ends the program, as the story left it.
+    void finish();
 
   private:
     Stage stage;

@@ -6,9 +6,9 @@
 #include "app/Register.h"
 #include "core/base/Fault.h"
 #include "core/look/Appearance.h"
-#include "core/shell/BrennovalMain.h"
 #include "core/shell/DesktopApplication.h"
-#include "core/shell/Screens.h"
+#include "core/shell/Screen.h"
+#include "setup/InstallerFiles.h"
 #include "tests/runner/Player.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -45,6 +45,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
 bool playFile(const QString& path, const QString& shots, const QString& keep) {
     const TemporaryHome home;
     InstallForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
+    UtilityFunctions::SetInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         std::cerr << path.toStdString() << ": cannot be read\n";
@@ -54,10 +55,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
         QDir().mkpath(shots);
     Player player(Stage{ScriptedDialogs::install(), shots, home.dataFolder()});
     const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
-    const QStringList open = Screens::loaded();
-    for (auto name = open.crbegin(); name != open.crend(); ++name)
-        Screens::unload(*name);
-    delete BrennovalMain::instance();
+    player.finish();
     if (!keep.isEmpty()) {
         QDir().mkpath(keep);
         const QDir data(home.dataFolder());

@@ -7,9 +7,12 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QGroupBox>
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScrollBar>
+#include <QToolButton>
 
 #include <set>
 
@@ -30,7 +33,7 @@ class EveryScreen : public testing::Test {
               "FlowPressure, StaticPressure, ShockPressure) VALUES ('J.1', 1, 'J', 'RCB', 'RCB 500', 2, "
               "14.7, 12, 30, 40, 180, "
               "'Water', 500, 100, 40, '4 in Sch 40', 300, 200, 50, 70, 150)"})
-            UtilityFunctions::Rows("User", sql);
+            UtilityFunctions::Execute("User", sql);
         Session::Mode.write(Session::Modes::Edit);
         Session::JobID.write("J");
         Session::TankID.write("J.1");
@@ -99,17 +102,22 @@ TEST_F(EveryScreen, HasMnemonicsOfItsOwn) {
     });
 }
 
-TEST_F(EveryScreen, NamesWhatTheKeyboardReaches) {
+TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
     forEach([](const Screen& screen, const std::string& where) {
+        std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
-            const bool inner =
-                dynamic_cast<const QScrollBar*>(widget) || widget->objectName().startsWith("qt_");
-            if (inner || !widget->isVisible() ||
-                (!isReachable(widget) && !dynamic_cast<const QLineEdit*>(widget)))
+            const bool inner = !widget || dynamic_cast<const QScrollBar*>(widget) ||
+                               widget->objectName().startsWith("qt_") || widget->focusProxy();
+            if (inner || !isReachable(widget))
                 continue;
             const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
-            EXPECT_TRUE(face && !face->text(QAccessible::Name).trimmed().isEmpty())
+            const QString name = face ? face->text(QAccessible::Name).trimmed() : QString();
+            const auto* group = dynamic_cast<const QGroupBox*>(widget->parentWidget());
+            EXPECT_FALSE(name.isEmpty() || (group && name == group->title()))
                 << where << ": " << widget->objectName().toStdString() << " has no name for a screen reader";
+            const QString kind = dynamic_cast<QToolButton*>(widget) ? " (tool)" : ""; // repeats a button
+            EXPECT_TRUE(given.insert(name + kind).second)
+                << where << ": two are called " << name.toStdString();
         }
     });
 }

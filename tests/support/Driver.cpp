@@ -3,6 +3,7 @@
 #include "app/Register.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Fields.h"
+#include "setup/InstallerFiles.h"
 
 #include <QCheckBox>
 #include <QInputMethodEvent>
@@ -13,10 +14,11 @@ namespace Driver {
 
 ScriptedDialogs& start() {
     registerAll();
+    UtilityFunctions::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
     auto* window = new BrennovalMain; // stop deletes it
-    window->resize(1180, 800); // the display without a display is smaller than any that users have
+    window->resize(1180, 800);        // the display without a display is smaller than any that users have
     window->show();
     window->activateWindow();
     settle();

@@ -57,10 +57,23 @@ class ScriptedDialogs : public Dialogs {
         return button;
     }
 
-    QString openFile(const QString&, const QString&) override { return nextFile(); }
+    QString openFile(const QString&, const QString&, const QString&) override { return nextFile(); }
     QString saveFile(const QString&, const QString& suggested) override {
         suggestedName = suggested;
         return nextFile();
+    }
+    QString input(const QString&, const QString& prompt) override {
+        if (inputs.isEmpty()) {
+            if (!files.isEmpty() && files.first().isNull()) // a cancel is for whichever comes
+                files.removeFirst();
+            else if (!rule)
+                problem = "an input box came that nobody answers: \"" + prompt + "\"";
+            return {};
+        }
+        const Answer typed = inputs.takeFirst();
+        if (!typed.anyText && typed.text != prompt)
+            problem = "the input box says \"" + prompt + "\" instead of \"" + typed.text + "\"";
+        return typed.button;
     }
     bool printer(QPrinter& printer) override {
         if (prints.isEmpty()) {
@@ -92,9 +105,10 @@ class ScriptedDialogs : public Dialogs {
     }
 
     QList<Answer> answers;
-    Rule rule;    // answers when no answer was prepared
-    Message last; // that came
-    QStringList files;
+    Rule rule;             // answers when no answer was prepared
+    Message last;          // that came
+    QList<Answer> inputs;  // what is typed stands in the place of the button
+    QStringList files;     // null for a cancel
     QList<Print> prints;   // for the next printer dialogs
     QString suggestedName; // of the last save dialog
     QString problem;

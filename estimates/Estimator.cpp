@@ -1,0 +1,111 @@
+#include "estimates/Estimator.h"
+
+#include "core/look/Icons.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "estimates/Pipes.h"
+#include "estimates/frmMetricCalc.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+using namespace UtilityFunctions;
+
+void Estimator::prepareEstimator(const QString& toolbarProcedure) {
+    prepare();
+    drawSketches();
+    result = control<QLineEdit>("TotSysFluidCalc");
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        if (box != result)
+            connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
+    for (QComboBox* list : findChildren<QComboBox*>())
+        connect(list, &QComboBox::currentTextChanged, this, [this] { Dirty = true; });
+    on(control<QToolButton>("bttnMetric"), toolbarProcedure, [this] {
+        if (OpenMetricForm())
+            return;
+        Screens::unload("frmMetricCalc");
+        Dialogs::current().beep();
+    });
+    on(control<QToolButton>("bttnCalc"), toolbarProcedure, [this] {
+        const auto shown = Calculate();
+        if (!shown)
+            return;
+        result->setText(*shown);
+        ValidateValueEntered(result, false); // takes a mark away
+        Dirty = false;
+    });
+    onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });
+    on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { Confirm(); });
+}
+
+void Estimator::checksNumber(QLineEdit* box) {
+    onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
+}
+
+void Estimator::checksPipe(QLineEdit* box) {
+    onLeaving(box, "." + box->objectName() + "_Validate",
+              [box] { return ValidatePipeSize(box->text(), ""); });
+}
+
+void Estimator::findsPipe(QAbstractButton* button) {
+    on(button, "." + button->objectName(), [this] { OpenPipeChooser(name()); });
+}
+
+void Estimator::drawSketches() {
+    for (QLabel* label : findChildren<QLabel*>())
+        if (const QString sketch = label->property("sketch").toString(); !sketch.isEmpty())
+            label->setPixmap(Appearance::picture(sketch, label->minimumSize(), devicePixelRatioF()));
+}
+
+void Estimator::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        drawSketches();
+    Screen::changeEvent(event);
+}
+
+void Estimator::setHandsBack(bool handsBack) {
+    control<QToolButton>("bttnOK")->setEnabled(handsBack);
+}
+
+bool Estimator::OpenMetricForm() {
+    bool opened = false;
+    procedure(".OpenMetricForm", [&] { opened = frmMetricCalc::OpenFor(metricTag()); });
+    return opened;
+}
+
+void Estimator::Confirm() {
+    const Hourglass hourglass;
+    if (!ValidateValueEntered(result, asksForResult()))
+        return;
+    const QString question =
+        "Total System Volume should be recalculated first\n\rDo you want to continue?"; // in this order
+    if (Dirty && Dialogs::current().show({.text = question,
+                                          .title = "Recalc?",
+                                          .icon = QMessageBox::Question,
+                                          .buttons = QMessageBox::Yes | QMessageBox::No}) != QMessageBox::Yes)
+        return;
+    SetFieldText(Screens::field("frmJobConditions", "txtTotSysFluid"), result->text());
+    Screens::unload(name());
+}
+
+/// The look-ups that would write into this screen go with it.
+bool Estimator::QueryUnload() {
+    ClosePipeChooser(name());
+    if (const Screen* pad = Screens::find("frmMetricCalc"); pad && pad->Tag.section('-', 0, 0) == name())
+        Screens::unload("frmMetricCalc");
+    SetStatusBarText();
+    return true;
+}
+
+void OpenEstimator(const QString& screen, EstimatorUse use) {
+    auto* estimator = dynamic_cast<Estimator*>(Screens::load(screen));
+    if (!estimator)
+        return;
+    estimator->setHandsBack(use == EstimatorUse::ForConditions);
+    Screens::show(screen);
+}

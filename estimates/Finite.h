@@ -1,0 +1,12 @@
+#pragma once
+
+#include "core/base/Fault.h"
+
+#include <cmath>
+
+/// The value itself. Throws Fault 6 when it has outgrown a double.
+inline double Finite(double value) {
+    if (!std::isfinite(value))
+        throw Fault(Fault::Overflow, "Overflow");
+    return value;
+}

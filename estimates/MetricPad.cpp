@@ -1,0 +1,51 @@
+#include "estimates/MetricPad.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Text.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "estimates/Pipes.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace UtilityFunctions;
+
+void MetricPad::Load() {
+    setProperty("helpContext", SetHelpContext());
+}
+
+bool MetricPad::QueryUnload() {
+    ClosePipeChooser(name());
+    SetStatusBarText();
+    return true;
+}
+
+void MetricPad::converts(QLineEdit* box, QLabel* shown, Conversion conversion, const QString& unit) {
+    conversions.insert(box, conversion);
+    onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
+    connect(box, &QLineEdit::textChanged, shown, [this, shown, conversion, unit](const QString& text) {
+        shown->setText(converted(text, conversion, unit));
+    });
+}
+
+QString MetricPad::converted(const QString& text, Conversion conversion, const QString& unit) const {
+    const auto value = ParseNumber(text.toStdString());
+    if (!value || *value < 0) // which the check will refuse
+        return {};
+    if (leavesTarget(text))
+        return "left as it is";
+    try {
+        return "= " + ShownNumber(conversion(*value)) + " " + unit;
+    } catch (const Fault&) { // too large; OK reports it
+        return {};
+    }
+}
+
+void MetricPad::handOver(const QLineEdit* box, const QString& screen, const QString& target) const {
+    const QString text = box->text();
+    if (!leavesTarget(text))
+        SetFieldText(Screens::field(screen, target), ShownNumber(conversions.value(box)(ToNumber(text))));
+}

@@ -1,0 +1,152 @@
+#include "estimates/frmCalcExpTSF.h"
+
+#include "core/base/Text.h"
+#include "core/shell/FieldChecks.h"
+#include "core/shell/Lists.h"
+#include "core/store/Catalogue.h"
+
+#include <algorithm>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+double numberIn(const QLineEdit* box) {
+    return ToNumber(box->text());
+}
+
+/// Whether every box has a text; an empty one ends a calculation without a word.
+bool allEntered(std::initializer_list<QWidget*> boxes) {
+    return std::ranges::all_of(boxes, [](QWidget* box) { return ValidateValueEntered(box, false); });
+}
+
+/// Writes a dimension of the building into its sketch while it is typed.
+void showsDimension(QLineEdit* box, QLabel* label) {
+    QObject::connect(box, &QLineEdit::textChanged, label,
+                     [label, dimension = label->text()](const QString& text) {
+                         const auto feet = ParseNumber(text.toStdString());
+                         label->setText(feet ? FormattedNumber(*feet, "#,##0 ft") : dimension);
+                     });
+}
+
+/// The transverse area of a pipe. Throws DatabaseFault for one that the catalogue does not have.
+double transverseArea(const QLineEdit* box) {
+    return ReadPipe(box->text())["TransArea"].number();
+}
+
+} // namespace
+
+frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
+    setupUi(this);
+    prepareEstimator(".tbToolbar.ButtonClick");
+    methods = {{bttnBldg, BldgFrame, &frmCalcExpTSF::EstimateByBuilding},
+               {bttnBoiler, BoilerFrame, &frmCalcExpTSF::EstimateByBoiler},
+               {bttnChiller, ChillerFrame, &frmCalcExpTSF::EstimateByChiller},
+               {bttnComponent, ComponentsFrame, &frmCalcExpTSF::EstimateByComponents},
+               {bttnDetail, frmDetailCalc, &frmCalcExpTSF::EstimateByList}};
+    for (const Method& method : methods) {
+        method.button->setFocusPolicy(Qt::StrongFocus); // a press leaves a box, whose check may refuse it
+        on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
+    }
+    for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
+                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity goes unchecked
+        checksNumber(box);
+    for (QLineEdit* box : {PipeIndex, PipeIndexCom})
+        checksPipe(box);
+    for (QPushButton* button : {cmdFindPipe2, cmdFindPipe1, imgFindPipeItemized})
+        findsPipe(button);
+    showsDimension(BldgHeight, lblBldgHeightImg);
+    showsDimension(BldgWidth, lblBldgWidthImg);
+    showsDimension(BldgDepth, lblBldgDepthImg);
+    on(cmdAddItemized, ".cmdAddItemized", [this] { AddItems(); });
+    on(cmdRestartItemized, ".cmdRestartItemized", [this] { lvItemized->clear(); });
+}
+
+const frmCalcExpTSF::Method& frmCalcExpTSF::PressedMethod() const {
+    const auto pressed =
+        std::ranges::find_if(methods, [](const Method& method) { return method.button->isChecked(); });
+    return pressed == methods.end() ? methods.first() : *pressed;
+}
+
+/// Once another method has been chosen, the building's frame does not come back; Calculate goes by the
+/// pressed button all the same and takes its boxes, which do not show. The program has always done so.
+void frmCalcExpTSF::SetEstimateFrames() {
+    if (const Method& pressed = PressedMethod(); pressed.button != bttnBldg)
+        frames->setCurrentWidget(pressed.frame);
+}
+
+std::optional<QString> frmCalcExpTSF::Calculate() {
+    const auto gallons = (this->*PressedMethod().calculate)();
+    return gallons ? std::optional(FormattedNumber(*gallons, "#,##0")) : std::nullopt;
+}
+
+QString frmCalcExpTSF::metricTag() const {
+    return name() + "-" + PressedMethod().button->objectName();
+}
+
+/// Asks for the height twice and not for the depth, which counts as 0 when it is empty; nor for the pipe,
+/// whose look-up fails then. The program has always done so.
+std::optional<double> frmCalcExpTSF::EstimateByBuilding() {
+    if (!allEntered({BldgHeight, BldgWidth, BldgHeight}))
+        return std::nullopt;
+    const double width = numberIn(BldgWidth);
+    const double height = numberIn(BldgHeight);
+    const double depth = BldgDepth->text().isEmpty() ? 0 : numberIn(BldgDepth);
+    return BuildingFluid(height, width, depth, transverseArea(PipeIndex));
+}
+
+std::optional<double> frmCalcExpTSF::EstimateByBoiler() {
+    if (!ValidateItemSelected(RadType, false) || !ValidateItemSelected(PipeType, false) ||
+        !allEntered({BoilerOutput}))
+        return std::nullopt;
+    return BoilerFluid(ToInt16(numberIn(BoilerOutput)), {RadClass, PipeClass});
+}
+
+std::optional<double> frmCalcExpTSF::EstimateByChiller() {
+    if (!allEntered({ChillerTons}))
+        return std::nullopt;
+    return ChillerFluid(numberIn(ChillerTons));
+}
+
+std::optional<double> frmCalcExpTSF::EstimateByComponents() {
+    if (!allEntered({BoilerCapacity, PipeIndexCom, PipeCapacity}))
+        return std::nullopt;
+    const double area = transverseArea(PipeIndexCom);
+    const double further = AdditionalCapacity->text().isEmpty() ? 0 : numberIn(AdditionalCapacity);
+    return ComponentFluid(numberIn(BoilerCapacity), further, numberIn(PipeCapacity), area);
+}
+
+std::optional<double> frmCalcExpTSF::EstimateByList() {
+    ItemizedFluid fluid;
+    for (int row = 0; row < lvItemized->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem& item = *lvItemized->topLevelItem(row);
+        const double amount = ToNumber(item.text(1));
+        if (item.text(2) == lblCapacityItemUM->text()) {
+            fluid.addEquipment(amount);
+            continue;
+        }
+        Rows pipe = ReadPipe(item.text(0));
+        fluid.addRun(pipe.AtEnd() ? std::nullopt : std::optional(pipe["ID"].number()), amount);
+    }
+    return fluid.total();
+}
+
+/// Both halves of the entries; feet and gallons share a column, and the unit beside tells which.
+void frmCalcExpTSF::AddItems() {
+    if (!txtPipeSizeItemized->text().isEmpty()) {
+        AddItem(txtPipeSizeItemized->text(), txtPipeLengthItemized->text(), lblPipeLengthItemizedUM->text());
+        txtPipeSizeItemized->clear();
+        txtPipeLengthItemized->clear();
+    }
+    if (!cmboFixtureItem->currentText().isEmpty()) {
+        AddItem(cmboFixtureItem->currentText(), txtCapacityItem->text(), lblCapacityItemUM->text());
+        cmboFixtureItem->setCurrentIndex(-1);
+        txtCapacityItem->clear();
+    }
+}
+
+void frmCalcExpTSF::AddItem(const QString& item, const QString& amount, const QString& unit) {
+    auto* row = new QTreeWidgetItem(lvItemized, {item, amount.isEmpty() ? "0" : amount, unit});
+    FitColumns(lvItemized);
+    lvItemized->scrollToItem(row);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "estimates/Estimator.h"
+#include "estimates/SystemFluid.h"
+#include "ui_frmCalcExpTSF.h"
+
+/// Estimates what a heating or cooling system holds, by one of five methods.
+class frmCalcExpTSF : public Estimator, private Ui::frmCalcExpTSF {
+  public:
+    frmCalcExpTSF();
+    QWidget* firstField() const override { return BldgHeight; }
+
+  private:
+    /// A method: its button, its frame and its arithmetic, in gallons.
+    struct Method {
+        QToolButton* button;
+        QWidget* frame;
+        std::optional<double> (frmCalcExpTSF::*calculate)();
+    };
+
+    const Method& PressedMethod() const;
+    void SetEstimateFrames();
+    std::optional<QString> Calculate() override;
+    QString metricTag() const override;
+    bool asksForResult() const override { return true; }
+
+    std::optional<double> EstimateByBuilding();
+    std::optional<double> EstimateByBoiler();
+    std::optional<double> EstimateByChiller();
+    std::optional<double> EstimateByComponents();
+    std::optional<double> EstimateByList();
+    void AddItems();
+    void AddItem(const QString& item, const QString& amount, const QString& unit);
+
+    QList<Method> methods; // in the order of the toolbar
+    /// Radiation and piping, which no step sets: the two lists must be filled in and change nothing.
+    int RadClass = 0;
+    int PipeClass = 0;
+};

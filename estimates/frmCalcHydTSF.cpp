@@ -1,0 +1,22 @@
+#include "estimates/frmCalcHydTSF.h"
+
+#include "core/base/Text.h"
+#include "core/shell/FieldChecks.h"
+#include "estimates/SystemFluid.h"
+
+using namespace UtilityFunctions;
+
+frmCalcHydTSF::frmCalcHydTSF() : Estimator("frmCalcHydTSF") {
+    setupUi(this);
+    prepareEstimator(".tbToolBar.ButtonClick");
+    for (QLineEdit* box : {PumpCapacity, PumpRunTime})
+        checksNumber(box);
+}
+
+std::optional<QString> frmCalcHydTSF::Calculate() {
+    for (QLineEdit* box : {PumpCapacity, PumpRunTime})
+        if (!ValidateValueEntered(box, false))
+            return std::nullopt;
+    const double gallons = Drawdown(ToNumber(PumpCapacity->text()), ToNumber(PumpRunTime->text()));
+    return FormattedNumber(gallons, "0"); // without separators, unlike the other estimates
+}

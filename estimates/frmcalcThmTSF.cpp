@@ -1,0 +1,42 @@
+#include "estimates/frmcalcThmTSF.h"
+
+#include "core/base/Text.h"
+#include "core/shell/FieldChecks.h"
+#include "core/store/Catalogue.h"
+#include "estimates/SystemFluid.h"
+
+#include <QKeyEvent>
+
+using namespace UtilityFunctions;
+
+frmcalcThmTSF::frmcalcThmTSF() : Estimator("frmcalcThmTSF") {
+    setupUi(this);
+    prepareEstimator(".tbToolBar.ButtonClick");
+    for (QLineEdit* box : {WtrHtrVolume, Pipeft})
+        checksNumber(box);
+    checksPipe(PipeIndex);
+    findsPipe(cmdFindPipe2);
+}
+
+/// Return and the keypad's Enter (key 108 of the keyboards that name it Separator) move on to the length.
+bool frmcalcThmTSF::eventFilter(QObject* object, QEvent* event) {
+    if (object != PipeIndex || event->type() != QEvent::KeyPress)
+        return Estimator::eventFilter(object, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return Estimator::eventFilter(object, event);
+    if (validateLeaving(PipeIndex))
+        Pipeft->setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+/// The recirculation line must be there, with a length of 0 if need be. A pipe that the catalogue does not
+/// have holds nothing.
+std::optional<QString> frmcalcThmTSF::Calculate() {
+    for (QLineEdit* box : {WtrHtrVolume, PipeIndex, Pipeft})
+        if (!ValidateValueEntered(box, false))
+            return std::nullopt;
+    const double gallons =
+        HotWaterFluid(ToNumber(WtrHtrVolume->text()), PipeBore(PipeIndex->text()), ToNumber(Pipeft->text()));
+    return FormattedNumber(gallons, "#,##0");
+}

@@ -1,0 +1,328 @@
+#include "setup/PriorData.h"
+
+#include "core/base/Numbers.h"
+#include "core/base/Text.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Status.h"
+#include "core/shell/Trap.h"
+#include "core/store/Catalogue.h"
+#include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
+#include "setup/InstallerFiles.h"
+#include "setup/PriorFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+
+#include <cmath>
+#include <optional>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString converting = QStringLiteral("Converting Prior Data...");
+constexpr double standardAtmosphere = 14.7; // psia
+
+/// How many jobs and tanks there are. The counts have 16 bits, and a file of more than that is refused.
+struct Counts {
+    std::int16_t jobs = 0;
+    std::int16_t tanks = 0;
+    bool operator==(const Counts&) const = default;
+};
+
+Counts countsOf(const PriorRows& rows) {
+    return {ToInt16(rows.tables[PriorTables::JobHeader].announced),
+            ToInt16(rows.tables[PriorTables::JobData].announced)};
+}
+
+Counts countsOf(const Connection& user) {
+    const auto count = [&user](const QString& table) {
+        Recordset rows;
+        rows.Open("SELECT * FROM " + table, user);
+        return ToInt16(rows.RecordCount());
+    };
+    return {count("tblJobHeader"), count("tblJobData")};
+}
+
+/// Tells in the status bar how far the work is, and lets the windows draw themselves meanwhile. They take no
+/// input, which could begin what the open transaction would have to end with.
+class Progress {
+  public:
+    Progress(QString what, size_t rows) : things(std::move(what)), total(rows) { clock.start(); }
+    void step() {
+        ++done;
+        if (clock.elapsed() < 40) // milliseconds; a window that waits longer seems to stand
+            return;
+        clock.restart();
+        const QLocale english(QLocale::English);
+        SetStatusText(QStringLiteral("%1 %2 of %3 %4")
+                          .arg(converting, english.toString(done), english.toString(total), things));
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+
+  private:
+    QString things;
+    qulonglong total;
+    qulonglong done = 0;
+    QElapsedTimer clock;
+};
+
+/// A moment that is stored in days since the end of 1899. On the days before, too, the fraction runs
+/// forwards. In a zone without summer time, whose missing hour would move what was stored.
+QDateTime momentOf(double days) {
+    constexpr double first = -657434; // of the year 100
+    constexpr double end = 2958466;   // of the year 9999
+    if (days < first || days >= end)
+        throw DatabaseFault(DatabaseFault::Unspecified, "The prior database holds a date that is none.");
+    const double whole = std::trunc(days);
+    const auto seconds = static_cast<qint64>(std::round(std::abs(days - whole) * 86400));
+    const QDateTime origin(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+    return origin.addDays(static_cast<qint64>(whole)).addSecs(seconds);
+}
+
+QString textOf(const QVariant& value) {
+    return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
+}
+
+/// Gives a column the value of the earlier one; a null leaves it as it is.
+void take(Recordset::Field column, const QVariant& value) {
+    if (value.typeId() == QMetaType::Double)
+        column = value.toDouble();
+    else if (value.isValid())
+        column = value.toString();
+}
+
+/// Writes the rows of one file into the user's data.
+class Conversion {
+  public:
+    Conversion(const Connection& target, const PriorRows& source) : user(target), prior(source) {}
+
+    void run() {
+        convertNames(PriorTables::Contractor);
+        convertNames(PriorTables::Engineer);
+        convertUser();
+        convertJobs();
+        convertTanks();
+        setClasses();
+    }
+
+  private:
+    const std::vector<QVariantList>& rowsOf(PriorTables::Index table) const {
+        return prior.tables[table].rows;
+    }
+
+    void openTable(Recordset& table, PriorTables::Index index) const {
+        table.Open(PriorTables::all[index].name, user, CursorType::Keyset, CommandType::Table);
+    }
+
+    void convertNames(PriorTables::Index index) {
+        Recordset names;
+        openTable(names, index);
+        for (const QVariantList& row : rowsOf(index)) {
+            names.AddNew();
+            names["fldName"] = textOf(row[0]);
+            names.Update();
+        }
+    }
+
+    void convertUser() {
+        if (rowsOf(PriorTables::User).empty())
+            return;
+        const QVariantList& row = rowsOf(PriorTables::User).front();
+        const QVariant& contractor = row[0];
+        const QVariant& engineer = row[1];
+        const QVariant& pressure = row[2];
+        Recordset defaults;
+        openTable(defaults, PriorTables::User);
+        if (defaults.AtEnd())
+            defaults.AddNew();
+        take(defaults["DefaultContractor"], contractor);
+        if (engineer.isValid()) // whose name nobody ever took over: the contractor's stands in both places
+            take(defaults["DefaultEngineer"], contractor);
+        take(defaults["DefaultPSIa"], pressure.isValid() ? pressure : standardAtmosphere);
+        defaults.Update();
+    }
+
+    void convertJobs() {
+        Recordset jobs;
+        openTable(jobs, PriorTables::JobHeader);
+        Progress progress("jobs", rowsOf(PriorTables::JobHeader).size());
+        for (const QVariantList& row : rowsOf(PriorTables::JobHeader)) {
+            jobs.AddNew();
+            for (qsizetype i = 0; i < row.size(); ++i) {
+                const QString column = PriorTables::jobHeader[i].target;
+                if (column == "DateCreated" && row[i].isValid())
+                    jobs[column] =
+                        momentOf(row[i].typeId() == QMetaType::Double ? row[i].toDouble()
+                                                                      : ToNumber(row[i].toString()));
+                else
+                    take(jobs[column], row[i]);
+            }
+            jobs.Update();
+            progress.step();
+        }
+    }
+
+    void convertTanks() {
+        Recordset tanks;
+        openTable(tanks, PriorTables::JobData);
+        const QDateTime now = QDateTime::currentDateTime();
+        Progress progress("tanks", rowsOf(PriorTables::JobData).size());
+        int runningNumber = 1; // over the whole table; the tanks of a job may be 7 and 8
+        for (const QVariantList& row : rowsOf(PriorTables::JobData)) {
+            tanks.AddNew();
+            tanks["TankID"] = textOf(row[0]) + u'.' + QString::number(runningNumber);
+            tanks["TankNo"] = runningNumber;
+            tanks["TankClass"] = "";
+            tanks["DateCreated"] = now;
+            for (qsizetype i = 0; i < row.size(); ++i)
+                take(tanks[PriorTables::jobData[i].target], row[i]);
+            tanks.Update();
+            ++runningNumber;
+            progress.step();
+        }
+    }
+
+    /// The series of a model, which is read once; an empty text for one that the catalogue does not have.
+    QString classOf(const QString& model) {
+        if (!classes.contains(model)) {
+            Rows found = ReadModel(model);
+            classes.insert(model, found.AtEnd() ? QString() : found["Class"].text());
+        }
+        return classes[model];
+    }
+
+    /// The second pass: every tank line gets the series of its model.
+    void setClasses() {
+        QList<std::pair<QString, QString>> tanks; // key and series, read in full before the first is changed
+        Recordset lines;
+        for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.AtEnd();
+             lines.MoveNext())
+            if (const QString series = classOf(lines["ModelNo"].text()); !series.isEmpty())
+                tanks.append({lines["TankID"].text(), series});
+        lines.Close();
+        Progress progress("models", static_cast<size_t>(tanks.size()));
+        for (const auto& [tankID, series] : tanks) {
+            Recordset line;
+            line.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", user,
+                      CursorType::Keyset);
+            line["TankClass"] = series;
+            line.Update();
+            progress.step();
+        }
+    }
+
+    const Connection& user;
+    const PriorRows& prior;
+    QHash<QString, QString> classes; // by model
+};
+
+/// Marks the conversion as done: it is attempted once.
+void setConverted(const Connection& user) {
+    Recordset flags;
+    flags.Open("tblFirstTime", user, CursorType::Keyset, CommandType::Table);
+    if (flags.AtEnd())
+        return;
+    flags["Convert"] = 1;
+    flags.Update();
+}
+
+/// The earlier program's file.
+struct Source {
+    QString path;
+    bool namedByInstaller = false; // who also wants it deleted
+};
+
+/// Lets the user show the file that no datasource.ini names; nothing when he has none.
+std::optional<Source> askForFile() {
+    const auto answer = Dialogs::current().show({.text = "Prior database not found!\n\r"
+                                                         "Do you have prior data to convert?",
+                                                 .title = "Convert Data?",
+                                                 .icon = QMessageBox::Question,
+                                                 .buttons = QMessageBox::Yes | QMessageBox::No});
+    if (answer != QMessageBox::Yes)
+        return std::nullopt;
+    // The dialog begins where no earlier program kept its data: the name left as it is there means none.
+    const QString unchanged =
+        QFileInfo(dbConnection("User").dataSource()).absoluteDir().filePath(QStringLiteral("Data.mdb"));
+    const QString file =
+        Dialogs::current().openFile("*.mdb (*.mdb)", unchanged, "Convert Prior Version Data");
+    if (file.isEmpty() || file == "Data.mdb" || QFileInfo(file).absoluteFilePath() == unchanged)
+        return std::nullopt;
+    return Source{file};
+}
+
+std::optional<Source> priorFile() {
+    try {
+        return Source{ReadInstallerFile("datasource.ini"), true};
+    } catch (const Fault& fault) {
+        if (fault.number() != Fault::FileNotFound && fault.number() != Fault::PathNotFound)
+            throw;
+    }
+    return askForFile();
+}
+
+/// False for a file that the provider cannot read.
+bool readPrior(const QString& path, PriorRows& rows) {
+    try {
+        ReadPriorFile(path, rows);
+        return true;
+    } catch (const DatabaseFault& fault) {
+        if (fault.number() != DatabaseFault::Unspecified &&
+            fault.number() != DatabaseFault::InvalidConnection)
+            throw;
+        return false;
+    }
+}
+
+/// A file that could not be read counts as converted, so it is going to be deleted. What it holds stays,
+/// under another name, for whoever can mend it.
+void putAside(const QString& path) {
+    if (IsOwnDatabase(path))
+        return;
+    for (int number = 1; QFile::exists(path) && number < 100; ++number)
+        if (QFile::rename(path, QStringLiteral("%1.unread%2").arg(path).arg(number)))
+            return;
+}
+
+bool convert(const Source& source) {
+    const Connection user = openDatabase("User");
+    PriorRows rows;
+    bool complete = false;
+    if (readPrior(source.path, rows)) {
+        const Counts expected = countsOf(rows);
+        Transaction transaction(user);
+        Conversion(user, rows).run();
+        complete = countsOf(user) == expected;
+        setConverted(user);
+        transaction.Commit();
+    } else {
+        complete = countsOf(rows) == Counts{};
+        if (complete && source.namedByInstaller)
+            putAside(source.path);
+        setConverted(user);
+    }
+    SetStatusText("Finished!");
+    return complete;
+}
+
+} // namespace
+
+bool UtilityFunctions::ConvertPriorData() {
+    const Hourglass hourglass;
+    SetStatusText(converting);
+    bool complete = false;
+    Trap("ConvertPriorData", [&] {
+        if (const auto source = priorFile())
+            complete = convert(*source);
+        else
+            SetStatusBarText();
+    });
+    return complete;
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Makes the screens and commands of this folder known.
+void registerSetup();

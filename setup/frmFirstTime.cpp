@@ -1,0 +1,145 @@
+#include "setup/frmFirstTime.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Numbers.h"
+#include "core/look/Appearance.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Screens.h"
+#include "core/store/Gateway.h"
+#include "setup/InstallerFiles.h"
+#include "setup/PriorData.h"
+#include "setup/Representative.h"
+#include "setup/frmValidateRep.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <optional>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+constexpr qsizetype zipLength = 5;
+
+/// Deletes a file; one that is not there changes nothing. Throws Fault 75 when it stays.
+void deleteFile(const QString& path) {
+    if (!QFileInfo(path).isFile() || IsOwnDatabase(path))
+        return;
+    if (!QFile::remove(path))
+        throw Fault(Fault::PathFileAccess, "Path/File access error: " + path.toStdString());
+}
+
+bool needsZip() {
+    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
+    return user.AtEnd() || user["PostalCode"].text().isEmpty();
+}
+
+QString askForZip(const QString& above) {
+    return Dialogs::current()
+        .input("Waiting...", above +
+                                 "Please enter your ZIP Code.\n"
+                                 "This will be used to determine who is your manufacturer's representative.")
+        .trimmed();
+}
+
+/// The ZIP code that the user gives, or HOME or CAN; nothing when he gives none. A bad one is asked for once
+/// more, and then taken as it comes.
+std::optional<QString> zipFromUser() {
+    const QString zip = askForZip({});
+    if (zip.isEmpty())
+        return std::nullopt;
+    if (zip == "HOME" || zip == "CAN")
+        return zip;
+    const bool numeric = ParseNumber(zip.toStdString()).has_value();
+    if (!numeric || zip.size() < zipLength)
+        return askForZip("Invalid Response\n");
+    return zip.left(zipLength);
+}
+
+} // namespace
+
+frmFirstTime::frmFirstTime() : Screen("frmFirstTime") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdContinue);
+    imgMark->setPixmap(Appearance::splashPicture(imgMark->minimumSize(), devicePixelRatioF()));
+    lblDescription->setText("Electronic Catalog\nTool\n&\nExpansion Tank\nSelection Software");
+    on(cmdSetup, ".cmdSetup", [] {
+        const Hourglass hourglass;
+        Screens::open("frmUserInput");
+    });
+    const auto demo = Commands::handlerOf("mnuDemo");
+    if (demo)
+        on(cmdDemo, ".cmdDemo", demo);
+    else
+        makeUnavailable(cmdDemo);
+    on(cmdCheck, ".cmdCheck", [this] { StoreTick(); });
+    on(cmdContinue, ".cmdContinue", [this] { Continue(); });
+}
+
+void frmFirstTime::Load() {
+    int Convert = 0;
+    if (Rows flags("User", "tblFirstTime", CursorType::ForwardOnly, CommandType::Table); !flags.AtEnd())
+        Convert = ToInt16(flags["Convert"].number());
+    if (Convert == 0 && ConvertPriorData())
+        DeleteFiles("Data");
+    DeleteFiles("Demo");
+}
+
+/// Deletes the file that the installer names, and the name.
+void frmFirstTime::DeleteFiles(const QString& kind) {
+    trap(".DeleteFiles", [&] {
+        const QString ini = kind == "Demo" ? "demosource.ini" : "datasource.ini";
+        QString path;
+        try {
+            path = ReadInstallerFile(ini).remove(QChar(0));
+        } catch (const Fault& fault) {
+            if (fault.number() != Fault::FileNotFound && fault.number() != Fault::PathNotFound)
+                throw;
+            return;
+        }
+        deleteFile(path);
+        deleteFile(QDir(InstallerFolder()).filePath(ini));
+    });
+}
+
+void frmFirstTime::StoreTick() {
+    Rows flags("User", "tblFirstTime", CursorType::Keyset, CommandType::Table);
+    flags["FirstTime"] = cmdCheck->isChecked();
+    flags->Update();
+}
+
+void frmFirstTime::LookRepInDb(const QString& zip, bool& found) {
+    auto* screen = dynamic_cast<frmValidateRep*>(Screens::find("frmValidateRep"));
+    const auto representative = FindRepresentative(zip);
+    found = representative.has_value();
+    if (screen && found)
+        screen->Show(zip, *representative);
+}
+
+/// Shows the representative of a ZIP code, or the empty record for one that leads to none.
+void frmFirstTime::ShowRepresentative(const QString& zip) {
+    auto* screen = dynamic_cast<frmValidateRep*>(Screens::load("frmValidateRep"));
+    if (!screen)
+        return;
+    bool found = false;
+    LookRepInDb(zip, found);
+    screen->SetFound(found);
+    Screens::show(screen->name());
+}
+
+void frmFirstTime::Continue() {
+    const Hourglass hourglass;
+    Tag = "1";
+    if (const auto zip = needsZip() ? zipFromUser() : std::nullopt)
+        ShowRepresentative(*zip);
+    Screens::unload(name());
+}
+
+bool frmFirstTime::QueryUnload() {
+    if (Tag != "1")
+        procedure(".Unload", [this] { Continue(); });
+    return true;
+}

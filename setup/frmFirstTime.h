@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "ui_frmFirstTime.h"
+
+/// The getting-started screen: takes over prior data before it shows, offers setup and demonstration, and
+/// asks for the ZIP code. Every way out of it is a Continue.
+class frmFirstTime : public Screen, private Ui::frmFirstTime {
+  public:
+    frmFirstTime();
+    Subject subject() const override { return Subject::None; }
+
+  private:
+    void Load() override;
+    QWidget* firstField() const override { return cmdContinue; }
+    bool QueryUnload() override;
+    void DeleteFiles(const QString& kind);
+    void StoreTick();
+    void Continue();
+    void ShowRepresentative(const QString& zip);
+    void LookRepInDb(const QString& zip, bool& found);
+};

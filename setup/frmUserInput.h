@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "setup/Representative.h"
+#include "ui_frmUserInput.h"
+
+/// The user's defaults for new jobs, and his representative, who follows from his ZIP code.
+class frmUserInput : public Screen, private Ui::frmUserInput {
+  public:
+    frmUserInput();
+    Subject subject() const override { return Subject::None; }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void Load() override;
+    void Activate() override;
+    QWidget* firstField() const override { return txtPostalCode; }
+    bool QueryUnload() override;
+    void FillDefaults();
+    void GetRepInfo(const QString& sender);
+    void LookupRepInDb(const QString& source, const QString& zip);
+    void ShowRepresentative(bool visible);
+    void OfferRepresentatives();
+    void TakeRepresentative();
+    void ValidateforNewEntry(QLineEdit* field, const QString& table);
+    void SaveRecord();
+    void ChangeRepresentative();
+
+    bool Dirty = false;            // of the ZIP code
+    Representative representative; // whom the screen showed last
+    // The ZIP code when its box got the focus and when it lost it; at first they differ.
+    QString zipAtFocus = "X";
+    QString zipAtLeaving = "Y";
+};

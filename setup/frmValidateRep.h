@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/shell/Screen.h"
+#include "setup/Representative.h"
+#include "ui_frmValidateRep.h"
+
+#include <array>
+
+/// Shows the representative's record, lets the user correct it, and stores it. With the Tag "UserInput" the
+/// user setup comes back after it.
+class frmValidateRep : public Screen, private Ui::frmValidateRep {
+  public:
+    frmValidateRep();
+    Subject subject() const override { return Subject::None; }
+
+    /// Fills the boxes.
+    void Show(const QString& zip, const Representative& representative);
+    /// The user only needs to agree with a record that was found; he is told when none was.
+    void SetFound(bool found);
+
+  private:
+    void Load() override;
+    QWidget* firstField() const override { return txtPostalCode; }
+    bool QueryUnload() override;
+    void Save();
+    void SaveRepresentative();
+    void SavePostalCode();
+
+    /// A box and the column of the user's tblRepMaster that it shows.
+    struct Box {
+        QLineEdit* box;
+        const char* column;
+    };
+    std::array<Box, 6> boxes() const;
+
+    bool Dirty = false;
+};

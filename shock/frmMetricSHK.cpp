@@ -1,0 +1,54 @@
+#include "shock/frmMetricSHK.h"
+
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "estimates/MetricConversions.h"
+#include "estimates/Pipes.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+const QString conditions = QStringLiteral("frmJobConditionsSHK");
+} // namespace
+
+frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    connect(txtPipeIndex, &QLineEdit::textChanged, this,
+            [this](const QString& text) { trap(".txtPipeIndex_Change", [&] { ShowPipe(text); }); });
+    onLeaving(txtPipeIndex, ".txtPipeIndex_Validate",
+              [this] { return ValidatePipeSize(txtPipeIndex->text(), "Metric"); });
+    converts(txtPipeLength, lblPipeLengthUS, MetersToFeet, "ft");
+    converts(txtFlowRate, lblFlowRateUS, LitersToGallons, "gpm");
+    converts(txtFlowPressure, lblFlowPressureUS, kPaToPSI, "psig");
+    converts(txtStaticPressure, lblStaticPressureUS, kPaToPSI, "psig");
+    converts(txtShockPressure, lblShockPressureUS, kPaToPSI, "psig");
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] { OpenPipeChooser(name()); });
+    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+}
+
+void frmMetricSHK::Load() {
+    MetricPad::Load();
+    SetStatusText("Convert Metric");
+}
+
+void frmMetricSHK::ShowPipe(const QString& metricIndex) {
+    const QString pipe = metricIndex.isEmpty() ? QString() : PipeIndexOf(metricIndex);
+    lblPipeIndexUS->setText(metricIndex.isEmpty() ? QString()
+                            : pipe.isEmpty()      ? "not a metric size"
+                                                  : "= " + pipe);
+}
+
+/// The chooser hands over U.S. keys, also to this pad, and none of them is a metric one: such a text leaves
+/// the pipe of the conditions as it is.
+void frmMetricSHK::Confirm() {
+    if (const QString text = txtPipeIndex->text(); !text.isEmpty())
+        if (const QString pipe = PipeIndexOf(text); !pipe.isEmpty())
+            SetFieldText(Screens::field(conditions, "PipeIndex"), pipe);
+    for (const QLineEdit* box :
+         {txtFlowRate, txtFlowPressure, txtStaticPressure, txtShockPressure, txtPipeLength})
+        handOver(box, conditions, box->objectName().mid(3)); // the target has the same name without its "txt"
+    Screens::unload(name());
+}

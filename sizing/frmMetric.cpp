@@ -1,0 +1,54 @@
+#include "sizing/frmMetric.h"
+
+#include "core/base/Text.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/SessionStore.h"
+#include "estimates/MetricConversions.h"
+
+using namespace UtilityFunctions;
+
+namespace {
+const QString conditions = QStringLiteral("frmJobConditions");
+} // namespace
+
+frmMetric::frmMetric() : MetricPad("frmMetric") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    converts(txtAtmPressure, lblAtmPressureUS, kPaToPSI, "psia");
+    converts(txtSOPMin, lblSOPMinUS, kPaToPSI, "psig");
+    converts(txtSOPMax, lblSOPMaxUS, kPaToPSI, "psig");
+    converts(txtTotSysFluid, lblTotSysFluidUS, LitersToGallons, "gal");
+    converts(txtSOTMin, lblSOTMinUS, CelsiusToFahrenHeit, "°F");
+    converts(txtSOTMax, lblSOTMaxUS, CelsiusToFahrenHeit, "°F");
+    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+}
+
+void frmMetric::Load() {
+    MetricPad::Load();
+    SetStatusText("Convert Metric");
+    if (Screens::active() == conditions && Session::application() == Application::Hydropneumatic)
+        AdaptToDrawdown();
+}
+
+/// The conditions of a hydropneumatic tank have no temperatures.
+void frmMetric::AdaptToDrawdown() {
+    for (QWidget* hidden :
+         std::initializer_list<QWidget*>{lblSOT, lblSOTMin, lblSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOTMinUS,
+                                         lblSOTMaxUS, txtSOTMin, txtSOTMax})
+        hidden->hide();
+    lblSysFluidContent->setText("Drawdown");
+}
+
+/// A box that shows 0 leaves its target as it is, since that is what an empty box becomes when it is left. So
+/// 0 °C cannot be entered here.
+bool frmMetric::leavesTarget(const QString& text) const {
+    return text.isEmpty() || text == "0";
+}
+
+void frmMetric::Confirm() {
+    for (const QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid, txtSOTMin, txtSOTMax})
+        handOver(box, conditions, box->objectName()); // each has the name of its target
+    Screens::unload(name());
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "estimates/MetricPad.h"
+#include "ui_frmMetric.h"
+
+/// The metric pad of the job conditions, which it writes into from wherever it was opened.
+class frmMetric : public MetricPad, private Ui::frmMetric {
+  public:
+    frmMetric();
+
+  private:
+    void Load() override;
+    bool leavesTarget(const QString& text) const override;
+    void AdaptToDrawdown();
+    void Confirm();
+};

@@ -1,0 +1,281 @@
+// The files of the earlier program, taken over through the getting-started screen: row by row against another
+// reader, and broken in every way.
+
+#include "core/shell/Status.h"
+#include "setup/InstallerFiles.h"
+#include "setup/PriorFile.h"
+#include "tests/support/Driver.h"
+#include "tests/support/Rounds.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QTimer>
+
+#include <random>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString fixtures = QStringLiteral(SOURCE_FOLDER "/../shared/fixtures/prior/");
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size());
+}
+
+class PriorData : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!QFileInfo::exists(fixtures))
+            GTEST_SKIP() << "SKIPPED: there are no prior databases at " << fixtures.toStdString();
+        home.installData();
+        dialogs = &Driver::start();
+        SetInstallerFolder(home.path());
+    }
+    void TearDown() override {
+        Driver::stop();
+        SetPriorHelper({});
+    }
+
+    QString priorFile() const { return home.path() + "/Data.mdb"; }
+
+    /// Takes a file over, as the first start does.
+    void convert(const QByteArray& file) const {
+        write(priorFile(), file);
+        write(home.path() + "/datasource.ini", priorFile().toLocal8Bit());
+        Screens::open("frmFirstTime");
+        Driver::settle();
+    }
+
+    static QString value(const QString& sql) {
+        Rows rows("User", sql);
+        return rows.AtEnd() ? QString() : rows["V"].text();
+    }
+    static QString counts() {
+        QStringList all;
+        for (const char* table : {"tblContractor", "tblEngineer", "tblUser", "tblJobHeader", "tblJobData"})
+            all.append(value(QString("SELECT COUNT(*) AS V FROM ") + table));
+        return all.join(' ');
+    }
+    static QString converted() { return value("SELECT Convert AS V FROM tblFirstTime"); }
+
+    TemporaryHome home;
+    ScriptedDialogs* dialogs = nullptr;
+};
+
+using Row = QHash<QString, QString>; // by column; an empty text for a null
+
+/// The rows of a table as mdbtools' exporter reads them.
+QList<Row> exported(const QString& file, const QString& table) {
+    QProcess exporter;
+    exporter.start("mdb-export", {"-Q", "-d", "\x1f", "-R", "\x1e", "-T", "%Y-%m-%d %H:%M:%S", "-D",
+                                  "%Y-%m-%d", file, table});
+    EXPECT_TRUE(exporter.waitForFinished() && exporter.exitCode() == 0) << "mdb-export of mdbtools";
+    QStringList lines = QString::fromUtf8(exporter.readAllStandardOutput()).split(QChar(0x1e));
+    const QStringList columns = lines.takeFirst().split(QChar(0x1f));
+    lines.removeLast(); // what stands behind the last row
+    QList<Row> rows;
+    for (const QString& line : lines) {
+        const QStringList values = line.split(QChar(0x1f));
+        Row row;
+        for (qsizetype i = 0; i < values.size(); ++i)
+            row.insert(columns[i], values[i]);
+        rows.append(row);
+    }
+    return rows;
+}
+
+/// A stored value as the exporter writes it: numbers with 16 digits.
+bool isSame(Recordset::Field stored, const QString& expected) {
+    bool isNumber = false;
+    expected.toDouble(&isNumber);
+    return stored.text() == expected || (isNumber && QString::asprintf("%.16g", stored.number()) == expected);
+}
+
+/// The rows of a query beside expected ones: the columns of these, under our names.
+void expectRows(const QString& sql, const QList<Row>& expected) {
+    const QHash<QString, QString> renamed = {
+        {"PipeFt", "PipeLength"},
+        {"TagID", "TagID01"},
+        {"Registered", {}}, // columns of a later version, which nobody needs
+        {"Archived", {}}};
+    Rows stored("User", sql);
+    for (const Row& row : expected) {
+        ASSERT_FALSE(stored.AtEnd()) << sql.toStdString();
+        for (auto column = row.cbegin(); column != row.cend(); ++column) {
+            const QString name = renamed.value(column.key(), column.key());
+            EXPECT_TRUE(name.isEmpty() || isSame(stored[name], *column))
+                << name.toStdString() << ": " << stored[name].text().toStdString() << " for "
+                << column->toStdString();
+        }
+        stored->MoveNext();
+    }
+    EXPECT_TRUE(stored.AtEnd()) << sql.toStdString();
+}
+
+QList<Row> withColumn(QList<Row> rows, const QString& from, const QString& to) {
+    for (Row& row : rows)
+        row.insert(to, row.take(from));
+    return rows;
+}
+
+} // namespace
+
+TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
+    for (const char* name : {"typical", "distinct", "worn", "large", "empty"}) {
+        SCOPED_TRACE(name);
+        const QString file = fixtures + "prior-" + name + ".mdb";
+        convert(contents(file));
+        EXPECT_EQ(Driver::report(), "");
+        expectRows("SELECT * FROM tblContractor",
+                   withColumn(exported(file, "tblContractor"), "Contractor", "fldName"));
+        expectRows("SELECT * FROM tblEngineer",
+                   withColumn(exported(file, "tblEngineer"), "Engineer", "fldName"));
+        expectRows("SELECT * FROM tblJobHeader", exported(file, "tblJobHeader"));
+        QList<Row> users = exported(file, "tblUser");
+        for (Row& user : users) { // the contractor stands in both places
+            user["DefaultEngineer"] = user["DefaultContractor"];
+            if (user["DefaultPSIa"].isEmpty())
+                user["DefaultPSIa"] = "14.7";
+        }
+        expectRows("SELECT * FROM tblUser", users);
+        QList<Row> tanks = exported(file, "tblJobData");
+        for (qsizetype i = 0; i < tanks.size(); ++i) {
+            tanks[i]["TankNo"] = QString::number(i + 1);
+            tanks[i]["TankID"] = tanks[i]["JobID"] + "." + tanks[i]["TankNo"];
+            Rows model("Sys",
+                       "SELECT Class FROM tblModelMaster WHERE ModelDscrptn = '" + tanks[i]["ModelNo"] + "'");
+            tanks[i]["TankClass"] = model.AtEnd() ? "" : model["Class"].text();
+        }
+        expectRows("SELECT * FROM tblJobData ORDER BY TankNo", tanks);
+        EXPECT_EQ(converted(), "1");
+        EXPECT_FALSE(QFile::exists(priorFile())) << "what arrived is deleted";
+        Screens::unload("frmFirstTime");
+        home.installData();
+    }
+}
+
+TEST_F(PriorData, KeepsANullApartFromAnEmptyText) {
+    convert(contents(fixtures + "prior-distinct.mdb"));
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData WHERE TagID01 IS NULL"), "1");
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData WHERE TagID01 = ''"), "1");
+    EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobInfo = ''"), "Job.With.Points");
+    EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobInfo IS NULL"), "2001-18");
+    EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE DateCreated IS NULL"), "7");
+}
+
+TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
+    QStringList told; // in the status bar, as a timer sees it that runs with the windows
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&told] { told.append(StatusText()); });
+    timer.start(0);
+    dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
+    dialogs->files = {fixtures + "prior-large.mdb"};
+    Screens::open("frmFirstTime");
+    EXPECT_EQ(converted() + ", " + counts(), "1, 300 300 1 2000 10000");
+    EXPECT_FALSE(told.filter(" of 10,000 tanks").isEmpty());
+    EXPECT_EQ(StatusText(), "Finished!");
+    EXPECT_TRUE(QFile::exists(fixtures + "prior-large.mdb")) << "his file stays";
+}
+
+TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
+    const QByteArray typical = contents(fixtures + "prior-typical.mdb");
+    QByteArray foreign = typical;
+    foreign.replace(QByteArray("t\0b\0l\0U\0s\0e\0r\0", 14), QByteArray("t\0b\0l\0U\0s\0e\0x\0", 14));
+    ASSERT_NE(foreign, typical);
+    const struct {
+        const char* name;
+        QByteArray file;
+        const char* converted;
+        const char* report; // a part of it
+        bool keepsFile;
+    } cases[] = {
+        {"text", contents(fixtures + "not-a-database.mdb"), "1", "", false},
+        {"cut", contents(fixtures + "prior-truncated.mdb"), "1", "", false},
+        {"nothing", {}, "1", "", false},
+        {"protected", contents(fixtures + "protected.mdb"), "0", "Not a valid password", true},
+        {"foreign", foreign, "0", "tblUser", true},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        convert(row.file);
+        EXPECT_EQ(converted(), row.converted);
+        EXPECT_EQ(counts(), "0 0 0 0 0");
+        EXPECT_EQ(Driver::report().isEmpty(), *row.report == '\0');
+        EXPECT_TRUE(Driver::report().contains(row.report)) << Driver::report().toStdString();
+        EXPECT_EQ(QFile::exists(priorFile()), row.keepsFile);
+        for (const char* screen : {"frmFirstTime", "frmError"})
+            Screens::unload(screen);
+        home.installData();
+    }
+}
+
+TEST_F(PriorData, TakesACrashOrAHangOfItsReaderForADamagedFile) {
+    const QString helper = home.path() + "/helper";
+    for (const char* line : {"kill -SEGV $$", "exec sleep 60", "printf T; exit 0"}) {
+        write(helper, QByteArray("#!/bin/sh\n") + line + "\n");
+        QFile(helper).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        SetPriorHelper({helper, std::chrono::milliseconds(300)});
+        convert(contents(fixtures + "prior-typical.mdb"));
+        EXPECT_EQ(converted() + ", " + counts(), "1, 0 0 0 0 0") << line;
+        EXPECT_EQ(Driver::report(), "");
+        EXPECT_EQ(contents(priorFile() + ".unread1"), contents(fixtures + "prior-typical.mdb"));
+        QFile::remove(priorFile() + ".unread1");
+        Screens::unload("frmFirstTime");
+        home.installData();
+    }
+}
+
+TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
+    const Rows taken("User",
+                     "INSERT INTO tblJobHeader (JobID) VALUES ('A-7')"); // the fourth of its five jobs
+    convert(contents(fixtures + "prior-typical.mdb"));
+    EXPECT_TRUE(Driver::report().contains("ConvertPriorData")) << Driver::report().toStdString();
+    EXPECT_EQ(converted() + ", " + counts(), "0, 0 0 0 1 0");
+    EXPECT_TRUE(QFile::exists(priorFile()));
+    Screens::unload("frmError");
+    Screens::unload("frmFirstTime");
+    const Rows freed("User", "DELETE FROM tblJobHeader");
+    Screens::open("frmFirstTime"); // the cause is gone
+    EXPECT_EQ(converted() + ", " + counts(), "1, 4 3 1 5 9");
+}
+
+TEST_F(PriorData, SurvivesEveryDamage) {
+    const QHash<QString, QString> whole = {
+        {"typical", "4 3 1 5 9"}, {"distinct", "4 3 1 5 9"}, {"worn", "10 0 1 50 214"}};
+    std::mt19937 random(14);
+    const auto below = [&random](qsizetype limit) {
+        return std::uniform_int_distribution<qsizetype>(0, limit - 1)(random);
+    };
+    SetPriorHelper({{}, std::chrono::seconds(2)});
+    int arrived = 0;
+    const int rounds = Rounds(60, 10000);
+    for (int round = 0; round < rounds; ++round) {
+        const QString name = QStringList{"typical", "distinct", "worn"}[round % 3];
+        QByteArray file = contents(fixtures + "prior-" + name + ".mdb");
+        if (below(10) == 0)
+            file.truncate(below(file.size()));
+        for (qsizetype hit = below(40); hit >= 0 && !file.isEmpty(); --hit) {
+            const qsizetype at = below(4) == 0 ? below(4096) : below(file.size()); // the header now and then
+            for (qsizetype i = at; i < std::min(at + 1 + below(4), file.size()); ++i)
+                file[i] = static_cast<char>(random());
+        }
+        convert(file);
+        const QString found = counts();
+        EXPECT_TRUE(found == "0 0 0 0 0" || found == whole[name])
+            << name.toStdString() << ", round " << round << ": " << found.toStdString();
+        arrived += found == whole[name] ? 1 : 0;
+        for (const char* screen : {"frmFirstTime", "frmError"})
+            Screens::unload(screen);
+        home.installData();
+    }
+    EXPECT_GT(arrived, rounds / 100) << "no damage was so small that the file could still be read";
+    EXPECT_LT(arrived, rounds);
+}
