@@ -213,8 +213,9 @@ void ReportView::paintMarks(QPainter& painter, int page) const {
              page == end.page && i == end.text ? end.letter : int(texts[i].text.size()), selectionColor);
 }
 
+/// The top stays: the middle of a window that has just become larger is not what was in sight before.
 void ReportView::resizeEvent(QResizeEvent*) {
-    layOut(QRectF(viewport()->rect()).center(), shownScale);
+    layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
 }
 
 void ReportView::wheelEvent(QWheelEvent* event) {

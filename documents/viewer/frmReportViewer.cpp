@@ -86,7 +86,7 @@ void frmReportViewer::ShowContents() {
             if (texts[i].section != Section::GroupHeader || texts[i].heading == 0 || texts[i].repeated)
                 continue;
             auto* row = new QTreeWidgetItem(lstContents, {texts[i].plain(), QString::number(page + 1)});
-            row->setTextAlignment(1, Qt::AlignRight);
+            row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
             contents.append({page, i, 0});
         }
     }

@@ -9,6 +9,7 @@
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
 #include "documents/report/Renderer.h"
+#include "documents/schedule/ScheduleTable.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Limits.h"
 #include "tests/support/TemporaryHome.h"
@@ -98,10 +99,20 @@ class Exports : public testing::Test {
         return RenderPages(listLayout(), rows);
     }
 
-    QString write(const char* command, const Pages& pages, const char* name) {
+    static Document report(const char* name, const char* application = "") {
+        Session::JobID.write("O'Hara & 水 <7>");
+        Session::TankClass.write(application);
+        UtilityFunctions::FillScheduleTable();
+        return Report(*FindReport(name)).Run();
+    }
+
+    QString write(const char* command, const Document& document, const char* name) {
         QString path = home.dataFolder() + u'/' + QLatin1String(name);
-        Export::toFile(Export::format(command), {"Brennoval Submittal", "Author", "a", pages}, path);
+        Export::toFile(Export::format(command), document, path);
         return path;
+    }
+    QString write(const char* command, const Pages& pages, const char* name) {
+        return write(command, Document{"Brennoval Submittal", "Author", "a", pages}, name);
     }
 
     static QStringList textsOf(const Pages& pages) {
@@ -115,11 +126,12 @@ class Exports : public testing::Test {
     static void expectAll(const Pages& pages, const QString& content, const char* format) {
         const QString have = dense(content);
         for (const Page& page : pages)
-            for (const PageText& text : page.texts)
-                if (!text.pageNumber || QLatin1String(format) != "Excel") { // a sheet has no pages
-                    EXPECT_TRUE(have.contains(dense(text.plain())))
-                        << format << ": " << text.plain().toStdString();
-                }
+            for (const PageText& text : page.texts) {
+                if (text.pageNumber && QLatin1String(format) == "Excel") // a sheet has no pages
+                    continue;
+                for (const QString& line : text.lines()) // headings side by side are read line by line
+                    EXPECT_TRUE(have.contains(dense(line))) << format << ": " << line.toStdString();
+            }
     }
 
     TemporaryHome home;
@@ -128,26 +140,49 @@ class Exports : public testing::Test {
 } // namespace
 
 TEST_F(Exports, AllSixHoldTheSameTexts) {
+    QList<Document> documents;
     const std::pair<const char*, const char*> tanks[] = {
         {"T1", "RCB 500"}, {"T2", "24RB60"}, {"T3", "PKG 30-1.8"}, {"T4", "SHK 300"}, {"T5", "JWB 800"}};
     for (const auto& [tank, model] : tanks) {
-        const Pages pages = submittal(tank, model);
-        ASSERT_EQ(pages.size(), 1) << model;
+        documents.append({"Submittal", "Author", "a", submittal(tank, model)});
+        ASSERT_EQ(documents.last().pages.size(), 1) << model;
+    }
+    documents << report("rptExpTankList", "Thermal Expansion Tank")
+              << report("rptPKGTankList", "Glycol Make-up Package") << report("rptSchedule");
+    for (const Document& document : documents) {
+        const Pages& pages = document.pages;
         EXPECT_GT(textsOf(pages).size(), 30);
         expectAll(
             pages,
-            QString::fromUtf8(run("pdftotext", {"-layout", write("mnuExportPDF", pages, "a.pdf"), "-"})),
+            QString::fromUtf8(run("pdftotext", {"-layout", write("mnuExportPDF", document, "a.pdf"), "-"})),
             "PDF");
         expectAll(pages,
                   QString::fromUtf8(run("xmllint", {"--html", "--nowarning", "--xpath", "string(/html/body)",
-                                                    write("mnuExportHTML", pages, "a.htm")})),
+                                                    write("mnuExportHTML", document, "a.htm")})),
                   "HTML");
-        expectAll(pages, csvOf(write("mnuExportExcel", pages, "a.xls")), "Excel");
-        expectAll(pages, textOfRtf(write("mnuExportRTF", pages, "a.rtf")), "RTF");
-        QFile text(write("mnuExportText", pages, "a.txt"));
+        expectAll(pages, csvOf(write("mnuExportExcel", document, "a.xls")), "Excel");
+        expectAll(pages, textOfRtf(write("mnuExportRTF", document, "a.rtf")), "RTF");
+        QFile text(write("mnuExportText", document, "a.txt"));
         ASSERT_TRUE(text.open(QIODevice::ReadOnly));
         expectAll(pages, QString::fromUtf8(text.readAll()), "text");
     }
+}
+
+TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
+    const QString file =
+        write("mnuExportExcel", report("rptExpTankList", "Thermal Expansion Tank"), "list.xls");
+    const QStringList lines = csvOf(file).split('\n');
+    ASSERT_GT(lines.size(), 30);
+    EXPECT_EQ(lines[2] + lines[3], "\"Model Number\",\"DimensionsHeight Diameter\",\"Tank Volume\",\"Accept. "
+                                   "Volume\",\"System Cnnctn\",\"Working Pressure\",\"Approx. "
+                                   "Weight\",Series,\"Bladder Type:\",ASME?");
+    int rows = 0;
+    for (const QString& line : lines)
+        rows += line.contains("Butyl") ? 1 : 0; // each row tells the bladder and the series of its group
+    UtilityFunctions::Rows count("Sys", "SELECT COUNT(*) AS V FROM tblModelMaster WHERE App = 'THM'");
+    EXPECT_EQ(rows, int(count["V"].number()));
+    const QByteArray sheet = run("ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", file, "fd://1"});
+    EXPECT_TRUE(sheet.contains("<gnm:Filter Area=\"A3:J" + QByteArray::number(rows + 3) + "\"/>"));
 }
 
 TEST_F(Exports, PdfHasTextAndVectors) {
@@ -266,19 +301,13 @@ TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
     }
 }
 
-TEST_F(Exports, ScheduleShowsItsUnits) {
-    sql("INSERT INTO tblSchedule (TankID, TagID, TankOD, OAL, TankVol, App) VALUES ('T1', 'North-1', 24, "
-        "77.25, 1320.5, "
-        "'EXP')");
-    sql("INSERT INTO tblSchedule (TankID, TagID) VALUES ('gone', 'Gone-1')");
-    const Pages pages = Report(*FindReport("rptSchedule")).Run().pages;
-    ASSERT_EQ(pages.size(), 1);
-    EXPECT_EQ(pages[0].size, QSizeF(792, 612));
+TEST_F(Exports, ScheduleIsOnLandscapePaperWithItsUnits) {
+    const Document schedule = report("rptSchedule");
+    ASSERT_EQ(schedule.pages.size(), 1);
     for (const char* text :
-         {"O'Hara & 水 <7>", "North-1", "EXP", "1,321 gal", "24", "77.25", "12 psi", "180°F"})
-        EXPECT_TRUE(textsOf(pages).contains(QString::fromUtf8(text))) << text;
-    EXPECT_FALSE(textsOf(pages).contains("Gone-1")) << "a unit of a deleted tank";
-    const QString info = run("pdfinfo", {write("mnuExportPDF", pages, "a.pdf")});
+         {"O'Hara & 水 <7>", "North-1", "T1.2", "EXP", "132 gal", "24", "77.25", "12 psi", "180°F"})
+        EXPECT_TRUE(textsOf(schedule.pages).contains(QString::fromUtf8(text))) << text;
+    const QString info = run("pdfinfo", {write("mnuExportPDF", schedule, "a.pdf")});
     EXPECT_TRUE(info.contains("792 x 612")) << info.toStdString();
 }
 

@@ -113,6 +113,20 @@ TEST_F(ReportEngine, MeasuresByLettersAsByShaping) {
     }
 }
 
+TEST_F(ReportEngine, AlignsAColumnAtItsMark) {
+    const Layout layout = Layout::parse("mark", "section detail 12\n"
+                                                "text txtValue 100 0 60 12 right align . 30 column V\n");
+    for (const char* value : {"24", "77.25", "1,234.5"}) {
+        const PageText text = render(layout, QString("SELECT '%1' AS V").arg(value))[0].texts[0];
+        const double behind = TextFit::width(QStringView(text.text).mid(text.markAt()), text.style);
+        EXPECT_NEAR(text.place.right() - behind, 36 + 130, .01) << value;
+        EXPECT_GE(text.place.width(), TextFit::width(text.text, text.style)) << value;
+    }
+    // What has no room at the mark keeps to its place.
+    const PageText wide = render(layout, "SELECT '1234567.8' AS V")[0].texts[0];
+    EXPECT_EQ(wide.place.right(), 36 + 160);
+}
+
 TEST_F(ReportEngine, FormatsColumnsAndKeepsTheirNumbers) {
     const Pages pages = render(listLayout(), "SELECT '00501' AS PostalCode, 1234 AS RepID");
     for (const PageText& text : pages[0].texts)
