@@ -4,6 +4,8 @@
 #include "documents/export/PageGrid.h"
 #include "documents/report/TextFit.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace {
@@ -70,11 +72,14 @@ class TableWriter {
         }
     }
 
-    /// Finds out how wide the columns behind the details are, and what heads them.
+    /// Finds out how the columns of the details are set, how wide those behind them are, and what heads them.
     void measure() {
         forEachRow([this](const GridRow& row, bool) {
             if (row.first()->section == Section::GroupHeader && !row.first()->repeated)
                 takeGroup(row);
+            if (row.first()->section == Section::Detail)
+                for (const PageText* text : row)
+                    alignments.insert(ColumnOf(edges, *text), CellStyleOf(*text).align);
         });
         for (GroupColumn& group : groups) // which none has yet, when the writing begins
             group.value = PageText();
@@ -146,7 +151,7 @@ class TableWriter {
         int column = int(edges.size());
         for (const GroupColumn& group : groups) {
             if (!group.value.text.isEmpty())
-                AddCell(book, rows, column, group.value);
+                AddCell(book, rows, column, group.value, true);
             ++column;
         }
         ++rows;
@@ -167,17 +172,20 @@ class TableWriter {
     }
 
     void headings() {
-        Workbook::CellStyle left;
-        left.bold = true;
-        left.wrap = true;
-        Workbook::CellStyle centered = left;
-        centered.align = Workbook::CellStyle::Align::Center;
+        using Align = Workbook::CellStyle::Align;
+        Workbook::CellStyle style;
+        style.bold = true;
+        style.wrap = true;
         headingRow = rows++;
-        for (qsizetype i = 0; i < edges.size(); ++i)
-            book.text(headingRow, int(i), captionOf(edges[i], rightOf(i)), i == 0 ? left : centered);
+        for (int i = 0; i < edges.size(); ++i) { // the buttons stand on the right
+            style.align = alignments.value(i, Align::Left) == Align::Left ? Align::Left : Align::Center;
+            book.text(headingRow, i, captionOf(edges[i], rightOf(i)), style);
+        }
+        style.align = Align::Left;
+        style.indented = true;
         int column = int(edges.size());
         for (const GroupColumn& group : groups)
-            book.text(headingRow, column++, group.heading.plain(), left);
+            book.text(headingRow, column++, group.heading.plain(), style);
         constexpr double height = 44; // points, of three lines and the buttons
         book.rowHeight(headingRow, height);
     }
@@ -213,6 +221,7 @@ class TableWriter {
 
     const Document& document;
     const QList<double> edges;
+    QHash<int, Workbook::CellStyle::Align> alignments; // of the details, by column
     QList<GroupColumn> groups;
     QList<QList<PageText>> captions;
     QStringList closing;

@@ -71,7 +71,7 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     const unsigned align = cell ? unsigned(style.align) : 0;
     put<std::uint8_t>(body, std::uint8_t(align | (style.wrap ? 0x08U : 0U) | (style.wrap ? 0x00U : 0x20U)));
     put<std::uint8_t>(body, 0);
-    put<std::uint8_t>(body, 0);
+    put<std::uint8_t>(body, style.indented ? 1 : 0);
     put<std::uint8_t>(body, cell ? 0xFC : 0xF4);
     put<std::uint32_t>(body, 0);
     put<std::uint32_t>(body, 0);

@@ -18,7 +18,8 @@ class Workbook {
         bool italic = false;
         enum class Align : std::uint8_t { Left = 1, Center = 2, Right = 3 } align = Align::Left;
         bool wrap = false;
-        QString numberFormat; // of the spreadsheet; empty for the general one
+        bool indented = false; // away from a number that ends at the cell before
+        QString numberFormat;  // of the spreadsheet; empty for the general one
         bool operator==(const CellStyle&) const = default;
     };
 

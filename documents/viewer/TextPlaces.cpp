@@ -25,7 +25,7 @@ QList<Line> linesOf(const PageText& text) {
         const double free = text.place.width() - width;
         const double left = text.place.left() + (text.style->alignment & Qt::AlignRight     ? free
                                                  : text.style->alignment & Qt::AlignHCenter ? free / 2
-                                                                                           : 0);
+                                                                                            : 0);
         lines.append({line, start, {left, top, width, height}});
         top += height;
         start += int(line.size()) + 1;
