@@ -6,8 +6,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -147,6 +147,21 @@ void discard(const QString& name) {
         screen->hide();
         screen->deleteLater();
     }
+}
+
+/// Takes the air between the rows of a screen that large letters have made too tall.
+void tighten(const Screen& screen) {
+    constexpr int gap = 2;
+    for (QLayout* layout : screen.findChildren<QLayout*>()) {
+        const QMargins margins = layout->contentsMargins();
+        layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
+                                   std::min(margins.bottom(), 2 * gap));
+        if (auto* grid = dynamic_cast<QGridLayout*>(layout))
+            grid->setVerticalSpacing(gap);
+        else if (auto* column = dynamic_cast<QVBoxLayout*>(layout))
+            column->setSpacing(2 * gap);
+    }
+    screen.layout()->activate();
 }
 
 /// Where a window of a size stands in the middle of the area.
@@ -307,6 +322,10 @@ void UtilityFunctions::FormatScreen(Screen& screen) {
     entry->window->adjustSize();
     // As low as the space asks, where a list or text of the screen can give way.
     const QSize space = Screens::registry().area->viewport()->size();
+    if (entry->window->minimumSizeHint().height() > space.height()) {
+        Screens::tighten(screen);
+        entry->window->adjustSize();
+    }
     const QSize least = entry->window->minimumSizeHint();
     const QSize wanted = entry->window->size();
     entry->window->resize(wanted.boundedTo(space).expandedTo(least));
