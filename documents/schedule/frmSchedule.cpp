@@ -77,6 +77,10 @@ void showModel(const QString& modelNo, const QList<ListRow*>& units) {
     }
 }
 
+void deleteLine(const QString& tankID) {
+    const Rows deletion("User", "DELETE * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'");
+}
+
 } // namespace
 
 frmSchedule::frmSchedule() : ResultScreen("frmSchedule") {
@@ -139,7 +143,6 @@ void frmSchedule::DeleteTank() {
          .defaultButton = QMessageBox::No});
     if (answer != QMessageBox::Yes)
         return;
-    Rows("User",
-         "DELETE * FROM tblJobData WHERE TankID = '" + SqlEscape(selected.first()->text(TankColumn)) + "'");
+    deleteLine(selected.first()->text(TankColumn));
     FillListView();
 }
