@@ -9,11 +9,6 @@ using namespace UtilityFunctions;
 
 namespace {
 
-/// Runs a deleting statement on a connection of its own.
-void run(const QString& statement) {
-    const Rows deletion("User", statement);
-}
-
 /// A list line of a tank, with its tick box. Its ID sorts by the tank's number.
 std::unique_ptr<ListRow> lineOf(Recordset& tank) {
     const QDate created = tank["DateCreated"].date();
@@ -60,13 +55,8 @@ void frmDelete::FillListView() {
 }
 
 void frmDelete::DeleteRecords() {
-    const auto answer = Dialogs::current().show(
-        {.text = "The selected item(s) will be deleted!\nDo you want to delete the selected item(s)?",
-         .title = "Delete?",
-         .icon = QMessageBox::Question,
-         .buttons = QMessageBox::Yes | QMessageBox::No,
-         .defaultButton = QMessageBox::No});
-    if (answer != QMessageBox::Yes)
+    if (!ConfirmDeletion(
+            "The selected item(s) will be deleted!\nDo you want to delete the selected item(s)?"))
         return;
     const Hourglass hourglass;
     procedure(".DeleteRecords", [this] {
@@ -80,14 +70,14 @@ void frmDelete::DeleteRecords() {
 
 /// The header goes last: a deletion that stops halfway leaves a job that can still be found.
 void frmDelete::DeleteJob(const QString& jobID) {
-    run("DELETE * FROM tblJobData WHERE JobID = '" + jobID + "'");
-    run("DELETE * FROM tblJobHeader WHERE JobID = '" + jobID + "'");
+    Execute("User", "DELETE * FROM tblJobData WHERE JobID = '" + jobID + "'");
+    Execute("User", "DELETE * FROM tblJobHeader WHERE JobID = '" + jobID + "'");
 }
 
 void frmDelete::DeleteTickedTanks() {
     for (int i = 0; i < lvOptions->topLevelItemCount(); ++i) {
         const QTreeWidgetItem* line = lvOptions->topLevelItem(i);
         if (line->checkState(0) == Qt::Checked)
-            run("DELETE * FROM tblJobData WHERE TankID ='" + SqlEscape(line->text(0)) + "'");
+            Execute("User", "DELETE * FROM tblJobData WHERE TankID ='" + SqlEscape(line->text(0)) + "'");
     }
 }

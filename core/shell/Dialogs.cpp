@@ -74,3 +74,11 @@ Dialogs& Dialogs::current() {
 void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
     installed() = std::move(dialogs);
 }
+
+bool ConfirmDeletion(const QString& question) {
+    return Dialogs::current().show({.text = question,
+                                    .title = "Delete?",
+                                    .icon = QMessageBox::Question,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                    .defaultButton = QMessageBox::No}) == QMessageBox::Yes;
+}

@@ -39,3 +39,6 @@ class Dialogs {
     static Dialogs& current();
     static void install(std::unique_ptr<Dialogs> dialogs);
 };
+
+/// Asks before something is deleted; No is the answer of a hasty Return.
+bool ConfirmDeletion(const QString& question);

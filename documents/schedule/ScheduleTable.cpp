@@ -7,33 +7,11 @@
 #include "core/store/SqlText.h"
 #include "documents/schedule/UnitTags.h"
 
+#include <exception>
+
 namespace UtilityFunctions {
 
 namespace {
-
-/// All writes over a connection as one, which waits for the disk once and not at each row. It ends by itself
-/// when a failure takes it away: what was written until then stays.
-class OneWrite {
-  public:
-    explicit OneWrite(const Connection& over) : connection(over) { Recordset().Open("BEGIN", connection); }
-    ~OneWrite() {
-        try {
-            end();
-        } catch (const Fault&) { // the user is told of the failure that led here
-        }
-    }
-    OneWrite(const OneWrite&) = delete;
-    OneWrite& operator=(const OneWrite&) = delete;
-
-    void end() {
-        if (!std::exchange(ended, true))
-            Recordset().Open("COMMIT", connection);
-    }
-
-  private:
-    const Connection& connection;
-    bool ended = false;
-};
 
 /// What a row takes from the model of its tank line.
 struct ModelValues {
@@ -76,22 +54,40 @@ void addUnits(Recordset& schedule, Recordset& tank, const ModelValues& values) {
     }
 }
 
-void fill() {
-    const Connection user = openDatabase("User");
-    OneWrite write(user);
+void rebuild(const Connection& user) {
     Recordset().Open("DELETE * FROM tblSchedule", user);
     QString job;
-    if (Session::JobID.read(job)) {
-        Recordset schedule;
-        schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
-        Recordset tank;
-        tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(job) + "'", user);
-        for (ModelValues values; !tank.AtEnd(); tank.MoveNext()) {
-            takeModel(tank["ModelNo"].text(), values);
-            addUnits(schedule, tank, values);
-        }
+    if (!Session::JobID.read(job))
+        return;
+    Recordset schedule;
+    schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
+    Recordset tank;
+    tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(job) + "'", user);
+    for (ModelValues values; !tank.AtEnd(); tank.MoveNext()) {
+        takeModel(tank["ModelNo"].text(), values);
+        addUnits(schedule, tank, values);
     }
-    write.end();
+}
+
+/// In one transaction, which waits for the disk once and not at each row. What was written before a failure
+/// stays.
+void fill() {
+    const Connection user = openDatabase("User");
+    Transaction write(user);
+    std::exception_ptr failure;
+    try {
+        rebuild(user);
+    } catch (const Fault&) {
+        failure = std::current_exception();
+    }
+    try {
+        write.Commit();
+    } catch (const Fault&) {
+        if (!failure) // otherwise the user is told of the failure that led here
+            throw;
+    }
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 } // namespace

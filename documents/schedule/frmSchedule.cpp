@@ -77,10 +77,6 @@ void showModel(const QString& modelNo, const QList<ListRow*>& units) {
     }
 }
 
-void deleteLine(const QString& tankID) {
-    const Rows deletion("User", "DELETE * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'");
-}
-
 } // namespace
 
 frmSchedule::frmSchedule() : ResultScreen("frmSchedule") {
@@ -135,14 +131,9 @@ void frmSchedule::DeleteTank() {
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
     if (selected.first()->text(TagColumn).isEmpty())
         return;
-    const auto answer = Dialogs::current().show(
-        {.text = "Selected item will be permantently deleted!\n\rDo you wish to continue?",
-         .title = "Delete?",
-         .icon = QMessageBox::Question,
-         .buttons = QMessageBox::Yes | QMessageBox::No,
-         .defaultButton = QMessageBox::No});
-    if (answer != QMessageBox::Yes)
+    if (!ConfirmDeletion("Selected item will be permantently deleted!\n\rDo you wish to continue?"))
         return;
-    deleteLine(selected.first()->text(TankColumn));
+    Execute("User", "DELETE * FROM tblJobData WHERE TankID = '" +
+                        SqlEscape(selected.first()->text(TankColumn)) + "'");
     FillListView();
 }
