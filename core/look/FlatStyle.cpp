@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QFocusFrame>
 #include <QGroupBox>
 #include <QMdiSubWindow>
 #include <QPainter>
@@ -162,9 +163,12 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         return 4;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
-    case PM_FocusFrameHMargin: // a picture has its focus ring on itself, where nothing cuts it
-    case PM_FocusFrameVMargin:
         return 0;
+    case PM_FocusFrameHMargin: // also the room beside a text in a list: there the same as in the headings
+        return dynamic_cast<const QFocusFrame*>(widget) ? 0 : 3;
+    case PM_FocusFrameVMargin: // a picture has its focus ring on itself, where nothing cuts it
+        return dynamic_cast<const QFocusFrame*>(widget) ? 0
+                                                        : QProxyStyle::pixelMetric(metric, option, widget);
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
