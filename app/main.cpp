@@ -4,9 +4,11 @@
 #include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
 
-int main(int argc, char** argv) {
-    DesktopApplication application(argc, argv);
+int main(int /*argc*/, char** argv) {
+    int argumentCount = 1; // no command line is read, not even Qt's own options
+    DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
+    DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
     const SystemScheme scheme; // follows the desktop while the program runs
     PreviousInstance();
     registerAll();

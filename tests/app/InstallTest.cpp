@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
+
 using namespace UtilityFunctions;
 
 namespace {
@@ -106,4 +108,28 @@ TEST(Install, KeepsTheOldCatalogueWhenTheDiskIsFull) {
     }
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), "an older catalogue");
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2) << "no part is left";
+}
+
+TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
+    struct Case {
+        QStringList arguments;
+        int result;
+        const char* output;
+    };
+    const TemporaryHome home;
+    for (const Case& run : {Case{{"--help"}, 0, "Usage: brennoval-install"},
+                            Case{{"--version"}, 0, "brennoval-install 1."}, Case{{"--help", "more"}, 2, ""},
+                            Case{{"-platform", "xcb"}, 2, ""}, Case{{"something"}, 2, ""}, Case{{}, 0, ""}}) {
+        QProcess command;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            environment.insert(name, home.path());
+        command.setProcessEnvironment(environment);
+        command.start(QCoreApplication::applicationDirPath() + "/brennoval-install", run.arguments);
+        ASSERT_TRUE(command.waitForFinished());
+        EXPECT_EQ(command.exitCode(), run.result) << run.arguments.join(' ');
+        EXPECT_TRUE(command.readAllStandardOutput().startsWith(run.output)) << run.arguments.join(' ');
+        EXPECT_EQ(command.readAllStandardError().isEmpty(), run.result == 0);
+        EXPECT_EQ(QDir(home.path()).isEmpty(), !run.arguments.isEmpty()) << "done without arguments only";
+    }
 }

@@ -30,6 +30,7 @@ const std::map<std::string, Targets> allowed = {
     {"sizing", {"core", "estimates", "documents", "shock"}},
     {"app", {"core", "jobs", "estimates", "documents", "setup", "packages", "shock", "sizing"}},
     {"data", {"core/base"}},
+    {"packaging", {"core/look"}},
     {"tests", {"core", "jobs", "estimates", "documents", "setup", "packages", "shock", "sizing", "app"}},
     {"bench",
      {"core", "jobs", "estimates", "documents", "setup", "packages", "shock", "sizing", "app", "tests"}},

@@ -1,0 +1,25 @@
+# Run by CPack when the packages are made. The sums that it writes into the packages of debug symbols name the files by
+# their places on the building machine; here they get their places in the package. Copyright and changelog are those of
+# the package whose symbols they are.
+foreach(package ${CPACK_PACKAGE_FILES})
+    if(NOT package MATCHES "\\.ddeb$")
+        continue()
+    endif()
+    set(tree ${CPACK_TOPLEVEL_DIRECTORY}/symbols)
+    file(REMOVE_RECURSE ${tree})
+    execute_process(COMMAND dpkg-deb --raw-extract ${package} ${tree} COMMAND_ERROR_IS_FATAL ANY)
+    file(GLOB_RECURSE files RELATIVE ${tree} ${tree}/usr/*)
+    set(sums "")
+    foreach(file ${files})
+        file(MD5 ${tree}/${file} sum)
+        string(APPEND sums "${sum}  ${file}\n")
+    endforeach()
+    file(WRITE ${tree}/DEBIAN/md5sums ${sums})
+    get_filename_component(name ${package} NAME)
+    string(REGEX REPLACE "_.*" "" name ${name})
+    string(REPLACE -dbgsym "" subject ${name})
+    file(MAKE_DIRECTORY ${tree}/usr/share/doc)
+    file(CREATE_LINK ${subject} ${tree}/usr/share/doc/${name} SYMBOLIC)
+    execute_process(COMMAND dpkg-deb --root-owner-group --build ${tree} ${package} OUTPUT_QUIET
+                    COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
