@@ -70,11 +70,7 @@ frmFirstTime::frmFirstTime() : Screen("frmFirstTime") {
         const Hourglass hourglass;
         Screens::open("frmUserInput");
     });
-    const auto demo = Commands::handlerOf("mnuDemo");
-    if (demo)
-        on(cmdDemo, ".cmdDemo", demo);
-    else
-        makeUnavailable(cmdDemo);
+    on(cmdDemo, ".cmdDemo", Commands::handlerOf("mnuDemo"));
     on(cmdCheck, ".cmdCheck", [this] { StoreTick(); });
     on(cmdContinue, ".cmdContinue", [this] { Continue(); });
 }

@@ -3,11 +3,13 @@
 #include "core/base/Program.h"
 #include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
+#include "core/shell/Help.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/LockKeys.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/shell/WebPages.h"
 
 #include <QAction>
 #include <QApplication>
@@ -104,8 +106,6 @@ constexpr ToolEntry toolbarEntries[] = {
     {"Exit", "exit", "Exit", "Exit Brennoval", "mnuExit"},
 };
 
-const QString notAvailable = QStringLiteral("Not available yet");
-
 BrennovalMain*& theMainWindow() {
     static BrennovalMain* window = nullptr;
     return window;
@@ -183,6 +183,10 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     setObjectName("BrennovalMain");
     Commands::set("mnuClose", closeActiveScreen);
     Commands::set("mnuExit", exitProgram);
+    Commands::set("mnuHelpSub", [this] { Help::pressKey(this); });
+    Commands::set("mnuSupport", [] { UtilityFunctions::LaunchInternetExplorer("TechSupport"); });
+    Commands::set("mnuWebSite", [] { UtilityFunctions::LaunchInternetExplorer("Web"); });
+    Commands::set("mnuDemo", [] { UtilityFunctions::OpenDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
@@ -230,15 +234,10 @@ void BrennovalMain::buildMenus() {
             action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
             const auto handler = Commands::handlerOf(name);
             action->setEnabled(static_cast<bool>(handler));
-            if (handler) {
-                connect(action, &QAction::triggered, this, [name, handler] {
-                    const Hourglass hourglass;
-                    UtilityFunctions::Trap("BrennovalMain." + name, handler);
-                });
-            } else {
-                action->setToolTip(notAvailable);
-                action->setStatusTip(notAvailable);
-            }
+            connect(action, &QAction::triggered, this, [name, handler] {
+                const Hourglass hourglass;
+                UtilityFunctions::Trap("BrennovalMain." + name, handler);
+            });
         }
         action->setObjectName(name);
         action->setProperty("helpContext", entry.helpContext);
@@ -289,8 +288,7 @@ void BrennovalMain::buildToolbar() {
         QAction* target = Commands::action(entry.command);
         QAction* action = bar->addAction(Appearance::icon(entry.icon), entry.caption);
         action->setEnabled(target->isEnabled());
-        action->setToolTip(target->isEnabled() ? QString(entry.toolTip)
-                                               : entry.toolTip + (" " + notAvailable));
+        action->setToolTip(entry.toolTip);
         connect(action, &QAction::triggered, target, &QAction::trigger);
         tools.insert(entry.key, action);
     }

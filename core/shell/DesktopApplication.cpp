@@ -1,6 +1,8 @@
 #include "core/shell/DesktopApplication.h"
 
+#include "core/shell/Help.h"
 #include "core/shell/Screen.h"
+#include "core/shell/Trap.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
@@ -63,6 +65,14 @@ bool isPressingKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
 }
 
+/// F1, at whatever has the focus; a message box wants its answer first.
+bool asksForHelp(QObject* receiver, QEvent& event) {
+    if (event.type() != QEvent::KeyPress || !receiver->isWidgetType() || QApplication::activeModalWidget())
+        return false;
+    const auto& key = static_cast<QKeyEvent&>(event);
+    return key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier;
+}
+
 } // namespace
 
 bool DesktopApplication::strays(QObject* receiver, QEvent* event) {
@@ -101,6 +111,11 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
     }
     if (event->type() == QEvent::ShortcutOverride &&
         belongsToText(receiver, *static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    if (asksForHelp(receiver, *event)) {
+        UtilityFunctions::Trap("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
         event->accept();
         return true;
     }

@@ -1,5 +1,7 @@
 #include "core/shell/Dialogs.h"
 
+#include "core/shell/SystemPrograms.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -66,6 +68,14 @@ void Dialogs::copy(const QString& text) {
 
 void Dialogs::beep() {
     QApplication::beep();
+}
+
+bool Dialogs::startProgram(const QString& commandLine) {
+    return SystemPrograms::start(commandLine);
+}
+
+bool Dialogs::openInBrowser(const QUrl& page) {
+    return SystemPrograms::openInBrowser(page);
 }
 
 Dialogs& Dialogs::current() {

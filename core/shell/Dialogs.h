@@ -6,6 +6,7 @@
 #include <memory>
 
 class QPrinter;
+class QUrl;
 
 /// What a message box shows.
 struct Message {
@@ -35,6 +36,10 @@ class Dialogs {
     /// Puts a text on the clipboard; an empty one clears it.
     virtual void copy(const QString& text);
     virtual void beep();
+    /// Starts a program by its command line; false when that cannot be done.
+    virtual bool startProgram(const QString& commandLine);
+    /// Opens a page in the desktop's browser; false when there is none.
+    virtual bool openInBrowser(const QUrl& page);
 
     static Dialogs& current();
     static void install(std::unique_ptr<Dialogs> dialogs);

@@ -52,12 +52,6 @@ void Screen::prepare() {
             quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
-void Screen::makeUnavailable(QAbstractButton* button) {
-    button->setEnabled(false);
-    const QString hint = button->toolTip();
-    button->setToolTip(hint.isEmpty() ? "Not available yet" : hint + ": Not available yet");
-}
-
 void Screen::setTitle(const QString& title) {
     setWindowTitle(QString(title).replace("[*]", "[*][*]")); // once, it would stand for an unsaved document
 }
@@ -85,8 +79,6 @@ void Screen::onCancel(QAbstractButton* button, const QString& procedure,
 }
 
 void Screen::opens(QAbstractButton* button, const QString& screen) {
-    if (!Screens::known(screen))
-        makeUnavailable(button);
     on(button, "." + button->objectName(), [screen] {
         const Hourglass hourglass;
         Screens::open(screen);

@@ -64,7 +64,7 @@ class Screen : public QWidget {
     void on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
     /// The same for a Cancel, which checks no field.
     void onCancel(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
-    /// Makes a button open a screen, or unavailable while that screen does not stand yet.
+    /// Makes a button open a screen.
     void opens(QAbstractButton* button, const QString& screen);
     /// Sets the check that runs before the focus leaves a field; false vetoes the leaving.
     void onLeaving(QWidget* field, const QString& procedure, const std::function<bool()>& check);
@@ -75,8 +75,6 @@ class Screen : public QWidget {
     void procedure(const QString& procedureName, const std::function<void()>& body) const;
     /// Leaves on purpose for another screen. When that cannot load, this one stays; false then.
     bool leaveFor(const QString& screen);
-    /// Marks a button whose screen or routine does not stand yet.
-    static void makeUnavailable(QAbstractButton* button);
     /// The button that Return presses.
     void setDefault(QPushButton* button);
     /// The window title, which may hold any text of the user's.

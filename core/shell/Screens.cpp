@@ -146,6 +146,8 @@ void discard(const QString& name) {
     } else {
         screen->hide();
         screen->deleteLater();
+        if (registry().area) // the user goes on where he came from
+            registry().area->window()->activateWindow();
     }
 }
 

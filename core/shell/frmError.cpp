@@ -1,6 +1,7 @@
 #include "core/shell/frmError.h"
 
 #include "core/shell/Screens.h"
+#include "core/shell/WebPages.h"
 
 #include <QApplication>
 
@@ -14,9 +15,15 @@ frmError::frmError() : Screen("frmError") {
         else
             Screens::unload(name());
     });
+    on(cmdTechSupport, ".cmdTechSupport", [this] {
+        Dialogs::current().copy(report);
+        UtilityFunctions::LaunchInternetExplorer("TechSupport");
+    });
+    on(cmdDemo, ".cmdDemo", [] { UtilityFunctions::OpenDemo("ErrorDemo.htm"); });
 }
 
-void frmError::setReport(const QString& report) {
+void frmError::setReport(const QString& newReport) {
+    report = newReport;
     failed.clear();
     lblTechSupport->setPlainText(report);
 }

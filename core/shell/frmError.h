@@ -10,11 +10,12 @@ class frmError : public Screen, private Ui::frmError {
     bool isTopLevel() const override { return true; }
     bool closesOnEscape() const override { return true; }
     Subject subject() const override { return Subject::None; }
-    void setReport(const QString& report);
+    void setReport(const QString& newReport);
     /// What failed, without the moment.
     const QString& failure() const { return failed; }
     void setFailure(const QString& failure) { failed = failure; }
 
   private:
+    QString report;
     QString failed;
 };

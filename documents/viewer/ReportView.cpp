@@ -225,6 +225,14 @@ void ReportView::wheelEvent(QWheelEvent* event) {
     zoomAbout(percent() * factor, event->position());
 }
 
+bool ReportView::event(QEvent* event) {
+    // Where the pages have the focus, the key of About is theirs.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll))
+        event->accept();
+    return QAbstractScrollArea::event(event);
+}
+
 void ReportView::keyPressEvent(QKeyEvent* event) {
     using Action = QAbstractSlider::SliderAction;
     if (event->matches(QKeySequence::Copy)) {

@@ -46,6 +46,7 @@ class ReportView : public QAbstractScrollArea {
     std::function<void()> changed = [] {};
 
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;

@@ -153,7 +153,6 @@ TEST(MainWindow, HasAllCommandsAndDisablesWhatIsNotThere) {
     EXPECT_EQ(Commands::action("mnuClose")->shortcut(), QKeySequence("Ctrl+M"));
     EXPECT_EQ(Commands::action("mnuConvert")->property("helpContext"), 303);
     EXPECT_FALSE(Commands::action("mnuPrint")->isEnabled());
-    EXPECT_EQ(Commands::action("mnuPrint")->toolTip(), "Not available yet");
     EXPECT_FALSE(Commands::action("mnuSchedule")->isVisible());
     EXPECT_TRUE(window.toolCommand("Exit")->isEnabled());
     EXPECT_EQ(window.toolCommand("Close")->toolTip(), "Close");

@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Program.h"
 #include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
@@ -12,6 +13,7 @@
 #include "core/store/SessionStore.h"
 #include "documents/viewer/frmReportViewer.h"
 #include "setup/InstallerFiles.h"
+#include "setup/pages/PageView.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -127,6 +129,8 @@ QString textOf(QWidget* widget) {
         return shown(group->title());
     if (auto* spin = dynamic_cast<QAbstractSpinBox*>(widget))
         return spin->text();
+    if (auto* pages = dynamic_cast<PageView*>(widget))
+        return pages->plainText();
     return UtilityFunctions::FieldText(widget);
 }
 
@@ -318,6 +322,16 @@ void cancel(Stage& stage, Words) {
 void print(Stage& stage, Words w) {
     stage.dialogs.prints.append(
         {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
+}
+
+void noBrowser(Stage& stage, Words) {
+    stage.dialogs.hasBrowser = false;
+}
+
+/// Expects the next of the web addresses and programs that were asked for.
+void expectOpened(Stage& stage, Words w) {
+    expectEqual("opened", w[0],
+                stage.dialogs.opened.isEmpty() ? QString() : stage.dialogs.opened.takeFirst());
 }
 
 void expectSuggested(Stage& stage, Words w) {
@@ -522,6 +536,8 @@ const QHash<QString, Command>& commands() {
         {"expect-clipboard", {expectClipboard, 1}},
         {"expect-clipboard-holds", {expectClipboardHolds, 1}},
         {"expect-suggested", {expectSuggested, 1}},
+        {"expect-opened", {expectOpened, 1}},
+        {"no-browser", {noBrowser, 0}},
         {"expect-session", {expectSession, 2}},
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},
@@ -546,6 +562,7 @@ void Player::play(const QString& line) {
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
+    words.replaceInStrings("{program}", UtilityFunctions::ProgramFolder());
     words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
     words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
@@ -556,8 +573,8 @@ void Player::play(const QString& line) {
         fail("the command " + name + " is not known");
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
-    static const QStringList preparations = {"sql",  "session", "answer", "input",
-                                             "file", "cancel",  "print",  "installer-file"};
+    static const QStringList preparations = {"sql",    "session", "answer",         "input",     "file",
+                                             "cancel", "print",   "installer-file", "no-browser"};
     if (name == "start" && stage.started) // once more, on the same data
         end(stage);
     if (!stage.started && !preparations.contains(name))

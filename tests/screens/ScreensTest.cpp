@@ -133,7 +133,7 @@ TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
         Driver::settle();
         forEach([points](const Screen& screen, const std::string& where) {
             const QSize space = BrennovalMain::instance()->area()->size();
-            const QSize frame = screen.parentWidget()->size();
+            const QSize frame = screen.isTopLevel() ? screen.size() : screen.parentWidget()->size();
             EXPECT_LE(frame.width(), space.width()) << where << " with " << points << " points";
             EXPECT_LE(frame.height(), space.height()) << where << " with " << points << " points";
         });

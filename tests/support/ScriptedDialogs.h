@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QPrinter>
 #include <QStringList>
+#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -90,6 +91,15 @@ class ScriptedDialogs : public Dialogs {
         return !print.file.isEmpty();
     }
     void beep() override { ++beeps; }
+    bool startProgram(const QString& commandLine) override {
+        opened.append(commandLine);
+        return true;
+    }
+    bool openInBrowser(const QUrl& page) override {
+        if (hasBrowser)
+            opened.append(page.toString());
+        return hasBrowser;
+    }
 
     /// The next file name; an empty one cancels the dialog.
     QString nextFile() {
@@ -111,6 +121,8 @@ class ScriptedDialogs : public Dialogs {
     QStringList files;     // null for a cancel
     QList<Print> prints;   // for the next printer dialogs
     QString suggestedName; // of the last save dialog
+    QStringList opened;    // web addresses and programs
+    bool hasBrowser = true;
     QString problem;
     int beeps = 0;
 };

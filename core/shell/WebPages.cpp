@@ -1,0 +1,55 @@
+#include "core/shell/WebPages.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Program.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Screens.h"
+#include "core/store/SessionStore.h"
+
+#include <QUrl>
+
+namespace UtilityFunctions {
+
+namespace {
+
+/// The command that the system has registered for the browser of its own.
+QString registeredBrowser() {
+    QString command;
+    GetRegValue(HKeyLocalMachine(),
+                QStringLiteral("SOFTWARE\\Classes\\Applications\\iexplore.exe\\shell\\open\\command"),
+                QStringLiteral("Default"), command);
+    return command;
+}
+
+} // namespace
+
+void OpenPage(const QString& screen, const QString& address) {
+    auto* shown = dynamic_cast<PageScreen*>(Screens::load(screen));
+    if (!shown)
+        return;
+    shown->StartingAddress = address;
+    Screens::show(screen);
+    shown->Start();
+}
+
+QString HomePage() {
+    return QStringLiteral(BRENNOVAL_WEB_HOST);
+}
+
+void LaunchInternetExplorer(const QString& page) {
+    Named("LaunchInternetExplorer", [&] {
+        const QString address = page == "TechSupport" ? HomePage() + "/brennovalsupport.htm" : HomePage();
+        if (const QString command = registeredBrowser(); !command.isEmpty()) {
+            if (!Dialogs::current().startProgram(QString(command).replace("%1", address)))
+                throw Fault(Fault::FileNotFound, "File not found: " + command.toStdString());
+        } else if (!Dialogs::current().openInBrowser(QUrl(address))) {
+            OpenPage("frmBrowser", address);
+        }
+    });
+}
+
+void OpenDemo(const QString& page) {
+    OpenPage("frmDemo", ProgramFolder() + "/Demo/" + page);
+}
+
+} // namespace UtilityFunctions

@@ -1,0 +1,34 @@
+#include "setup/pages/PageViews.h"
+
+#include "core/base/Program.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/SystemPrograms.h"
+#include "setup/pages/TextPageView.h"
+
+#include <QLibrary>
+#include <QVBoxLayout>
+
+namespace {
+
+PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
+    // Without its sandbox, which an administrator does not get, the web engine shows no page.
+    if (plugin == PagePlugin::Web && SystemPrograms::userIsAdministrator())
+        return nullptr;
+    const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";
+    QLibrary library(UtilityFunctions::ProgramFolder() + "/Plugins/" + name);
+    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("CreatePageView"));
+    return create ? create(UtilityFunctions::FullProgramVersion().toUtf8().constData(), parent) : nullptr;
+}
+
+} // namespace
+
+PageView* NewPageView(PagePlugin plugin, QWidget* parent) {
+    PageView* view = fromPlugin(plugin, parent);
+    if (!view)
+        view = new TextPageView(parent);
+    auto* layout = new QVBoxLayout(parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view);
+    view->leave = [](const QUrl& address) { Dialogs::current().openInBrowser(address); };
+    return view;
+}

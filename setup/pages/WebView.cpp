@@ -1,0 +1,64 @@
+// The plugin with the web engine. It stands alone, since the engine would cost every start of the program.
+
+#include "setup/pages/PageView.h"
+
+#include <QQuickWindow>
+#include <QVBoxLayout>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+#include <cstring>
+
+namespace {
+
+/// A page that opens what asks for a new window in its own.
+class OneWindowPage : public QWebEnginePage {
+  public:
+    using QWebEnginePage::QWebEnginePage;
+
+  protected:
+    QWebEnginePage* createWindow(WebWindowType) override { return this; }
+};
+
+class WebView : public PageView {
+  public:
+    explicit WebView(QWidget* parent) : PageView(parent), view(new QWebEngineView(this)) {
+        auto* profile = new QWebEngineProfile(this); // without a name it keeps nothing on the disk
+        view->setPage(new OneWindowPage(profile, view));
+        view->settings()->setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
+        view->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(view);
+        view->setAccessibleName("Page");
+        setFocusProxy(view);
+        connect(view, &QWebEngineView::loadStarted, this, [this] { started(); });
+        connect(view, &QWebEngineView::loadFinished, this, [this] { finished(view->url(), view->title()); });
+    }
+    ~WebView() override { delete view->page(); } // before the profile that it stands on
+
+    void go(const QUrl& address) override { view->load(address); }
+    void back() override { view->back(); }
+    void forward() override { view->forward(); }
+    void reload() override { view->reload(); }
+    void stop() override { view->stop(); }
+    void zoomBy(int steps) override {
+        constexpr double step = .1;
+        view->setZoomFactor(view->zoomFactor() + step * steps);
+    }
+
+  private:
+    QWebEngineView* view;
+};
+
+} // namespace
+
+extern "C" Q_DECL_EXPORT PageView* CreatePageView(const char* version, QWidget* parent) {
+    if (std::strcmp(version, BRENNOVAL_VERSION) != 0)
+        return nullptr;
+    // The program did not ask for a graphics context that the engine could share, which would slow its start.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    return new WebView(parent);
+}

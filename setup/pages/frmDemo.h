@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/shell/WebPages.h"
+#include "ui_frmDemo.h"
+
+class PageView;
+
+/// Shows the pages of the demonstration, which stand on this machine.
+class frmDemo : public PageScreen, private Ui::frmDemo {
+  public:
+    frmDemo();
+    void Start() override;
+    bool growsWithWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
+
+  private:
+    PageView* brwWebBrowser;
+};

@@ -1,0 +1,40 @@
+#include "setup/pages/frmHelp.h"
+
+#include "core/base/Fault.h"
+#include "core/base/Program.h"
+#include "setup/pages/PageViews.h"
+
+#include <QFileInfo>
+
+frmHelp::frmHelp() : PageScreen("frmHelp") {
+    setupUi(this);
+    prepare();
+    view = NewPageView(PagePlugin::Help, pageFrame);
+    view->setObjectName("helpView");
+    view->finished = [this](const QUrl&, const QString& title) {
+        setTitle(title.isEmpty() ? "Brennoval Help" : title + " - Brennoval Help");
+    };
+    on(bttnBack, ".bttnBack", [this] { view->back(); });
+    on(bttnForward, ".bttnForward", [this] { view->forward(); });
+    on(bttnHome, ".bttnHome", [this] { goTo("100"); });
+    on(bttnZoomIn, ".bttnZoomIn", [this] { view->zoomBy(1); });
+    on(bttnZoomOut, ".bttnZoomOut", [this] { view->zoomBy(-1); });
+}
+
+void frmHelp::Start() {
+    procedure(".Load", [this] {
+        if (const QString file = UtilityFunctions::ProgramFolder() + "/Help/brennovalhelp.qch";
+            !QFileInfo::exists(file))
+            throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
+        goTo(StartingAddress);
+    });
+    raise();
+    activateWindow();
+}
+
+void frmHelp::goTo(const QString& topic) {
+    QUrl address;
+    address.setScheme("topic");
+    address.setPath(topic);
+    view->go(address);
+}
