@@ -1,14 +1,19 @@
 #include "app/Register.h"
+#include "core/base/Program.h"
 #include "core/look/SystemScheme.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Translations.h"
+
+#include <QLocale>
 
 int main(int /*argc*/, char** argv) {
     int argumentCount = 1; // no command line is read, not even Qt's own options
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
+    LoadTranslations(UtilityFunctions::ProgramFolder() + "/Translations", QLocale());
     const SystemScheme scheme; // follows the desktop while the program runs
     PreviousInstance();
     registerAll();

@@ -6,6 +6,7 @@
 #include "documents/drawings/Drawings.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QFocusFrame>
 #include <QKeyEvent>
 #include <QLabel>
@@ -32,7 +33,7 @@ void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
     drawingName = std::move(drawing);
     picture->installEventFilter(this);
     picture->setFocusPolicy(Qt::TabFocus);
-    picture->setAccessibleName("Enlarge drawing");
+    picture->setAccessibleName(QCoreApplication::translate("ResultScreen", "Enlarge drawing"));
     ring = new QFocusFrame(picture);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
@@ -55,10 +56,10 @@ void upgrade(Connection& user, const QStringList& scripts) {
     if (version > newest)
         throw DatabaseFault(
             DatabaseFault::Unspecified,
-            QStringLiteral(
-                "These user data were written by a newer version of the program (version %1 of the "
-                "data; this program knows version %2). They were not touched. Please install the "
-                "newer program.")
+            QCoreApplication::translate(
+                "Schema", "These user data were written by a newer version of the program (version %1 of the "
+                          "data; this program knows version %2). They were not touched. Please install the "
+                          "newer program.")
                 .arg(version)
                 .arg(newest)
                 .toStdString(),

@@ -5,6 +5,7 @@
 #include "core/shell/Status.h"
 #include "documents/viewer/ReportOutput.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QShortcut>
 
@@ -96,7 +97,7 @@ void frmReportViewer::ShowContents() {
 void frmReportViewer::ShowPage() {
     const auto& pages = shownDocument.pages;
     txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
-    lblPages->setText(QString("of %1").arg(pages.size()));
+    lblPages->setText(QCoreApplication::translate("frmReportViewer", "of %1").arg(pages.size()));
     cboZoom->setEditText(QString("%1 %").arg(std::lround(ARViewer21->percent())));
 }
 
@@ -128,8 +129,10 @@ void frmReportViewer::Find(int step) {
 
 void frmReportViewer::ShowFound() {
     lblFound->setText(ARViewer21->foundCount() == 0
-                          ? QString("not found")
-                          : QString("%1 of %2").arg(ARViewer21->foundNumber()).arg(ARViewer21->foundCount()));
+                          ? QCoreApplication::translate("frmReportViewer", "not found")
+                          : QCoreApplication::translate("frmReportViewer", "%1 of %2")
+                                .arg(ARViewer21->foundNumber())
+                                .arg(ARViewer21->foundCount()));
 }
 
 void frmReportViewer::Load() {

@@ -1,6 +1,7 @@
 // Every screen as a user without a mouse, without sight or with large letters meets it.
 
 #include "core/shell/BrennovalMain.h"
+#include "core/shell/Translations.h"
 #include "core/store/SessionStore.h"
 #include "tests/support/Driver.h"
 
@@ -139,4 +140,16 @@ TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
         });
     }
     QApplication::setFont(before);
+}
+
+// Another language changes the program's own texts; the maker's stand in English.
+TEST_F(EveryScreen, AnotherLanguageChangesOwnTextsAlone) {
+    EXPECT_FALSE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
+    ASSERT_TRUE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
+    Session::TankClass.write("Expansion Tank");
+    ASSERT_TRUE(Screens::open("frmJobConditions"));
+    const Screen& screen = *Screens::find("frmJobConditions");
+    EXPECT_EQ(screen.findChild<QLineEdit*>("txtSOPMin")->accessibleName(), "Kleinster Druck");
+    EXPECT_EQ(screen.findChild<QPushButton*>("cmdNext")->text(), "&Next")
+        << "though the file has a word for it";
 }
