@@ -13,6 +13,12 @@
 
 namespace {
 
+/// The widget that an event goes to; null for what is none. The web engine's own objects know no
+/// dynamic_cast.
+QWidget* widgetOf(QObject* receiver) {
+    return receiver->isWidgetType() ? static_cast<QWidget*>(receiver) : nullptr;
+}
+
 Screen* screenOf(QWidget* widget) {
     for (; widget; widget = widget->parentWidget())
         if (auto* screen = dynamic_cast<Screen*>(widget))
@@ -35,7 +41,7 @@ QWidget* clickFocusTarget(QWidget* widget) {
 bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseButtonPress: {
-        auto* widget = dynamic_cast<QWidget*>(receiver);
+        QWidget* widget = widgetOf(receiver);
         QWidget* target = widget ? clickFocusTarget(widget) : nullptr;
         return target && target != focus && screenOf(target) == &screen && !screen.leavesUnchecked(target);
     }
@@ -45,7 +51,7 @@ bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* eve
                !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     }
     case QEvent::Shortcut: { // a mnemonic of the screen's own
-        auto* widget = dynamic_cast<QWidget*>(receiver);
+        QWidget* widget = widgetOf(receiver);
         return widget && screenOf(widget) == &screen && !screen.leavesUnchecked(widget);
     }
     default:
@@ -55,10 +61,11 @@ bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* eve
 
 /// Whether a shortcut of the menu is a key that a text box knows: cut and select all.
 bool belongsToText(QObject* receiver, const QKeyEvent& key) {
+    QWidget* widget = widgetOf(receiver);
     const bool cutOrSelect = key.matches(QKeySequence::Cut) || key.matches(QKeySequence::SelectAll);
-    return cutOrSelect &&
-           (dynamic_cast<QLineEdit*>(receiver) || dynamic_cast<QPlainTextEdit*>(receiver) ||
-            (dynamic_cast<QComboBox*>(receiver) && static_cast<QComboBox*>(receiver)->isEditable()));
+    return cutOrSelect && widget &&
+           (dynamic_cast<QLineEdit*>(widget) || dynamic_cast<QPlainTextEdit*>(widget) ||
+            (dynamic_cast<QComboBox*>(widget) && static_cast<QComboBox*>(widget)->isEditable()));
 }
 
 bool isPressingKey(int key) {
@@ -67,7 +74,7 @@ bool isPressingKey(int key) {
 
 /// F1, at whatever has the focus; a message box wants its answer first.
 bool asksForHelp(QObject* receiver, QEvent& event) {
-    if (event.type() != QEvent::KeyPress || !receiver->isWidgetType() || QApplication::activeModalWidget())
+    if (event.type() != QEvent::KeyPress || !widgetOf(receiver) || QApplication::activeModalWidget())
         return false;
     const auto& key = static_cast<QKeyEvent&>(event);
     return key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier;
@@ -76,7 +83,7 @@ bool asksForHelp(QObject* receiver, QEvent& event) {
 } // namespace
 
 bool DesktopApplication::strays(QObject* receiver, QEvent* event) {
-    auto* widget = dynamic_cast<QWidget*>(receiver);
+    QWidget* widget = widgetOf(receiver);
     if (!widget)
         return false;
     if (event->type() == QEvent::KeyPress && isPressingKey(static_cast<QKeyEvent*>(event)->key())) {

@@ -2,6 +2,8 @@
 
 #include "setup/pages/PageView.h"
 
+#include <QCoreApplication>
+#include <QOpenGLContext>
 #include <QQuickWindow>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
@@ -10,6 +12,11 @@
 #include <QWebEngineView>
 
 #include <cstring>
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+Q_GUI_EXPORT void qt_gl_set_global_share_context(QOpenGLContext* context);
+QT_END_NAMESPACE
 
 namespace {
 
@@ -53,12 +60,26 @@ class WebView : public PageView {
     QWebEngineView* view;
 };
 
+/// The engine asks the shared graphics context for its format even when it draws by itself. The program did
+/// not ask for one, which would slow its start, so it gets one that was never created.
+void drawBySoftware() {
+    static std::unique_ptr<QOpenGLContext> context;
+    if (QOpenGLContext::globalShareContext())
+        return;
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    context = std::make_unique<QOpenGLContext>();
+    qt_gl_set_global_share_context(context.get());
+    qAddPostRoutine([] {
+        qt_gl_set_global_share_context(nullptr);
+        context.reset();
+    });
+}
+
 } // namespace
 
 extern "C" Q_DECL_EXPORT PageView* CreatePageView(const char* version, QWidget* parent) {
     if (std::strcmp(version, BRENNOVAL_VERSION) != 0)
         return nullptr;
-    // The program did not ask for a graphics context that the engine could share, which would slow its start.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    drawBySoftware();
     return new WebView(parent);
 }
