@@ -127,8 +127,9 @@ TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
         command.setProcessEnvironment(environment);
         command.start(QCoreApplication::applicationDirPath() + "/brennoval-install", run.arguments);
         ASSERT_TRUE(command.waitForFinished());
-        EXPECT_EQ(command.exitCode(), run.result) << run.arguments.join(' ');
-        EXPECT_TRUE(command.readAllStandardOutput().startsWith(run.output)) << run.arguments.join(' ');
+        SCOPED_TRACE(run.arguments.join(' ').toStdString());
+        EXPECT_EQ(command.exitCode(), run.result);
+        EXPECT_TRUE(command.readAllStandardOutput().startsWith(run.output));
         EXPECT_EQ(command.readAllStandardError().isEmpty(), run.result == 0);
         EXPECT_EQ(QDir(home.path()).isEmpty(), !run.arguments.isEmpty()) << "done without arguments only";
     }
