@@ -5,6 +5,7 @@
 #include "core/store/SqlText.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
 using namespace UtilityFunctions;
@@ -61,6 +62,18 @@ QString condition(const QString& column, const JobSearch::Criterion& criterion,
     return column + comparison->before + SqlEscape(criterion.text) + comparison->after;
 }
 
+/// The first jobs of a search's rows.
+std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most) {
+    const Recordset::Field jobID = rows["JobID"];
+    const Recordset::Field contractor = rows["Contractor"];
+    const Recordset::Field engineer = rows["Engineer"];
+    const Recordset::Field created = rows["DateCreated"];
+    std::vector<JobSearch::Job> jobs;
+    for (; !rows.AtEnd() && jobs.size() < most; rows.MoveNext())
+        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
+    return jobs;
+}
+
 } // namespace
 
 namespace JobSearch {
@@ -92,14 +105,18 @@ std::optional<QString> Query(const Criteria& criteria) {
 
 std::vector<Job> Find(const QString& query) {
     Rows rows("User", query);
-    const Recordset::Field jobID = rows["JobID"];
-    const Recordset::Field contractor = rows["Contractor"];
-    const Recordset::Field engineer = rows["Engineer"];
-    const Recordset::Field created = rows["DateCreated"];
-    std::vector<Job> jobs;
-    for (; !rows.AtEnd(); rows->MoveNext())
-        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
-    return jobs;
+    return jobsOf(*rows, std::numeric_limits<std::size_t>::max());
+}
+
+std::vector<Job> Newest(std::size_t most) {
+    constexpr int longestWait = 100; // milliseconds for a lock: nobody asked for these jobs
+    Connection user = dbConnection("User");
+    user.setBusyTimeout(longestWait);
+    user.Open();
+    Recordset rows;
+    rows.Open("SELECT JobID, Contractor, Engineer, DateCreated FROM tblJobHeader ORDER BY DateCreated DESC",
+              user, CursorType::ForwardOnly);
+    return jobsOf(rows, most);
 }
 
 } // namespace JobSearch

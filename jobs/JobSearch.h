@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -42,5 +43,8 @@ struct Job {
 
 /// The jobs that a statement finds in the user database, in its order. Throws DatabaseFault.
 std::vector<Job> Find(const QString& query);
+
+/// The jobs that were created last, the newest first. Throws DatabaseFault, and NoDatabaseFile without data.
+std::vector<Job> Newest(std::size_t most);
 
 } // namespace JobSearch

@@ -1,9 +1,11 @@
 #include "jobs/Jobs.h"
 
+#include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
+#include "jobs/StartPage.h"
 #include "jobs/frmClassSelect.h"
 #include "jobs/frmDelete.h"
 #include "jobs/frmEngContMaster.h"
@@ -51,9 +53,14 @@ void registerJobs() {
     Screens::add("frmDelete", [] { return new frmDelete; });
     Screens::add("frmEngContMaster", [] { return new frmEngContMaster; });
     Screens::add("frmOneColumnLookup", [] { return new frmOneColumnLookup; });
+    BrennovalMain::setBackground([](QWidget* area) { return new StartPage(area); });
     Commands::set("mnuNewJob", newJob);
     Commands::set("mnuEditJob", [] { searchJob(Session::Modes::Edit, "Select a job to edit or delete"); });
     Commands::set("mnuDeleteJob", [] { searchJob(Session::Modes::Delete, "Delete Job/Tanks"); });
     Commands::set("mnuEngineers", [] { maintain(Session::Modes::Engineers); });
     Commands::set("mnuContractors", [] { maintain(Session::Modes::Contractors); });
+}
+
+QString EditScreenOf(const QString& jobID) {
+    return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
 }

@@ -5,6 +5,7 @@
 #include "core/shell/Status.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
+#include "jobs/Jobs.h"
 
 #include <QKeyEvent>
 #include <QLocale>
@@ -97,8 +98,8 @@ void frmjobsearchdialog::SearchFinished() {
     Session::JobID.write(jobID);
     const QString mode = Session::Mode.text();
     Tag = "1";
-    if (mode == Session::Modes::Edit) // the reserved job has no header to edit
-        leaveFor(jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader");
+    if (mode == Session::Modes::Edit)
+        leaveFor(EditScreenOf(jobID));
     else if (mode == Session::Modes::Delete)
         leaveFor("frmDelete");
     else

@@ -106,6 +106,11 @@ constexpr ToolEntry toolbarEntries[] = {
     {"Exit", "exit", "Exit", "Exit Brennoval", "mnuExit"},
 };
 
+BrennovalMain::Background& backgroundMaker() {
+    static BrennovalMain::Background maker;
+    return maker;
+}
+
 BrennovalMain*& theMainWindow() {
     static BrennovalMain* window = nullptr;
     return window;
@@ -137,19 +142,39 @@ void exitProgram() {
     QApplication::exit(0); // not quit, which would ask the screens once more and stop at a refusal
 }
 
-/// The area of the screens, with the program's mark quietly in its middle.
+/// The area of the screens, with the program's mark quietly in its middle, or with a background of its own
+/// while no screen stands in it.
 class FrameArea : public QMdiArea {
   public:
     using QMdiArea::QMdiArea;
 
+    void setBackground(QWidget* widget) {
+        background = widget;
+        background->setGeometry(viewport()->rect());
+        background->lower();
+        background->hide();
+        showBackground();
+    }
+    /// A screen that gives way to the next leaves no gap for the background to show in.
+    void showBackground() {
+        if (Screens::anyVisible())
+            background->hide();
+        else
+            QTimer::singleShot(0, background, [this] { background->setVisible(!Screens::anyVisible()); });
+    }
+
   protected:
     void resizeEvent(QResizeEvent* event) override {
         QMdiArea::resizeEvent(event);
+        if (background)
+            background->setGeometry(viewport()->rect());
         Screens::placeAgain();
     }
 
     void paintEvent(QPaintEvent* event) override {
         QMdiArea::paintEvent(event);
+        if (background && background->isVisible())
+            return;
         QPainter painter(viewport());
         const QColor back = palette().color(QPalette::Mid);
         const QColor ink = palette().color(QPalette::WindowText);
@@ -170,9 +195,16 @@ class FrameArea : public QMdiArea {
         painter.setPen(quiet(.3F));
         painter.drawText(space.adjusted(0, size + 30, 0, 0), Qt::AlignCenter, QStringLiteral("Brennoval"));
     }
+
+  private:
+    QWidget* background = nullptr;
 };
 
 } // namespace
+
+void BrennovalMain::setBackground(const Background& maker) {
+    backgroundMaker() = maker;
+}
 
 BrennovalMain* BrennovalMain::instance() {
     return theMainWindow();
@@ -204,6 +236,11 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     buildMenus();
     buildToolbar();
     buildStatusBar();
+    if (backgroundMaker()) {
+        auto* area = static_cast<FrameArea*>(mdiArea);
+        Screens::onChange([area] { area->showBackground(); });
+        area->setBackground(backgroundMaker()(area->viewport()));
+    }
     setWindowTitle("Ordwick Company Brennoval Version " + UtilityFunctions::ProgramVersion());
     UtilityFunctions::SetStatusBarText();
     // Smaller displays get what they have, less the frame that the desktop puts around it.
@@ -215,6 +252,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
 BrennovalMain::~BrennovalMain() {
     theMainWindow() = nullptr;
     Screens::setArea(nullptr);
+    Screens::onChange([] {});
 }
 
 void BrennovalMain::buildMenus() {

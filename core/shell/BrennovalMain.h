@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <functional>
+
 class QAction;
 class QLabel;
 
@@ -16,6 +18,10 @@ class BrennovalMain : public QMainWindow {
 
     /// The one main window, or null before it is loaded.
     static BrennovalMain* instance();
+
+    /// Makes what the area shows while no screen stands in it.
+    using Background = std::function<QWidget*(QWidget* area)>;
+    static void setBackground(const Background& maker);
 
     QMdiArea* area() const { return mdiArea; }
     /// A button of the toolbar by its key, as the command that it runs.

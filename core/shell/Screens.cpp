@@ -33,6 +33,7 @@ struct Registry {
     QList<Entry> entries;
     Screen* active = nullptr;
     QMdiArea* area = nullptr;
+    std::function<void()> changed = [] {};
 };
 
 Registry& registry() {
@@ -149,6 +150,7 @@ void discard(const QString& name) {
         if (registry().area) // the user goes on where he came from
             registry().area->window()->activateWindow();
     }
+    registry().changed();
 }
 
 /// Takes the air between the rows of a screen that large letters have made too tall.
@@ -237,6 +239,7 @@ void show(const QString& name) {
     if (first && !screen->fillsWindow())
         UtilityFunctions::FormatScreen(*screen);
     window->show();
+    registry().changed();
     registry().area->setActiveSubWindow(window);
     applyState(*screen, window);
     if (first)
@@ -266,10 +269,7 @@ Closing close(const QString& name) {
     }
     const bool leavesStatus = screen->leavesStatus();
     discard(name);
-    const auto& entries = registry().entries;
-    const bool last = std::none_of(entries.begin(), entries.end(),
-                                   [](const Entry& e) { return e.window && e.window->isVisible(); });
-    if (last && !leavesStatus) // no task is under way
+    if (!anyVisible() && !leavesStatus) // no task is under way
         UtilityFunctions::SetStatusBarText();
     return Closing::Gone;
 }
@@ -304,6 +304,15 @@ void setActive(Screen* screen) {
 
 void setArea(QMdiArea* area) {
     registry().area = area;
+}
+
+bool anyVisible() {
+    return std::ranges::any_of(registry().entries,
+                               [](const Entry& entry) { return entry.window && entry.window->isVisible(); });
+}
+
+void onChange(const std::function<void()>& changed) {
+    registry().changed = changed;
 }
 
 void placeAgain() {

@@ -41,6 +41,10 @@ void setActive(Screen* screen);
 
 /// The area in which the screens stand, from the main window; null when that goes.
 void setArea(QMdiArea* area);
+/// Whether a screen of the main window shows.
+bool anyVisible();
+/// Sets what runs when a screen has come or gone.
+void onChange(const std::function<void()>& changed);
 /// Puts the screens that the user has not moved back into the middle of the area.
 void placeAgain();
 

@@ -59,7 +59,10 @@ Screen* screen(const QString& name) {
 
 template<typename Control = QWidget>
 Control* control(const QString& path) {
-    auto* found = screen(path.section('.', 0, 0))->control<Control>(path.section('.', 1));
+    const QString window = path.section('.', 0, 0);
+    const QWidget* owner =
+        window == "BrennovalMain" ? static_cast<QWidget*>(BrennovalMain::instance()) : screen(window);
+    auto* found = owner->findChild<Control*>(path.section('.', 1));
     if (!found)
         fail("there is no control " + path);
     return found;

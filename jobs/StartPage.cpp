@@ -1,0 +1,108 @@
+#include "jobs/StartPage.h"
+
+#include "core/base/Fault.h"
+#include "core/look/Appearance.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Trap.h"
+#include "core/store/SessionStore.h"
+#include "jobs/JobSearch.h"
+#include "jobs/Jobs.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr std::size_t newestJobs = 10;
+
+/// Opens a job as the search does when the task is to edit one.
+void openJob(const QString& jobID) {
+    const Hourglass hourglass;
+    UtilityFunctions::Trap("StartPage.openJob", [&] {
+        Session::Mode.write(Session::Modes::Edit);
+        Session::JobID.write(jobID);
+        Screens::open(EditScreenOf(jobID));
+    });
+}
+
+} // namespace
+
+StartPage::StartPage(QWidget* parent) : QWidget(parent) {
+    setupUi(this);
+    drawMark();
+    prepareTasks();
+    const auto open = [](const QTreeWidgetItem* row) { openJob(row->text(0)); };
+    connect(lvJobs, &QTreeWidget::itemClicked, this, open);
+    connect(lvJobs, &QTreeWidget::itemActivated, this, open);
+}
+
+void StartPage::prepareTasks() {
+    const struct {
+        TaskButton* button;
+        const char* icon;
+        const char* command;
+    } tasks[] = {{cmdNew, "new", "mnuNewJob"},
+                 {cmdEdit, "edit", "mnuEditJob"},
+                 {cmdConvert, "convert", "mnuConvert"},
+                 {cmdDelete, "delete", "mnuDeleteJob"}};
+    for (const auto& task : tasks) {
+        QAction* command = Commands::action(task.command);
+        task.button->setAccessibleName(task.button->text().replace('\n', ' '));
+        task.button->setShortcutText(command->shortcut().toString(QKeySequence::NativeText));
+        task.button->setIcon(Appearance::icon(task.icon));
+        connect(task.button, &TaskButton::clicked, command, &QAction::trigger);
+    }
+}
+
+/// Lists the newest jobs. Where they cannot be read the tasks alone stand here: a background asks for
+/// nothing.
+void StartPage::fillJobs() {
+    ListRows rows;
+    try {
+        for (const JobSearch::Job& job : JobSearch::Newest(newestJobs))
+            rows.push_back(std::make_unique<ListRow>(
+                QStringList{job.jobID, job.contractor, job.created.toString("MM/dd/yy")}));
+    } catch (const Fault&) {
+        rows.clear();
+    }
+    lblJobs->setVisible(!rows.empty());
+    lvJobs->setVisible(!rows.empty());
+    FillList(lvJobs, {"Job ID", "Contractor", "Date Created"}, std::move(rows), Selected::None);
+    lvJobs->header()->setStretchLastSection(false);
+    lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+}
+
+void StartPage::drawMark() {
+    QPixmap picture(lblMark->minimumSize() * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    Appearance::drawMark(painter, QRect(QPoint(), lblMark->minimumSize()),
+                         palette().color(QPalette::Highlight), Qt::transparent, .7);
+    lblMark->setPixmap(picture);
+}
+
+void StartPage::showEvent(QShowEvent* event) {
+    fillJobs();
+    QWidget::showEvent(event);
+}
+
+void StartPage::keyPressEvent(QKeyEvent* event) {
+    auto* button = dynamic_cast<QAbstractButton*>(focusWidget());
+    if (button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void StartPage::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        drawMark();
+    QWidget::changeEvent(event);
+}

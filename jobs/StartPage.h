@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ui_StartPage.h"
+
+#include <QWidget>
+
+/// What the empty frame shows: the tasks and the newest jobs. It is a background and not a screen: the
+/// session stays as it is until something is chosen.
+class StartPage : public QWidget, private Ui::StartPage {
+  public:
+    explicit StartPage(QWidget* parent);
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void prepareTasks();
+    void fillJobs();
+    void drawMark();
+};
