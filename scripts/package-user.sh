@@ -33,6 +33,7 @@ exit_program() {
     keys ctrl+x
     wait_for has_ended
     wait "$program"
+    program=
 }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
 
