@@ -126,8 +126,8 @@ class Check {
         checkTankName(model);
     }
 
-    /// The number is the volume in litres, of SHK 35-8 the one behind the hyphen; of plain steel tanks diameter
-    /// and length in inches; series JWG has numbers of its own.
+    /// The number is the volume in litres, of SHK 35-8 the one behind the hyphen; of plain steel tanks
+    /// diameter and length in inches; series JWG has numbers of its own.
     void checkTankName(const CatalogueModel& model) {
         if (model.series == "JWG")
             return;

@@ -130,10 +130,9 @@ double pressureFactor(const ShockConditions& run) {
     const double still = StaticPressureBand(run.staticPressure);
     if (!TableHasPressureFactor(shock, still))
         return HighPressureFactor(shock, still);
-    return pairsOfCatalogue(
-               QString("SELECT [%1] AS A, SOPMax AS B FROM tblPressureFactor WHERE SOPMax = %2")
-                   .arg(still)
-                   .arg(shock))
+    return pairsOfCatalogue(QString("SELECT [%1] AS A, SOPMax AS B FROM tblPressureFactor WHERE SOPMax = %2")
+                                .arg(still)
+                                .arg(shock))
         .at(0)
         .first;
 }
@@ -143,9 +142,9 @@ double pressureFactor(const ShockConditions& run) {
 TEST(ShockCatalogue, OffersOneTankOfAtMostTwiceTheVolume) {
     const Pairs tanks = pairsOfCatalogue("SELECT TankVolume AS A, TankSysConn AS B FROM tblModelMaster "
                                          "WHERE Class = 'SHK' ORDER BY TankVolume");
-    const Pairs mains = pairsOfCatalogue(
-        "SELECT ID AS A, TransArea AS B FROM tblPipeMaster WHERE PipeIndex LIKE '3 in %' OR "
-        "PipeIndex LIKE '4 in %' OR PipeIndex LIKE '6 in %' OR PipeIndex LIKE '8 in %'");
+    const Pairs mains =
+        pairsOfCatalogue("SELECT ID AS A, TransArea AS B FROM tblPipeMaster WHERE PipeIndex LIKE '3 in %' OR "
+                         "PipeIndex LIKE '4 in %' OR PipeIndex LIKE '6 in %' OR PipeIndex LIKE '8 in %'");
     ASSERT_EQ(mains.size(), 11U) << "of schedules 40 and 80, and of copper but for 8 in";
     for (ShockConditions run : ordinaryPressures()) {
         const double factor = pressureFactor(run);
@@ -158,8 +157,8 @@ TEST(ShockCatalogue, OffersOneTankOfAtMostTwiceTheVolume) {
                     return tank.first >= required && tank.second >= .47 * run.bore;
                 });
                 ASSERT_NE(offered, tanks.end()) << bore << ' ' << velocity << ' ' << required;
-                EXPECT_LE(offered->first, 2 * required) << bore << " in, " << velocity << " ft/s, shock "
-                                                        << run.shockPressure << " psig";
+                EXPECT_LE(offered->first, 2 * required)
+                    << bore << " in, " << velocity << " ft/s, shock " << run.shockPressure << " psig";
             }
         }
     }
