@@ -3,6 +3,7 @@
 #include "documents/report/PagePainter.h"
 #include "documents/report/TextFit.h"
 
+#include <QIODevice>
 #include <QSvgRenderer>
 
 #include <cmath>
@@ -113,9 +114,9 @@ QString pageElement(const Page& page) {
 
 } // namespace
 
-QByteArray Export::html(const Document& document) {
-    QString file = head(document);
+void Export::html(const Document& document, QIODevice& file) {
+    file.write(head(document).toUtf8());
     for (const Page& page : document.pages)
-        file += pageElement(page);
-    return (file + "</body>\n</html>\n").toUtf8();
+        file.write(pageElement(page).toUtf8());
+    file.write("</body>\n</html>\n");
 }
