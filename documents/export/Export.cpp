@@ -26,6 +26,7 @@ Fault accessFault(const QString& path, const QString& why) {
 class WholeFile : public QSaveFile {
   public:
     using QSaveFile::QSaveFile;
+    QString failure; // of the first write that failed
 
   protected:
     /// A write that takes a part only fails without a word; the next one tells why.
@@ -33,8 +34,11 @@ class WholeFile : public QSaveFile {
         qint64 done = 0;
         while (done < size) {
             const qint64 taken = QSaveFile::writeData(data + done, size - done);
-            if (taken <= 0)
+            if (taken <= 0) {
+                if (failure.isEmpty())
+                    failure = errorString();
                 return -1;
+            }
             done += taken;
         }
         return done;
@@ -62,6 +66,8 @@ void toFile(const Format& format, const Document& document, const QString& path)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw accessFault(path, file.errorString());
     format.write(document, file);
+    if (!file.failure.isEmpty())
+        throw accessFault(path, file.failure);
     if (!file.commit())
         throw accessFault(path, file.errorString());
 }
