@@ -126,8 +126,8 @@ class Check {
         checkTankName(model);
     }
 
-    /// The number is the volume in litres; of plain steel tanks diameter and length in inches; series JWG
-    /// has numbers of its own.
+    /// The number is the volume in litres, of SHK 35-8 the one behind the hyphen; of plain steel tanks
+    /// diameter and length in inches; series JWG has numbers of its own.
     void checkTankName(const CatalogueModel& model) {
         if (model.series == "JWG")
             return;
@@ -137,6 +137,7 @@ class Check {
             return;
         }
         std::string litres = model.name.substr(model.series.size());
+        litres = litres.substr(litres.find('-') + 1);
         if (litres.ends_with('L') || litres.ends_with('V'))
             litres.pop_back();
         if (std::abs(ParseNumber(litres).value_or(0) - model.volume * litresInGallon) > .2)

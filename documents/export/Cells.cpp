@@ -66,10 +66,10 @@ Workbook::CellStyle CellStyleOf(const PageText& text) {
 void AddCell(Workbook& book, int row, int column, const PageText& text, bool indented) {
     Workbook::CellStyle style = CellStyleOf(text);
     style.indented = indented;
-    if (!text.number) // a text that looks like a number is a name or a code, and stays one
+    if (!text.isNumber()) // a text that looks like a number is a name or a code, and stays one
         return book.text(row, column, text.plain(), style);
-    style.numberFormat = spreadsheetFormat(text.style->pattern, *text.number);
-    book.number(row, column, *text.number, style);
+    style.numberFormat = spreadsheetFormat(text.style->pattern, text.number);
+    book.number(row, column, text.number, style);
 }
 
 QString SheetName(const Document& document, int number) {

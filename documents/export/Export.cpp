@@ -21,6 +21,30 @@ Fault accessFault(const QString& path, const QString& why) {
     return {Fault::PathFileAccess, ("Path/File access error: " + path + ": " + why).toStdString()};
 }
 
+/// Beside the file of its name until commit: gone, with its part, when that is not reached or a write failed.
+/// Takes over the permissions of the old file.
+class WholeFile : public QSaveFile {
+  public:
+    using QSaveFile::QSaveFile;
+    QString failure; // of the first write that failed
+
+  protected:
+    /// A write that takes a part only fails without a word; the next one tells why.
+    qint64 writeData(const char* data, qint64 size) override {
+        qint64 done = 0;
+        while (done < size) {
+            const qint64 taken = QSaveFile::writeData(data + done, size - done);
+            if (taken <= 0) {
+                if (failure.isEmpty())
+                    failure = errorString();
+                return -1;
+            }
+            done += taken;
+        }
+        return done;
+    }
+};
+
 } // namespace
 
 std::span<const Format> formats() {
@@ -37,13 +61,14 @@ void toFile(const Format& format, const Document& document, const QString& path)
     // A pipe or a device would be replaced by a file of its name, which nobody asks for.
     if (target.exists() && !target.isFile())
         throw accessFault(path, "not a plain file");
-    const QByteArray bytes = format.write(document);
-    QSaveFile file(
-        path); // gone, with its part, unless commit succeeds; takes over the permissions of the old file
+    WholeFile file(path);
     // Unbuffered: what a buffer held back would fail in commit, which does not tell.
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                         file.write(bytes) == bytes.size() && file.commit();
-    if (!written)
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        throw accessFault(path, file.errorString());
+    format.write(document, file);
+    if (!file.failure.isEmpty())
+        throw accessFault(path, file.failure);
+    if (!file.commit())
         throw accessFault(path, file.errorString());
 }
 

@@ -4,6 +4,8 @@
 
 #include <span>
 
+class QIODevice;
+
 /// Writing finished documents to files of six formats.
 namespace Export {
 
@@ -11,8 +13,9 @@ namespace Export {
 struct Format {
     const char* command; // of the main window
     const char* filter;  // of the save dialog
-    /// The bytes of the file. Throws Fault when the format's library refuses.
-    QByteArray (*write)(const Document&);
+    /// Writes the file to an open device, which tells whether it took all. Throws Fault when the format's
+    /// library refuses.
+    void (*write)(const Document&, QIODevice&);
 };
 std::span<const Format> formats();
 /// The format of a command, which must be one of the table's.
@@ -22,15 +25,15 @@ const Format& format(const QString& command);
 /// that is there keeps its permissions. Throws Fault 75 when the file cannot be written or is no plain file.
 void toFile(const Format& format, const Document& document, const QString& path);
 
-QByteArray pdf(const Document& document);
+void pdf(const Document& document, QIODevice& file);
 /// Multi-page, 200 dpi, compressed.
-QByteArray tiff(const Document& document);
+void tiff(const Document& document, QIODevice& file);
 /// One file that needs no other: pictures are inside.
-QByteArray html(const Document& document);
+void html(const Document& document, QIODevice& file);
 /// A workbook in the binary format of spreadsheets (BIFF8 in a compound file).
-QByteArray excel(const Document& document);
-QByteArray rtf(const Document& document);
+void excel(const Document& document, QIODevice& file);
+void rtf(const Document& document, QIODevice& file);
 /// UTF-8 with aligned columns and a form feed between pages.
-QByteArray text(const Document& document);
+void text(const Document& document, QIODevice& file);
 
 } // namespace Export

@@ -4,6 +4,8 @@
 #include "documents/export/TableSheet.h"
 #include "documents/report/TextFit.h"
 
+#include <QIODevice>
+
 #include <algorithm>
 
 namespace {
@@ -84,6 +86,6 @@ class SheetWriter {
 
 } // namespace
 
-QByteArray Export::excel(const Document& document) {
-    return document.table ? TableWorkbook(document) : SheetWriter(document).file();
+void Export::excel(const Document& document, QIODevice& file) {
+    file.write(document.table ? TableWorkbook(document) : SheetWriter(document).file());
 }

@@ -3,7 +3,10 @@
 #include "documents/report/PagePainter.h"
 #include "documents/report/TextFit.h"
 
+#include <QIODevice>
 #include <QSvgRenderer>
+
+#include <cmath>
 
 namespace {
 
@@ -36,8 +39,14 @@ QString textElement(const PageText& text) {
            content + "</" + tag + ">\n";
 }
 
+/// A browser draws a border inside its box and on whole pixels: edges that stand on them, with the border
+/// behind, let neighbours share one line on the screen as on paper.
 QString boxElement(const PageBox& box) {
-    return "<div class=\"b\" style=\"" + placed(box.place) +
+    constexpr double pixel = .75; // points
+    const auto onPixel = [](double edge) { return std::round(edge / pixel) * pixel; };
+    const QRectF place(QPointF(onPixel(box.place.left()), onPixel(box.place.top())),
+                       QPointF(onPixel(box.place.right()), onPixel(box.place.bottom())));
+    return "<div class=\"b\" style=\"" + placed(place.adjusted(0, 0, box.width, box.width)) +
            (box.fill.isValid() ? ";background:" + box.fill.name() : QString()) +
            (box.width > 0 ? ";border:" + points(box.width) + " solid #000" : QString()) + "\"></div>\n";
 }
@@ -53,7 +62,7 @@ QString checkElement(const PageCheck& check) {
     QRectF place = check.place;
     place.setRight(std::max(check.place.right(), check.caption.place.right()));
     return "<label style=\"" + placed(place) + ";font-size:" + points(check.caption.style->size) +
-           "\"><input type=\"checkbox\" disabled" + (check.checked ? " checked" : "") + "> " +
+           "\"><input type=\"checkbox\" disabled" + (check.checked ? " checked" : "") + ">" +
            check.caption.text.toHtmlEscaped() + "</label>\n";
 }
 
@@ -73,8 +82,13 @@ QString head(const Document& document) {
            ";margin:0}\nbody{background:#dce3ea;margin:0;font-family:'Liberation Sans',Arial,"
            "Helvetica,sans-serif;-webkit-print-color-adjust:exact;print-color-adjust:exact}\n"
            ".page{position:relative;background:#fff;margin:12pt auto;overflow:hidden}\n"
-           ".page>*{position:absolute;margin:0;box-sizing:border-box}\n.page input{margin:0;width:9pt;"
-           "height:9pt;vertical-align:middle}\n@media print{body{background:#fff}.page{margin:0}"
+           ".page>*{position:absolute;margin:0;box-sizing:border-box}\n.page "
+           "label{display:flex;align-items:center;"
+           "line-height:1;gap:4pt}\n.page input{appearance:none;position:relative;box-sizing:border-box;"
+           "margin:0;width:9pt;height:9pt;border:.6pt solid #000}\n.page input:checked::after{content:'';"
+           "position:absolute;left:2.6pt;top:.4pt;width:2pt;height:4.6pt;border:solid #000;"
+           "border-width:0 1.1pt 1.1pt 0;transform:rotate(42deg)}\n@media "
+           "print{body{background:#fff}.page{margin:0}"
            ".page+.page{break-before:page}}\n</style>\n</head>\n<body>\n";
 }
 
@@ -100,9 +114,9 @@ QString pageElement(const Page& page) {
 
 } // namespace
 
-QByteArray Export::html(const Document& document) {
-    QString file = head(document);
+void Export::html(const Document& document, QIODevice& file) {
+    file.write(head(document).toUtf8());
     for (const Page& page : document.pages)
-        file += pageElement(page);
-    return (file + "</body>\n</html>\n").toUtf8();
+        file.write(pageElement(page).toUtf8());
+    file.write("</body>\n</html>\n");
 }

@@ -2,10 +2,12 @@
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
-#include <QBuffer>
+#include <QIODevice>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace {
 
@@ -17,34 +19,63 @@ QByteArray pdfText(const QString& text) {
     return digits + '>';
 }
 
+/// Passes on what is written and remembers its two ends, where a PDF tells about itself: a long list would
+/// fill the memory.
+class Ends : public QIODevice {
+  public:
+    explicit Ends(QIODevice& written) : file(written) { open(WriteOnly | Unbuffered); }
+    bool isSequential() const override { return true; }
+
+    QByteArray beginning;
+    QByteArray end;
+    qint64 length = 0;
+
+  protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override {
+        constexpr qsizetype most = 16384; // of the beginning, with the longest title
+        constexpr qsizetype tail = 1000;
+        const QByteArrayView written(data, size);
+        beginning += written.first(std::min(written.size(), most - beginning.size()));
+        end += written.last(std::min(written.size(), tail));
+        if (end.size() > tail)
+            end.remove(0, end.size() - tail);
+        length += size;
+        return file.write(data, size);
+    }
+
+  private:
+    QIODevice& file;
+};
+
 /// Adds the author, which the writer has no way to take: the file's description once more at its end, as the
 /// format foresees for changes.
-void addAuthor(QByteArray& file, const QString& author) {
+void addAuthor(Ends& file, const QString& author) {
     static const QRegularExpression trailer(
         R"(trailer\s*<<\s*/Size (\d+)\s*/Info (\d+) 0 R\s*/Root (\d+) 0 R.*?startxref\s*(\d+))",
         QRegularExpression::DotMatchesEverythingOption);
-    const auto end = trailer.match(QString::fromLatin1(file.right(1000)));
+    const auto end = trailer.match(QString::fromLatin1(file.end));
     const QByteArray info = end.captured(2).toLatin1();
-    const qsizetype start = file.indexOf('\n' + info + " 0 obj\n<<");
+    const qsizetype start = file.beginning.indexOf('\n' + info + " 0 obj\n<<");
     if (!end.hasMatch() || start < 0)
         throw Fault(Fault::PathFileAccess, "The PDF has no description.");
-    QByteArray description = file.mid(start + 1, file.indexOf("endobj", start) - start - 1);
+    QByteArray description =
+        file.beginning.mid(start + 1, file.beginning.indexOf("endobj", start) - start - 1);
     description.insert(description.indexOf("<<") + 2, "\n/Author " + pdfText(author));
-    const QByteArray place = QByteArray::number(file.size()).rightJustified(10, '0');
-    file += description + "endobj\n";
-    const qsizetype table = file.size();
-    file += "xref\n" + info + " 1\n" + place + " 00000 n \ntrailer\n<<\n/Size " + end.captured(1).toLatin1() +
-            "\n/Info " + info + " 0 R\n/Root " + end.captured(3).toLatin1() + " 0 R\n/Prev " +
-            end.captured(4).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) + "\n%%EOF\n";
+    const QByteArray place = QByteArray::number(file.length).rightJustified(10, '0');
+    file.write(description + "endobj\n");
+    const qint64 table = file.length;
+    file.write("xref\n" + info + " 1\n" + place + " 00000 n \ntrailer\n<<\n/Size " +
+               end.captured(1).toLatin1() + "\n/Info " + info + " 0 R\n/Root " + end.captured(3).toLatin1() +
+               " 0 R\n/Prev " + end.captured(4).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) +
+               "\n%%EOF\n");
 }
 
 } // namespace
 
-QByteArray Export::pdf(const Document& document) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
+void Export::pdf(const Document& document, QIODevice& file) {
+    Ends ends(file);
+    QPdfWriter writer(&ends);
     writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Brennoval"));
     constexpr int resolution = 1200; // dots an inch, so that places round to nothing the eye sees
@@ -64,6 +95,5 @@ QByteArray Export::pdf(const Document& document) {
     }
     painter.end();
     if (!document.author.isEmpty())
-        addAuthor(bytes, document.author);
-    return bytes;
+        addAuthor(ends, document.author);
 }

@@ -3,6 +3,7 @@
 #include "documents/report/PagePainter.h"
 #include "documents/report/TextFit.h"
 
+#include <QIODevice>
 #include <QSvgRenderer>
 
 #include <cmath>
@@ -103,23 +104,23 @@ QByteArray picture(const PagePicture& drawing) {
 
 } // namespace
 
-QByteArray Export::rtf(const Document& document) {
+void Export::rtf(const Document& document, QIODevice& file) {
     const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
-    QByteArray file = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
-                      "Sans;}}{\\info{\\title " +
-                      escaped(document.title) + "}{\\author " + escaped(document.author) + "}}\n\\paperw" +
-                      twips(paper.width()) + "\\paperh" + twips(paper.height()) +
-                      (paper.width() > paper.height() ? "\\landscape" : "");
+    file.write("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
+               "Sans;}}{\\info{\\title " +
+               escaped(document.title) + "}{\\author " + escaped(document.author) + "}}\n\\paperw" +
+               twips(paper.width()) + "\\paperh" + twips(paper.height()) +
+               (paper.width() > paper.height() ? "\\landscape" : ""));
     for (const char* side : {"\\margl", "\\margr", "\\margt", "\\margb"})
-        file += side + twips(edge);
-    file += "\\f0\n";
+        file.write(side + twips(edge));
+    file.write("\\f0\n");
     bool first = true;
     for (const Page& page : document.pages) {
         if (!std::exchange(first, false))
-            file += "\\pard\\page\n";
+            file.write("\\pard\\page\n");
         for (const PagePicture& drawing : page.pictures)
-            file += picture(drawing);
-        file += paragraphs(page);
+            file.write(picture(drawing));
+        file.write(paragraphs(page));
     }
-    return file + "}\n";
+    file.write("}\n");
 }

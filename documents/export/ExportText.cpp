@@ -2,7 +2,10 @@
 #include "documents/export/PageGrid.h"
 #include "documents/report/TextFit.h"
 
+#include <QIODevice>
+
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -47,14 +50,13 @@ QString rowLines(const GridRow& row) {
 
 } // namespace
 
-QByteArray Export::text(const Document& document) {
-    QString text;
+void Export::text(const Document& document, QIODevice& file) {
+    bool first = true;
     for (const Page& page : document.pages) {
-        if (!text.isEmpty())
-            text += '\f';
+        QString text = std::exchange(first, false) ? "" : "\f";
         const PageGrid grid(page);
         for (const GridRow& row : grid.rows())
             text += rowLines(row);
+        file.write(text.toUtf8());
     }
-    return text.toUtf8();
 }

@@ -96,7 +96,7 @@ void writePage(TIFF* file, const QImage& image, int number, int count, const QBy
 
 } // namespace
 
-QByteArray Export::tiff(const Document& document) {
+void Export::tiff(const Document& document, QIODevice& target) {
     const Pages& pages = document.pages;
     MemoryFile memoryFile;
     {
@@ -110,5 +110,5 @@ QByteArray Export::tiff(const Document& document) {
         for (const Page& page : pages)
             writePage(file.get(), painted(page), number++, int(pages.size()), document.title.toUtf8());
     }
-    return memoryFile.bytes;
+    target.write(memoryFile.bytes);
 }

@@ -2,7 +2,8 @@
 
 #include <QHashFunctions>
 
-#include <unordered_set>
+#include <deque>
+#include <unordered_map>
 
 namespace {
 
@@ -13,9 +14,22 @@ struct StyleHash {
     }
 };
 
+/// The layouts have some dozens, and each size that a text shrinks to is one more.
+std::deque<TextStyle>& allStyles() {
+    static std::deque<TextStyle> all;
+    return all;
+}
+
 } // namespace
 
 SharedStyle::SharedStyle(const TextStyle& style) {
-    static std::unordered_set<TextStyle, StyleHash> all; // whose places stay; the layouts have some dozens
-    shared = &*all.insert(style).first;
+    static std::unordered_map<TextStyle, std::uint16_t, StyleHash> known;
+    const auto [found, added] = known.try_emplace(style, std::uint16_t(allStyles().size()));
+    if (added)
+        allStyles().push_back(style);
+    index = found->second;
+}
+
+const TextStyle& SharedStyle::operator*() const {
+    return allStyles()[index];
 }

@@ -9,8 +9,9 @@
 #include <QString>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
-#include <optional>
+#include <limits>
 
 /// A finished page of a report as plain data: viewer, printer and exporters only read it. All places are in
 /// points (1/72 in) from the top left corner of the paper.
@@ -32,13 +33,50 @@ class SharedStyle {
   public:
     SharedStyle() : SharedStyle(TextStyle()) {}
     SharedStyle(const TextStyle& style); // NOLINT(google-explicit-constructor): a style is a style
-    operator const TextStyle&() const { return *shared; } // NOLINT(google-explicit-constructor)
-    const TextStyle& operator*() const { return *shared; }
-    const TextStyle* operator->() const { return shared; }
+    operator const TextStyle&() const { return **this; } // NOLINT(google-explicit-constructor)
+    const TextStyle& operator*() const;
+    const TextStyle* operator->() const { return &**this; }
     bool operator==(const SharedStyle&) const = default;
 
   private:
-    const TextStyle* shared; // among those of the program, which stay as long as it runs
+    std::uint16_t index; // among the styles of the program, which stay as long as it runs
+};
+
+/// A place in half the memory of a QRectF, for the many texts of a long list. A float tells places on a page
+/// apart to some hundred thousandths of a point.
+class TextRect {
+  public:
+    TextRect() = default;
+    TextRect(const QRectF& rect) // NOLINT(google-explicit-constructor): a place is a place
+        : x(float(rect.x())), y(float(rect.y())), w(float(rect.width())), h(float(rect.height())) {}
+    operator QRectF() const { return {x, y, w, h}; } // NOLINT(google-explicit-constructor)
+
+    double left() const { return x; }
+    double top() const { return y; }
+    double right() const { return double(x) + w; }
+    double bottom() const { return double(y) + h; }
+    double width() const { return w; }
+    double height() const { return h; }
+    QPointF topLeft() const { return {x, y}; }
+    QPointF center() const { return QRectF(*this).center(); }
+    QSizeF size() const { return {w, h}; }
+    void setLeft(double left) {
+        w = float(right() - left);
+        x = float(left);
+    }
+    void setTop(double top) {
+        h = float(bottom() - top);
+        y = float(top);
+    }
+    void setRight(double right) { w = float(right - x); }
+    void moveLeft(double left) { x = float(left); }
+    bool operator==(const TextRect&) const = default;
+
+  private:
+    float x = 0;
+    float y = 0;
+    float w = 0;
+    float h = 0;
 };
 
 /// The part of a layout that something on a page comes from.
@@ -58,16 +96,18 @@ struct PageText {
     static constexpr QChar blankBreak{0x2028};
     static constexpr QChar wordBreak{0x200B};
 
-    QRectF place;
     QString text;
+    double number = std::numeric_limits<double>::quiet_NaN(); // behind the text, where isNumber()
+    TextRect place;
+    int field = -1; // label and values of one boxed field share a number
     SharedStyle style;
-    std::optional<double> number; // behind the text, where it is one
-    Section section = Section::Detail;
+    Section section : 3 = Section::Detail;
     bool label : 1 = false;    // the same on every page, whatever the rows hold
     bool repeated : 1 = false; // seen on an earlier page already: a header, or a group that continues
     bool pageNumber : 1 = false;
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
-    int field = -1;           // label and values of one boxed field share a number
+
+    bool isNumber() const { return !std::isnan(number); }
 
     /// The text as it reads: without the breaks of wrapping.
     QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
@@ -85,6 +125,7 @@ struct PageText {
         return QString(text).replace(blankBreak, u'\n').replace(wordBreak, u'\n').split(u'\n');
     }
 };
+static_assert(sizeof(PageText) <= 56, "a list of 100,000 rows has 700,000 texts");
 
 struct PageLine {
     QPointF from;

@@ -200,7 +200,8 @@ class Renderer {
         if (content.isEmpty())
             return;
         PageText result = placed(control, at, known(content));
-        result.number = number;
+        if (number)
+            result.number = *number;
         if (!control.style.mark.isEmpty())
             alignMark(control, result);
         if (control.wrap || !fitsOneLine(control, result))

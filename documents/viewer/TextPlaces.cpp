@@ -89,7 +89,7 @@ TextPlace PlaceAt(const Pages& pages, int page, const QPointF& point) {
 
 bool IsOnText(const Page& page, const QPointF& point) {
     return std::any_of(page.texts.begin(), page.texts.end(), [&](const PageText& text) {
-        if (!text.place.adjusted(-2, -2, 2, text.place.height()).contains(point))
+        if (!QRectF(text.place).adjusted(-2, -2, 2, text.place.height()).contains(point))
             return false;
         const QList<Line> lines = linesOf(text);
         return std::any_of(lines.begin(), lines.end(),

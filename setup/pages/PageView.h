@@ -17,6 +17,8 @@ class PageView : public QWidget {
     virtual void stop() {}
     /// Makes the letters larger or smaller by a number of steps.
     virtual void zoomBy(int steps) = 0;
+    /// Room for a page of text and pictures, where there is as much.
+    QSize sizeHint() const override { return {900, 620}; }
     /// What the page in sight says.
     virtual QString plainText() const { return {}; }
 

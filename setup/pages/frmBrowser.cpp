@@ -61,4 +61,5 @@ void frmBrowser::loaded(const QUrl& address, const QString& title) {
     if (cboAddress->findText(text) < 0)
         cboAddress->insertItem(0, text);
     cboAddress->setEditText(text);
+    showProgress();
 }

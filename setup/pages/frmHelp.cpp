@@ -12,7 +12,7 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     view = NewPageView(PagePlugin::Help, pageFrame);
     view->setObjectName("helpView");
     view->finished = [this](const QUrl&, const QString& title) {
-        setTitle(title.isEmpty() ? "Brennoval Help" : title + " - Brennoval Help");
+        setTitle(title + " Help"); // each page names itself and Brennoval
     };
     on(bttnBack, ".bttnBack", [this] { view->back(); });
     on(bttnForward, ".bttnForward", [this] { view->forward(); });

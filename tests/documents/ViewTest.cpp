@@ -10,7 +10,7 @@ namespace {
 
 PageText textAt(double x, double y, const QString& words) {
     PageText text;
-    text.place = {x, y, 200, 12};
+    text.place = QRectF(x, y, 200, 12);
     text.text = words;
     return text;
 }

@@ -416,7 +416,9 @@ void expectStatus(Stage&, Words w) {
     expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
-    expectEqual(w[0] + " rows", w[1], QString::number(control<QAbstractItemView>(w[0])->model()->rowCount()));
+    const auto* combo = dynamic_cast<QComboBox*>(control(w[0]));
+    const auto* rows = combo ? combo->model() : control<QAbstractItemView>(w[0])->model();
+    expectEqual(w[0] + " rows", w[1], QString::number(rows->rowCount()));
 }
 void expectCell(Stage&, Words w) {
     auto* list = control<QAbstractItemView>(w[0]);

@@ -1,0 +1,117 @@
+// The manual and the demonstration: F1 finds its topic, and no link leads nowhere.
+
+#include "core/shell/BrennovalMain.h"
+#include "tests/support/Driver.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QHelpContentModel>
+#include <QHelpEngine>
+#include <QHelpLink>
+#include <QRegularExpression>
+#include <QTextDocument>
+
+#include <functional>
+
+namespace {
+
+const QString prefix = QStringLiteral("qthelp://ordwick.brennoval.help/brennoval/");
+
+/// Follows every target of a page and of the pages behind it, and keeps what was reached.
+class Walk {
+  public:
+    explicit Walk(std::function<QByteArray(const QUrl&)> readPage) : read(std::move(readPage)) {}
+
+    void visit(const QUrl& target, const QString& from) {
+        const QUrl page = target.adjusted(QUrl::RemoveFragment);
+        const QString text = QString::fromUtf8(read(page));
+        EXPECT_TRUE(!text.isEmpty() &&
+                    (!target.hasFragment() || text.contains("id=\"" + target.fragment() + '"')))
+            << from.toStdString() << " leads to " << target.toString().toStdString();
+        if (text.isEmpty() || reached.contains(page))
+            return;
+        reached.insert(page);
+        if (!page.path().contains(".htm"))
+            return;
+        QTextDocument shown;
+        shown.setHtml(text);
+        EXPECT_GE(shown.toPlainText().size(), 200) << page.toString().toStdString();
+        static const QRegularExpression attribute(R"re(\b(?:href|src)="([^"]*)")re");
+        for (const auto& match : attribute.globalMatch(text))
+            visit(page.resolved(QUrl(match.captured(1))), page.toString());
+    }
+
+    QSet<QUrl> reached;
+
+  private:
+    std::function<QByteArray(const QUrl&)> read;
+};
+
+class Help : public testing::Test {
+  protected:
+    Help() {
+        home.installData();
+        Driver::start();
+        const QString manual = QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch";
+        engine.setReadOnly(false); // as which it opens only a collection that is there already
+        ready = engine.setupData() && engine.registerDocumentation(manual);
+    }
+    ~Help() override { Driver::stop(); }
+    void SetUp() override { ASSERT_TRUE(ready) << engine.error().toStdString(); }
+
+    TemporaryHome home;
+    QHelpEngine engine{home.path() + "/help.qhc"};
+    bool ready = false;
+};
+
+} // namespace
+
+TEST_F(Help, EachContextOfTheMenuAndEachScreenHasOneTopic) {
+    QStringList ids = Screens::names() + QStringList{"BrennovalMain", "frmAbout", "frmBrowser", "frmDemo"};
+    for (const QAction* action : BrennovalMain::instance()->findChildren<QAction*>())
+        if (const int context = action->property("helpContext").toInt(); context != 0)
+            ids.append(QString::number(context));
+    ids.removeDuplicates();
+    EXPECT_TRUE(ids.contains("100") && ids.contains("309"));
+    for (const QString& id : ids)
+        EXPECT_EQ(engine.documentsForIdentifier(id).size(), 1) << id.toStdString();
+}
+
+TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached) {
+    QEventLoop created;
+    QObject::connect(engine.contentModel(), &QHelpContentModel::contentsCreated, &created, &QEventLoop::quit);
+    engine.contentModel()->createContents({});
+    created.exec();
+    Walk walk([this](const QUrl& page) { return engine.fileData(page); });
+    const std::function<void(const QHelpContentItem*)> visit = [&](const QHelpContentItem* item) {
+        for (int i = 0; i < item->childCount(); ++i) {
+            walk.visit(item->child(i)->url(), "the contents");
+            visit(item->child(i));
+        }
+    };
+    const QHelpContentItem* root = engine.contentModel()->contentItemAt({});
+    ASSERT_TRUE(root && root->childCount() > 0);
+    visit(root);
+    const QDir folder(SOURCE_FOLDER "/assets/Help");
+    for (const char* files : {".", "pictures"})
+        for (const QString& name : QDir(folder.filePath(files)).entryList({"*.html", "*.css", "*.png"}))
+            EXPECT_TRUE(walk.reached.contains(QUrl(prefix + QDir::cleanPath(files + ('/' + name)))))
+                << name.toStdString();
+    QFile project(folder.filePath("brennovalhelp.qhp"));
+    ASSERT_TRUE(project.open(QIODevice::ReadOnly));
+    static const QRegularExpression place(R"re(<keyword [^>]*ref="([^"]+)")re");
+    for (const auto& keyword : place.globalMatch(QString::fromUtf8(project.readAll())))
+        walk.visit(QUrl(prefix + keyword.captured(1)), "the index");
+}
+
+TEST(Demo, EveryLinkAndPictureOfItsPagesStands) {
+    const QString folder = QCoreApplication::applicationDirPath() + "/Demo/";
+    Walk walk([](const QUrl& page) {
+        QFile file(page.toLocalFile());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    });
+    for (const char* page : {"BrennovalDemo.htm", "ErrorDemo.htm"})
+        walk.visit(QUrl::fromLocalFile(folder + page), "the program");
+    EXPECT_GT(walk.reached.size(), 15); // the tour has that many pictures and more
+}
