@@ -14,15 +14,11 @@ start_display() {
     helpers+=($!)
 }
 
-# as_user COMMAND...: runs it in the second system as the ordinary user, with nothing of root's environment.
-as_user() {
-    chroot --userspec=engineer:engineer "$root" env -i PATH=/usr/bin:/bin HOME=/home/engineer USER=engineer \
-        LANG=C.UTF-8 DISPLAY="$DISPLAY" "$@"
-}
-
-# start_program COMMAND TITLE: starts it and waits for a window that has this title.
+# start_program COMMAND TITLE: starts it in the second system as the ordinary user, with nothing of root's environment, and
+# waits for a window that has this title.
 start_program() {
-    as_user "$1" >"$out/program.log" 2>&1 &
+    chroot --userspec=engineer:engineer "$root" env -i PATH=/usr/bin:/bin HOME=/home/engineer USER=engineer \
+        LANG=C.UTF-8 DISPLAY="$DISPLAY" "$1" >"$out/program.log" 2>&1 &
     program=$!
     wait_for window "$2"
     settle
@@ -30,12 +26,17 @@ start_program() {
 
 # A copy that is closed has let go of its files.
 exit_program() {
+    xdotool windowactivate --sync "$(frame)"
     keys ctrl+x
     wait_for has_ended
     wait "$program"
     program=
 }
+frame() { xdotool search --onlyvisible --name '^Ordwick Company Brennoval' | tail -n 1; }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
+
+# has_loaded LIBRARY: whether the program runs code of it.
+has_loaded() { grep -q "$1$" "/proc/$program/maps"; }
 
 wait_for() {
     local tries
@@ -63,9 +64,7 @@ types() { xdotool type --delay 40 "$1" && settle; }
 
 # click X Y: the pointer goes to a place of the main window and presses its button.
 click() {
-    local frame
-    frame=$(xdotool search --onlyvisible --name '^Ordwick Company Brennoval' | tail -n 1)
-    xdotool mousemove --window "$frame" "$1" "$2" sleep .2 click 1 && settle
+    xdotool mousemove --window "$(frame)" "$1" "$2" sleep .2 click 1 && settle
 }
 
 # ask SQL: reads the user's data as they stand in the file. is SQL VALUE: whether that is what they say.
