@@ -4,6 +4,7 @@
 #include "app/Register.h"
 #include "bench/BenchData.h"
 #include "bench/DocumentBench.h"
+#include "bench/Footprint.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
 #include "core/look/SystemScheme.h"
@@ -24,6 +25,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <sys/resource.h>
@@ -78,6 +80,27 @@ int startChild(int argc, char** argv, bool program) {
     });
     watch.start(1);
     return DesktopApplication::exec();
+}
+
+/// An empty window that stays, for the comparison with the program at rest.
+int emptyWindow(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QMainWindow empty;
+    empty.setCentralWidget(new QLabel("empty"));
+    empty.show();
+    return QApplication::exec();
+}
+
+/// The program as it is installed, or else as it was built, beside an empty window.
+void printFootprints() {
+    const QString installed = QStandardPaths::findExecutable("brennoval");
+    const QString built = QCoreApplication::applicationDirPath() + "/brennoval";
+    const Footprint program = FootprintOf(installed.isEmpty() ? built : installed);
+    const Footprint empty = FootprintOf(QCoreApplication::applicationFilePath(), {"--empty-window"});
+    std::printf("Start of the %s program until it rests: %.1f ms of processor time, %.0f MB; "
+                "an empty window: %.1f ms, %.0f MB\n",
+                installed.isEmpty() ? "built" : "installed", program.processorTime, program.memory,
+                empty.processorTime, empty.memory);
 }
 
 void searchProgram(benchmark::State& state, int models) {
@@ -333,6 +356,8 @@ void registerBenchmarks() {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argc > 1 && QLatin1String(argv[1]) == QLatin1String("--empty-window"))
+        return emptyWindow(argc, argv);
     if (argc > 1 && QLatin1String(argv[1]).startsWith(QLatin1String("--child-")))
         return startChild(argc, argv, QLatin1String(argv[1]) == QLatin1String("--child-program"));
     const DesktopApplication application(argc, argv);
@@ -342,6 +367,7 @@ int main(int argc, char** argv) {
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
     std::printf("Pages of the longest list: %.0f MB\n", LongestListMemory());
+    printFootprints();
     std::printf("Peak memory of this run: %.0f MB\n", peakMemory());
     return 0;
 }

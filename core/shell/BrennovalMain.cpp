@@ -281,6 +281,8 @@ void BrennovalMain::buildMenus() {
         action->setProperty("helpContext", entry.helpContext);
         Commands::addAction(name, action);
     }
+    // The key by which desktops close a window inside another one.
+    Commands::action("mnuClose")->setShortcuts({QKeySequence("Ctrl+M"), QKeySequence("Ctrl+F4")});
     for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
         Commands::setEnabled(later, false);
     Commands::setVisible("mnuSchedule", false);

@@ -71,6 +71,10 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
     tabs->addTab(buildContents(), "&Contents");
     tabs->addTab(buildIndex(), "&Index");
     tabs->addTab(buildSearch(), "&Search");
+    connect(tabs, &QTabWidget::currentChanged, this, [this] { // where the user goes on typing
+        auto* line = tabs->currentWidget()->findChild<QLineEdit*>();
+        (line ? static_cast<QWidget*>(line) : tabs->currentWidget())->setFocus();
+    });
     auto* splitter = new QSplitter(this);
     splitter->addWidget(tabs);
     splitter->addWidget(page);
@@ -152,7 +156,7 @@ void HelpView::showFound() {
     found->clear();
     const auto results = engine.searchEngine()->searchResults(0, most);
     for (const QHelpSearchResult& result : results) {
-        auto* row = new QListWidgetItem(result.title(), found);
+        auto* row = new QListWidgetItem(result.title().section(" - ", 0, 0), found);
         row->setData(Qt::UserRole, result.url());
     }
     if (results.isEmpty())

@@ -5,6 +5,7 @@
 #include "setup/pages/PageViews.h"
 
 #include <QFileInfo>
+#include <QScreen>
 
 frmHelp::frmHelp() : PageScreen("frmHelp") {
     setupUi(this);
@@ -14,6 +15,9 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     view->finished = [this](const QUrl&, const QString& title) {
         setTitle(title + " Help"); // each page names itself and Brennoval
     };
+    const QRect space = screen()->availableGeometry();
+    resize(sizeHint().boundedTo(space.size() * .9));
+    move(space.center() - rect().center());
     on(bttnBack, ".bttnBack", [this] { view->back(); });
     on(bttnForward, ".bttnForward", [this] { view->forward(); });
     on(bttnHome, ".bttnHome", [this] { goTo("100"); });

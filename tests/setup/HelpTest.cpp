@@ -78,6 +78,34 @@ TEST_F(Help, EachContextOfTheMenuAndEachScreenHasOneTopic) {
         EXPECT_EQ(engine.documentsForIdentifier(id).size(), 1) << id.toStdString();
 }
 
+TEST_F(Help, F1OpensTheTopicOfACommandAndOfAScreen) {
+    const auto shows = [this](QWidget* place, const QString& id) {
+        QTest::keyClick(place, Qt::Key_F1);
+        const Screen* help = Screens::find("frmHelp");
+        const auto topics = engine.documentsForIdentifier(id);
+        ASSERT_TRUE(help && !topics.isEmpty()) << id.toStdString();
+        EXPECT_EQ(help->windowTitle().toStdString(), topics.first().title.toStdString() + " Help")
+            << id.toStdString();
+        EXPECT_FALSE(QApplication::activePopupWidget());
+        Screens::unload("frmHelp");
+    };
+    for (QMenu* menu : BrennovalMain::instance()->findChildren<QMenu*>())
+        for (QAction* action : menu->actions()) {
+            const int context = action->property("helpContext").toInt();
+            if (context == 0 || !action->isVisible())
+                continue;
+            action->setEnabled(true); // printing and exporting wait for something to print
+            menu->popup({});
+            menu->setActiveAction(action);
+            shows(menu, QString::number(context));
+        }
+    Session::TankClass.write("Hydropneumatic Tank");
+    for (const auto& [screen, id] : {std::pair("frmJobHeader", "frmJobHeader"), {"frmMetric", "103"}}) {
+        ASSERT_TRUE(Screens::open(screen));
+        shows(Screens::find(screen), id);
+    }
+}
+
 TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached) {
     QEventLoop created;
     QObject::connect(engine.contentModel(), &QHelpContentModel::contentsCreated, &created, &QEventLoop::quit);
