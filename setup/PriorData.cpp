@@ -79,7 +79,10 @@ QDateTime momentOf(double days) {
     constexpr double first = -657434; // of the year 100
     constexpr double end = 2958466;   // of the year 9999
     if (days < first || days >= end)
-        throw DatabaseFault(DatabaseFault::Unspecified, "The prior database holds a date that is none.");
+        throw DatabaseFault(
+            DatabaseFault::Unspecified,
+            QCoreApplication::translate("PriorData", "The prior database holds a date that is none.")
+                .toStdString());
     const double whole = std::trunc(days);
     const auto seconds = static_cast<qint64>(std::round(std::abs(days - whole) * 86400));
     const QDateTime origin(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);

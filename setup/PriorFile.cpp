@@ -18,8 +18,8 @@ PriorHelper& installedHelper() {
     return helper;
 }
 
-[[noreturn]] void unreadable(const std::string& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why);
+[[noreturn]] void unreadable(const QString& why) {
+    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
 }
 
 /// Lets the helper read the file; what it wrote, whole or not.
@@ -45,11 +45,14 @@ QByteArray outputOf(const PriorHelper& helper, const QString& path) {
     if (process.state() != QProcess::NotRunning)
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (process.error() == QProcess::FailedToStart)
-        throw Fault(Fault::InternalError, "The program that reads prior data cannot be started.");
+        throw Fault(
+            Fault::InternalError,
+            QCoreApplication::translate("PriorFile", "The program that reads prior data cannot be started.")
+                .toStdString());
     if (process.state() != QProcess::NotRunning) {
         process.kill();
         process.waitForFinished();
-        unreadable("The prior database could not be read in time.");
+        unreadable(QCoreApplication::translate("PriorFile", "The prior database could not be read in time."));
     }
     return output + process.readAllStandardOutput();
 }
@@ -70,7 +73,7 @@ class Reader {
             } else if (mark == PriorTables::RowBegins && table) {
                 table->rows.push_back(row());
             } else {
-                unreadable("The prior database could not be read.");
+                unreadable(QCoreApplication::translate("PriorFile", "The prior database could not be read."));
             }
         }
     }
@@ -78,7 +81,7 @@ class Reader {
   private:
     const char* take(qsizetype size) {
         if (size > bytes.size() - position) // the helper came to an end of its own
-            unreadable("The prior database is damaged.");
+            unreadable(QCoreApplication::translate("PriorFile", "The prior database is damaged."));
         position += size;
         return bytes.constData() + position - size;
     }
@@ -120,13 +123,14 @@ class Reader {
         case PriorTables::NumberValue: {
             const auto found = number<double>();
             if (!std::isfinite(found))
-                unreadable("The prior database holds a number that is none.");
+                unreadable(QCoreApplication::translate("PriorFile",
+                                                       "The prior database holds a number that is none."));
             return found;
         }
         case PriorTables::TextValue:
             return text();
         default:
-            unreadable("The prior database could not be read.");
+            unreadable(QCoreApplication::translate("PriorFile", "The prior database could not be read."));
         }
     }
 
@@ -143,7 +147,7 @@ void SetPriorHelper(const PriorHelper& helper) {
 
 void ReadPriorFile(const QString& path, PriorRows& rows) {
     if (!QFileInfo(path).isFile())
-        unreadable("Could not find file '" + path.toStdString() + "'.");
+        unreadable(QStringLiteral("Could not find file '%1'.").arg(path));
     const QByteArray written = outputOf(installedHelper(), path);
     Reader(written).readInto(rows);
 }

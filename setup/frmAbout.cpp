@@ -5,6 +5,7 @@
 #include "core/shell/Screens.h"
 #include "core/store/SessionStore.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 using namespace UtilityFunctions;
@@ -30,7 +31,8 @@ frmAbout::frmAbout() : Screen("frmAbout") {
     prepare();
     imgMark->setPixmap(Appearance::splashPicture(imgMark->minimumSize(), devicePixelRatioF()));
     lblVersion->setText("Version " + FullProgramVersion());
-    lblSupport->setText(QStringLiteral("Technical support: " BRENNOVAL_SUPPORT_PHONE));
+    lblSupport->setText(
+        QCoreApplication::translate("frmAbout", "Technical support: %1").arg(BRENNOVAL_SUPPORT_PHONE));
     setDefault(cmdOK);
     on(cmdOK, ".cmdOK", [this] { Screens::unload(name()); });
     connect(cmdSysInfo, &QPushButton::clicked, this, [] { StartSysInfo(); });

@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLabel>
 #include <QLocale>
@@ -294,7 +295,8 @@ void BrennovalMain::showWindowList() {
     windowMenu->clear();
     const auto windows = mdiArea->subWindowList();
     for (const auto& [caption, arrange] :
-         {std::pair("&Cascade", &QMdiArea::cascadeSubWindows), {"&Tile", &QMdiArea::tileSubWindows}}) {
+         {std::pair(QCoreApplication::translate("BrennovalMain", "&Cascade"), &QMdiArea::cascadeSubWindows),
+          {QCoreApplication::translate("BrennovalMain", "&Tile"), &QMdiArea::tileSubWindows}}) {
         QAction* action = windowMenu->addAction(caption);
         action->setEnabled(!windows.isEmpty());
         connect(action, &QAction::triggered, mdiArea, arrange);
@@ -311,11 +313,12 @@ void BrennovalMain::showWindowList() {
         connect(action, &QAction::triggered, window, [this, window] { mdiArea->setActiveSubWindow(window); });
     }
     if (windows.isEmpty())
-        windowMenu->addAction("No open windows")->setEnabled(false);
+        windowMenu->addAction(QCoreApplication::translate("BrennovalMain", "No open windows"))
+            ->setEnabled(false);
 }
 
 void BrennovalMain::buildToolbar() {
-    QToolBar* bar = addToolBar("Tools");
+    QToolBar* bar = addToolBar(QCoreApplication::translate("BrennovalMain", "Tools"));
     bar->setObjectName("tbToolbar");
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);

@@ -50,7 +50,7 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
     engine.registerDocumentation(QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch");
     page = new HelpText(engine, this);
     page->setObjectName("pageText");
-    page->setAccessibleName("Topic");
+    page->setAccessibleName(QCoreApplication::translate("HelpView", "Topic"));
     page->setFrameShape(QFrame::NoFrame);
     page->setOpenLinks(false);
     connect(page, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
@@ -68,9 +68,9 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
 
     tabs = new QTabWidget(this);
     tabs->setDocumentMode(true);
-    tabs->addTab(buildContents(), "&Contents");
-    tabs->addTab(buildIndex(), "&Index");
-    tabs->addTab(buildSearch(), "&Search");
+    tabs->addTab(buildContents(), QCoreApplication::translate("HelpView", "&Contents"));
+    tabs->addTab(buildIndex(), QCoreApplication::translate("HelpView", "&Index"));
+    tabs->addTab(buildSearch(), QCoreApplication::translate("HelpView", "&Search"));
     connect(tabs, &QTabWidget::currentChanged, this, [this] { // where the user goes on typing
         auto* line = tabs->currentWidget()->findChild<QLineEdit*>();
         (line ? static_cast<QWidget*>(line) : tabs->currentWidget())->setFocus();
@@ -91,7 +91,7 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
 
 QWidget* HelpView::buildContents() {
     QHelpContentWidget* tree = engine.contentWidget();
-    tree->setAccessibleName("Contents");
+    tree->setAccessibleName(QCoreApplication::translate("HelpView", "Contents"));
     tree->setFrameShape(QFrame::NoFrame);
     connect(tree, &QHelpContentWidget::linkActivated, this, &HelpView::open);
     connect(tree, &QTreeView::clicked, this, [this, tree](const QModelIndex& row) {
@@ -108,7 +108,7 @@ QWidget* HelpView::buildContents() {
 
 QWidget* HelpView::buildIndex() {
     QHelpIndexWidget* list = engine.indexWidget();
-    list->setAccessibleName("Index");
+    list->setAccessibleName(QCoreApplication::translate("HelpView", "Index"));
     auto* line = new QLineEdit;
     connect(line, &QLineEdit::textChanged, list,
             [list](const QString& start) { list->filterIndices(start, {}); });
@@ -122,7 +122,7 @@ QWidget* HelpView::buildIndex() {
             choice.addAction(document.title, this, [this, document] { open(document.url); });
         choice.exec(QCursor::pos());
     });
-    return listBelowLine(new QLabel("&Look for:"), line, list);
+    return listBelowLine(new QLabel(QCoreApplication::translate("HelpView", "&Look for:")), line, list);
 }
 
 QWidget* HelpView::buildSearch() {
@@ -130,7 +130,7 @@ QWidget* HelpView::buildSearch() {
     search->reindexDocumentation();
     searchBox = new QLineEdit;
     found = new QListWidget;
-    found->setAccessibleName("Found topics");
+    found->setAccessibleName(QCoreApplication::translate("HelpView", "Found topics"));
     found->setWordWrap(true);
     const auto look = [this, search] {
         if (!searchBox->text().trimmed().isEmpty())
@@ -148,7 +148,8 @@ QWidget* HelpView::buildSearch() {
     };
     connect(found, &QListWidget::itemClicked, this, openRow);
     connect(found, &QListWidget::itemActivated, this, openRow);
-    return listBelowLine(new QLabel("S&earch for:"), searchBox, found);
+    return listBelowLine(new QLabel(QCoreApplication::translate("HelpView", "S&earch for:")), searchBox,
+                         found);
 }
 
 void HelpView::showFound() {
@@ -160,7 +161,7 @@ void HelpView::showFound() {
         row->setData(Qt::UserRole, result.url());
     }
     if (results.isEmpty())
-        new QListWidgetItem("No topic holds these words.", found);
+        new QListWidgetItem(QCoreApplication::translate("HelpView", "No topic holds these words."), found);
 }
 
 void HelpView::showInContents(const QUrl& address) {

@@ -1,5 +1,6 @@
 #include "setup/pages/TextPageView.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -16,9 +17,10 @@ class LocalPages : public QTextBrowser {
         const QUrl address = source().resolved(name);
         if (type != QTextDocument::HtmlResource || address.isLocalFile())
             return address.isLocalFile() ? QTextBrowser::loadResource(type, name) : QVariant();
-        return QString("<h1>No web browser</h1><p>This page is on the web, and neither the system nor "
-                       "Brennoval has a "
-                       "browser that shows it. Its address:</p><p>%1</p>")
+        return QCoreApplication::translate(
+                   "TextPageView",
+                   "<h1>No web browser</h1><p>This page is on the web, and neither the system nor "
+                   "Brennoval has a browser that shows it. Its address:</p><p>%1</p>")
             .arg(address.toString().toHtmlEscaped());
     }
 };
@@ -30,7 +32,7 @@ TextPageView::TextPageView(QWidget* parent) : PageView(parent), text(new LocalPa
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(text);
     text->setObjectName("pageText");
-    text->setAccessibleName("Page");
+    text->setAccessibleName(QCoreApplication::translate("TextPageView", "Page"));
     text->setFrameShape(QFrame::NoFrame);
     text->document()->setDocumentMargin(16);
     text->setOpenLinks(false);

@@ -39,7 +39,7 @@ class WebView : public PageView {
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(view);
-        view->setAccessibleName("Page");
+        view->setAccessibleName(QCoreApplication::translate("WebView", "Page"));
         setFocusProxy(view);
         connect(view, &QWebEngineView::loadStarted, this, [this] { started(); });
         connect(view, &QWebEngineView::loadFinished, this, [this] { finished(view->url(), view->title()); });

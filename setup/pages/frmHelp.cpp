@@ -4,6 +4,7 @@
 #include "core/base/Program.h"
 #include "setup/pages/PageViews.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QScreen>
 
@@ -13,7 +14,8 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     view = NewPageView(PagePlugin::Help, pageFrame);
     view->setObjectName("helpView");
     view->finished = [this](const QUrl&, const QString& title) {
-        setTitle(title + " Help"); // each page names itself and Brennoval
+        setTitle(QCoreApplication::translate("frmHelp", "%1 Help")
+                     .arg(title)); // each page names itself and Brennoval
     };
     const QRect space = screen()->availableGeometry();
     resize(sizeHint().boundedTo(space.size() * .9));
