@@ -221,8 +221,8 @@ void ReportView::resizeEvent(QResizeEvent*) {
 void ReportView::wheelEvent(QWheelEvent* event) {
     if (!(event->modifiers() & Qt::ControlModifier))
         return QAbstractScrollArea::wheelEvent(event);
-    const double factor = event->angleDelta().y() > 0 ? wheelStep : 1 / wheelStep;
-    zoomAbout(percent() * factor, event->position());
+    constexpr double notch = 120; // of a wheel; a touch pad turns by less
+    zoomAbout(percent() * std::pow(wheelStep, event->angleDelta().y() / notch), event->position());
 }
 
 bool ReportView::event(QEvent* event) {

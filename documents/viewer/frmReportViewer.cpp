@@ -14,8 +14,15 @@
 using namespace UtilityFunctions;
 
 namespace {
+
 constexpr double zoomStep = 1.25;
+
+/// "125 %" is 125. What is no whole number counts as 0.
+int percentOf(QString text) {
+    return text.remove(u'%').trimmed().toInt();
 }
+
+} // namespace
 
 frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     setupUi(this);
@@ -98,7 +105,19 @@ void frmReportViewer::ShowPage() {
     const auto& pages = shownDocument.pages;
     txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
     lblPages->setText(QCoreApplication::translate("frmReportViewer", "of %1").arg(pages.size()));
-    cboZoom->setEditText(QString("%1 %").arg(std::lround(ARViewer21->percent())));
+    ShowZoom();
+}
+
+/// The largest zoom of the list that is not above the page's is the current one, so that the arrow keys go on
+/// from there.
+void frmReportViewer::ShowZoom() {
+    const long percent = std::lround(ARViewer21->percent());
+    int row = cboZoom->count() - 1;
+    while (row > 0 && percentOf(cboZoom->itemText(row)) > percent)
+        --row;
+    const QSignalBlocker shownOnly(cboZoom);
+    cboZoom->setCurrentIndex(row);
+    cboZoom->setEditText(QString("%1 %").arg(percent));
 }
 
 void frmReportViewer::GoToTypedPage() {
@@ -110,9 +129,8 @@ void frmReportViewer::GoToTypedPage() {
 }
 
 void frmReportViewer::ZoomAsTyped() {
-    bool number = false;
-    const int percent = cboZoom->currentText().remove(u'%').trimmed().toInt(&number);
-    if (number && percent > 0 && percent != std::lround(ARViewer21->percent()))
+    const int percent = percentOf(cboZoom->currentText());
+    if (percent > 0 && percent != std::lround(ARViewer21->percent()))
         ARViewer21->setPercent(percent);
     ShowPage();
 }

@@ -22,6 +22,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     bool QueryUnload() override;
     void ShowContents();
     void ShowPage();
+    void ShowZoom();
     void GoToTypedPage();
     void ZoomAsTyped();
     void Find(int step);
