@@ -2,6 +2,7 @@
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
+#include <QIODevice>
 #include <QImage>
 #include <QPainter>
 
