@@ -9,6 +9,7 @@
 #include <QHelpContentModel>
 #include <QHelpEngine>
 #include <QHelpLink>
+#include <QMenu>
 #include <QRegularExpression>
 #include <QTextDocument>
 

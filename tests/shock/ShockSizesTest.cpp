@@ -117,11 +117,11 @@ Pairs pairsOfCatalogue(const QString& sql) {
 /// for which the table has no row.
 std::vector<ShockConditions> ordinaryPressures() {
     std::vector<ShockConditions> all;
-    for (double flow = 30; flow <= 80; flow += 5)
-        for (double still = flow + 10; still <= flow + 25; still += 5)
-            for (double shock = still + 40; shock <= 250; shock += 10)
+    for (int flow = 30; flow <= 80; flow += 5)
+        for (int still = flow + 10; still <= flow + 25; still += 5)
+            for (int shock = still + 40; shock <= 250; shock += 10)
                 if (shock <= 180 || shock > 190)
-                    all.push_back({0, 300, 0, flow, still, shock, 14.7});
+                    all.push_back({0, 300, 0, double(flow), double(still), double(shock), 14.7});
     return all;
 }
 
