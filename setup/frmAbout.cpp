@@ -45,5 +45,5 @@ void frmAbout::StartSysInfo() {
                                  .title = "Brennoval",
                                  .icon = QMessageBox::Information});
     else
-        Dialogs::current().startProgram('"' + tool + '"');
+        Dialogs::current().startProgram('"' + tool + '"', SystemPrograms::Window::Normal);
 }

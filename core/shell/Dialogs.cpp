@@ -1,7 +1,5 @@
 #include "core/shell/Dialogs.h"
 
-#include "core/shell/SystemPrograms.h"
-
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -70,8 +68,8 @@ void Dialogs::beep() {
     QApplication::beep();
 }
 
-bool Dialogs::startProgram(const QString& commandLine) {
-    return SystemPrograms::start(commandLine);
+bool Dialogs::startProgram(const QString& commandLine, SystemPrograms::Window window) {
+    return SystemPrograms::start(commandLine, window);
 }
 
 bool Dialogs::openInBrowser(const QUrl& page) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/shell/SystemPrograms.h"
+
 #include <QMessageBox>
 #include <QString>
 
@@ -37,7 +39,7 @@ class Dialogs {
     virtual void copy(const QString& text);
     virtual void beep();
     /// Starts a program by its command line; false when that cannot be done.
-    virtual bool startProgram(const QString& commandLine);
+    virtual bool startProgram(const QString& commandLine, SystemPrograms::Window window);
     /// Opens a page in the desktop's browser; false when there is none.
     virtual bool openInBrowser(const QUrl& page);
 

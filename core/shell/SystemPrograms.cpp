@@ -22,7 +22,7 @@ bool userIsAdministrator() {
 #endif
 }
 
-bool start(const QString& commandLine) {
+bool start(const QString& commandLine, [[maybe_unused]] Window window) {
     QStringList words = QProcess::splitCommand(commandLine);
     if (words.isEmpty())
         return false;
@@ -30,9 +30,9 @@ bool start(const QString& commandLine) {
     program.setProgram(words.takeFirst());
     program.setArguments(words);
 #ifdef Q_OS_WIN
-    program.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* arguments) {
+    program.setCreateProcessArgumentsModifier([window](QProcess::CreateProcessArguments* arguments) {
         arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
-        arguments->startupInfo->wShowWindow = SW_SHOWMAXIMIZED;
+        arguments->startupInfo->wShowWindow = window == Window::Maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
     });
 #endif
     return program.startDetached();

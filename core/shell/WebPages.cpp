@@ -40,7 +40,8 @@ void LaunchInternetExplorer(const QString& page) {
     Named("LaunchInternetExplorer", [&] {
         const QString address = page == "TechSupport" ? HomePage() + "/brennovalsupport.htm" : HomePage();
         if (const QString command = registeredBrowser(); !command.isEmpty()) {
-            if (!Dialogs::current().startProgram(QString(command).replace("%1", address)))
+            if (!Dialogs::current().startProgram(QString(command).replace("%1", address),
+                                                 SystemPrograms::Window::Maximised))
                 throw Fault(Fault::FileNotFound, "File not found: " + command.toStdString());
         } else if (!Dialogs::current().openInBrowser(QUrl(address))) {
             OpenPage("frmBrowser", address);

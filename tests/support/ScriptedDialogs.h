@@ -91,7 +91,7 @@ class ScriptedDialogs : public Dialogs {
         return !print.file.isEmpty();
     }
     void beep() override { ++beeps; }
-    bool startProgram(const QString& commandLine) override {
+    bool startProgram(const QString& commandLine, SystemPrograms::Window /*window*/) override {
         opened.append(commandLine);
         return true;
     }
