@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/base/Program.h"
 #include "setup/pages/PageViews.h"
+#include "setup/pages/TextPageView.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -13,7 +14,8 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     prepare();
     view = NewPageView(PagePlugin::Help, pageFrame);
     view->setObjectName("helpView");
-    view->finished = [this](const QUrl&, const QString& title) {
+    view->finished = [this](const QUrl& address, const QString& title) {
+        topicShown = topicShown || address.scheme() == u"qthelp";
         setTitle(QCoreApplication::translate("frmHelp", "%1 Help")
                      .arg(title)); // each page names itself and Brennoval
     };
@@ -32,7 +34,11 @@ void frmHelp::Start() {
         if (const QString file = UtilityFunctions::ProgramFolder() + "/Help/brennovalhelp.qch";
             !QFileInfo::exists(file))
             throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
+        if (dynamic_cast<const TextPageView*>(view)) // the plain control, which reads no help file
+            throw Fault(Fault::PathFileAccess, "The help plugin is missing or of another version.");
         goTo(StartingAddress);
+        if (!topicShown)
+            throw Fault(Fault::PathFileAccess, "The help file is damaged.");
     });
     raise();
     activateWindow();

@@ -19,4 +19,5 @@ class frmHelp : public PageScreen, private Ui::frmHelp {
     void goTo(const QString& topic);
 
     PageView* view;
+    bool topicShown = false;
 };
