@@ -30,6 +30,8 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
 }
 
 void frmHelp::Start() {
+    raise(); // before an error's window comes, which is to be in front
+    activateWindow();
     procedure(".Load", [this] {
         if (const QString file = UtilityFunctions::ProgramFolder() + "/Help/brennovalhelp.qch";
             !QFileInfo::exists(file))
@@ -40,8 +42,6 @@ void frmHelp::Start() {
         if (!topicShown)
             throw Fault(Fault::PathFileAccess, "The help file is damaged.");
     });
-    raise();
-    activateWindow();
 }
 
 void frmHelp::goTo(const QString& topic) {
