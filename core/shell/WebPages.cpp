@@ -29,7 +29,12 @@ void OpenPage(const QString& screen, const QString& address) {
         return;
     shown->StartingAddress = address;
     Screens::show(screen);
-    shown->Start();
+    try {
+        shown->Start();
+    } catch (...) { // nothing stands empty behind the error
+        Screens::unload(screen);
+        throw;
+    }
 }
 
 QString HomePage() {
