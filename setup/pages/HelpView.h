@@ -32,6 +32,7 @@ class HelpView : public PageView {
     void back() override { page->backward(); }
     void forward() override { page->forward(); }
     void zoomBy(int steps) override { page->zoomIn(steps); }
+    bool knowsTopics() const override { return true; }
     QString plainText() const override { return page->toPlainText(); }
 
   private:

@@ -17,6 +17,8 @@ class PageView : public QWidget {
     virtual void stop() {}
     /// Makes the letters larger or smaller by a number of steps.
     virtual void zoomBy(int steps) = 0;
+    /// Whether it finds topics in the help file.
+    virtual bool knowsTopics() const { return false; }
     /// Room for a page of text and pictures, where there is as much.
     QSize sizeHint() const override { return {900, 620}; }
     /// What the page in sight says.

@@ -3,7 +3,6 @@
 #include "core/base/Fault.h"
 #include "core/base/Program.h"
 #include "setup/pages/PageViews.h"
-#include "setup/pages/TextPageView.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -36,7 +35,7 @@ void frmHelp::Start() {
         if (const QString file = UtilityFunctions::ProgramFolder() + "/Help/brennovalhelp.qch";
             !QFileInfo::exists(file))
             throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-        if (dynamic_cast<const TextPageView*>(view)) // the plain control, which reads no help file
+        if (!view->knowsTopics()) // the plain control
             throw Fault(Fault::PathFileAccess, "The help plugin is missing or of another version.");
         goTo(StartingAddress);
         if (!topicShown)
