@@ -8,20 +8,28 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 using namespace UtilityFunctions;
 
 namespace {
 
-/// Copies beside the target and renames, so that a file is never half there. The old file goes only when the
-/// new one stands whole beside it.
+/// Puts a file in the place of another in one step; one that is open elsewhere goes on with what it had.
+bool replaceFile(const QString& file, const QString& target) {
+    std::error_code failure;
+    std::filesystem::rename(file.toStdU16String(), target.toStdU16String(), failure);
+    return !failure;
+}
+
+/// Copies beside the target and renames, so that a file is never half there.
 void copyFile(const QString& from, const QString& to) {
     const QString part = to + ".part";
     QFile::remove(part);
     const bool copied = QFile::copy(from, part) && QFile(part).size() == QFile(from).size() &&
                         QFile::setPermissions(part, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
-    if (copied && (!QFile::exists(to) || QFile::remove(to)) && QFile::rename(part, to))
+    if (copied && replaceFile(part, to))
         return;
     QFile::remove(part);
     throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());

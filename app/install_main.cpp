@@ -16,7 +16,7 @@ constexpr int notUnderstood = 2;
 constexpr std::string_view help = R"(Usage: brennoval-install
 
 Prepares Brennoval's data for the user who calls it: makes the data folder with an empty user database and the
-catalog where no folder is stored yet, and replaces an older catalog. A user database is never touched.
+catalog where no folder is stored yet, and replaces a catalog that is another than its own. A user database is never touched.
 
   --help     say this, and do nothing
   --version  say the version, and do nothing

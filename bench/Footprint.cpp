@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QThread>
 
+#include <stdexcept>
+
 namespace {
 
 constexpr int runs = 5;
@@ -64,6 +66,8 @@ Footprint once(const QString& program, const QStringList& arguments) {
     process.start(program, arguments);
     process.waitForStarted();
     waitForRest(process.processId());
+    if (process.state() != QProcess::Running)
+        throw std::runtime_error(program.toStdString() + " did not stay");
     const Footprint used{processorTime(process.processId()), peakMemory(process.processId())};
     process.kill();
     process.waitForFinished();

@@ -12,9 +12,11 @@
 #include "jobs/Jobs.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 
 namespace {
 
@@ -54,6 +56,7 @@ void StartPage::prepareTasks() {
         QAction* command = Commands::action(task.command);
         task.button->setAccessibleName(task.button->text().replace('\n', ' '));
         task.button->setShortcutText(command->shortcut().toString(QKeySequence::NativeText));
+        task.button->setAccessibleDescription(command->shortcut().toString(QKeySequence::NativeText));
         task.button->setIcon(Appearance::icon(task.icon));
         connect(task.button, &TaskButton::clicked, command, &QAction::trigger);
     }
@@ -91,6 +94,10 @@ void StartPage::drawMark() {
 void StartPage::showEvent(QShowEvent* event) {
     fillJobs();
     QWidget::showEvent(event);
+    QTimer::singleShot(0, this, [this] { // the screen that went took the focus along
+        if (isVisible() && !QApplication::focusWidget())
+            cmdNew->setFocus();
+    });
 }
 
 void StartPage::keyPressEvent(QKeyEvent* event) {
@@ -104,5 +111,7 @@ void StartPage::keyPressEvent(QKeyEvent* event) {
 void StartPage::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         drawMark();
+    if (event->type() == QEvent::ActivationChange && isVisible() && isActiveWindow())
+        fillJobs(); // another window may have changed the data, or their folder
     QWidget::changeEvent(event);
 }

@@ -21,8 +21,12 @@ bool load(const QString& name, const QString& folder, const QLocale& language) {
 } // namespace
 
 bool LoadTranslations(const QString& folder, const QLocale& language) {
-    if (!load(QStringLiteral("brennoval"), folder, language))
+    // The user's first language decides: who prefers English is not given his second choice.
+    const QStringList wanted = language.uiLanguages();
+    const QLocale first(wanted.isEmpty() ? QString() : wanted.first());
+    if (first.language() == QLocale::English || first.language() == QLocale::C ||
+        !load(QStringLiteral("brennoval"), folder, first))
         return false;
-    load(QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath), language);
+    load(QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath), first);
     return true;
 }

@@ -77,6 +77,8 @@ QAction* command(const QString& name) {
 
 /// The window of a screen: its frame in the main window, or the screen itself.
 QWidget* windowOf(const QString& name) {
+    if (name == "BrennovalMain")
+        return BrennovalMain::instance();
     QWidget* frame = screen(name)->parentWidget();
     return frame ? frame : screen(name);
 }
