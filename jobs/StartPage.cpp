@@ -25,10 +25,12 @@ constexpr std::size_t newestJobs = 10;
 /// Opens a job as the search does when the task is to edit one.
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
-    UtilityFunctions::Trap("StartPage.openJob", [&] {
-        Session::Mode.write(Session::Modes::Edit);
-        Session::JobID.write(jobID);
-        Screens::open(EditScreenOf(jobID));
+    Screens::beginTask([&] {
+        UtilityFunctions::Trap("StartPage.openJob", [&] {
+            Session::Mode.write(Session::Modes::Edit);
+            Session::JobID.write(jobID);
+            Screens::open(EditScreenOf(jobID));
+        });
     });
 }
 

@@ -275,7 +275,7 @@ void BrennovalMain::buildMenus() {
             action->setEnabled(static_cast<bool>(handler));
             connect(action, &QAction::triggered, this, [name, handler] {
                 const Hourglass hourglass;
-                UtilityFunctions::Trap("BrennovalMain." + name, handler);
+                Screens::beginTask([&] { UtilityFunctions::Trap("BrennovalMain." + name, handler); });
             });
         }
         action->setObjectName(name);

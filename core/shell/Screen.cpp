@@ -57,6 +57,7 @@ void Screen::setTitle(const QString& title) {
 }
 
 bool Screen::trap(const QString& procedure, const std::function<void()>& body) const {
+    const Screens::AtWork work(this);
     return UtilityFunctions::Trap(screenName_ + procedure, body, screenName_ == "frmSplash" ? "Splash" : "");
 }
 

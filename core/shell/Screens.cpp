@@ -14,6 +14,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace Screens {
 
@@ -24,7 +25,8 @@ struct Entry {
     Screen* screen;
     QMdiSubWindow* window; // null for a screen of its own
     QString loadedFor;
-    QPoint placedAt;
+    Session::Task task;
+    QPoint placedAt = {};
     bool unloading = false;
 };
 
@@ -32,6 +34,8 @@ struct Registry {
     QHash<QString, std::function<Screen*()>> factories;
     QList<Entry> entries;
     Screen* active = nullptr;
+    const Screen* atWork = nullptr; // whose handler or check runs
+    int depth = 0;                  // of the handlers and checks that run within each other
     QMdiArea* area = nullptr;
     std::function<void()> changed = [] {};
 };
@@ -48,17 +52,58 @@ Entry* entryOf(const QString& name) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-/// What the session holds of a screen's subject.
-QString sessionSubject(Subject subject) {
+/// A line that is to be added has no key yet; the tank picker leaves its caption for one.
+QString tankOf(const Session::TaskValues& values) {
+    const QString tank = values.tankID.value_or(QString());
+    return tank == u"Add New..." ? QString() : tank;
+}
+
+/// What some values of the session hold of a screen's subject.
+QString subjectIn(const Session::TaskValues& values, Subject subject) {
+    const QString job = values.jobID.value_or(QString());
     switch (subject) {
     case Subject::TankLine:
-        return Session::JobID.text() + u'\n' + Session::TankID.text() + u'\n' + Session::TankClass.text();
+        return job + u'\n' + tankOf(values) + u'\n' + values.tankClass.value_or(QString());
     case Subject::Job:
-        return Session::JobID.text();
+        return job;
     case Subject::None:
         return {};
     }
     return {};
+}
+
+/// The task at work; one of its own for what runs before the first.
+Session::Task workingTask() {
+    if (!Session::taskAtWork())
+        Session::putToWork(Session::newTask());
+    return Session::taskAtWork();
+}
+
+/// Whether a task that changes its values leaves the line or the job that a subject was about. What was begun
+/// for a line or job to come goes along when that gets its key.
+bool leavesRecord(Subject subject, const Session::TaskValues& before, const Session::TaskValues& now) {
+    const QString job = before.jobID.value_or(QString());
+    const bool leavesJob = !job.isEmpty() && job != now.jobID.value_or(QString());
+    const bool leavesTank = !tankOf(before).isEmpty() && tankOf(before) != tankOf(now);
+    switch (subject) {
+    case Subject::TankLine:
+        return leavesJob || leavesTank;
+    case Subject::Job:
+        return leavesJob;
+    case Subject::None:
+        return false;
+    }
+    return false;
+}
+
+/// A task that goes on to another line or job leaves its other screens behind: they keep the values before.
+void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
+    const Screen* atWork = registry().depth > 0 ? registry().atWork : registry().active;
+    const auto kept = std::make_shared<Session::TaskValues>(before);
+    for (Entry& entry : registry().entries)
+        if (entry.task == task && entry.screen != atWork &&
+            leavesRecord(entry.screen->subject(), before, *task))
+            entry.task = kept;
 }
 
 /// Whether the Tab key reaches a widget.
@@ -136,6 +181,7 @@ void discard(const QString& name) {
     Screen* screen = entry->screen;
     QMdiSubWindow* window = entry->window;
     if (registry().active == screen) {
+        const AtWork work(screen);
         registry().active = nullptr;
         screen->Deactivate();
     }
@@ -175,7 +221,53 @@ QPoint middle(const QSize& size) {
             std::max(0, (space.height() - size.height()) / 2)};
 }
 
+/// Makes a screen that is loaded for another record give way, if its closing check lets it go. It is not given
+/// up like one that the user closes: the job that it was begun for stays.
+bool giveWay(const QString& name) {
+    Screen* screen = find(name);
+    const QString tag = screen->Tag;
+    if (tag == u"0")
+        screen->Tag = "1";
+    if (unload(name))
+        return true;
+    screen->Tag = tag;
+    return false;
+}
+
 } // namespace
+
+AtWork::AtWork(const Screen* screen) {
+    const Entry* entry = screen ? entryOf(screen->name()) : nullptr;
+    enter(screen, entry && entry->screen == screen ? entry->task : Session::taskAtWork());
+}
+
+AtWork::AtWork(const Screen* screen, const Session::Task& task) {
+    enter(screen, task);
+}
+
+void AtWork::enter(const Screen* screen, const Session::Task& task) {
+    Registry& state = registry();
+    screenBefore = std::exchange(state.atWork, screen);
+    taskBefore = Session::taskAtWork();
+    ++state.depth;
+    if (task)
+        Session::putToWork(task);
+}
+
+AtWork::~AtWork() {
+    Registry& state = registry();
+    state.atWork = screenBefore;
+    --state.depth;
+    if (state.depth > 0)
+        Session::putToWork(taskBefore);
+    else if (const Entry* entry = state.active ? entryOf(state.active->name()) : nullptr)
+        Session::putToWork(entry->task);
+}
+
+void beginTask(const std::function<void()>& body) {
+    const AtWork work(nullptr, Session::newTask());
+    body();
+}
 
 void add(const QString& name, const std::function<Screen*()>& factory) {
     registry().factories.insert(name, factory);
@@ -207,16 +299,26 @@ QWidget* field(const QString& screen, const QString& control) {
 }
 
 Screen* load(const QString& name) {
-    if (const Entry* entry = entryOf(name)) {
-        if (!entry->screen->loadsAfresh() && entry->loadedFor == sessionSubject(entry->screen->subject()))
+    const Session::Task task = workingTask();
+    if (Entry* entry = entryOf(name)) {
+        const bool same = entry->loadedFor == subjectIn(*task, entry->screen->subject());
+        if (same && !entry->screen->loadsAfresh()) {
+            entry->task = task;
             return entry->screen;
+        }
+        if (!same && !giveWay(name))
+            return nullptr;
         discard(name);
     }
     const auto factory = registry().factories.constFind(name);
     if (factory == registry().factories.cend())
         throw Fault(Fault::ObjectRequired, "Object required: " + name.toStdString());
     Screen* screen = (*factory)();
-    registry().entries.append({screen, frameFor(screen), sessionSubject(screen->subject()), {}});
+    registry().entries.append({.screen = screen,
+                               .window = frameFor(screen),
+                               .loadedFor = subjectIn(*task, screen->subject()),
+                               .task = task});
+    const AtWork work(screen);
     const bool filled = UtilityFunctions::Trap(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
     if (!filled)
@@ -260,8 +362,11 @@ Closing close(const QString& name) {
     entry->unloading = true;
     Screen* screen = entry->screen;
     bool allowed = false; // a check that fails keeps the screen and what the user typed
-    const bool checked =
-        UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
+    bool checked = false;
+    {
+        const AtWork work(screen);
+        checked = UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
+    }
     if (entry = entryOf(name); !allowed) {
         if (entry)
             entry->unloading = false;
@@ -294,9 +399,12 @@ void setActive(Screen* screen) {
     Registry& state = registry();
     if (!screen || state.active == screen || find(screen->name()) != screen)
         return;
-    if (state.active)
+    if (state.active) {
+        const AtWork work(state.active);
         state.active->Deactivate();
+    }
     state.active = screen;
+    const AtWork work(screen);
     if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
         applyState(*screen, entry->window);
     screen->Activate();
@@ -304,6 +412,7 @@ void setActive(Screen* screen) {
 
 void setArea(QMdiArea* area) {
     registry().area = area;
+    Session::onTaskWrite(leaveBehind);
 }
 
 bool anyVisible() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
+#include "core/store/SessionTask.h"
 
 #include <functional>
 
@@ -13,9 +14,9 @@ void add(const QString& name, const std::function<Screen*()>& factory);
 bool known(const QString& name);
 /// Names of all screens, open or not.
 QStringList names();
-/// Constructs the screen and runs its Load, unless it is loaded for the same job, tank and application;
-/// loaded for another, it goes first, without its closing check. Null when its Load failed or unloaded it
-/// again.
+/// Constructs the screen and runs its Load in the task at work, unless it is loaded for the same job, tank and
+/// application: then it joins the task. Loaded for another, it goes first, if its closing check lets it. Null
+/// when it stays for that, when its Load failed or unloaded it again.
 Screen* load(const QString& name);
 /// Shows a loaded screen and makes it the active one.
 void show(const QString& name);
@@ -43,6 +44,27 @@ void setActive(Screen* screen);
 void setArea(QMdiArea* area);
 /// Whether a screen of the main window shows.
 bool anyVisible();
+/// Runs what a command of the menu or a choice on the start page does, as a task of its own.
+void beginTask(const std::function<void()>& body);
+
+/// Whose work a screen does while one of its handlers or checks runs: its task's values stand in the session
+/// store. What ran before gets its own back; in the end they are those of the active screen.
+class AtWork {
+  public:
+    explicit AtWork(const Screen* screen);
+    ~AtWork();
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+
+  private:
+    friend void beginTask(const std::function<void()>& body);
+    AtWork(const Screen* screen, const Session::Task& task);
+    void enter(const Screen* screen, const Session::Task& task);
+
+    const Screen* screenBefore;
+    Session::Task taskBefore;
+};
+
 /// Sets what runs when a screen has come or gone.
 void onChange(const std::function<void()>& changed);
 /// Puts the screens that the user has not moved back into the middle of the area.

@@ -1,8 +1,11 @@
 #include "core/store/SessionStore.h"
 
+#include "core/store/SessionTask.h"
+
 #include <QSettings>
 
 #include <memory>
+#include <utility>
 
 namespace UtilityFunctions {
 
@@ -41,6 +44,57 @@ bool keyExists(const QSettings& settings) {
     return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
 }
 
+/// A value that belongs to a task.
+struct TaskName {
+    QString name;
+    std::optional<QString> Session::TaskValues::*text;
+};
+
+const TaskName taskNames[] = {{QStringLiteral("Mode"), &Session::TaskValues::mode},
+                              {QStringLiteral("JobID"), &Session::TaskValues::jobID},
+                              {QStringLiteral("TankID"), &Session::TaskValues::tankID},
+                              {QStringLiteral("TankClass"), &Session::TaskValues::tankClass}};
+
+struct AtWork {
+    Session::Task task;
+    std::function<void(const Session::Task&, const Session::TaskValues&)> listener;
+};
+
+AtWork& atWork() {
+    static AtWork instance;
+    return instance;
+}
+
+/// The place of a value in the task at work; null when it belongs to none.
+std::optional<QString>* taskText(RegistryRoot root, const QString& keyPath, const QString& valueName) {
+    if (!atWork().task || root != HKeyCurrentUser() ||
+        keyPath.compare(AppRegistryKey(), Qt::CaseInsensitive) != 0)
+        return nullptr;
+    for (const TaskName& own : taskNames)
+        if (valueName.compare(own.name, Qt::CaseInsensitive) == 0)
+            return &((*atWork().task).*own.text);
+    return nullptr;
+}
+
+/// A stored text as it can be read: cut at a NUL, and not at all when it exceeds the buffer.
+std::optional<QString> readable(const QString& stored) {
+    if (stored.size() >= bufferSize)
+        return std::nullopt;
+    const auto end = stored.indexOf(QChar::Null);
+    return end < 0 ? stored : stored.left(end);
+}
+
+/// Gives the task at work a value that was written or removed.
+void noteWrite(std::optional<QString>& text, std::optional<QString> now) {
+    if (text == now)
+        return;
+    const Session::Task task = atWork().task;
+    const Session::TaskValues before = *task;
+    text = std::move(now);
+    if (atWork().listener)
+        atWork().listener(task, before);
+}
+
 } // namespace
 
 RegistryRoot HKeyCurrentUser() {
@@ -57,6 +111,11 @@ QString DatabaseDirectoryValue() {
 }
 
 bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text) {
+    // Not from the file: another copy of the program may have written its own work there.
+    if (const auto* own = taskText(root, keyPath, valueName)) {
+        text = own->value_or(QString());
+        return own->has_value();
+    }
     const auto settings = openRoot(root, keyPath);
     const QString name = storedName(*settings, valueName);
     if (name.isEmpty()) {
@@ -75,13 +134,9 @@ bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& value
     // A comma makes an ini reader see a list; the writer quotes such texts, older files may not have.
     const QString stored =
         value.typeId() == QMetaType::QStringList ? value.toStringList().join(u',') : value.toString();
-    if (stored.size() >= bufferSize) {
-        text.clear();
-        return false;
-    }
-    const auto end = stored.indexOf(QChar::Null);
-    text = end < 0 ? stored : stored.left(end);
-    return true;
+    const auto read = readable(stored);
+    text = read.value_or(QString());
+    return read.has_value();
 }
 
 void SetRegValue(const QString& keyPath, const QString& valueName, const QVariant& value, RegistryType type) {
@@ -111,6 +166,8 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
         return 0;
     }
     settings->sync();
+    if (auto* own = taskText(openKey.root, openKey.path, valueName); own && type == RegistryType::Text)
+        noteWrite(*own, readable(value.toString()));
     return settings->status() == QSettings::NoError ? 0 : errorFileNotFound;
 }
 
@@ -119,6 +176,8 @@ void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& va
     if (const QString name = storedName(*settings, valueName); !name.isEmpty())
         settings->remove(name);
     settings->sync();
+    if (auto* own = taskText(root, keyPath, valueName))
+        noteWrite(*own, std::nullopt);
 }
 
 void CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
@@ -144,6 +203,48 @@ void SessionValue::write(const QString& text) const {
 
 } // namespace UtilityFunctions
 
-std::optional<Application> Session::application() {
+namespace Session {
+
+std::optional<Application> application() {
     return ApplicationNamed(TankClass.text().toStdString());
 }
+
+Task taskAtWork() {
+    return UtilityFunctions::atWork().task;
+}
+
+Task newTask() {
+    using namespace UtilityFunctions;
+    auto task = std::make_shared<TaskValues>();
+    for (const TaskName& value : taskNames)
+        if (QString text; GetRegValue(HKeyCurrentUser(), AppRegistryKey(), value.name, text))
+            (*task).*value.text = text;
+    return task;
+}
+
+void putToWork(const Task& task) {
+    using namespace UtilityFunctions;
+    const Task before = std::exchange(atWork().task, task);
+    if (!task || !before || *task == *before) // without one before, it begins with what stands there
+        return;
+    const auto settings = openRoot(HKeyCurrentUser(), AppRegistryKey());
+    if (!keyExists(*settings))
+        return;
+    for (const TaskName& value : taskNames) {
+        const std::optional<QString>& text = (*task).*value.text;
+        if (text == (*before).*value.text)
+            continue;
+        const QString known = storedName(*settings, value.name);
+        const QString name = known.isEmpty() ? value.name : known;
+        if (text)
+            settings->setValue(name, *text);
+        else
+            settings->remove(name);
+    }
+}
+
+void onTaskWrite(std::function<void(const Task&, const TaskValues&)> listener) {
+    UtilityFunctions::atWork().listener = std::move(listener);
+}
+
+} // namespace Session

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/store/SessionStore.h"
+#include "core/store/SessionTask.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,6 +13,7 @@
 class TemporaryHome {
   public:
     TemporaryHome() {
+        Session::putToWork(nullptr); // of the test before
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                            folder.filePath(QStringLiteral("user")));
         QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope,
