@@ -3,7 +3,7 @@
 #include "core/shell/Commands.h"
 #include "core/store/SessionStore.h"
 #include "documents/Submittals.h"
-#include "documents/drawings/Drawings.h"
+#include "documents/drawings/frmDrawing.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -63,6 +63,6 @@ bool ResultScreen::eventFilter(QObject* object, QEvent* event) {
         ring->setWidget(event->type() == QEvent::FocusIn ? enlarged : nullptr);
     if (object != enlarged || !presses(event))
         return Screen::eventFilter(object, event);
-    trap(".imgDrawing", [this] { UtilityFunctions::ShowLargeDrawing(drawingName()); });
+    trap(".imgDrawing", [this] { ShowLargeDrawing(drawingName()); });
     return true;
 }
