@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/ResultScreen.h"
+#include "documents/submittals/ResultScreen.h"
 #include "ui_frmPKGSelect.h"
 
 /// Chooses, saves and shows a glycol make-up package; nothing is sized.

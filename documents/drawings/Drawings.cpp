@@ -7,7 +7,7 @@
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Hourglass.h"
 #include "core/store/Gateway.h"
-#include "documents/drawings/Picture.h"
+#include "documents/report/Picture.h"
 
 #include <QGuiApplication>
 #include <QLabel>

@@ -7,7 +7,7 @@
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
 #include "documents/schedule/ScheduleTable.h"
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 
 #include <QHash>
 

@@ -1,4 +1,4 @@
-#include "documents/drawings/Picture.h"
+#include "documents/report/Picture.h"
 
 #include "core/base/Fault.h"
 
