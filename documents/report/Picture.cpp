@@ -51,6 +51,6 @@ QByteArray ReadPicture(const QString& path) {
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());
     QByteArray svg = file.readAll();
     if (!standsAlone(svg) || !QSvgRenderer(svg).isValid())
-        throw Fault(481, "Invalid picture: " + path.toStdString());
+        throw Fault(Fault::InvalidPicture, "Invalid picture: " + path.toStdString());
     return svg;
 }
