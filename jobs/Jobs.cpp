@@ -60,7 +60,3 @@ void registerJobs() {
     Commands::set("mnuEngineers", [] { maintain(Session::Modes::Engineers); });
     Commands::set("mnuContractors", [] { maintain(Session::Modes::Contractors); });
 }
-
-QString EditScreenOf(const QString& jobID) {
-    return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
-}

@@ -5,7 +5,6 @@
 #include "core/shell/Status.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
-#include "jobs/Jobs.h"
 
 #include <QKeyEvent>
 #include <QLocale>
@@ -99,7 +98,7 @@ void frmjobsearchdialog::SearchFinished() {
     const QString mode = Session::Mode.text();
     Tag = "1";
     if (mode == Session::Modes::Edit)
-        leaveFor(EditScreenOf(jobID));
+        leaveFor(JobSearch::EditScreenOf(jobID));
     else if (mode == Session::Modes::Delete)
         leaveFor("frmDelete");
     else

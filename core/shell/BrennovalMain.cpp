@@ -222,10 +222,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuDemo", [] { UtilityFunctions::OpenDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     mdiArea->setBackground(palette().brush(QPalette::Mid));
-    mdiArea->setActivationOrder(
-        QMdiArea::ActivationHistoryOrder);   // a screen that goes gives way to the one before
+    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);

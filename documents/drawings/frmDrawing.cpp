@@ -43,3 +43,10 @@ void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {
     if (imgDrawing->isVisible() && imgDrawing->geometry().contains(event->pos()))
         trap(".imgDrawing", [this] { Screens::unload(name()); });
 }
+
+void ShowLargeDrawing(const QString& drawing) {
+    if (Screen* screen = Screens::load("frmDrawing")) {
+        Screens::show("frmDrawing");
+        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
+    }
+}

@@ -20,3 +20,6 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     void Load() override;
     QTimer Timer1;
 };
+
+/// Opens the large view of a drawing.
+void ShowLargeDrawing(const QString& drawing);

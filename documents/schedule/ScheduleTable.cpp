@@ -5,7 +5,7 @@
 #include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 
 #include <exception>
 

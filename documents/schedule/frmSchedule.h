@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shell/Lists.h"
-#include "documents/ResultScreen.h"
+#include "documents/submittals/ResultScreen.h"
 #include "ui_frmSchedule.h"
 
 /// Lists every unit of the job's tanks, and prints and previews them as the schedule.

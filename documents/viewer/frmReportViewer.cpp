@@ -3,7 +3,7 @@
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
-#include "documents/viewer/ReportOutput.h"
+#include "documents/viewer/Printing.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>

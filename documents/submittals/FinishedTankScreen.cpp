@@ -1,4 +1,4 @@
-#include "documents/FinishedTankScreen.h"
+#include "documents/submittals/FinishedTankScreen.h"
 
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"

@@ -1,11 +1,11 @@
-#include "documents/ListReports.h"
+#include "documents/lists/ListReports.h"
 
 #include "core/base/ApplicationNames.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
-#include "documents/Reports.h"
+#include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/viewer/ReportOutput.h"
 
@@ -60,24 +60,7 @@ void filter(Report& report, bool sorted) {
     }
 }
 
-void show(const List& list) {
-    Trap(list.command, [&list] {
-        const Hourglass hourglass;
-        Session::TankClass.write(list.application()); // which is how the report learns it
-        ShowDocument(Report(*FindReport(list.report)).Run());
-    });
-}
-
-/// The schedule of the session's job; the session's application stays as it is.
-void showSchedule() {
-    Trap("mnuSchedule", [] {
-        const Hourglass hourglass;
-        FillScheduleTable();
-        ShowDocument(Report(*FindReport("rptSchedule")).Run());
-    });
-}
-
-} // namespace
+// A start routine's failure ends in the error dialog; the pages then show the data source as it was.
 
 void StartTankList(Report& report) {
     report.source = columns + tables;
@@ -101,7 +84,33 @@ void StartSchedule(Report& report) {
     });
 }
 
-void registerListCommands() {
+constexpr ReportKind reports[] = {
+    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, false},
+    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, false},
+    {"rptSchedule", "rptSchedule", "User", StartSchedule, true},
+};
+
+void show(const List& list) {
+    Trap(list.command, [&list] {
+        const Hourglass hourglass;
+        Session::TankClass.write(list.application()); // which is how the report learns it
+        ShowDocument(Report(*FindReport(list.report)).Run());
+    });
+}
+
+/// The schedule of the session's job; the session's application stays as it is.
+void showSchedule() {
+    Trap("mnuSchedule", [] {
+        const Hourglass hourglass;
+        FillScheduleTable();
+        ShowDocument(Report(*FindReport("rptSchedule")).Run());
+    });
+}
+
+} // namespace
+
+void registerLists() {
+    AddReports(reports);
     for (const List& list : lists)
         Commands::set(list.command, [&list] { show(list); });
     Commands::set("mnuSchedule", showSchedule);
