@@ -35,6 +35,9 @@ void searchJob(const QString& mode, const QString& status) {
 }
 
 void maintain(const QString& list) {
+    if (const Screen* open = Screens::find("frmEngContMaster"); // a name of the other list
+        open && open->Tag != list && !Screens::unload(open->name()))
+        return;
     Session::Mode.write(list);
     auto* screen = dynamic_cast<frmEngContMaster*>(Screens::load("frmEngContMaster"));
     if (!screen)

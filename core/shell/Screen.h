@@ -40,6 +40,9 @@ class Screen : public QWidget {
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
+    /// What a screen shows, which goes when that is deleted; more than it is loaded for when it shows what
+    /// another screen made, such as a report.
+    virtual Subject shownRecord() const { return subject(); }
     /// Screens that list or show finished figures load anew at each opening.
     virtual bool loadsAfresh() const { return false; }
     /// Shows what has changed in the data since. A list keeps its row, and what the user typed stays: a

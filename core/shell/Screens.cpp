@@ -131,7 +131,7 @@ void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
             continue;
         if (entry.line.isEmpty() && entry.line == tankOf(before))
             entry.line = tankOf(*task);
-        if (entry.screen != atWork && leavesRecord(entry.screen->subject(), before, *task))
+        if (entry.screen != atWork && leavesRecord(entry.screen->shownRecord(), before, *task))
             entry.task = kept;
     }
     updateHandOvers();
@@ -169,7 +169,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
     };
     QList<const Screen*> going;
     for (Entry& entry : registry().entries) {
-        const Subject subject = entry.screen->subject();
+        const Subject subject = entry.screen->shownRecord();
         const bool shows =
             tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
                              : subject == Subject::TankLine && same(tankOf(*entry.task), tankID);

@@ -10,6 +10,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
   public:
     frmDrawing();
     Subject subject() const override { return Subject::None; }
+    Subject shownRecord() const override { return Subject::TankLine; }
     bool closesOnEscape() const override { return true; }
     void ShowDrawing(const QString& drawing);
 

@@ -85,9 +85,9 @@ void StartSchedule(Report& report) {
 }
 
 constexpr ReportKind reports[] = {
-    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, false},
-    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, false},
-    {"rptSchedule", "rptSchedule", "User", StartSchedule, true},
+    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, ReportOf::Catalogue},
+    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, ReportOf::Catalogue},
+    {"rptSchedule", "rptSchedule", "User", StartSchedule, ReportOf::Job},
 };
 
 void show(const List& list) {

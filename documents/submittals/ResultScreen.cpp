@@ -32,7 +32,7 @@ bool presses(const QEvent* event) {
 const ReportKind* reportOf(const QString& screenName) {
     const auto* screen = dynamic_cast<const ResultScreen*>(Screens::find(screenName));
     const ReportKind* report = screen ? FindReport(screen->reportName()) : nullptr;
-    return report && report->ofScreens ? report : nullptr;
+    return report && report->of != ReportOf::Catalogue ? report : nullptr;
 }
 
 /// Makes the report of a screen and hands it on; a beep when the screen has none.

@@ -21,10 +21,10 @@ QString UtilityFunctions::SetReport(const QString& model) {
 
 void registerSubmittals() {
     static constexpr ReportKind reports[] = {
-        {"rptSubmittal1", "rptSubmittal1", "User", StartBladderSubmittal, true},
-        {"rptSubmittal2", "rptSubmittal2", "User", StartSteelSubmittal, true},
-        {"rptSubmittal3", "rptSubmittal3", "User", StartPackageSubmittal, true},
-        {"rptSubmittal4", "rptSubmittal4", "User", StartShockSubmittal, true},
+        {"rptSubmittal1", "rptSubmittal1", "User", StartBladderSubmittal, ReportOf::TankLine},
+        {"rptSubmittal2", "rptSubmittal2", "User", StartSteelSubmittal, ReportOf::TankLine},
+        {"rptSubmittal3", "rptSubmittal3", "User", StartPackageSubmittal, ReportOf::TankLine},
+        {"rptSubmittal4", "rptSubmittal4", "User", StartShockSubmittal, ReportOf::TankLine},
     };
     AddReports(reports);
 }

@@ -58,6 +58,18 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     ARViewer21->changed = [this] { ShowPage(); };
 }
 
+Subject frmReportViewer::shownRecord() const {
+    switch (shownDocument.of) {
+    case ReportOf::Catalogue:
+        return Subject::None;
+    case ReportOf::Job:
+        return Subject::Job;
+    case ReportOf::TankLine:
+        return Subject::TankLine;
+    }
+    return Subject::None;
+}
+
 void frmReportViewer::setDocument(const Document& shown) {
     shownDocument = shown;
     ShowContents();
