@@ -354,6 +354,12 @@ bool freshen(Screen* screen) {
     UtilityFunctions::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
     rows.restore();
     screen->setEntered(false);
+    entry = entryOf(screen->name());
+    if (!entry)
+        return false;
+    noteData(*entry);                          // what shows may itself have been stored, such as a work table
+    if (QMdiSubWindow* window = entry->window) // new rows find room
+        window->resize(window->size().expandedTo(window->minimumSizeHint()));
     return true;
 }
 
@@ -560,9 +566,9 @@ void setActive(Screen* screen) {
         state.active->Deactivate();
     }
     state.active = screen;
-    const AtWork work(screen);
     if (!freshen(screen))
         return;
+    const AtWork work(screen);
     if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
         applyState(*screen, entry->window);
     screen->Activate();

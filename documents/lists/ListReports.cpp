@@ -76,6 +76,7 @@ void StartSchedule(Report& report) {
     report.source =
         "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
     Trap("rptSchedule", [&] {
+        UpdateScheduleTable();
         QString job;
         if (!Session::JobID.read(job))
             return;

@@ -15,6 +15,8 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
 
   private:
     void Load() override;
+    /// The work table is made anew at each opening and for the report alone.
+    void ShowChanges() override { FillListView(); }
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void AddUnits(ListRows& units) const;
