@@ -1,6 +1,7 @@
 #include "setup/prior/JetTable.h"
 
 #include "core/base/Fault.h"
+#include "setup/PriorTables.h"
 
 #include <algorithm>
 #include <array>
@@ -276,7 +277,7 @@ std::string Table::textOf(const Column& column, Bytes stored) const {
 /// A memo stands within its row, in one piece elsewhere, or in a chain of pieces, each of which begins with
 /// the place of the next.
 std::string Table::memoOf(Bytes stored) {
-    constexpr std::uint32_t longest = 0x3fffffff;
+    constexpr std::uint32_t lengthBits = 0x3fffffff;
     constexpr std::uint32_t inRow = 0x80000000;
     constexpr std::uint32_t inOnePiece = 0x40000000;
     if (stored.empty())
@@ -285,7 +286,9 @@ std::string Table::memoOf(Bytes stored) {
         throw Damaged("a memo");
     const auto word = numberAt<std::uint32_t>(stored.first(4));
     auto place = numberAt<std::uint32_t>(stored.subspan(4, 4));
-    const size_t length = word & longest;
+    const size_t length = word & lengthBits;
+    if (length > PriorTables::largestOutput)
+        throw Damaged("a memo longer than any");
     std::vector<unsigned char> bytes;
     const auto append = [&bytes](Bytes piece) { bytes.insert(bytes.end(), piece.begin(), piece.end()); };
     if ((word & inRow) != 0) {
