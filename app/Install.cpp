@@ -102,7 +102,7 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
 
 QString RestoreCatalogue(const QString& shippedFolder, const QString& defaultDataFolder) {
     const QString folder = storedFolder().value_or(defaultDataFolder);
-    const QString target = catalogueIn(folder);
+    QString target = catalogueIn(folder);
     if (target.isEmpty())
         throw Fault(Fault::PathNotFound, "There are no data of Brennoval in " + folder.toStdString());
     copyFile(QDir(shippedFolder).filePath(DatabaseFileName("Sys")), target);

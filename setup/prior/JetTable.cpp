@@ -267,7 +267,7 @@ Value Table::value(const Column& column) {
 }
 
 std::string Table::textOf(const Column& column, Bytes stored) const {
-    const std::string text = file.text(stored);
+    std::string text = file.text(stored);
     const auto characters = static_cast<size_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
     if (characters * (file.isVersion3() ? 1 : 2) > column.size)
         throw Damaged("a text longer than its column");

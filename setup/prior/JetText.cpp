@@ -22,8 +22,9 @@ bool isControl(unsigned char byte) {
 bool beginsTwice(Bytes stored, bool compressed, const std::u16string& text) {
     if (text.find(u'\ufeff') != std::u16string::npos || text.find(u"\u00ff\u00fe") != std::u16string::npos)
         return true;
-    return !compressed && !std::ranges::search(stored, compressionMark).empty() &&
-           std::ranges::none_of(stored, isControl);
+    const auto found =
+        std::search(stored.begin(), stored.end(), compressionMark.begin(), compressionMark.end());
+    return !compressed && found != stored.end() && std::ranges::none_of(stored, isControl);
 }
 
 /// Two bytes a character, from which the text takes them one after the other.

@@ -74,7 +74,7 @@ std::vector<std::pair<qsizetype, qsizetype>> JetMap::rowsOf(qsizetype definition
         if (bytes[page] != 1 || doubleWord(page + 4) != definition / pageSize)
             continue;
         qsizetype end = pageSize;
-        for (int i = 0; i < word(page + 12); ++i) {
+        for (qsizetype i = 0; i < word(page + 12); ++i) {
             const quint16 place = word(page + 14 + 2 * i);
             const qsizetype begin = place & 0x1fff;
             if ((place & 0x4000) == 0) // neither deleted nor moved
@@ -92,7 +92,7 @@ QHash<QString, qsizetype> JetMap::tables() const {
     QHash<QString, qsizetype> found;
     for (const auto& [begin, end] : rowsOf(catalogue)) {
         const qsizetype borders = end - (word(begin) + 7) / 8 - 4;
-        const int name = columns["Name"].place;
+        const qsizetype name = columns["Name"].place;
         const qsizetype nameBegin = begin + word(borders - 2 * name);
         const QByteArray stored = bytes.mid(nameBegin, begin + word(borders - 2 * name - 2) - nameBegin);
         if (word(begin + 2 + columns["Type"].place) == 1)
