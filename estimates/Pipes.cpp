@@ -4,7 +4,6 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
 
 namespace UtilityFunctions {
 
@@ -21,7 +20,7 @@ bool ValidatePipeSize(const QString& text, const QString& mode) {
 }
 
 QString PipeIndexOf(const QString& metricIndex) {
-    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + SqlEscape(metricIndex) + "'");
+    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = ?", {metricIndex});
     return pipe.AtEnd() ? QString() : pipe["PipeIndex"].text();
 }
 

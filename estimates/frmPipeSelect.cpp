@@ -4,7 +4,7 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
-#include "core/store/Gateway.h"
+#include "core/store/Catalogue.h"
 #include "estimates/Pipes.h"
 
 using namespace UtilityFunctions;
@@ -37,7 +37,7 @@ frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
     on(bttnOK, ".tbToolbar", [this] { Confirm(); });
     onCancel(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
     connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
-            [this] { trap(".lvPipeSizes", [this] { Confirm(); }); });
+            [this] { act(".lvPipeSizes", [this] { Confirm(); }); });
 }
 
 void frmPipeSelect::Load() {
@@ -48,11 +48,10 @@ void frmPipeSelect::Load() {
 void frmPipeSelect::FillSizes() {
     const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
     ListRows rows;
-    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE Schedule = '" + schedule + "'");
-    for (; !pipe.AtEnd(); pipe->MoveNext()) {
+    for (const PipeSize& pipe : PipesOf(schedule)) {
         rows.push_back(std::make_unique<ListRow>(
-            QStringList{pipe[bttnMetric->isChecked() ? "MetricIndex" : "PipeIndex"].text()}));
-        rows.back()->setSortKey(0, pipe["ID"].number());
+            QStringList{bttnMetric->isChecked() ? pipe.metricIndex : pipe.pipeIndex}));
+        rows.back()->setSortKey(0, pipe.bore);
     }
     FillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
 }

@@ -2,9 +2,8 @@
 
 #include "core/look/Appearance.h"
 #include "core/shell/Status.h"
-#include "core/store/Gateway.h"
+#include "core/store/NameList.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
 
 using namespace UtilityFunctions;
 
@@ -32,8 +31,7 @@ frmEngContMaster::frmEngContMaster() : Screen("frmEngContMaster") {
 }
 
 void frmEngContMaster::Load() {
-    Rows names("User", "tblEngineer", CursorType::ForwardOnly, CommandType::Table);
-    txtInput->setMaxLength(names["fldName"].DefinedSize());
+    txtInput->setMaxLength(NameList::longest("tblEngineer"));
 }
 
 void frmEngContMaster::Maintain(const QString& tag) {
@@ -52,12 +50,8 @@ void frmEngContMaster::FillListBox() {
     lblHeader->setText(Tag);
     setTitle("Maintain " + Tag);
     lstBox->clear();
-    Rows names("User", SetTable(), CursorType::ForwardOnly, CommandType::Table);
-    txtInput->setMaxLength(names["fldName"].DefinedSize());
-    QStringList listed;
-    for (; !names.AtEnd(); names->MoveNext())
-        listed.append(names["fldName"].text());
-    lstBox->addItems(listed);
+    txtInput->setMaxLength(NameList::longest(SetTable()));
+    lstBox->addItems(NameList::names(SetTable()));
 }
 
 /// Picking a name counts as typing it.
@@ -88,15 +82,8 @@ void frmEngContMaster::SaveRecord() {
     const Hourglass hourglass;
     SetStatusText("Saving...");
     const QString typed = txtInput->text();
-    {
-        Rows names("User", "SELECT * FROM " + SetTable() + " WHERE fldName = '" + SqlEscape(typed) + "'",
-                   CursorType::Keyset);
-        if (names.AtEnd() && !typed.isEmpty()) {
-            names->AddNew();
-            names["fldName"] = typed;
-            names->Update();
-        }
-    }
+    if (!typed.isEmpty() && !NameList::has(SetTable(), typed))
+        NameList::add(SetTable(), typed);
     txtInput->clear();
     FillListBox();
     Dirty = false;
@@ -105,14 +92,7 @@ void frmEngContMaster::SaveRecord() {
 void frmEngContMaster::DeleteRecord() {
     const Hourglass hourglass;
     SetStatusText("Deleting...");
-    {
-        // A name with an apostrophe fails here; meant so.
-        Rows names("User", "SELECT * FROM " + SetTable() + " WHERE fldName = '" + txtInput->text() + "'",
-                   CursorType::Keyset);
-        // What reads as a condition must not take another name along.
-        if (!names.AtEnd() && names["fldName"].text().compare(txtInput->text(), Qt::CaseInsensitive) == 0)
-            names->Delete();
-    }
+    NameList::remove(SetTable(), txtInput->text());
     FillListBox();
     txtInput->clear();
 }

@@ -7,9 +7,9 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Gateway.h"
+#include "core/store/NameList.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
+#include "core/store/UserDefaults.h"
 #include "jobs/NameLookup.h"
 
 #include <QAction>
@@ -23,9 +23,9 @@ void showSchedule(bool visible) {
 }
 
 /// Fills an empty box with a default of the user, if there is one.
-void offer(QLineEdit* box, Recordset::Field fallback) {
-    if (box->text().isEmpty() && !fallback.text().isEmpty())
-        box->setText(fallback.text());
+void offer(QLineEdit* box, const QString& fallback) {
+    if (box->text().isEmpty())
+        box->setText(fallback);
 }
 
 } // namespace
@@ -81,11 +81,9 @@ void frmJobHeader::ShowStored(const JobHeader& job) {
 
 void frmJobHeader::ShowDefaults() {
     SetStatusText("Create New Job Header");
-    Rows user("User", "SELECT * FROM tblUser");
-    if (user.AtEnd())
-        return;
-    txtCont->setText(user["DefaultContractor"].text());
-    txtEng->setText(user["DefaultEngineer"].text());
+    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
+    txtCont->setText(Shown(user.defaultContractor));
+    txtEng->setText(Shown(user.defaultEngineer));
 }
 
 void frmJobHeader::Deactivate() {
@@ -104,7 +102,7 @@ QString frmJobHeader::jobID() const {
 
 /// Tells the user when a new job may not have its ID: it is reserved, or another job has it.
 bool frmJobHeader::JobIDIsFree() {
-    if (jobID() == "CONVERT")
+    if (jobID() == ReservedJob())
         return RefuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
     return !ReadJobHeader(jobID()) ||
            RefuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
@@ -112,11 +110,9 @@ bool frmJobHeader::JobIDIsFree() {
 
 /// A second chance for the defaults, for a job that was begun with empty fields.
 void frmJobHeader::OfferDefaults() {
-    Rows user("User", "tblUSer", CursorType::ForwardOnly, CommandType::Table);
-    if (user.AtEnd())
-        return;
-    offer(txtEng, user["DefaultEngineer"]);
-    offer(txtCont, user["DefaultContractor"]);
+    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
+    offer(txtEng, Shown(user.defaultEngineer));
+    offer(txtCont, Shown(user.defaultContractor));
 }
 
 bool frmJobHeader::ValidateJobID() {
@@ -131,20 +127,13 @@ bool frmJobHeader::ValidateJobID() {
 bool frmJobHeader::ValidateName(QLineEdit* field, const QString& table, const QString& question) {
     if (!ValidateValueEntered(field, false))
         return true;
-    const bool known =
-        !Rows("User", "SELECT * FROM " + table + " WHERE fldName = '" + SqlEscape(field->text()) + "'")
-             .AtEnd();
-    if (known)
+    if (NameList::has(table, field->text()))
         return true;
     const auto answer =
         Dialogs::current().show({question + "\nAdd it to the Engineer list?", "New", QMessageBox::Question,
                                  QMessageBox::Ok | QMessageBox::Cancel});
-    if (answer == QMessageBox::Ok) {
-        Rows names("User", table, CursorType::Keyset, CommandType::Table);
-        names->AddNew();
-        names["fldName"] = field->text();
-        names->Update();
-    }
+    if (answer == QMessageBox::Ok)
+        NameList::add(table, field->text());
     return true;
 }
 
@@ -163,9 +152,9 @@ bool frmJobHeader::SaveRecord() {
                                .contractor = txtCont->text(),
                                .jobInfo = txtJobInfo->toPlainText(),
                                .dateCreated = QDateTime::currentDateTime()};
-        if (isNew)
-            AddJobHeader(job);
-        else if (!saves([&](Record::IfChanged ifChanged) { UpdateJobHeader(job, asRead, ifChanged); }))
+        if (isNew && !AddJobHeader(job)) // another copy was faster
+            return JobIDIsFree();
+        if (!isNew && !saves([&](Record::IfChanged ifChanged) { UpdateJobHeader(job, asRead, ifChanged); }))
             return false;
         asRead = job;
         Dirty = false;

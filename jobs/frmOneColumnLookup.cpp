@@ -3,7 +3,7 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
-#include "core/store/Gateway.h"
+#include "core/store/NameList.h"
 #include "jobs/NameLookup.h"
 
 #include <algorithm>
@@ -50,13 +50,13 @@ frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
     });
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
     connect(lvSearch, &QTreeWidget::itemDoubleClicked, this,
-            [this] { trap(".lvSearch", [this] { Confirm(); }); });
+            [this] { act(".lvSearch", [this] { Confirm(); }); });
 }
 
 void frmOneColumnLookup::List(const QString& table) {
     ListRows rows;
-    for (Rows names("User", "SELECT * FROM " + table); !names.AtEnd(); names->MoveNext())
-        rows.push_back(std::make_unique<ListRow>(QStringList{names["fldName"].text()}));
+    for (const QString& listed : NameList::names(table))
+        rows.push_back(std::make_unique<ListRow>(QStringList{listed}));
     FillList(lvSearch, {"Name"}, std::move(rows));
 }
 

@@ -5,7 +5,8 @@
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Catalogue.h"
+#include "core/store/JobHeader.h"
+#include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 
@@ -19,8 +20,8 @@ const QString addNew = QStringLiteral("Add New...");
 
 /// The application of a model; nothing for one that the catalogue does not hold.
 std::optional<Application> applicationOf(const QString& model) {
-    Rows rows = ReadModel(model);
-    return rows.AtEnd() ? std::nullopt : ApplicationCoded(rows["App"].text().toStdString());
+    const auto found = ReadModel(model);
+    return found ? ApplicationCoded(Shown(found->app).toStdString()) : std::nullopt;
 }
 
 /// A list line of a tank. Its ID sorts by the tank's number.
@@ -47,7 +48,7 @@ frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
     on(cmdPrevious, ".cmdPrevious", [this] { leaveFor("frmJobHeader"); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
     connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
-            [this] { trap(".lvOptions", [this] { Next(); }); });
+            [this] { act(".lvOptions", [this] { Next(); }); });
 }
 
 void frmTankIDSearch::Load() {
@@ -85,7 +86,7 @@ void frmTankIDSearch::Next() {
     SetStatusText("Edit job conditions for " + tankID);
     if (application)
         Session::TankClass.write(AppName(*application));
-    if (Session::JobID.text() == "CONVERT")
+    if (Session::JobID.text() == ReservedJob())
         leaveFor("frmConvertSteel");
     else if (application)
         leaveFor(ToQString(InfoOf(*application).conditionsScreen));

@@ -49,7 +49,7 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
     on(bttnFind, ".tbToolbar", [this] { FillResultsBox(); });
     on(bttnOK, ".tbToolbar", [this] { SearchFinished(); });
     connect(lvOptions, &QTreeWidget::itemActivated, this,
-            [this] { trap(".lvOptions", [this] { SearchFinished(); }); });
+            [this] { act(".lvOptions", [this] { SearchFinished(); }); });
 }
 
 void frmjobsearchdialog::Load() {

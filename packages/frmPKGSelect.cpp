@@ -6,8 +6,8 @@
 #include "core/shell/Hourglass.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Status.h"
-#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
+#include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
 
@@ -70,10 +70,7 @@ void frmPKGSelect::Load() {
 
 /// What is stored for the line; the family that the user looks at stays.
 void frmPKGSelect::ShowChanges() {
-    QString tankID;
-    if (!Session::TankID.read(tankID))
-        return;
-    asRead = ReadTankLine(tankID);
+    asRead = ReadTankLineToEdit();
     if (!asRead)
         return;
     txtModelNo->setText(Shown(asRead->modelNo));
@@ -94,20 +91,19 @@ void frmPKGSelect::FillListView(const QString& packageClass) {
     SetStatusText("Select Package");
     const QSignalBlocker noSelection(lvOptions);
     ListRows rows;
-    Rows model("Sys", "SELECT * FROM tblModelMaster WHERE Class = '" + packageClass + "'");
-    for (; !model.AtEnd(); model->MoveNext()) {
+    for (const Model& model : ModelsOf(packageClass)) {
         rows.push_back(std::make_unique<ListRow>(
-            QStringList{model["ModelDscrptn"].text(),
-                        model["MakeUpCapacity"].text() + "gpm @ " + model["TankWkPressure"].text() + " psi",
-                        model["PumpHp"].text(), model["TankVolume"].text() + " gal",
-                        model["MinSysPressure"].text() + "-" + model["TankWkPressure"].text() + " psi",
-                        model["OAL"].text(), model["TankOD"].text(), model["ShipWeight"].text() + " lbs"}));
+            QStringList{Shown(model.modelDscrptn),
+                        Shown(model.makeUpCapacity) + "gpm @ " + Shown(model.tankWkPressure) + " psi",
+                        Shown(model.pumpHp), Shown(model.tankVolume) + " gal",
+                        Shown(model.minSysPressure) + "-" + Shown(model.tankWkPressure) + " psi",
+                        Shown(model.oal), Shown(model.tankOD), Shown(model.shipWeight) + " lbs"}));
         int column = 0;
-        for (const char* key : {"ModelDscrptn", "MakeUpCapacity", "PumpHp", "TankVolume", "MinSysPressure",
-                                "OAL", "TankOD", "ShipWeight"}) {
-            if (column > 0 && !model[key].isNull())
-                rows.back()->setSortKey(column, model[key].number());
+        for (const auto& key : {model.makeUpCapacity, model.pumpHp, model.tankVolume, model.minSysPressure,
+                                model.oal, model.tankOD, model.shipWeight}) {
             ++column;
+            if (key)
+                rows.back()->setSortKey(column, *key);
         }
     }
     FillList(lvOptions,
@@ -135,8 +131,8 @@ void frmPKGSelect::SaveRecord() {
             return;
     TankLine line;
     line.tankClass = ""; // of the model, whatever family the list shows
-    if (Rows model = ReadModel(txtModelNo->text()); !model.AtEnd())
-        line.tankClass = model["Class"].text();
+    if (const auto model = ReadModel(txtModelNo->text()))
+        line.tankClass = Shown(model->series);
     line.jobID = lblJobID->text();
     line.dateCreated = QDate::currentDate().startOfDay(); // of the last save
     line.modelNo = txtModelNo->text();
@@ -151,7 +147,6 @@ void frmPKGSelect::SaveRecord() {
     asRead = ReadTankLine(Session::TankID.text());
     SetStatusText("Record Saved");
     Dirty = false;
-    setEntered(false);
 }
 
 bool frmPKGSelect::QueryUnload() {

@@ -9,6 +9,7 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   public:
     frmPKGSelect();
     bool growsWithWindow() const override { return true; }
+    bool hasEntries() const override { return Dirty; }
 
   private:
     void Load() override;

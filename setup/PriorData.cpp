@@ -6,8 +6,8 @@
 #include "core/shell/Hourglass.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
-#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
+#include "core/store/Model.h"
 #include "core/store/SqlText.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
@@ -195,8 +195,8 @@ class Conversion {
     /// The series of a model, which is read once; an empty text for one that the catalogue does not have.
     QString classOf(const QString& model) {
         if (!classes.contains(model)) {
-            Rows found = ReadModel(model);
-            classes.insert(model, found.AtEnd() ? QString() : found["Class"].text());
+            const auto found = ReadModel(model);
+            classes.insert(model, found ? found->series.value_or(QString()) : QString());
         }
         return classes[model];
     }

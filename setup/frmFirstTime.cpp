@@ -5,10 +5,9 @@
 #include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Screens.h"
-#include "core/store/Gateway.h"
+#include "core/store/UserDefaults.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorData.h"
-#include "setup/Representative.h"
 #include "setup/frmValidateRep.h"
 
 #include <QDir>
@@ -32,8 +31,8 @@ void deleteFile(const QString& path) {
 }
 
 bool needsZip() {
-    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
-    return user.AtEnd() || user["PostalCode"].text().isEmpty();
+    const auto user = ReadUserDefaults();
+    return !user || user->postalCode.value_or(QString()).isEmpty();
 }
 
 QString askForZip(const QString& above) {
@@ -76,9 +75,7 @@ frmFirstTime::frmFirstTime() : Screen("frmFirstTime") {
 }
 
 void frmFirstTime::Load() {
-    int Convert = 0;
-    if (Rows flags("User", "tblFirstTime", CursorType::ForwardOnly, CommandType::Table); !flags.AtEnd())
-        Convert = ToInt16(flags["Convert"].number());
+    const int Convert = ToInt16(ReadFirstTimeFlag("Convert").value_or(0));
     if (Convert == 0 && ConvertPriorData())
         DeleteFiles("Data");
     DeleteFiles("Demo");
@@ -102,9 +99,7 @@ void frmFirstTime::DeleteFiles(const QString& kind) {
 }
 
 void frmFirstTime::StoreTick() {
-    Rows flags("User", "tblFirstTime", CursorType::Keyset, CommandType::Table);
-    flags["FirstTime"] = cmdCheck->isChecked();
-    flags->Update();
+    SaveFirstTimeFlag("FirstTime", cmdCheck->isChecked());
 }
 
 void frmFirstTime::LookRepInDb(const QString& zip, bool& found) {

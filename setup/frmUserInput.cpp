@@ -1,12 +1,13 @@
 #include "setup/frmUserInput.h"
 
 #include "core/base/Text.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
+#include "core/store/NameList.h"
+#include "core/store/UserDefaults.h"
 #include "jobs/NameLookup.h"
 #include "setup/frmValidateRep.h"
 
@@ -16,7 +17,6 @@ using namespace UtilityFunctions;
 
 namespace {
 
-const QString standardAtmosphere = QStringLiteral("14.7"); // psia
 constexpr qsizetype zipLength = 5;
 
 /// Whether a widget takes the focus anew, and not back from another program or a menu.
@@ -72,19 +72,19 @@ void frmUserInput::Activate() {
 }
 
 void frmUserInput::FillDefaults() {
-    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
-    txtPostalCode->setMaxLength(user["PostalCode"].DefinedSize());
-    txtEng->setMaxLength(user["DefaultEngineer"].DefinedSize());
-    txtCont->setMaxLength(user["DefaultContractor"].DefinedSize());
-    txtDefaultPSIa->setMaxLength(user["DefaultPSIa"].DefinedSize());
-    txtDefaultPSIa->setText(standardAtmosphere);
-    if (user.AtEnd())
+    const UserDefaults::Sizes sizes = UserDefaultsSizes();
+    txtPostalCode->setMaxLength(sizes.postalCode);
+    txtEng->setMaxLength(sizes.defaultEngineer);
+    txtCont->setMaxLength(sizes.defaultContractor);
+    txtDefaultPSIa->setMaxLength(sizes.defaultPSIa);
+    const auto user = ReadUserDefaults();
+    txtDefaultPSIa->setText(
+        ShownNumber(user.value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
+    if (!user)
         return;
-    txtEng->setText(user["DefaultEngineer"].text());
-    txtCont->setText(user["DefaultContractor"].text());
-    txtPostalCode->setText(user["PostalCode"].text());
-    if (!user["DefaultPSIa"].isNull())
-        txtDefaultPSIa->setText(user["DefaultPSIa"].text());
+    txtEng->setText(Shown(user->defaultEngineer));
+    txtCont->setText(Shown(user->defaultContractor));
+    txtPostalCode->setText(Shown(user->postalCode));
 }
 
 void frmUserInput::ShowRepresentative(bool visible) {
@@ -96,27 +96,17 @@ void frmUserInput::ShowRepresentative(bool visible) {
 }
 
 void frmUserInput::LookupRepInDb(const QString& source, const QString& zip) {
-    std::optional<Representative> found;
-    if (source == "Sys") {
-        found = FindRepresentative(zip);
-    } else if (Rows own("User", "SELECT * FROM tblRepMaster WHERE UserPostalCode = '" + SqlEscape(zip) + "'");
-               !own.AtEnd()) {
-        found = Representative{.companyName = own["CompanyName"].text(),
-                               .address1 = own["Address1"].text(),
-                               .address2 = own["Address2"].text(),
-                               .phoneNo = own["PhoneNo"].text(),
-                               .faxNo = own["FAXNo"].text()};
-    }
+    const auto found = source == "Sys" ? FindRepresentative(zip) : OwnRepresentative(zip);
     ShowRepresentative(found.has_value());
     if (!found)
         return;
     representative = *found;
     // Names are stored for labels that take a single & as the mark of a mnemonic.
-    lblRepCompanyNameVal->setText(QString(found->companyName).replace("&&", "&"));
-    lblAddress1Val->setText(found->address1);
-    lblAddress2Val->setText(found->address2);
-    lblPhoneNoVal->setText(found->phoneNo);
-    lblFAXNoVal->setText(found->faxNo);
+    lblRepCompanyNameVal->setText(Shown(found->companyName).replace("&&", "&"));
+    lblAddress1Val->setText(Shown(found->address1));
+    lblAddress2Val->setText(Shown(found->address2));
+    lblPhoneNoVal->setText(Shown(found->phoneNo));
+    lblFAXNoVal->setText(Shown(found->faxNo));
 }
 
 void frmUserInput::GetRepInfo(const QString& sender) {
@@ -128,7 +118,7 @@ void frmUserInput::GetRepInfo(const QString& sender) {
     }
     if (!ValidateValueEntered(txtPostalCode, false) || !Dirty || zipAtFocus == zipAtLeaving)
         return;
-    if (Rows("User", "SELECT * FROM tblRepMaster").AtEnd()) {
+    if (OwnRepresentatives().empty()) {
         LookupRepInDb("Sys", zip);
         TransferRepInfoToUser(zip);
     } else {
@@ -141,9 +131,9 @@ void frmUserInput::GetRepInfo(const QString& sender) {
 /// Lists the user's own representatives, one of whom he picks.
 void frmUserInput::OfferRepresentatives() {
     ListRows rows;
-    for (Rows own("User", "SELECT * FROM tblRepMaster"); !own.AtEnd(); own->MoveNext())
+    for (const Representative& own : OwnRepresentatives())
         rows.push_back(std::make_unique<ListRow>(
-            QStringList{own["UserPostalCode"].text(), own["CompanyName"].text(), own["Address2"].text()}));
+            QStringList{Shown(own.userPostalCode), Shown(own.companyName), Shown(own.address2)}));
     FillList(lvOptions, {"ZIP Code", "Rep Name", "Address"}, std::move(rows));
     pages->setCurrentWidget(lvOptions);
 }
@@ -160,9 +150,7 @@ void frmUserInput::TakeRepresentative() {
 void frmUserInput::ValidateforNewEntry(QLineEdit* field, const QString& table) {
     if (!ValidateValueEntered(field, false))
         return;
-    Rows names("User", "SELECT * FROM " + table + " WHERE fldName = '" + SqlEscape(field->text()) + "'",
-               CursorType::Keyset);
-    if (!names.AtEnd())
+    if (NameList::has(table, field->text()))
         return;
     const auto answer = Dialogs::current().show({.text = "This name is not on file!\nAdd it to the list?",
                                                  .title = "New Record",
@@ -172,27 +160,23 @@ void frmUserInput::ValidateforNewEntry(QLineEdit* field, const QString& table) {
         field->clear();
         return;
     }
-    names->AddNew();
-    names["fldName"] = field->text();
-    names->Update();
+    NameList::add(table, field->text());
 }
 
 void frmUserInput::SaveRecord() {
-    Rows user("User", "tblUser", CursorType::Keyset, CommandType::Table);
-    const bool isNew = user.AtEnd();
-    if (isNew)
-        user->AddNew();
+    const auto stored = ReadUserDefaults();
+    UserDefaults user = stored.value_or(UserDefaults());
     const QString zip = txtPostalCode->text();
     if (zip.size() == zipLength) // others, such as CAN, are written with the representative
-        user["PostalCode"] = zip;
-    if (zip.size() == zipLength && isNew)
-        user["FirstPostalCode"] = zip;
-    user["DefaultContractor"] = txtCont->text();
-    user["DefaultEngineer"] = txtEng->text();
+        user.postalCode = zip;
+    if (zip.size() == zipLength && !stored)
+        user.firstPostalCode = zip;
+    user.defaultContractor = txtCont->text();
+    user.defaultEngineer = txtEng->text();
     if (!ValidateNumeric(txtDefaultPSIa, false))
         return;
-    user["DefaultPSIa"] = ToNumber(txtDefaultPSIa->text());
-    user->Update();
+    user.defaultPSIa = ToNumber(txtDefaultPSIa->text());
+    SaveUserDefaults(user);
 }
 
 void frmUserInput::ChangeRepresentative() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "setup/Representative.h"
+#include "core/store/Representative.h"
 #include "ui_frmUserInput.h"
 
 /// The user's defaults for new jobs, and his representative, who follows from his ZIP code.

@@ -1,15 +1,11 @@
 #include "setup/frmValidateRep.h"
 
 #include "core/shell/Screens.h"
-#include "core/store/Gateway.h"
+#include "core/store/UserDefaults.h"
 
 #include <algorithm>
 
 using namespace UtilityFunctions;
-
-namespace {
-constexpr double standardAtmosphere = 14.7; // psia
-} // namespace
 
 frmValidateRep::frmValidateRep() : Screen("frmValidateRep") {
     setupUi(this);
@@ -23,27 +19,23 @@ frmValidateRep::frmValidateRep() : Screen("frmValidateRep") {
 }
 
 std::array<frmValidateRep::Box, 6> frmValidateRep::boxes() const {
-    return {Box{txtPostalCode, "UserPostalCode"},
-            {txtCompanyName, "CompanyName"},
-            {txtAddress1, "Address1"},
-            {txtAddress2, "Address2"},
-            {txtPhoneNo, "PhoneNo"},
-            {txtFAXNo, "FAXNo"}};
+    return {Box{txtPostalCode, "UserPostalCode", &Representative::userPostalCode},
+            {txtCompanyName, "CompanyName", &Representative::companyName},
+            {txtAddress1, "Address1", &Representative::address1},
+            {txtAddress2, "Address2", &Representative::address2},
+            {txtPhoneNo, "PhoneNo", &Representative::phoneNo},
+            {txtFAXNo, "FAXNo", &Representative::faxNo}};
 }
 
 void frmValidateRep::Load() {
-    Rows own("User", "tblRepMaster", CursorType::ForwardOnly, CommandType::Table);
     for (const Box& entry : boxes())
-        entry.box->setMaxLength(own[entry.column].DefinedSize());
+        entry.box->setMaxLength(RepresentativeTextSize(entry.column));
 }
 
 void frmValidateRep::Show(const QString& zip, const Representative& representative) {
+    for (const Box& entry : boxes())
+        entry.box->setText((representative.*entry.member).value_or(QString()));
     txtPostalCode->setText(zip);
-    txtCompanyName->setText(representative.companyName);
-    txtAddress1->setText(representative.address1);
-    txtAddress2->setText(representative.address2);
-    txtPhoneNo->setText(representative.phoneNo);
-    txtFAXNo->setText(representative.faxNo);
 }
 
 void frmValidateRep::SetFound(bool found) {
@@ -56,25 +48,20 @@ void frmValidateRep::SetFound(bool found) {
 
 /// The user has one representative of his own, in the first row.
 void frmValidateRep::SaveRepresentative() {
-    Rows own("User", "tblRepMaster", CursorType::Keyset, CommandType::Table);
-    if (own.AtEnd())
-        own->AddNew();
+    Representative own;
     for (const Box& entry : boxes())
-        own[entry.column] = entry.box->text();
+        own.*entry.member = entry.box->text();
     if (txtPostalCode->text().isEmpty())
-        own["UserPostalCode"] = ".";
-    own["Default"] = true;
-    own->Update();
+        own.userPostalCode = ".";
+    SaveDefaultRepresentative(own);
 }
 
 void frmValidateRep::SavePostalCode() {
-    Rows user("User", "tblUser", CursorType::Keyset, CommandType::Table);
-    if (user.AtEnd()) {
-        user->AddNew();
-        user["DefaultPSIa"] = standardAtmosphere;
-    }
-    user["PostalCode"] = txtPostalCode->text();
-    user->Update();
+    UserDefaults first;
+    first.defaultPSIa = UserDefaults::standardAtmosphere;
+    UserDefaults user = ReadUserDefaults().value_or(first);
+    user.postalCode = txtPostalCode->text();
+    SaveUserDefaults(user);
 }
 
 void frmValidateRep::Save() {
@@ -87,7 +74,7 @@ void frmValidateRep::Save() {
         SavePostalCode();
     }
     // Kept as it always was: whoever still has no representative of his own loses the directory.
-    if (Rows("User", "SELECT * FROM tblRepMaster").AtEnd())
+    if (OwnRepresentatives().empty())
         DeleteDirectory();
     Dirty = false;
     Screens::unload(name());

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "setup/Representative.h"
+#include "core/store/Representative.h"
 #include "ui_frmValidateRep.h"
 
 #include <array>
@@ -30,6 +30,7 @@ class frmValidateRep : public Screen, private Ui::frmValidateRep {
     struct Box {
         QLineEdit* box;
         const char* column;
+        std::optional<QString> Representative::*member;
     };
     std::array<Box, 6> boxes() const;
 

@@ -9,9 +9,9 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
-#include "core/store/Gateway.h"
 #include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
+#include "core/store/UserDefaults.h"
 #include "estimates/Pipes.h"
 
 #include <QDate>
@@ -20,26 +20,21 @@ using namespace UtilityFunctions;
 
 namespace {
 
-constexpr double standardAtmosphere = 14.7; // psia
-
 double numberIn(const QLineEdit* box) {
     return ToNumber(box->text());
 }
 
 /// The user's atmospheric pressure in psia.
 double atmosphericPressure() {
-    Rows user("User", "SELECT * FROM tblUser");
-    const double stored = user.AtEnd() ? 0 : user["DefaultPSIa"].number();
-    return stored == 0 ? standardAtmosphere : stored;
+    const double stored = ReadUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(0);
+    return stored == 0 ? UserDefaults::standardAtmosphere : stored;
 }
 
 /// The pressure factor for two band values in psig; 0 when the table has no row for them.
 double pressureFactor(double shockBand, double staticBand) {
     if (!TableHasPressureFactor(shockBand, staticBand))
         return HighPressureFactor(shockBand, staticBand);
-    Rows factor("Sys", "SELECT [" + StatementNumber(staticBand) +
-                           "] AS P1 FROM tblPressureFactor WHERE SOPMax = " + StatementNumber(shockBand));
-    return factor.AtEnd() ? 0 : factor["P1"].number();
+    return ReadPressureFactor(shockBand, staticBand);
 }
 
 } // namespace
@@ -87,10 +82,7 @@ void frmJobConditionsSHK::Load() {
     lblJobID->setText(Session::JobID.text());
     PipeIndex->setMaxLength(TankLineTextSize("PipeIndex"));
     SetPipeGraphic();
-    QString tankID;
-    if (!Session::TankID.read(tankID))
-        return;
-    asRead = ReadTankLine(tankID);
+    asRead = ReadTankLineToEdit();
     if (!asRead)
         return;
     PipeIndex->setText(Shown(asRead->pipeIndex));
@@ -215,9 +207,10 @@ void frmJobConditionsSHK::GiveUp() {
     const Hourglass hourglass;
     Tag = "1";
     CancelJobInput(lblJobID->text());
+    if (const Screen* pad = Screens::find("frmMetricSHK"); pad && Screens::serves(*pad, name()))
+        Screens::unload(pad->name());
+    ClosePipeChooser(name());
     Screens::unload(name());
-    Screens::unload("frmMetricSHK");
-    Screens::unload("frmPipeSelect");
 }
 
 bool frmJobConditionsSHK::QueryUnload() {

@@ -45,12 +45,12 @@ void frmResultSHK::ShowTankLine(const TankLine& tank) {
                {ShockPressure, Shown(tank.shockPressure, "#,##0 psi")}});
 }
 
-void frmResultSHK::ShowModel(Recordset& model) {
-    ShowFields(model, {{TankVolume, "TankVolume", "#,##0 gal"},
-                       {Weight, "ShipWeight", "#,##0 lbs"},
-                       {txtTankSysConn, "SysConnStd"}});
-    Diameter->setText(FormattedField(model["TankOD"], "#,##0 ") + u'"');
-    HeightBox->setText(FormattedField(model["OAL"], "#,##0") + u'"');
+void frmResultSHK::ShowModel(const Model& model) {
+    ShowTexts({{TankVolume, Shown(model.tankVolume, "#,##0 gal")},
+               {Weight, Shown(model.shipWeight, "#,##0 lbs")},
+               {txtTankSysConn, Shown(model.sysConnStd)}});
+    Diameter->setText(Shown(model.tankOD, "#,##0 ") + u'"');
+    HeightBox->setText(Shown(model.oal, "#,##0") + u'"');
     BladderType->setText(bladderType(model));
     BladderType->setCursorPosition(0);
 }

@@ -12,5 +12,5 @@ class frmResultSHK : public FinishedTankScreen, private Ui::frmResultSHK {
     void Load() override;
     bool QueryUnload() override;
     void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(Recordset& model) override;
+    void ShowModel(const Model& model) override;
 };

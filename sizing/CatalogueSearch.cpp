@@ -2,11 +2,8 @@
 
 #include "core/base/Text.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
 
 namespace {
-
-using UtilityFunctions::SqlEscape;
 
 /// What one search asks of the catalogue for a quantity of tanks.
 struct Question {
@@ -28,8 +25,8 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
                 std::vector<TankOption> options;
                 Recordset models;
                 models.Open("SELECT * FROM tblModelMaster WHERE " + question.sizeColumn + " = " +
-                                StatementNumber(size) + " AND Class = '" + SqlEscape(series) + "'",
-                            catalogue);
+                                StatementNumber(size) + " AND Class = ?",
+                            catalogue, {series});
                 for (; !models.AtEnd(); models.MoveNext())
                     options.push_back({0, models["ModelDscrptn"].text().toStdString(),
                                        models["TankVolume"].number(), models["TankOD"].number(),

@@ -6,10 +6,10 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Gateway.h"
 #include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
+#include "core/store/UserDefaults.h"
 
 #include <QEvent>
 #include <QTimer>
@@ -20,13 +20,13 @@ namespace {
 
 /// The user's atmospheric pressure in psia, the standard one for a user without settings. Throws Fault 94
 /// when the settings leave it open: a conversion has no value of its own for that.
-QString defaultPressure() {
-    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
-    if (user.AtEnd())
-        return "14.7";
-    if (user["DefaultPSIa"].isNull())
+double defaultPressure() {
+    const auto user = ReadUserDefaults();
+    if (!user)
+        return UserDefaults::standardAtmosphere;
+    if (!user->defaultPSIa)
         throw Fault(Fault::InvalidUseOfNull, "Invalid use of Null");
-    return user["DefaultPSIa"].text();
+    return *user->defaultPSIa;
 }
 
 } // namespace
@@ -62,7 +62,7 @@ void frmConvertSteel::Load() {
         return;
     asRead = ReadTankLine(tankID);
     if (!asRead) {
-        txtAtmPressure->setText(defaultPressure());
+        txtAtmPressure->setText(ShownNumber(defaultPressure()));
         return;
     }
     txtAtmPressure->setText(Shown(asRead->atmPressure));

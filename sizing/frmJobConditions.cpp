@@ -6,8 +6,8 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
-#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/UserDefaults.h"
 #include "estimates/Estimator.h"
 
 #include <QEvent>
@@ -18,8 +18,6 @@
 using namespace UtilityFunctions;
 
 namespace {
-
-constexpr double standardAtmosphere = 14.7; // psia
 
 QString range(double low, double high) {
     return QString("Range: %1°F - %2°F").arg(low).arg(high);
@@ -67,7 +65,7 @@ void frmJobConditions::Load() {
         cmboFluidType->addItem(ToQString(row.fluid));
     cmboFluidType->setCurrentText("Water");
     txtSOTMin->setText("40");
-    asRead = ReadTankLine(Session::TankID.text());
+    asRead = ReadTankLineToEdit();
     if (asRead)
         ShowStored(*asRead);
     else
@@ -91,9 +89,8 @@ void frmJobConditions::ShowStored(const TankLine& tank) {
 
 void frmJobConditions::ShowDefaults() {
     SetStatusText("Enter job conditions");
-    Rows user("User", "tblUser", CursorType::ForwardOnly, CommandType::Table);
-    const bool given = !user.AtEnd() && !user["DefaultPSIa"].isNull();
-    txtAtmPressure->setText(ShownNumber(given ? user["DefaultPSIa"].number() : standardAtmosphere));
+    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
+    txtAtmPressure->setText(ShownNumber(user.defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
 }
 
 void frmJobConditions::AdaptToApplication() {
@@ -228,9 +225,9 @@ void frmJobConditions::Cancel() {
     const Hourglass hourglass;
     Tag = "1";
     CancelJobInput(lblJobID->text());
-    for (const char* opened :
-         {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"})
-        Screens::unload(opened);
+    for (const char* opened : {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric"})
+        if (const Screen* pad = Screens::find(opened); pad && Screens::serves(*pad, name()))
+            Screens::unload(opened); // with its pipe chooser
     Screens::unload(name());
 }
 

@@ -1,5 +1,6 @@
 #include "sizing/frmResults.h"
 
+#include "core/base/Applications.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
@@ -46,17 +47,17 @@ void frmResults::ShowTankLine(const TankLine& tank) {
                {txtSysFluidType, Shown(tank.sysFluidType)}});
 }
 
-void frmResults::ShowModel(Recordset& model) {
-    ShowFields(model, {{txtDiameter, "TankOD"},
-                       {txtHeightBox, "OAL"},
-                       {txtWeight, "Shipweight", "#,##0 lbs"},
-                       {txtTankAcceptance, "AcceptanceVolume", "#,##0 gal"},
-                       {txtTankVolume, "TankVolume", "#,## gal"},
-                       {txtTankSysConn, "SysConnStd"}});
-    chkASMEFlag->setChecked(model["ASME"].boolean());
+void frmResults::ShowModel(const Model& model) {
+    ShowTexts({{txtDiameter, Shown(model.tankOD)},
+               {txtHeightBox, Shown(model.oal)},
+               {txtWeight, Shown(model.shipWeight, "#,##0 lbs")},
+               {txtTankAcceptance, Shown(model.acceptanceVolume, "#,##0 gal")},
+               {txtTankVolume, Shown(model.tankVolume, "#,## gal")},
+               {txtTankSysConn, Shown(model.sysConnStd)}});
+    chkASMEFlag->setChecked(model.asme.value_or(false));
     txtBladderType->setText(bladderType(model));
     txtBladderType->setCursorPosition(0);
-    if (model["App"].text() != "HYD")
+    if (ApplicationCoded(Shown(model.app).toStdString()) != Application::Hydropneumatic)
         return;
     for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin,
                                                            txtSOTMax, lblFluidType, txtSysFluidType})

@@ -11,5 +11,5 @@ class frmResults : public FinishedTankScreen, private Ui::frmResults {
   private:
     void Load() override;
     void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(Recordset& model) override;
+    void ShowModel(const Model& model) override;
 };

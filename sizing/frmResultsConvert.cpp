@@ -31,12 +31,12 @@ void frmResultsConvert::ShowTankLine(const TankLine& tank) {
                {txtSteelTankVol, Shown(tank.totSysVolume, "#,##0 gal")}});
 }
 
-void frmResultsConvert::ShowModel(Recordset& model) {
-    ShowFields(model, {{txtDiameter, "TankOD"},
-                       {txtHeightBox, "OAL"},
-                       {txtWeight, "Shipweight", "#,##0 lbs"},
-                       {txtTankVolume, "TankVolume", "#,## gal"},
-                       {txtTankSysConn, "SysConnStd"}});
+void frmResultsConvert::ShowModel(const Model& model) {
+    ShowTexts({{txtDiameter, Shown(model.tankOD)},
+               {txtHeightBox, Shown(model.oal)},
+               {txtWeight, Shown(model.shipWeight, "#,##0 lbs")},
+               {txtTankVolume, Shown(model.tankVolume, "#,## gal")},
+               {txtTankSysConn, Shown(model.sysConnStd)}});
 }
 
 void frmResultsConvert::Activate() {

@@ -13,5 +13,5 @@ class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConve
     void Activate() override;
     void Deactivate() override {} // what the activation switched on stays on; that is meant
     void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(Recordset& model) override;
+    void ShowModel(const Model& model) override;
 };

@@ -5,8 +5,8 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Deletion.h"
-#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "sizing/RequiredSizes.h"
 
@@ -48,10 +48,7 @@ constexpr Series allSeries[] = {
 
 /// The expansion of water from the table; 0 when the maximum temperature is above its last row.
 double waterExpansion(const SystemConditions& conditions) {
-    Rows factor("Sys", "SELECT [" + QString::number(ExpansionColumn(conditions.minimumTemperature)) +
-                           "] AS minSOT FROM tblExpFactor WHERE SOTMax >= " +
-                           StatementNumber(conditions.maximumTemperature) + " ORDER BY SOTMax");
-    return factor.AtEnd() ? 0 : factor["minSOT"].number();
+    return ReadExpansionFactor(ExpansionColumn(conditions.minimumTemperature), conditions.maximumTemperature);
 }
 
 /// What the tank line asks for.
@@ -233,9 +230,7 @@ void frmTankSeries::goOnWith(QAbstractButton* option) {
 
 void frmTankSeries::Previous() {
     const Hourglass hourglass;
-    Tag = "1";
-    Screens::unload(name());
-    Screens::open(Session::Mode.text() == Session::Modes::Convert ? "frmConvertSteel" : "frmJobConditions");
+    leaveFor(Session::Mode.text() == Session::Modes::Convert ? "frmConvertSteel" : "frmJobConditions");
 }
 
 void frmTankSeries::Cancel() {

@@ -41,7 +41,7 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
     connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
-            [this] { trap(".lvOptions", [this] { Next(); }); });
+            [this] { act(".lvOptions", [this] { Next(); }); });
 }
 
 void frmtankselection::Load() {
@@ -224,11 +224,12 @@ void frmtankselection::Previous() {
     procedure(".SaveRecord", [&] { saved = SaveRecord(); });
     if (!saved)
         return;
+    if (QString application; Session::TankClass.read(application)) {
+        leaveFor(application == AppNameShock() ? "frmJobConditionsSHK" : "frmTankSeries");
+        return;
+    }
     Tag = "1";
     Screens::unload(name());
-    QString application;
-    if (Session::TankClass.read(application))
-        Screens::open(application == AppNameShock() ? "frmJobConditionsSHK" : "frmTankSeries");
 }
 
 void frmtankselection::Cancel() {

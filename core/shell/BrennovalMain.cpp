@@ -396,11 +396,13 @@ void BrennovalMain::changeEvent(QEvent* event) {
 }
 
 void BrennovalMain::closeEvent(QCloseEvent* event) {
+    const Session::Task front = Session::taskAtWork(); // with which the next start begins
     const QStringList names = Screens::loaded();
     for (auto name = names.crbegin(); name != names.crend(); ++name)
         if (!Screens::unload(*name)) {
             event->ignore();
             return;
         }
+    Session::putToWork(front);
     event->accept();
 }

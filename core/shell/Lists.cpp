@@ -36,17 +36,27 @@ QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
 KeptRows::KeptRows(const QWidget& screen) {
     for (QTreeWidget* list : screen.findChildren<QTreeWidget*>()) {
         Kept kept{.list = list, .chosen = {}, .ticked = {}, .scrolledTo = list->verticalScrollBar()->value()};
-        if (const QTreeWidgetItem* row = list->currentItem())
-            kept.chosen = {row->text(0), row->text(1)};
+        if (const auto selected = list->selectedItems();
+            !selected.isEmpty()) // a row with the focus is not chosen
+            kept.chosen = {selected.first()->text(0), selected.first()->text(1)};
         for (int i = 0; i < list->topLevelItemCount(); ++i)
             if (list->topLevelItem(i)->checkState(0) == Qt::Checked)
                 kept.ticked.append(list->topLevelItem(i)->text(0));
         lists.append(kept);
     }
+    for (QListWidget* list : screen.findChildren<QListWidget*>())
+        if (const auto selected = list->selectedItems(); !selected.isEmpty())
+            names.append({list, selected.first()->text()});
 }
 
 void KeptRows::restore() const {
+    for (const auto& [list, name] : names) {
+        const QSignalBlocker shownOnly(list);
+        for (QListWidgetItem* row : list->findItems(name, Qt::MatchExactly))
+            list->setCurrentItem(row);
+    }
     for (const Kept& kept : lists) {
+        const QSignalBlocker shownOnly(kept.list); // nobody chooses here
         for (int i = 0; i < kept.list->topLevelItemCount(); ++i) {
             QTreeWidgetItem* row = kept.list->topLevelItem(i);
             if (kept.ticked.contains(row->text(0)))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QListWidget>
 #include <QTreeWidget>
 
 #include <memory>
@@ -38,6 +39,7 @@ class KeptRows {
         int scrolledTo;
     };
     QList<Kept> lists;
+    QList<std::pair<QListWidget*, QString>> names; // the chosen texts of the simple lists
 };
 
 /// Which row a list that was filled anew has selected.

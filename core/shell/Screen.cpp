@@ -96,10 +96,12 @@ void Screen::procedure(const QString& procedureName, const std::function<void()>
 }
 
 void Screen::on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler) {
-    connect(button, &QAbstractButton::clicked, this, [this, procedure, handler] {
-        if (Screens::stands(this) && checkFieldsLeftOtherwise())
-            trap(procedure, handler);
-    });
+    connect(button, &QAbstractButton::clicked, this, [this, procedure, handler] { act(procedure, handler); });
+}
+
+void Screen::act(const QString& procedure, const std::function<void()>& handler) {
+    if (Screens::stands(this) && checkFieldsLeftOtherwise())
+        trap(procedure, handler);
 }
 
 void Screen::onCancel(QAbstractButton* button, const QString& procedure,

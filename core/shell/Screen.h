@@ -82,6 +82,8 @@ class Screen : public QWidget {
     /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext". A field
     /// that was left by way of a menu or another screen is checked first.
     void on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
+    /// Runs what a press on a button or a row of a list does: the same.
+    void act(const QString& procedure, const std::function<void()>& handler);
     /// The same for a Cancel, which checks no field.
     void onCancel(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
     /// Makes a button open a screen.

@@ -6,6 +6,7 @@
 #include "core/shell/Trap.h"
 #include "core/store/DataState.h"
 #include "core/store/Deletion.h"
+#include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
@@ -32,6 +33,7 @@ struct Entry {
     Session::Task task;
     QPoint placedAt = {};
     QString line = {}; // of the task when the screen joined it; a line to come gets its key later
+    std::optional<QString> application = {}; // of the task at that time
     bool unloading = false;
     quint32 dataVersion = 0; // of the data that it shows
     bool stored = false;     // its job or tank line is known to be there
@@ -67,18 +69,12 @@ Entry* entryOf(const QString& name) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-/// A line that is to be added has no key yet; the tank picker leaves its caption for one.
-QString tankOf(const Session::TaskValues& values) {
-    const QString tank = values.tankID.value_or(QString());
-    return tank == u"Add New..." ? QString() : tank;
-}
-
 /// What some values of the session hold of a screen's subject.
 QString subjectIn(const Session::TaskValues& values, Subject subject) {
     const QString job = values.jobID.value_or(QString());
     switch (subject) {
     case Subject::TankLine:
-        return job + u'\n' + tankOf(values) + u'\n' + values.tankClass.value_or(QString());
+        return job + u'\n' + Session::lineOf(values) + u'\n' + values.tankClass.value_or(QString());
     case Subject::Job:
         return job;
     case Subject::None:
@@ -99,7 +95,8 @@ Session::Task workingTask() {
 bool leavesRecord(Subject subject, const Session::TaskValues& before, const Session::TaskValues& now) {
     const QString job = before.jobID.value_or(QString());
     const bool leavesJob = !job.isEmpty() && job != now.jobID.value_or(QString());
-    const bool leavesTank = !tankOf(before).isEmpty() && tankOf(before) != tankOf(now);
+    const bool leavesTank =
+        !Session::lineOf(before).isEmpty() && Session::lineOf(before) != Session::lineOf(now);
     switch (subject) {
     case Subject::TankLine:
         return leavesJob || leavesTank;
@@ -113,7 +110,8 @@ bool leavesRecord(Subject subject, const Session::TaskValues& before, const Sess
 
 void join(Entry& entry, const Session::Task& task) {
     entry.task = task;
-    entry.line = tankOf(*task);
+    entry.line = Session::lineOf(*task);
+    entry.application = task->tankClass;
 }
 
 /// The pads and choosers act while what they serve stands open.
@@ -129,10 +127,12 @@ void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
     for (Entry& entry : registry().entries) {
         if (entry.task != task)
             continue;
-        if (entry.line.isEmpty() && entry.line == tankOf(before))
-            entry.line = tankOf(*task);
+        if (entry.line.isEmpty() && entry.line == Session::lineOf(before))
+            entry.line = Session::lineOf(*task);
         if (entry.screen != atWork && leavesRecord(entry.screen->shownRecord(), before, *task))
             entry.task = kept;
+        else // what was loaded for a line to come is now about the one that got its key
+            entry.loadedFor = subjectIn(*task, entry.screen->subject());
     }
     updateHandOvers();
 }
@@ -142,23 +142,28 @@ std::optional<UtilityFunctions::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
     const Subject subject = entry.screen->subject();
-    return UtilityFunctions::ReadDataState(subject == Subject::None ? QString()
-                                                                    : entry.task->jobID.value_or(QString()),
-                                           subject == Subject::TankLine ? tankOf(*entry.task) : QString());
+    return UtilityFunctions::ReadDataState(
+        subject == Subject::None ? QString() : entry.task->jobID.value_or(QString()),
+        subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
 }
 
 /// Whether the record of a screen is there: its tank line, or, as long as that has no key, its job.
 bool recordStands(const Entry& entry, const UtilityFunctions::DataState& state) {
-    const bool hasTank = entry.screen->subject() == Subject::TankLine && !tankOf(*entry.task).isEmpty();
+    const bool hasTank =
+        entry.screen->subject() == Subject::TankLine && !Session::lineOf(*entry.task).isEmpty();
     return hasTank ? state.tankStands : state.jobStands;
 }
 
-/// Notes which data a screen that was just filled shows.
-void noteData(Entry& entry) {
-    if (const auto state = stateFor(entry)) {
-        entry.dataVersion = state->version;
-        entry.stored = recordStands(entry, *state);
-    }
+/// Whether a screen is about a line to come of the reserved job, which is there whenever it is needed.
+bool makesItsJob(const Entry& entry) {
+    return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
+           entry.task->jobID == UtilityFunctions::ReservedJob();
+}
+
+/// Notes whether the record of a screen that was just filled is there.
+void noteRecord(Entry& entry) {
+    if (const auto state = stateFor(entry))
+        entry.stored = recordStands(entry, *state) && !makesItsJob(entry);
 }
 
 /// Takes the screens of a job, or of one tank line, away that was deleted here. The one at work goes on by
@@ -172,8 +177,8 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         const Subject subject = entry.screen->shownRecord();
         const bool shows =
             tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
-                             : subject == Subject::TankLine && same(tankOf(*entry.task), tankID);
-        if (!shows)
+                             : subject == Subject::TankLine && same(Session::lineOf(*entry.task), tankID);
+        if (!shows || makesItsJob(entry))
             continue;
         entry.stored = false;
         if (entry.screen != registry().atWork)
@@ -315,8 +320,11 @@ bool giveWay(const QString& name) {
 } // namespace
 
 void drop(const Screen* screen) {
-    if (find(screen->name()) == screen)
-        discard(screen->name());
+    if (find(screen->name()) != screen)
+        return;
+    discard(screen->name());
+    if (!anyVisible())
+        UtilityFunctions::SetStatusBarText();
 }
 
 bool stands(Screen* screen) {
@@ -326,11 +334,13 @@ bool stands(Screen* screen) {
     const auto state = stateFor(*entry);
     if (!state || recordStands(*entry, *state))
         return true;
-    const bool tank =
-        screen->subject() == Subject::TankLine && !tankOf(*entry->task).isEmpty() && state->jobStands;
-    UtilityFunctions::Trap(screen->name(), [tank] {
-        throw RecordGone(tank ? "This tank has been deleted." : "This job has been deleted.");
+    const QString job = entry->task->jobID.value_or(QString());
+    const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
+    entry->stored = false; // it is told of once
+    UtilityFunctions::Trap(screen->name(), [&tank] {
+        throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
+    dropScreensOf(job, tank); // all at once: none of them is to tell of it again
     drop(screen);
     return false;
 }
@@ -346,7 +356,7 @@ bool freshen(Screen* screen) {
         return false;
     entry = entryOf(screen->name());
     entry->dataVersion = state->version;
-    entry->stored = recordStands(*entry, *state);
+    entry->stored = recordStands(*entry, *state) && !makesItsJob(*entry);
     if (screen->hasEntries())
         return true;
     const AtWork work(screen);
@@ -357,10 +367,14 @@ bool freshen(Screen* screen) {
     entry = entryOf(screen->name());
     if (!entry)
         return false;
-    noteData(*entry);                          // what shows may itself have been stored, such as a work table
+    noteRecord(*entry);
     if (QMdiSubWindow* window = entry->window) // new rows find room
         window->resize(window->size().expandedTo(window->minimumSizeHint()));
     return true;
+}
+
+bool activeStands() {
+    return !registry().active || stands(registry().active);
 }
 
 void freshenActive() {
@@ -434,7 +448,8 @@ bool serves(const Screen& pad, const QString& target) {
     if (job != other->task->jobID.value_or(QString()) || (job.isEmpty() && !sameTask))
         return false;
     return subject == Subject::Job ||
-           (own->line == tankOf(*other->task) && (!own->line.isEmpty() || sameTask));
+           (own->line == Session::lineOf(*other->task) && own->application == other->task->tankClass &&
+            (!own->line.isEmpty() || sameTask));
 }
 
 void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text) {
@@ -474,7 +489,9 @@ Screen* load(const QString& name) {
                                .window = frameFor(screen),
                                .loadedFor = subjectIn(*task, screen->subject()),
                                .task = task,
-                               .line = tankOf(*task)});
+                               .line = Session::lineOf(*task),
+                               .application = task->tankClass});
+    const auto before = stateFor(registry().entries.last());
     const AtWork work(screen);
     const bool filled = UtilityFunctions::Trap(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
@@ -482,7 +499,9 @@ Screen* load(const QString& name) {
         discard(name);
     if (Entry* entry = entryOf(name)) {
         screen->setEntered(false);
-        noteData(*entry);
+        noteRecord(*entry);
+        if (before) // what another copy changed while this one read is still to be shown
+            entry->dataVersion = before->version;
     }
     updateHandOvers();
     return find(name);
@@ -505,6 +524,8 @@ void show(const QString& name) {
     window->show();
     registry().changed();
     registry().area->setActiveSubWindow(window);
+    if (find(name) != screen) // its record was gone
+        return;
     applyState(*screen, window);
     if (first)
         focusFirstField(screen);
@@ -525,9 +546,17 @@ Closing close(const QString& name) {
     Screen* screen = entry->screen;
     bool allowed = false; // a check that fails keeps the screen and what the user typed
     bool checked = false;
+    const auto check = [&] {
+        try {
+            allowed = screen->QueryUnload();
+        } catch (const RecordGone&) { // there is nothing left to keep it for
+            allowed = true;
+            throw;
+        }
+    };
     {
         const AtWork work(screen);
-        checked = UtilityFunctions::Trap(name + ".QueryUnload", [&] { allowed = screen->QueryUnload(); });
+        checked = UtilityFunctions::Trap(name + ".QueryUnload", check);
     }
     if (entry = entryOf(name); !allowed) {
         if (entry)

@@ -34,6 +34,8 @@ bool unload(const QString& name);
 void drop(const Screen* screen);
 /// Whether the job or tank line of a screen is still there. One that is gone is told of, and its screen goes.
 bool stands(Screen* screen);
+/// The same of the active screen, for commands that act on its record.
+bool activeStands();
 /// Shows what has changed in the data since a screen was loaded, if the user has entered nothing there. False
 /// when its record is gone and the screen with it.
 bool freshen(Screen* screen);

@@ -2,7 +2,6 @@
 
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
 
 namespace UtilityFunctions {
 
@@ -16,8 +15,7 @@ std::optional<DataState> ReadDataState(const QString& jobID, const QString& tank
             if (value.isEmpty())
                 return false;
             Recordset row;
-            row.Open(QString("SELECT %1 FROM %2 WHERE %1 = '").arg(key, table) + SqlEscape(value) + "'",
-                     user);
+            row.Open(QString("SELECT %1 FROM %2 WHERE %1 = ?").arg(key, table), user, {value});
             return !row.AtEnd();
         };
         return DataState{.version = user.engine().changeCounter(),

@@ -45,6 +45,14 @@ void Recordset::Open(const QString& source, const Connection& connection, Cursor
     step();
 }
 
+void Recordset::Open(const QString& source, const Connection& connection, const QVariantList& parameters,
+                     CursorType cursorType) {
+    Close();
+    cursor = connection.engine().open(
+        source, {.parameters = parameters, .forChange = cursorType == CursorType::Keyset});
+    step();
+}
+
 void Recordset::Close() {
     cursor.reset();
     assigned.clear();

@@ -98,6 +98,9 @@ class Recordset {
     /// of a table can be changed. Throws DatabaseFault, with number 3709 when the connection is not open.
     void Open(const QString& source, const Connection& connection,
               CursorType cursor = CursorType::ForwardOnly, CommandType command = CommandType::Text);
+    /// The same for a statement with a value for each of its ?: numbers, texts, days.
+    void Open(const QString& source, const Connection& connection, const QVariantList& parameters,
+              CursorType cursor = CursorType::ForwardOnly);
     void Close();
 
     /// True when there is no current row.

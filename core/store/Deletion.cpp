@@ -3,7 +3,6 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
 
 #include <utility>
 
@@ -24,15 +23,14 @@ DeletionListener& deletionListener() {
 void DeleteJob(const QString& jobID) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
-    const QString key = " WHERE JobID = '" + SqlEscape(jobID) + "'";
     for (const char* table : {"tblJobData", "tblJobHeader"})
-        Recordset().Open("DELETE * FROM " + QString(table) + key, connection);
+        Recordset().Open("DELETE * FROM " + QString(table) + " WHERE JobID = ?", connection, {jobID});
     write.Commit();
     deletionListener()(jobID, {});
 }
 
 void DeleteTankLine(const QString& tankID) {
-    Execute("User", "DELETE * FROM tblJobData WHERE TankID ='" + SqlEscape(tankID) + "'");
+    Execute("User", "DELETE * FROM tblJobData WHERE TankID = ?", {tankID});
     deletionListener()({}, tankID);
 }
 
@@ -47,15 +45,13 @@ void CancelJobInput(const QString& jobID) {
         Recordset tanks;
         tanks.Open(
             "SELECT * FROM tblJobData INNER JOIN tblJobHeader ON tblJobData.JobID = tblJobHeader.JobID WHERE "
-            "tblJobHeader.JobID = '" +
-                SqlEscape(jobID) + "'",
-            connection, CursorType::Keyset);
+            "tblJobHeader.JobID = ?",
+            connection, {jobID}, CursorType::Keyset);
         if (!tanks.AtEnd())
             return;
         tanks.Close();
         Recordset header;
-        header.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection,
-                    CursorType::Keyset);
+        header.Open("SELECT * FROM tblJobHeader WHERE JobID = ?", connection, {jobID}, CursorType::Keyset);
         deleted = !header.AtEnd();
         if (deleted)
             header.Delete();

@@ -45,8 +45,9 @@ class EngineCursor {
 
 /// How a statement is to be opened.
 struct StatementOptions {
-    bool wholeTable = false; // the text is the name of a table
-    bool forChange = false;  // the rows are going to be changed
+    QVariantList parameters = {}; // for each ? of the statement, in order
+    bool wholeTable = false;      // the text is the name of a table
+    bool forChange = false;       // the rows are going to be changed
 };
 
 /// An open database of one engine. What depends on the engine's dialect, types, keys and files stands behind

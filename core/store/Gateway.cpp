@@ -64,8 +64,15 @@ Rows::Rows(const QString& databaseName, const QString& statement, CursorType cur
     recordset->Open(statement, *connection, cursor, command);
 }
 
-void Execute(const QString& databaseName, const QString& statement) {
-    const Rows none(databaseName, statement);
+Rows::Rows(const QString& databaseName, const QString& statement, const QVariantList& parameters,
+           CursorType cursor)
+    : connection(std::make_unique<Connection>(openDatabase(databaseName))),
+      recordset(std::make_unique<Recordset>()) {
+    recordset->Open(statement, *connection, parameters, cursor);
+}
+
+void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters) {
+    const Rows none(databaseName, statement, parameters);
 }
 
 } // namespace UtilityFunctions

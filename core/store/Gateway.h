@@ -29,6 +29,9 @@ class Rows {
     /// Throws as openDatabase.
     Rows(const QString& databaseName, const QString& statement, CursorType cursor = CursorType::ForwardOnly,
          CommandType command = CommandType::Text);
+    /// The rows of a statement with a value for each of its ?. Throws as openDatabase.
+    Rows(const QString& databaseName, const QString& statement, const QVariantList& parameters,
+         CursorType cursor = CursorType::ForwardOnly);
 
     bool AtEnd() const { return recordset->AtEnd(); }
     Recordset::Field operator[](const QString& column) { return (*recordset)[column]; }
@@ -41,6 +44,6 @@ class Rows {
 };
 
 /// Runs a statement that gives no rows. Throws as openDatabase.
-void Execute(const QString& databaseName, const QString& statement);
+void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters = {});
 
 } // namespace UtilityFunctions

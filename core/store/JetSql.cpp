@@ -9,7 +9,7 @@
 
 namespace {
 
-enum class Kind { Blank, Word, Name, Number, Text, Date, Symbol };
+enum class Kind { Blank, Word, Name, Number, Text, Date, Parameter, Symbol };
 
 struct Token {
     Kind kind;
@@ -53,6 +53,10 @@ class Tokenizer {
             return {Kind::Date, takeUntil(u'#', QStringLiteral("a date"))};
         if (c.isDigit() || (c == u'.' && peek(1).isDigit()))
             return {Kind::Number, takeNumber()};
+        if (c == u'?') {
+            ++position;
+            return {Kind::Parameter, u'?' + QString::number(++parameters)};
+        }
         if (isWordCharacter(c))
             return {Kind::Word, takeWhile(isWordCharacter)};
         const QString two = source.mid(position, 2);
@@ -124,6 +128,7 @@ class Tokenizer {
 
     const QString& source;
     qsizetype position = 0;
+    int parameters = 0;
 };
 
 bool isWord(const Token& token, const char* word) {
@@ -176,7 +181,8 @@ Tokens havingToWhere(const Tokens& tokens) {
     const Tokens grouping = significant(group, having);
     const Tokens condition = significant(having + 1, tokens.size());
     const bool fits = grouping.size() == 3 && condition.size() == 3 && condition[0].kind == Kind::Word &&
-                      isSymbol(condition[1], "=") && condition[2].kind == Kind::Text &&
+                      isSymbol(condition[1], "=") &&
+                      (condition[2].kind == Kind::Text || condition[2].kind == Kind::Parameter) &&
                       grouping[2].text.compare(condition[0].text, Qt::CaseInsensitive) == 0;
     if (!fits)
         return tokens;
@@ -199,8 +205,10 @@ bool isComparison(const Token& token) {
     return token.kind == Kind::Symbol && signs.contains(token.text);
 }
 
-/// Takes the trailing blanks off the texts that are compared as they stand: none are stored.
-void trimComparedTexts(Tokens& tokens) {
+/// Takes the trailing blanks off the texts that are compared as they stand: none are stored. Tells of each
+/// parameter whether it is one of them.
+QList<bool> trimComparedTexts(Tokens& tokens) {
+    QList<bool> parameters;
     const auto neighbour = [&](qsizetype from, qsizetype direction) -> const Token* {
         qsizetype i = from + direction;
         while (i >= 0 && i < tokens.size() && tokens[i].kind == Kind::Blank)
@@ -208,15 +216,18 @@ void trimComparedTexts(Tokens& tokens) {
         return i >= 0 && i < tokens.size() ? &tokens[i] : nullptr;
     };
     for (qsizetype i = 0; i < tokens.size(); ++i) {
-        if (tokens[i].kind != Kind::Text)
+        if (tokens[i].kind != Kind::Text && tokens[i].kind != Kind::Parameter)
             continue;
         const Token* before = neighbour(i, -1);
         const Token* after = neighbour(i, 1);
         const bool compared = (before && isComparison(*before)) || (after && isComparison(*after));
         const bool joined = (before && isSymbol(*before, "&")) || (after && isSymbol(*after, "&"));
-        if (compared && !joined)
+        if (tokens[i].kind == Kind::Parameter)
+            parameters.append(compared && !joined);
+        else if (compared && !joined)
             tokens[i].text = WithoutTrailingBlanks(tokens[i].text);
     }
+    return parameters;
 }
 
 /// Words that stand between expressions; every other word is part of one.
@@ -254,6 +265,7 @@ class Writer {
         case Kind::Number:
         case Kind::Date:
         case Kind::Name:
+        case Kind::Parameter:
             return true;
         case Kind::Word:
             return !isKeyword(token);
@@ -424,6 +436,6 @@ JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect) 
             tokens.removeAt(star);
         break;
     }
-    trimComparedTexts(tokens);
-    return {Writer(havingToWhere(tokens), dialect).write(), updatableTable(tokens)};
+    const QList<bool> compared = trimComparedTexts(tokens);
+    return {Writer(havingToWhere(tokens), dialect).write(), compared, updatableTable(tokens)};
 }

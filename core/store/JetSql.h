@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -31,6 +32,9 @@ class SqlDialect {
 /// A statement in the dialect of the program's SQL, rewritten for an engine.
 struct JetStatement {
     QString sql;
+    /// For each parameter, from the first ? on: whether it is compared as it stands, so that its trailing
+    /// blanks do not count.
+    QList<bool> compared;
     /// The table of a "SELECT * FROM table [WHERE ...]", whose rows can be changed; empty for others.
     QString updatableTable;
 };
@@ -38,6 +42,7 @@ struct JetStatement {
 /// Rewrites a statement: DELETE * FROM, #dates# in the user's short date format, DateValue, & between texts
 /// (which binds weaker than + and *), ^ for powers, [names in brackets], "texts in double quotes", division
 /// that gives fractions, and HAVING on the grouped column, which becomes WHERE so that an index serves it.
+/// A ? stands for a parameter, which the engine gets with its number: ?1, ?2.
 /// Quoted texts stay as they are, but for trailing blanks where they are compared, which do not count.
 /// Throws DatabaseFault for a quote, bracket or date that does not end or cannot be read.
 JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect);

@@ -2,7 +2,6 @@
 
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
 
 using Record::column;
 
@@ -16,10 +15,7 @@ constexpr HeaderColumn allColumns[] = {
     column<&JobHeader::jobID>("JobID"),           column<&JobHeader::dateCreated>("DateCreated")};
 constexpr std::size_t entryColumns = 4;
 
-QString keyCondition(const QString& jobID) {
-    return QStringLiteral("SELECT * FROM tblJobHeader WHERE JobID = '") + UtilityFunctions::SqlEscape(jobID) +
-           u'\'';
-}
+const char* const byKey = "SELECT * FROM tblJobHeader WHERE JobID = ?";
 
 } // namespace
 
@@ -38,7 +34,7 @@ QString ReservedJob() {
 }
 
 std::optional<JobHeader> ReadJobHeader(const QString& jobID) {
-    Rows job("User", keyCondition(jobID));
+    Rows job("User", byKey, {jobID});
     return job.AtEnd() ? std::nullopt : std::optional(Record::read(*job, JobHeader::all()));
 }
 
@@ -50,11 +46,23 @@ JobHeader::Sizes JobHeaderSizes() {
             .contractor = table["Contractor"].DefinedSize()};
 }
 
-void AddJobHeader(const JobHeader& header) {
-    Rows job("User", "tblJobHeader", CursorType::Keyset, CommandType::Table);
-    job->AddNew();
-    Record::write(*job, header, JobHeader::all());
-    job->Update();
+/// The look and the write are one, beside another copy of the program, too.
+bool AddJobHeader(const JobHeader& header) {
+    const Connection connection = openDatabase("User");
+    Transaction write(connection);
+    Recordset same;
+    same.Open(byKey, connection, {header.jobID.value_or(QString())});
+    if (!same.AtEnd())
+        return false;
+    same.Close();
+    Recordset job;
+    job.Open("tblJobHeader", connection, CursorType::Keyset, CommandType::Table);
+    job.AddNew();
+    Record::write(job, header, JobHeader::all());
+    job.Update();
+    job.Close();
+    write.Commit();
+    return true;
 }
 
 void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
@@ -62,7 +70,7 @@ void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& as
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset job;
-    job.Open(keyCondition(header.jobID.value_or(QString())), connection, CursorType::Keyset);
+    job.Open(byKey, connection, {header.jobID.value_or(QString())}, CursorType::Keyset);
     if (job.AtEnd())
         throw RecordGone("This job has been deleted.");
     if (ifChanged == Record::IfChanged::Refuse && asRead &&

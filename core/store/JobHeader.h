@@ -36,8 +36,8 @@ std::optional<JobHeader> ReadJobHeader(const QString& jobID);
 /// Throws DatabaseFault.
 JobHeader::Sizes JobHeaderSizes();
 
-/// Adds the header of a new job. Throws DatabaseFault, also when the job is there already.
-void AddJobHeader(const JobHeader& header);
+/// Adds the header of a new job; false when there is a job of that ID. Throws DatabaseFault.
+bool AddJobHeader(const JobHeader& header);
 
 /// Stores what the user entered over the header of its job. What was read before tells whether someone else
 /// has changed it since. Throws RecordGone, RecordChanged and DatabaseFault.

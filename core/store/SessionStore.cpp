@@ -238,6 +238,16 @@ std::optional<Application> application() {
     return ApplicationNamed(TankClass.text().toStdString());
 }
 
+QString lineOf(const TaskValues& values) {
+    const QString tank = values.tankID.value_or(QString());
+    return tank == u"Add New..." ? QString() : tank;
+}
+
+QString tankLine() {
+    const TaskValues values{.mode = {}, .jobID = {}, .tankID = TankID.text(), .tankClass = {}};
+    return lineOf(values);
+}
+
 Task taskAtWork() {
     return UtilityFunctions::atWork().task;
 }

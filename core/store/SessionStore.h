@@ -81,6 +81,8 @@ inline constexpr QLatin1String Engineers{"Engineers"};
 inline constexpr QLatin1String Contractors{"Contractors"};
 } // namespace Modes
 
+/// The session's tank line; an empty text for one to come.
+QString tankLine();
 /// The application that the session's TankClass names; nothing when it is absent or unknown.
 std::optional<Application> application();
 } // namespace Session

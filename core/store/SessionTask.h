@@ -20,6 +20,10 @@ struct TaskValues {
     bool operator==(const TaskValues&) const = default;
 };
 
+/// The tank line that a task is about; an empty text for one to come, which has no key yet. The tank picker
+/// leaves its caption "Add New..." for one.
+QString lineOf(const TaskValues& values);
+
 /// A task, shared by its screens.
 using Task = std::shared_ptr<TaskValues>;
 
@@ -29,8 +33,8 @@ Task taskAtWork();
 /// A task that begins with what stands in the store.
 Task newTask();
 
-/// Lets the store have the values of a task, absent ones too, and gives it the writes that follow. Null leaves the
-/// store as it stands, to be read and written without a task.
+/// Lets the store have the values of a task, absent ones too, and gives it the writes that follow. Null
+/// leaves the store as it stands, to be read and written without a task.
 void putToWork(const Task& task);
 
 /// Stores the values of the task at work now, which happens by itself a moment after it was put to work.

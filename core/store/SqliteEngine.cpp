@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/base/Text.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -118,8 +119,9 @@ ColumnInfo columnOf(const QString& name, const QString& declared) {
 
 class SqliteCursor final : public EngineCursor {
   public:
-    SqliteCursor(sqlite3* handle, const QString& sql, const QString& changedTable, const QString& source)
-        : database(handle), statement(nullptr, sqlite3_finalize), table(changedTable),
+    SqliteCursor(sqlite3* handle, const QString& sql, const QVariantList& values, const QString& changedTable,
+                 const QString& source)
+        : database(handle), statement(nullptr, sqlite3_finalize), parameters(values), table(changedTable),
           connectionString(source), countQuery(sql) {
         QString text = sql;
         if (isUpdatable()) // the row's own number, ahead of the table's columns
@@ -130,6 +132,7 @@ class SqliteCursor final : public EngineCursor {
         if (!statement || !QByteArray(rest).trimmed().isEmpty())
             throw DatabaseFault(DatabaseFault::SyntaxError, "Characters found after end of SQL statement.",
                                 connectionString.toStdString());
+        bindParameters(statement.get());
         for (int i = firstColumn(); i < sqlite3_column_count(statement.get()); ++i)
             names.append(columnOf(QString::fromUtf8(sqlite3_column_name(statement.get(), i)),
                                   QString::fromUtf8(sqlite3_column_decltype(statement.get(), i))));
@@ -164,6 +167,7 @@ class SqliteCursor final : public EngineCursor {
 
     int count() const override {
         const Statement counting = prepared(("SELECT COUNT(*) FROM (" + countQuery + ")").toUtf8(), nullptr);
+        bindParameters(counting.get());
         if (const int code = sqlite3_step(counting.get()); code != SQLITE_ROW)
             fail(code);
         return sqlite3_column_int(counting.get(), 0);
@@ -226,6 +230,16 @@ class SqliteCursor final : public EngineCursor {
                                  SQLITE_TRANSIENT);
     }
 
+    void bindParameters(sqlite3_stmt* target) const {
+        if (parameters.size() != sqlite3_bind_parameter_count(target))
+            throw DatabaseFault(DatabaseFault::SyntaxError,
+                                "No value given for one or more required parameters.",
+                                connectionString.toStdString());
+        for (int i = 0; i < parameters.size(); ++i)
+            if (const int code = bind(target, i + 1, parameters[i]); code != SQLITE_OK)
+                fail(code);
+    }
+
     void write(const QString& sql, const RowValues& values) const {
         const Statement writing = prepared(sql.toUtf8(), nullptr);
         int place = 0;
@@ -238,6 +252,7 @@ class SqliteCursor final : public EngineCursor {
 
     sqlite3* database;
     Statement statement;
+    QVariantList parameters;
     QString table; // whose rows can be changed; empty when the statement is not of that kind
     QString connectionString;
     QString countQuery;
@@ -272,9 +287,14 @@ class SqliteEngine final : public Engine {
         const JetStatement rewritten = RewriteJetSql(
             options.wholeTable ? QStringLiteral("SELECT * FROM [%1]").arg(statement) : statement,
             SqliteDialect());
+        QVariantList values = options.parameters;
+        for (int i = 0; i < values.size() && i < rewritten.compared.size(); ++i)
+            if (rewritten.compared[i] && values[i].typeId() == QMetaType::QString)
+                values[i] = WithoutTrailingBlanks(values[i].toString());
         const bool changes = options.forChange || options.wholeTable;
-        return std::make_unique<SqliteCursor>(
-            handle.get(), rewritten.sql, changes ? rewritten.updatableTable : QString(), connectionString);
+        return std::make_unique<SqliteCursor>(handle.get(), rewritten.sql, values,
+                                              changes ? rewritten.updatableTable : QString(),
+                                              connectionString);
     }
 
     void begin() override { run("BEGIN IMMEDIATE;"); }
@@ -349,7 +369,7 @@ class SqliteEngine final : public Engine {
     }
 
     int number(const QString& sql) {
-        SqliteCursor rows(handle.get(), sql, {}, connectionString);
+        SqliteCursor rows(handle.get(), sql, {}, {}, connectionString);
         return rows.step() ? rows.value(0).toInt() : 0;
     }
 

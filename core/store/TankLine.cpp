@@ -4,7 +4,6 @@
 #include "core/base/Numbers.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
 
 using Record::column;
 using Record::IfChanged;
@@ -98,15 +97,11 @@ constexpr TankColumn choiceColumns[] = {qty, modelNo};
 constexpr TankColumn shockChoiceColumns[] = {qty, modelNo, leakLoad, pumpRunTime};
 constexpr TankColumn packageColumns[] = {modelNo, qty, sopMax, tankClass, dateCreated};
 
-QString keyCondition(const QString& tankID) {
-    return QStringLiteral("SELECT * FROM tblJobData WHERE TankID = '") + UtilityFunctions::SqlEscape(tankID) +
-           u'\'';
-}
+const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
 
 bool hasHeader(const Connection& connection, const QString& jobID) {
     Recordset header;
-    header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = '" + UtilityFunctions::SqlEscape(jobID) + "'",
-                connection);
+    header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = ?", connection, {jobID});
     return !header.AtEnd();
 }
 
@@ -117,9 +112,8 @@ RecordGone jobGone() {
 /// The next free number of a job, over an open connection.
 std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
     Recordset rows;
-    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = '" +
-                  UtilityFunctions::SqlEscape(jobID) + "'",
-              connection);
+    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = ?", connection,
+              {jobID});
     return rows.AtEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
 }
 
@@ -182,8 +176,16 @@ TankLine::Columns TankLine::unitTags() {
 namespace UtilityFunctions {
 
 std::optional<TankLine> ReadTankLine(const QString& tankID) {
-    Rows tank("User", keyCondition(tankID));
+    Rows tank("User", byKey, {tankID});
     return tank.AtEnd() ? std::nullopt : std::optional(Record::read(*tank, TankLine::all()));
+}
+
+std::optional<TankLine> ReadTankLineToEdit() {
+    const QString tankID = Session::TankID.text();
+    const auto line = ReadTankLine(tankID);
+    if (!line && !tankID.isEmpty() && Session::Mode.text() == Session::Modes::Edit)
+        throw RecordGone("This tank has been deleted.");
+    return line;
 }
 
 std::vector<TankLine> TankLinesOf(const QString& jobID) {
@@ -192,7 +194,7 @@ std::vector<TankLine> TankLinesOf(const QString& jobID) {
 
 std::vector<TankLine> TankLinesOf(const QString& jobID, const Connection& user) {
     Recordset tanks;
-    tanks.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(jobID) + "'", user);
+    tanks.Open("SELECT * FROM tblJobData WHERE JobID = ?", user, {jobID});
     return Record::readAll(tanks, TankLine::all());
 }
 
@@ -213,9 +215,11 @@ bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
     if (!Session::Mode.read(mode))
         return false;
     QString tankID;
-    if (mode == Session::Modes::New)
+    const bool hasTank = Session::TankID.read(tankID);
+    if (mode == Session::Modes::New ||
+        (hasTank && tankID.isEmpty())) // a package's Add More leaves the mode alone
         tankID = add(line, columns);
-    else if (Session::TankID.read(tankID))
+    else if (hasTank)
         UpdateTankLine(tankID, line, columns, asRead, ifChanged);
     else
         return false;
@@ -228,7 +232,7 @@ void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset tank;
-    tank.Open(keyCondition(tankID), connection, CursorType::Keyset);
+    tank.Open(byKey, connection, {tankID}, CursorType::Keyset);
     if (tank.AtEnd())
         throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
                                                                 : RecordGone("This tank has been deleted.");

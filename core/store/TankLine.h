@@ -57,6 +57,10 @@ namespace UtilityFunctions {
 /// The tank line of a key; nothing when there is none. Throws DatabaseFault.
 std::optional<TankLine> ReadTankLine(const QString& tankID);
 
+/// The tank line of the session; nothing for one to come. Throws RecordGone when one that is to be edited is
+/// not there, and DatabaseFault.
+std::optional<TankLine> ReadTankLineToEdit();
+
 /// The tank lines of a job, in the order of the table. Throws DatabaseFault.
 std::vector<TankLine> TankLinesOf(const QString& jobID);
 /// The same over an open connection to the user database.
@@ -68,11 +72,11 @@ int TankLineTextSize(const QString& column);
 /// The next free tank number of the session's job. Throws DatabaseFault, and Fault 6 past 32,767.
 std::int16_t GetNextNumber();
 
-/// Stores the given columns of a tank line in one write: in the mode "New" as a new line of its job, together
-/// with its number and key, else over that of the session's TankID. The session gets the key once the line is
-/// stored. What was read before tells whether someone else has changed those columns since. False when the
-/// mode, or the key in another mode, cannot be read: then nothing is saved. Throws RecordGone when the job or
-/// the line is not there, RecordChanged, and DatabaseFault.
+/// Stores the given columns of a tank line in one write: in the mode "New", or without a key, as a new line
+/// of its job, together with its number and key, else over that of the session's TankID. The session gets the
+/// key once the line is stored. What was read before tells whether someone else has changed those columns
+/// since. False when the mode, or the key in another mode, cannot be read: then nothing is saved. Throws
+/// RecordGone when the job or the line is not there, RecordChanged, and DatabaseFault.
 bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
                   Record::IfChanged ifChanged);
 

@@ -33,8 +33,9 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
         UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
     imgDrawing->setVisible(loaded);
     txtDrawing->setText(path);
-    if (const QString tankID = Session::TankID.text(); !tankID.isEmpty())
-        imgDrawing->setToolTip(QCoreApplication::translate("frmDrawing", "Tank %1").arg(tankID));
+    const QString tankID = Session::tankLine();
+    imgDrawing->setToolTip(
+        tankID.isEmpty() ? QString() : QCoreApplication::translate("frmDrawing", "Tank %1").arg(tankID));
     if (!loaded)
         return;
     imgDrawing->move(0, 0);

@@ -3,6 +3,7 @@
 #include "core/base/ApplicationNames.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Hourglass.h"
+#include "core/shell/Screens.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 #include "documents/report/Reports.h"
@@ -102,6 +103,8 @@ void show(const List& list) {
 /// The schedule of the session's job; the session's application stays as it is.
 void showSchedule() {
     Trap("mnuSchedule", [] {
+        if (!Screens::activeStands())
+            return;
         const Hourglass hourglass;
         FillScheduleTable();
         ShowDocument(Report(*FindReport("rptSchedule")).Run());

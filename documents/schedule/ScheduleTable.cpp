@@ -1,9 +1,11 @@
 #include "documents/schedule/ScheduleTable.h"
 
 #include "core/base/Text.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/Trap.h"
-#include "core/store/Catalogue.h"
 #include "core/store/DataState.h"
+#include "core/store/Gateway.h"
+#include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 #include "documents/tags/UnitTags.h"
@@ -32,13 +34,13 @@ void takeModel(const QString& modelNo, ModelValues& values) {
         // schedule is not taken for a whole one.
         values.TankVol = ToNumber("'");
     }
-    Rows model = ReadModel(modelNo);
-    if (model.AtEnd())
+    const auto model = ReadModel(modelNo);
+    if (!model)
         return;
-    values = {.TankOD = model["TankOD"].text(),
-              .OAL = model["OAL"].text(),
-              .TankVol = model["TankVolume"].number(),
-              .App = model["App"].text()};
+    values = {.TankOD = Shown(model->tankOD),
+              .OAL = Shown(model->oal),
+              .TankVol = model->tankVolume.value_or(0),
+              .App = Shown(model->app)};
 }
 
 void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {

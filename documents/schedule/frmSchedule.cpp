@@ -1,13 +1,13 @@
 #include "documents/schedule/frmSchedule.h"
 
+#include "core/base/Applications.h"
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
-#include "core/store/Gateway.h"
+#include "core/store/Model.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/tags/UnitTags.h"
@@ -58,24 +58,19 @@ std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
     return unit;
 }
 
-std::optional<double> numberIn(const Recordset::Field& field) {
-    return Record::valueOf<double>(field);
-}
-
 /// Shows what the catalogue says of the models of some units; one that has left it leaves them blank.
 void showModel(const QString& modelNo, const QList<ListRow*>& units) {
-    Rows model("Sys", "SELECT * FROM tblModelMaster INNER JOIN tblAppMaster ON tblModelMaster.App = "
-                      "tblAppMaster.App WHERE ModelDscrptn = '" +
-                          SqlEscape(modelNo) + "'");
-    if (model.AtEnd())
+    const auto model = ReadModel(modelNo);
+    if (!model)
         return;
+    const QString application = ApplicationDescription(Shown(model->app));
+    const bool drawdown = ApplicationCoded(Shown(model->app).toStdString()) == Application::Hydropneumatic;
     for (ListRow* unit : units) {
-        unit->setText(ApplicationColumn, model["Description"].text());
-        setNumber(*unit, VolumeColumn, numberIn(model["TankVolume"]),
-                  FormattedNumber(model["TankVolume"].number(), "#,##0 gal"));
-        setNumber(*unit, DiaColumn, numberIn(model["TankOD"]), model["TankOD"].text());
-        setNumber(*unit, HtColumn, numberIn(model["OAL"]), model["OAL"].text());
-        if (model["App"].text() != "HYD")
+        unit->setText(ApplicationColumn, application);
+        setNumber(*unit, VolumeColumn, model->tankVolume, Shown(model->tankVolume, "#,##0 gal"));
+        setNumber(*unit, DiaColumn, model->tankOD, Shown(model->tankOD));
+        setNumber(*unit, HtColumn, model->oal, Shown(model->oal));
+        if (!drawdown)
             continue;
         for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // such a tank has none of its own
             unit->setText(temperature, {});

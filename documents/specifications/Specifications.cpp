@@ -6,7 +6,7 @@ Specification ReadSpecification(const QString& key) {
     Specification specification;
     Connection connection = UtilityFunctions::openDatabase("Sys");
     Recordset row;
-    row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = '" + key + "'", connection);
+    row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = ?", connection, {key});
     if (row.AtEnd())
         return specification;
     for (int i = 1; i <= 10; ++i)

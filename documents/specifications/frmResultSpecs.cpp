@@ -6,10 +6,11 @@
 #include "core/shell/Hourglass.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
-#include "core/store/Gateway.h"
+#include "core/store/Model.h"
+#include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
+#include "core/store/UserDefaults.h"
 #include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
@@ -32,41 +33,26 @@ void readTankLine(Placeholders::Values& values) {
 QString readModel(Placeholders::Values& values) {
     if (values.modelNo.isEmpty())
         return {};
-    Connection connection = openDatabase("Sys");
-    Recordset model;
-    model.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(values.modelNo) + "'",
-               connection);
-    if (model.AtEnd())
+    const auto model = ReadModel(values.modelNo);
+    if (!model)
         return {};
-    values.tankGal = FormattedField(model["TankVolume"], "#,##0 gal");
-    values.tankOD = model["TankOD"].text();
-    values.tankOAL = model["OAL"].text();
-    values.sysConn = FractionConversion(model["TankSysConn"].number()); // unlike the submittal, as a fraction
-    values.wkPressure = model["TankWkPressure"].text();
-    values.precharge = model["Precharge"].text();
-    values.makeUpCapacity = model["MakeUpCapacity"].text();
-    values.hp = model["PumpHp"].text();
-    return model["Submittal"].text();
-}
-
-/// The value that a statement gives in a column; an empty text when it has no row.
-QString lookUp(const QString& database, const QString& sql, const QString& column) {
-    Connection connection = openDatabase(database);
-    Recordset row;
-    row.Open(sql, connection);
-    return row.AtEnd() ? QString() : row[column].text();
+    values.tankGal = Shown(model->tankVolume, "#,##0 gal");
+    values.tankOD = Shown(model->tankOD);
+    values.tankOAL = Shown(model->oal);
+    values.sysConn =
+        FractionConversion(model->tankSysConn.value_or(0)); // unlike the submittal, as a fraction
+    values.wkPressure = Shown(model->tankWkPressure);
+    values.precharge = Shown(model->precharge);
+    values.makeUpCapacity = Shown(model->makeUpCapacity);
+    values.hp = Shown(model->pumpHp);
+    return Shown(model->submittal);
 }
 
 /// The representative of the user's postal code, looked up afresh.
 QString representative() {
-    const QString postalCode = lookUp("User", "SELECT * FROM tblUser", "PostalCode");
-    if (postalCode.isEmpty())
-        return {};
-    const QString rep =
-        lookUp("Sys", "SELECT * FROM tblPostalCodes WHERE PostalCode = '" + postalCode + "'", "RepID");
-    return rep.isEmpty() ? QString()
-                         : lookUp("Sys", "SELECT * FROM tblRepMaster WHERE RepID = '" + SqlEscape(rep) + "'",
-                                  "CompanyName");
+    const auto user = ReadUserDefaults();
+    const QString postalCode = user ? Shown(user->postalCode) : QString();
+    return postalCode.isEmpty() ? QString() : DirectoryCompany(postalCode);
 }
 
 } // namespace
@@ -83,7 +69,7 @@ frmResultSpecs::frmResultSpecs() : Screen("frmResultSpecs") {
 void frmResultSpecs::Load() {
     const Hourglass hourglass;
     SetStatusText("Copy & paste specifications to another application");
-    lblTankID->setText(Session::TankID.text());
+    lblTankID->setText(Session::tankLine());
     Placeholders::Values values;
     readTankLine(values);
     const QString key = readModel(values);

@@ -9,6 +9,8 @@ class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
   public:
     frmResultSpecs();
     bool loadsAfresh() const override { return true; }
+    /// What was copied is asked about when the screen closes.
+    bool hasEntries() const override { return Copied || Screen::hasEntries(); }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
     bool leavesStatus() const override { return true; }

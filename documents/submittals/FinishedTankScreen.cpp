@@ -2,7 +2,6 @@
 
 #include "core/base/Fault.h"
 #include "core/shell/Status.h"
-#include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
 
@@ -21,8 +20,8 @@ void FinishedTankScreen::shows(const Fields& shownFields) {
     opens(fields.specification, "frmResultSpecs");
 }
 
-QString FinishedTankScreen::bladderType(Recordset& model) {
-    return (model["ASME"].boolean() ? "ASME " : "non-ASME ") + model["Bladder"].text();
+QString FinishedTankScreen::bladderType(const Model& model) {
+    return (model.asme.value_or(false) ? "ASME " : "non-ASME ") + Shown(model.bladder);
 }
 
 QString FinishedTankScreen::modelText() const {
@@ -39,9 +38,9 @@ void FinishedTankScreen::Load() {
         ShowTankLine(*tank);
     }
     QString drawing;
-    if (Rows model = ReadModel(modelText()); !model.AtEnd()) {
+    if (const auto model = ReadModel(modelText())) {
         ShowModel(*model);
-        drawing = model["TankDraw"].text();
+        drawing = Shown(model->tankDraw);
     }
     ShowTankDrawing(fields.picture, fields.drawing, drawing);
 }

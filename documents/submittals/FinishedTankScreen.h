@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/shell/DisplayFields.h"
+#include "core/store/Model.h"
 #include "core/store/TankLine.h"
 #include "documents/submittals/ResultScreen.h"
 
@@ -26,9 +27,9 @@ class FinishedTankScreen : public ResultScreen {
     void shows(const Fields& shownFields);
 
     virtual void ShowTankLine(const TankLine& tank) = 0;
-    virtual void ShowModel(Recordset& model) = 0;
+    virtual void ShowModel(const Model& model) = 0;
     /// "ASME " or "non-ASME " and the bladder of a model.
-    static QString bladderType(Recordset& model);
+    static QString bladderType(const Model& model);
 
     void Load() override;
     void Activate() override;

@@ -52,13 +52,14 @@ QString activeScreen(const QStringList& known) {
 
 void print() {
     const QString name = activeScreen({"frmReportViewer", "frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty()) // over the viewer it ends in the beep; the viewer has a print button of its own
+    if (!name.isEmpty() && Screens::activeStands()) // over the viewer it ends in the beep; the viewer has a
+                                                    // print button of its own
         UtilityFunctions::PrintSubmittal(name);
 }
 
 void preview() {
     const QString name = activeScreen({"frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty())
+    if (!name.isEmpty() && Screens::activeStands())
         UtilityFunctions::PreviewSubmittal(name);
 }
 

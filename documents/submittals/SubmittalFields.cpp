@@ -1,10 +1,12 @@
 #include "documents/submittals/SubmittalFields.h"
 
+#include "core/base/Applications.h"
 #include "core/base/Program.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Trap.h"
-#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
+#include "core/store/Model.h"
+#include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
@@ -59,7 +61,7 @@ class Filler {
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         describe();
         showDrawing();
-        if (kind.drawdown && application == "HYD")
+        if (kind.drawdown && application == Application::Hydropneumatic)
             showDrawdown();
         if (kind.drawdown) { // "Y" alone shows a mark, in this case only
             report.control("imgIAPMO").visible = iapmo == "Y";
@@ -75,22 +77,22 @@ class Filler {
     }
 
     /// Shows a number in a pattern; a null leaves what stands around the number in it.
-    void setNumber(const char* name, const Recordset::Field& field, const QString& pattern) {
+    void setNumber(const char* name, const std::optional<double>& value, const QString& pattern) {
         ReportControl* control = report.layout().control(name);
         if (!control)
             return;
         control->style.pattern = pattern;
-        if (field.isNull()) {
+        if (!value) {
             control->text = pattern.startsWith("General") ? pattern.mid(7) : QString();
             return;
         }
-        control->number = field.number();
-        control->text = ShownNumber(field.number(), pattern);
+        control->number = *value;
+        control->text = ShownNumber(*value, pattern);
     }
 
     /// A stored number as people read it; an empty text for null.
-    static QString stored(const Recordset::Field& field) {
-        return field.isNull() ? QString() : ShownNumber(field.number(), "General");
+    static QString stored(const std::optional<double>& value) {
+        return value ? ShownNumber(*value, "General") : QString();
     }
 
     void readTankLine(const QString& tankID) {
@@ -117,59 +119,56 @@ class Filler {
     }
 
     void readRepresentative() {
-        Connection connection = openDatabase("User");
-        Recordset representative;
-        representative.Open("SELECT * FROM tblRepMaster", connection);
-        if (representative.AtEnd())
+        const auto own = OwnRepresentatives();
+        if (own.empty())
             return;
-        values.rep = representative["CompanyName"].text().replace("&&", "&");
+        values.rep = Shown(own.front().companyName).replace("&&", "&");
         set("txtRepName", values.rep);
-        set("txtRepPhone", representative["PhoneNo"].text());
+        set("txtRepPhone", Shown(own.front().phoneNo));
     }
 
     void readModel() {
-        Rows model = ReadModel(values.modelNo);
-        if (model.AtEnd())
+        const auto model = ReadModel(values.modelNo);
+        if (!model)
             return;
-        const QString pressure = stored(model["TankWkPressure"]);
-        set("txtShell", model["Shell"].text());
-        set("txtBladder",
-            kind.bladderWord ? model["Bladder"].text() : model["Bladder"].text().remove("Bladder"));
-        set("txtFinish", model["Finish"].text());
-        set("txtSysConnType", model["SysConnType"].text());
-        setNumber("txtMaxTemp", model["MaxTemp"], "General°F");
-        setNumber("txtMaxPressure", model["TankWkPressure"], "General psi");
-        setNumber("txtPrecharge", model["PreCharge"], "General psi");
+        const QString pressure = stored(model->tankWkPressure);
+        set("txtShell", Shown(model->shell));
+        set("txtBladder", kind.bladderWord ? Shown(model->bladder) : Shown(model->bladder).remove("Bladder"));
+        set("txtFinish", Shown(model->finish));
+        set("txtSysConnType", Shown(model->sysConnType));
+        setNumber("txtMaxTemp", model->maxTemp, "General°F");
+        setNumber("txtMaxPressure", model->tankWkPressure, "General psi");
+        setNumber("txtPrecharge", model->precharge, "General psi");
         const QString volumes = kind.formattedVolumes ? "#,##0 gal" : "General gal";
-        setNumber("txtTankVol", model["TankVolume"], volumes);
-        setNumber("txtAccVol", model["AcceptanceVolume"], volumes);
-        setNumber("txtDia", model["TankOD"], "General");
-        setNumber("txtWidth", model["TankOD"], "General");
-        setNumber("txtHeight", model["OAL"], "General");
-        set("txtSysConnSize", model["SysConnStd"].text());
-        setNumber("txtWeight", model["ShipWeight"], "General lbs");
-        set("txtMakeUpCap", stored(model["MakeUpCapacity"]) + " gpm @ " + pressure + " psi");
-        set("txtPressureRange", stored(model["MinSysPressure"]) + " psi - " + pressure + " psi");
-        setNumber("txtHorsePower", model["PumpHp"], "General hp");
-        set("txtClearance", model["Clearance"].text());
-        values.tankGal = FormattedField(model["TankVolume"], "#,##0");
-        values.tankOD = stored(model["TankOD"]);
-        values.tankOAL = stored(model["OAL"]);
-        values.sysConn = kind.connectionAsNumber ? stored(model["TankSysConn"]) : model["SysConnStd"].text();
+        setNumber("txtTankVol", model->tankVolume, volumes);
+        setNumber("txtAccVol", model->acceptanceVolume, volumes);
+        setNumber("txtDia", model->tankOD, "General");
+        setNumber("txtWidth", model->tankOD, "General");
+        setNumber("txtHeight", model->oal, "General");
+        set("txtSysConnSize", Shown(model->sysConnStd));
+        setNumber("txtWeight", model->shipWeight, "General lbs");
+        set("txtMakeUpCap", stored(model->makeUpCapacity) + " gpm @ " + pressure + " psi");
+        set("txtPressureRange", stored(model->minSysPressure) + " psi - " + pressure + " psi");
+        setNumber("txtHorsePower", model->pumpHp, "General hp");
+        set("txtClearance", Shown(model->clearance));
+        values.tankGal = Shown(model->tankVolume, "#,##0");
+        values.tankOD = stored(model->tankOD);
+        values.tankOAL = stored(model->oal);
+        values.sysConn = kind.connectionAsNumber ? stored(model->tankSysConn) : Shown(model->sysConnStd);
         values.wkPressure = pressure;
-        values.precharge = stored(model["Precharge"]);
-        values.makeUpCapacity = stored(model["MakeUpCapacity"]);
-        values.hp = stored(model["PumpHp"]);
-        submittal = model["Submittal"].text();
-        drawing = model["TankDraw"].text();
-        application = model["App"].text();
-        nsf = model["NSF"].text();
-        iapmo = model["IAPMO"].text();
+        values.precharge = stored(model->precharge);
+        values.makeUpCapacity = stored(model->makeUpCapacity);
+        values.hp = stored(model->pumpHp);
+        submittal = Shown(model->submittal);
+        drawing = Shown(model->tankDraw);
+        application = ApplicationCoded(Shown(model->app).toStdString());
+        nsf = Shown(model->nsf);
+        iapmo = Shown(model->iapmo);
     }
 
     void showSpecification() {
         const Specification specification =
-            submittal.isEmpty() ? Specification() : ReadSpecification(SqlEscape(submittal));
+            submittal.isEmpty() ? Specification() : ReadSpecification(submittal);
         set("txtTypSpecs", Specification::shown(Placeholders::replaced(specification.text, values),
                                                 Placeholders::replaced(specification.lastLine, values)));
         const auto& parts = specification.description;
@@ -181,7 +180,7 @@ class Filler {
     void showDrawing() {
         Connection connection = openDatabase("Sys");
         Recordset row;
-        row.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
+        row.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = ?", connection, {drawing});
         if (row.AtEnd())
             return;
         ReportControl& picture = report.control("imgDrawing");
@@ -207,7 +206,7 @@ class Filler {
     QString job;
     QString submittal;
     QString drawing;
-    QString application;
+    std::optional<Application> application;
     QString nsf;
     QString iapmo;
 };

@@ -1,21 +1,16 @@
 #include "documents/submittals/Submittals.h"
 
 #include "core/store/Gateway.h"
-#include "core/store/SqlText.h"
+#include "core/store/Model.h"
 #include "documents/report/Reports.h"
 #include "documents/submittals/SubmittalFields.h"
 
 QString UtilityFunctions::SetReport(const QString& model) {
-    Connection connection = openDatabase("Sys");
-    Recordset row;
-    row.Open("SELECT Submittal FROM tblModelMaster WHERE ModelDscrptn = '" + SqlEscape(model) + "'",
-             connection);
-    const QString submittal = row.AtEnd() ? QString() : row["Submittal"].text();
+    const auto found = ReadModel(model);
+    const QString submittal = found ? found->submittal.value_or(QString()) : QString();
     if (submittal.isEmpty())
         return {};
-    Recordset specification;
-    specification.Open("SELECT Report FROM tblSpecMaster WHERE Submittal = '" + SqlEscape(submittal) + "'",
-                       connection);
+    Rows specification("Sys", "SELECT Report FROM tblSpecMaster WHERE Submittal = ?", {submittal});
     return specification.AtEnd() ? QString() : specification["Report"].text();
 }
 

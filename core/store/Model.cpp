@@ -1,0 +1,56 @@
+#include "core/store/Model.h"
+
+#include "core/store/Gateway.h"
+
+using Record::column;
+
+std::span<const Record::Column<Model>> Model::columns() {
+    static constexpr Record::Column<Model> all[] = {
+        column<&Model::modelDscrptn>("ModelDscrptn"),
+        column<&Model::app>("App"),
+        column<&Model::series>("Class"),
+        column<&Model::bladder>("Bladder"),
+        column<&Model::asme>("ASME"),
+        column<&Model::nsf>("NSF"),
+        column<&Model::iapmo>("IAPMO"),
+        column<&Model::tankVolume>("TankVolume"),
+        column<&Model::acceptanceVolume>("AcceptanceVolume"),
+        column<&Model::tankOD>("TankOD"),
+        column<&Model::oal>("OAL"),
+        column<&Model::sysConnStd>("SysConnStd"),
+        column<&Model::sysConnType>("SysConnType"),
+        column<&Model::tankSysConn>("TankSysConn"),
+        column<&Model::tankWkPressure>("TankWkPressure"),
+        column<&Model::minSysPressure>("MinSysPressure"),
+        column<&Model::precharge>("Precharge"),
+        column<&Model::shipWeight>("ShipWeight"),
+        column<&Model::makeUpCapacity>("MakeUpCapacity"),
+        column<&Model::pumpHp>("PumpHp"),
+        column<&Model::shell>("Shell"),
+        column<&Model::finish>("Finish"),
+        column<&Model::maxTemp>("MaxTemp"),
+        column<&Model::clearance>("Clearance"),
+        column<&Model::tankDraw>("TankDraw"),
+        column<&Model::submittal>("Submittal"),
+    };
+    return all;
+}
+
+namespace UtilityFunctions {
+
+std::optional<Model> ReadModel(const QString& model) {
+    Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn = ?", {model});
+    return rows.AtEnd() ? std::nullopt : std::optional(Record::read(*rows, Model::columns()));
+}
+
+std::vector<Model> ModelsOf(const QString& series) {
+    Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE Class = ?", {series});
+    return Record::readAll(*rows, Model::columns());
+}
+
+QString ApplicationDescription(const QString& code) {
+    Rows rows("Sys", "SELECT Description FROM tblAppMaster WHERE App = ?", {code});
+    return rows.AtEnd() ? QString() : rows["Description"].text();
+}
+
+} // namespace UtilityFunctions

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/store/Record.h"
+
+/// A model of the catalogue.
+struct Model {
+    std::optional<QString> modelDscrptn; // the name, which tank lines store
+    std::optional<QString> app;          // the application's code
+    std::optional<QString> series;       // the series' code
+    std::optional<QString> bladder;
+    std::optional<bool> asme;
+    std::optional<QString> nsf;
+    std::optional<QString> iapmo;
+    std::optional<double> tankVolume;       // gal a tank
+    std::optional<double> acceptanceVolume; // gal a tank
+    std::optional<double> tankOD;           // in
+    std::optional<double> oal;              // in
+    std::optional<QString> sysConnStd;
+    std::optional<QString> sysConnType;
+    std::optional<double> tankSysConn;    // in
+    std::optional<double> tankWkPressure; // psig
+    std::optional<double> minSysPressure; // psig
+    std::optional<double> precharge;      // psig
+    std::optional<double> shipWeight;     // lb
+    std::optional<double> makeUpCapacity; // gpm
+    std::optional<double> pumpHp;         // hp of one pump
+    std::optional<QString> shell;
+    std::optional<QString> finish;
+    std::optional<double> maxTemp; // °F
+    std::optional<QString> clearance;
+    std::optional<QString> tankDraw;  // key of the drawing
+    std::optional<QString> submittal; // key of the specification
+
+    static std::span<const Record::Column<Model>> columns();
+};
+
+namespace UtilityFunctions {
+
+/// A model of the catalogue by its name; nothing when the catalogue does not have it. Throws DatabaseFault.
+std::optional<Model> ReadModel(const QString& model);
+
+/// The models of a series, in the order of the catalogue. Throws DatabaseFault.
+std::vector<Model> ModelsOf(const QString& series);
+
+/// The name of the application of a code, such as "Expansion Tank"; an empty text for an unknown one. Throws
+/// DatabaseFault.
+QString ApplicationDescription(const QString& code);
+
+} // namespace UtilityFunctions

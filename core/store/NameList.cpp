@@ -1,0 +1,47 @@
+#include "core/store/NameList.h"
+
+#include "core/store/Gateway.h"
+
+using namespace UtilityFunctions;
+
+namespace NameList {
+
+namespace {
+
+Rows find(const QString& table, const QString& name) {
+    return {"User", "SELECT * FROM " + table + " WHERE fldName = ?", {name}};
+}
+
+} // namespace
+
+QStringList names(const QString& table) {
+    QStringList listed;
+    for (Rows rows("User", table, CursorType::ForwardOnly, CommandType::Table); !rows.AtEnd();
+         rows->MoveNext())
+        listed.append(rows["fldName"].text());
+    return listed;
+}
+
+int longest(const QString& table) {
+    return Rows("User", table, CursorType::ForwardOnly, CommandType::Table)["fldName"].DefinedSize();
+}
+
+bool has(const QString& table, const QString& name) {
+    return !find(table, name).AtEnd();
+}
+
+void add(const QString& table, const QString& name) {
+    Rows rows("User", table, CursorType::Keyset, CommandType::Table);
+    rows->AddNew();
+    rows["fldName"] = name;
+    rows->Update();
+}
+
+void remove(const QString& table, const QString& name) {
+    Rows rows("User", "SELECT * FROM " + table + " WHERE fldName = '" + name + "'", CursorType::Keyset);
+    // What reads as a condition must not take another name along.
+    if (!rows.AtEnd() && rows["fldName"].text().compare(name, Qt::CaseInsensitive) == 0)
+        rows->Delete();
+}
+
+} // namespace NameList

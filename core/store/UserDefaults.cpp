@@ -1,0 +1,57 @@
+#include "core/store/UserDefaults.h"
+
+#include "core/store/Gateway.h"
+
+using Record::column;
+
+namespace {
+
+constexpr Record::Column<UserDefaults> columns[] = {
+    column<&UserDefaults::postalCode>("PostalCode"),
+    column<&UserDefaults::firstPostalCode>("FirstPostalCode"),
+    column<&UserDefaults::defaultEngineer>("DefaultEngineer"),
+    column<&UserDefaults::defaultContractor>("DefaultContractor"),
+    column<&UserDefaults::defaultPSIa>("DefaultPSIa"),
+};
+
+UtilityFunctions::Rows table(const char* name, CursorType cursor = CursorType::ForwardOnly) {
+    return {"User", name, cursor, CommandType::Table};
+}
+
+} // namespace
+
+namespace UtilityFunctions {
+
+std::optional<UserDefaults> ReadUserDefaults() {
+    Rows user = table("tblUser");
+    return user.AtEnd() ? std::nullopt : std::optional(Record::read<UserDefaults>(*user, columns));
+}
+
+UserDefaults::Sizes UserDefaultsSizes() {
+    Rows user = table("tblUser");
+    return {.postalCode = user["PostalCode"].DefinedSize(),
+            .defaultEngineer = user["DefaultEngineer"].DefinedSize(),
+            .defaultContractor = user["DefaultContractor"].DefinedSize(),
+            .defaultPSIa = user["DefaultPSIa"].DefinedSize()};
+}
+
+void SaveUserDefaults(const UserDefaults& defaults) {
+    Rows user = table("tblUser", CursorType::Keyset);
+    if (user.AtEnd())
+        user->AddNew();
+    Record::write<UserDefaults>(*user, defaults, columns);
+    user->Update();
+}
+
+std::optional<double> ReadFirstTimeFlag(const QString& flag) {
+    Rows flags = table("tblFirstTime");
+    return flags.AtEnd() ? std::nullopt : std::optional(flags[flag].number());
+}
+
+void SaveFirstTimeFlag(const QString& flag, bool set) {
+    Rows flags = table("tblFirstTime", CursorType::Keyset);
+    flags[flag] = set;
+    flags->Update();
+}
+
+} // namespace UtilityFunctions

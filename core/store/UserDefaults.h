@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/store/Record.h"
+
+/// The user's defaults, which reach every new job.
+struct UserDefaults {
+    std::optional<QString> postalCode; // or CAN, or HOME
+    std::optional<QString> firstPostalCode;
+    std::optional<QString> defaultEngineer;
+    std::optional<QString> defaultContractor;
+    std::optional<double> defaultPSIa; // atmospheric pressure in psia
+
+    /// The atmosphere at sea level in psia.
+    static constexpr double standardAtmosphere = 14.7;
+
+    /// The longest texts, as declared, of what is typed.
+    struct Sizes {
+        int postalCode;
+        int defaultEngineer;
+        int defaultContractor;
+        int defaultPSIa;
+    };
+};
+
+namespace UtilityFunctions {
+
+/// The user's defaults; nothing for a user without any. Throws DatabaseFault.
+std::optional<UserDefaults> ReadUserDefaults();
+
+/// Throws DatabaseFault.
+UserDefaults::Sizes UserDefaultsSizes();
+
+/// Stores the user's defaults in their one row, which it adds when it is not there. Throws DatabaseFault.
+void SaveUserDefaults(const UserDefaults& defaults);
+
+/// Whether a flag of the first start is set: "FirstTime" or "Convert"; nothing when there are no flags.
+/// Throws DatabaseFault.
+std::optional<double> ReadFirstTimeFlag(const QString& flag);
+/// Throws DatabaseFault.
+void SaveFirstTimeFlag(const QString& flag, bool set);
+
+} // namespace UtilityFunctions
