@@ -207,7 +207,7 @@ void frmJobConditionsSHK::GiveUp() {
     const Hourglass hourglass;
     Tag = "1";
     CancelJobInput(lblJobID->text());
-    if (const Screen* pad = Screens::find("frmMetricSHK"); pad && Screens::serves(*pad, name()))
+    if (const Screen* pad = Screens::find("frmMetricSHK"); pad && !Screens::isOfAnotherJob(*pad, name()))
         Screens::unload(pad->name());
     ClosePipeChooser(name());
     Screens::unload(name());

@@ -226,7 +226,7 @@ void frmJobConditions::Cancel() {
     Tag = "1";
     CancelJobInput(lblJobID->text());
     for (const char* opened : {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric"})
-        if (const Screen* pad = Screens::find(opened); pad && Screens::serves(*pad, name()))
+        if (const Screen* pad = Screens::find(opened); pad && !Screens::isOfAnotherJob(*pad, name()))
             Screens::unload(opened); // with its pipe chooser
     Screens::unload(name());
 }

@@ -452,6 +452,13 @@ bool serves(const Screen& pad, const QString& target) {
             (!own->line.isEmpty() || sameTask));
 }
 
+bool isOfAnotherJob(const Screen& pad, const QString& screen) {
+    const Entry* own = entryOf(pad.name());
+    const Entry* other = entryOf(screen);
+    const QString job = own ? own->task->jobID.value_or(QString()) : QString();
+    return !job.isEmpty() && other && job != other->task->jobID.value_or(QString());
+}
+
 void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text) {
     if (!serves(pad, target))
         return;

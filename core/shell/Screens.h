@@ -47,6 +47,8 @@ Screen* find(const QString& name);
 /// Whether a pad or chooser may write into a screen: it stands open for the job and line for which the pad
 /// was opened.
 bool serves(const Screen& pad, const QString& target);
+/// Whether a pad was opened for another job than that of a screen.
+bool isOfAnotherJob(const Screen& pad, const QString& screen);
 /// Writes a text into a box of the screen that a pad serves, as if the user had typed it; a box that the
 /// screen hides stays as it is. Throws Fault 91 when there is no such box.
 void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text);
