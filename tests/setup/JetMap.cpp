@@ -121,6 +121,7 @@ void JetMap::readRow(int table, int row, const QHash<QString, Column>& columns, 
                      qsizetype end) {
     const qsizetype nulls = end - (word(begin) + 7) / 8;
     const qsizetype borders = nulls - 4; // of the first; those that follow stand ahead of it
+    nullPlaces[size_t(table)].push_back(nulls);
     addStructure(begin, begin + 2);
     addStructure(borders - 2 * qsizetype(word(nulls - 2)), end);
     QVariantList& line = values[size_t(table)].emplace_back();

@@ -39,6 +39,8 @@ class JetMap {
     qsizetype definition(int table) const { return definitions[size_t(table)]; }
     /// Where a row begins.
     qsizetype row(int table, int index) const { return rowPlaces[size_t(table)][size_t(index)]; }
+    /// Where its marks of nulls begin.
+    qsizetype nulls(int table, int index) const { return nullPlaces[size_t(table)][size_t(index)]; }
     /// The places of the memos that stand in a chain of pieces: of their heads of 12 bytes.
     const std::vector<qsizetype>& chainedMemos() const { return chained; }
     /// Where a piece of a memo begins.
@@ -84,6 +86,7 @@ class JetMap {
     std::array<std::vector<QVariantList>, 5> values;
     std::array<qsizetype, 5> definitions{};
     std::array<std::vector<qsizetype>, 5> rowPlaces;
+    std::array<std::vector<qsizetype>, 5> nullPlaces;
     std::vector<qsizetype> chained;
     std::vector<qsizetype> structurePlaces;
     QMultiHash<qsizetype, Owner> owners;
