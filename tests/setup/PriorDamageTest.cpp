@@ -46,9 +46,11 @@ class PriorDamage : public testing::Test {
     }
     void TearDown() override { SetPriorHelper({}); }
 
-    PriorRows read(const QByteArray& bytes) const {
+    /// Reads a file that begins with some bytes and goes on with zeros, which take no room on the disk.
+    PriorRows read(const QByteArray& bytes, qint64 size = 0) const {
         QFile file(folder.filePath("Data.mdb"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+                    file.resize(std::max<qint64>(bytes.size(), size)));
         file.close();
         PriorRows rows;
         ReadPriorFile(file.fileName(), rows);
@@ -56,16 +58,16 @@ class PriorDamage : public testing::Test {
     }
 
     /// Why a file is refused; an empty text when it is not.
-    std::string refusal(const QByteArray& bytes) const {
+    std::string refusal(const QByteArray& bytes, qint64 size) const {
         try {
-            read(bytes);
+            read(bytes, size);
             return {};
         } catch (const Fault& fault) {
             return fault.what();
         }
     }
-    void expectRefused(const QByteArray& bytes, const char* reason) const {
-        const std::string found = refusal(bytes);
+    void expectRefused(const QByteArray& bytes, const char* reason, qint64 size = 0) const {
+        const std::string found = refusal(bytes, size);
         EXPECT_NE(found, "");
         EXPECT_NE(found.find(reason), std::string::npos) << found << " instead of " << reason;
     }
@@ -257,6 +259,9 @@ TEST_F(PriorDamage, HostileFilesCostLittle) {
     const long ordinary = mostMemory();
     for (const auto& row : cases)
         expectRefused(row.file, row.reason);
+    constexpr qint64 largest = qint64{2} << 30;
+    expectRefused(sound, "larger than any", largest + pageSize);
+    expectRefused(sound.first(pageSize), "for other things", largest);
     EXPECT_LT(mostMemory(), ordinary + 32 * 1024);
 }
 
