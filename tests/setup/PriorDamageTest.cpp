@@ -262,7 +262,7 @@ TEST_F(PriorDamage, HostileFilesCostLittle) {
     constexpr qint64 largest = qint64{2} << 30;
     expectRefused(sound, "larger than any", largest + pageSize);
     expectRefused(sound.first(pageSize), "for other things", largest);
-    EXPECT_LT(mostMemory(), ordinary + 32 * 1024);
+    EXPECT_LT(mostMemory(), ordinary + 32L * 1024);
 }
 
 TEST_F(PriorDamage, WhatTheHelperWritesHasLimits) {
