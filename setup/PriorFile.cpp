@@ -135,8 +135,6 @@ class Reader {
         if (!hasCome(place + head))
             return std::nullopt;
         const qsizetype size = numberAt<std::uint32_t>(place + 1);
-        if (size > static_cast<qsizetype>(PriorTables::largestOutput))
-            damaged();
         if (!hasCome(place + head + size))
             return std::nullopt;
         return QString::fromUtf8(waiting.constData() + position + place + head, size);

@@ -18,6 +18,9 @@ void requireHeader(const char* path) {
     constexpr size_t identityAt = 4;
     if (!std::filesystem::is_regular_file(path)) // whose opening could wait for ever
         throw Damaged("it is no plain file");
+    constexpr std::uintmax_t largest = std::uintmax_t{2} << 30; // bytes, that any such file can have
+    if (std::filesystem::file_size(path) > largest)
+        throw Damaged("it is larger than any");
     std::array<char, 2048> page{}; // the smallest that there is
     std::ifstream file(path, std::ios::binary);
     if (!file.read(page.data(), page.size()) ||

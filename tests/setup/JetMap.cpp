@@ -23,8 +23,12 @@ JetMap::JetMap(QByteArray file) : bytes(std::move(file)) {
         const qsizetype definition = all.value(PriorTables::all[size_t(table)].name);
         definitions[size_t(table)] = definition;
         const QHash<QString, Column> columns = columnsOf(definition);
+        addStructure(definition, definition + 8 + doubleWord(definition + 8));
+        qsizetype page = 0;
         int row = 0;
         for (const auto& [begin, end] : rowsOf(definition)) {
+            if (std::exchange(page, begin / pageSize * pageSize) != begin / pageSize * pageSize)
+                addStructure(page, page + 14 + 2 * qsizetype(word(page + 12)));
             rowPlaces[size_t(table)].push_back(begin);
             readRow(table, row++, columns, begin, end);
         }
@@ -103,6 +107,11 @@ QHash<QString, qsizetype> JetMap::tables() const {
     return found;
 }
 
+void JetMap::addStructure(qsizetype begin, qsizetype end) {
+    for (qsizetype place = begin; place < end; ++place)
+        structurePlaces.push_back(place);
+}
+
 void JetMap::own(const Cell& cell, qsizetype begin, qsizetype end, unsigned bits) {
     for (qsizetype place = begin; place < end; ++place)
         owners.insert(place, {cell, bits});
@@ -112,6 +121,9 @@ void JetMap::readRow(int table, int row, const QHash<QString, Column>& columns, 
                      qsizetype end) {
     const qsizetype nulls = end - (word(begin) + 7) / 8;
     const qsizetype borders = nulls - 4; // of the first; those that follow stand ahead of it
+    nullPlaces[size_t(table)].push_back(nulls);
+    addStructure(begin, begin + 2);
+    addStructure(borders - 2 * qsizetype(word(nulls - 2)), end);
     QVariantList& line = values[size_t(table)].emplace_back();
     const auto wanted = PriorTables::all[size_t(table)].columns;
     for (int i = 0; i < int(wanted.size()); ++i) {
@@ -163,6 +175,7 @@ QString JetMap::readMemo(const Cell& cell, qsizetype begin, qsizetype end) {
         const qsizetype pieceEnd =
             index == 0 ? page + pageSize : page + (this->word(page + 12 + 2 * qsizetype(index)) & 0x1fff);
         own(cell, at, pieceEnd);
+        addStructure(page, page + 14 + 2 * qsizetype(this->word(page + 12)));
         whole += text(isChained ? at + 4 : at, pieceEnd);
         place = isChained ? doubleWord(at) : 0;
     }

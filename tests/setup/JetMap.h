@@ -39,10 +39,15 @@ class JetMap {
     qsizetype definition(int table) const { return definitions[size_t(table)]; }
     /// Where a row begins.
     qsizetype row(int table, int index) const { return rowPlaces[size_t(table)][size_t(index)]; }
+    /// Where its marks of nulls begin.
+    qsizetype nulls(int table, int index) const { return nullPlaces[size_t(table)][size_t(index)]; }
     /// The places of the memos that stand in a chain of pieces: of their heads of 12 bytes.
     const std::vector<qsizetype>& chainedMemos() const { return chained; }
     /// Where a piece of a memo begins.
     qsizetype piece(quint32 place) const;
+    /// The places of the bytes that say where values are: those of the definitions, the tables of rows of
+    /// each page, and the heads and ends of the rows.
+    const std::vector<qsizetype>& structure() const { return structurePlaces; }
 
     quint16 word(qsizetype at) const { return number<quint16>(at); }
     quint32 doubleWord(qsizetype at) const { return number<quint32>(at); }
@@ -74,12 +79,15 @@ class JetMap {
     void readRow(int table, int row, const QHash<QString, Column>& columns, qsizetype begin, qsizetype end);
     QVariant readValue(const Cell& cell, const Column& column, qsizetype begin, qsizetype end);
     QString readMemo(const Cell& cell, qsizetype begin, qsizetype end);
+    void addStructure(qsizetype begin, qsizetype end);
     void own(const Cell& cell, qsizetype begin, qsizetype end, unsigned bits = 0xff);
 
     QByteArray bytes;
     std::array<std::vector<QVariantList>, 5> values;
     std::array<qsizetype, 5> definitions{};
     std::array<std::vector<qsizetype>, 5> rowPlaces;
+    std::array<std::vector<qsizetype>, 5> nullPlaces;
     std::vector<qsizetype> chained;
+    std::vector<qsizetype> structurePlaces;
     QMultiHash<qsizetype, Owner> owners;
 };
