@@ -224,7 +224,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
     mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
-    setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
+    setContextMenuPolicy(Qt::NoContextMenu);                       // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
