@@ -55,6 +55,7 @@ namespace {
 /// Each option as quantity and model.
 std::vector<std::string> shown(const std::vector<TankOption>& options) {
     std::vector<std::string> texts;
+    texts.reserve(options.size());
     for (const TankOption& option : options)
         texts.push_back(std::to_string(option.quantity) + " x " + option.model);
     return texts;
