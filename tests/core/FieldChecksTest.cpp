@@ -111,6 +111,13 @@ TEST(SharedServices, FractionsOfInches) {
         EXPECT_EQ(FractionConversion(value).toStdString(), text);
 }
 
+TEST(SharedServices, BoresOfPipes) {
+    const TemporaryHome home;
+    home.installData();
+    EXPECT_EQ(PipeBore("2 in Sch 40"), 2.067);
+    EXPECT_EQ(PipeBore("2' in Sch 40"), 0);
+}
+
 TEST(SharedServices, NextNumberAndCancelledJobs) {
     const TemporaryHome home;
     home.installData();

@@ -38,8 +38,8 @@ class Submittals : public testing::Test {
         Execute("User", "INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('J', 'Ohm', 'Watt')");
     }
 
-    /// The texts of a model's submittal: a line each, the parts of a boxed field together, pictures last.
-    static std::string submittal(const QString& model) {
+    /// The pages of a model's submittal for a tank line.
+    static Pages pagesOf(const QString& model) {
         Execute("User", "DELETE FROM tblJobData");
         Execute(
             "User",
@@ -50,20 +50,36 @@ class Submittals : public testing::Test {
                 "', 4, 2345.6, 'Brine', 41, 199, 13, 28, 1260, 45, 65, 155, 8.44, .136, 5.62, 'N-1', '-', "
                 "'S-3', 'W-9')");
         Session::TankID.write("J.1");
+        return Report(*FindReport(SetReport(model))).Run().pages;
+    }
+
+    /// The texts of a model's submittal: a line each, the parts of a boxed field together, what is a number
+    /// behind an equals sign, pictures last.
+    static std::string submittal(const QString& model) {
         QStringList lines;
         int field = -1;
-        for (const Page& page : Report(*FindReport(SetReport(model))).Run().pages) {
+        for (const Page& page : pagesOf(model)) {
             for (const PageText& text : page.texts) {
+                const QString shown = (text.isNumber() ? "=" : "") + text.plain();
                 if (text.field >= 0 && text.field == field)
-                    lines.last() += " | " + text.plain();
+                    lines.last() += " | " + shown;
                 else
-                    lines.append(text.plain());
+                    lines.append(shown);
                 field = text.field;
             }
             for (const PagePicture& picture : page.pictures)
                 lines.append('[' + picture.description + ']');
         }
         return lines.join('\n').toStdString();
+    }
+
+    /// Where a text begins on a page.
+    static QPointF placeOf(const Pages& pages, const QString& plain) {
+        for (const PageText& text : pages.at(0).texts)
+            if (text.plain() == plain)
+                return text.place.topLeft();
+        ADD_FAILURE() << plain.toStdString();
+        return {};
     }
 
     /// A page with what all submittals say ahead.
@@ -107,27 +123,27 @@ System Connection:
 Flanged
 PERFORMANCE LIMITATIONS
 Maximum Design Temperature:
-240°F
+=240°F
 Maximum Design Pressure:
-150 psi
+=150 psi
 Factory PreCharge:
-37 psi
+=37 psi
 Typical Specifications
 1,500 @tankgal@, 4, 48.5, 96.25, 2.5, RCB 5000, 150, 37, Pump & Tank, 5.5, 0.75
 4 of 4 RCB 5000
 Model Selected | RCB 5000
-Quantity | 4
-Tank Volume | 1,500 gal
-Acceptance Volume | 1,235 gal
-Diameter | 48.5
-Height | 96.25
+Quantity | =4
+Tank Volume | =1,500 gal
+Acceptance Volume | =1,235 gal
+Diameter | =48.5
+Height | =96.25
 NPT | 2-1/2 in
-Approx. Weight | 1875 lbs
+Approx. Weight | =1875 lbs
 System Conditions
-System Fluid Content | 2,346 gal
+System Fluid Content | =2,346 gal
 Fluid | Brine
-Temperatures | Min 41°F | Max 199°F
-Pressures | Min 13 psi | Max 28 psi
+Temperatures | =Min 41°F | =Max 199°F
+Pressures | =Min 13 psi | =Max 28 psi
 [Ordwick Company]
 [Drawing of RCB 5000])"));
 }
@@ -146,25 +162,25 @@ System Connection:
 Flanged
 PERFORMANCE LIMITATIONS
 Maximum Design Temperature:
-240°F
+=240°F
 Maximum Design Pressure:
-150 psi
+=150 psi
 Factory PreCharge:
-37 psi
+=37 psi
 Typical Specifications
 1,500 @tankgal@, 4, 48.5, 96.25, 2.5, JWB 10000, 150, 37, Pump & Tank, 5.5, 0.75
 4 of 4 JWB 10000
 Model Selected | JWB 10000
-Quantity | 4
-Tank Volume | 1,500 gal
-Acceptance Volume | 1,235 gal
-Diameter | 48.5
-Height | 96.25
+Quantity | =4
+Tank Volume | =1,500 gal
+Acceptance Volume | =1,235 gal
+Diameter | =48.5
+Height | =96.25
 NPT | 2-1/2 in
-Approx. Weight | 1875 lbs
+Approx. Weight | =1875 lbs
 System Conditions
-Drawdown | 2,346 gal
-Pressures | Min 13 psi | Max 28 psi
+Drawdown | =2,346 gal
+Pressures | =Min 13 psi | =Max 28 psi
 [Ordwick Company]
 [NSF mark]
 [IAPMO mark]
@@ -181,25 +197,25 @@ Finish:
 Red
 PERFORMANCE LIMITATIONS
 Maximum Design Temperature:
-240°F
+=240°F
 Maximum Design Pressure:
-150 psi
+=150 psi
 Typical Specifications
 1,500 @tankgal@, 4, 48.5, 96.25, 2-1/2 in, 42RB96, 150, 37, Pump & Tank, 5.5, 0.75
 4 of 4 42RB96
 Model Selected | 42RB96
-Quantity | 4
-Tank Volume | 1500 gal
-Acceptance Volume | 1234.5 gal
-Diameter | 48.5
-Height/Length | 96.25
+Quantity | =4
+Tank Volume | =1500 gal
+Acceptance Volume | =1234.5 gal
+Diameter | =48.5
+Height/Length | =96.25
 NPT | 2-1/2 in
-Approx. Weight | 1875 lbs
+Approx. Weight | =1875 lbs
 System Conditions
-System Fluid Content | 2,346 gal
+System Fluid Content | =2,346 gal
 Fluid | Brine
-Temperatures | Min 41°F | Max 199°F
-Pressures | Min 13 psi | Max 28 psi
+Temperatures | =Min 41°F | =Max 199°F
+Pressures | =Min 13 psi | =Max 28 psi
 [Ordwick Company]
 [Drawing of 42RB96])"));
 }
@@ -211,14 +227,14 @@ Typical Specifications
 1,500 @tankgal@, 4, 48.5, 96.25, 2-1/2 in, PKG 100-5, 150, 37, Pump & Tank, 5.5, 0.75
 4 of 4 PKG 100-5
 Model Selected | PKG 100-5
-Quantity | 4
-Solution Container | 1,500 gal
-Height | 96.25
-Approx. Weight | 1875 lbs
+Quantity | =4
+Solution Container | =1,500 gal
+Height | =96.25
+Approx. Weight | =1875 lbs
 Make-up Capacity | 5.5 gpm @ 150 psi
 Pressure Range | 12 psi - 150 psi
-Width | 48.5
-Horsepower: | 0.75 hp
+Width | =48.5
+Horsepower: | =0.75 hp
 [Ordwick Company]
 [Drawing of PKG 100-5])"));
 }
@@ -237,33 +253,42 @@ System Connection:
 Flanged
 PERFORMANCE LIMITATIONS
 Maximum Design Temperature:
-240°F
+=240°F
 Maximum Design Pressure:
-150 psi
+=150 psi
 Factory PreCharge:
-37 psi
+=37 psi
 Typical Specifications
 1,500 @tankgal@, 4, 48.5, 96.25, 2.5, SHK 300, 150, 37, Pump & Tank, 5.5, 0.75
 4 of 4 SHK 300
 Model Selected | SHK 300
-Quantity | 4
-Tank Volume | 1,500 gal
-Diameter | 48.5
-Height | 96.25
+Quantity | =4
+Tank Volume | =1,500 gal
+Diameter | =48.5
+Height | =96.25
 NPT | 2-1/2 in
-Approx. Weight | 1875 lbs
+Approx. Weight | =1875 lbs
 System Conditions
 Clearance
 36 in
-Flow | 1,260 gpm
-Flow Pressure | 45 psi
-Static Pressure | 65 psi
-Velocity | 8.4 fps
-Shock Pressure | 155 psi
-LeakLoad | 13.6%
-Pump Startup Delay | 5.6 sec
+Flow | =1,260 gpm
+Flow Pressure | =45 psi
+Static Pressure | =65 psi
+Velocity | =8.4 fps
+Shock Pressure | =155 psi
+LeakLoad | =13.6%
+Pump Startup Delay | =5.6 sec
 [Ordwick Company]
 [Drawing of SHK 300])"));
+}
+
+TEST_F(Submittals, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
+    const Pages bladder = pagesOf("RCB 5000");
+    const Pages hydropneumatic = pagesOf("JWB 10000");
+    EXPECT_EQ(placeOf(hydropneumatic, "Pressures"), placeOf(bladder, "Fluid"));
+    for (const char* value : {"Min 13 psi", "Max 28 psi"})
+        EXPECT_EQ(placeOf(hydropneumatic, value) - placeOf(hydropneumatic, "Pressures"),
+                  placeOf(bladder, value) - placeOf(bladder, "Pressures"));
 }
 
 TEST_F(Submittals, ShowAMarkForNothingButACapitalY) {

@@ -55,6 +55,7 @@ namespace {
 /// Each option as quantity and model.
 std::vector<std::string> shown(const std::vector<TankOption>& options) {
     std::vector<std::string> texts;
+    texts.reserve(options.size());
     for (const TankOption& option : options)
         texts.push_back(std::to_string(option.quantity) + " x " + option.model);
     return texts;
@@ -114,6 +115,7 @@ TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
         std::vector<std::string> options;
     } cases[] = {
         {2.01, 6.3, {"1 x SHK 35-25", "3 x SHK 35-8"}},
+        {2.01, 6.382978723404256, {"1 x SHK 35-25", "3 x SHK 35-8"}}, // .47 of it are 3 to the last digit
         {2.01, 6.4, {"1 x SHK 50", "2 x SHK 35-25", "3 x SHK 35-8"}},
         {2.01, 5.9, {"1 x SHK 35-25", "2 x SHK 35-8"}},
         {2.01, 6.1, {"1 x SHK 35-25", "3 x SHK 35-8"}},
