@@ -242,6 +242,8 @@ void key(Stage&, Words w) {
         QWidget* focus = QApplication::focusWidget();
         QWidget* window = focus ? focus->window() : BrennovalMain::instance();
         QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
+        if (stroke.key() == Qt::Key_Tab && stroke.keyboardModifiers() == Qt::ControlModifier)
+            QTest::keyRelease(window->windowHandle(), Qt::Key_Control); // which goes to the window it is at
         // A mnemonic shows its button pressed for a moment before it clicks it.
         require(QTest::qWaitFor([] { return !buttonIsDown(); }, 5000), "a button stays pressed");
         settle();
@@ -365,6 +367,28 @@ void size(Stage&, Words w) {
 
 void close(Stage&, Words w) {
     windowOf(w[0])->close();
+}
+
+/// Brings a screen to the front by a press on its title bar.
+void front(Stage&, Words w) {
+    QWidget* frame = windowOf(w[0]);
+    press(frame, {frame->width() / 3, 8});
+}
+
+/// Chooses a screen in the list of the Windows menu.
+void windows(Stage&, Words w) {
+    QMenu* menu = command("mnuWindows")->menu();
+    emit menu->aboutToShow();
+    const auto frames = BrennovalMain::instance()->area()->subWindowList();
+    const auto place = frames.indexOf(static_cast<QMdiSubWindow*>(windowOf(w[0])));
+    QList<QAction*> entries = menu->actions();
+    entries.removeIf([](const QAction* entry) { return !entry->isCheckable(); });
+    require(place >= 0 && entries.size() == frames.size(), "the Windows menu does not list " + w[0]);
+    entries[place]->trigger();
+}
+
+void minimise(Stage&, Words w) {
+    windowOf(w[0])->showMinimized();
 }
 
 void expect(Stage&, Words w) {
@@ -524,6 +548,9 @@ const QHash<QString, Command>& commands() {
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"front", {front, 1}},
+        {"windows", {windows, 1}},
+        {"minimise", {minimise, 1}},
         {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-holds", {expectHolds, 2}},
