@@ -3,7 +3,6 @@
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
 
 #include <QCheckBox>
@@ -33,8 +32,7 @@ void FinishedTankScreen::Load() {
     SetStatusText("View results");
     QString tankID;
     if (Session::TankID.read(tankID)) {
-        Rows tank = ReadTankLine(tankID);
-        if (!tank.AtEnd())
+        if (const auto tank = ReadTankLine(tankID))
             ShowTankLine(*tank);
     }
     QString drawing;

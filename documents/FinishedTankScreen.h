@@ -1,11 +1,15 @@
 #pragma once
 
 #include "core/shell/DisplayFields.h"
+#include "core/store/TankLine.h"
 #include "documents/ResultScreen.h"
 
 /// A screen that shows one finished tank: the session's tank line, its model of the catalogue and the
 /// drawing. What is not found keeps the samples of the design.
 class FinishedTankScreen : public ResultScreen {
+  public:
+    bool loadsAfresh() const override { return true; }
+
   protected:
     using ResultScreen::ResultScreen;
 
@@ -21,7 +25,7 @@ class FinishedTankScreen : public ResultScreen {
     /// To be called when the controls stand.
     void shows(const Fields& shownFields);
 
-    virtual void ShowTankLine(Recordset& tank) = 0;
+    virtual void ShowTankLine(const TankLine& tank) = 0;
     virtual void ShowModel(Recordset& model) = 0;
     /// "ASME " or "non-ASME " and the bladder of a model.
     static QString bladderType(Recordset& model);

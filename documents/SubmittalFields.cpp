@@ -93,16 +93,16 @@ class Filler {
     }
 
     void readTankLine(const QString& tankID) {
-        Rows tank = ReadTankLine(tankID);
-        if (tank.AtEnd())
+        const auto tank = ReadTankLine(tankID);
+        if (!tank)
             return;
-        values.modelNo = tank["ModelNo"].text();
-        values.qty = ShownNumber(tank["Qty"].number(), "General");
-        job = tank["JobID"].text();
+        values.modelNo = Shown(tank->modelNo);
+        values.qty = ShownNumber(tank->qty.value_or(0), "General");
+        job = Shown(tank->jobID);
         QStringList tags;
-        for (int unit = 1; unit <= UnitTags::most; ++unit)
-            if (const Recordset::Field tag = tank[UnitTags::Column(unit)]; UnitTags::IsGiven(tag))
-                tags.append(tag.text());
+        for (const auto& tag : tank->tags)
+            if (UnitTags::IsGiven(tag))
+                tags.append(*tag);
         set("txtUnitTagNo", tags.join(", "));
     }
 

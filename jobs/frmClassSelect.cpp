@@ -4,7 +4,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
+#include "core/store/Deletion.h"
 
 using namespace UtilityFunctions;
 

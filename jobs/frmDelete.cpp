@@ -1,22 +1,22 @@
 #include "jobs/frmDelete.h"
 
+#include "core/shell/DisplayFields.h"
 #include "core/shell/Lists.h"
-#include "core/store/Gateway.h"
+#include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 
 using namespace UtilityFunctions;
 
 namespace {
 
 /// A list line of a tank, with its tick box. Its ID sorts by the tank's number.
-std::unique_ptr<ListRow> lineOf(Recordset& tank) {
-    const QDate created = tank["DateCreated"].date();
-    auto line =
-        std::make_unique<ListRow>(QStringList{tank["TankID"].text(), tank["ModelNo"].text(),
-                                              tank["TankClass"].text(), created.toString("MM/dd/yy")});
+std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
+    const QDate created = tank.dateCreated.value_or(QDateTime()).date();
+    auto line = std::make_unique<ListRow>(QStringList{Shown(tank.tankID), Shown(tank.modelNo),
+                                                      Shown(tank.tankClass), created.toString("MM/dd/yy")});
     line->setCheckState(0, Qt::Unchecked);
-    line->setSortKey(0, tank["TankNo"].number());
+    line->setSortKey(0, tank.tankNo.value_or(0));
     line->setSortKey(3, created);
     return line;
 }
@@ -47,9 +47,8 @@ void frmDelete::Load() {
 void frmDelete::FillListView() {
     procedure(".FillListView", [this] {
         ListRows lines;
-        Rows tank("User", "SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(lblJobID->text()) + "'");
-        for (; !tank.AtEnd(); tank->MoveNext())
-            lines.push_back(lineOf(*tank));
+        for (const TankLine& tank : TankLinesOf(lblJobID->text()))
+            lines.push_back(lineOf(tank));
         FillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, std::move(lines));
     });
 }
@@ -61,23 +60,17 @@ void frmDelete::DeleteRecords() {
     const Hourglass hourglass;
     procedure(".DeleteRecords", [this] {
         if (optJob->isChecked())
-            DeleteJob(SqlEscape(lblJobID->text()));
+            DeleteJob(lblJobID->text());
         else
             DeleteTickedTanks();
     });
     FillListView();
 }
 
-/// The header goes last: a deletion that stops halfway leaves a job that can still be found.
-void frmDelete::DeleteJob(const QString& jobID) {
-    Execute("User", "DELETE * FROM tblJobData WHERE JobID = '" + jobID + "'");
-    Execute("User", "DELETE * FROM tblJobHeader WHERE JobID = '" + jobID + "'");
-}
-
 void frmDelete::DeleteTickedTanks() {
     for (int i = 0; i < lvOptions->topLevelItemCount(); ++i) {
         const QTreeWidgetItem* line = lvOptions->topLevelItem(i);
         if (line->checkState(0) == Qt::Checked)
-            Execute("User", "DELETE * FROM tblJobData WHERE TankID ='" + SqlEscape(line->text(0)) + "'");
+            DeleteTankLine(line->text(0));
     }
 }

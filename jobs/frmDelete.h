@@ -8,6 +8,9 @@ class frmDelete : public Screen, private Ui::frmDelete {
   public:
     frmDelete();
     Subject subject() const override { return Subject::Job; }
+    bool loadsAfresh() const override { return true; }
+    /// Ticks are kept when the list is filled anew.
+    bool hasEntries() const override { return false; }
     bool growsWithWindow() const override { return true; }
     bool leavesStatus() const override { return true; }
 
@@ -16,6 +19,5 @@ class frmDelete : public Screen, private Ui::frmDelete {
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void DeleteRecords();
-    void DeleteJob(const QString& jobID);
     void DeleteTickedTanks();
 };

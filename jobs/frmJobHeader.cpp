@@ -2,6 +2,7 @@
 
 #include "core/base/Text.h"
 #include "core/shell/Commands.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -50,41 +51,38 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
 }
 
 void frmJobHeader::Load() {
-    const Connection connection = openDatabase("User");
-    Recordset table;
-    table.Open("tblJobHeader", connection, CursorType::ForwardOnly, CommandType::Table);
-    txtJobID->setMaxLength(table["JobID"].DefinedSize());
-    txtJobDscrptn->setMaxLength(table["JobDscrptn"].DefinedSize());
-    txtEng->setMaxLength(table["Engineer"].DefinedSize());
-    txtCont->setMaxLength(table["Contractor"].DefinedSize());
-    table.Close();
-
-    QString jobID;
-    if (Session::JobID.read(jobID)) {
-        Recordset job;
-        job.Open("SELECT * FROM tblJobHeader WHERE JobID ='" + SqlEscape(jobID) + "'", connection);
-        if (!job.AtEnd()) {
-            txtJobID->setText(job["JobID"].text());
-            txtJobDscrptn->setText(job["JobDscrptn"].text());
-            txtEng->setText(job["Engineer"].text());
-            txtCont->setText(job["Contractor"].text());
-            txtJobInfo->setPlainText(job["JobInfo"].text());
-            SetStatusText("Edit Job Header");
-            txtJobID->setEnabled(false);
-            showSchedule(true);
-            Dirty = false;
-            return;
-        }
-    }
-    SetStatusText("Create New Job Header");
-    Recordset user;
-    user.Open("SELECT * FROM tblUser", connection);
-    if (!user.AtEnd()) {
-        txtCont->setText(user["DefaultContractor"].text());
-        txtEng->setText(user["DefaultEngineer"].text());
-    }
-    showSchedule(false);
+    const JobHeader::Sizes sizes = JobHeaderSizes();
+    txtJobID->setMaxLength(sizes.jobID);
+    txtJobDscrptn->setMaxLength(sizes.jobDscrptn);
+    txtEng->setMaxLength(sizes.engineer);
+    txtCont->setMaxLength(sizes.contractor);
+    if (QString jobID; Session::JobID.read(jobID))
+        asRead = ReadJobHeader(jobID);
+    if (asRead)
+        ShowStored(*asRead);
+    else
+        ShowDefaults();
+    showSchedule(asRead.has_value());
     Dirty = false;
+}
+
+void frmJobHeader::ShowStored(const JobHeader& job) {
+    txtJobID->setText(Shown(job.jobID));
+    txtJobDscrptn->setText(Shown(job.jobDscrptn));
+    txtEng->setText(Shown(job.engineer));
+    txtCont->setText(Shown(job.contractor));
+    txtJobInfo->setPlainText(Shown(job.jobInfo));
+    SetStatusText("Edit Job Header");
+    txtJobID->setEnabled(false);
+}
+
+void frmJobHeader::ShowDefaults() {
+    SetStatusText("Create New Job Header");
+    Rows user("User", "SELECT * FROM tblUser");
+    if (user.AtEnd())
+        return;
+    txtCont->setText(user["DefaultContractor"].text());
+    txtEng->setText(user["DefaultEngineer"].text());
 }
 
 void frmJobHeader::Deactivate() {
@@ -105,9 +103,7 @@ QString frmJobHeader::jobID() const {
 bool frmJobHeader::JobIDIsFree() {
     if (jobID() == "CONVERT")
         return RefuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
-    const bool taken =
-        !Rows("User", "SELECT JobID FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID()) + "'").AtEnd();
-    return !taken ||
+    return !ReadJobHeader(jobID()) ||
            RefuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
 }
 
@@ -154,27 +150,21 @@ bool frmJobHeader::SaveRecord() {
     if (!ValidateValueEntered(txtJobID, true))
         return false;
     QString mode;
-    const bool saves = Dirty && Session::Mode.read(mode);
-    if (saves) {
+    if (Dirty && Session::Mode.read(mode)) {
         const bool isNew = mode == Session::Modes::New;
         if (isNew && !JobIDIsFree()) // its field may have been left by way of a menu
             return false;
-        Connection connection = openDatabase("User");
-        Recordset job;
-        if (isNew) {
-            job.Open("tblJobHeader", connection, CursorType::Keyset, CommandType::Table);
-            job.AddNew();
-            job["JobID"] = jobID();
-        } else {
-            job.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID()) + "'", connection,
-                     CursorType::Keyset);
-        }
-        job["JobDscrptn"] = txtJobDscrptn->text();
-        job["Engineer"] = txtEng->text();
-        job["Contractor"] = txtCont->text();
-        job["JobInfo"] = txtJobInfo->toPlainText();
-        job["DateCreated"] = QDateTime::currentDateTime(); // of the last change, despite its name
-        job.Update();
+        const JobHeader job = {.jobID = jobID(),
+                               .jobDscrptn = txtJobDscrptn->text(),
+                               .engineer = txtEng->text(),
+                               .contractor = txtCont->text(),
+                               .jobInfo = txtJobInfo->toPlainText(),
+                               .dateCreated = QDateTime::currentDateTime()};
+        if (isNew)
+            AddJobHeader(job);
+        else if (!saves([&](Record::IfChanged ifChanged) { UpdateJobHeader(job, asRead, ifChanged); }))
+            return false;
+        asRead = job;
         Dirty = false;
     }
     Session::JobID.write(jobID());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
+#include "core/store/JobHeader.h"
 #include "ui_frmJobHeader.h"
 
 /// Creates a job or changes its header: ID, description, engineer, contractor and notes.
@@ -15,6 +16,8 @@ class frmJobHeader : public Screen, private Ui::frmJobHeader {
     void Deactivate() override;
     bool QueryUnload() override;
     QString jobID() const;
+    void ShowStored(const JobHeader& job);
+    void ShowDefaults();
     bool ValidateJobID();
     bool RefuseJobID(const QString& title, const QString& text);
     bool JobIDIsFree();
@@ -24,5 +27,6 @@ class frmJobHeader : public Screen, private Ui::frmJobHeader {
     void Next();
     void Cancel();
 
+    std::optional<JobHeader> asRead; // nothing for a new job
     bool Dirty = false;
 };

@@ -1,13 +1,13 @@
 #include "jobs/frmTankIDSearch.h"
 
 #include "core/base/ApplicationNames.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
-#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 
 #include <QLocale>
 
@@ -24,14 +24,14 @@ std::optional<Application> applicationOf(const QString& model) {
 }
 
 /// A list line of a tank. Its ID sorts by the tank's number.
-std::unique_ptr<ListRow> lineOf(Recordset& tank) {
-    const QDateTime created = tank["DateCreated"].dateTime();
-    auto line = std::make_unique<ListRow>(QStringList{tank["TankID"].text(), tank["Qty"].text(),
-                                                      tank["ModelNo"].text(),
-                                                      QLocale().toString(created, QLocale::ShortFormat)});
-    line->setSortKey(0, tank["TankNo"].number());
-    if (!tank["Qty"].isNull())
-        line->setSortKey(1, tank["Qty"].number());
+std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
+    const QDateTime created = tank.dateCreated.value_or(QDateTime());
+    auto line =
+        std::make_unique<ListRow>(QStringList{Shown(tank.tankID), Shown(tank.qty), Shown(tank.modelNo),
+                                              QLocale().toString(created, QLocale::ShortFormat)});
+    line->setSortKey(0, tank.tankNo.value_or(0));
+    if (tank.qty)
+        line->setSortKey(1, *tank.qty);
     line->setSortKey(3, created);
     return line;
 }
@@ -56,9 +56,8 @@ void frmTankIDSearch::Load() {
     QString jobID;
     if (Session::JobID.read(jobID)) {
         lblJobID->setText(jobID);
-        Rows tank("User", "SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(jobID) + "'");
-        for (; !tank.AtEnd(); tank->MoveNext())
-            lines.push_back(lineOf(*tank));
+        for (const TankLine& tank : TankLinesOf(jobID))
+            lines.push_back(lineOf(tank));
     }
     lines.push_back(std::make_unique<ListRow>(QStringList{addNew}));
     FillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, std::move(lines));

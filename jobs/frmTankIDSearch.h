@@ -8,6 +8,7 @@ class frmTankIDSearch : public Screen, private Ui::frmTankIDSearch {
   public:
     frmTankIDSearch();
     Subject subject() const override { return Subject::Job; }
+    bool loadsAfresh() const override { return true; }
     bool growsWithWindow() const override { return true; }
 
   private:

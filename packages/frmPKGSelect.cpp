@@ -1,6 +1,7 @@
 #include "packages/frmPKGSelect.h"
 
 #include "core/shell/Dialogs.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Lists.h"
@@ -8,7 +9,6 @@
 #include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
 
 #include <QDate>
@@ -57,10 +57,7 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
 }
 
 void frmPKGSelect::Load() {
-    {
-        Rows table("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table);
-        txtModelNo->setMaxLength(table["ModelNo"].DefinedSize());
-    }
+    txtModelNo->setMaxLength(TankLineTextSize("ModelNo"));
     optPKG->click();
     SetStatusText("Select Package");
     QString jobID;
@@ -68,15 +65,20 @@ void frmPKGSelect::Load() {
         setTitle("Select Glycol Make-up Package for Job: " + jobID);
         lblJobID->setText(jobID);
     }
+    ShowChanges();
+}
+
+/// What is stored for the line; the family that the user looks at stays.
+void frmPKGSelect::ShowChanges() {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Rows tank = ReadTankLine(tankID);
-    if (tank.AtEnd())
+    asRead = ReadTankLine(tankID);
+    if (!asRead)
         return;
-    txtModelNo->setText(tank["ModelNo"].text());
-    txtQty->setText(tank["Qty"].text());
-    txtSysPressure->setText(tank["SOPMax"].text());
+    txtModelNo->setText(Shown(asRead->modelNo));
+    txtQty->setText(Shown(asRead->qty));
+    txtSysPressure->setText(Shown(asRead->sopMax));
     Dirty = false; // what is stored needs no saving
 }
 
@@ -131,22 +133,25 @@ void frmPKGSelect::SaveRecord() {
          {txtQty, txtSysPressure}) // an empty one counts as 0, also when it was never visited
         if (!ValidateNumeric(box, true))
             return;
-    QString modelClass; // of the model, whatever family the list shows
+    TankLine line;
+    line.tankClass = ""; // of the model, whatever family the list shows
     if (Rows model = ReadModel(txtModelNo->text()); !model.AtEnd())
-        modelClass = model["Class"].text();
-    const QDateTime today = QDate::currentDate().startOfDay();
-    const bool saved =
-        SaveTankLine(lblJobID->text(), Session::JobID.text(), today, [&](Recordset& tank, bool) {
-            tank["ModelNo"] = txtModelNo->text();
-            tank["Qty"] = txtQty->text();
-            tank["SOPMax"] = txtSysPressure->text();
-            tank["TankClass"] = modelClass;
-            tank["DateCreated"] = today; // of the last save
-        });
-    if (!saved)
+        line.tankClass = model["Class"].text();
+    line.jobID = lblJobID->text();
+    line.dateCreated = QDate::currentDate().startOfDay(); // of the last save
+    line.modelNo = txtModelNo->text();
+    line.qty = ToInt32(ToNumber(txtQty->text()));
+    line.sopMax = ToNumber(txtSysPressure->text());
+    bool stored = false;
+    const bool saved = saves([&](Record::IfChanged ifChanged) {
+        stored = SaveTankLine(line, TankLine::package(), asRead, ifChanged);
+    });
+    if (!saved || !stored)
         return;
+    asRead = ReadTankLine(Session::TankID.text());
     SetStatusText("Record Saved");
     Dirty = false;
+    setEntered(false);
 }
 
 bool frmPKGSelect::QueryUnload() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/store/TankLine.h"
 #include "documents/ResultScreen.h"
 #include "ui_frmPKGSelect.h"
 
@@ -11,6 +12,7 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
 
   private:
     void Load() override;
+    void ShowChanges() override;
     bool QueryUnload() override;
     QString modelText() const override { return txtModelNo->text(); }
     void SelectFamily(const QString& packageClass, const QString& drawing);
@@ -18,6 +20,7 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
     void SelectModel();
     void SaveRecord();
 
+    std::optional<TankLine> asRead; // nothing for a new line
     bool Dirty = false;
     QString familyDrawing;
 };

@@ -3,14 +3,15 @@
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
 #include "core/look/Appearance.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
+#include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
 #include "estimates/Pipes.h"
 
 #include <QDate>
@@ -84,19 +85,21 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
 void frmJobConditionsSHK::Load() {
     SetStatusText("Enter job conditions");
     lblJobID->setText(Session::JobID.text());
-    {
-        Rows table("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table);
-        PipeIndex->setMaxLength(table["PipeIndex"].DefinedSize());
-    }
+    PipeIndex->setMaxLength(TankLineTextSize("PipeIndex"));
     SetPipeGraphic();
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Rows tank = ReadTankLine(tankID);
-    if (tank.AtEnd())
+    asRead = ReadTankLine(tankID);
+    if (!asRead)
         return;
-    for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
-        box->setText(tank[box->objectName()].text()); // each box has the name of its column
+    PipeIndex->setText(Shown(asRead->pipeIndex));
+    for (const auto& [box, value] : {std::pair(PipeLength, asRead->pipeLength),
+                                     {FlowRate, asRead->flowRate},
+                                     {FlowPressure, asRead->flowPressure},
+                                     {StaticPressure, asRead->staticPressure},
+                                     {ShockPressure, asRead->shockPressure}})
+        box->setText(Shown(value));
     SetPipeGraphic();
 }
 
@@ -169,23 +172,33 @@ void frmJobConditionsSHK::GoOn() {
         PipeIndex->setFocus();
         return;
     }
-    procedure(".SaveRecord", [&] { SaveRecord(conditions.atmosphericPressure, sizes); });
-    leaveFor("frmtankselection");
+    bool saved = false;
+    procedure(".SaveRecord", [&] { saved = SaveRecord(conditions, sizes); });
+    if (saved)
+        leaveFor("frmtankselection");
 }
 
-void frmJobConditionsSHK::SaveRecord(double AtmPressure, const ShockSizes& sizes) {
-    const QString jobID = lblJobID->text();
-    SaveTankLine(jobID, jobID, QDate::currentDate().startOfDay(), [&](Recordset& tank, bool) {
-        tank["AtmPressure"] = AtmPressure;
-        for (QLineEdit* box : {PipeLength, PipeIndex, FlowRate, FlowPressure, StaticPressure, ShockPressure})
-            tank[box->objectName()] = box->text();
-        constexpr int decimals = 8;
-        tank["WaterVelocity"] = Round(sizes.waterVelocity, decimals);
-        tank["KineticEnergy"] = Round(sizes.kineticEnergy, decimals);
-        tank["TotalKineticEnergy"] = Round(sizes.totalKineticEnergy, decimals);
-        tank["RequiredVolume"] = Round(sizes.requiredVolume, decimals);
-        tank["RequiredAcceptance"] = Round(sizes.requiredAcceptance, decimals);
-        tank["TankClass"] = "SHK";
+/// False when the user keeps what someone else has changed.
+bool frmJobConditionsSHK::SaveRecord(const ShockConditions& conditions, const ShockSizes& sizes) {
+    constexpr int decimals = 8;
+    TankLine line;
+    line.jobID = lblJobID->text();
+    line.dateCreated = QDate::currentDate().startOfDay();
+    line.atmPressure = conditions.atmosphericPressure;
+    line.pipeIndex = PipeIndex->text();
+    line.pipeLength = conditions.length;
+    line.flowRate = conditions.flowRate;
+    line.flowPressure = conditions.flowPressure;
+    line.staticPressure = conditions.staticPressure;
+    line.shockPressure = conditions.shockPressure;
+    line.waterVelocity = Round(sizes.waterVelocity, decimals);
+    line.kineticEnergy = Round(sizes.kineticEnergy, decimals);
+    line.totalKineticEnergy = Round(sizes.totalKineticEnergy, decimals);
+    line.requiredVolume = Round(sizes.requiredVolume, decimals);
+    line.requiredAcceptance = Round(sizes.requiredAcceptance, decimals);
+    line.tankClass = "SHK";
+    return saves([&](Record::IfChanged ifChanged) {
+        SaveTankLine(line, TankLine::shockConditions(), asRead, ifChanged);
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
+#include "core/store/TankLine.h"
 #include "shock/ShockSizes.h"
 #include "ui_frmJobConditionsSHK.h"
 
@@ -16,10 +17,11 @@ class frmJobConditionsSHK : public Screen, private Ui::frmJobConditionsSHK {
     bool CheckStaticPressure();
     bool CheckShockPressure();
     void Refuse(const QString& text);
-    void SaveRecord(double AtmPressure, const ShockSizes& sizes);
+    bool SaveRecord(const ShockConditions& conditions, const ShockSizes& sizes);
     void GoOn();
     void GoBack();
     void GiveUp();
 
+    std::optional<TankLine> asRead; // nothing for a new line
     bool Dirty = false;
 };

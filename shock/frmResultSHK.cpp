@@ -28,21 +28,21 @@ void frmResultSHK::Load() {
     FinishedTankScreen::Load();
 }
 
-void frmResultSHK::ShowTankLine(Recordset& tank) {
-    ShowFields(tank, {{Qty, "Qty"},
-                      {ModelNo, "ModelNo"},
-                      {WaterVelocity, "WaterVelocity", "#,##0.0 ft/sec"},
-                      {KineticEnergy, "KineticEnergy", "#,##0.00 ft lbs/ft"},
-                      {TotalKineticEnergy, "TotalKineticEnergy", "#,##0.00 ft lbs"},
-                      {RequiredVolume, "RequiredVolume", "#,##0.0 gal"},
-                      {LeakLoad, "LeakLoad", "#,##0.0%"},
-                      {PumpRunTime, "PumpRunTime", "#,##0.0 sec"},
-                      {PipeIndex, "PipeIndex"},
-                      {PipeLength, "PipeLength", "#,##0 ft"},
-                      {FlowRate, "FlowRate", "#,##0 gpm"},
-                      {FlowPressure, "FlowPressure", "#,##0 psi"},
-                      {StaticPressure, "StaticPressure", "#,##0 psi"},
-                      {ShockPressure, "ShockPressure", "#,##0 psi"}});
+void frmResultSHK::ShowTankLine(const TankLine& tank) {
+    ShowTexts({{Qty, Shown(tank.qty)},
+               {ModelNo, Shown(tank.modelNo)},
+               {WaterVelocity, Shown(tank.waterVelocity, "#,##0.0 ft/sec")},
+               {KineticEnergy, Shown(tank.kineticEnergy, "#,##0.00 ft lbs/ft")},
+               {TotalKineticEnergy, Shown(tank.totalKineticEnergy, "#,##0.00 ft lbs")},
+               {RequiredVolume, Shown(tank.requiredVolume, "#,##0.0 gal")},
+               {LeakLoad, Shown(tank.leakLoad, "#,##0.0%")},
+               {PumpRunTime, Shown(tank.pumpRunTime, "#,##0.0 sec")},
+               {PipeIndex, Shown(tank.pipeIndex)},
+               {PipeLength, Shown(tank.pipeLength, "#,##0 ft")},
+               {FlowRate, Shown(tank.flowRate, "#,##0 gpm")},
+               {FlowPressure, Shown(tank.flowPressure, "#,##0 psi")},
+               {StaticPressure, Shown(tank.staticPressure, "#,##0 psi")},
+               {ShockPressure, Shown(tank.shockPressure, "#,##0 psi")}});
 }
 
 void frmResultSHK::ShowModel(Recordset& model) {

@@ -11,6 +11,6 @@ class frmResultSHK : public FinishedTankScreen, private Ui::frmResultSHK {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void ShowTankLine(Recordset& tank) override;
+    void ShowTankLine(const TankLine& tank) override;
     void ShowModel(Recordset& model) override;
 };

@@ -2,10 +2,12 @@
 
 #include "core/base/ApplicationNames.h"
 #include "core/base/Fault.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
+#include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 
@@ -16,8 +18,6 @@ using namespace UtilityFunctions;
 
 namespace {
 
-const QString reservedJob = QStringLiteral("CONVERT");
-
 /// The user's atmospheric pressure in psia, the standard one for a user without settings. Throws Fault 94
 /// when the settings leave it open: a conversion has no value of its own for that.
 QString defaultPressure() {
@@ -27,19 +27,6 @@ QString defaultPressure() {
     if (user["DefaultPSIa"].isNull())
         throw Fault(Fault::InvalidUseOfNull, "Invalid use of Null");
     return user["DefaultPSIa"].text();
-}
-
-void addReservedJob() {
-    Rows job("User", "SELECT * FROM tblJobHeader WHERE JobID = 'CONVERT'", CursorType::Keyset);
-    if (!job.AtEnd())
-        return;
-    job->AddNew();
-    job["JobID"] = reservedJob;
-    job["JobDscrptn"] = "Convert Plain Steel to Bladder Tank";
-    job["Contractor"] = "";
-    job["Engineer"] = "";
-    job["DateCreated"] = QDateTime::currentDateTime();
-    job->Update();
 }
 
 } // namespace
@@ -73,14 +60,14 @@ void frmConvertSteel::Load() {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Rows tank = ReadTankLine(tankID);
-    if (tank.AtEnd()) {
+    asRead = ReadTankLine(tankID);
+    if (!asRead) {
         txtAtmPressure->setText(defaultPressure());
         return;
     }
-    txtAtmPressure->setText(tank["AtmPressure"].text());
-    txtSOPMin->setText(tank["SOPMin"].text());
-    txtTotSysFluid->setText(tank["TotSysVolume"].text());
+    txtAtmPressure->setText(Shown(asRead->atmPressure));
+    txtSOPMin->setText(Shown(asRead->sopMin));
+    txtTotSysFluid->setText(Shown(asRead->totSysVolume));
 }
 
 void frmConvertSteel::Next() {
@@ -90,28 +77,38 @@ void frmConvertSteel::Next() {
             return;
     const QString jobBefore = Session::JobID.text();
     const QString classBefore = Session::TankClass.text();
-    Session::JobID.write(reservedJob);
+    Session::JobID.write(ReservedJob());
     Session::TankClass.write(AppNameExpansion()); // the frame that the series screen shows
-    try {
-        procedure(".SaveRecord", [this] { SaveRecord(); });
-    } catch (const Fault&) { // a save that failed leaves the session as it was
+    const auto putBack = [&] {                    // a save that failed leaves the session as it was
         Session::JobID.write(jobBefore);
         Session::TankClass.write(classBefore);
+    };
+    bool saved = false;
+    try {
+        procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+    } catch (const Fault&) {
+        putBack();
         throw;
     }
+    if (!saved)
+        return putBack();
     Session::Mode.write(Session::Modes::Convert); // after the save, to which "New" means a new line
     leaveFor("frmTankSeries");
 }
 
-void frmConvertSteel::SaveRecord() {
-    addReservedJob();
-    SaveTankLine(reservedJob, reservedJob, QDateTime::currentDateTime(), [this](Recordset& tank, bool isNew) {
-        if (isNew)
-            tank["SysFluidType"] = "Water";
-        tank["AtmPressure"] = txtAtmPressure->text();
-        tank["SOPMin"] = txtSOPMin->text();
-        tank["TotSysVolume"] = txtTotSysFluid->text();
-    });
+/// False when the user keeps what someone else has changed.
+bool frmConvertSteel::SaveRecord() {
+    AddReservedJob();
+    TankLine line;
+    line.jobID = ReservedJob();
+    line.dateCreated = QDateTime::currentDateTime();
+    line.sysFluidType = "Water";
+    line.atmPressure = ToNumber(txtAtmPressure->text());
+    line.sopMin = ToNumber(txtSOPMin->text());
+    line.totSysVolume = ToNumber(txtTotSysFluid->text());
+    const bool isNew = Session::Mode.text() == Session::Modes::New;
+    const TankLine::Columns columns = isNew ? TankLine::newSteelTank() : TankLine::steelTank();
+    return saves([&](Record::IfChanged ifChanged) { SaveTankLine(line, columns, asRead, ifChanged); });
 }
 
 bool frmConvertSteel::QueryUnload() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
+#include "core/store/TankLine.h"
 #include "ui_frmConvertSteel.h"
 
 /// The plain steel tank that a bladder tank shall replace. The conversions of all users stand under one
@@ -16,5 +17,7 @@ class frmConvertSteel : public Screen, private Ui::frmConvertSteel {
     void Load() override;
     bool QueryUnload() override;
     void Next();
-    void SaveRecord();
+    bool SaveRecord();
+
+    std::optional<TankLine> asRead; // nothing for a new line
 };

@@ -1,12 +1,13 @@
 #include "sizing/frmJobConditions.h"
 
 #include "core/base/Text.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
 #include "estimates/Estimator.h"
 
 #include <QEvent>
@@ -61,29 +62,30 @@ void frmJobConditions::Load() {
         lblJobID->setText(text);
     if (Session::TankType.read(text))
         lblHeader->setText("Enter Job Conditions for " + text + "...");
+    cmboFluidType->clear();
     for (const FluidLimits& row : fluidLimits)
         cmboFluidType->addItem(ToQString(row.fluid));
     cmboFluidType->setCurrentText("Water");
     txtSOTMin->setText("40");
-    Rows tank = ReadTankLine(Session::TankID.text());
-    if (tank.AtEnd())
-        ShowDefaults();
+    asRead = ReadTankLine(Session::TankID.text());
+    if (asRead)
+        ShowStored(*asRead);
     else
-        ShowStored(tank);
+        ShowDefaults();
     AdaptToApplication();
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmJobConditions::ShowStored(Rows& tank) {
-    for (const auto& [box, column] : {std::pair(txtAtmPressure, "AtmPressure"),
-                                      {txtSOTMin, "SOTMin"},
-                                      {txtSOTMax, "SOTMax"},
-                                      {txtSOPMin, "SOPMin"},
-                                      {txtSOPMax, "SOPMax"},
-                                      {txtTotSysFluid, "TotSysVolume"}})
-        box->setText(tank[column].text());
+void frmJobConditions::ShowStored(const TankLine& tank) {
+    for (const auto& [box, value] : {std::pair(txtAtmPressure, tank.atmPressure),
+                                     {txtSOTMin, tank.sotMin},
+                                     {txtSOTMax, tank.sotMax},
+                                     {txtSOPMin, tank.sopMin},
+                                     {txtSOPMax, tank.sopMax},
+                                     {txtTotSysFluid, tank.totSysVolume}})
+        box->setText(Shown(value));
     // A tank line of another application may hold no fluid, or none of these: Water stays.
-    if (const int fluid = cmboFluidType->findText(tank["SysFluidType"].text()); fluid >= 0)
+    if (const int fluid = cmboFluidType->findText(Shown(tank.sysFluidType)); fluid >= 0)
         cmboFluidType->setCurrentIndex(fluid);
 }
 
@@ -169,18 +171,20 @@ bool frmJobConditions::CheckFields() {
            ValidateMinMax(txtSOTMax, force.maximumLow, force.maximumHigh);
 }
 
-void frmJobConditions::SaveRecord() {
-    const QString jobID = lblJobID->text();
-    SaveTankLine(jobID, jobID, QDateTime::currentDateTime(), [this](Recordset& tank, bool) {
-        for (const auto& [column, box] : {std::pair("AtmPressure", txtAtmPressure),
-                                          {"SOPMin", txtSOPMin},
-                                          {"SOPMax", txtSOPMax},
-                                          {"SOTMin", txtSOTMin},
-                                          {"SOTMax", txtSOTMax},
-                                          {"TotSysVolume", txtTotSysFluid}})
-            tank[column] = box->text();
-        tank["SysFluidType"] = cmboFluidType->currentText();
-    });
+/// False when the user keeps what someone else has changed.
+bool frmJobConditions::SaveRecord() {
+    TankLine line;
+    line.jobID = lblJobID->text();
+    line.dateCreated = QDateTime::currentDateTime();
+    line.atmPressure = ToNumber(txtAtmPressure->text());
+    line.sopMin = ToNumber(txtSOPMin->text());
+    line.sopMax = ToNumber(txtSOPMax->text());
+    line.sotMin = ToNumber(txtSOTMin->text());
+    line.sotMax = ToNumber(txtSOTMax->text());
+    line.totSysVolume = ToNumber(txtTotSysFluid->text());
+    line.sysFluidType = cmboFluidType->currentText();
+    return saves(
+        [&](Record::IfChanged ifChanged) { SaveTankLine(line, TankLine::conditions(), asRead, ifChanged); });
 }
 
 void frmJobConditions::Estimate() {
@@ -205,8 +209,10 @@ void frmJobConditions::Next() {
     const Hourglass hourglass;
     if (!CheckFields())
         return;
-    procedure(".SaveRecord", [this] { SaveRecord(); });
-    leaveFor("frmTankSeries");
+    bool saved = false;
+    procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+    if (saved)
+        leaveFor("frmTankSeries");
 }
 
 void frmJobConditions::Previous() {

@@ -2,7 +2,7 @@
 
 #include "core/base/Applications.h"
 #include "core/shell/Screen.h"
-#include "core/store/Gateway.h"
+#include "core/store/TankLine.h"
 #include "sizing/FluidLimits.h"
 #include "ui_frmJobConditions.h"
 
@@ -20,16 +20,17 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
     void SelectFluid();
     void ShowLimits();
     void AdaptToApplication();
-    void ShowStored(UtilityFunctions::Rows& tank);
+    void ShowStored(const TankLine& tank);
     void ShowDefaults();
     TemperatureLimits LimitsInForce() const;
     bool CheckTemperature(QLineEdit* box);
     bool CheckFields();
-    void SaveRecord();
+    bool SaveRecord();
     static void Estimate();
     void Next();
     void Previous();
     void Cancel();
 
+    std::optional<TankLine> asRead;                   // nothing for a new line
     TemperatureLimits limits = fluidLimits[0].limits; // °F, of the selected fluid
 };

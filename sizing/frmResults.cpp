@@ -32,18 +32,18 @@ void frmResults::Load() {
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResults::ShowTankLine(Recordset& tank) {
-    ShowFields(tank, {{txtQty, "Qty"},
-                      {txtModelNo, "ModelNo"},
-                      {txtRequiredAcceptance, "RequiredAcceptance", "#,##0 gal"},
-                      {txtRequiredVolume, "RequiredVolume", "#,##0 gal"},
-                      {txtTotSysFluid, "TotSysVolume", "#,##0 gal"},
-                      {txtAtmPressure, "AtmPressure", "#,##0.0 psi"},
-                      {txtSOPMin, "SOPMin", "#,##0 psi"},
-                      {txtSOPMax, "SOPMax", "#,##0 psi"},
-                      {txtSOTMin, "SOTMin", "#,##0°F"},
-                      {txtSOTMax, "SOTMax", "#,##0°F"},
-                      {txtSysFluidType, "SysFluidType"}});
+void frmResults::ShowTankLine(const TankLine& tank) {
+    ShowTexts({{txtQty, Shown(tank.qty)},
+               {txtModelNo, Shown(tank.modelNo)},
+               {txtRequiredAcceptance, Shown(tank.requiredAcceptance, "#,##0 gal")},
+               {txtRequiredVolume, Shown(tank.requiredVolume, "#,##0 gal")},
+               {txtTotSysFluid, Shown(tank.totSysVolume, "#,##0 gal")},
+               {txtAtmPressure, Shown(tank.atmPressure, "#,##0.0 psi")},
+               {txtSOPMin, Shown(tank.sopMin, "#,##0 psi")},
+               {txtSOPMax, Shown(tank.sopMax, "#,##0 psi")},
+               {txtSOTMin, Shown(tank.sotMin, "#,##0°F")},
+               {txtSOTMax, Shown(tank.sotMax, "#,##0°F")},
+               {txtSysFluidType, Shown(tank.sysFluidType)}});
 }
 
 void frmResults::ShowModel(Recordset& model) {

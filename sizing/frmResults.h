@@ -10,6 +10,6 @@ class frmResults : public FinishedTankScreen, private Ui::frmResults {
 
   private:
     void Load() override;
-    void ShowTankLine(Recordset& tank) override;
+    void ShowTankLine(const TankLine& tank) override;
     void ShowModel(Recordset& model) override;
 };

@@ -24,11 +24,11 @@ void frmResultsConvert::Load() {
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResultsConvert::ShowTankLine(Recordset& tank) {
-    ShowFields(tank, {{txtQty, "Qty"},
-                      {txtModelNo, "ModelNo"},
-                      {txtRequiredAcceptance, "RequiredAcceptance", "#,##0 gal"},
-                      {txtSteelTankVol, "TotSysVolume", "#,##0 gal"}});
+void frmResultsConvert::ShowTankLine(const TankLine& tank) {
+    ShowTexts({{txtQty, Shown(tank.qty)},
+               {txtModelNo, Shown(tank.modelNo)},
+               {txtRequiredAcceptance, Shown(tank.requiredAcceptance, "#,##0 gal")},
+               {txtSteelTankVol, Shown(tank.totSysVolume, "#,##0 gal")}});
 }
 
 void frmResultsConvert::ShowModel(Recordset& model) {

@@ -12,6 +12,6 @@ class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConve
     void Load() override;
     void Activate() override;
     void Deactivate() override {} // what the activation switched on stays on; that is meant
-    void ShowTankLine(Recordset& tank) override;
+    void ShowTankLine(const TankLine& tank) override;
     void ShowModel(Recordset& model) override;
 };

@@ -5,10 +5,9 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
-#include "core/store/TankLine.h"
 #include "sizing/RequiredSizes.h"
 
 #include <QKeyEvent>
@@ -63,16 +62,14 @@ struct Line {
 
 /// The tank line as it is stored; one that is not there has zeros.
 Line readLine(const QString& tankID) {
-    Rows tank = ReadTankLine(tankID);
-    if (tank.AtEnd())
-        return {};
-    return {.conditions = {.minimumTemperature = tank["SOTMin"].number(),
-                           .maximumTemperature = tank["SOTMax"].number(),
-                           .minimumPressure = tank["SOPMin"].number(),
-                           .maximumPressure = tank["SOPMax"].number(),
-                           .atmosphericPressure = tank["AtmPressure"].number(),
-                           .volume = tank["TotSysVolume"].number()},
-            .fluid = tank["SysFluidType"].text()};
+    const TankLine tank = ReadTankLine(tankID).value_or(TankLine());
+    return {.conditions = {.minimumTemperature = tank.sotMin.value_or(0),
+                           .maximumTemperature = tank.sotMax.value_or(0),
+                           .minimumPressure = tank.sopMin.value_or(0),
+                           .maximumPressure = tank.sopMax.value_or(0),
+                           .atmosphericPressure = tank.atmPressure.value_or(0),
+                           .volume = tank.totSysVolume.value_or(0)},
+            .fluid = tank.sysFluidType.value_or(QString())};
 }
 
 double expansionFactor(const Line& line) {
@@ -172,12 +169,16 @@ void frmTankSeries::Load() {
         setTitle(lblHeader->text());
     }
     ShowFrame(Session::application());
-    if (hasTank) {
-        Rows tank("User", "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + " '");
-        if (!tank.AtEnd() && !tank["TankClass"].isNull())
-            Preselect(tank["TankClass"].text());
-    }
+    if (hasTank)
+        ShowChanges();
     setProperty("helpContext", SetHelpContext());
+}
+
+/// The series that is stored for the line.
+void frmTankSeries::ShowChanges() {
+    asRead = ReadTankLine(lblTankID->text());
+    if (asRead && asRead->tankClass)
+        Preselect(*asRead->tankClass);
 }
 
 void frmTankSeries::ShowFrame(std::optional<Application> application) {
@@ -198,7 +199,8 @@ void frmTankSeries::Preselect(const QString& stored) {
             control<QAbstractButton>(series.option)->click();
 }
 
-/// False when there is no tank line to size, which the user has been told.
+/// False when there is no tank line to size, which the user has been told, or when he keeps what someone else
+/// has changed.
 bool frmTankSeries::StoreSizes() {
     QString tankID;
     if (!Session::TankID.read(tankID)) {
@@ -208,15 +210,13 @@ bool frmTankSeries::StoreSizes() {
     const QString series = txtTankType->text();
     const RequiredSizes sizes =
         sizesOf(readLine(tankID), shownApplication.value_or(Application::Expansion), series);
-    Rows tank("User", "SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(lblTankID->text()) + "'",
-              CursorType::Keyset);
-    if (tank.AtEnd())
-        return true;
-    tank["TankClass"] = series;
-    tank["RequiredVolume"] = sizes.volume;
-    tank["RequiredAcceptance"] = sizes.acceptance;
-    tank->Update();
-    return true;
+    TankLine line;
+    line.tankClass = series;
+    line.requiredVolume = sizes.volume;
+    line.requiredAcceptance = sizes.acceptance;
+    return saves([&](Record::IfChanged ifChanged) {
+        UpdateTankLine(lblTankID->text(), line, TankLine::sizes(), asRead, ifChanged);
+    });
 }
 
 void frmTankSeries::Next() {

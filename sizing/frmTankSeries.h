@@ -2,6 +2,7 @@
 
 #include "core/base/Applications.h"
 #include "core/shell/Screen.h"
+#include "core/store/TankLine.h"
 #include "ui_frmTankSeries.h"
 
 /// The choice of the series. Its Next computes the required sizes of the tank line.
@@ -14,6 +15,7 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
 
   private:
     void Load() override;
+    void ShowChanges() override;
     bool QueryUnload() override;
     void ShowFrame(std::optional<Application> application);
     void Preselect(const QString& stored);
@@ -24,5 +26,6 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
     void Previous();
     void Cancel();
 
+    std::optional<TankLine> asRead;
     std::optional<Application> shownApplication;
 };

@@ -1,13 +1,14 @@
 #include "sizing/frmtankselection.h"
 
 #include "core/base/ApplicationNames.h"
+#include "core/base/Fault.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
+#include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
 #include "shock/ShockSizes.h"
 #include "sizing/CatalogueSearch.h"
 
@@ -56,19 +57,24 @@ void frmtankselection::Load() {
         Screens::unload(name());
         return;
     }
-    if (mode == Session::Modes::Convert)
+    ShowChanges();
+    setTitle(windowTitle() + " " + lblTankID->text());
+}
+
+/// Searches for what the line asks for now.
+void frmtankselection::ShowChanges() {
+    if (Session::Mode.text() == Session::Modes::Convert)
         FindConvertedTanks();
-    else if (application == AppNameShock())
+    else if (Session::TankClass.text() == AppNameShock())
         FindSHKTanks();
     else
         FindOtherTanks();
-    if (lvOptions->topLevelItemCount() == 0) {
-        for (QWidget* hidden : std::initializer_list<QWidget*>{lvOptions, lblHeader1, lblHeader2})
-            hidden->hide();
-        lblConsultFactory->show();
-        lblNoTanks->show();
-        cmdNext->setEnabled(false);
-    }
+    const bool found = lvOptions->topLevelItemCount() > 0;
+    for (QWidget* shown : std::initializer_list<QWidget*>{lvOptions, lblHeader1, lblHeader2})
+        shown->setVisible(found);
+    for (QWidget* shown : {lblConsultFactory, lblNoTanks})
+        shown->setVisible(!found);
+    cmdNext->setEnabled(found);
 }
 
 void frmtankselection::FindOtherTanks() {
@@ -89,9 +95,13 @@ void frmtankselection::FindConvertedTanks() {
     });
 }
 
-frmtankselection::Requirement frmtankselection::ReadRequirement() const {
-    Rows tank = ReadTankLine(lblTankID->text());
-    return {tank["TankClass"].text(), tank["RequiredVolume"].number(), tank["RequiredAcceptance"].number()};
+/// Throws RecordGone without a line.
+frmtankselection::Requirement frmtankselection::ReadRequirement() {
+    asRead = ReadTankLine(lblTankID->text());
+    if (!asRead)
+        throw RecordGone("This tank has been deleted.");
+    return {asRead->tankClass.value_or(QString()), asRead->requiredVolume.value_or(0),
+            asRead->requiredAcceptance.value_or(0)};
 }
 
 void frmtankselection::ShowTanks(const std::vector<TankOption>& options) {
@@ -148,36 +158,42 @@ void frmtankselection::FindSHKTanks() {
 }
 
 ShockConditions frmtankselection::ReadShockConditions() const {
-    Rows tank = ReadTankLine(lblTankID->text());
-    return {.bore = PipeBore(tank["PipeIndex"].text()),
-            .length = tank["PipeLength"].number(),
-            .flowRate = tank["FlowRate"].number(),
-            .flowPressure = tank["FlowPressure"].number(),
-            .staticPressure = tank["StaticPressure"].number(),
-            .atmosphericPressure = tank["AtmPressure"].number()};
+    const TankLine tank = asRead.value_or(TankLine());
+    return {.bore = PipeBore(tank.pipeIndex.value_or(QString())),
+            .length = tank.pipeLength.value_or(0),
+            .flowRate = tank.flowRate.value_or(0),
+            .flowPressure = tank.flowPressure.value_or(0),
+            .staticPressure = tank.staticPressure.value_or(0),
+            .atmosphericPressure = tank.atmPressure.value_or(0)};
 }
 
-void frmtankselection::SaveRecord() {
+/// False when the user keeps what someone else has changed.
+bool frmtankselection::SaveRecord() {
     const QTreeWidgetItem* chosen = lvOptions->currentItem();
     if (lvOptions->isHidden() || !chosen || chosen->text(0).isEmpty())
-        return;
+        return true;
     const Hourglass hourglass;
-    Rows tank = ReadTankLine(lblTankID->text(), CursorType::Keyset);
-    if (tank.AtEnd())
-        return;
-    tank["Qty"] = chosen->text(0);
-    tank["ModelNo"] = chosen->text(1);
-    if (SearchFamily == "SHK") { // the stored figures are those shown, with their one decimal
-        tank["LeakLoad"] = ToNumber(chosen->text(2).chopped(1)) / 100;
-        tank["PumpRunTime"] = ToNumber(chosen->text(3).chopped(4));
+    const bool shock = SearchFamily == "SHK";
+    TankLine line;
+    line.qty = chosen->text(0).toInt();
+    line.modelNo = chosen->text(1);
+    if (shock) { // the stored figures are those shown, with their one decimal
+        line.leakLoad = ToNumber(chosen->text(2).chopped(1)) / 100;
+        line.pumpRunTime = ToNumber(chosen->text(3).chopped(4));
     }
-    tank->Update();
+    const TankLine::Columns columns = shock ? TankLine::shockChoice() : TankLine::choice();
+    return saves([&](Record::IfChanged ifChanged) {
+        UpdateTankLine(lblTankID->text(), line, columns, asRead, ifChanged);
+    });
 }
 
 void frmtankselection::Next() {
     if (!cmdNext->isEnabled())
         return;
-    procedure(".SaveRecord", [this] { SaveRecord(); });
+    bool saved = false;
+    procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+    if (!saved)
+        return;
     Tag = "1";
     Screens::unload(name());
     ShowResults();
@@ -204,8 +220,11 @@ void frmtankselection::ShowResults() {
 }
 
 void frmtankselection::Previous() {
+    bool saved = false;
+    procedure(".SaveRecord", [&] { saved = SaveRecord(); });
+    if (!saved)
+        return;
     Tag = "1";
-    procedure(".SaveRecord", [this] { SaveRecord(); });
     Screens::unload(name());
     QString application;
     if (Session::TankClass.read(application))
@@ -214,7 +233,7 @@ void frmtankselection::Previous() {
 
 void frmtankselection::Cancel() {
     Tag = "1";
-    CancelJobInput(lblTankID->text()); // the tank's caption here, where other screens give the job's
+    CancelJobInput(lblJobID->text());
     Screens::unload(name());
     SetStatusText("Recalc");
 }

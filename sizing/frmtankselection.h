@@ -2,6 +2,7 @@
 
 #include "core/shell/Lists.h"
 #include "core/shell/Screen.h"
+#include "core/store/TankLine.h"
 #include "shock/ShockSizes.h"
 #include "sizing/ModelSearch.h"
 #include "ui_frmtankselection.h"
@@ -12,6 +13,7 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     frmtankselection();
 
     bool growsWithWindow() const override { return true; }
+    bool loadsAfresh() const override { return true; }
 
   private:
     /// What the tank line asks for, in gallons.
@@ -21,21 +23,23 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
         double acceptance;
     };
     void Load() override;
+    void ShowChanges() override;
     bool QueryUnload() override;
     void FindOtherTanks();
     void FindConvertedTanks();
     void FindSHKTanks();
-    Requirement ReadRequirement() const;
+    Requirement ReadRequirement();
     ShockConditions ReadShockConditions() const;
     bool BeginSearch(const QStringList& headings);
     void ShowTanks(const std::vector<TankOption>& options);
     void ShowOptions(ListRows rows);
     void ShowResults();
-    void SaveRecord();
+    bool SaveRecord();
     void Next();
     void Previous();
     void Cancel();
 
+    std::optional<TankLine> asRead;
     QString SearchFamily;
     QStringList headings_;
     bool severalTanks = false; // no single tank fits

@@ -67,6 +67,18 @@ class NoDatabaseFile : public DatabaseFault {
     using DatabaseFault::DatabaseFault;
 };
 
+/// The record that a save is for has been deleted elsewhere. The description is what the user is told.
+class RecordGone : public DatabaseFault {
+  public:
+    explicit RecordGone(const std::string& description) : DatabaseFault(NoCurrentRecord, description) {}
+};
+
+/// Someone else has changed what a save would write over. The description is the question to the user.
+class RecordChanged : public DatabaseFault {
+  public:
+    explicit RecordChanged(const std::string& question) : DatabaseFault(Unspecified, question) {}
+};
+
 /// Runs a routine of the program. A failure that leaves it carries the routine's name, for the error report.
 /// Throws Fault; other exceptions become one.
 template<typename Body>

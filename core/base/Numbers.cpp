@@ -185,3 +185,10 @@ std::int16_t ToInt16(double value) {
         throw Fault(Fault::Overflow, "Overflow");
     return static_cast<std::int16_t>(whole);
 }
+
+std::int32_t ToInt32(double value) {
+    const double whole = Round(value, 0);
+    if (!(whole >= -2147483648.0 && whole <= 2147483647.0))
+        throw Fault(Fault::Overflow, "Overflow");
+    return static_cast<std::int32_t>(whole);
+}

@@ -29,3 +29,5 @@ double Divide(double numerator, double denominator);
 
 /// The whole number nearest to a value, halves to the even one. Throws Fault 6 outside the 16-bit range.
 std::int16_t ToInt16(double value);
+/// The same for 32 bits.
+std::int32_t ToInt32(double value);

@@ -310,7 +310,10 @@ void BrennovalMain::showWindowList() {
             windowMenu->addAction(QString(number < 10 ? "&%1 %2" : "%1 %2").arg(number).arg(title));
         action->setCheckable(true);
         action->setChecked(window == mdiArea->currentSubWindow());
-        connect(action, &QAction::triggered, window, [this, window] { mdiArea->setActiveSubWindow(window); });
+        connect(action, &QAction::triggered, window, [window] { // also back from a minimised frame
+            if (const auto* screen = dynamic_cast<Screen*>(window->widget()))
+                Screens::show(screen->name());
+        });
     }
     if (windows.isEmpty())
         windowMenu->addAction(QCoreApplication::translate("BrennovalMain", "No open windows"))
@@ -388,6 +391,9 @@ QAction* BrennovalMain::toolCommand(const QString& key) const {
 void BrennovalMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         mdiArea->setBackground(palette().brush(QPalette::Mid));
+    // The user comes back from another program, which may be another copy of this one.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        UtilityFunctions::Trap("BrennovalMain.Activate", Screens::freshenActive);
     QMainWindow::changeEvent(event);
 }
 

@@ -6,10 +6,39 @@
 #include <QLineEdit>
 
 #include <initializer_list>
+#include <optional>
 
 /// A column in a display pattern such as "#,##0 gal"; an empty text for null.
 inline QString FormattedField(const Recordset::Field& field, const char* pattern) {
     return field.isNull() ? QString() : FormattedNumber(field.number(), pattern);
+}
+
+/// A value of a record as people read it; an empty text for nothing.
+inline QString Shown(const std::optional<QString>& text) {
+    return text.value_or(QString());
+}
+inline QString Shown(const std::optional<double>& number) {
+    return number ? ShownNumber(*number) : QString();
+}
+inline QString Shown(const std::optional<int>& number) {
+    return number ? QString::number(*number) : QString();
+}
+/// The same in a display pattern.
+inline QString Shown(const std::optional<double>& number, const char* pattern) {
+    return number ? FormattedNumber(*number, pattern) : QString();
+}
+
+/// A box and the text that it shows.
+struct ShownText {
+    QLineEdit* box;
+    QString text;
+};
+/// Shows texts in their boxes, each from its start.
+inline void ShowTexts(std::initializer_list<ShownText> texts) {
+    for (const ShownText& shown : texts) {
+        shown.box->setText(shown.text);
+        shown.box->setCursorPosition(0);
+    }
 }
 
 /// A box that shows a column: in a display pattern, or as it is stored.

@@ -74,6 +74,10 @@ void ReportError(std::int32_t number, const QString& description, const QString&
 void ShowFailure(const Fault& fault, const QString& codeSource, const QString& module) {
     if (dynamic_cast<const NoDatabaseFile*>(&fault))
         return askForFolder();
+    if (dynamic_cast<const RecordGone*>(&fault)) { // nobody's failure: it was deleted elsewhere
+        Dialogs::current().show({QString::fromUtf8(fault.what()), "Error"});
+        return;
+    }
     ReportError(fault.number(), QString::fromUtf8(fault.what()), "0", QString::fromStdString(fault.source()),
                 codeSource, module);
 }

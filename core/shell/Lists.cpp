@@ -2,6 +2,7 @@
 
 #include <QCollator>
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace {
 
@@ -16,7 +17,46 @@ const QCollator& textOrder() {
     return order;
 }
 
+/// The row of some first two texts, or one that has the first; null when there is none.
+QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
+    QTreeWidgetItem* found = nullptr;
+    for (int i = list.topLevelItemCount() - 1; i >= 0 && !texts.isEmpty(); --i) {
+        QTreeWidgetItem* row = list.topLevelItem(i);
+        if (row->text(0) != texts[0])
+            continue;
+        if (row->text(1) == texts[1])
+            return row;
+        found = row;
+    }
+    return found;
+}
+
 } // namespace
+
+KeptRows::KeptRows(const QWidget& screen) {
+    for (QTreeWidget* list : screen.findChildren<QTreeWidget*>()) {
+        Kept kept{.list = list, .chosen = {}, .ticked = {}, .scrolledTo = list->verticalScrollBar()->value()};
+        if (const QTreeWidgetItem* row = list->currentItem())
+            kept.chosen = {row->text(0), row->text(1)};
+        for (int i = 0; i < list->topLevelItemCount(); ++i)
+            if (list->topLevelItem(i)->checkState(0) == Qt::Checked)
+                kept.ticked.append(list->topLevelItem(i)->text(0));
+        lists.append(kept);
+    }
+}
+
+void KeptRows::restore() const {
+    for (const Kept& kept : lists) {
+        for (int i = 0; i < kept.list->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* row = kept.list->topLevelItem(i);
+            if (kept.ticked.contains(row->text(0)))
+                row->setCheckState(0, Qt::Checked);
+        }
+        if (QTreeWidgetItem* row = rowOf(*kept.list, kept.chosen))
+            kept.list->setCurrentItem(row);
+        kept.list->verticalScrollBar()->setValue(kept.scrolledTo);
+    }
+}
 
 void FitColumns(QTreeWidget* list) {
     constexpr int gap = 18;

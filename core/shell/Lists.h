@@ -23,6 +23,23 @@ using ListRows = std::vector<std::unique_ptr<ListRow>>;
 /// Lets a list of ListRows sort by its headings, once one of them has been clicked.
 void SortByHeadings(QTreeWidget* list);
 
+/// The chosen and ticked rows of the lists of a screen, which keep them when they are filled anew. A row is
+/// known by its first text, where several share it by the second, too.
+class KeptRows {
+  public:
+    explicit KeptRows(const QWidget& screen);
+    void restore() const;
+
+  private:
+    struct Kept {
+        QTreeWidget* list;
+        QStringList chosen; // its first two texts; none when no row was chosen
+        QStringList ticked; // their first texts
+        int scrolledTo;
+    };
+    QList<Kept> lists;
+};
+
 /// Which row a list that was filled anew has selected.
 enum class Selected { First, None };
 

@@ -6,6 +6,7 @@
 #include "core/shell/Trap.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
@@ -42,6 +43,7 @@ void Screen::prepare() {
             box->setFocusPolicy(Qt::StrongFocus); // a figure that shows can be reached and copied
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);
+    noteEntries();
     for (QLabel* label : findChildren<QLabel*>())
         growWithFont(label);
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
@@ -52,13 +54,41 @@ void Screen::prepare() {
             quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
+/// What the user types, and what he chooses, counts as entered; what the program shows does not.
+void Screen::noteEntries() {
+    const auto note = [this] { entered = true; };
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        connect(box, &QLineEdit::textEdited, this, note);
+    for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
+        connect(box, &QPlainTextEdit::textChanged, this,
+                [this, box] { entered = entered || box->hasFocus(); });
+    for (QComboBox* list : findChildren<QComboBox*>())
+        connect(list, &QComboBox::activated, this, note);
+    for (QAbstractButton* button : findChildren<QAbstractButton*>())
+        if (button->isCheckable())
+            connect(button, &QAbstractButton::clicked, this, note);
+}
+
 void Screen::setTitle(const QString& title) {
     setWindowTitle(QString(title).replace("[*]", "[*][*]")); // once, it would stand for an unsaved document
 }
 
 bool Screen::trap(const QString& procedure, const std::function<void()>& body) const {
     const Screens::AtWork work(this);
-    return UtilityFunctions::Trap(screenName_ + procedure, body, screenName_ == "frmSplash" ? "Splash" : "");
+    bool gone = false;
+    const auto watched = [&] {
+        try {
+            body();
+        } catch (const RecordGone&) {
+            gone = true;
+            throw;
+        }
+    };
+    const bool passed =
+        UtilityFunctions::Trap(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
+    if (gone)
+        Screens::drop(this);
+    return passed;
 }
 
 void Screen::procedure(const QString& procedureName, const std::function<void()>& body) const {
@@ -67,7 +97,7 @@ void Screen::procedure(const QString& procedureName, const std::function<void()>
 
 void Screen::on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler) {
     connect(button, &QAbstractButton::clicked, this, [this, procedure, handler] {
-        if (checkFieldsLeftOtherwise())
+        if (Screens::stands(this) && checkFieldsLeftOtherwise())
             trap(procedure, handler);
     });
 }
@@ -116,6 +146,22 @@ bool Screen::checkFieldsLeftOtherwise() {
         field->setFocus();
         return false;
     }
+    return true;
+}
+
+bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
+    try {
+        save(Record::IfChanged::Refuse);
+        return true;
+    } catch (const RecordChanged& changed) {
+        if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),
+                                     .title = "Save?",
+                                     .icon = QMessageBox::Question,
+                                     .buttons = QMessageBox::Yes | QMessageBox::No,
+                                     .defaultButton = QMessageBox::No}) != QMessageBox::Yes)
+            return false;
+    }
+    save(Record::IfChanged::Overwrite);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
+#include "core/store/Record.h"
 
 #include <QAbstractButton>
 #include <QHash>
@@ -11,7 +12,7 @@
 
 #include <functional>
 
-/// What a screen is loaded for. Opened for another, it loads afresh, so that it never shows one job and saves
+/// What a screen is loaded for. Opened for another, it loads anew, so that it never shows one job and saves
 /// into another.
 enum class Subject { TankLine, Job, None };
 
@@ -39,13 +40,23 @@ class Screen : public QWidget {
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
-    /// Screens that show what other screens change load afresh at each opening.
+    /// Screens that list or show finished figures load anew at each opening.
     virtual bool loadsAfresh() const { return false; }
+    /// Shows what has changed in the data since. A list keeps its row, and what the user typed stays: a
+    /// screen in which something was typed is not asked.
+    virtual void ShowChanges() { Load(); }
+    /// Screens that show something of the user's data, and so what others change in them.
+    virtual bool followsData() const { return subject() != Subject::None; }
+    /// Whether the user has entered or chosen something that is not stored.
+    virtual bool hasEntries() const { return entered; }
     /// Look-ups, pads and views go when Escape is pressed.
     virtual bool closesOnEscape() const { return false; }
 
     /// Screens whose closing leaves the status text as it stands.
     virtual bool leavesStatus() const { return false; }
+
+    /// An entry that another screen hands over counts as the user's.
+    void setEntered(bool isEntered) { entered = isEntered; }
 
     const QString& name() const { return screenName_; }
     /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
@@ -73,6 +84,9 @@ class Screen : public QWidget {
     /// Runs a procedure of a handler: a failure ends the handler and is reported under the procedure's name,
     /// such as ".SaveRecord".
     void procedure(const QString& procedureName, const std::function<void()>& body) const;
+    /// Runs a save. When someone else has changed since what it would write over, the user decides; false
+    /// when he keeps that, and what he typed.
+    static bool saves(const std::function<void(Record::IfChanged)>& save);
     /// Leaves on purpose for another screen. When that cannot load, this one stays; false then.
     bool leaveFor(const QString& screen);
     /// The button that Return presses.
@@ -89,11 +103,13 @@ class Screen : public QWidget {
 
   private:
     bool checkFieldsLeftOtherwise();
+    void noteEntries();
 
     QString screenName_;
     QHash<QWidget*, std::function<bool()>> checks;
     QList<QPointer<QWidget>> unchecked; // fields that had the focus and whose check has not passed since
     QList<const QWidget*> cancels;
     QPushButton* defaultButton = nullptr;
+    bool entered = false;
     QWidget* enteredByMouse = nullptr;
 };

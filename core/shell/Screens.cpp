@@ -1,7 +1,10 @@
 #include "core/shell/Screens.h"
 
+#include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/DataState.h"
+#include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
@@ -28,6 +31,8 @@ struct Entry {
     Session::Task task;
     QPoint placedAt = {};
     bool unloading = false;
+    quint32 dataVersion = 0; // of the data that it shows
+    bool stored = false;     // its job or tank line is known to be there
 };
 
 struct Registry {
@@ -40,8 +45,15 @@ struct Registry {
     std::function<void()> changed = [] {};
 };
 
+void leaveBehind(const Session::Task& task, const Session::TaskValues& before);
+void dropScreensOf(const QString& jobID, const QString& tankID);
+
 Registry& registry() {
-    static Registry instance;
+    static Registry instance = [] {
+        Session::onTaskWrite(leaveBehind);
+        UtilityFunctions::OnDeleted(dropScreensOf);
+        return Registry();
+    }();
     return instance;
 }
 
@@ -104,6 +116,49 @@ void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
         if (entry.task == task && entry.screen != atWork &&
             leavesRecord(entry.screen->subject(), before, *task))
             entry.task = kept;
+}
+
+/// The state of the data as a screen sees it: its job and its tank line. Nothing for one that shows no data.
+std::optional<UtilityFunctions::DataState> stateFor(const Entry& entry) {
+    if (!entry.screen->followsData())
+        return std::nullopt;
+    const Subject subject = entry.screen->subject();
+    return UtilityFunctions::ReadDataState(subject == Subject::None ? QString()
+                                                                    : entry.task->jobID.value_or(QString()),
+                                           subject == Subject::TankLine ? tankOf(*entry.task) : QString());
+}
+
+/// Whether the record of a screen is there: its tank line, or, as long as that has no key, its job.
+bool recordStands(const Entry& entry, const UtilityFunctions::DataState& state) {
+    const bool hasTank = entry.screen->subject() == Subject::TankLine && !tankOf(*entry.task).isEmpty();
+    return hasTank ? state.tankStands : state.jobStands;
+}
+
+/// Notes which data a screen that was just filled shows.
+void noteData(Entry& entry) {
+    if (const auto state = stateFor(entry)) {
+        entry.dataVersion = state->version;
+        entry.stored = recordStands(entry, *state);
+    }
+}
+
+/// Takes the screens of a job, or of one tank line, away that was deleted here. The one at work goes on by
+/// itself.
+void dropScreensOf(const QString& jobID, const QString& tankID) {
+    const auto same = [](const QString& one, const QString& other) {
+        return one.compare(other, Qt::CaseInsensitive) == 0;
+    };
+    QList<const Screen*> going;
+    for (const Entry& entry : registry().entries) {
+        const Subject subject = entry.screen->subject();
+        const bool shows =
+            tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
+                             : subject == Subject::TankLine && same(tankOf(*entry.task), tankID);
+        if (shows && entry.screen != registry().atWork)
+            going.append(entry.screen);
+    }
+    for (const Screen* screen : going)
+        drop(screen);
 }
 
 /// Whether the Tab key reaches a widget.
@@ -221,8 +276,8 @@ QPoint middle(const QSize& size) {
             std::max(0, (space.height() - size.height()) / 2)};
 }
 
-/// Makes a screen that is loaded for another record give way, if its closing check lets it go. It is not given
-/// up like one that the user closes: the job that it was begun for stays.
+/// Makes a screen that is loaded for another record give way, if its closing check lets it go. It is not
+/// given up like one that the user closes: the job that it was begun for stays.
 bool giveWay(const QString& name) {
     Screen* screen = find(name);
     const QString tag = screen->Tag;
@@ -235,6 +290,55 @@ bool giveWay(const QString& name) {
 }
 
 } // namespace
+
+void drop(const Screen* screen) {
+    if (find(screen->name()) == screen)
+        discard(screen->name());
+}
+
+bool stands(Screen* screen) {
+    Entry* entry = entryOf(screen->name());
+    if (!entry || entry->screen != screen || !entry->stored || entry->unloading)
+        return true;
+    const auto state = stateFor(*entry);
+    if (!state || recordStands(*entry, *state))
+        return true;
+    const bool tank =
+        screen->subject() == Subject::TankLine && !tankOf(*entry->task).isEmpty() && state->jobStands;
+    UtilityFunctions::Trap(screen->name(), [tank] {
+        throw RecordGone(tank ? "This tank has been deleted." : "This job has been deleted.");
+    });
+    drop(screen);
+    return false;
+}
+
+bool freshen(Screen* screen) {
+    Entry* entry = entryOf(screen->name());
+    if (!entry || entry->screen != screen || entry->unloading || screen == registry().atWork)
+        return true;
+    const auto state = stateFor(*entry);
+    if (!state || state->version == entry->dataVersion)
+        return true;
+    if (!stands(screen))
+        return false;
+    entry = entryOf(screen->name());
+    entry->dataVersion = state->version;
+    entry->stored = recordStands(*entry, *state);
+    if (screen->hasEntries())
+        return true;
+    const AtWork work(screen);
+    const KeptRows rows(*screen);
+    UtilityFunctions::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
+    rows.restore();
+    screen->setEntered(false);
+    return true;
+}
+
+void freshenActive() {
+    const Registry& state = registry();
+    if (state.depth == 0 && state.active)
+        freshen(state.active);
+}
 
 AtWork::AtWork(const Screen* screen) {
     const Entry* entry = screen ? entryOf(screen->name()) : nullptr;
@@ -302,9 +406,9 @@ Screen* load(const QString& name) {
     const Session::Task task = workingTask();
     if (Entry* entry = entryOf(name)) {
         const bool same = entry->loadedFor == subjectIn(*task, entry->screen->subject());
-        if (same && !entry->screen->loadsAfresh()) {
+        if (same && (!entry->screen->loadsAfresh() || entry->screen->hasEntries())) {
             entry->task = task;
-            return entry->screen;
+            return freshen(entry->screen) ? find(name) : nullptr;
         }
         if (!same && !giveWay(name))
             return nullptr;
@@ -323,6 +427,10 @@ Screen* load(const QString& name) {
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
     if (!filled)
         discard(name);
+    if (Entry* entry = entryOf(name)) {
+        screen->setEntered(false);
+        noteData(*entry);
+    }
     return find(name);
 }
 
@@ -405,6 +513,8 @@ void setActive(Screen* screen) {
     }
     state.active = screen;
     const AtWork work(screen);
+    if (!freshen(screen))
+        return;
     if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
         applyState(*screen, entry->window);
     screen->Activate();
@@ -412,7 +522,6 @@ void setActive(Screen* screen) {
 
 void setArea(QMdiArea* area) {
     registry().area = area;
-    Session::onTaskWrite(leaveBehind);
 }
 
 bool anyVisible() {

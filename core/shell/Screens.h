@@ -14,9 +14,9 @@ void add(const QString& name, const std::function<Screen*()>& factory);
 bool known(const QString& name);
 /// Names of all screens, open or not.
 QStringList names();
-/// Constructs the screen and runs its Load in the task at work, unless it is loaded for the same job, tank and
-/// application: then it joins the task. Loaded for another, it goes first, if its closing check lets it. Null
-/// when it stays for that, when its Load failed or unloaded it again.
+/// Constructs the screen and runs its Load in the task at work, unless it is loaded for the same job, tank
+/// and application: then it joins the task. Loaded for another, it goes first, if its closing check lets it.
+/// Null when it stays for that, when its Load failed or unloaded it again.
 Screen* load(const QString& name);
 /// Shows a loaded screen and makes it the active one.
 void show(const QString& name);
@@ -29,6 +29,17 @@ enum class Closing { Gone, Refused, Failed };
 Closing close(const QString& name);
 /// The same; true when it is gone.
 bool unload(const QString& name);
+
+/// Takes a screen away without asking it.
+void drop(const Screen* screen);
+/// Whether the job or tank line of a screen is still there. One that is gone is told of, and its screen goes.
+bool stands(Screen* screen);
+/// Shows what has changed in the data since a screen was loaded, if the user has entered nothing there. False
+/// when its record is gone and the screen with it.
+bool freshen(Screen* screen);
+/// The same for the active screen, when the user comes back to the main window. Not while a handler waits for
+/// him.
+void freshenActive();
 
 Screen* find(const QString& name);
 /// An entry box of a screen, which is loaded when it is not. Throws Fault 91 when there is none.

@@ -83,6 +83,7 @@ class Recordset {
         Field& operator=(int number);
         Field& operator=(bool flag);
         Field& operator=(const QDateTime& moment);
+        void setNull() { assign({}); }
 
       private:
         friend class Recordset;

@@ -68,6 +68,8 @@ class Engine {
 
     /// The number that the schema's author has stored with the data.
     virtual int schemaVersion() = 0;
+    /// A number that every write to the data changes, also one of another copy of the program.
+    virtual quint32 changeCounter() = 0;
     /// Whether a table stands.
     virtual bool hasTable(const QString& table) = 0;
     /// Runs a script of the schema in one transaction, if the schema still has the version before, and stores

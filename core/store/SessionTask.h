@@ -29,8 +29,8 @@ Task taskAtWork();
 /// A task that begins with what stands in the store.
 Task newTask();
 
-/// Puts the values of a task into the store, absent ones too, and gives it the writes that follow. Null leaves
-/// the store as it stands, to be read and written without a task.
+/// Puts the values of a task into the store, absent ones too, and gives it the writes that follow. Null
+/// leaves the store as it stands, to be read and written without a task.
 void putToWork(const Task& task);
 
 /// Sets what hears of a write that changes the task at work, with the values before it.

@@ -4,9 +4,11 @@
 #include "core/base/Numbers.h"
 
 #include <QFile>
+#include <QtEndian>
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -281,6 +283,18 @@ class SqliteEngine final : public Engine {
 
     int schemaVersion() override {
         return number(QStringLiteral("SELECT user_version AS V FROM pragma_user_version"));
+    }
+
+    /// The header's, which each transaction counts up. It is read over the engine's own handle of the file:
+    /// to close another would drop the locks that the engine holds.
+    quint32 changeCounter() override {
+        sqlite3_file* file = nullptr;
+        std::array<unsigned char, 4> bytes{};
+        constexpr sqlite3_int64 place = 24;
+        if (sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+            !file || file->pMethods->xRead(file, bytes.data(), int(bytes.size()), place) != SQLITE_OK)
+            return 0;
+        return qFromBigEndian<quint32>(bytes.data());
     }
 
     bool hasTable(const QString& table) override {

@@ -2,77 +2,243 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
 
+using Record::column;
+using Record::IfChanged;
+
+namespace {
+
+using TankColumn = Record::Column<TankLine>;
+
+template<std::size_t unit>
+constexpr TankColumn tagColumn(const char* name) {
+    return {name,
+            [](TankLine& line, const Recordset::Field& field) {
+                line.tags[unit] = Record::valueOf<QString>(field);
+            },
+            [](const TankLine& line, Recordset::Field field) { Record::assign(field, line.tags[unit]); },
+            [](const TankLine& one, const TankLine& other) { return one.tags[unit] == other.tags[unit]; }};
+}
+
+constexpr TankColumn dateCreated = column<&TankLine::dateCreated>("DateCreated");
+constexpr TankColumn tankClass = column<&TankLine::tankClass>("TankClass");
+constexpr TankColumn modelNo = column<&TankLine::modelNo>("ModelNo");
+constexpr TankColumn qty = column<&TankLine::qty>("Qty");
+constexpr TankColumn atmPressure = column<&TankLine::atmPressure>("AtmPressure");
+constexpr TankColumn sopMin = column<&TankLine::sopMin>("SOPMin");
+constexpr TankColumn sopMax = column<&TankLine::sopMax>("SOPMax");
+constexpr TankColumn sotMin = column<&TankLine::sotMin>("SOTMin");
+constexpr TankColumn sotMax = column<&TankLine::sotMax>("SOTMax");
+constexpr TankColumn sysFluidType = column<&TankLine::sysFluidType>("SysFluidType");
+constexpr TankColumn totSysVolume = column<&TankLine::totSysVolume>("TotSysVolume");
+constexpr TankColumn requiredVolume = column<&TankLine::requiredVolume>("RequiredVolume");
+constexpr TankColumn requiredAcceptance = column<&TankLine::requiredAcceptance>("RequiredAcceptance");
+constexpr TankColumn pipeLength = column<&TankLine::pipeLength>("PipeLength");
+constexpr TankColumn pipeIndex = column<&TankLine::pipeIndex>("PipeIndex");
+constexpr TankColumn flowRate = column<&TankLine::flowRate>("FlowRate");
+constexpr TankColumn flowPressure = column<&TankLine::flowPressure>("FlowPressure");
+constexpr TankColumn staticPressure = column<&TankLine::staticPressure>("StaticPressure");
+constexpr TankColumn shockPressure = column<&TankLine::shockPressure>("ShockPressure");
+constexpr TankColumn waterVelocity = column<&TankLine::waterVelocity>("WaterVelocity");
+constexpr TankColumn kineticEnergy = column<&TankLine::kineticEnergy>("KineticEnergy");
+constexpr TankColumn totalKineticEnergy = column<&TankLine::totalKineticEnergy>("TotalKineticEnergy");
+constexpr TankColumn leakLoad = column<&TankLine::leakLoad>("LeakLoad");
+constexpr TankColumn pumpRunTime = column<&TankLine::pumpRunTime>("PumpRunTime");
+
+constexpr TankColumn allColumns[] = {column<&TankLine::tankID>("TankID"),
+                                     column<&TankLine::tankNo>("TankNo"),
+                                     column<&TankLine::jobID>("JobID"),
+                                     dateCreated,
+                                     tankClass,
+                                     modelNo,
+                                     qty,
+                                     atmPressure,
+                                     sopMin,
+                                     sopMax,
+                                     sotMin,
+                                     sotMax,
+                                     sysFluidType,
+                                     totSysVolume,
+                                     requiredVolume,
+                                     requiredAcceptance,
+                                     pipeLength,
+                                     pipeIndex,
+                                     flowRate,
+                                     flowPressure,
+                                     staticPressure,
+                                     shockPressure,
+                                     waterVelocity,
+                                     kineticEnergy,
+                                     totalKineticEnergy,
+                                     leakLoad,
+                                     pumpRunTime,
+                                     tagColumn<0>("TagID01"),
+                                     tagColumn<1>("TagID02"),
+                                     tagColumn<2>("TagID03"),
+                                     tagColumn<3>("TagID04"),
+                                     tagColumn<4>("TagID05"),
+                                     tagColumn<5>("TagID06"),
+                                     tagColumn<6>("TagID07"),
+                                     tagColumn<7>("TagID08"),
+                                     tagColumn<8>("TagID09"),
+                                     tagColumn<9>("TagID10")};
+
+constexpr TankColumn conditionColumns[] = {atmPressure, sopMin,       sopMax,      sotMin,
+                                           sotMax,      totSysVolume, sysFluidType};
+constexpr TankColumn shockColumns[] = {atmPressure,   pipeLength,         pipeIndex,      flowRate,
+                                       flowPressure,  staticPressure,     shockPressure,  waterVelocity,
+                                       kineticEnergy, totalKineticEnergy, requiredVolume, requiredAcceptance,
+                                       tankClass};
+constexpr TankColumn steelColumns[] = {atmPressure, sopMin, totSysVolume, sysFluidType};
+constexpr TankColumn sizeColumns[] = {tankClass, requiredVolume, requiredAcceptance};
+constexpr TankColumn choiceColumns[] = {qty, modelNo};
+constexpr TankColumn shockChoiceColumns[] = {qty, modelNo, leakLoad, pumpRunTime};
+constexpr TankColumn packageColumns[] = {modelNo, qty, sopMax, tankClass, dateCreated};
+
+QString keyCondition(const QString& tankID) {
+    return QStringLiteral("SELECT * FROM tblJobData WHERE TankID = '") + UtilityFunctions::SqlEscape(tankID) +
+           u'\'';
+}
+
+bool hasHeader(const Connection& connection, const QString& jobID) {
+    Recordset header;
+    header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = '" + UtilityFunctions::SqlEscape(jobID) + "'",
+                connection);
+    return !header.AtEnd();
+}
+
+RecordGone jobGone() {
+    return RecordGone("This job has been deleted.");
+}
+
+/// The next free number of a job, over an open connection.
+std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
+    Recordset rows;
+    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = '" +
+                  UtilityFunctions::SqlEscape(jobID) + "'",
+              connection);
+    return rows.AtEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
+}
+
+/// Adds a line below its job's header. Number and row are one write, beside another copy of the program, too.
+QString add(const TankLine& line, TankLine::Columns columns) {
+    const QString job = line.jobID.value_or(QString());
+    const Connection connection = UtilityFunctions::openDatabase("User");
+    Transaction write(connection);
+    if (!hasHeader(connection, job))
+        throw jobGone();
+    const std::int16_t number = nextNumber(connection, job);
+    const QString tankID = job + u'.' + QString::number(number);
+    Recordset tank;
+    tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
+    tank.AddNew();
+    tank["TankNo"] = number;
+    tank["TankID"] = tankID;
+    tank["JobID"] = job;
+    Record::assign(tank["DateCreated"], line.dateCreated);
+    Record::write(tank, line, columns);
+    tank.Update();
+    write.Commit();
+    return tankID;
+}
+
+} // namespace
+
+TankLine::Columns TankLine::all() {
+    return allColumns;
+}
+TankLine::Columns TankLine::conditions() {
+    return conditionColumns;
+}
+TankLine::Columns TankLine::shockConditions() {
+    return shockColumns;
+}
+TankLine::Columns TankLine::steelTank() {
+    return newSteelTank().first(3);
+}
+/// A new conversion has its fluid, too, which no screen asks for.
+TankLine::Columns TankLine::newSteelTank() {
+    return steelColumns;
+}
+TankLine::Columns TankLine::sizes() {
+    return sizeColumns;
+}
+TankLine::Columns TankLine::choice() {
+    return choiceColumns;
+}
+TankLine::Columns TankLine::shockChoice() {
+    return shockChoiceColumns;
+}
+TankLine::Columns TankLine::package() {
+    return packageColumns;
+}
+TankLine::Columns TankLine::unitTags() {
+    return std::span(allColumns).last<mostTags>();
+}
+
 namespace UtilityFunctions {
 
-Rows ReadTankLine(const QString& tankID, CursorType cursor) {
-    return {"User", "SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", cursor};
+std::optional<TankLine> ReadTankLine(const QString& tankID) {
+    Rows tank("User", keyCondition(tankID));
+    return tank.AtEnd() ? std::nullopt : std::optional(Record::read(*tank, TankLine::all()));
+}
+
+std::vector<TankLine> TankLinesOf(const QString& jobID) {
+    return TankLinesOf(jobID, openDatabase("User"));
+}
+
+std::vector<TankLine> TankLinesOf(const QString& jobID, const Connection& user) {
+    Recordset tanks;
+    tanks.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(jobID) + "'", user);
+    return Record::readAll(tanks, TankLine::all());
+}
+
+int TankLineTextSize(const QString& column) {
+    return Rows("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table)[column].DefinedSize();
 }
 
 std::int16_t GetNextNumber() {
     return Named("GetNextNumber", []() -> std::int16_t {
         QString jobID;
-        if (!Session::JobID.read(jobID))
-            return 1;
-        Rows rows("User", "SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = '" +
-                              SqlEscape(jobID) + "'");
-        return rows.AtEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
+        return Session::JobID.read(jobID) ? nextNumber(openDatabase("User"), jobID) : std::int16_t(1);
     });
 }
 
-bool SaveTankLine(const QString& ownerJobID, const QString& keyPrefix, const QDateTime& created,
-                  const std::function<void(Recordset&, bool)>& setValues) {
+bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
+                  IfChanged ifChanged) {
     QString mode;
     if (!Session::Mode.read(mode))
         return false;
-    const bool isNew = mode == Session::Modes::New;
     QString tankID;
-    if (!isNew && !Session::TankID.read(tankID))
+    if (mode == Session::Modes::New)
+        tankID = add(line, columns);
+    else if (Session::TankID.read(tankID))
+        UpdateTankLine(tankID, line, columns, asRead, ifChanged);
+    else
         return false;
-    const int number = isNew ? GetNextNumber() : 0;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    if (isNew) {
-        tankID = keyPrefix + "." + QString::number(number);
-        tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
-        tank.AddNew();
-        tank["TankNo"] = number;
-        tank["TankID"] = tankID;
-        tank["JobID"] = ownerJobID;
-        tank["DateCreated"] = created;
-    } else {
-        tank.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", connection,
-                  CursorType::Keyset);
-    }
-    setValues(tank, isNew);
-    tank.Update();
     Session::TankID.write(tankID);
     return true;
 }
 
-void CancelJobInput(const QString& jobID) {
-    Named("CancelJobInput", [&] {
-        QString mode;
-        if (!Session::Mode.read(mode))
-            return;
-        Connection connection = openDatabase("User");
-        Recordset tanks;
-        tanks.Open(
-            "SELECT * FROM tblJobData INNER JOIN tblJobHeader ON tblJobData.JobID = tblJobHeader.JobID WHERE "
-            "tblJobHeader.JobID = '" +
-                SqlEscape(jobID) + "'",
-            connection, CursorType::Keyset);
-        if (!tanks.AtEnd())
-            return;
-        tanks.Close();
-        Recordset header;
-        header.Open("SELECT * FROM tblJobHeader WHERE JobID = '" + SqlEscape(jobID) + "'", connection,
-                    CursorType::Keyset);
-        if (!header.AtEnd())
-            header.Delete();
-    });
+void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
+                    const std::optional<TankLine>& asRead, IfChanged ifChanged) {
+    const Connection connection = openDatabase("User");
+    Transaction write(connection);
+    Recordset tank;
+    tank.Open(keyCondition(tankID), connection, CursorType::Keyset);
+    if (tank.AtEnd())
+        throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
+                                                                : RecordGone("This tank has been deleted.");
+    if (ifChanged == IfChanged::Refuse && asRead &&
+        !Record::agree(Record::read(tank, columns), *asRead, columns))
+        throw RecordChanged("This tank has been changed since it was opened. Save anyway?");
+    Record::write(tank, line, columns);
+    tank.Update();
+    tank.Close();
+    write.Commit();
 }
 
 } // namespace UtilityFunctions

@@ -4,7 +4,7 @@
 #include "core/shell/Trap.h"
 #include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
-#include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 #include "documents/schedule/UnitTags.h"
 
 #include <exception>
@@ -39,13 +39,14 @@ void takeModel(const QString& modelNo, ModelValues& values) {
               .App = model["App"].text()};
 }
 
-void addUnits(Recordset& schedule, Recordset& tank, const ModelValues& values) {
-    for (int unit = 1; unit <= tank["Qty"].number(); ++unit) {
+void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
+    // The program has always asked for the tenth unit's tag in a column that is not there: the schedule stops
+    // before it.
+    constexpr int room = 9;
+    for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
         schedule.AddNew();
-        // Without padding, unlike on the screens: the tenth unit asks for a column that is not there, and the
-        // schedule stops before it.
-        schedule["TagID"] = UnitTags::TagOf(tank, unit, "TagID0" + QString::number(unit));
-        schedule["TankID"] = tank["TankID"].text();
+        schedule["TagID"] = UnitTags::TagOf(tank, unit, room);
+        schedule["TankID"] = tank.tankID.value_or(QString());
         schedule["TankOD"] = values.TankOD;
         schedule["OAL"] = values.OAL;
         schedule["TankVol"] = values.TankVol;
@@ -61,10 +62,9 @@ void rebuild(const Connection& user) {
         return;
     Recordset schedule;
     schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
-    Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(job) + "'", user);
-    for (ModelValues values; !tank.AtEnd(); tank.MoveNext()) {
-        takeModel(tank["ModelNo"].text(), values);
+    ModelValues values;
+    for (const TankLine& tank : TankLinesOf(job, user)) {
+        takeModel(tank.modelNo.value_or(QString()), values);
         addUnits(schedule, tank, values);
     }
 }

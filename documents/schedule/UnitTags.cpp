@@ -4,17 +4,16 @@
 
 namespace UnitTags {
 
-QString Column(int unit) {
-    return QStringLiteral("TagID%1").arg(unit, 2, 10, QChar(u'0'));
+bool IsGiven(const std::optional<QString>& tag) {
+    return tag && *tag != u"-";
 }
 
-bool IsGiven(const Recordset::Field& tag) {
-    return !tag.isNull() && tag.text() != u"-";
-}
-
-QString TagOf(Recordset& tank, int unit, const QString& column) {
-    const Recordset::Field tag = tank[column];
-    return IsGiven(tag) ? tag.text() : tank["TankID"].text() + u'.' + QString::number(unit);
+QString TagOf(const TankLine& tank, int unit, int room) {
+    if (unit > room)
+        throw DatabaseFault(DatabaseFault::NoSuchColumn,
+                            "Item cannot be found in the collection: TagID0" + std::to_string(unit));
+    const auto& tag = tank.tags[std::size_t(unit - 1)];
+    return IsGiven(tag) ? *tag : tank.tankID.value_or(QString()) + u'.' + QString::number(unit);
 }
 
 Parts Split(const QString& tag) {

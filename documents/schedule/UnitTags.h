@@ -1,22 +1,18 @@
 #pragma once
 
-#include "core/store/Database.h"
+#include "core/store/TankLine.h"
 
 #include <QString>
 
-/// A unit of a tank line has a tag of two parts, such as "AHU-1", in a column of the line.
+/// A unit of a tank line has a tag of two parts, such as "AHU-1". A line has room for those of its first ten
+/// units.
 namespace UnitTags {
 
-/// A tank line has a column for each of its first ten units.
-constexpr int most = 10;
-
-/// The column of a unit's tag, from 1: "TagID01" to "TagID10". A unit behind the tenth has none.
-QString Column(int unit);
-/// Whether a column holds a tag: a hyphen alone is two empty parts, and none.
-bool IsGiven(const Recordset::Field& tag);
-/// What a unit goes by: its tag, or that of its tank and its number. Throws DatabaseFault 3265 for a column
-/// that the tank line does not have.
-QString TagOf(Recordset& tank, int unit, const QString& column);
+/// Whether a stored text is a tag: a hyphen alone is two empty parts, and none.
+bool IsGiven(const std::optional<QString>& tag);
+/// What a unit, from 1, goes by: its tag, or that of its tank and its number. Throws DatabaseFault 3265 for a
+/// unit that the tank line has no room for.
+QString TagOf(const TankLine& tank, int unit, int room = TankLine::mostTags);
 
 /// The two parts of a tag, on the sides of its first hyphen.
 struct Parts {

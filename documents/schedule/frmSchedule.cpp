@@ -2,10 +2,13 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
+#include "core/shell/DisplayFields.h"
 #include "core/shell/Status.h"
+#include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/schedule/UnitTags.h"
 
@@ -33,26 +36,30 @@ enum Column {
 
 /// Numbers stand below each other on the right, and sort by what they are; nothing shows where none is
 /// stored.
-void setNumber(ListRow& unit, int column, const Recordset::Field& value, const QString& text) {
+void setNumber(ListRow& unit, int column, const std::optional<double>& value, const QString& text) {
     unit.setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-    if (value.isNull())
+    if (!value)
         return;
     unit.setText(column, text);
-    unit.setSortKey(column, value.number());
+    unit.setSortKey(column, *value);
 }
 
-std::unique_ptr<ListRow> rowOf(Recordset& tank, int number) {
+std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
     auto unit = std::make_unique<ListRow>();
-    unit->setText(TagColumn, UnitTags::TagOf(tank, number, UnitTags::Column(number)));
-    unit->setText(ModelColumn, tank["ModelNo"].text());
-    for (const auto& [column, name, unitOfMeasure] : {std::tuple{SOPMinColumn, "SOPMin", " psi"},
-                                                      {SOPMaxColumn, "SOPMax", " psi"},
-                                                      {SOTMinColumn, "SOTMin", "°F"},
-                                                      {SOTMaxColumn, "SOTMax", "°F"}})
-        setNumber(*unit, column, tank[name], tank[name].text() + unitOfMeasure);
-    unit->setText(TankColumn, tank["TankID"].text());
-    unit->setSortKey(TankColumn, tank["TankNo"].number());
+    unit->setText(TagColumn, UnitTags::TagOf(tank, number));
+    unit->setText(ModelColumn, Shown(tank.modelNo));
+    for (const auto& [column, value, unitOfMeasure] : {std::tuple{SOPMinColumn, tank.sopMin, " psi"},
+                                                       {SOPMaxColumn, tank.sopMax, " psi"},
+                                                       {SOTMinColumn, tank.sotMin, "°F"},
+                                                       {SOTMaxColumn, tank.sotMax, "°F"}})
+        setNumber(*unit, column, value, Shown(value) + unitOfMeasure);
+    unit->setText(TankColumn, Shown(tank.tankID));
+    unit->setSortKey(TankColumn, tank.tankNo.value_or(0));
     return unit;
+}
+
+std::optional<double> numberIn(const Recordset::Field& field) {
+    return Record::valueOf<double>(field);
 }
 
 /// Shows what the catalogue says of the models of some units; one that has left it leaves them blank.
@@ -64,10 +71,10 @@ void showModel(const QString& modelNo, const QList<ListRow*>& units) {
         return;
     for (ListRow* unit : units) {
         unit->setText(ApplicationColumn, model["Description"].text());
-        setNumber(*unit, VolumeColumn, model["TankVolume"],
+        setNumber(*unit, VolumeColumn, numberIn(model["TankVolume"]),
                   FormattedNumber(model["TankVolume"].number(), "#,##0 gal"));
-        setNumber(*unit, DiaColumn, model["TankOD"], model["TankOD"].text());
-        setNumber(*unit, HtColumn, model["OAL"], model["OAL"].text());
+        setNumber(*unit, DiaColumn, numberIn(model["TankOD"]), model["TankOD"].text());
+        setNumber(*unit, HtColumn, numberIn(model["OAL"]), model["OAL"].text());
         if (model["App"].text() != "HYD")
             continue;
         for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // such a tank has none of its own
@@ -115,11 +122,10 @@ void frmSchedule::FillListView() {
 }
 
 void frmSchedule::AddUnits(ListRows& units) const {
-    Rows tank("User", "SELECT * FROM tblJobData WHERE JobID = '" + SqlEscape(lblJobID->text()) + "'");
-    for (; !tank.AtEnd(); tank->MoveNext()) {
-        const int quantity = ToInt16(tank["Qty"].number());
+    for (const TankLine& tank : TankLinesOf(lblJobID->text())) {
+        const int quantity = ToInt16(tank.qty.value_or(0));
         for (int number = 1; number <= quantity; ++number)
-            units.push_back(rowOf(*tank, number));
+            units.push_back(rowOf(tank, number));
     }
 }
 
@@ -133,7 +139,6 @@ void frmSchedule::DeleteTank() {
         return;
     if (!ConfirmDeletion("Selected item will be permantently deleted!\n\rDo you wish to continue?"))
         return;
-    Execute("User", "DELETE * FROM tblJobData WHERE TankID = '" +
-                        SqlEscape(selected.first()->text(TankColumn)) + "'");
+    DeleteTankLine(selected.first()->text(TankColumn));
     FillListView();
 }

@@ -49,20 +49,17 @@ int frmUnitTagData::ReadTags() {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return 0;
-    Rows tank = ReadTankLine(tankID);
-    if (tank.AtEnd())
+    asRead = ReadTankLine(tankID);
+    if (!asRead)
         return 0;
-    const int quantity = ToInt16(tank["Qty"].number());
-    for (int unit = 1; unit <= UnitTags::most; ++unit) {
-        const Recordset::Field tag = tank[UnitTags::Column(unit)];
-        if (!UnitTags::IsGiven(tag))
-            continue;
-        const UnitTags::Parts parts = UnitTags::Split(tag.text());
-        const Row& row = rows[std::size_t(unit - 1)];
-        fillBox(row.prefix, parts.prefix);
-        fillBox(row.suffix, parts.suffix);
+    lblTankID->setText(tankID);
+    for (std::size_t unit = 0; unit < rows.size(); ++unit) {
+        const auto& tag = asRead->tags[unit];
+        const UnitTags::Parts parts = UnitTags::IsGiven(tag) ? UnitTags::Split(*tag) : UnitTags::Parts{};
+        fillBox(rows[unit].prefix, parts.prefix);
+        fillBox(rows[unit].suffix, parts.suffix);
     }
-    return quantity;
+    return ToInt16(asRead->qty.value_or(0));
 }
 
 /// A unit that the line no longer has is hidden, and loses its tag with the next saving.
@@ -94,14 +91,16 @@ bool frmUnitTagData::eventFilter(QObject* object, QEvent* event) {
 /// Writes all ten columns, a hyphen alone for a unit without a tag.
 void frmUnitTagData::Save() {
     QString tankID;
-    if (Session::TankID.read(tankID)) {
-        Rows tank = ReadTankLine(tankID, CursorType::Keyset);
-        if (!tank.AtEnd()) {
-            int unit = 0;
-            for (const Row& row : rows)
-                tank[UnitTags::Column(++unit)] = row.prefix->text() + row.hyphen->text() + row.suffix->text();
-            tank->Update();
-        }
+    bool saved = true;
+    if (Session::TankID.read(tankID) && asRead) {
+        TankLine line;
+        for (std::size_t unit = 0; unit < rows.size(); ++unit)
+            line.tags[unit] =
+                rows[unit].prefix->text() + rows[unit].hyphen->text() + rows[unit].suffix->text();
+        saved = saves([&](Record::IfChanged ifChanged) {
+            UpdateTankLine(tankID, line, TankLine::unitTags(), asRead, ifChanged);
+        });
     }
-    Screens::unload(name());
+    if (saved)
+        Screens::unload(name());
 }

@@ -10,6 +10,7 @@
 class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
   public:
     frmUnitTagData();
+    bool loadsAfresh() const override { return true; }
 
   private:
     /// The controls of one unit.
@@ -26,5 +27,6 @@ class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
     void ShowRows(int quantity);
     void Save();
 
-    std::array<Row, UnitTags::most> rows;
+    std::array<Row, TankLine::mostTags> rows;
+    std::optional<TankLine> asRead;
 };

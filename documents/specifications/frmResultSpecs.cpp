@@ -9,6 +9,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
+#include "core/store/TankLine.h"
 #include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
@@ -20,13 +21,11 @@ void readTankLine(Placeholders::Values& values) {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    Connection connection = openDatabase("User");
-    Recordset tank;
-    tank.Open("SELECT * FROM tblJobData WHERE TankID ='" + SqlEscape(tankID) + "'", connection);
-    if (tank.AtEnd())
+    const auto tank = ReadTankLine(tankID);
+    if (!tank)
         return;
-    values.qty = QString::fromStdString(NumberText(tank["Qty"].number()));
-    values.modelNo = tank["ModelNo"].text();
+    values.qty = StatementNumber(tank->qty.value_or(0));
+    values.modelNo = Shown(tank->modelNo);
 }
 
 /// Fills in the figures of the model; its specification's key, or an empty text.
@@ -84,6 +83,7 @@ frmResultSpecs::frmResultSpecs() : Screen("frmResultSpecs") {
 void frmResultSpecs::Load() {
     const Hourglass hourglass;
     SetStatusText("Copy & paste specifications to another application");
+    lblTankID->setText(Session::TankID.text());
     Placeholders::Values values;
     readTankLine(values);
     const QString key = readModel(values);

@@ -8,6 +8,7 @@
 class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
   public:
     frmResultSpecs();
+    bool loadsAfresh() const override { return true; }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
     bool leavesStatus() const override { return true; }

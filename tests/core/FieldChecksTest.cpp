@@ -7,6 +7,7 @@
 #include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/Deletion.h"
 #include "core/store/TankLine.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TemporaryHome.h"

@@ -1,0 +1,31 @@
+#include "core/store/DataState.h"
+
+#include "core/base/Fault.h"
+#include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
+
+namespace UtilityFunctions {
+
+std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID) {
+    constexpr int longestWait = 100; // milliseconds for a lock: the next activation asks again
+    try {
+        Connection user = dbConnection("User");
+        user.setBusyTimeout(longestWait);
+        user.Open();
+        const auto stands = [&](const char* table, const char* key, const QString& value) {
+            if (value.isEmpty())
+                return false;
+            Recordset row;
+            row.Open(QString("SELECT %1 FROM %2 WHERE %1 = '").arg(key, table) + SqlEscape(value) + "'",
+                     user);
+            return !row.AtEnd();
+        };
+        return DataState{.version = user.engine().changeCounter(),
+                         .jobStands = stands("tblJobHeader", "JobID", jobID),
+                         .tankStands = stands("tblJobData", "TankID", tankID)};
+    } catch (const Fault&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace UtilityFunctions

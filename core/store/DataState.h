@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace UtilityFunctions {
+
+/// What a screen needs to know of the data when it comes to the front.
+struct DataState {
+    quint32 version = 0; // changes with each write
+    bool jobStands = false;
+    bool tankStands = false;
+};
+
+/// The state of a job and of a tank line; nothing when the data cannot be read just now.
+std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID);
+
+} // namespace UtilityFunctions

@@ -1,0 +1,89 @@
+#include "core/store/JobHeader.h"
+
+#include "core/base/Fault.h"
+#include "core/store/Gateway.h"
+#include "core/store/SqlText.h"
+
+using Record::column;
+
+namespace {
+
+using HeaderColumn = Record::Column<JobHeader>;
+
+constexpr HeaderColumn allColumns[] = {
+    column<&JobHeader::jobDscrptn>("JobDscrptn"), column<&JobHeader::engineer>("Engineer"),
+    column<&JobHeader::contractor>("Contractor"), column<&JobHeader::jobInfo>("JobInfo"),
+    column<&JobHeader::jobID>("JobID"),           column<&JobHeader::dateCreated>("DateCreated")};
+constexpr std::size_t entryColumns = 4;
+
+QString keyCondition(const QString& jobID) {
+    return QStringLiteral("SELECT * FROM tblJobHeader WHERE JobID = '") + UtilityFunctions::SqlEscape(jobID) +
+           u'\'';
+}
+
+} // namespace
+
+JobHeader::Columns JobHeader::all() {
+    return allColumns;
+}
+
+JobHeader::Columns JobHeader::entries() {
+    return std::span(allColumns).first<entryColumns>();
+}
+
+namespace UtilityFunctions {
+
+QString ReservedJob() {
+    return QStringLiteral("CONVERT");
+}
+
+std::optional<JobHeader> ReadJobHeader(const QString& jobID) {
+    Rows job("User", keyCondition(jobID));
+    return job.AtEnd() ? std::nullopt : std::optional(Record::read(*job, JobHeader::all()));
+}
+
+JobHeader::Sizes JobHeaderSizes() {
+    Rows table("User", "tblJobHeader", CursorType::ForwardOnly, CommandType::Table);
+    return {.jobID = table["JobID"].DefinedSize(),
+            .jobDscrptn = table["JobDscrptn"].DefinedSize(),
+            .engineer = table["Engineer"].DefinedSize(),
+            .contractor = table["Contractor"].DefinedSize()};
+}
+
+void AddJobHeader(const JobHeader& header) {
+    Rows job("User", "tblJobHeader", CursorType::Keyset, CommandType::Table);
+    job->AddNew();
+    Record::write(*job, header, JobHeader::all());
+    job->Update();
+}
+
+void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
+                     Record::IfChanged ifChanged) {
+    const Connection connection = openDatabase("User");
+    Transaction write(connection);
+    Recordset job;
+    job.Open(keyCondition(header.jobID.value_or(QString())), connection, CursorType::Keyset);
+    if (job.AtEnd())
+        throw RecordGone("This job has been deleted.");
+    if (ifChanged == Record::IfChanged::Refuse && asRead &&
+        !Record::agree(Record::read(job, JobHeader::entries()), *asRead, JobHeader::entries()))
+        throw RecordChanged("This job has been changed since it was opened. Save anyway?");
+    Record::write(job, header, JobHeader::entries());
+    Record::assign(job["DateCreated"], header.dateCreated);
+    job.Update();
+    job.Close();
+    write.Commit();
+}
+
+void AddReservedJob() {
+    if (ReadJobHeader(ReservedJob()))
+        return;
+    AddJobHeader({.jobID = ReservedJob(),
+                  .jobDscrptn = "Convert Plain Steel to Bladder Tank",
+                  .engineer = "",
+                  .contractor = "",
+                  .jobInfo = {},
+                  .dateCreated = QDateTime::currentDateTime()});
+}
+
+} // namespace UtilityFunctions
