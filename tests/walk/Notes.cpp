@@ -151,7 +151,7 @@ bool Notes::open(const QString& window, const Work& task) {
     const Face face = FaceOf(window);
     if (isOpen(window)) {
         const bool same = sameRecord(face.about, windows[window].openedFor, *task);
-        if (same && !face.fresh) {
+        if (same && (!face.fresh || windows[window].typed)) {
             windows[window].work = task;
             return true;
         }
@@ -330,14 +330,12 @@ void Notes::deleteTank(const QString& tank) {
     });
 }
 
-void Notes::deleteJob(const QString& job) {
+void Notes::deleteJob(const QString& job, const QString& deleter) {
     for (const QString& tank : tanksOf(job))
         lines.remove(tank);
     headers.remove(job);
     windows.removeIf([&](const auto& window) {
-        return FaceOf(window.key()).about != Face::Nothing && window.key() != "frmDelete" &&
+        return FaceOf(window.key()).about != Face::Nothing && window.key() != deleter &&
                jobOf(*window.value().work) == job;
     });
-    if (isOpen("frmDelete"))
-        windows["frmDelete"].list = listFor("frmDelete");
 }

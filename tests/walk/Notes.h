@@ -69,7 +69,7 @@ class Notes {
     /// Saves columns of the tank line of a window; false when nothing was stored.
     bool saveLine(const QString& window, const Row& columns);
     /// Deletes what the user has chosen to, or what was never finished, and the windows that show it.
-    void deleteJob(const QString& job);
+    void deleteJob(const QString& job, const QString& deleter = {});
     void deleteTank(const QString& tank);
     /// The Cancel of a job's entry.
     void cancelJob(const QString& window);

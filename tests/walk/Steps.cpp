@@ -180,8 +180,11 @@ void turnWindows(Walk& walk, const QString&) {
 }
 
 void minimise(Walk& walk, const QString&) {
-    if (const QString window = anyWindow(walk); !window.isEmpty())
-        walk.say("minimise " + window);
+    const QString window = anyWindow(walk);
+    if (window.isEmpty())
+        return;
+    walk.front(window);
+    walk.say("minimise " + window);
 }
 
 void closeWindow(Walk& walk, const QString&) {
@@ -320,15 +323,21 @@ void deleteChosen(Walk& walk, const QString& window) {
         walk.say(QString("check frmDelete.lvOptions %1").arg(1 + walk.below(int(listed.size()))));
     const QString question =
         "The selected item(s) will be deleted!\nDo you want to delete the selected item(s)?";
+    bool workaround = false;
     if (notes.ask(question, {"Yes", "No"}) == "Yes") {
+        workaround = all;
         const auto* list = Driver::control<QTreeWidget>(window, "lvOptions");
         for (int row = 0; !all && row < list->topLevelItemCount(); ++row)
             if (list->topLevelItem(row)->checkState(0) == Qt::Checked)
                 notes.deleteTank(list->topLevelItem(row)->text(0));
         if (all)
-            notes.deleteJob(job);
+            notes.deleteJob(job, window);
     }
     walk.press(window, "bttnDelete");
+    if (workaround) {
+        notes.remove(window);
+        walk.say("close frmDelete");
+    }
 }
 
 void searchAgain(Walk& walk, const QString& window) {
@@ -584,7 +593,7 @@ void preview(Walk& walk, const QString& window) {
 void typeTags(Walk& walk, const QString& window) {
     walk.front(window);
     const int units = int(walk.notes.windows[window].boxes.size()) / 2;
-    if (units == 0)
+    if (units == 0 || walk.notes.windows[window].openedFor.tank.value_or("").isEmpty()) // WORKAROUND 5
         return;
     const int unit = walk.below(units);
     walk.type(window, QString("txtPrefix1_%1").arg(unit), QString("T%1").arg(walk.below(10000)));
@@ -662,7 +671,7 @@ const QList<Step>& AllSteps() {
         {"choose on the start page", 4, "", startPage},
         {"activate", 8, "", activate},
         {"turn windows", 4, "", turnWindows},
-        {"minimise", 0, "", minimise},
+        {"minimise", 1, "", minimise},
         {"close", 3, "", closeWindow},
         {"find", 8, "frmjobsearchdialog", find},
         {"take a job", 12, "frmjobsearchdialog", takeJob},
@@ -714,8 +723,8 @@ const QList<Step>& AllSteps() {
         {"open tags", 3, "frmPKGSelect", openTags},
         {"open specification", 1, "frmResults", openSpecification},
         {"open specification", 1, "frmResultsConvert", openSpecification},
-        {"open schedule", 2, "frmResults", openSchedule},
-        {"open schedule", 2, "frmPKGSelect", openSchedule},
+        {"open schedule", 0, "frmResults", openSchedule},
+        {"open schedule", 0, "frmPKGSelect", openSchedule},
         {"preview", 1, "frmResults", preview},
         {"preview", 1, "frmResultSHK", preview},
         {"preview", 1, "frmPKGSelect", preview},
