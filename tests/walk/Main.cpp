@@ -106,17 +106,21 @@ QString shortest(Steps steps, const QString& path) {
             last = told;
             break;
         }
-    for (qsizetype run = std::max<qsizetype>(1, steps.size() / 2); run > 0; run /= 2)
+    qsizetype run = std::max<qsizetype>(1, steps.size() / 2);
+    for (bool shorter = true; run > 1 || shorter; run = std::max<qsizetype>(1, run / 2)) {
+        shorter = run > 1;
         for (qsizetype at = 0; at < steps.size();) {
             Steps fewer = steps;
             fewer.remove(at, std::min(run, steps.size() - at));
             if (fails(fewer, path, told)) {
                 steps = fewer;
                 last = told;
+                shorter = true;
             } else {
                 at += run;
             }
         }
+    }
     return last;
 }
 

@@ -216,7 +216,7 @@ QStringList Notes::listFor(const QString& window) const {
     QStringList list;
     if (window == "frmtankselection")
         for (const Row& option : Reckoning::options(lineOf(window), values))
-            list.append(option["Qty"]);
+            list.append(option["Qty"] + " " + option["ModelNo"]);
     if (window == "frmSchedule")
         for (const QString& tank : tanksOf(job))
             for (int unit = 1; unit <= lines[tank]["Qty"].toInt(); ++unit) {

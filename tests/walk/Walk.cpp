@@ -191,7 +191,9 @@ void Walk::compareFront(const QString& window) const {
         return;
     QStringList rows;
     for (int row = 0; row < list->topLevelItemCount(); ++row)
-        rows.append(list->topLevelItem(row)->text(0));
+        rows.append(window == "frmtankselection"
+                        ? list->topLevelItem(row)->text(0) + " " + list->topLevelItem(row)->text(1)
+                        : list->topLevelItem(row)->text(0));
     if (window != "frmPKGSelect" && rows != noted.list)
         fail(window + " lists " + rows.join(", ") + " instead of " + noted.list.join(", "));
 }
