@@ -2,10 +2,10 @@
 
 #include "bench/BenchData.h"
 #include "core/store/SessionStore.h"
-#include "documents/Reports.h"
-#include "documents/Submittals.h"
 #include "documents/export/Export.h"
+#include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
+#include "documents/submittals/Submittals.h"
 #include "tests/support/Driver.h"
 
 #include <benchmark/benchmark.h>

@@ -17,6 +17,7 @@ void convertMetric() {
                                                  {"frmConvertSteel", "frmMetric"},
                                                  {"frmJobConditionsSHK", "frmMetricSHK"}};
     const QString active = Screens::active();
+    const Screens::AtWork work(Screens::find(active)); // the pad joins the screen that it serves
     if (auto* estimator = dynamic_cast<Estimator*>(Screens::find(active)))
         estimator->OpenMetricForm(); // nothing happens for a method that has nothing to convert
     else if (pads.contains(active))

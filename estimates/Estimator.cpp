@@ -5,6 +5,7 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/store/SessionStore.h"
 #include "estimates/Pipes.h"
 #include "estimates/frmMetricCalc.h"
 
@@ -15,6 +16,10 @@
 #include <QToolButton>
 
 using namespace UtilityFunctions;
+
+namespace {
+const QString conditions = QStringLiteral("frmJobConditions");
+} // namespace
 
 void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     prepare();
@@ -40,6 +45,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         Dirty = false;
     });
     onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });
+    handsOver(control<QToolButton>("bttnOK"), [this] { return serves ? conditions : QString(); });
     on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { Confirm(); });
 }
 
@@ -69,7 +75,8 @@ void Estimator::changeEvent(QEvent* event) {
 }
 
 void Estimator::setHandsBack(bool handsBack) {
-    control<QToolButton>("bttnOK")->setEnabled(handsBack);
+    serves = handsBack;
+    updateHandOver();
 }
 
 bool Estimator::OpenMetricForm() {
@@ -89,7 +96,7 @@ void Estimator::Confirm() {
                                           .icon = QMessageBox::Question,
                                           .buttons = QMessageBox::Yes | QMessageBox::No}) != QMessageBox::Yes)
         return;
-    SetFieldText(Screens::field("frmJobConditions", "txtTotSysFluid"), result->text());
+    Screens::handOver(*this, conditions, "txtTotSysFluid", result->text());
     Screens::unload(name());
 }
 
@@ -103,6 +110,12 @@ bool Estimator::QueryUnload() {
 }
 
 void OpenEstimator(const QString& screen, EstimatorUse use) {
+    if (use == EstimatorUse::FreeStanding) {
+        if (Screens::find(screen)) // it may hold the estimate of a job
+            return Screens::show(screen);
+        Session::JobID.write(""); // of the task that this command begins
+        Session::TankID.write("");
+    }
     auto* estimator = dynamic_cast<Estimator*>(Screens::load(screen));
     if (!estimator)
         return;

@@ -12,6 +12,9 @@ class Estimator : public Screen {
   public:
     using Screen::Screen;
     bool closesOnEscape() const override { return true; }
+    /// An estimate serves the lines of a job, one to come too.
+    Subject subject() const override { return Subject::Job; }
+    bool goesAlong() const override { return true; }
 
     /// Opens the metric pad with the boxes that the screen needs; false when it has nothing to convert.
     bool OpenMetricForm();
@@ -41,7 +44,8 @@ class Estimator : public Screen {
     void drawSketches();
 
     QLineEdit* result = nullptr;
-    bool Dirty = false; // an entry has changed since the last calculation
+    bool serves = false; // it was opened by the conditions
+    bool Dirty = false;  // an entry has changed since the last calculation
 };
 
 /// How an estimator is opened: with the job conditions to take its result, or on its own.

@@ -25,7 +25,8 @@ bool MetricPad::QueryUnload() {
 
 void MetricPad::converts(QLineEdit* box, QLabel* shown, Conversion conversion, const QString& unit) {
     conversions.insert(box, conversion);
-    onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
+    onLeaving(box, "." + box->objectName() + "_Validate",
+              [this, box] { return (box->text().isEmpty() && emptyStays()) || ValidateNumeric(box, true); });
     connect(box, &QLineEdit::textChanged, shown, [this, shown, conversion, unit](const QString& text) {
         shown->setText(converted(text, conversion, unit));
     });
@@ -47,5 +48,5 @@ QString MetricPad::converted(const QString& text, Conversion conversion, const Q
 void MetricPad::handOver(const QLineEdit* box, const QString& screen, const QString& target) const {
     const QString text = box->text();
     if (!leavesTarget(text))
-        SetFieldText(Screens::field(screen, target), ShownNumber(conversions.value(box)(ToNumber(text))));
+        Screens::handOver(*this, screen, target, ShownNumber(conversions.value(box)(ToNumber(text))));
 }

@@ -28,6 +28,8 @@ class MetricPad : public Screen {
     bool QueryUnload() override;
 
   private:
+    /// Whether a box that is left empty stays so: else it becomes a 0, like the boxes of the conditions.
+    virtual bool emptyStays() const { return true; }
     /// Whether a text of a box leaves its target as it is.
     virtual bool leavesTarget(const QString& text) const { return text.isEmpty(); }
     QString converted(const QString& text, Conversion conversion, const QString& unit) const;

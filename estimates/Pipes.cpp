@@ -26,8 +26,10 @@ QString PipeIndexOf(const QString& metricIndex) {
 }
 
 void OpenPipeChooser(const QString& opener) {
-    if (Screen* chooser = Screens::load("frmPipeSelect"))
+    if (Screen* chooser = Screens::load("frmPipeSelect")) {
         chooser->Tag = opener;
+        chooser->updateHandOver();
+    }
     Screens::show("frmPipeSelect");
 }
 

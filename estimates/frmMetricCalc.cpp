@@ -48,6 +48,7 @@ frmMetricCalc::frmMetricCalc() : MetricPad("frmMetricCalc") {
     converts(txtVolOthrComp, lblOthrCompUS, LitersToGallons, "gal");
     converts(txtVolWtrHtr, lblWtrHtrUS, LitersToGallons, "gal");
     converts(txtPumpCapacity, lblPumpCapacityUS, LitersToGallons, "gpm");
+    handsOver(cmdOK, [this] { return Tag.section('-', 0, 0); });
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
     ShowBoxes(); // none until it serves a method
 }
@@ -64,6 +65,7 @@ bool frmMetricCalc::OpenFor(const QString& tag) {
         pad->Tag = tag;
         pad->ShowBoxes();
     }
+    pad->updateHandOver();
     Screens::show("frmMetricCalc");
     return true;
 }

@@ -33,6 +33,7 @@ frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
     for (QRadioButton* family : {radSch40, radSch80, radTypeCu})
         on(family, "." + family->objectName(), [this] { FillSizes(); });
     on(bttnMetric, ".tbToolbar", [this] { FillSizes(); });
+    handsOver(bttnOK, [this] { return Tag; });
     on(bttnOK, ".tbToolbar", [this] { Confirm(); });
     onCancel(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
     connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
@@ -70,6 +71,6 @@ void frmPipeSelect::Confirm() {
     for (const HandOver& handOver : handOvers)
         if (Tag == handOver.opener)
             for (const QString& box : handOver.boxes)
-                SetFieldText(Screens::field(handOver.opener, box), key);
+                Screens::handOver(*this, handOver.opener, box, key);
     Screens::unload(name());
 }

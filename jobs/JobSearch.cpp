@@ -119,4 +119,8 @@ std::vector<Job> Newest(std::size_t most) {
     return jobsOf(rows, most);
 }
 
+QString EditScreenOf(const QString& jobID) {
+    return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
+}
+
 } // namespace JobSearch

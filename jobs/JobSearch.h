@@ -47,4 +47,7 @@ std::vector<Job> Find(const QString& query);
 /// The jobs that were created last, the newest first. Throws DatabaseFault, and NoDatabaseFile without data.
 std::vector<Job> Newest(std::size_t most);
 
+/// The screen at which a job is edited: the reserved job of the steel conversions has no header.
+QString EditScreenOf(const QString& jobID);
+
 } // namespace JobSearch

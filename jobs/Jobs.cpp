@@ -35,6 +35,9 @@ void searchJob(const QString& mode, const QString& status) {
 }
 
 void maintain(const QString& list) {
+    if (const Screen* open = Screens::find("frmEngContMaster"); // a name of the other list
+        open && open->Tag != list && !Screens::unload(open->name()))
+        return;
     Session::Mode.write(list);
     auto* screen = dynamic_cast<frmEngContMaster*>(Screens::load("frmEngContMaster"));
     if (!screen)
@@ -59,8 +62,4 @@ void registerJobs() {
     Commands::set("mnuDeleteJob", [] { searchJob(Session::Modes::Delete, "Delete Job/Tanks"); });
     Commands::set("mnuEngineers", [] { maintain(Session::Modes::Engineers); });
     Commands::set("mnuContractors", [] { maintain(Session::Modes::Contractors); });
-}
-
-QString EditScreenOf(const QString& jobID) {
-    return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
 }

@@ -9,7 +9,6 @@
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
 #include "jobs/JobSearch.h"
-#include "jobs/Jobs.h"
 
 #include <QAction>
 #include <QApplication>
@@ -29,7 +28,7 @@ void openJob(const QString& jobID) {
         UtilityFunctions::Trap("StartPage.openJob", [&] {
             Session::Mode.write(Session::Modes::Edit);
             Session::JobID.write(jobID);
-            Screens::open(EditScreenOf(jobID));
+            Screens::open(JobSearch::EditScreenOf(jobID));
         });
     });
 }

@@ -3,8 +3,8 @@
 #include "core/base/ApplicationNames.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/SessionStore.h"
 #include "core/store/Deletion.h"
+#include "core/store/SessionStore.h"
 
 using namespace UtilityFunctions;
 

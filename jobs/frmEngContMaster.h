@@ -9,6 +9,8 @@ class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
   public:
     frmEngContMaster();
     Subject subject() const override { return Subject::None; }
+    bool followsData() const override { return true; }
+    void ShowChanges() override { FillListBox(); }
     bool growsWithWindow() const override { return true; }
 
     /// Turns to the list of a tag.

@@ -1,5 +1,6 @@
 #include "jobs/frmJobHeader.h"
 
+#include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/shell/Commands.h"
 #include "core/shell/DisplayFields.h"
@@ -58,6 +59,8 @@ void frmJobHeader::Load() {
     txtCont->setMaxLength(sizes.contractor);
     if (QString jobID; Session::JobID.read(jobID))
         asRead = ReadJobHeader(jobID);
+    if (!asRead && Session::Mode.text() == Session::Modes::Edit && !Session::JobID.text().isEmpty())
+        throw RecordGone("This job has been deleted.");
     if (asRead)
         ShowStored(*asRead);
     else

@@ -6,6 +6,8 @@
 #include "core/store/Gateway.h"
 #include "jobs/NameLookup.h"
 
+#include <algorithm>
+
 using namespace UtilityFunctions;
 
 namespace {
@@ -31,6 +33,7 @@ void UtilityFunctions::FillListView(const QWidget* /*field*/, const QString& tab
     if (!lookup)
         return;
     lookup->Tag = tag;
+    lookup->updateHandOver();
     lookup->List(table);
     Screens::show(lookup->name());
 }
@@ -40,6 +43,11 @@ frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
     prepare();
     setDefault(cmdOK);
     SortByHeadings(lvSearch);
+    handsOver(cmdOK, [this] {
+        const auto* asking = std::ranges::find_if(
+            handOvers, [this](const HandOver& handOver) { return Tag == QLatin1String(handOver.tag); });
+        return asking == std::end(handOvers) ? QString() : QString(asking->screen);
+    });
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
     connect(lvSearch, &QTreeWidget::itemDoubleClicked, this,
             [this] { trap(".lvSearch", [this] { Confirm(); }); });
@@ -60,6 +68,6 @@ void frmOneColumnLookup::Confirm() {
     }
     for (const HandOver& handOver : handOvers)
         if (Tag == handOver.tag)
-            SetFieldText(Screens::field(handOver.screen, handOver.box), selected->text(0));
+            Screens::handOver(*this, handOver.screen, handOver.box, selected->text(0));
     Screens::unload(name());
 }

@@ -5,7 +5,6 @@
 #include "core/shell/Status.h"
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
-#include "jobs/Jobs.h"
 
 #include <QKeyEvent>
 #include <QLocale>
@@ -69,22 +68,30 @@ JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
 void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
     frameCalendar->hide();
-    FillList(lvOptions, headings(), {});
-    const auto query = JobSearch::Query(EnteredCriteria());
-    ListRows rows;
-    if (query) {
-        for (const JobSearch::Job& job : JobSearch::Find(*query)) {
-            auto& row = rows.emplace_back(std::make_unique<ListRow>(
-                QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
-            row->setSortKey(3, job.created);
-        }
-    }
-    if (rows.empty()) {
+    listedQuery = JobSearch::Query(EnteredCriteria()).value_or(QString());
+    List(listedQuery);
+    if (lvOptions->topLevelItemCount() == 0)
         Dialogs::current().beep();
+    else
+        lvOptions->setFocus();
+}
+
+/// Lists what a statement finds; nothing for an empty one.
+void frmjobsearchdialog::List(const QString& query) {
+    FillList(lvOptions, headings(), {});
+    if (query.isEmpty())
         return;
+    ListRows rows;
+    for (const JobSearch::Job& job : JobSearch::Find(query)) {
+        auto& row = rows.emplace_back(std::make_unique<ListRow>(
+            QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
+        row->setSortKey(3, job.created);
     }
     FillList(lvOptions, headings(), std::move(rows));
-    lvOptions->setFocus();
+}
+
+void frmjobsearchdialog::ShowChanges() {
+    List(listedQuery);
 }
 
 void frmjobsearchdialog::SearchFinished() {
@@ -99,7 +106,7 @@ void frmjobsearchdialog::SearchFinished() {
     const QString mode = Session::Mode.text();
     Tag = "1";
     if (mode == Session::Modes::Edit)
-        leaveFor(EditScreenOf(jobID));
+        leaveFor(JobSearch::EditScreenOf(jobID));
     else if (mode == Session::Modes::Delete)
         leaveFor("frmDelete");
     else

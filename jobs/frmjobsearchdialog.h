@@ -9,6 +9,10 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
   public:
     frmjobsearchdialog();
     Subject subject() const override { return Subject::None; }
+    bool followsData() const override { return true; }
+    /// What was found is found again; the criteria stay.
+    bool hasEntries() const override { return false; }
+    void ShowChanges() override;
     bool growsWithWindow() const override { return true; }
 
   protected:
@@ -19,10 +23,13 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
     void Load() override;
     bool QueryUnload() override;
     JobSearch::Criteria EnteredCriteria() const;
+    void List(const QString& query);
     void FillResultsBox();
     void SearchFinished();
     void PrepareCalendar();
     void ShowCalendar(const QLineEdit* box);
     void TakeDate(const QDate& date);
     bool ValidateDate(QLineEdit* box);
+
+    QString listedQuery; // empty while nothing is listed
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/store/TankLine.h"
-#include "documents/ResultScreen.h"
+#include "documents/submittals/ResultScreen.h"
 #include "ui_frmPKGSelect.h"
 
 /// Chooses, saves and shows a glycol make-up package; nothing is sized.

@@ -9,6 +9,8 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
   public:
     frmUserInput();
     Subject subject() const override { return Subject::None; }
+    bool followsData() const override { return true; }
+    void ShowChanges() override { FillDefaults(); }
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;

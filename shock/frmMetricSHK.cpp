@@ -26,6 +26,7 @@ frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     converts(txtStaticPressure, lblStaticPressureUS, kPaToPSI, "psig");
     converts(txtShockPressure, lblShockPressureUS, kPaToPSI, "psig");
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { OpenPipeChooser(name()); });
+    handsOver(cmdOK, [] { return conditions; });
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
 }
 
@@ -46,7 +47,7 @@ void frmMetricSHK::ShowPipe(const QString& metricIndex) {
 void frmMetricSHK::Confirm() {
     if (const QString text = txtPipeIndex->text(); !text.isEmpty())
         if (const QString pipe = PipeIndexOf(text); !pipe.isEmpty())
-            SetFieldText(Screens::field(conditions, "PipeIndex"), pipe);
+            Screens::handOver(*this, conditions, "PipeIndex", pipe);
     for (const QLineEdit* box :
          {txtFlowRate, txtFlowPressure, txtStaticPressure, txtShockPressure, txtPipeLength})
         handOver(box, conditions, box->objectName().mid(3)); // the target has the same name without its "txt"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/FinishedTankScreen.h"
+#include "documents/submittals/FinishedTankScreen.h"
 #include "ui_frmResultSHK.h"
 
 /// A finished shock arrestor tank: the model, the computed figures, the conditions and the drawing.

@@ -22,13 +22,14 @@ frmMetric::frmMetric() : MetricPad("frmMetric") {
     converts(txtTotSysFluid, lblTotSysFluidUS, LitersToGallons, "gal");
     converts(txtSOTMin, lblSOTMinUS, CelsiusToFahrenHeit, "°F");
     converts(txtSOTMax, lblSOTMaxUS, CelsiusToFahrenHeit, "°F");
+    handsOver(cmdOK, [] { return conditions; });
     on(cmdOK, ".cmdOK", [this] { Confirm(); });
 }
 
 void frmMetric::Load() {
     MetricPad::Load();
     SetStatusText("Convert Metric");
-    if (Screens::active() == conditions && Session::application() == Application::Hydropneumatic)
+    if (Screens::find(conditions) && Session::application() == Application::Hydropneumatic)
         AdaptToDrawdown();
 }
 

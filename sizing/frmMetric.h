@@ -10,6 +10,7 @@ class frmMetric : public MetricPad, private Ui::frmMetric {
 
   private:
     void Load() override;
+    bool emptyStays() const override { return false; }
     bool leavesTarget(const QString& text) const override;
     void AdaptToDrawdown();
     void Confirm();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/FinishedTankScreen.h"
+#include "documents/submittals/FinishedTankScreen.h"
 #include "ui_frmResults.h"
 
 /// A finished tank line: the model, what was required, the conditions, dimensions and the drawing.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/FinishedTankScreen.h"
+#include "documents/submittals/FinishedTankScreen.h"
 #include "ui_frmResultsConvert.h"
 
 /// The bladder tank that replaces a plain steel tank.

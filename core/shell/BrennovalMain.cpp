@@ -222,11 +222,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuDemo", [] { UtilityFunctions::OpenDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
     mdiArea->setBackground(palette().brush(QPalette::Mid));
-    mdiArea->setActivationOrder(
-        QMdiArea::ActivationHistoryOrder);   // a screen that goes gives way to the one before
-    setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
+    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
+    setContextMenuPolicy(Qt::NoContextMenu);                       // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {

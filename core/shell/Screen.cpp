@@ -149,6 +149,16 @@ bool Screen::checkFieldsLeftOtherwise() {
     return true;
 }
 
+void Screen::handsOver(QAbstractButton* button, std::function<QString()> target) {
+    handOverButton = button;
+    handOverTarget = std::move(target);
+}
+
+void Screen::updateHandOver() {
+    if (handOverButton)
+        handOverButton->setEnabled(Screens::serves(*this, handOverTarget()));
+}
+
 bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
     try {
         save(Record::IfChanged::Refuse);

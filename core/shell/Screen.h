@@ -40,6 +40,9 @@ class Screen : public QWidget {
     /// Screens that stand outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
+    /// What a screen shows, which goes when that is deleted; more than it is loaded for when it shows what
+    /// another screen made, such as a report.
+    virtual Subject shownRecord() const { return subject(); }
     /// Screens that list or show finished figures load anew at each opening.
     virtual bool loadsAfresh() const { return false; }
     /// Shows what has changed in the data since. A list keeps its row, and what the user typed stays: a
@@ -57,6 +60,12 @@ class Screen : public QWidget {
 
     /// An entry that another screen hands over counts as the user's.
     void setEntered(bool isEntered) { entered = isEntered; }
+
+    /// What is begun without a job, such as an estimate, goes along with the first one that takes it up.
+    virtual bool goesAlong() const { return false; }
+    /// Lets the button of a pad or chooser act only while the screen that it writes into stands open for the
+    /// same record.
+    void updateHandOver();
 
     const QString& name() const { return screenName_; }
     /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
@@ -84,6 +93,9 @@ class Screen : public QWidget {
     /// Runs a procedure of a handler: a failure ends the handler and is reported under the procedure's name,
     /// such as ".SaveRecord".
     void procedure(const QString& procedureName, const std::function<void()>& body) const;
+    /// Sets the button that hands over what was entered here, and the screen that takes it: none when its
+    /// name is empty.
+    void handsOver(QAbstractButton* button, std::function<QString()> target);
     /// Runs a save. When someone else has changed since what it would write over, the user decides; false
     /// when he keeps that, and what he typed.
     static bool saves(const std::function<void(Record::IfChanged)>& save);
@@ -110,6 +122,8 @@ class Screen : public QWidget {
     QList<QPointer<QWidget>> unchecked; // fields that had the focus and whose check has not passed since
     QList<const QWidget*> cancels;
     QPushButton* defaultButton = nullptr;
+    QAbstractButton* handOverButton = nullptr;
+    std::function<QString()> handOverTarget;
     bool entered = false;
     QWidget* enteredByMouse = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "core/shell/Screens.h"
 
+#include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
@@ -30,6 +31,7 @@ struct Entry {
     QString loadedFor;
     Session::Task task;
     QPoint placedAt = {};
+    QString line = {}; // of the task when the screen joined it; a line to come gets its key later
     bool unloading = false;
     quint32 dataVersion = 0; // of the data that it shows
     bool stored = false;     // its job or tank line is known to be there
@@ -46,6 +48,7 @@ struct Registry {
 };
 
 void leaveBehind(const Session::Task& task, const Session::TaskValues& before);
+void updateHandOvers();
 void dropScreensOf(const QString& jobID, const QString& tankID);
 
 Registry& registry() {
@@ -108,14 +111,30 @@ bool leavesRecord(Subject subject, const Session::TaskValues& before, const Sess
     return false;
 }
 
+void join(Entry& entry, const Session::Task& task) {
+    entry.task = task;
+    entry.line = tankOf(*task);
+}
+
+/// The pads and choosers act while what they serve stands open.
+void updateHandOvers() {
+    for (const Entry& entry : registry().entries)
+        entry.screen->updateHandOver();
+}
+
 /// A task that goes on to another line or job leaves its other screens behind: they keep the values before.
 void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
     const Screen* atWork = registry().depth > 0 ? registry().atWork : registry().active;
     const auto kept = std::make_shared<Session::TaskValues>(before);
-    for (Entry& entry : registry().entries)
-        if (entry.task == task && entry.screen != atWork &&
-            leavesRecord(entry.screen->subject(), before, *task))
+    for (Entry& entry : registry().entries) {
+        if (entry.task != task)
+            continue;
+        if (entry.line.isEmpty() && entry.line == tankOf(before))
+            entry.line = tankOf(*task);
+        if (entry.screen != atWork && leavesRecord(entry.screen->shownRecord(), before, *task))
             entry.task = kept;
+    }
+    updateHandOvers();
 }
 
 /// The state of the data as a screen sees it: its job and its tank line. Nothing for one that shows no data.
@@ -149,12 +168,15 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         return one.compare(other, Qt::CaseInsensitive) == 0;
     };
     QList<const Screen*> going;
-    for (const Entry& entry : registry().entries) {
-        const Subject subject = entry.screen->subject();
+    for (Entry& entry : registry().entries) {
+        const Subject subject = entry.screen->shownRecord();
         const bool shows =
             tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
                              : subject == Subject::TankLine && same(tankOf(*entry.task), tankID);
-        if (shows && entry.screen != registry().atWork)
+        if (!shows)
+            continue;
+        entry.stored = false;
+        if (entry.screen != registry().atWork)
             going.append(entry.screen);
     }
     for (const Screen* screen : going)
@@ -251,6 +273,7 @@ void discard(const QString& name) {
         if (registry().area) // the user goes on where he came from
             registry().area->window()->activateWindow();
     }
+    updateHandOvers();
     registry().changed();
 }
 
@@ -331,6 +354,12 @@ bool freshen(Screen* screen) {
     UtilityFunctions::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
     rows.restore();
     screen->setEntered(false);
+    entry = entryOf(screen->name());
+    if (!entry)
+        return false;
+    noteData(*entry);                          // what shows may itself have been stored, such as a work table
+    if (QMdiSubWindow* window = entry->window) // new rows find room
+        window->resize(window->size().expandedTo(window->minimumSizeHint()));
     return true;
 }
 
@@ -392,22 +421,45 @@ Screen* find(const QString& name) {
     return entry ? entry->screen : nullptr;
 }
 
-QWidget* field(const QString& screen, const QString& control) {
-    const Screen* owner = find(screen);
-    if (!owner)
-        owner = load(screen);
-    auto* box = owner ? owner->control<QWidget>(control) : nullptr;
+bool serves(const Screen& pad, const QString& target) {
+    const Entry* own = entryOf(pad.name());
+    const Entry* other = entryOf(target);
+    if (!own || !other)
+        return false;
+    const Subject subject = other->screen->subject();
+    const QString job = own->task->jobID.value_or(QString());
+    const bool sameTask = own->task == other->task;
+    if (subject == Subject::None)
+        return true;
+    if (job != other->task->jobID.value_or(QString()) || (job.isEmpty() && !sameTask))
+        return false;
+    return subject == Subject::Job ||
+           (own->line == tankOf(*other->task) && (!own->line.isEmpty() || sameTask));
+}
+
+void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text) {
+    if (!serves(pad, target))
+        return;
+    Screen* owner = find(target);
+    auto* box = owner->control<QWidget>(control);
     if (!box)
-        throw Fault(Fault::ObjectNotSet, "There is no field " + (screen + "." + control).toStdString());
-    return box;
+        throw Fault(Fault::ObjectNotSet, "There is no field " + (target + "." + control).toStdString());
+    if (box->isHidden())
+        return;
+    UtilityFunctions::SetFieldText(box, text);
+    owner->setEntered(true);
 }
 
 Screen* load(const QString& name) {
     const Session::Task task = workingTask();
     if (Entry* entry = entryOf(name)) {
-        const bool same = entry->loadedFor == subjectIn(*task, entry->screen->subject());
+        const QString subject = subjectIn(*task, entry->screen->subject());
+        const bool same =
+            entry->loadedFor == subject || (entry->loadedFor.isEmpty() && entry->screen->goesAlong());
         if (same && (!entry->screen->loadsAfresh() || entry->screen->hasEntries())) {
-            entry->task = task;
+            entry->loadedFor = subject;
+            join(*entry, task);
+            updateHandOvers();
             return freshen(entry->screen) ? find(name) : nullptr;
         }
         if (!same && !giveWay(name))
@@ -421,7 +473,8 @@ Screen* load(const QString& name) {
     registry().entries.append({.screen = screen,
                                .window = frameFor(screen),
                                .loadedFor = subjectIn(*task, screen->subject()),
-                               .task = task});
+                               .task = task,
+                               .line = tankOf(*task)});
     const AtWork work(screen);
     const bool filled = UtilityFunctions::Trap(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
@@ -431,6 +484,7 @@ Screen* load(const QString& name) {
         screen->setEntered(false);
         noteData(*entry);
     }
+    updateHandOvers();
     return find(name);
 }
 
@@ -512,9 +566,9 @@ void setActive(Screen* screen) {
         state.active->Deactivate();
     }
     state.active = screen;
-    const AtWork work(screen);
     if (!freshen(screen))
         return;
+    const AtWork work(screen);
     if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
         applyState(*screen, entry->window);
     screen->Activate();

@@ -42,8 +42,12 @@ bool freshen(Screen* screen);
 void freshenActive();
 
 Screen* find(const QString& name);
-/// An entry box of a screen, which is loaded when it is not. Throws Fault 91 when there is none.
-QWidget* field(const QString& screen, const QString& control);
+/// Whether a pad or chooser may write into a screen: it stands open for the job and line for which the pad
+/// was opened.
+bool serves(const Screen& pad, const QString& target);
+/// Writes a text into a box of the screen that a pad serves, as if the user had typed it; a box that the
+/// screen hides stays as it is. Throws Fault 91 when there is no such box.
+void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text);
 /// Names of the loaded screens, the oldest first.
 QStringList loaded();
 /// Name of the active screen of the main window; an empty text when there is none.

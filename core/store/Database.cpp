@@ -77,13 +77,6 @@ void Recordset::letGo() {
     resting = true;
 }
 
-void Recordset::MoveFirst() {
-    cursor->rewind();
-    resting = false;
-    position = 0;
-    step();
-}
-
 void Recordset::MoveNext() {
     if (!std::exchange(deleted, false))
         requireRow();

@@ -102,7 +102,6 @@ class Recordset {
 
     /// True when there is no current row.
     bool AtEnd() const { return !onRow; }
-    void MoveFirst();
     void MoveNext();
     int RecordCount() const { return cursor->count(); }
     /// A column by name, in any case. Throws DatabaseFault 3265 for an unknown name.

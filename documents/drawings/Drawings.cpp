@@ -6,10 +6,8 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Hourglass.h"
-#include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
-#include "documents/drawings/Picture.h"
-#include "documents/drawings/frmDrawing.h"
+#include "documents/report/Picture.h"
 
 #include <QGuiApplication>
 #include <QLabel>
@@ -17,6 +15,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <cerrno>
 
 PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
@@ -31,6 +30,16 @@ PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
         fitted.left = area.width / 2 + area.left - fitted.width / 2;
     }
     return fitted;
+}
+
+QString DrawingPath(const QString& name, const QString& ending) {
+    const QString file = name + u'.' + ending;
+    const bool plain = std::none_of(file.begin(), file.end(), [](QChar c) {
+        return c == u'/' || c == u'\\' || c == u':' || c.unicode() < u' ';
+    });
+    if (!plain || name.startsWith(u'.'))
+        throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
+    return UtilityFunctions::ProgramFolder() + "/Drawings/" + file;
 }
 
 namespace UtilityFunctions {
@@ -96,13 +105,6 @@ void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
     box->setVisible(loaded);
     nameBox->setText(drawing);
     nameBox->setVisible(!loaded);
-}
-
-void ShowLargeDrawing(const QString& drawing) {
-    if (Screen* screen = Screens::load("frmDrawing")) {
-        Screens::show("frmDrawing");
-        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
-    }
 }
 
 } // namespace UtilityFunctions

@@ -17,6 +17,10 @@ struct PictureFrame {
 /// direction. Throws Fault 11 when a side of the picture is 0.
 PictureFrame FitPicture(double x, double y, const PictureFrame& area);
 
+/// Where the program keeps a drawing of the catalogue. Throws Fault 53 unless name and ending are plain: no
+/// drawing lies outside the folder.
+QString DrawingPath(const QString& name, const QString& ending);
+
 namespace UtilityFunctions {
 
 /// Loads a drawing of the catalogue into a picture box and fits it into the area whose origin is the box's
@@ -27,8 +31,5 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
 /// Shows a model's drawing in a result screen's picture box, or its name in the text box when it cannot be
 /// loaded. Both stay as they are for an empty name.
 void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
-
-/// Opens the large view of a drawing.
-void ShowLargeDrawing(const QString& drawing);
 
 } // namespace UtilityFunctions

@@ -1,8 +1,10 @@
 #include "documents/drawings/frmDrawing.h"
 
 #include "core/shell/Screens.h"
+#include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
 
+#include <QCoreApplication>
 #include <QMouseEvent>
 
 namespace {
@@ -31,6 +33,8 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
         UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
     imgDrawing->setVisible(loaded);
     txtDrawing->setText(path);
+    if (const QString tankID = Session::TankID.text(); !tankID.isEmpty())
+        imgDrawing->setToolTip(QCoreApplication::translate("frmDrawing", "Tank %1").arg(tankID));
     if (!loaded)
         return;
     imgDrawing->move(0, 0);
@@ -42,4 +46,11 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
 void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {
     if (imgDrawing->isVisible() && imgDrawing->geometry().contains(event->pos()))
         trap(".imgDrawing", [this] { Screens::unload(name()); });
+}
+
+void ShowLargeDrawing(const QString& drawing) {
+    if (Screen* screen = Screens::load("frmDrawing")) {
+        Screens::show("frmDrawing");
+        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
+    }
 }

@@ -10,6 +10,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
   public:
     frmDrawing();
     Subject subject() const override { return Subject::None; }
+    Subject shownRecord() const override { return Subject::TankLine; }
     bool closesOnEscape() const override { return true; }
     void ShowDrawing(const QString& drawing);
 
@@ -20,3 +21,6 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     void Load() override;
     QTimer Timer1;
 };
+
+/// Opens the large view of a drawing.
+void ShowLargeDrawing(const QString& drawing);

@@ -2,7 +2,7 @@
 
 #include "core/base/Text.h"
 #include "core/store/Database.h"
-#include "documents/drawings/Picture.h"
+#include "documents/report/Picture.h"
 #include "documents/report/TextFit.h"
 
 #include <QHash>

@@ -26,5 +26,6 @@ Document Report::Run() {
             .author = author,
             .fileName = fileName,
             .pages = RenderPages(reportLayout, rows),
-            .table = reportLayout.table};
+            .table = reportLayout.table,
+            .of = kind.of};
 }

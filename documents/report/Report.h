@@ -11,7 +11,7 @@ struct ReportKind {
     const char* layout;
     const char* database; // of its rows: "User" or "Sys"
     void (*start)(Report&);
-    bool ofScreens; // a screen can ask for it by its name; else only a command makes it
+    ReportOf of; // a screen can ask for a report of its record by name; a list only a command makes
 };
 
 /// A report: its layout, where its rows come from, and the routine that prepares both. It is made fresh for

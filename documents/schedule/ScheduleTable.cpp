@@ -3,11 +3,13 @@
 #include "core/base/Text.h"
 #include "core/shell/Trap.h"
 #include "core/store/Catalogue.h"
+#include "core/store/DataState.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 
 #include <exception>
+#include <utility>
 
 namespace UtilityFunctions {
 
@@ -90,10 +92,31 @@ void fill() {
         std::rethrow_exception(failure);
 }
 
+/// A job and the state of the data.
+using State = std::pair<QString, quint32>;
+
+State currentState() {
+    const QString job = Session::JobID.text();
+    const auto data = ReadDataState(job, {});
+    return {job, data ? data->version : 0};
+}
+
+/// What the table was last filled for.
+State& filledFor() {
+    static State state;
+    return state;
+}
+
 } // namespace
 
 void FillScheduleTable() {
     Trap("FillScheduleTable", fill);
+    filledFor() = currentState();
+}
+
+void UpdateScheduleTable() {
+    if (filledFor() != currentState())
+        FillScheduleTable();
 }
 
 } // namespace UtilityFunctions

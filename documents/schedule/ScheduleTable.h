@@ -6,4 +6,8 @@ namespace UtilityFunctions {
 /// dialog under the routine's name; the rows made until then stay.
 void FillScheduleTable();
 
+/// The same before a report, when the table was last filled for another job or the data have changed since. The
+/// table is one for all windows and all copies of the program.
+void UpdateScheduleTable();
+
 } // namespace UtilityFunctions

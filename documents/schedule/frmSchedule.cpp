@@ -10,7 +10,7 @@
 #include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
 #include "documents/schedule/ScheduleTable.h"
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 
 #include <QHash>
 

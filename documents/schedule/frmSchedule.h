@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shell/Lists.h"
-#include "documents/ResultScreen.h"
+#include "documents/submittals/ResultScreen.h"
 #include "ui_frmSchedule.h"
 
 /// Lists every unit of the job's tanks, and prints and previews them as the schedule.
@@ -15,6 +15,8 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
 
   private:
     void Load() override;
+    /// The work table is made anew at each opening and for the report alone.
+    void ShowChanges() override { FillListView(); }
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void AddUnits(ListRows& units) const;

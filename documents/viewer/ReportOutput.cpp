@@ -1,22 +1,13 @@
 #include "documents/viewer/ReportOutput.h"
 
-#include "core/base/Fault.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
-#include "documents/Submittals.h"
 #include "documents/export/Export.h"
-#include "documents/report/PagePainter.h"
 #include "documents/viewer/frmReportViewer.h"
 
-#include <QPainter>
-#include <QPrinter>
 #include <QRegularExpression>
-
-#include <algorithm>
-
-using namespace UtilityFunctions;
 
 namespace {
 
@@ -24,24 +15,6 @@ const QString viewerName = QStringLiteral("frmReportViewer");
 
 frmReportViewer* viewer() {
     return static_cast<frmReportViewer*>(Screens::find(viewerName));
-}
-
-/// The name of the screen in front, when Print or Preview knows it.
-QString activeScreen(const QStringList& known) {
-    const QString name = Screens::active();
-    return known.contains(name) ? name : QString();
-}
-
-void print() {
-    const QString name = activeScreen({viewerName, "frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty()) // over the viewer it ends in the beep; the viewer has a print button of its own
-        PrintSubmittal(name);
-}
-
-void preview() {
-    const QString name = activeScreen({"frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty())
-        PreviewSubmittal(name);
 }
 
 /// A name that every system takes.
@@ -62,58 +35,6 @@ void exportDocument(const Export::Format& format) {
     Export::toFile(format, source->document(), path);
 }
 
-Fault printerFault() {
-    return {482, "Printer error"};
-}
-
-/// The paper of the pages, which the dialog offers first.
-void setPaper(QPrinter& printer, const QSizeF& size) {
-    const bool landscape = size.width() > size.height();
-    const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Point);
-    printer.setPageLayout(QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {}));
-    printer.setFullPage(true);
-}
-
-/// The pages that the dialog asks for, each as often and in the order in which they come out.
-Pages chosenPages(const QPrinter& printer, const Pages& all) {
-    const bool range = printer.printRange() == QPrinter::PageRange;
-    const int first = range ? std::max(1, printer.fromPage()) : 1;
-    const int last = range && printer.toPage() > 0 ? printer.toPage() : int(all.size());
-    const Pages chosen = all.mid(first - 1, std::max(0, last - first + 1));
-    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
-    Pages pages;
-    if (printer.collateCopies()) {
-        for (int copy = 0; copy < copies; ++copy)
-            pages += chosen;
-    } else {
-        for (const Page& page : chosen)
-            pages += Pages(copies, page);
-    }
-    return pages;
-}
-
-void paint(QPrinter& printer, const Pages& pages) {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw printerFault();
-    const QRectF paper = printer.paperRect(QPrinter::Point);
-    for (qsizetype i = 0; i < pages.size(); ++i) {
-        if (i > 0 && !printer.newPage()) {
-            printer.abort();
-            throw printerFault();
-        }
-        // On smaller paper than its own a page is reduced, never cut.
-        const double reduced =
-            std::min({1.0, paper.width() / pages[i].size.width(), paper.height() / pages[i].size.height()});
-        painter.save();
-        painter.scale(printer.logicalDpiX() / 72.0 * reduced, printer.logicalDpiY() / 72.0 * reduced);
-        PaintPage(painter, pages[i]);
-        painter.restore();
-    }
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
-        throw printerFault();
-}
-
 } // namespace
 
 void ShowDocument(const Document& document) {
@@ -123,31 +44,8 @@ void ShowDocument(const Document& document) {
     Screens::show(viewerName);
 }
 
-void PrintDocument(const Document& document) {
-    if (document.pages.isEmpty())
-        return;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(document.title);
-    setPaper(printer, document.pages.first().size);
-    printer.setFromTo(1, int(document.pages.size()));
-    printer.setPrintRange(QPrinter::AllPages);
-    if (!Dialogs::current().printer(printer))
-        return;
-    const Hourglass hourglass;
-    Document chosen = document;
-    chosen.pages = chosenPages(printer, document.pages);
-    if (chosen.pages.isEmpty())
-        return;
-    // To a file it goes like an export: the whole file or none, and what went wrong is told.
-    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
-        Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
-    else
-        paint(printer, chosen.pages);
-}
-
-void registerReportCommands() {
-    Commands::set("mnuPrint", print);
-    Commands::set("mnuPrintPreview", preview);
+void registerViewer() {
+    Screens::add(viewerName, [] { return new frmReportViewer; });
     for (const Export::Format& format : Export::formats())
         Commands::set(format.command, [&format] { exportDocument(format); });
 }

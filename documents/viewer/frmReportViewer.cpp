@@ -3,7 +3,7 @@
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
-#include "documents/viewer/ReportOutput.h"
+#include "documents/viewer/Printing.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -56,6 +56,18 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // back to a row that is the current one
     addShortcuts();
     ARViewer21->changed = [this] { ShowPage(); };
+}
+
+Subject frmReportViewer::shownRecord() const {
+    switch (shownDocument.of) {
+    case ReportOf::Catalogue:
+        return Subject::None;
+    case ReportOf::Job:
+        return Subject::Job;
+    case ReportOf::TankLine:
+        return Subject::TankLine;
+    }
+    return Subject::None;
 }
 
 void frmReportViewer::setDocument(const Document& shown) {

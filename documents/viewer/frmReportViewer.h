@@ -9,6 +9,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
   public:
     frmReportViewer();
     Subject subject() const override { return Subject::None; }
+    Subject shownRecord() const override;
     bool fillsWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
     QWidget* firstField() const override { return ARViewer21; }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "setup/pages/HelpEngine.h"
 #include "setup/pages/PageView.h"
 
-#include <QHelpEngine>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 
@@ -44,7 +44,7 @@ class HelpView : public PageView {
     void showInContents(const QUrl& address);
 
     QTemporaryDir folder; // the engine wants to write beside its list of files, and ours is read-only
-    QHelpEngine engine;
+    HelpEngine engine;
     HelpText* page = nullptr;
     QTabWidget* tabs = nullptr;
     QLineEdit* searchBox = nullptr;

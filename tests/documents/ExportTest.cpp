@@ -4,12 +4,13 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "documents/Reports.h"
-#include "documents/Submittals.h"
+#include "documents/Documents.h"
 #include "documents/export/CompoundFile.h"
 #include "documents/export/Workbook.h"
 #include "documents/report/Renderer.h"
+#include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
+#include "documents/submittals/Submittals.h"
 #include "tests/documents/ListLayout.h"
 #include "tests/faults/Limits.h"
 #include "tests/support/TemporaryHome.h"
@@ -60,6 +61,7 @@ QString textOfRtf(const QString& document) {
 class Exports : public testing::Test {
   protected:
     Exports() {
+        registerDocuments();
         home.installData();
         sql("INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('O''Hara & 水 <7>', 'Łukasz "
             "\"Ł\" Ohm', "

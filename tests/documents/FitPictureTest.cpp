@@ -1,6 +1,6 @@
 #include "core/base/Fault.h"
 #include "documents/drawings/Drawings.h"
-#include "documents/drawings/Picture.h"
+#include "documents/report/Picture.h"
 
 #include <gtest/gtest.h>
 

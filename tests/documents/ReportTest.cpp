@@ -172,30 +172,6 @@ TEST_F(ReportEngine, CutsNothing) {
         EXPECT_TRUE(all.contains(QString("word%1").arg(i))) << i;
 }
 
-TEST_F(ReportEngine, ExtendsLayoutsByAddingChangingAndDropping) {
-    Layout first = Layout::load("rptSubmittal1");
-    Layout second = Layout::load("rptSubmittal2");
-    Layout third = Layout::load("rptSubmittal3");
-    Layout fourth = Layout::load("rptSubmittal4");
-    EXPECT_TRUE(first.control("txtBladder") && first.control("imgNSF") && first.control("txtAccVol"));
-    for (const char* gone : {"lblBladder", "txtBladder", "lblSysConnType", "txtSysConnType", "lblPreCharge",
-                             "txtPrecharge", "imgNSF", "imgIAPMO"})
-        EXPECT_FALSE(second.control(gone)) << gone;
-    EXPECT_EQ(second.control("lblHeight")->text, "Height/Length");
-    for (const char* gone :
-         {"lblConstruction", "txtShell", "txtFinish", "txtMaxTemp", "txtMaxPressure", "txtAccVol", "txtDia",
-          "txtSysConnSize", "txtTSFC", "txtSOPMin", "lblSysConditions"})
-        EXPECT_FALSE(third.control(gone)) << gone;
-    for (const char* there : {"txtMakeUpCap", "txtPressureRange", "txtWidth", "txtHorsePower"})
-        EXPECT_TRUE(third.control(there)) << there;
-    EXPECT_EQ(third.control("lblTankVol")->text, "Solution Container");
-    EXPECT_EQ(fourth.control("lblLeakLoad")->text, "LeakLoad");
-    EXPECT_EQ(fourth.control("lblFluid")->text, "Static Pressure");
-    EXPECT_EQ(fourth.control("txtSOTMax")->column, "WaterVelocity");
-    EXPECT_FALSE(fourth.control("txtAccVol"));
-    EXPECT_EQ(first.control("txtSOTMin")->style.pattern, "\"Min\" #,##0°F");
-}
-
 TEST_F(ReportEngine, NamesTheLineOfABadLayout) {
     for (const char* bad :
          {"wat", "section detail", "label x 0 0 1", "section detail 9\nlabel x 0 0 1 1 shiny",

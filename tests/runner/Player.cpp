@@ -215,6 +215,17 @@ void menu(Stage&, Words w) {
     action->trigger();
 }
 
+/// Brings a screen to the front by the Windows menu.
+void front(Stage&, Words w) {
+    QMenu* windows = Commands::action("mnuWindows")->menu();
+    emit windows->aboutToShow();
+    const QString title = screen(w[0])->parentWidget()->windowTitle().replace("[*][*]", "[*]");
+    for (QAction* action : windows->actions())
+        if (shown(action->text()).section(' ', 1) == title)
+            return action->trigger();
+    fail("the Windows menu has no " + title);
+}
+
 void tool(Stage& stage, Words w) {
     if (w[0] != "BrennovalMain")
         return click(stage, {w[0] + "." + w[1]});
@@ -532,6 +543,7 @@ const QHash<QString, Command>& commands() {
     static const QHash<QString, Command> all = {
         {"start", {[](Stage&, Words) {}, 0}},
         {"menu", {menu, 1, true}},
+        {"front", {front, 1, true}},
         {"tool", {tool, 2, true}},
         {"click", {click, 1, true}},
         {"doubleclick", {doubleClick, 1, true}},

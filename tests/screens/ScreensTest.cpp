@@ -52,10 +52,13 @@ class EveryScreen : public testing::Test {
             for (const ApplicationInfo& info : allApplications) {
                 const QString application = QString::fromUtf8(info.name.data(), qsizetype(info.name.size()));
                 Session::TankClass.write(application);
-                if (!Screens::open(name))
+                const std::string where = (name + ", " + application).toStdString();
+                const bool open = Screens::open(name);
+                EXPECT_TRUE(open) << where << " does not open";
+                if (!open)
                     continue;
                 Driver::settle();
-                look(*Screens::find(name), (name + ", " + application).toStdString());
+                look(*Screens::find(name), where);
                 Screens::unload(name);
                 Driver::settle();
                 for (const QString& other : Screens::loaded()) // that a closing may have opened

@@ -1,16 +1,16 @@
 // The manual and the demonstration: F1 finds its topic, and no link leads nowhere.
 
 #include "core/shell/BrennovalMain.h"
+#include "setup/pages/HelpEngine.h"
 #include "tests/support/Driver.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QHelpContentModel>
-#include <QHelpEngine>
 #include <QHelpLink>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTextDocument>
 
 #include <functional>
@@ -62,7 +62,7 @@ class Help : public testing::Test {
     void SetUp() override { ASSERT_TRUE(ready) << engine.error().toStdString(); }
 
     TemporaryHome home;
-    QHelpEngine engine{home.path() + "/help.qhc"};
+    HelpEngine engine{home.path() + "/help.qhc"};
     bool ready = false;
 };
 
@@ -132,6 +132,31 @@ TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached
     static const QRegularExpression place(R"re(<keyword [^>]*ref="([^"]+)")re");
     for (const auto& keyword : place.globalMatch(QString::fromUtf8(project.readAll())))
         walk.visit(QUrl(prefix + keyword.captured(1)), "the index");
+}
+
+// A view that is closed at once goes while the threads still read.
+TEST(HelpEngineOfItsOwn, EndsItsThreadsBeforeItFreesWhatTheyRead) {
+    const QTemporaryDir folder;
+    bool freed = false;
+    {
+        HelpEngine engine(folder.filePath("help.qhc"));
+        engine.setReadOnly(false);
+        ASSERT_TRUE(engine.setupData());
+        ASSERT_TRUE(
+            engine.registerDocumentation(QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch"));
+        const QObject* owner = static_cast<const QObject*>(engine.contentModel())->parent();
+        const auto threads = owner->findChildren<QThread*>();
+        ASSERT_EQ(threads.size(), 2);
+        for (const QObject* part : engine.children())
+            if (part->inherits("QHelpCollectionHandler"))
+                QObject::connect(part, &QObject::destroyed, [&] {
+                    freed = true;
+                    for (const QThread* thread : threads)
+                        EXPECT_FALSE(thread->isRunning());
+                });
+        QCoreApplication::processEvents(); // which starts them
+    }
+    EXPECT_TRUE(freed);
 }
 
 TEST(Demo, EveryLinkAndPictureOfItsPagesStands) {

@@ -50,13 +50,80 @@ TEST(CatalogueSearch, OffersWhatMeetsBothRequirements) {
     EXPECT_GT(offered, 1000);
 }
 
+namespace {
+
+/// Each option as quantity and model.
+std::vector<std::string> shown(const std::vector<TankOption>& options) {
+    std::vector<std::string> texts;
+    for (const TankOption& option : options)
+        texts.push_back(std::to_string(option.quantity) + " x " + option.model);
+    return texts;
+}
+
+} // namespace
+
+TEST(CatalogueSearch, OffersTheseModels) {
+    const TemporaryHome home;
+    home.installData();
+    const struct {
+        const char* series;
+        double volume;
+        double acceptance;
+        std::vector<std::string> options;
+    } cases[] = {
+        // The volume decides, then the acceptance: one that a model just reaches, and a hundredth more.
+        {"RCBD", 100, 50, {"1 x RCBD 450", "2 x RCBD 200", "3 x RCBD 130"}},
+        {"RGB", 10, 31.7, {"1 x RGB 200", "2 x RGB 110", "3 x RGB 80"}},
+        {"RGB", 10, 31.71, {"1 x RGB 240", "2 x RGB 110", "3 x RGB 80"}},
+        {"R", 52.8, 26.4, {"1 x R 200", "2 x R 105", "3 x R 80"}},
+        {"R", 53, 1, {"2 x R 105", "3 x R 80"}},
+        {"RCB", 200, 100, {"1 x RCB 800", "1 x RCB 800L", "2 x RCB 400", "3 x RCB 300"}},
+        {"RCB", 9000, 10, {"3 x RCB 15000"}},
+        {"RCB", 12000, 10, {}},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(shown(FindModels(row.series, row.volume, row.acceptance)), row.options)
+            << row.series << ' ' << row.volume << ' ' << row.acceptance;
+    const TankOption first = FindModels("RGB", 10, 31.7).at(0);
+    EXPECT_EQ(first.tankVolume, 52.8);
+    EXPECT_EQ(first.diameter, 20);
+    EXPECT_EQ(first.length, 46.25);
+}
+
 TEST(CatalogueSearch, ReplacesSteelTanksByVolumeAlone) {
     const TemporaryHome home;
     home.installData();
-    const auto options = FindConvertedModels("RCBD", 212);
-    ASSERT_EQ(options.size(), 3U);
-    EXPECT_EQ(options[0].model, "RCBD 1100");
-    EXPECT_EQ(options[1].model, "RCBD 450");
-    EXPECT_EQ(options[1].quantity, 2);
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(shown(FindConvertedModels("RCBD", 212)),
+              (Texts{"1 x RCBD 1100", "2 x RCBD 450", "3 x RCBD 300"}));
+    EXPECT_EQ(shown(FindConvertedModels("RCBD", 290.6)),
+              (Texts{"1 x RCBD 1100", "2 x RCBD 600", "3 x RCBD 450"}));
+    EXPECT_EQ(shown(FindConvertedModels("RCBD", 290.7)), (Texts{"2 x RCBD 600", "3 x RCBD 450"}));
+    EXPECT_EQ(shown(FindConvertedModels("R", 1)), Texts{"1 x R 8"});
+    EXPECT_EQ(shown(FindConvertedModels("RB", 1500)), Texts{"3 x 42RB96"});
     EXPECT_TRUE(FindConvertedModels("RCBD", 1e6).empty());
+}
+
+// The connection of each of n tanks reaches .47 bores over the root of n: here just, and there just not.
+TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
+    const TemporaryHome home;
+    home.installData();
+    const struct {
+        double volume;
+        double bore;
+        std::vector<std::string> options;
+    } cases[] = {
+        {2.01, 6.3, {"1 x SHK 35-25", "3 x SHK 35-8"}},
+        {2.01, 6.4, {"1 x SHK 50", "2 x SHK 35-25", "3 x SHK 35-8"}},
+        {2.01, 5.9, {"1 x SHK 35-25", "2 x SHK 35-8"}},
+        {2.01, 6.1, {"1 x SHK 35-25", "3 x SHK 35-8"}},
+        {2.1, 10.2, {"1 x SHK 85", "2 x SHK 50", "3 x SHK 35-25", "6 x SHK 35-8"}},
+        {100, 4.026, {"1 x SHK 400", "2 x SHK 200", "3 x SHK 130", "5 x SHK 85"}},
+        {660.4, 2.067, {"1 x SHK 2500", "2 x SHK 1400", "3 x SHK 1000", "4 x SHK 800", "5 x SHK 600"}},
+        {700, 2.067, {"2 x SHK 1400", "3 x SHK 1000", "4 x SHK 800", "5 x SHK 600"}},
+        {4000, 10, {}},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(shown(FindShockModels("SHK", row.volume, row.bore)), row.options)
+            << row.volume << " gal on a bore of " << row.bore << " in";
 }

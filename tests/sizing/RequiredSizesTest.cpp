@@ -4,13 +4,50 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 namespace {
 
 const SystemConditions glycolJob{50, 200, 12, 30, 14.7, 1000};
 
+std::array<double, 4> limitsOf(const FluidLimits& row) {
+    return {row.limits.minimumLow, row.limits.minimumHigh, row.limits.maximumLow, row.limits.maximumHigh};
+}
+
 } // namespace
+
+TEST(RequiredSizes, OfEachGlycol) {
+    const struct {
+        std::string_view fluid;
+        double limits[4]; // of the minimum temperature, then of the maximum
+        double at60;
+        double at180;
+        double expansion;
+    } rows[] = {
+        {"10% Ethylene Glycol", {30, 100, 90, 240}, 1.003744, 1.032808, .02896},
+        {"20% Ethylene Glycol", {20, 100, 90, 240}, 1.00538, 1.035884, .03034},
+        {"30% Ethylene Glycol", {10, 100, 90, 240}, 1.007164, 1.039204, .03181},
+        {"40% Ethylene Glycol", {0, 100, 90, 250}, 1.008974, 1.042634, .03336},
+        {"50% Ethylene Glycol", {-20, 100, 90, 250}, 1.0121312, 1.0474736, .03492},
+        {"10% Propylene Glycol", {30, 100, 90, 240}, 1.00387, 1.034434, .03045},
+        {"20% Propylene Glycol", {20, 100, 90, 240}, 1.006433, 1.040723, .03407},
+        {"30% Propylene Glycol", {10, 100, 90, 240}, 1.009081, 1.047067, .03764},
+        {"40% Propylene Glycol", {0, 100, 90, 250}, 1.012152, 1.05348, .04083},
+        {"50% Propylene Glycol", {-20, 100, 90, 250}, 1.016614, 1.061746, .04439},
+    };
+    ASSERT_EQ(fluidLimits.size(), 1 + std::size(rows));
+    EXPECT_EQ(fluidLimits[0].fluid, "Water");
+    EXPECT_EQ(limitsOf(fluidLimits[0]), (std::array<double, 4>{40, 100, 90, 240}));
+    std::size_t place = 0;
+    for (const auto& row : rows) {
+        EXPECT_EQ(fluidLimits[++place].fluid, row.fluid);
+        EXPECT_EQ(limitsOf(fluidLimits[place]), std::to_array(row.limits)) << row.fluid;
+        EXPECT_DOUBLE_EQ(SpecVol(row.fluid, 60).value(), row.at60) << row.fluid;
+        EXPECT_DOUBLE_EQ(SpecVol(row.fluid, 180).value(), row.at180) << row.fluid;
+        EXPECT_EQ(FluidExpansionFactor(row.fluid, 60, 180), row.expansion) << row.fluid;
+    }
+}
 
 TEST(RequiredSizes, GlycolJob) {
     EXPECT_DOUBLE_EQ(*SpecVol("30% Propylene Glycol", 50), 1.0070725);
@@ -57,6 +94,12 @@ TEST(RequiredSizes, HaveFloorsOfTheirOwn) {
     const RequiredSizes sizes = ExpansionTankSizes(small, .04, .05);
     EXPECT_EQ(sizes.acceptance, .1);
     EXPECT_EQ(sizes.volume, .8);
+    const RequiredSizes drawdown = HydropneumaticTankSizes({0, 1, 40, 60, 14.7, .01}, .2677);
+    EXPECT_EQ(drawdown.acceptance, .1);
+    EXPECT_EQ(drawdown.volume, .1);
+    const RequiredSizes converted = ConvertedTankSizes({0, 0, 20, 0, 14.7, 1}); // .42 rounds to 0
+    EXPECT_EQ(converted.acceptance, .1);
+    EXPECT_EQ(converted.volume, .1);
 }
 
 TEST(RequiredSizes, FailWhenThePressuresAreTooClose) {

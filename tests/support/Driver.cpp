@@ -54,8 +54,11 @@ QString pressAt(QWidget* target, const QPoint& point, bool twice) {
         return target->objectName() + " is not visible";
     QWidget* window = target->window();
     if (!window->isActiveWindow()) { // a press into a window brings it to the front
+        const QPointer<QWidget> there = target;
         window->activateWindow();
         settle();
+        if (!there) // its record is gone, and its screen with it
+            return {};
     }
     const QPoint place = target->mapTo(window, point);
     const QWidget* top = window->childAt(place);

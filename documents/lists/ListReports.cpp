@@ -1,11 +1,11 @@
-#include "documents/ListReports.h"
+#include "documents/lists/ListReports.h"
 
 #include "core/base/ApplicationNames.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
-#include "documents/Reports.h"
+#include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/viewer/ReportOutput.h"
 
@@ -60,6 +60,37 @@ void filter(Report& report, bool sorted) {
     }
 }
 
+// A start routine's failure ends in the error dialog; the pages then show the data source as it was.
+
+void StartTankList(Report& report) {
+    report.source = columns + tables;
+    Trap("rptExpTankList", [&] { filter(report, true); });
+}
+
+void StartPackageList(Report& report) {
+    report.source = columns + packageColumns + tables;
+    Trap("rptPKGTankList", [&] { filter(report, false); });
+}
+
+void StartSchedule(Report& report) {
+    report.source =
+        "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
+    Trap("rptSchedule", [&] {
+        UpdateScheduleTable();
+        QString job;
+        if (!Session::JobID.read(job))
+            return;
+        report.title += ", " + job;
+        report.fileName = report.title;
+    });
+}
+
+constexpr ReportKind reports[] = {
+    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, ReportOf::Catalogue},
+    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, ReportOf::Catalogue},
+    {"rptSchedule", "rptSchedule", "User", StartSchedule, ReportOf::Job},
+};
+
 void show(const List& list) {
     Trap(list.command, [&list] {
         const Hourglass hourglass;
@@ -79,29 +110,8 @@ void showSchedule() {
 
 } // namespace
 
-void StartTankList(Report& report) {
-    report.source = columns + tables;
-    Trap("rptExpTankList", [&] { filter(report, true); });
-}
-
-void StartPackageList(Report& report) {
-    report.source = columns + packageColumns + tables;
-    Trap("rptPKGTankList", [&] { filter(report, false); });
-}
-
-void StartSchedule(Report& report) {
-    report.source =
-        "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
-    Trap("rptSchedule", [&] {
-        QString job;
-        if (!Session::JobID.read(job))
-            return;
-        report.title += ", " + job;
-        report.fileName = report.title;
-    });
-}
-
-void registerListCommands() {
+void registerLists() {
+    AddReports(reports);
     for (const List& list : lists)
         Commands::set(list.command, [&list] { show(list); });
     Commands::set("mnuSchedule", showSchedule);

@@ -6,7 +6,3 @@
 /// Reads a picture, an SVG file or resource that stands alone: nothing in it refers to anything outside.
 /// Throws Fault 53 when there is no such file and Fault 481 when it is no such picture.
 QByteArray ReadPicture(const QString& path);
-
-/// Where the program keeps a drawing of the catalogue. Throws Fault 53 unless name and ending are plain: no
-/// drawing lies outside the folder.
-QString DrawingPath(const QString& name, const QString& ending);

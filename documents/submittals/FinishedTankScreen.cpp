@@ -1,5 +1,6 @@
-#include "documents/FinishedTankScreen.h"
+#include "documents/submittals/FinishedTankScreen.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/Status.h"
 #include "core/store/Catalogue.h"
 #include "core/store/SessionStore.h"
@@ -32,8 +33,10 @@ void FinishedTankScreen::Load() {
     SetStatusText("View results");
     QString tankID;
     if (Session::TankID.read(tankID)) {
-        if (const auto tank = ReadTankLine(tankID))
-            ShowTankLine(*tank);
+        const auto tank = ReadTankLine(tankID);
+        if (!tank) // the samples of the design are no figures of anybody's tank
+            throw RecordGone("This tank has been deleted.");
+        ShowTankLine(*tank);
     }
     QString drawing;
     if (Rows model = ReadModel(modelText()); !model.AtEnd()) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 #include "ui_frmUnitTagData.h"
 
 #include <array>

@@ -39,3 +39,16 @@ class ResultScreen : public Screen {
     QFocusFrame* ring = nullptr; // around the picture while it has the focus
     std::function<QString()> drawingName;
 };
+
+namespace UtilityFunctions {
+
+/// Prints the report of a screen, after the printer dialog; a beep when the screen has none.
+void PrintSubmittal(const QString& screen);
+
+/// Shows the report of a screen in the viewer; a beep when the screen has none.
+void PreviewSubmittal(const QString& screen);
+
+} // namespace UtilityFunctions
+
+/// The commands Print and Preview of the main window.
+void registerPrinting();

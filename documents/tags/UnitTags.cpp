@@ -1,4 +1,4 @@
-#include "documents/schedule/UnitTags.h"
+#include "documents/tags/UnitTags.h"
 
 #include "core/base/Fault.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/shell/DisplayFields.h"
 #include "core/store/TankLine.h"
-#include "documents/ResultScreen.h"
+#include "documents/submittals/ResultScreen.h"
 
 /// A screen that shows one finished tank: the session's tank line, its model of the catalogue and the
 /// drawing. What is not found keeps the samples of the design.

@@ -1,4 +1,4 @@
-#include "documents/schedule/frmUnitTagData.h"
+#include "documents/tags/frmUnitTagData.h"
 
 #include "core/base/Numbers.h"
 #include "core/shell/Screens.h"

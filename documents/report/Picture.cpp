@@ -1,7 +1,6 @@
-#include "documents/drawings/Picture.h"
+#include "documents/report/Picture.h"
 
 #include "core/base/Fault.h"
-#include "core/base/Program.h"
 
 #include <QFileInfo>
 #include <QSvgRenderer>
@@ -52,16 +51,6 @@ QByteArray ReadPicture(const QString& path) {
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());
     QByteArray svg = file.readAll();
     if (!standsAlone(svg) || !QSvgRenderer(svg).isValid())
-        throw Fault(481, "Invalid picture: " + path.toStdString());
+        throw Fault(Fault::InvalidPicture, "Invalid picture: " + path.toStdString());
     return svg;
-}
-
-QString DrawingPath(const QString& name, const QString& ending) {
-    const QString file = name + u'.' + ending;
-    const bool plain = std::none_of(file.begin(), file.end(), [](QChar c) {
-        return c == u'/' || c == u'\\' || c == u':' || c.unicode() < u' ';
-    });
-    if (!plain || name.startsWith(u'.'))
-        throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-    return UtilityFunctions::ProgramFolder() + "/Drawings/" + file;
 }

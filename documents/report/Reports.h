@@ -4,8 +4,8 @@
 
 #include <span>
 
-/// The reports of the program, one a row.
-std::span<const ReportKind> AllReports();
+/// Makes reports known, one a row. Each subsystem adds its own.
+void AddReports(std::span<const ReportKind> kinds);
 
 /// A report by its name; null when there is none.
 const ReportKind* FindReport(const QString& name);

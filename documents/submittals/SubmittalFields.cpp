@@ -1,4 +1,4 @@
-#include "documents/SubmittalFields.h"
+#include "documents/submittals/SubmittalFields.h"
 
 #include "core/base/Program.h"
 #include "core/shell/DisplayFields.h"
@@ -8,12 +8,13 @@
 #include "core/store/SessionStore.h"
 #include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
-#include "documents/drawings/Picture.h"
+#include "documents/drawings/Drawings.h"
+#include "documents/report/Picture.h"
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
-#include "documents/schedule/UnitTags.h"
 #include "documents/specifications/Placeholders.h"
 #include "documents/specifications/Specifications.h"
+#include "documents/tags/UnitTags.h"
 
 using namespace UtilityFunctions;
 

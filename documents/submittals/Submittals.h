@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace UtilityFunctions {
+
+/// The name of the report that a model's submittal takes; an empty text when the catalogue gives none.
+QString SetReport(const QString& model);
+
+} // namespace UtilityFunctions
+
+/// Makes the four submittals known.
+void registerSubmittals();

@@ -1,0 +1,90 @@
+#include "documents/viewer/Printing.h"
+
+#include "core/base/Fault.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
+#include "documents/export/Export.h"
+#include "documents/report/PagePainter.h"
+
+#include <QPainter>
+#include <QPrinter>
+
+#include <algorithm>
+
+namespace {
+
+Fault printerFault() {
+    return {482, "Printer error"};
+}
+
+/// The paper of the pages, which the dialog offers first.
+void setPaper(QPrinter& printer, const QSizeF& size) {
+    const bool landscape = size.width() > size.height();
+    const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Point);
+    printer.setPageLayout(QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {}));
+    printer.setFullPage(true);
+}
+
+/// The pages that the dialog asks for, each as often and in the order in which they come out.
+Pages chosenPages(const QPrinter& printer, const Pages& all) {
+    const bool range = printer.printRange() == QPrinter::PageRange;
+    const int first = range ? std::max(1, printer.fromPage()) : 1;
+    const int last = range && printer.toPage() > 0 ? printer.toPage() : int(all.size());
+    const Pages chosen = all.mid(first - 1, std::max(0, last - first + 1));
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    Pages pages;
+    if (printer.collateCopies()) {
+        for (int copy = 0; copy < copies; ++copy)
+            pages += chosen;
+    } else {
+        for (const Page& page : chosen)
+            pages += Pages(copies, page);
+    }
+    return pages;
+}
+
+void paint(QPrinter& printer, const Pages& pages) {
+    QPainter painter;
+    if (!painter.begin(&printer))
+        throw printerFault();
+    const QRectF paper = printer.paperRect(QPrinter::Point);
+    for (qsizetype i = 0; i < pages.size(); ++i) {
+        if (i > 0 && !printer.newPage()) {
+            printer.abort();
+            throw printerFault();
+        }
+        // On smaller paper than its own a page is reduced, never cut.
+        const double reduced =
+            std::min({1.0, paper.width() / pages[i].size.width(), paper.height() / pages[i].size.height()});
+        painter.save();
+        painter.scale(printer.logicalDpiX() / 72.0 * reduced, printer.logicalDpiY() / 72.0 * reduced);
+        PaintPage(painter, pages[i]);
+        painter.restore();
+    }
+    if (!painter.end() || printer.printerState() == QPrinter::Error)
+        throw printerFault();
+}
+
+} // namespace
+
+void PrintDocument(const Document& document) {
+    if (document.pages.isEmpty())
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(document.title);
+    setPaper(printer, document.pages.first().size);
+    printer.setFromTo(1, int(document.pages.size()));
+    printer.setPrintRange(QPrinter::AllPages);
+    if (!Dialogs::current().printer(printer))
+        return;
+    const Hourglass hourglass;
+    Document chosen = document;
+    chosen.pages = chosenPages(printer, document.pages);
+    if (chosen.pages.isEmpty())
+        return;
+    // To a file it goes like an export: the whole file or none, and what went wrong is told.
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
+        Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
+    else
+        paint(printer, chosen.pages);
+}
