@@ -215,17 +215,6 @@ void menu(Stage&, Words w) {
     action->trigger();
 }
 
-/// Brings a screen to the front by the Windows menu.
-void front(Stage&, Words w) {
-    QMenu* windows = Commands::action("mnuWindows")->menu();
-    emit windows->aboutToShow();
-    const QString title = screen(w[0])->parentWidget()->windowTitle().replace("[*][*]", "[*]");
-    for (QAction* action : windows->actions())
-        if (shown(action->text()).section(' ', 1) == title)
-            return action->trigger();
-    fail("the Windows menu has no " + title);
-}
-
 void tool(Stage& stage, Words w) {
     if (w[0] != "BrennovalMain")
         return click(stage, {w[0] + "." + w[1]});
@@ -380,14 +369,14 @@ void close(Stage&, Words w) {
     windowOf(w[0])->close();
 }
 
-/// Brings a screen to the front by a press on its title bar.
-void front(Stage&, Words w) {
+/// Presses the title bar of a screen.
+void title(Stage&, Words w) {
     QWidget* frame = windowOf(w[0]);
     press(frame, {frame->width() / 3, 8});
 }
 
-/// Chooses a screen in the list of the Windows menu.
-void windows(Stage&, Words w) {
+/// Brings a screen to the front by the Windows menu. Several may have the same title there.
+void front(Stage&, Words w) {
     QMenu* menu = command("mnuWindows")->menu();
     emit menu->aboutToShow();
     const auto frames = BrennovalMain::instance()->area()->subWindowList();
@@ -560,8 +549,7 @@ const QHash<QString, Command>& commands() {
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
-        {"front", {front, 1}},
-        {"windows", {windows, 1}},
+        {"title", {title, 1}},
         {"minimise", {minimise, 1}},
         {"size", {size, 3}},
         {"expect", {expect, 2}},

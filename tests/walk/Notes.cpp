@@ -18,17 +18,17 @@ QString jobOf(const Values& values) {
     return values.job.value_or(QString());
 }
 
-bool sameRecord(Face::About about, const Values& one, const Values& other) {
+bool sameRecord(About about, const Values& one, const Values& other) {
     const bool sameJob = jobOf(one) == jobOf(other);
-    return about == Face::Nothing ||
-           (sameJob && (about == Face::Job || (tankOf(one) == tankOf(other) && one.application.value_or("") ==
+    return about == About::Nothing ||
+           (sameJob && (about == About::Job || (tankOf(one) == tankOf(other) && one.application.value_or("") ==
                                                                                    other.application.value_or(""))));
 }
 
-bool leavesRecord(Face::About about, const Values& before, const Values& now) {
+bool leavesRecord(About about, const Values& before, const Values& now) {
     const bool leavesJob = !jobOf(before).isEmpty() && jobOf(before) != jobOf(now);
     const bool leavesTank = !tankOf(before).isEmpty() && tankOf(before) != tankOf(now);
-    return about != Face::Nothing && (leavesJob || (about == Face::Line && leavesTank));
+    return about != About::Nothing && (leavesJob || (about == About::Line && leavesTank));
 }
 
 /// A box of a screen with the column that it shows.
@@ -99,27 +99,27 @@ Row tagBoxes(const Row& line) {
 
 Face FaceOf(const QString& window) {
     static const QMap<QString, Face> faces = {
-        {"frmJobHeader", {Face::Job}},
-        {"frmClassSelect", {Face::Job, false, "lblJobID"}},
-        {"frmTankIDSearch", {Face::Job, true, "lblJobID"}},
-        {"frmDelete", {Face::Job, true, "lblJobID"}},
-        {"frmSchedule", {Face::Job, true, "lblJobID"}},
-        {"frmJobConditions", {Face::Line, false, "lblJobID"}},
-        {"frmJobConditionsSHK", {Face::Line, false, "lblJobID"}},
-        {"frmConvertSteel", {Face::Line}},
-        {"frmTankSeries", {Face::Line, false, "lblJobID", "lblTankID"}},
-        {"frmtankselection", {Face::Line, true, "lblJobID", "lblTankID"}},
-        {"frmResults", {Face::Line, true, nullptr, nullptr, "Results for Job: "}},
-        {"frmResultSHK", {Face::Line, true, nullptr, nullptr, "Results for Job: "}},
-        {"frmResultsConvert", {Face::Line, true}},
-        {"frmPKGSelect", {Face::Line, false, "lblJobID", nullptr, "Select Glycol Make-up Package for Job: "}},
-        {"frmUnitTagData", {Face::Line, true}},
-        {"frmResultSpecs", {Face::Line, true}},
-        {"frmMetric", {Face::Line}},
-        {"frmMetricSHK", {Face::Line}},
-        {"frmCalcExpTSF", {Face::Line}},
-        {"frmcalcThmTSF", {Face::Line}},
-        {"frmCalcHydTSF", {Face::Line}},
+        {"frmJobHeader", {About::Job}},
+        {"frmClassSelect", {About::Job, false, "lblJobID"}},
+        {"frmTankIDSearch", {About::Job, true, "lblJobID"}},
+        {"frmDelete", {About::Job, true, "lblJobID"}},
+        {"frmSchedule", {About::Job, true, "lblJobID"}},
+        {"frmJobConditions", {About::Line, false, "lblJobID"}},
+        {"frmJobConditionsSHK", {About::Line, false, "lblJobID"}},
+        {"frmConvertSteel", {About::Line}},
+        {"frmTankSeries", {About::Line, false, "lblJobID", "lblTankID"}},
+        {"frmtankselection", {About::Line, true, "lblJobID", "lblTankID"}},
+        {"frmResults", {About::Line, true, nullptr, nullptr, "Results for Job: "}},
+        {"frmResultSHK", {About::Line, true, nullptr, nullptr, "Results for Job: "}},
+        {"frmResultsConvert", {About::Line, true}},
+        {"frmPKGSelect", {About::Line, false, "lblJobID", nullptr, "Select Glycol Make-up Package for Job: "}},
+        {"frmUnitTagData", {About::Line, true}},
+        {"frmResultSpecs", {About::Line, true}},
+        {"frmMetric", {About::Line}},
+        {"frmMetricSHK", {About::Line}},
+        {"frmCalcExpTSF", {About::Line}},
+        {"frmcalcThmTSF", {About::Line}},
+        {"frmCalcHydTSF", {About::Line}},
     };
     return faces.value(window);
 }
@@ -143,7 +143,7 @@ void Notes::set(const Work& task, const QString& writer, std::optional<QString> 
     const Work kept = std::make_shared<Values>(before);
     for (auto window = windows.begin(); window != windows.end(); ++window)
         if (window->work == task && window.key() != writer &&
-            leavesRecord(FaceOf(window.key()).about, before, *task))
+            leavesRecord(window->shows, before, *task))
             window->work = kept;
 }
 
@@ -158,7 +158,7 @@ bool Notes::open(const QString& window, const Work& task) {
         if (!same && !closingCheck(window))
             return false;
     }
-    windows[window] = {.work = task, .openedFor = *task};
+    windows[window] = {.work = task, .openedFor = *task, .shows = face.about};
     fill(window);
     return true;
 }
@@ -264,7 +264,7 @@ void Notes::refresh(const QString& window) {
     const int chosen = front.chosen;
     const QString kept = front.list.value(chosen);
     // A screen for a line to come goes on with what it has.
-    if (FaceOf(window).about == Face::Line && lineOf(window).isEmpty())
+    if (FaceOf(window).about == About::Line && lineOf(window).isEmpty())
         return;
     if (window == "frmTankSeries" || (window == "frmJobHeader" && !headers.contains(jobOf(*front.work))))
         return;
@@ -326,7 +326,7 @@ bool Notes::saveLine(const QString& window, const Row& columns) {
 void Notes::deleteTank(const QString& tank) {
     lines.remove(tank);
     windows.removeIf([&](const auto& window) {
-        return FaceOf(window.key()).about == Face::Line && tankOf(*window.value().work) == tank;
+        return window.value().shows == About::Line && tankOf(*window.value().work) == tank;
     });
 }
 
@@ -335,7 +335,7 @@ void Notes::deleteJob(const QString& job, const QString& deleter) {
         lines.remove(tank);
     headers.remove(job);
     windows.removeIf([&](const auto& window) {
-        return FaceOf(window.key()).about != Face::Nothing && window.key() != deleter &&
+        return window.value().shows != About::Nothing && window.key() != deleter &&
                jobOf(*window.value().work) == job;
     });
 }

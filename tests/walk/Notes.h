@@ -19,10 +19,14 @@ struct Values {
 };
 using Work = std::shared_ptr<Values>;
 
+/// What a window shows of the user's data.
+enum class About { Nothing, Job, Line };
+
 /// An open window, as a user remembers it.
 struct Window {
     Work work;
     Values openedFor;
+    About shows = About::Nothing; // what goes when it is deleted
     Row boxes = {};    // what its boxes show
     Row asRead = {};   // its record, as it read it
     bool typed = false;
@@ -82,8 +86,7 @@ class Notes {
 
 /// What a screen shows of its record.
 struct Face {
-    enum About { Nothing, Job, Line };
-    About about = Nothing;
+    About about = About::Nothing; // what it is opened for
     bool fresh = false;         // read anew at each opening
     const char* job = nullptr;  // the label with the job, with the tank
     const char* tank = nullptr;

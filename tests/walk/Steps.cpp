@@ -106,6 +106,12 @@ void maintainNames(Walk& walk, const QString&) {
     walk.command("mnu" + list, work, list);
 }
 
+/// A report shows what it tells of, whatever the viewer was opened for.
+void showReport(Notes& notes, const Work& work, About about) {
+    notes.open("frmReportViewer", work);
+    notes.windows["frmReportViewer"].shows = about;
+}
+
 void listModels(Walk& walk, const QString&) {
     static const QMap<QString, QString> lists = {{"mnuRptEXP", "Expansion Tank"},
                                                  {"mnuTHM", "Thermal Expansion Tank"},
@@ -115,7 +121,7 @@ void listModels(Walk& walk, const QString&) {
     const QString menu = walk.oneOf(lists.keys());
     const Work work = walk.notes.begin();
     walk.notes.set(work, {}, &Values::application, lists[menu]);
-    walk.notes.open("frmReportViewer", work);
+    showReport(walk.notes, work, About::Nothing);
     walk.command(menu, work);
 }
 
@@ -135,7 +141,7 @@ void reportSchedule(Walk& walk, const QString&) {
     if (!Commands::action("mnuSchedule")->isVisible())
         return;
     const Work work = walk.notes.begin();
-    walk.notes.open("frmReportViewer", work);
+    showReport(walk.notes, work, About::Job);
     walk.command("mnuSchedule", work);
     if (scheduleStops(walk, work->job.value_or("")))
         closeError(walk);
@@ -323,9 +329,7 @@ void deleteChosen(Walk& walk, const QString& window) {
         walk.say(QString("check frmDelete.lvOptions %1").arg(1 + walk.below(int(listed.size()))));
     const QString question =
         "The selected item(s) will be deleted!\nDo you want to delete the selected item(s)?";
-    bool workaround = false;
     if (notes.ask(question, {"Yes", "No"}) == "Yes") {
-        workaround = all;
         const auto* list = Driver::control<QTreeWidget>(window, "lvOptions");
         for (int row = 0; !all && row < list->topLevelItemCount(); ++row)
             if (list->topLevelItem(row)->checkState(0) == Qt::Checked)
@@ -334,10 +338,6 @@ void deleteChosen(Walk& walk, const QString& window) {
             notes.deleteJob(job, window);
     }
     walk.press(window, "bttnDelete");
-    if (workaround) {
-        notes.remove(window);
-        walk.say("close frmDelete");
-    }
 }
 
 void searchAgain(Walk& walk, const QString& window) {
@@ -586,6 +586,7 @@ void preview(Walk& walk, const QString& window) {
         return;
     const QString job = walk.notes.windows[window].work->job.value_or("");
     openBeside(walk, window, "bttnPreview", "frmReportViewer");
+    walk.notes.windows["frmReportViewer"].shows = About::Line;
     walk.say("expect-page 1 \"" + job + "\"");
     walk.say("expect-page 1 \"" + model + "\"");
 }
@@ -593,7 +594,7 @@ void preview(Walk& walk, const QString& window) {
 void typeTags(Walk& walk, const QString& window) {
     walk.front(window);
     const int units = int(walk.notes.windows[window].boxes.size()) / 2;
-    if (units == 0 || walk.notes.windows[window].openedFor.tank.value_or("").isEmpty()) // WORKAROUND 5
+    if (units == 0)
         return;
     const int unit = walk.below(units);
     walk.type(window, QString("txtPrefix1_%1").arg(unit), QString("T%1").arg(walk.below(10000)));
@@ -723,8 +724,8 @@ const QList<Step>& AllSteps() {
         {"open tags", 3, "frmPKGSelect", openTags},
         {"open specification", 1, "frmResults", openSpecification},
         {"open specification", 1, "frmResultsConvert", openSpecification},
-        {"open schedule", 0, "frmResults", openSchedule},
-        {"open schedule", 0, "frmPKGSelect", openSchedule},
+        {"open schedule", 2, "frmResults", openSchedule},
+        {"open schedule", 2, "frmPKGSelect", openSchedule},
         {"preview", 1, "frmResults", preview},
         {"preview", 1, "frmResultSHK", preview},
         {"preview", 1, "frmPKGSelect", preview},

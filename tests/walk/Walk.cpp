@@ -99,7 +99,7 @@ void Walk::front(const QString& window) {
     const QWidget* frame = Screens::find(window)->parentWidget();
     if (inFront() != window || frame->isMinimized()) {
         const QWidget* top = frame->window()->childAt(frame->mapTo(frame->window(), QPoint(frame->width() / 3, 8)));
-        say((top == frame && !frame->isMinimized() && chance(2) ? "front " : "windows ") + window);
+        say((top == frame && !frame->isMinimized() && chance(2) ? "title " : "front ") + window);
     }
     notes.refresh(window);
     notes.work = notes.windows[window].work;
@@ -187,7 +187,7 @@ void Walk::compareFront(const QString& window) const {
             fail(QString("%1.%2 shows \"%3\" instead of \"%4\"").arg(window, box.key(), text, box.value()));
     }
     const auto* list = Driver::control<QTreeWidget>(window, "lvOptions");
-    if (!list || list->isHidden() || (FaceOf(window).about == Face::Nothing))
+    if (!list || list->isHidden() || (FaceOf(window).about == About::Nothing))
         return;
     QStringList rows;
     for (int row = 0; row < list->topLevelItemCount(); ++row)
