@@ -256,10 +256,9 @@ void pick(Stage& stage, Words w) {
         return click(stage, w);
     const int index = combo->findText(w.value(1));
     require(index >= 0 && combo->isEnabled(), w[0] + " does not offer " + w.value(1));
-    if (combo->currentIndex() != index)
-        combo->setCurrentIndex(index);
-    else // as a list does in which the current row is clicked
-        emit combo->textActivated(w.value(1));
+    combo->setCurrentIndex(index);
+    emit combo->activated(index); // which a list tells of the row that is clicked, the current one, too
+    emit combo->textActivated(w.value(1));
 }
 
 void row(Stage&, Words w) {

@@ -59,11 +59,14 @@ bool Walk::take(const Taken& taken) {
     if (*step.window && !notes.isOpen(step.window))
         return false;
     const qsizetype before = story.size();
+    const Work workBefore = notes.work;
     if (*step.window)
         notes.work = notes.windows[step.window].work;
     step.act(*this, step.window);
-    if (story.size() == before)
+    if (story.size() == before) {
+        notes.work = workBefore;
         return false;
+    }
     if (const QString front = inFront(); notes.isOpen(front)) {
         notes.work = notes.windows[front].work;
         notes.refresh(front);
