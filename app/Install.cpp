@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <filesystem>
 #include <optional>
@@ -54,23 +55,35 @@ std::optional<QString> storedFolder() {
     return stored ? std::optional(folder) : std::nullopt;
 }
 
+/// The place of the catalogue in a folder that holds the program's data; an empty text for another folder,
+/// which is not ours to fill, or is away for the moment.
+QString catalogueIn(const QString& folder) {
+    const QString user = FindDatabaseFile(folder, "User");
+    if (user.isEmpty())
+        return {};
+    const QString catalogue = FindDatabaseFile(folder, "Sys");
+    return catalogue.isEmpty() ? QDir(QFileInfo(user).path()).filePath(DatabaseFileName("Sys")) : catalogue;
+}
+
 /// Replaces the catalogue of a folder that holds the program's data, if it is another than the shipped one.
 void bringCatalogueUp(const QString& folder, const QString& shipped) {
-    if (FindDatabaseFile(folder, "User").isEmpty()) // not ours to fill, or away for the moment
-        return;
-    const QString here = FindDatabaseFile(folder, "Sys");
-    const QString target =
-        here.isEmpty()
-            ? QDir(QFileInfo(FindDatabaseFile(folder, "User")).path()).filePath(DatabaseFileName("Sys"))
-            : here;
-    if (here.isEmpty() || catalogueVersion(here) != catalogueVersion(shipped))
+    const QString target = catalogueIn(folder);
+    if (!target.isEmpty() &&
+        (!QFile::exists(target) || catalogueVersion(target) != catalogueVersion(shipped)))
         copyFile(shipped, target);
+}
+
+[[noreturn]] void cannotStore() {
+    throw Fault(Fault::PathFileAccess,
+                "The session cannot be stored below " +
+                    QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString());
 }
 
 } // namespace
 
 void InstallForUser(const QString& shippedFolder, const QString& defaultDataFolder) {
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    if (CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey()) != 0)
+        cannotStore();
     const QDir shipped(shippedFolder);
     if (const auto stored = storedFolder())
         return bringCatalogueUp(*stored, shipped.filePath(DatabaseFileName("Sys")));
@@ -82,5 +95,16 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
             copyFile(shipped.filePath(DatabaseFileName(database)),
                      folder.filePath(DatabaseFileName(database)));
     bringCatalogueUp(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
-    SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), folder.path(), RegistryType::Text);
+    if (SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
+                   folder.path()) != 0)
+        cannotStore();
+}
+
+QString RestoreCatalogue(const QString& shippedFolder, const QString& defaultDataFolder) {
+    const QString folder = storedFolder().value_or(defaultDataFolder);
+    QString target = catalogueIn(folder);
+    if (target.isEmpty())
+        throw Fault(Fault::PathNotFound, "There are no data of Brennoval in " + folder.toStdString());
+    copyFile(QDir(shippedFolder).filePath(DatabaseFileName("Sys")), target);
+    return target;
 }

@@ -3,6 +3,8 @@
 #include "core/base/Program.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <iostream>
@@ -13,19 +15,40 @@ namespace {
 constexpr int failed = 1;
 constexpr int notUnderstood = 2;
 
-constexpr std::string_view help = R"(Usage: brennoval-install
+constexpr std::string_view help = R"(Usage: brennoval-install [--restore-catalogue]
 
 Prepares Brennoval's data for the user who calls it: makes the data folder with an empty user database and the
 catalog where no folder is stored yet, and replaces a catalog that is another than its own. A user database is never touched.
 
-  --help     say this, and do nothing
-  --version  say the version, and do nothing
+  --restore-catalogue  put the catalog back as it was shipped, whatever has become of it
+  --help               say this, and do nothing
+  --version            say the version, and do nothing
 )";
 
-int install() {
+/// Where the user's files go is told by the environment or hangs on the home folder. Throws Fault 76 when
+/// there is neither.
+void requireHome() {
+#ifndef Q_OS_WIN
+    const QString home = qEnvironmentVariable("HOME");
+    if (QDir::isAbsolutePath(home) && QFileInfo(home).isDir())
+        return;
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        if (qEnvironmentVariableIsEmpty(name))
+            throw Fault(Fault::PathNotFound,
+                        home.isEmpty() ? "There is no home folder: HOME is not set"
+                                       : "There is no home folder: HOME is \"" + home.toStdString() + '"');
+#endif
+}
+
+int install(bool restoresCatalogue) {
     try {
-        InstallForUser(UtilityFunctions::ProgramFolder() + "/Data",
-                       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        requireHome();
+        const QString shipped = UtilityFunctions::ProgramFolder() + "/Data";
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        if (restoresCatalogue)
+            std::cout << "Restored " << RestoreCatalogue(shipped, data).toStdString() << '\n';
+        else
+            InstallForUser(shipped, data);
         return 0;
     } catch (const Fault& fault) {
         std::cerr << "brennoval-install: " << fault.what() << '\n';
@@ -36,13 +59,16 @@ int install() {
 } // namespace
 
 int main(int argc, char** argv) {
+    UtilityFunctions::IgnoreRelativeFolders();
     int argumentCount = 1; // Qt's own options are unknown arguments too
     const QCoreApplication application(argumentCount, argv);
     QCoreApplication::setOrganizationName("Fennerbrooke");
     QCoreApplication::setApplicationName("Brennoval");
     if (argc < 2)
-        return install();
+        return install(false);
     const std::string_view option = argv[1];
+    if (argc == 2 && option == "--restore-catalogue")
+        return install(true);
     if (argc == 2 && option == "--help") {
         std::cout << help;
         return 0;
@@ -51,6 +77,6 @@ int main(int argc, char** argv) {
         std::cout << "brennoval-install " << UtilityFunctions::FullProgramVersion().toStdString() << '\n';
         return 0;
     }
-    std::cerr << "brennoval-install: takes --help, --version or nothing\n";
+    std::cerr << "brennoval-install: takes --restore-catalogue, --help, --version or nothing\n";
     return notUnderstood;
 }

@@ -9,6 +9,7 @@
 #include <QLocale>
 
 int main(int /*argc*/, char** argv) {
+    UtilityFunctions::IgnoreRelativeFolders();
     int argumentCount = 1; // no command line is read, not even Qt's own options
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace UtilityFunctions {
 
 namespace {
@@ -28,20 +31,27 @@ QString ReadInstallerFile(const QString& name) {
     const QDir folder(InstallerFolder());
     if (!folder.exists())
         throw Fault(Fault::PathNotFound, "Path not found");
+    constexpr qint64 longest = 4096; // bytes; no system has longer names
     QFile file(folder.filePath(name));
     if (!QFileInfo(file).isFile())
         throw Fault(Fault::FileNotFound, "File not found");
     if (!file.open(QIODevice::ReadOnly))
         throw Fault(Fault::PathFileAccess, "Path/File access error");
-    return QString::fromLocal8Bit(file.readAll());
+    const QByteArray text = file.read(longest + 1);
+    if (text.size() > longest)
+        throw Fault(Fault::FileNotFound, "File not found");
+    return QString::fromLocal8Bit(text).remove(QChar(0));
 }
 
-bool IsOwnDatabase(const QString& path) {
-    const QString file = QFileInfo(path).canonicalFilePath();
-    for (const char* database : {"User", "Sys"})
-        if (!file.isEmpty() && file == QFileInfo(dbConnection(database).dataSource()).canonicalFilePath())
-            return true;
-    return false;
+bool IsInstallersToTake(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isSymLink() || !file.isFile())
+        return false;
+    const QString name = file.canonicalFilePath();
+    return std::ranges::none_of(std::array{"User", "Sys"}, [&name](const char* database) {
+        const QString own = QFileInfo(dbConnection(database).dataSource()).canonicalFilePath();
+        return !own.isEmpty() && name.startsWith(own);
+    });
 }
 
 } // namespace UtilityFunctions

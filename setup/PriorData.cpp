@@ -284,14 +284,26 @@ bool readPrior(const QString& path, PriorRows& rows) {
     }
 }
 
+/// The first name with a number behind it that nothing in the folder has, not even a link that leads nowhere.
+QString freeName(const QDir& folder, const QString& name) {
+    for (int number = 1;; ++number) {
+        const QFileInfo candidate(folder.filePath(QStringLiteral("%1.unread%2").arg(name).arg(number)));
+        if (!candidate.exists() && !candidate.isSymLink())
+            return candidate.filePath();
+    }
+}
+
 /// A file that could not be read counts as converted, so it is going to be deleted. What it holds stays,
-/// under another name, for whoever can mend it.
-void putAside(const QString& path) {
-    if (IsOwnDatabase(path))
-        return;
-    for (int number = 1; QFile::exists(path) && number < 100; ++number)
-        if (QFile::rename(path, QStringLiteral("%1.unread%2").arg(path).arg(number)))
-            return;
+/// under another name, for whoever can mend it. False when it could not get one and must not be deleted.
+bool putAside(const QString& path) {
+    if (!IsInstallersToTake(path))
+        return true;
+    const QFileInfo file(path);
+    for (QString name = file.fileName(); !name.isEmpty();
+         name.truncate(name.size() / 2)) // too long for a number
+        if (QFile::rename(path, freeName(file.dir(), name)))
+            return true;
+    return false;
 }
 
 bool convert(const Source& source) {
@@ -308,7 +320,7 @@ bool convert(const Source& source) {
     } else {
         complete = countsOf(rows) == Counts{};
         if (complete && source.namedByInstaller)
-            putAside(source.path);
+            complete = putAside(source.path);
         setConverted(user);
     }
     SetStatusText("Finished!");

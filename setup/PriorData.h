@@ -4,9 +4,10 @@ namespace UtilityFunctions {
 
 /// Takes over the jobs, names and defaults of the earlier program, whose file the installer's datasource.ini
 /// names, or the user when there is none. All of it stands in the user's data together, with the mark that it
-/// was done, or nothing of it does. True when all jobs and tanks that the file counts are there afterwards. A
-/// file that cannot be read counts none, and the conversion is marked as done; other failures are reported
-/// and it stays to be done.
+/// was done, or nothing of it does. True when all jobs and tanks that the file counts are there afterwards,
+/// so that the installer's file may go. One that cannot be read counts none, is put aside, and the conversion
+/// is marked as done; if it cannot be put aside the result is false and it stays. Other failures are reported
+/// and the conversion stays to be done.
 bool ConvertPriorData();
 
 } // namespace UtilityFunctions

@@ -1,16 +1,21 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
 /// The tables of the earlier program, and the form in which brennoval-prior writes their rows to its pipe.
 namespace PriorTables {
 
+/// What a column holds there.
+enum Kind { Number, Text, Date };
+
 /// A column there, and the one of ours that takes its value.
 struct Column {
     const char* prior;
     const char* target;
+    Kind kind = Number;
 };
 
 struct Table {
@@ -18,17 +23,17 @@ struct Table {
     std::span<const Column> columns;
 };
 
-inline constexpr Column contractor[] = {{"Contractor", "fldName"}};
-inline constexpr Column engineer[] = {{"Engineer", "fldName"}};
+inline constexpr Column contractor[] = {{"Contractor", "fldName", Text}};
+inline constexpr Column engineer[] = {{"Engineer", "fldName", Text}};
 /// The engineer's default becomes the contractor's, if there is an engineer's: kept as it always was.
-inline constexpr Column user[] = {{"DefaultContractor", "DefaultContractor"},
-                                  {"DefaultEngineer", "DefaultEngineer"},
+inline constexpr Column user[] = {{"DefaultContractor", "DefaultContractor", Text},
+                                  {"DefaultEngineer", "DefaultEngineer", Text},
                                   {"DefaultPSIa", "DefaultPSIa"}};
-inline constexpr Column jobHeader[] = {{"JobID", "JobID"},       {"JobDscrptn", "JobDscrptn"},
-                                       {"Engineer", "Engineer"}, {"Contractor", "Contractor"},
-                                       {"JobInfo", "JobInfo"},   {"DateCreated", "DateCreated"}};
-inline constexpr Column jobData[] = {{"JobID", "JobID"},
-                                     {"ModelNo", "ModelNo"},
+inline constexpr Column jobHeader[] = {{"JobID", "JobID", Text},       {"JobDscrptn", "JobDscrptn", Text},
+                                       {"Engineer", "Engineer", Text}, {"Contractor", "Contractor", Text},
+                                       {"JobInfo", "JobInfo", Text},   {"DateCreated", "DateCreated", Date}};
+inline constexpr Column jobData[] = {{"JobID", "JobID", Text},
+                                     {"ModelNo", "ModelNo", Text},
                                      {"PipeFt", "PipeLength"},
                                      {"FlowRate", "FlowRate"},
                                      {"FlowPressure", "FlowPressure"},
@@ -41,16 +46,16 @@ inline constexpr Column jobData[] = {{"JobID", "JobID"},
                                      {"RequiredVolume", "RequiredVolume"},
                                      {"LeakLoad", "LeakLoad"},
                                      {"PumpRunTime", "PumpRunTime"},
-                                     {"PipeIndex", "PipeIndex"},
+                                     {"PipeIndex", "PipeIndex", Text},
                                      {"AtmPressure", "AtmPressure"},
                                      {"SOPMin", "SOPMin"},
                                      {"SOPMax", "SOPMax"},
                                      {"SOTMin", "SOTMin"},
                                      {"SOTMax", "SOTMax"},
-                                     {"SysFluidType", "SysFluidType"},
+                                     {"SysFluidType", "SysFluidType", Text},
                                      {"TotSysVolume", "TotSysVolume"},
                                      {"RequiredAcceptance", "RequiredAcceptance"},
-                                     {"TagID", "TagID01"}};
+                                     {"TagID", "TagID01", Text}};
 
 /// In the order in which they are read and written.
 enum Index { Contractor, Engineer, User, JobHeader, JobData, Count };
@@ -59,6 +64,11 @@ inline constexpr std::array<Table, Count> all = {Table{"tblContractor", contract
                                                  {"tblUser", user},
                                                  {"tblJobHeader", jobHeader},
                                                  {"tblJobData", jobData}};
+
+/// How much the helper writes at most, in bytes; whatever claims to be more is no such file. It always has
+/// room to say so.
+inline constexpr std::size_t largestOutput = 64 << 20;
+inline constexpr std::size_t roomForFailure = 4096;
 
 /// What a byte on the pipe announces. Numbers follow in the machine's own form: both ends are one machine.
 enum Mark : char {

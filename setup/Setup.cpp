@@ -6,9 +6,12 @@
 #include "setup/frmFirstTime.h"
 #include "setup/frmUserInput.h"
 #include "setup/frmValidateRep.h"
+#include "setup/pages/HelpFolder.h"
 #include "setup/pages/frmBrowser.h"
 #include "setup/pages/frmDemo.h"
 #include "setup/pages/frmHelp.h"
+
+#include <QTimer>
 
 void registerSetup() {
     Screens::add("frmAbout", [] { return new frmAbout; });
@@ -18,6 +21,7 @@ void registerSetup() {
     Screens::add("frmFirstTime", [] { return new frmFirstTime; });
     Screens::add("frmUserInput", [] { return new frmUserInput; });
     Screens::add("frmValidateRep", [] { return new frmValidateRep; });
+    QTimer::singleShot(0, RemoveLeftHelpFolders); // while the splash stands
     Commands::set("mnuAboutSub", [] { Screens::open("frmAbout"); });
     Commands::set("mnuSetup", [] { Screens::open("frmUserInput"); });
 }

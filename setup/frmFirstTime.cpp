@@ -13,7 +13,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <optional>
 
@@ -23,9 +22,10 @@ namespace {
 
 constexpr qsizetype zipLength = 5;
 
-/// Deletes a file; one that is not there changes nothing. Throws Fault 75 when it stays.
+/// Deletes a file; one that is not there, or is not the installer's to take, changes nothing. Throws Fault 75
+/// when it stays.
 void deleteFile(const QString& path) {
-    if (!QFileInfo(path).isFile() || IsOwnDatabase(path))
+    if (!IsInstallersToTake(path))
         return;
     if (!QFile::remove(path))
         throw Fault(Fault::PathFileAccess, "Path/File access error: " + path.toStdString());
@@ -90,7 +90,7 @@ void frmFirstTime::DeleteFiles(const QString& kind) {
         const QString ini = kind == "Demo" ? "demosource.ini" : "datasource.ini";
         QString path;
         try {
-            path = ReadInstallerFile(ini).remove(QChar(0));
+            path = ReadInstallerFile(ini);
         } catch (const Fault& fault) {
             if (fault.number() != Fault::FileNotFound && fault.number() != Fault::PathNotFound)
                 throw;

@@ -16,4 +16,11 @@ QString ProgramFolder() {
     return QCoreApplication::applicationDirPath();
 }
 
+void IgnoreRelativeFolders() {
+    for (const char* name :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
+        if (!qEnvironmentVariableIsEmpty(name) && !qgetenv(name).startsWith('/'))
+            qunsetenv(name);
+}
+
 } // namespace UtilityFunctions

@@ -2,6 +2,9 @@
 
 #include "core/store/SessionTask.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 
 #include <memory>
@@ -28,6 +31,22 @@ std::unique_ptr<QSettings> openRoot(RegistryRoot root, const QString& keyPath) {
     settings->setFallbacksEnabled(false);
     settings->beginGroup(QString(keyPath).replace(u'\\', u'/'));
     return settings;
+#endif
+}
+
+/// Makes the user's file nobody else's to read, whatever the mask of new files; it keeps its mode when it is
+/// rewritten.
+void keepPrivate(const QSettings& settings) {
+#ifndef Q_OS_WIN
+    if (settings.scope() != QSettings::UserScope)
+        return;
+    constexpr auto ownersAlone = QFile::ReadOwner | QFile::WriteOwner;
+    constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+                            QFile::WriteOther | QFile::ExeOther;
+    QFile file(settings.fileName());
+    QDir().mkpath(QFileInfo(file).path());
+    if (file.open(QIODevice::NewOnly | QIODevice::WriteOnly, ownersAlone) || (file.permissions() & others))
+        file.setPermissions(ownersAlone);
 #endif
 }
 
@@ -150,6 +169,7 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
     const auto settings = openRoot(openKey.root, openKey.path);
     const QString known = storedName(*settings, valueName);
     const QString& name = known.isEmpty() ? valueName : known;
+    keepPrivate(*settings);
     switch (type) {
     case RegistryType::Text:
         settings->setValue(name, value.toString());
@@ -180,11 +200,13 @@ void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& va
         noteWrite(*own, std::nullopt);
 }
 
-void CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
+long CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
     const auto settings = openRoot(root, keyPath);
+    keepPrivate(*settings);
     if (!keyExists(*settings))
         settings->setValue(keyMarker, QString());
     settings->sync();
+    return settings->status() == QSettings::NoError && settings->isWritable() ? 0 : errorFileNotFound;
 }
 
 bool SessionValue::read(QString& text) const {

@@ -44,8 +44,9 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
 /// Removes a value; nothing happens when it is absent.
 void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName);
 
-/// Creates a key when it is absent. Only the install step and the database path dialog do so.
-void CreateRegistryKey(RegistryRoot root, const QString& keyPath);
+/// Creates a key when it is absent; 0 when it stands and can be written to, else an error code. Only the
+/// install step and the database path dialog do so.
+long CreateRegistryKey(RegistryRoot root, const QString& keyPath);
 
 /// One named value of the program's own key under the user's root.
 class SessionValue {

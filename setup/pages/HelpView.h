@@ -1,9 +1,9 @@
 #pragma once
 
 #include "setup/pages/HelpEngine.h"
+#include "setup/pages/HelpFolder.h"
 #include "setup/pages/PageView.h"
 
-#include <QTemporaryDir>
 #include <QTextBrowser>
 
 class QLineEdit;
@@ -43,7 +43,7 @@ class HelpView : public PageView {
     void showFound();
     void showInContents(const QUrl& address);
 
-    QTemporaryDir folder; // the engine wants to write beside its list of files, and ours is read-only
+    HelpFolder folder; // the engine wants to write beside its list of files, and ours is read-only
     HelpEngine engine;
     HelpText* page = nullptr;
     QTabWidget* tabs = nullptr;

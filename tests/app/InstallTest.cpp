@@ -66,6 +66,11 @@ TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnotherCatalogue) {
     const QByteArray changed = contents(folder + u'/' + catalogueFile);
     InstallForUser(shippedFolder(), folder); // of the same version
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), changed);
+    EXPECT_EQ(RestoreCatalogue(shippedFolder(), "/nowhere"), folder + u'/' + catalogueFile);
+    EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
+    EXPECT_EQ(contents(folder + u'/' + userFile), "the user's own");
+    QFile::remove(folder + u'/' + userFile);
+    EXPECT_THROW(RestoreCatalogue(shippedFolder(), "/nowhere"), Fault) << "not a folder of ours";
 }
 
 TEST(Install, NeverRewritesAStoredFolder) {
@@ -105,9 +110,83 @@ TEST(Install, KeepsTheOldCatalogueWhenTheDiskIsFull) {
     {
         const FullDisk full(100000);
         EXPECT_THROW(InstallForUser(shippedFolder(), folder), Fault);
+        EXPECT_THROW(RestoreCatalogue(shippedFolder(), folder), Fault);
     }
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), "an older catalogue");
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2) << "no part is left";
+}
+
+/// Runs the command in a folder, with these variables alone, behind a line of the shell.
+int runCommand(const QString& folder, const QStringList& variables, QString& errors,
+               const QString& before = ":") {
+    QProcess command;
+    command.setWorkingDirectory(folder);
+    command.start("env", QStringList{"-i"} + variables +
+                             QStringList{"sh", "-c",
+                                         before + "; exec \"" + QCoreApplication::applicationDirPath() +
+                                             "/brennoval-install\""});
+    EXPECT_TRUE(command.waitForFinished());
+    errors = QString::fromUtf8(command.readAllStandardError());
+    return command.exitCode();
+}
+
+TEST(Install, CommandNeedsAHomeAndASessionThatCanBeStored) {
+    const struct {
+        QStringList variables; // {home} is the folder
+        const char* error;     // a part of it
+        const char* session;   // where it is stored
+    } cases[] = {
+        {{"HOME={home}"}, "", ".config"},
+        {{"HOME={home}", "XDG_CONFIG_HOME=config", "XDG_DATA_HOME=data"}, "", ".config"},
+        {{"XDG_CONFIG_HOME={home}/config", "XDG_DATA_HOME={home}/data"}, "", "config"},
+        {{}, "HOME is not set", nullptr},
+        {{"HOME="}, "HOME is not set", nullptr},
+        {{"HOME={home}/none"}, "HOME is \"", nullptr},
+        {{"HOME=."}, "HOME is \"", nullptr},
+        {{"XDG_CONFIG_HOME={home}/config", "XDG_DATA_HOME=data"}, "HOME is not set", nullptr},
+        {{"HOME={home}", "XDG_CONFIG_HOME=/dev/null"}, "cannot be stored below /dev/null", nullptr},
+    };
+    for (const auto& row : cases) {
+        const TemporaryHome home;
+        QString errors;
+        const int result = runCommand(
+            home.path(), QStringList(row.variables).replaceInStrings("{home}", home.path()), errors);
+        SCOPED_TRACE(row.variables.join(' ').toStdString());
+        EXPECT_EQ(result, row.session ? 0 : 1) << errors.toStdString();
+        EXPECT_TRUE(errors.contains(row.error) && errors.isEmpty() == bool(row.session))
+            << errors.toStdString();
+        const QString session = home.path() + u'/' + row.session + "/Fennerbrooke/Brennoval.ini";
+        EXPECT_TRUE(row.session ? QFile::exists(session)
+                                : QDir(home.path())
+                                      .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+                                      .isEmpty());
+        EXPECT_FALSE(QFile::exists(home.path() + "/data/data"));
+        EXPECT_EQ(QFile::exists(home.path() + "/data"),
+                  row.variables.filter("{home}/data").size() == 1 && row.session);
+    }
+}
+
+TEST(Install, SessionIsNobodyElsesToRead) {
+    for (const char* mask : {"0", "022", "077"}) {
+        const TemporaryHome home;
+        const QString session = home.path() + "/.config/Fennerbrooke/Brennoval.ini";
+        QString errors;
+        for (const QString& before : {QString(), "chmod 644 " + session}) { // as an older version left it
+            ASSERT_EQ(runCommand(home.path(), {"HOME=" + home.path(), "PATH=/usr/bin:/bin"}, errors,
+                                 QString("umask %1; %2 :").arg(mask, before.isEmpty() ? "" : before + ";")),
+                      0);
+            EXPECT_EQ(QFile(session).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+                      QFile::ReadOwner | QFile::WriteOwner)
+                << mask;
+        }
+    }
+}
+
+TEST(Install, SaysThatTheDiskIsFullForTheSession) {
+    const TemporaryHome home;
+    const FullDisk full(8);
+    EXPECT_THROW(InstallForUser(shippedFolder(), home.dataFolder()), Fault);
+    EXPECT_FALSE(QFile::exists(home.dataFolder()));
 }
 
 TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
@@ -117,9 +196,12 @@ TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
         const char* output;
     };
     const TemporaryHome home;
-    for (const Case& run : {Case{{"--help"}, 0, "Usage: brennoval-install"},
-                            Case{{"--version"}, 0, "brennoval-install 1."}, Case{{"--help", "more"}, 2, ""},
-                            Case{{"-platform", "xcb"}, 2, ""}, Case{{"something"}, 2, ""}, Case{{}, 0, ""}}) {
+    bool installed = false;
+    for (const Case& run :
+         {Case{{"--help"}, 0, "Usage: brennoval-install"}, Case{{"--version"}, 0, "brennoval-install 1."},
+          Case{{"--help", "more"}, 2, ""}, Case{{"-platform", "xcb"}, 2, ""}, Case{{"something"}, 2, ""},
+          Case{{"--restore-catalogue", "more"}, 2, ""}, Case{{"--restore-catalogue"}, 1, ""}, Case{{}, 0, ""},
+          Case{{"--restore-catalogue"}, 0, "Restored "}}) {
         QProcess command;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
@@ -131,6 +213,7 @@ TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
         EXPECT_EQ(command.exitCode(), run.result);
         EXPECT_TRUE(command.readAllStandardOutput().startsWith(run.output));
         EXPECT_EQ(command.readAllStandardError().isEmpty(), run.result == 0);
-        EXPECT_EQ(QDir(home.path()).isEmpty(), !run.arguments.isEmpty()) << "done without arguments only";
+        installed = installed || run.arguments.isEmpty();
+        EXPECT_EQ(QDir(home.path()).isEmpty(), !installed) << "done without arguments only";
     }
 }

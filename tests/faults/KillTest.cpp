@@ -6,8 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
 
+#include <algorithm>
+#include <array>
 #include <random>
 
 namespace {
@@ -88,6 +92,13 @@ void expectAllThere(const QStringList& saves, const TemporaryHome& home) {
     }
 }
 
+bool isSameFile(const QString& one, const QString& other) {
+    QFile first(one);
+    QFile second(other);
+    return first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly) &&
+           first.readAll() == second.readAll();
+}
+
 } // namespace
 
 TEST(Kill, LosesNoSaveThatHadReturned) {
@@ -109,6 +120,52 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     }
     EXPECT_GT(all.size(), kills);
     expectAllThere(all, home);
+}
+
+// Whole with the mark that it was done, or not at all; the source goes when all of it is there.
+TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
+    const QString source = SOURCE_FOLDER "/../shared/fixtures/prior/prior-worn.mdb";
+    if (!QFile::exists(source))
+        GTEST_SKIP() << "SKIPPED: there is no " << source.toStdString();
+    std::mt19937 random(78);
+    std::array<int, 2> outcomes{};
+    qint64 longest = 0; // milliseconds, of a conversion that nobody killed
+    const int kills = Rounds(12, 300);
+    for (int i = 0; i <= kills; ++i) {
+        const TemporaryHome home;
+        home.installData();
+        const QString file = home.path() + "/Data.mdb";
+        QFile::copy(source, file);
+        QFile name(home.path() + "/datasource.ini");
+        ASSERT_TRUE(name.open(QIODevice::WriteOnly) && name.write(file.toLocal8Bit()) > 0);
+        name.close();
+        QElapsedTimer clock;
+        clock.start();
+        QProcess copy;
+        copy.start(QCoreApplication::applicationDirPath() + "/brennoval-convert-once",
+                   {QFileInfo(home.sessionFile()).path() + "/..", home.path()});
+        ASSERT_TRUE(copy.waitForStarted());
+        if (longest == 0) {
+            ASSERT_TRUE(copy.waitForFinished());
+            longest = std::max<qint64>(1, clock.elapsed());
+        } else if (!copy.waitForFinished(std::uniform_int_distribution(1, int(longest))(random))) {
+            copy.kill();
+            copy.waitForFinished();
+        }
+        Connection user = openUser(home);
+        ASSERT_EQ(value(user, "SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
+        const QString jobs = value(user, "SELECT COUNT(*) AS V FROM tblJobHeader");
+        const QString tanks = value(user, "SELECT COUNT(*) AS V FROM tblJobData WHERE TankClass IS NOT NULL");
+        const bool done = value(user, "SELECT Convert AS V FROM tblFirstTime") == "1";
+        EXPECT_EQ(jobs + ", " + tanks, done ? "50, 214" : "0, 0");
+        EXPECT_TRUE(done || isSameFile(file, source));
+        EXPECT_TRUE(!QFile::exists(file) || isSameFile(file, source));
+        ++outcomes[done ? 1 : 0];
+    }
+    RecordProperty("not done", outcomes[0]);
+    RecordProperty("done", outcomes[1]);
+    EXPECT_GT(outcomes[0], 0);
+    EXPECT_GT(outcomes[1], 0);
 }
 
 // As of two users, each with a session of his own. Two copies of one user share the session and overwrite

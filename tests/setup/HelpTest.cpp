@@ -2,6 +2,7 @@
 
 #include "core/shell/BrennovalMain.h"
 #include "setup/pages/HelpEngine.h"
+#include "setup/pages/HelpFolder.h"
 #include "tests/support/Driver.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,9 @@
 #include <QTextDocument>
 
 #include <functional>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -168,4 +172,33 @@ TEST(Demo, EveryLinkAndPictureOfItsPagesStands) {
     for (const char* page : {"BrennovalDemo.htm", "ErrorDemo.htm"})
         walk.visit(QUrl::fromLocalFile(folder + page), "the program");
     EXPECT_GT(walk.reached.size(), 15); // the tour has that many pictures and more
+}
+
+TEST(HelpFolder, OfAKilledCopyGoesAtTheNextStart) {
+    const QTemporaryDir temporary;
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+    const QTemporaryDir other; // of another program
+    {
+        const HelpFolder running;
+        const pid_t killed = fork();
+        if (killed == 0) {
+            const HelpFolder folder;
+            QFile file(folder.filePath("help.qhc"));
+            _exit(file.open(QIODevice::WriteOnly) ? 0 : 1); // as a kill leaves it
+        }
+        int status = 1;
+        ASSERT_EQ(waitpid(killed, &status, 0), killed);
+        const QStringList both = QDir(temporary.path()).entryList({HelpFolder::name + '*'});
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(both.size(), 2);
+        QFile::link(other.path(), temporary.filePath(HelpFolder::name + "link"));
+        RemoveLeftHelpFolders();
+        const QStringList left = QDir(temporary.path()).entryList({HelpFolder::name + '*'});
+        EXPECT_EQ(left.size(), 2) << "the running copy's, and a link that is none";
+        EXPECT_TRUE(QFile::exists(running.filePath(HelpFolder::lockName)));
+        EXPECT_TRUE(QFile::exists(other.path()));
+    }
+    EXPECT_EQ(QDir(temporary.path()).entryList({HelpFolder::name + '*'}).size(), 1) << "the link";
+    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 }

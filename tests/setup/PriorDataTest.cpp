@@ -4,6 +4,7 @@
 #include "core/shell/Status.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
+#include "tests/faults/Limits.h"
 #include "tests/support/Driver.h"
 #include "tests/support/Rounds.h"
 
@@ -13,6 +14,8 @@
 #include <QTimer>
 
 #include <random>
+
+#include <sys/stat.h>
 
 using namespace UtilityFunctions;
 
@@ -49,9 +52,18 @@ class PriorData : public testing::Test {
     /// Takes a file over, as the first start does.
     void convert(const QByteArray& file) const {
         write(priorFile(), file);
-        write(home.path() + "/datasource.ini", priorFile().toLocal8Bit());
+        convertNamed(priorFile());
+    }
+    void convertNamed(const QString& path) const {
+        write(home.path() + "/datasource.ini", path.toLocal8Bit());
         Screens::open("frmFirstTime");
         Driver::settle();
+    }
+    /// Ends it, and leaves the data as they are shipped.
+    void beginAnew() const {
+        for (const char* screen : {"frmFirstTime", "frmError"})
+            Screens::unload(screen);
+        home.installData();
     }
 
     static QString value(const QString& sql) {
@@ -157,8 +169,7 @@ TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
         expectRows("SELECT * FROM tblJobData ORDER BY TankNo", tanks);
         EXPECT_EQ(converted(), "1");
         EXPECT_FALSE(QFile::exists(priorFile())) << "what arrived is deleted";
-        Screens::unload("frmFirstTime");
-        home.installData();
+        beginAnew();
     }
 }
 
@@ -211,9 +222,7 @@ TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
         EXPECT_EQ(Driver::report().isEmpty(), *row.report == '\0');
         EXPECT_TRUE(Driver::report().contains(row.report)) << Driver::report().toStdString();
         EXPECT_EQ(QFile::exists(priorFile()), row.keepsFile);
-        for (const char* screen : {"frmFirstTime", "frmError"})
-            Screens::unload(screen);
-        home.installData();
+        beginAnew();
     }
 }
 
@@ -228,9 +237,96 @@ TEST_F(PriorData, TakesACrashOrAHangOfItsReaderForADamagedFile) {
         EXPECT_EQ(Driver::report(), "");
         EXPECT_EQ(contents(priorFile() + ".unread1"), contents(fixtures + "prior-typical.mdb"));
         QFile::remove(priorFile() + ".unread1");
-        Screens::unload("frmFirstTime");
-        home.installData();
+        beginAnew();
     }
+}
+
+TEST_F(PriorData, PutsAsideUnderAFreeNameOrLeavesIt) {
+    const QDir folder(home.path() + "/prior");
+    ASSERT_TRUE(folder.mkpath("."));
+    const auto find = [&folder](const QByteArray& text) {
+        QStringList names;
+        for (const QString& name : folder.entryList(QDir::Files))
+            if (contents(folder.filePath(name)) == text)
+                names.append(name);
+        return names;
+    };
+    for (int number = 1; number <= 120; ++number)
+        write(folder.filePath(QString("Data.mdb.unread%1").arg(number)), "of another year");
+    QFile::link(folder.filePath("nowhere"), folder.filePath("Data.mdb.unread121"));
+    for (const QString& name : {QString("Data.mdb"), QString(255, 'n'), QString(120, QChar(0xe9)) + ".mdb"}) {
+        write(folder.filePath(name), "torn");
+        convertNamed(folder.filePath(name));
+        EXPECT_EQ(Driver::report(), "");
+        EXPECT_FALSE(QFile::exists(folder.filePath(name)));
+        ASSERT_EQ(find("torn").size(), 1) << name.toStdString();
+        EXPECT_TRUE(find("torn").first().contains(".unread"));
+        EXPECT_EQ(find("of another year").size(), 120);
+        QFile::remove(folder.filePath(find("torn").first()));
+        beginAnew();
+    }
+    write(folder.filePath("Data.mdb"), "torn");
+    for (const QString& path : QDir(home.dataFolder()).entryList(QDir::Files))
+        QFile(home.dataFolder() + "/" + path).setPermissions(QFile::Permissions(0x6666));
+    for (const QString& path : {home.path(), home.dataFolder()})
+        QFile(path).setPermissions(QFile::Permissions(0x7777));
+    QFile(folder.path()).setPermissions(QFile::Permissions(0x5555));
+    {
+        const OrdinaryUser user;
+        convertNamed(folder.filePath("Data.mdb"));
+    }
+    EXPECT_EQ(Driver::report(), "");
+    EXPECT_EQ(converted(), "1");
+    EXPECT_EQ(find("torn"), QStringList("Data.mdb")) << "what cannot be put aside stays";
+    QFile(folder.path()).setPermissions(QFile::Permissions(0x7777));
+}
+
+TEST_F(PriorData, TouchesNothingButPlainFiles) {
+    const QByteArray typical = contents(fixtures + "prior-typical.mdb");
+    const QDir folder(home.path() + "/prior");
+    ASSERT_TRUE(folder.mkpath("folder"));
+    write(folder.filePath("whole.mdb"), typical);
+    write(folder.filePath("torn.mdb"), "torn");
+    QFile::link("whole.mdb", folder.filePath("link"));
+    QFile::link("torn.mdb", folder.filePath("link to torn"));
+    QFile::link("nowhere", folder.filePath("link to nothing"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.filePath("pipe")).constData(), 0600), 0);
+    const QStringList before = folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    const QString journal = home.dataFolder() + "/BrennovalUserData.mdb-journal";
+    for (const QString& path :
+         {folder.filePath("folder"), folder.filePath("folder/"), folder.filePath("link"),
+          folder.filePath("link to torn"), folder.filePath("link to nothing"), folder.filePath("pipe"),
+          QString("/dev/null"), home.dataFolder(), journal}) {
+        write(journal, {}); // an empty one is of no account to the engine
+        convertNamed(path);
+        EXPECT_EQ(Driver::report(), "") << path.toStdString();
+        EXPECT_EQ(converted(), "1");
+        EXPECT_EQ(folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot), before);
+        EXPECT_TRUE(QFile::exists("/dev/null"));
+        EXPECT_FALSE(QFile::exists(journal + ".unread1"));
+        beginAnew();
+    }
+    EXPECT_EQ(contents(folder.filePath("whole.mdb")), typical);
+}
+
+TEST_F(PriorData, TakesALongInstallersFileForNoneAndANulInItForNothing) {
+    const QByteArray typical = contents(fixtures + "prior-typical.mdb");
+    write(priorFile(), typical);
+    QStringList asked;
+    dialogs->rule = [&asked](const Message& message) {
+        asked.append(message.title);
+        return QMessageBox::No;
+    };
+    convertNamed(priorFile() + QString(4096 - priorFile().toLocal8Bit().size() + 1, ' '));
+    EXPECT_EQ(asked, QStringList("Convert Data?"));
+    EXPECT_EQ(converted(), "0");
+    EXPECT_EQ(contents(priorFile()), typical);
+    EXPECT_TRUE(QFile::exists(home.path() + "/datasource.ini"));
+    beginAnew();
+    convertNamed(priorFile() + QChar(0));
+    EXPECT_EQ(converted() + ", " + counts(), "1, 4 3 1 5 9")
+        << "the file that is deleted is the one that was read";
+    EXPECT_FALSE(QFile::exists(priorFile()));
 }
 
 TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
@@ -272,9 +368,7 @@ TEST_F(PriorData, SurvivesEveryDamage) {
         EXPECT_TRUE(found == "0 0 0 0 0" || found == whole[name])
             << name.toStdString() << ", round " << round << ": " << found.toStdString();
         arrived += found == whole[name] ? 1 : 0;
-        for (const char* screen : {"frmFirstTime", "frmError"})
-            Screens::unload(screen);
-        home.installData();
+        beginAnew();
     }
     EXPECT_GT(arrived, rounds / 100) << "no damage was so small that the file could still be read";
     EXPECT_LT(arrived, rounds);
