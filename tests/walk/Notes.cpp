@@ -113,13 +113,13 @@ Face FaceOf(const QString& window) {
         {"frmResultSHK", {About::Line, true, nullptr, nullptr, "Results for Job: "}},
         {"frmResultsConvert", {About::Line, true}},
         {"frmPKGSelect", {About::Line, false, "lblJobID", nullptr, "Select Glycol Make-up Package for Job: "}},
-        {"frmUnitTagData", {About::Line, true}},
-        {"frmResultSpecs", {About::Line, true}},
-        {"frmMetric", {About::Line}},
-        {"frmMetricSHK", {About::Line}},
-        {"frmCalcExpTSF", {About::Line}},
-        {"frmcalcThmTSF", {About::Line}},
-        {"frmCalcHydTSF", {About::Line}},
+        {"frmUnitTagData", {About::Line, true, nullptr, "lblTankID"}},
+        {"frmResultSpecs", {About::Line, true, nullptr, "lblTankID"}},
+        {"frmMetric", {About::Line, false, nullptr, nullptr, nullptr, "frmJobConditions"}},
+        {"frmMetricSHK", {About::Line, false, nullptr, nullptr, nullptr, "frmJobConditionsSHK"}},
+        {"frmCalcExpTSF", {About::Job, false, nullptr, nullptr, nullptr, "frmJobConditions"}},
+        {"frmcalcThmTSF", {About::Job, false, nullptr, nullptr, nullptr, "frmJobConditions"}},
+        {"frmCalcHydTSF", {About::Job, false, nullptr, nullptr, nullptr, "frmJobConditions"}},
     };
     return faces.value(window);
 }
@@ -141,24 +141,43 @@ void Notes::set(const Work& task, const QString& writer, std::optional<QString> 
     const Values before = *task;
     (*task).*name = text;
     const Work kept = std::make_shared<Values>(before);
-    for (auto window = windows.begin(); window != windows.end(); ++window)
-        if (window->work == task && window.key() != writer &&
-            leavesRecord(window->shows, before, *task))
+    for (auto window = windows.begin(); window != windows.end(); ++window) {
+        if (window->work != task)
+            continue;
+        if (window->line.isEmpty() && tankOf(before).isEmpty())
+            window->line = tankOf(*task);
+        if (window.key() != writer && leavesRecord(window->shows, before, *task))
             window->work = kept;
+    }
+}
+
+bool Notes::serves(const QString& pad, const QString& target) const {
+    if (!isOpen(target) || (FaceOf(pad).about == About::Job && !windows[pad].handsBack))
+        return false;
+    const Work own = windows[pad].work;
+    const Work other = windows[target].work;
+    const QString job = jobOf(*own);
+    const QString line = windows[pad].line;
+    return job == jobOf(*other) && line == tankOf(*other) && ((!job.isEmpty() && !line.isEmpty()) || own == other);
 }
 
 bool Notes::open(const QString& window, const Work& task) {
     const Face face = FaceOf(window);
     if (isOpen(window)) {
-        const bool same = sameRecord(face.about, windows[window].openedFor, *task);
-        if (same && (!face.fresh || windows[window].typed)) {
-            windows[window].work = task;
+        Window& present = windows[window];
+        // An estimate that was begun without a job goes along with the first that takes it up.
+        const bool goesAlong = face.serves && face.about == About::Job && jobOf(present.openedFor).isEmpty();
+        const bool same = goesAlong || sameRecord(face.about, present.openedFor, *task);
+        if (same && (!face.fresh || present.typed)) {
+            present.work = task;
+            present.openedFor = *task;
+            present.line = tankOf(*task);
             return true;
         }
         if (!same && !closingCheck(window))
             return false;
     }
-    windows[window] = {.work = task, .openedFor = *task, .shows = face.about};
+    windows[window] = {.work = task, .openedFor = *task, .shows = face.about, .line = tankOf(*task)};
     fill(window);
     return true;
 }

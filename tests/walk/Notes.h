@@ -27,6 +27,8 @@ struct Window {
     Work work;
     Values openedFor;
     About shows = About::Nothing; // what goes when it is deleted
+    QString line = {};            // the tank of its work when it joined that; one to come gets its key later
+    bool handsBack = false;       // an estimator that the conditions opened
     Row boxes = {};    // what its boxes show
     Row asRead = {};   // its record, as it read it
     bool typed = false;
@@ -65,6 +67,8 @@ class Notes {
     bool close(const QString& window);
     /// A window goes without being asked.
     void remove(const QString& window) { windows.remove(window); }
+    /// Whether a pad or an estimator may write into a screen: it stands open for the line that it was opened for.
+    bool serves(const QString& pad, const QString& target) const;
     /// A window comes to the front.
     void refresh(const QString& window);
 
@@ -91,6 +95,7 @@ struct Face {
     const char* job = nullptr;  // the label with the job, with the tank
     const char* tank = nullptr;
     const char* title = nullptr; // what stands before the job in its title
+    const char* serves = nullptr; // the screen that it writes into
 };
 Face FaceOf(const QString& window);
 

@@ -2,6 +2,7 @@
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Fields.h"
+#include "estimates/MetricConversions.h"
 #include "tests/support/Driver.h"
 #include "tests/walk/Walk.h"
 
@@ -540,6 +541,128 @@ void optionsCancel(Walk& walk, const QString& window) {
     walk.press(window, "cmdCancel");
 }
 
+// ---- Estimators and pads
+
+void openBeside(Walk& walk, const QString& window, const QString& button, const QString& screen) {
+    walk.reach(window, button);
+    walk.notes.open(screen, walk.notes.windows[window].work);
+    walk.press(window, button);
+}
+
+void estimateOf(Walk& walk, const QString& window) {
+    static const QMap<QString, QString> estimators = {{"Expansion Tank", "frmCalcExpTSF"},
+                                                      {"Thermal Expansion Tank", "frmcalcThmTSF"},
+                                                      {"Hydropneumatic Tank", "frmCalcHydTSF"}};
+    const QString estimator = estimators[walk.notes.windows[window].work->application.value_or("")];
+    if (estimator.isEmpty())
+        return;
+    openBeside(walk, window, "cmdCalcTSF", estimator);
+    walk.notes.windows[estimator].handsBack = true;
+}
+
+void estimateFreely(Walk& walk, const QString&) {
+    static const QMap<QString, QString> estimators = {
+        {"mnuEstEXP", "frmCalcExpTSF"}, {"mnuEstTHM", "frmcalcThmTSF"}, {"mnuEstHYD", "frmCalcHydTSF"}};
+    const QString menu = walk.oneOf(estimators.keys());
+    const Work work = walk.notes.begin();
+    if (!walk.notes.isOpen(estimators[menu])) {
+        walk.notes.set(work, {}, &Values::job, "");
+        walk.notes.set(work, {}, &Values::tank, "");
+        walk.notes.open(estimators[menu], work);
+    }
+    walk.command(menu, work);
+}
+
+void calculate(Walk& walk, const QString& window) {
+    static const QMap<QString, QStringList> boxes = {{"frmCalcExpTSF", {"ChillerTons"}},
+                                                     {"frmcalcThmTSF", {"WtrHtrVolume", "Pipeft"}},
+                                                     {"frmCalcHydTSF", {"PumpCapacity", "PumpRunTime"}}};
+    walk.front(window);
+    if (window == "frmCalcExpTSF")
+        walk.press(window, "bttnChiller");
+    if (window == "frmcalcThmTSF")
+        walk.type(window, "PipeIndex", "2 in Sch 40");
+    for (const QString& box : boxes[window])
+        walk.type(window, box, walk.number(5, 90, walk.notes.windows[window].boxes[box]));
+    walk.press(window, "bttnCalc");
+    walk.notes.windows[window].boxes["TotSysFluidCalc"] =
+        UtilityFunctions::FieldText(Driver::control(window, "TotSysFluidCalc"));
+}
+
+void takeEstimate(Walk& walk, const QString& window) {
+    const QString result = walk.notes.windows[window].boxes["TotSysFluidCalc"];
+    if (result.isEmpty() || !walk.notes.serves(window, "frmJobConditions"))
+        return;
+    walk.reach(window, "bttnOK");
+    Window& conditions = walk.notes.windows["frmJobConditions"];
+    conditions.boxes["txtTotSysFluid"] = result;
+    conditions.typed = true;
+    walk.notes.remove(window);
+    walk.press(window, "bttnOK");
+}
+
+void cancelEstimate(Walk& walk, const QString& window) {
+    walk.reach(window, "bttnCancel");
+    walk.notes.remove(window);
+    walk.press(window, "bttnCancel");
+}
+
+void openPad(Walk& walk, const QString& window) {
+    openBeside(walk, window, "cmdMetric", window == "frmJobConditions" ? "frmMetric" : "frmMetricSHK");
+}
+
+void openPadByMenu(Walk& walk, const QString&) {
+    static const QMap<QString, QString> pads = {{"frmJobConditions", "frmMetric"},
+                                                {"frmConvertSteel", "frmMetric"},
+                                                {"frmJobConditionsSHK", "frmMetricSHK"}};
+    const QString front = walk.inFront();
+    if (!pads.contains(front))
+        return;
+    walk.notes.open(pads[front], walk.notes.windows[front].work);
+    walk.command("mnuMetric", walk.notes.begin());
+}
+
+/// A box of a pad, with the box that it fills.
+struct Conversion {
+    const char* pad;
+    const char* box;
+    const char* target;
+    double low; // in metric units
+    double high;
+    double (*convert)(double);
+};
+
+constexpr Conversion conversions[] = {
+    {"frmMetric", "txtTotSysFluid", "txtTotSysFluid", 500, 9000, UtilityFunctions::LitersToGallons},
+    {"frmMetric", "txtSOPMin", "txtSOPMin", 40, 200, UtilityFunctions::kPaToPSI},
+    {"frmMetric", "txtSOPMax", "txtSOPMax", 300, 900, UtilityFunctions::kPaToPSI},
+    {"frmMetricSHK", "txtPipeLength", "PipeLength", 20, 100, UtilityFunctions::MetersToFeet},
+    {"frmMetricSHK", "txtFlowRate", "FlowRate", 80, 200, UtilityFunctions::LitersToGallons},
+};
+
+void typeMetric(Walk& walk, const QString& window) {
+    walk.front(window);
+    for (const Conversion& conversion : conversions)
+        if (window == conversion.pad && walk.chance(2))
+            walk.type(window, conversion.box, walk.number(conversion.low, conversion.high, ""));
+}
+
+void takeMetric(Walk& walk, const QString& window) {
+    const QString target = FaceOf(window).serves;
+    if (!walk.notes.serves(window, target))
+        return;
+    walk.reach(window, "cmdOK");
+    Window& conditions = walk.notes.windows[target];
+    const Row boxes = walk.notes.windows[window].boxes;
+    for (const Conversion& conversion : conversions)
+        if (window == conversion.pad && !boxes[conversion.box].isEmpty()) {
+            conditions.boxes[conversion.target] = ShownNumber(conversion.convert(boxes[conversion.box].toDouble()));
+            conditions.typed = true;
+        }
+    walk.notes.remove(window);
+    walk.press(window, "cmdOK");
+}
+
 // ---- Results
 
 void addMore(Walk& walk, const QString& window) {
@@ -560,12 +683,6 @@ void recalculate(Walk& walk, const QString& window) {
     walk.press(window, "bttnRecalc");
 }
 
-void openBeside(Walk& walk, const QString& window, const QString& button, const QString& screen) {
-    walk.reach(window, button);
-    walk.notes.open(screen, walk.notes.windows[window].work);
-    walk.press(window, button);
-}
-
 void openTags(Walk& walk, const QString& window) {
     openBeside(walk, window, "bttnUnitTagID", "frmUnitTagData");
 }
@@ -578,6 +695,11 @@ void openSchedule(Walk& walk, const QString& window) {
     openBeside(walk, window, "bttnSchedule", "frmSchedule");
     if (scheduleStops(walk, walk.notes.windows["frmSchedule"].work->job.value_or("")))
         closeError(walk);
+}
+
+void enlargeDrawing(Walk& walk, const QString& window) {
+    openBeside(walk, window, "imgDrawing", "frmDrawing");
+    walk.notes.windows["frmDrawing"].shows = About::Line;
 }
 
 void preview(Walk& walk, const QString& window) {
@@ -707,6 +829,24 @@ const QList<Step>& AllSteps() {
         {"options, Next", 8, "frmtankselection", optionsNext},
         {"options, Previous", 2, "frmtankselection", optionsPrevious},
         {"cancel", 1, "frmtankselection", optionsCancel},
+        {"estimate", 3, "frmJobConditions", estimateOf},
+        {"estimate freely", 2, "", estimateFreely},
+        {"calculate", 4, "frmCalcExpTSF", calculate},
+        {"calculate", 4, "frmcalcThmTSF", calculate},
+        {"calculate", 4, "frmCalcHydTSF", calculate},
+        {"take the estimate", 3, "frmCalcExpTSF", takeEstimate},
+        {"take the estimate", 3, "frmcalcThmTSF", takeEstimate},
+        {"take the estimate", 3, "frmCalcHydTSF", takeEstimate},
+        {"cancel", 1, "frmCalcExpTSF", cancelEstimate},
+        {"cancel", 1, "frmcalcThmTSF", cancelEstimate},
+        {"cancel", 1, "frmCalcHydTSF", cancelEstimate},
+        {"open a pad", 2, "frmJobConditions", openPad},
+        {"open a pad", 2, "frmJobConditionsSHK", openPad},
+        {"open a pad by the menu", 2, "", openPadByMenu},
+        {"type metric values", 4, "frmMetric", typeMetric},
+        {"type metric values", 4, "frmMetricSHK", typeMetric},
+        {"take metric values", 3, "frmMetric", takeMetric},
+        {"take metric values", 3, "frmMetricSHK", takeMetric},
         {"type tags", 6, "frmUnitTagData", typeTags},
         {"save tags", 4, "frmUnitTagData", saveTags},
         {"delete a unit", 2, "frmSchedule", deleteUnit},
@@ -726,6 +866,7 @@ const QList<Step>& AllSteps() {
         {"open specification", 1, "frmResultsConvert", openSpecification},
         {"open schedule", 2, "frmResults", openSchedule},
         {"open schedule", 2, "frmPKGSelect", openSchedule},
+        {"enlarge the drawing", 1, "frmResults", enlargeDrawing},
         {"preview", 1, "frmResults", preview},
         {"preview", 1, "frmResultSHK", preview},
         {"preview", 1, "frmPKGSelect", preview},

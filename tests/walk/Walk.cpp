@@ -176,6 +176,11 @@ void Walk::compareWindow(const QString& window) const {
     };
     compareLabel(face.job, record.job.value_or(""));
     compareLabel(face.tank, record.tank.value_or(""));
+    if (face.serves) {
+        const auto* button = Driver::control(window, window.startsWith("frmMetric") ? "cmdOK" : "bttnOK");
+        if (const bool serves = notes.serves(window, face.serves); button->isEnabled() != serves)
+            fail("the OK of " + window + (serves ? " is disabled" : " is enabled"));
+    }
     const QString title = Screens::find(window)->windowTitle();
     if (face.title && title != face.title + record.job.value_or(""))
         fail(window + " has the title " + title + " instead of " + face.title + record.job.value_or(""));
