@@ -1,6 +1,6 @@
 // A walk at random over the whole program. Usage: brennoval-walk [--seed N] [--steps N]
-// The walk runs in a process of its own. One that fails is shortened to the shortest that still fails, and told as
-// a story that brennoval-scenario plays.
+// The walk runs in a process of its own. One that fails is shortened to the shortest that still fails, and
+// told as a story that brennoval-scenario plays.
 
 #include "core/shell/DesktopApplication.h"
 #include "tests/support/Driver.h"
@@ -140,7 +140,9 @@ int main(int argc, char** argv) {
     const QTemporaryDir folder;
     const QString trace = folder.filePath("steps");
     const bool endurance = Rounds(0, 1) == 1;
-    const unsigned seed = parser.isSet("seed") ? parser.value("seed").toUInt() : endurance ? std::random_device()() : 1;
+    const unsigned seed = parser.isSet("seed") ? parser.value("seed").toUInt()
+                          : endurance          ? std::random_device()()
+                                               : 1;
     const int count = parser.isSet("steps") ? parser.value("steps").toInt() : Rounds(400, 2000);
     if (parser.isSet("wander"))
         return run([&](Walk& walk) { wander(walk, seed, count, parser.value("wander")); }) ? 0 : 1;
@@ -148,7 +150,9 @@ int main(int argc, char** argv) {
         return run([&](Walk& walk) {
             for (const Taken& step : readSteps(parser.value("play")))
                 walk.take(step);
-        }) ? 0 : 1;
+        })
+                   ? 0
+                   : 1;
     std::cout << count << " steps from seed " << seed << std::endl;
     QString told;
     if (passes({"--seed", QString::number(seed), "--steps", QString::number(count), "--wander", trace}, told))

@@ -21,8 +21,9 @@ QString jobOf(const Values& values) {
 bool sameRecord(About about, const Values& one, const Values& other) {
     const bool sameJob = jobOf(one) == jobOf(other);
     return about == About::Nothing ||
-           (sameJob && (about == About::Job || (tankOf(one) == tankOf(other) && one.application.value_or("") ==
-                                                                                   other.application.value_or(""))));
+           (sameJob &&
+            (about == About::Job || (tankOf(one) == tankOf(other) &&
+                                     one.application.value_or("") == other.application.value_or(""))));
 }
 
 bool leavesRecord(About about, const Values& before, const Values& now) {
@@ -80,7 +81,8 @@ Row conditionBoxes(const Row& line, const Values& values) {
 
 /// The code that the stored series selects again; that of RCBD is not the one that is stored.
 QString preselected(const QString& stored) {
-    static const QStringList codes = {"RCB", "R", "RB", "RC", "RGB", "RHB", "JW", "JWB", "JWG", "G", "GGB", "GWB", "GW"};
+    static const QStringList codes = {"RCB", "R",   "RB", "RC",  "RGB", "RHB", "JW",
+                                      "JWB", "JWG", "G",  "GGB", "GWB", "GW"};
     return codes.contains(stored) ? stored : QString();
 }
 
@@ -112,7 +114,8 @@ Face FaceOf(const QString& window) {
         {"frmResults", {About::Line, true, nullptr, nullptr, "Results for Job: "}},
         {"frmResultSHK", {About::Line, true, nullptr, nullptr, "Results for Job: "}},
         {"frmResultsConvert", {About::Line, true}},
-        {"frmPKGSelect", {About::Line, false, "lblJobID", nullptr, "Select Glycol Make-up Package for Job: "}},
+        {"frmPKGSelect",
+         {About::Line, false, "lblJobID", nullptr, "Select Glycol Make-up Package for Job: "}},
         {"frmUnitTagData", {About::Line, true, nullptr, "lblTankID"}},
         {"frmResultSpecs", {About::Line, true, nullptr, "lblTankID"}},
         {"frmMetric", {About::Line, false, nullptr, nullptr, nullptr, "frmJobConditions"}},
@@ -137,7 +140,8 @@ Row Notes::lineOf(const QString& window) const {
     return lines.value(tankOf(*windows[window].work));
 }
 
-void Notes::set(const Work& task, const QString& writer, std::optional<QString> Values::*name, const QString& text) {
+void Notes::set(const Work& task, const QString& writer, std::optional<QString> Values::*name,
+                const QString& text) {
     const Values before = *task;
     (*task).*name = text;
     const Work kept = std::make_shared<Values>(before);
@@ -158,7 +162,8 @@ bool Notes::serves(const QString& pad, const QString& target) const {
     const Work other = windows[target].work;
     const QString job = jobOf(*own);
     const QString line = windows[pad].line;
-    return job == jobOf(*other) && line == tankOf(*other) && ((!job.isEmpty() && !line.isEmpty()) || own == other);
+    return job == jobOf(*other) && line == tankOf(*other) &&
+           ((!job.isEmpty() && !line.isEmpty()) || own == other);
 }
 
 bool Notes::open(const QString& window, const Work& task) {
@@ -207,7 +212,8 @@ bool Notes::close(const QString& window) {
         return true;
     if (!closingCheck(window))
         return false;
-    if (QStringList{"frmClassSelect", "frmJobConditions", "frmJobConditionsSHK", "frmTankSeries"}.contains(window))
+    if (QStringList{"frmClassSelect", "frmJobConditions", "frmJobConditionsSHK", "frmTankSeries"}.contains(
+            window))
         cancelJob(window);
     remove(window);
     return true;
@@ -216,7 +222,8 @@ bool Notes::close(const QString& window) {
 void Notes::cancelJob(const QString& window) {
     const QString job = jobOf(windows[window].openedFor);
     const QMap<QString, QStringList> companions = {
-        {"frmJobConditions", {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"}},
+        {"frmJobConditions",
+         {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"}},
         {"frmJobConditionsSHK", {"frmMetricSHK", "frmPipeSelect"}}};
     for (const QString& companion : companions[window])
         remove(companion);
@@ -326,12 +333,15 @@ bool Notes::saveLine(const QString& window, const Row& columns) {
         lines[tank] = {{"TankID", tank}, {"JobID", job}, {"TankNo", QString::number(number)}};
         set(task, window, &Values::tank, tank);
     } else if (!lines.contains(tank)) {
-        ask(headers.contains(jobOf(*task)) ? "This tank has been deleted." : "This job has been deleted.", {"OK"});
+        ask(headers.contains(jobOf(*task)) ? "This tank has been deleted." : "This job has been deleted.",
+            {"OK"});
         remove(window);
         return false;
     }
     Row& line = lines[tank];
-    const auto changed = [&](const QString& column) { return line[column] != windows[window].asRead[column]; };
+    const auto changed = [&](const QString& column) {
+        return line[column] != windows[window].asRead[column];
+    };
     const QStringList written = columns.keys();
     if (!adds && std::ranges::any_of(written, changed) &&
         ask("This tank has been changed since it was opened. Save anyway?", {"Yes", "No"}) == "No")

@@ -7,7 +7,8 @@
 #include <memory>
 #include <optional>
 
-/// What holds something of a stored row, or of the boxes of a screen, by its name; numbers in their shortest text.
+/// What holds something of a stored row, or of the boxes of a screen, by its name; numbers in their shortest
+/// text.
 using Row = QMap<QString, QString>;
 
 /// Whose record a piece of work is about, and how; nothing for what is not known.
@@ -29,15 +30,15 @@ struct Window {
     About shows = About::Nothing; // what goes when it is deleted
     QString line = {};            // the tank of its work when it joined that; one to come gets its key later
     bool handsBack = false;       // an estimator that the conditions opened
-    Row boxes = {};    // what its boxes show
-    Row asRead = {};   // its record, as it read it
+    Row boxes = {};               // what its boxes show
+    Row asRead = {};              // its record, as it read it
     bool typed = false;
     QStringList list = {}; // its rows by their first column
-    int chosen = 0;    // the row of the list
+    int chosen = 0;        // the row of the list
 };
 
-/// What the walker writes down beside the program, by the rules of the screens alone: what each window is for,
-/// and every row that must be stored. It never asks the program what it thinks.
+/// What the walker writes down beside the program, by the rules of the screens alone: what each window is
+/// for, and every row that must be stored. It never asks the program what it thinks.
 class Notes {
   public:
     /// How a message box is answered: told its text and its buttons, gives the button that will be pressed.
@@ -57,8 +58,10 @@ class Notes {
 
     /// What a command of the menu begins.
     Work begin() const { return std::make_shared<Values>(*work); }
-    /// A screen writes a value: windows of the same work that are about the record which it leaves stay with that.
-    void set(const Work& task, const QString& writer, std::optional<QString> Values::*name, const QString& text);
+    /// A screen writes a value: windows of the same work that are about the record which it leaves stay with
+    /// that.
+    void set(const Work& task, const QString& writer, std::optional<QString> Values::*name,
+             const QString& text);
     /// Opens a window for a piece of work; false when another record stays in it.
     bool open(const QString& window, const Work& task);
     /// A window gives way to the next one of its work; false when that cannot be opened.
@@ -67,7 +70,8 @@ class Notes {
     bool close(const QString& window);
     /// A window goes without being asked.
     void remove(const QString& window) { windows.remove(window); }
-    /// Whether a pad or an estimator may write into a screen: it stands open for the line that it was opened for.
+    /// Whether a pad or an estimator may write into a screen: it stands open for the line that it was opened
+    /// for.
     bool serves(const QString& pad, const QString& target) const;
     /// A window comes to the front.
     void refresh(const QString& window);
@@ -91,10 +95,10 @@ class Notes {
 /// What a screen shows of its record.
 struct Face {
     About about = About::Nothing; // what it is opened for
-    bool fresh = false;         // read anew at each opening
-    const char* job = nullptr;  // the label with the job, with the tank
+    bool fresh = false;           // read anew at each opening
+    const char* job = nullptr;    // the label with the job, with the tank
     const char* tank = nullptr;
-    const char* title = nullptr; // what stands before the job in its title
+    const char* title = nullptr;  // what stands before the job in its title
     const char* serves = nullptr; // the screen that it writes into
 };
 Face FaceOf(const QString& window);

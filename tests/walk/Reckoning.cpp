@@ -56,8 +56,8 @@ Row optionOf(const TankOption& option) {
 Row shockOptionOf(const TankOption& option, const Row& line) {
     const double acceptance = ShockAcceptanceFactor(
         line["FlowPressure"].toDouble(), line["StaticPressure"].toDouble(), line["AtmPressure"].toDouble());
-    const double leakLoad = LeakLoad(acceptance, option.tankVolume, option.quantity, line["PipeLength"].toDouble(),
-                                     PipeArea(bore(line["PipeIndex"])));
+    const double leakLoad = LeakLoad(acceptance, option.tankVolume, option.quantity,
+                                     line["PipeLength"].toDouble(), PipeArea(bore(line["PipeIndex"])));
     const double delay =
         PumpStartupDelay(acceptance, option.tankVolume, option.quantity, line["FlowRate"].toDouble());
     Row row = optionOf(option);
@@ -149,7 +149,8 @@ std::optional<Row> shockSizes(const Row& boxes) {
     const double rest = StaticPressureBand(conditions.staticPressure);
     const double factor =
         TableHasPressureFactor(shock, rest)
-            ? lookUp(QString("SELECT [%1] FROM tblPressureFactor WHERE SOPMax = %2").arg(rest).arg(shock)).toDouble()
+            ? lookUp(QString("SELECT [%1] FROM tblPressureFactor WHERE SOPMax = %2").arg(rest).arg(shock))
+                  .toDouble()
             : HighPressureFactor(shock, rest);
     if (factor == 0 || conditions.bore == 0)
         return std::nullopt;

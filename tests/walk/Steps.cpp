@@ -92,7 +92,8 @@ void deleteJob(Walk& walk, const QString&) {
 
 void convertSteel(Walk& walk, const QString&) {
     const Work work = walk.notes.begin();
-    for (const auto& [name, text] : {std::pair(&Values::mode, "New"), {&Values::job, ""}, {&Values::tank, ""}})
+    for (const auto& [name, text] :
+         {std::pair(&Values::mode, "New"), {&Values::job, ""}, {&Values::tank, ""}})
         walk.notes.set(work, {}, name, text);
     walk.notes.remove("frmConvertSteel");
     walk.notes.open("frmConvertSteel", work);
@@ -267,11 +268,8 @@ void headerNext(Walk& walk, const QString& window) {
 }
 
 void chooseApplication(Walk& walk, const QString& window) {
-    static const QMap<QString, QString> buttons = {{"cmdEXP", "EXP"},
-                                                   {"cmdTHM", "THM"},
-                                                   {"cmdHYD", "HYD"},
-                                                   {"cmdSHK", "SHK"},
-                                                   {"cmdPKG", "PKG"}};
+    static const QMap<QString, QString> buttons = {
+        {"cmdEXP", "EXP"}, {"cmdTHM", "THM"}, {"cmdHYD", "HYD"}, {"cmdSHK", "SHK"}, {"cmdPKG", "PKG"}};
     const QString button = walk.oneOf(buttons.keys());
     walk.reach(window, button);
     const QString application = applicationsByCode[buttons[button]];
@@ -297,7 +295,7 @@ void chooseTank(Walk& walk, const QString& window) {
             applicationsByCode.value(Reckoning::applicationOf(notes.lines[tank]["ModelNo"]));
         if (!application.isEmpty())
             notes.set(work, window, &Values::application, application);
-        notes.leave(window, work->job == "CONVERT"     ? "frmConvertSteel"
+        notes.leave(window, work->job == "CONVERT"  ? "frmConvertSteel"
                             : application.isEmpty() ? "frmJobConditions"
                                                     : conditionsOf[application]);
     }
@@ -369,7 +367,8 @@ void typeConditions(Walk& walk, const QString& window) {
     if (filled && walk.chance(2))
         shown = {shown[walk.below(int(shown.size()))]};
     for (const Entry* entry : shown)
-        walk.type(window, entry->box, walk.number(entry->low, entry->high, notes.windows[window].boxes[entry->box]));
+        walk.type(window, entry->box,
+                  walk.number(entry->low, entry->high, notes.windows[window].boxes[entry->box]));
 }
 
 void chooseFluid(Walk& walk, const QString& window) {
@@ -403,7 +402,8 @@ std::optional<Row> conditionColumns(const Walk& walk, const QString& window) {
         const double value = row[column].toDouble();
         return value == 0 || (value >= low && value <= high);
     };
-    if (row["SOTMin"].toDouble() >= row["SOTMax"].toDouble() || row["SOPMin"].toDouble() >= row["SOPMax"].toDouble() ||
+    if (row["SOTMin"].toDouble() >= row["SOTMax"].toDouble() ||
+        row["SOPMin"].toDouble() >= row["SOPMax"].toDouble() ||
         (!isHydro(walk, window) && (!within("SOTMin", 40, 100) || !within("SOTMax", 90, 240))))
         return std::nullopt;
     row["SysFluidType"] = boxes["cmboFluidType"];
@@ -441,7 +441,8 @@ void convertNext(Walk& walk, const QString& window) {
     notes.set(work, window, &Values::job, "CONVERT");
     notes.set(work, window, &Values::application, "Expansion Tank");
     if (!notes.headers.contains("CONVERT"))
-        notes.headers["CONVERT"] = {{"JobID", "CONVERT"}, {"JobDscrptn", "Convert Plain Steel to Bladder Tank"}};
+        notes.headers["CONVERT"] = {{"JobID", "CONVERT"},
+                                    {"JobDscrptn", "Convert Plain Steel to Bladder Tank"}};
     Row row = *conditionColumns(walk, window);
     if (work->mode == "New")
         row["SysFluidType"] = "Water";
@@ -514,9 +515,9 @@ void optionsNext(Walk& walk, const QString& window) {
     if (option && notes.saveLine(window, *option)) {
         const Work work = notes.windows[window].work;
         notes.remove(window);
-        notes.open(work->mode == "Convert"                          ? "frmResultsConvert"
+        notes.open(work->mode == "Convert"                      ? "frmResultsConvert"
                    : work->application == "Shock Arrestor Tank" ? "frmResultSHK"
-                                                                    : "frmResults",
+                                                                : "frmResults",
                    work);
     }
     if (option)
@@ -530,7 +531,8 @@ void optionsPrevious(Walk& walk, const QString& window) {
     if (!option || notes.saveLine(window, *option)) {
         const Work work = notes.windows[window].work;
         notes.remove(window);
-        notes.open(work->application == "Shock Arrestor Tank" ? "frmJobConditionsSHK" : "frmTankSeries", work);
+        notes.open(work->application == "Shock Arrestor Tank" ? "frmJobConditionsSHK" : "frmTankSeries",
+                   work);
     }
     walk.press(window, "cmdPrevious");
 }
@@ -656,7 +658,8 @@ void takeMetric(Walk& walk, const QString& window) {
     const Row boxes = walk.notes.windows[window].boxes;
     for (const Conversion& conversion : conversions)
         if (window == conversion.pad && !boxes[conversion.box].isEmpty()) {
-            conditions.boxes[conversion.target] = ShownNumber(conversion.convert(boxes[conversion.box].toDouble()));
+            conditions.boxes[conversion.target] =
+                ShownNumber(conversion.convert(boxes[conversion.box].toDouble()));
             conditions.typed = true;
         }
     walk.notes.remove(window);
@@ -742,8 +745,8 @@ void deleteUnit(Walk& walk, const QString& window) {
         return;
     const int row = walk.below(int(tanks.size()));
     walk.say(QString("row frmSchedule.lvOptions %1").arg(row + 1));
-    if (walk.notes.ask("Selected item will be permantently deleted!\n\rDo you wish to continue?", {"Yes", "No"}) ==
-        "Yes")
+    if (walk.notes.ask("Selected item will be permantently deleted!\n\rDo you wish to continue?",
+                       {"Yes", "No"}) == "Yes")
         walk.notes.deleteTank(tanks[row]);
     walk.press(window, "bttnDelete");
 }
@@ -768,10 +771,11 @@ void savePackage(Walk& walk, const QString& window) {
     walk.reach(window, "bttnSave");
     Notes& notes = walk.notes;
     const Row boxes = notes.windows[window].boxes;
-    if (notes.windows[window].typed && notes.saveLine(window, {{"ModelNo", boxes["txtModelNo"]},
-                                                               {"Qty", boxes["txtQty"]},
-                                                               {"SOPMax", boxes["txtSysPressure"]},
-                                                               {"TankClass", Reckoning::seriesOf(boxes["txtModelNo"])}}))
+    if (notes.windows[window].typed &&
+        notes.saveLine(window, {{"ModelNo", boxes["txtModelNo"]},
+                                {"Qty", boxes["txtQty"]},
+                                {"SOPMax", boxes["txtSysPressure"]},
+                                {"TankClass", Reckoning::seriesOf(boxes["txtModelNo"])}}))
         notes.windows[window].typed = false;
     walk.press(window, "bttnSave");
 }

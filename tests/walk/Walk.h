@@ -13,8 +13,8 @@ struct Taken {
     unsigned seed = 0;
 };
 
-/// A walk over the menus, screens and windows of the program, with notes of what must come of it. Each step is
-/// a few lines of a story, which a player plays with mouse and keys.
+/// A walk over the menus, screens and windows of the program, with notes of what must come of it. Each step
+/// is a few lines of a story, which a player plays with mouse and keys.
 class Walk {
   public:
     explicit Walk(const Stage& stage);
@@ -60,7 +60,7 @@ class Walk {
 /// A row of the table of steps.
 struct Step {
     const char* name;
-    int weight; // how often it is tried
+    int weight;         // how often it is tried
     const char* window; // in which it is taken; an empty text for none
     void (*act)(Walk& walk, const QString& window);
 };
