@@ -143,7 +143,7 @@ int main(int argc, char** argv) {
     const unsigned seed = parser.isSet("seed") ? parser.value("seed").toUInt()
                           : endurance          ? std::random_device()()
                                                : 1;
-    const int count = parser.isSet("steps") ? parser.value("steps").toInt() : Rounds(400, 2000);
+    const int count = parser.isSet("steps") ? parser.value("steps").toInt() : Rounds(2000, 10000);
     if (parser.isSet("wander"))
         return run([&](Walk& walk) { wander(walk, seed, count, parser.value("wander")); }) ? 0 : 1;
     if (parser.isSet("play"))
