@@ -215,17 +215,6 @@ void menu(Stage&, Words w) {
     action->trigger();
 }
 
-/// Brings a screen to the front by the Windows menu.
-void front(Stage&, Words w) {
-    QMenu* windows = Commands::action("mnuWindows")->menu();
-    emit windows->aboutToShow();
-    const QString title = screen(w[0])->parentWidget()->windowTitle().replace("[*][*]", "[*]");
-    for (QAction* action : windows->actions())
-        if (shown(action->text()).section(' ', 1) == title)
-            return action->trigger();
-    fail("the Windows menu has no " + title);
-}
-
 void tool(Stage& stage, Words w) {
     if (w[0] != "BrennovalMain")
         return click(stage, {w[0] + "." + w[1]});
@@ -253,6 +242,8 @@ void key(Stage&, Words w) {
         QWidget* focus = QApplication::focusWidget();
         QWidget* window = focus ? focus->window() : BrennovalMain::instance();
         QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
+        if (stroke.key() == Qt::Key_Tab && stroke.keyboardModifiers() == Qt::ControlModifier)
+            QTest::keyRelease(window->windowHandle(), Qt::Key_Control); // which goes to the window it is at
         // A mnemonic shows its button pressed for a moment before it clicks it.
         require(QTest::qWaitFor([] { return !buttonIsDown(); }, 5000), "a button stays pressed");
         settle();
@@ -265,10 +256,9 @@ void pick(Stage& stage, Words w) {
         return click(stage, w);
     const int index = combo->findText(w.value(1));
     require(index >= 0 && combo->isEnabled(), w[0] + " does not offer " + w.value(1));
-    if (combo->currentIndex() != index)
-        combo->setCurrentIndex(index);
-    else // as a list does in which the current row is clicked
-        emit combo->textActivated(w.value(1));
+    combo->setCurrentIndex(index);
+    emit combo->activated(index); // which a list tells of the row that is clicked, the current one, too
+    emit combo->textActivated(w.value(1));
 }
 
 void row(Stage&, Words w) {
@@ -376,6 +366,28 @@ void size(Stage&, Words w) {
 
 void close(Stage&, Words w) {
     windowOf(w[0])->close();
+}
+
+/// Presses the title bar of a screen.
+void title(Stage&, Words w) {
+    QWidget* frame = windowOf(w[0]);
+    press(frame, {frame->width() / 3, 8});
+}
+
+/// Brings a screen to the front by the Windows menu. Several may have the same title there.
+void front(Stage&, Words w) {
+    QMenu* menu = command("mnuWindows")->menu();
+    emit menu->aboutToShow();
+    const auto frames = BrennovalMain::instance()->area()->subWindowList();
+    const auto place = frames.indexOf(static_cast<QMdiSubWindow*>(windowOf(w[0])));
+    QList<QAction*> entries = menu->actions();
+    entries.removeIf([](const QAction* entry) { return !entry->isCheckable(); });
+    require(place >= 0 && entries.size() == frames.size(), "the Windows menu does not list " + w[0]);
+    entries[place]->trigger();
+}
+
+void minimise(Stage&, Words w) {
+    windowOf(w[0])->showMinimized();
 }
 
 void expect(Stage&, Words w) {
@@ -536,6 +548,8 @@ const QHash<QString, Command>& commands() {
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
         {"close", {close, 1, true}},
+        {"title", {title, 1}},
+        {"minimise", {minimise, 1}},
         {"size", {size, 3}},
         {"expect", {expect, 2}},
         {"expect-holds", {expectHolds, 2}},
