@@ -6,6 +6,7 @@
 #include "core/shell/Hourglass.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/Backup.h"
 #include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/SqlText.h"
@@ -312,6 +313,7 @@ bool convert(const Source& source) {
     bool complete = false;
     if (readPrior(source.path, rows)) {
         const Counts expected = countsOf(rows);
+        Backup::MakeIfPossible(user, Backup::Reason::Conversion);
         Transaction transaction(user);
         Conversion(user, rows).run();
         complete = countsOf(user) == expected;

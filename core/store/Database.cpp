@@ -26,7 +26,9 @@ void Connection::Open() {
     if (dataSource().isEmpty())
         throw DatabaseFault(DatabaseFault::NoDataSource, "No data source was given for the connection.",
                             ConnectionString().toStdString());
-    opened = OpenSqlite(dataSource(), busyMilliseconds, ConnectionString());
+    opened = OpenSqlite(
+        dataSource(),
+        {.busyMilliseconds = busyMilliseconds, .readOnly = readOnly, .connectionString = ConnectionString()});
 }
 
 Engine& Connection::engine() const {
@@ -101,6 +103,13 @@ Recordset::Field Recordset::operator[](const QString& name) {
     return {*this, columnIndex(name)};
 }
 
+QStringList Recordset::columnNames() const {
+    QStringList names;
+    for (const ColumnInfo& column : cursor->columns())
+        names.append(column.name);
+    return names;
+}
+
 void Recordset::requireRow() const {
     if (!onRow && !adding)
         throw DatabaseFault(DatabaseFault::NoCurrentRecord,
@@ -156,6 +165,10 @@ void Recordset::Delete() {
 
 bool Recordset::Field::isNull() const {
     return !recordset.value(index).isValid();
+}
+
+QVariant Recordset::Field::stored() const {
+    return recordset.value(index);
 }
 
 QString Recordset::Field::text() const {

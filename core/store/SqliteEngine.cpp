@@ -3,12 +3,12 @@
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 
-#include <QFile>
 #include <QtEndian>
 
 #include <sqlite3.h>
 
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <optional>
 
@@ -19,8 +19,8 @@ using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
 const char* const divisionByZero = "Division by zero";
 const char* const overflow = "Overflow";
 
-/// A failure of the engine in the words and numbers that the program's users know.
-DatabaseFault engineFault(sqlite3* handle, int code, const QString& source) {
+/// Throws a failure of the engine in the words and numbers that the program's users know.
+[[noreturn]] void throwFault(sqlite3* handle, int code, const QString& source) {
     const std::string message = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int kind = code & 0xFF;
     std::int32_t number = DatabaseFault::Unspecified;
@@ -35,9 +35,12 @@ DatabaseFault engineFault(sqlite3* handle, int code, const QString& source) {
     } else if (kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT) {
         description = "Unrecognized database format: " + message;
     } else if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
-        description = "Could not use the database; it is locked by another user or program.";
+        throw DataLocked(number, "Could not use the database; it is locked by another user or program.",
+                         source.toStdString());
+    } else if (kind == SQLITE_INTERRUPT) {
+        description = "The database takes too long to answer.";
     }
-    return {number, description, source.toStdString()};
+    throw DatabaseFault(number, description, source.toStdString());
 }
 
 bool isNull(sqlite3_value* value) {
@@ -203,7 +206,7 @@ class SqliteCursor final : public EngineCursor {
   private:
     int firstColumn() const { return isUpdatable() ? 1 : 0; }
 
-    [[noreturn]] void fail(int code) const { throw engineFault(database, code, connectionString); }
+    [[noreturn]] void fail(int code) const { throwFault(database, code, connectionString); }
 
     Statement prepared(const QByteArray& text, const char** rest) const {
         sqlite3_stmt* made = nullptr;
@@ -246,16 +249,17 @@ class SqliteCursor final : public EngineCursor {
 
 class SqliteEngine final : public Engine {
   public:
-    SqliteEngine(const QString& path, int busyMilliseconds, const QString& source)
-        : connectionString(source) {
+    SqliteEngine(const QString& path, const SqliteOptions& options)
+        : connectionString(options.connectionString) {
         sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened,
-                                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int mode = options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+        const int code =
+            sqlite3_open_v2(path.toUtf8().constData(), &opened, mode | SQLITE_OPEN_NOMUTEX, nullptr);
         handle.reset(opened);
         if (code != SQLITE_OK)
-            throw engineFault(opened, code, connectionString);
+            throwFault(opened, code, connectionString);
         sqlite3_extended_result_codes(opened, 1);
-        sqlite3_busy_timeout(opened, busyMilliseconds);
+        sqlite3_busy_timeout(opened, options.busyMilliseconds);
         // Without this a name in double quotes that no column has would silently be a text.
         sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         // Opening touches no page; reading the header tells a database from any other file.
@@ -278,6 +282,7 @@ class SqliteEngine final : public Engine {
     }
 
     void begin() override { run("BEGIN IMMEDIATE;"); }
+    void beginReading() override { run("BEGIN; SELECT COUNT(*) FROM sqlite_master;"); }
     void commit() override { run("COMMIT;"); }
     void rollback() noexcept override { sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr); }
 
@@ -303,49 +308,87 @@ class SqliteEngine final : public Engine {
                           .arg(table)) > 0;
     }
 
-    bool upgrade(const QString& script, int versionBefore, int versionAfter) override {
-        begin();
-        try {
-            const bool waiting = schemaVersion() == versionBefore;
-            if (waiting)
-                run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
-            commit();
-            return waiting;
-        } catch (...) {
-            rollback();
-            throw;
+    void runScript(const QString& script, int versionAfter) override {
+        run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
+    }
+
+    QString foreignPart(const QStringList& tables) override {
+        SqliteCursor parts(handle.get(),
+                           QStringLiteral("SELECT type, name, tbl_name, sql FROM sqlite_master"), {},
+                           connectionString);
+        while (parts.step()) {
+            const QString type = parts.value(0).toString();
+            const bool named = tables.contains(parts.value(1).toString(), Qt::CaseInsensitive) ||
+                               tables.contains(parts.value(2).toString(), Qt::CaseInsensitive);
+            const bool isPlain =
+                (type == u"table" && !parts.value(3).toString().startsWith(QStringLiteral("CREATE VIRTUAL"),
+                                                                           Qt::CaseInsensitive)) ||
+                type == u"index";
+            if (named && !isPlain)
+                return parts.value(1).toString();
         }
+        return {};
+    }
+
+    QString findDamage(Check check) override {
+        const QString pragma =
+            check == Check::Quick ? QStringLiteral("quick_check") : QStringLiteral("integrity_check");
+        SqliteCursor rows(handle.get(), QStringLiteral("SELECT %1 FROM pragma_%1(1)").arg(pragma), {},
+                          connectionString);
+        const QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
+        return found == u"ok" ? QString() : found;
+    }
+
+    void limitTime(int milliseconds) override {
+        constexpr int instructionsBetween = 10000;
+        limit = std::chrono::milliseconds(milliseconds);
+        began = std::chrono::steady_clock::now();
+        sqlite3_progress_handler(
+            handle.get(), instructionsBetween,
+            [](void* engine) {
+                const auto* self = static_cast<const SqliteEngine*>(engine);
+                return std::chrono::steady_clock::now() - self->began > self->limit ? 1 : 0;
+            },
+            this);
     }
 
     void copyTo(const QString& path) override {
-        const QString part = path + QStringLiteral(".part");
-        QFile::remove(part);
-        // The engine copies by itself: opening the file another way would drop the locks that it holds on it.
         sqlite3* opened = nullptr;
-        int code = sqlite3_open(part.toUtf8().constData(), &opened);
-        const std::unique_ptr<sqlite3, int (*)(sqlite3*)> copy(opened, sqlite3_close_v2);
-        if (sqlite3_backup* backup =
-                code == SQLITE_OK ? sqlite3_backup_init(opened, "main", handle.get(), "main") : nullptr) {
-            sqlite3_backup_step(backup, -1);
-            code = sqlite3_backup_finish(backup);
-        } else {
-            code = sqlite3_errcode(opened);
-        }
-        QFile::remove(path);
-        if (code != SQLITE_OK || !QFile::rename(part, path)) {
-            const DatabaseFault fault =
-                engineFault(code != SQLITE_OK ? opened : nullptr, code, connectionString);
-            QFile::remove(part);
-            throw DatabaseFault(DatabaseFault::Unspecified,
-                                "Cannot copy the data to " + path.toStdString() + ": " + fault.what());
-        }
+        const int code = sqlite3_open(path.toUtf8().constData(), &opened);
+        const Handle target(opened, sqlite3_close_v2);
+        if (code != SQLITE_OK)
+            throwFault(opened, code, path);
+        copy(handle.get(), opened, opened, path);
+    }
+
+    void replaceBy(const QString& path) override {
+        sqlite3* opened = nullptr;
+        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened, SQLITE_OPEN_READONLY, nullptr);
+        const Handle source(opened, sqlite3_close_v2);
+        if (code != SQLITE_OK)
+            throwFault(opened, code, path);
+        copy(opened, handle.get(), handle.get(), connectionString);
     }
 
   private:
+    using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+    /// The engine copies by itself: opening the file another way would drop the locks that it holds on it.
+    static void copy(sqlite3* from, sqlite3* to, sqlite3* teller, const QString& source) {
+        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+        if (!backup)
+            throwFault(to, sqlite3_errcode(to), source);
+        const int stepped = sqlite3_backup_step(backup, -1);
+        const int finished = sqlite3_backup_finish(backup);
+        if (stepped != SQLITE_DONE || finished != SQLITE_OK)
+            throwFault(finished != SQLITE_OK ? teller : nullptr, finished != SQLITE_OK ? finished : stepped,
+                       source);
+    }
+
     void run(const QByteArray& sql) {
         if (const int code = sqlite3_exec(handle.get(), sql.constData(), nullptr, nullptr, nullptr);
             code != SQLITE_OK)
-            throw engineFault(handle.get(), code, connectionString);
+            throwFault(handle.get(), code, connectionString);
     }
 
     int number(const QString& sql) {
@@ -353,9 +396,10 @@ class SqliteEngine final : public Engine {
         return rows.step() ? rows.value(0).toInt() : 0;
     }
 
-    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle{nullptr,
-                                                       sqlite3_close_v2}; // waits for open statements
+    Handle handle{nullptr, sqlite3_close_v2}; // waits for open statements
     QString connectionString;
+    std::chrono::steady_clock::time_point began;
+    std::chrono::milliseconds limit{};
 };
 
 } // namespace
@@ -365,7 +409,6 @@ const SqlDialect& SqliteDialect() {
     return instance;
 }
 
-std::unique_ptr<Engine> OpenSqlite(const QString& path, int busyMilliseconds,
-                                   const QString& connectionString) {
-    return std::make_unique<SqliteEngine>(path, busyMilliseconds, connectionString);
+std::unique_ptr<Engine> OpenSqlite(const QString& path, const SqliteOptions& options) {
+    return std::make_unique<SqliteEngine>(path, options);
 }

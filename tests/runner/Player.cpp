@@ -485,6 +485,7 @@ void sql(Stage&, Words w) {
     sqlite3* handle = nullptr;
     const bool done =
         sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
+        sqlite3_busy_timeout(handle, 4000) == SQLITE_OK && // beside the program's daily copy
         sqlite3_exec(handle, w[1].toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
     const QString problem = done ? QString() : QString::fromUtf8(sqlite3_errmsg(handle));
     sqlite3_close(handle);

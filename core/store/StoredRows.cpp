@@ -1,0 +1,46 @@
+#include "core/store/StoredRows.h"
+
+#include "core/store/SqlText.h"
+
+namespace UtilityFunctions {
+
+namespace {
+
+QString rowsWhere(const QString& table, const QString& column, const QString& text) {
+    return "SELECT * FROM " + table + " WHERE " + column + " = '" + SqlEscape(text) + "'";
+}
+
+} // namespace
+
+StoredRows ReadStoredRows(const Connection& data, const QString& table, const QString& column,
+                          const QString& text) {
+    Recordset found;
+    found.Open(rowsWhere(table, column, text), data);
+    StoredRows all{.table = table, .columns = found.columnNames(), .rows = {}};
+    for (; !found.AtEnd(); found.MoveNext()) {
+        QVariantList row;
+        for (const QString& name : all.columns)
+            row.append(found[name].stored());
+        all.rows.append(row);
+    }
+    return all;
+}
+
+void AddStoredRows(const Connection& data, const StoredRows& rows) {
+    Recordset table;
+    table.Open(rows.table, data, CursorType::Keyset, CommandType::Table);
+    for (const QVariantList& row : rows.rows) {
+        table.AddNew();
+        for (qsizetype i = 0; i < row.size(); ++i)
+            table[rows.columns[i]].setStored(row[i]);
+        table.Update();
+    }
+}
+
+bool HasRow(const Connection& data, const QString& table, const QString& column, const QString& text) {
+    Recordset found;
+    found.Open(rowsWhere(table, column, text), data);
+    return !found.AtEnd();
+}
+
+} // namespace UtilityFunctions
