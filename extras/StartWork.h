@@ -1,7 +1,13 @@
 #pragma once
 
-#include <QString>
+#include "core/store/DataCheck.h"
 
-/// What is done for the user's data after the start, beside his first steps: the copy of the day, in a thread
-/// of its own over a connection of its own. The main window and the program wait for it when they end.
-void BeginStartWork(const QString& userFile);
+#include <functional>
+
+/// Hears what the check of the data has found, in the thread of the windows.
+using CheckListener = std::function<void(const DataCheck::Findings& findings)>;
+
+/// What is done for the user's data after the start, beside his first steps: the copy of the day and a quick
+/// check, in a thread of its own over connections of its own. The main window and the program wait for it
+/// when they end.
+void BeginStartWork(const QString& userFile, const CheckListener& checked);

@@ -1,6 +1,7 @@
 #include "jobs/frmEngContMaster.h"
 
 #include "core/look/Appearance.h"
+#include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
@@ -56,7 +57,7 @@ void frmEngContMaster::FillListBox() {
     txtInput->setMaxLength(names["fldName"].DefinedSize());
     QStringList listed;
     for (; !names.AtEnd(); names->MoveNext())
-        listed.append(names["fldName"].text());
+        listed.append(Beginning(names["fldName"].text()));
     lstBox->addItems(listed);
 }
 

@@ -1,8 +1,8 @@
 #include "core/store/Backup.h"
 
 #include "core/base/Fault.h"
+#include "core/store/PartFile.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,11 +10,6 @@
 #include <QSet>
 
 #include <algorithm>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace Backup {
 
@@ -29,7 +24,6 @@ constexpr std::pair<Reason, const char*> reasonWords[] = {{Reason::Daily, "daily
                                                           {Reason::Restore, "before restore"}};
 
 const QString momentFormat = QStringLiteral("yyyy-MM-dd hh.mm.ss");
-const QString partEnding = QStringLiteral(".part");
 
 QString wordOf(Reason reason) {
     return QLatin1String(
@@ -39,61 +33,6 @@ QString wordOf(Reason reason) {
 [[noreturn]] void fail(const QString& what) {
     throw DatabaseFault(DatabaseFault::Unspecified, what.toStdString());
 }
-
-/// Gives a file the mode of another, and its owner where the system lets us.
-void takeMode(const QString& from, const QString& to) {
-#ifdef Q_OS_UNIX
-    struct stat status {};
-    const QByteArray target = QFile::encodeName(to);
-    if (stat(QFile::encodeName(from).constData(), &status) == 0 && geteuid() == 0)
-        static_cast<void>(chown(target.constData(), status.st_uid, status.st_gid) == 0);
-#endif
-    QFile::setPermissions(to, QFile::permissions(from));
-}
-
-/// A new file beside the copies that nobody else writes. It goes unless it is renamed.
-class Part {
-  public:
-    Part(const QDir& folder, const QString& base) {
-        for (int number = 1; number < 1000; ++number) {
-            file.setFileName(folder.filePath(QStringLiteral("%1 %2-%3%4")
-                                                 .arg(base)
-                                                 .arg(QCoreApplication::applicationPid())
-                                                 .arg(number)
-                                                 .arg(partEnding)));
-            if (file.open(QIODevice::NewOnly | QIODevice::WriteOnly, QFile::ReadOwner | QFile::WriteOwner)) {
-                file.close();
-                return;
-            }
-            if (!file.exists())
-                break;
-        }
-        fail("Cannot write to the folder " + folder.path() + ": " + file.errorString());
-    }
-    ~Part() {
-        if (!renamed)
-            file.remove();
-    }
-    Part(const Part&) = delete;
-    Part& operator=(const Part&) = delete;
-
-    QString path() const { return file.fileName(); }
-
-    /// Gives it a name that nothing in its folder has; with a number when the name is taken.
-    QString rename(const QString& base) {
-        constexpr int mostNames = 1000;
-        for (int number = 1; number < mostNames && !renamed; ++number)
-            renamed = file.rename(number == 1 ? base + QStringLiteral(".mdb")
-                                              : QStringLiteral("%1 (%2).mdb").arg(base).arg(number));
-        if (!renamed)
-            fail("Cannot rename " + path() + ": " + file.errorString());
-        return path();
-    }
-
-  private:
-    QFile file;
-    bool renamed = false;
-};
 
 /// The number of rows of each table.
 QList<std::pair<QString, double>> rowsOf(const Connection& data) {
@@ -150,7 +89,7 @@ void thin(const QString& userFile) {
             QFile::remove(copies[i].path);
     constexpr int hour = 3600; // after which nobody writes it any more
     const QDir folder(FolderOf(userFile));
-    for (const QFileInfo& file : folder.entryInfoList({u'*' + partEnding + u'*'}, QDir::Files))
+    for (const QFileInfo& file : folder.entryInfoList({u'*' + PartFile::ending() + u'*'}, QDir::Files))
         if (file.lastModified().secsTo(QDateTime::currentDateTime()) > hour)
             QFile::remove(file.filePath());
 }
@@ -183,7 +122,7 @@ QString Make(const Connection& user, Reason reason) {
     if (!QDir().mkpath(folder.path()))
         fail("Cannot make the folder " + folder.path());
     const QString base = QFileInfo(source).completeBaseName();
-    Part part(folder, base);
+    PartFile part(folder, base);
     {
         Transaction moment(user, Transaction::For::Reading);
         const auto rows = rowsOf(user);
@@ -191,10 +130,10 @@ QString Make(const Connection& user, Reason reason) {
         moment.Commit();
         check(part.path(), rows);
     }
-    takeMode(source, part.path());
+    part.takeMode(source);
     const QString name =
         base + u' ' + QDateTime::currentDateTime().toString(momentFormat) + u' ' + wordOf(reason);
-    QString path = part.rename(folder.filePath(name));
+    QString path = part.rename(folder.filePath(name), QStringLiteral(".mdb"));
     thin(source);
     return path;
 }

@@ -203,6 +203,12 @@ int Recordset::Field::DefinedSize() const {
     return column().size;
 }
 
+bool Recordset::Field::takesText() const {
+    using Kind = ColumnInfo::Kind;
+    const Kind kind = column().kind;
+    return kind == Kind::Text || kind == Kind::Memo || kind == Kind::Moment || kind == Kind::Unknown;
+}
+
 void Recordset::Field::assign(const QVariant& value) {
     if (!recordset.adding)
         recordset.requireRow();

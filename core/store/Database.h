@@ -88,6 +88,8 @@ class Recordset {
         QDate date() const;
         /// The longest text that the column takes, as declared.
         int DefinedSize() const;
+        /// Whether the column holds texts or moments, not numbers.
+        bool takesText() const;
 
         Field& operator=(const QString& text);
         Field& operator=(const char* text); // which would otherwise be taken for a Boolean

@@ -70,17 +70,21 @@ QString obstacle(const Connection& user, const Deletion& deletion) {
 
 } // namespace
 
+void RemoveJobRows(const Connection& user, const QString& jobID) {
+    const QString key = " WHERE JobID = '" + SqlEscape(jobID) + "'";
+    for (const char* table : {"tblJobData", "tblJobHeader"})
+        Recordset().Open("DELETE * FROM " + QString(table) + key, user);
+}
+
 /// Lines and header in one write: a job is there whole or not at all.
 void DeleteJob(const QString& jobID) {
     const Connection connection = openDatabase("User");
     Backup::MakeIfPossible(connection, Backup::Reason::Deletion);
     Transaction write(connection);
     Deletion deletion{.file = connection.dataSource(), .what = "job " + jobID, .jobID = jobID, .rows = {}};
-    const QString key = " WHERE JobID = '" + SqlEscape(jobID) + "'";
-    for (const char* table : {"tblJobData", "tblJobHeader"}) {
+    for (const char* table : {"tblJobData", "tblJobHeader"})
         deletion.rows.append(ReadStoredRows(connection, table, "JobID", jobID));
-        Recordset().Open("DELETE * FROM " + QString(table) + key, connection);
-    }
+    RemoveJobRows(connection, jobID);
     write.Commit();
     remember(deletion);
     deletionListener()(jobID, {});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/store/Database.h"
+
 #include <QStringList>
 
 #include <functional>
@@ -9,6 +11,9 @@ namespace UtilityFunctions {
 
 /// Deletes a job with all its tank lines, after a copy of the data was put aside. Throws DatabaseFault.
 void DeleteJob(const QString& jobID);
+
+/// Deletes the rows of a job in a transaction of the caller's. Throws DatabaseFault.
+void RemoveJobRows(const Connection& user, const QString& jobID);
 
 /// Deletes tank lines, after a copy of the data was put aside. Each goes by itself: a failure leaves what is
 /// done. Throws DatabaseFault.

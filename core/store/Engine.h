@@ -85,8 +85,8 @@ class Engine {
     /// compares the indexes with the rows, which takes several times as long.
     enum class Check { Quick, Thorough };
     virtual QString findDamage(Check check) = 0;
-    /// Ends every statement that runs longer than this with a fault, so that a hostile file cannot hold the
-    /// program up.
+    /// Ends a statement that still runs so long from now with a fault, so that a hostile file cannot hold the
+    /// program up; 0 takes the limit away.
     virtual void limitTime(int milliseconds) = 0;
     /// Copies the whole data, as they stand at one moment, into a file that is empty or not there yet.
     virtual void copyTo(const QString& path) = 0;

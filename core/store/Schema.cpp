@@ -86,4 +86,11 @@ void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) 
     lock.Commit();
 }
 
+void create(Connection& user) {
+    Transaction write(user);
+    for (int version = 0; version < currentVersion(); ++version)
+        user.engine().runScript(ownScripts()[version], version + 1);
+    write.Commit();
+}
+
 } // namespace Schema

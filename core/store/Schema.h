@@ -29,6 +29,9 @@ void upgrade(Connection& user);
 /// The same through other scripts, the first of which is version 1.
 void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst = CopyFirst::Yes);
 
+/// Makes the tables of this program's version in data that are empty. Throws DatabaseFault.
+void create(Connection& user);
+
 /// The scripts of this program.
 const QStringList& ownScripts();
 

@@ -429,6 +429,8 @@ void expectTitle(Stage&, Words w) {
 }
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
+    // What a thread of the start finds may take its time.
+    static_cast<void>(QTest::qWaitFor([&] { return UtilityFunctions::StatusText() == w[0]; }, 2000));
     expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
