@@ -2,6 +2,7 @@
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
 #include "app/Register.h"
+#include "bench/BackupBench.h"
 #include "bench/BenchData.h"
 #include "bench/DocumentBench.h"
 #include "bench/Footprint.h"
@@ -346,6 +347,7 @@ void registerBenchmarks() {
             ->Iterations(20);
     }
     registerDocumentBenchmarks();
+    registerBackupBenchmarks();
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })

@@ -128,6 +128,7 @@ class Conversion {
     /// The same beside what the user has entered since: his defaults stay, and so do the names and jobs that
     /// he has already.
     TakenOver runBeside(const QSet<QString>& jobsOfHisOwn) {
+        besideOwn = true;
         skippedJobs = jobsOfHisOwn;
         for (const auto table : {PriorTables::Contractor, PriorTables::Engineer})
             convertNames(table, namesIn(table));
@@ -248,15 +249,15 @@ class Conversion {
         return classes[model];
     }
 
-    /// The second pass: every tank line that was added gets the series of its model.
+    /// The second pass: every tank line gets the series of its model; beside data of
+    /// the user's own, every one that was added.
     void setClasses() {
         QList<std::pair<QString, QString>> tanks; // key and series, read in full before the first is changed
         Recordset lines;
         for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.AtEnd();
              lines.MoveNext())
-            if (const QString series =
-                    added.contains(lines["TankID"].text()) ? classOf(lines["ModelNo"].text()) : QString();
-                !series.isEmpty())
+            if (const QString series = classOf(lines["ModelNo"].text());
+                !series.isEmpty() && (!besideOwn || added.contains(lines["TankID"].text())))
                 tanks.append({lines["TankID"].text(), series});
         lines.Close();
         Progress progress("models", static_cast<size_t>(tanks.size()));
@@ -275,6 +276,7 @@ class Conversion {
     QHash<QString, QString> classes; // by model
     QSet<QString> skippedJobs;       // without regard to case
     QSet<QString> added;             // keys of the tank lines
+    bool besideOwn = false;          // the user has data already
     TakenOver taken;
 };
 

@@ -1,6 +1,7 @@
 #include "core/store/DataCheck.h"
 
 #include "core/base/Fault.h"
+#include "core/store/Schema.h"
 #include "core/store/StoredRows.h"
 
 #include <QDateTime>
@@ -42,6 +43,9 @@ QStringList Findings::sentences() const {
         all.append("The tanks of the job " + job + " have no job header.");
     for (const QString& tank : sharedTanks)
         all.append("Two tanks are number " + tank + ".");
+    for (const QString& names : equalNames)
+        all.append("These names differ only in the case of a letter: " + names +
+                   ". Until one of them is deleted, such letters are told apart in your data.");
     return all;
 }
 
@@ -55,6 +59,8 @@ Findings Check(const Connection& user) {
     found.sharedTanks =
         textsOf(user, "SELECT JobID & '.' & TankNo AS V FROM tblJobData WHERE TankNo IS NOT NULL "
                       "GROUP BY JobID, TankNo HAVING COUNT(*) > 1");
+    if (Schema::versionOf(user) < Schema::currentVersion())
+        found.equalNames = Schema::collidingNames(user).mid(0, mostTold);
     return found;
 }
 

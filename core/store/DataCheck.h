@@ -10,8 +10,11 @@ struct Findings {
     QString damage;          // of the file; an empty text when it is sound
     QStringList orphanJobs;  // IDs of jobs whose tank lines have no header
     QStringList sharedTanks; // jobs with two tank lines of one number, as "A.3"
+    QStringList equalNames;  // keys that differ in the case of a letter alone, as "Öl / öl"
 
-    bool isEmpty() const { return damage.isEmpty() && orphanJobs.isEmpty() && sharedTanks.isEmpty(); }
+    bool isEmpty() const {
+        return damage.isEmpty() && orphanJobs.isEmpty() && sharedTanks.isEmpty() && equalNames.isEmpty();
+    }
     /// Each as a sentence for the user.
     QStringList sentences() const;
 };

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 #include <QStringList>
 
 namespace Schema {
@@ -26,7 +27,32 @@ void putCopyAside(const Connection& user) {
     Backup::Make(reader, Backup::Reason::Upgrade);
 }
 
+/// The version whose keys compare without regard to the case of every letter.
+constexpr int lettersVersion = 4;
+
+/// Whether data of a version stay as they are until the user has settled which of two jobs keeps its name.
+bool waitsForNames(const Connection& user, int version) {
+    return version == lettersVersion - 1 && !collidingNames(user).isEmpty();
+}
+
 } // namespace
+
+QStringList collidingNames(const Connection& user) {
+    QStringList colliding;
+    for (const auto& [table, column] : {std::pair("tblJobHeader", "JobID"), {"tblJobData", "TankID"}}) {
+        QHash<QString, QString> seen;
+        Recordset keys;
+        for (keys.Open(QString("SELECT %1 FROM %2").arg(column, table), user); !keys.AtEnd();
+             keys.MoveNext()) {
+            const QString key = keys[column].text();
+            const QString folded = key.toCaseFolded();
+            if (seen.contains(folded))
+                colliding.append(seen.value(folded) + " / " + key);
+            seen.insert(folded, key);
+        }
+    }
+    return colliding;
+}
 
 const QStringList& ownScripts() {
     static const QStringList scripts = [] {
@@ -75,13 +101,14 @@ void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) 
                          "newer program.")
                          .arg(found)
                          .arg(newest));
-    if (found == newest || found == 0) // a file without a version is not one of ours
+    if (found == newest || found == 0 ||
+        waitsForNames(user, found)) // without a version it is not one of ours
         return;
     Transaction lock(user); // for which another copy of the program waits
     const int version = versionOf(user);
     if (version < newest && copyFirst == CopyFirst::Yes)
         putCopyAside(user);
-    for (int next = version; next < newest; ++next)
+    for (int next = version; next < newest && !waitsForNames(user, next); ++next)
         user.engine().runScript(scripts[next], next + 1);
     lock.Commit();
 }

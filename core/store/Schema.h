@@ -12,6 +12,11 @@ int currentVersion();
 /// The version of open user data. Files of the program's first version do not carry their number.
 int versionOf(const Connection& user);
 
+/// The keys of jobs and tank lines that differ in the case of a letter alone, each pair as "Öl / öl". As long
+/// as there are any the data keep version 3, in which only A to Z and a to z are the same. Throws
+/// DatabaseFault.
+QStringList collidingNames(const Connection& user);
+
 /// Refuses user data in which a view, a trigger or a virtual table stands under a name of the program's own
 /// or acts on one of its tables: what it would do, or how long, nobody knows. Throws DatabaseFault.
 void requirePlainTables(const Connection& user);

@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
+#include "core/store/SqliteLetters.h"
 
 #include <QtEndian>
 
@@ -282,6 +283,7 @@ class SqliteEngine final : public Engine {
         sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         // Opening touches no page; reading the header tells a database from any other file.
         run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
+        SqliteLetters::add(opened);
         using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
         for (const auto& [name, function] : {std::pair<const char*, Function>{"JetPower", powerFunction},
                                              {"JetQuotient", quotientFunction},

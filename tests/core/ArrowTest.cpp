@@ -41,7 +41,7 @@ const Graph allowed = {
     {"sizing", {"core", "estimates", "documents", "shock"}},
     {"extras", {"core", "jobs", "documents", "setup"}},
     {"app", {"core", "jobs", "estimates", "documents", "setup", "packages", "shock", "sizing", "extras"}},
-    {"data", {"core/base"}},
+    {"data", {"core/base", "core/store"}},
     {"packaging", {"core/look"}},
     {"tests", {"core", "jobs", "estimates", "documents", "setup", "packages", "shock", "sizing", "app"}},
     {"bench",
