@@ -212,7 +212,7 @@ void frmRestore::FillJobs() {
     ListRows rows;
     for (const JobCopies::Job& job : jobs) {
         auto row = std::make_unique<ListRow>(
-            QStringList{job.jobID, job.description, number(job.tanks), shown(job.today)});
+            QStringList{job.jobID, shown(job.today), number(job.tanks), job.description});
         row->setCheckState(0, Qt::Unchecked);
         row->setSortKey(2, job.tanks);
         row->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
@@ -225,7 +225,7 @@ void frmRestore::FillJobs() {
     lvJobs->setEnabled(!jobs.empty());
     cmdRestore->setEnabled(!jobs.empty());
     cmdWhole->setEnabled(source.has_value());
-    FillList(lvJobs, {"Job ID", "Description", "Tanks", "Compared with today"}, std::move(rows));
+    FillList(lvJobs, {"Job ID", "Compared with today", "Tanks", "Description"}, std::move(rows));
     FillTanks();
 }
 
@@ -236,9 +236,9 @@ void frmRestore::FillTanks() {
         for (const JobCopies::Tank& tank :
              JobCopies::TanksOf(*source, openDatabase("User"), chosen.first()->text(0)))
             rows.push_back(std::make_unique<ListRow>(
-                QStringList{tank.tankID, tank.quantity, tank.modelNo, shown(tank.today)}));
+                QStringList{tank.tankID, shown(tank.today), tank.quantity, tank.modelNo}));
     lvTanks->setEnabled(!rows.empty());
-    FillList(lvTanks, {"Tank ID", "Qty", "Model No.", "Compared with today"}, std::move(rows));
+    FillList(lvTanks, {"Tank ID", "Compared with today", "Qty", "Model No."}, std::move(rows));
 }
 
 QStringList frmRestore::tickedJobs() const {

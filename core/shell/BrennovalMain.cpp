@@ -230,7 +230,8 @@ void BrennovalMain::setStartWork(const std::function<void()>& work) {
 }
 
 void BrennovalMain::beginStartWork() {
-    QTimer::singleShot(0, this, [] { UtilityFunctions::Trap("BrennovalMain.StartWork", startWork()); });
+    constexpr int idle = 250; // milliseconds, in which the window and the start page have painted themselves
+    QTimer::singleShot(idle, this, [] { UtilityFunctions::Trap("BrennovalMain.StartWork", startWork()); });
 }
 
 void BrennovalMain::refreshBackground() {
