@@ -5,6 +5,7 @@
 #include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Translations.h"
+#include "core/store/SessionTask.h"
 
 #include <QLocale>
 
@@ -19,5 +20,7 @@ int main(int /*argc*/, char** argv) {
     PreviousInstance();
     registerAll();
     Screens::open("frmSplash");
-    return DesktopApplication::exec();
+    const int result = DesktopApplication::exec();
+    Session::storeTask(); // with which the next start begins
+    return result;
 }

@@ -292,6 +292,56 @@ void roadStep(benchmark::State& state, std::size_t timed) {
     Driver::stop();
 }
 
+/// Going back and forth between the windows of two jobs, as by a click on a frame.
+void switchWindows(benchmark::State& state) {
+    const Data data(10000, 100000);
+    Driver::start();
+    for (const auto& [job, screen] : {std::pair("J7", "frmJobHeader"), {"J8", "frmTankIDSearch"}})
+        Screens::beginTask([job = job, screen = screen] {
+            Session::Mode.write("Edit");
+            Session::JobID.write(job);
+            Screens::open(screen);
+        });
+    Driver::settle();
+    bool first = true;
+    for (auto _ : state) {
+        QWidget* screen = Screens::find(first ? "frmJobHeader" : "frmTankIDSearch");
+        first = !first;
+        QElapsedTimer clock;
+        clock.start();
+        BrennovalMain::instance()->area()->setActiveSubWindow(
+            static_cast<QMdiSubWindow*>(screen->parentWidget()));
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        Driver::settle();
+    }
+    Driver::stop();
+}
+
+/// The same in an area that knows no program.
+void switchBareWindows(benchmark::State& state) {
+    QMdiArea area;
+    QList<QMdiSubWindow*> windows;
+    for (int i = 0; i < 2; ++i) {
+        auto* content = new QWidget;
+        auto* boxes = new QVBoxLayout(content);
+        for (int box = 0; box < 5; ++box)
+            boxes->addWidget(new QLineEdit);
+        windows.append(area.addSubWindow(content));
+    }
+    area.resize(1000, 700);
+    area.show();
+    Driver::settle();
+    int next = 0;
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        area.setActiveSubWindow(windows[next]);
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        next = 1 - next;
+        Driver::settle();
+    }
+}
+
 /// Largest memory that this process has held, in megabytes.
 double peakMemory() {
     QFile status("/proc/self/status");
@@ -348,6 +398,8 @@ void registerBenchmarks() {
     }
     registerDocumentBenchmarks();
     registerBackupBenchmarks();
+    RegisterBenchmark("switch windows/program", switchWindows)->UseManualTime()->Iterations(200);
+    RegisterBenchmark("switch windows/bare", switchBareWindows)->UseManualTime()->Iterations(200);
     for (std::size_t i = 0; i < std::size(road); ++i)
         RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
                           [i](benchmark::State& s) { roadStep(s, i); })

@@ -59,6 +59,8 @@ void refresh() {
 
 void undo() {
     const QString what = UndoableDeletion();
+    if (what.isEmpty())
+        return;
     const QString problem = UndoDeletion();
     if (!problem.isEmpty()) {
         Dialogs::current().show({.text = problem, .title = "Undo deletion"});

@@ -313,7 +313,7 @@ void BrennovalMain::buildMenus() {
     }
     // The key by which desktops close a window inside another one.
     Commands::action("mnuClose")->setShortcuts({QKeySequence("Ctrl+M"), QKeySequence("Ctrl+F4")});
-    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
+    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport", "mnuUndo"})
         Commands::setEnabled(later, false);
     Commands::setVisible("mnuSchedule", false);
     windowMenu = Commands::action("mnuWindows")->menu();

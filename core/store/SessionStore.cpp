@@ -2,10 +2,12 @@
 
 #include "core/store/SessionTask.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QTimer>
 
 #include <memory>
 #include <utility>
@@ -76,6 +78,8 @@ const TaskName taskNames[] = {{QStringLiteral("Mode"), &Session::TaskValues::mod
 
 struct AtWork {
     Session::Task task;
+    Session::TaskValues stored; // what stands in the file of these values, as far as this program knows
+    bool storing = false;       // the values of the task are soon to be stored
     std::function<void(const Session::Task&, const Session::TaskValues&)> listener;
 };
 
@@ -84,14 +88,14 @@ AtWork& atWork() {
     return instance;
 }
 
-/// The place of a value in the task at work; null when it belongs to none.
-std::optional<QString>* taskText(RegistryRoot root, const QString& keyPath, const QString& valueName) {
+/// The value of the task at work that a name stands for; null when it belongs to none.
+const TaskName* taskValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
     if (!atWork().task || root != HKeyCurrentUser() ||
         keyPath.compare(AppRegistryKey(), Qt::CaseInsensitive) != 0)
         return nullptr;
     for (const TaskName& own : taskNames)
         if (valueName.compare(own.name, Qt::CaseInsensitive) == 0)
-            return &((*atWork().task).*own.text);
+            return &own;
     return nullptr;
 }
 
@@ -104,12 +108,14 @@ std::optional<QString> readable(const QString& stored) {
 }
 
 /// Gives the task at work a value that was written or removed.
-void noteWrite(std::optional<QString>& text, std::optional<QString> now) {
+void noteWrite(const TaskName& value, const std::optional<QString>& now) {
+    std::optional<QString>& text = (*atWork().task).*value.text;
+    atWork().stored.*value.text = now;
     if (text == now)
         return;
     const Session::Task task = atWork().task;
     const Session::TaskValues before = *task;
-    text = std::move(now);
+    text = now;
     if (atWork().listener)
         atWork().listener(task, before);
 }
@@ -131,9 +137,10 @@ QString DatabaseDirectoryValue() {
 
 bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text) {
     // Not from the file: another copy of the program may have written its own work there.
-    if (const auto* own = taskText(root, keyPath, valueName)) {
-        text = own->value_or(QString());
-        return own->has_value();
+    if (const TaskName* own = taskValue(root, keyPath, valueName)) {
+        const std::optional<QString>& value = (*atWork().task).*own->text;
+        text = value.value_or(QString());
+        return value.has_value();
     }
     const auto settings = openRoot(root, keyPath);
     const QString name = storedName(*settings, valueName);
@@ -186,7 +193,7 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
         return 0;
     }
     settings->sync();
-    if (auto* own = taskText(openKey.root, openKey.path, valueName); own && type == RegistryType::Text)
+    if (const auto* own = taskValue(openKey.root, openKey.path, valueName); own && type == RegistryType::Text)
         noteWrite(*own, readable(value.toString()));
     return settings->status() == QSettings::NoError ? 0 : errorFileNotFound;
 }
@@ -196,7 +203,7 @@ void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& va
     if (const QString name = storedName(*settings, valueName); !name.isEmpty())
         settings->remove(name);
     settings->sync();
-    if (auto* own = taskText(root, keyPath, valueName))
+    if (const TaskName* own = taskValue(root, keyPath, valueName))
         noteWrite(*own, std::nullopt);
 }
 
@@ -246,15 +253,36 @@ Task newTask() {
 
 void putToWork(const Task& task) {
     using namespace UtilityFunctions;
-    const Task before = std::exchange(atWork().task, task);
-    if (!task || !before || *task == *before) // without one before, it begins with what stands there
+    AtWork& work = atWork();
+    const Task before = std::exchange(work.task, task);
+    if (!task) {
+        work.storing = false;
+        return;
+    }
+    if (!before) // it begins with what stands there
+        work.stored = *task;
+    if (*task == work.stored || std::exchange(work.storing, true))
+        return;
+    // The program reads the values of the task itself. In the file they are for the next start, and each
+    // write there waits for the disk: a user who goes back and forth between windows is not to wait for that.
+    constexpr int soon = 500; // milliseconds
+    if (QCoreApplication::instance())
+        QTimer::singleShot(soon, QCoreApplication::instance(), storeTask);
+    else
+        storeTask();
+}
+
+void storeTask() {
+    using namespace UtilityFunctions;
+    AtWork& work = atWork();
+    if (!std::exchange(work.storing, false) || !work.task)
         return;
     const auto settings = openRoot(HKeyCurrentUser(), AppRegistryKey());
     if (!keyExists(*settings))
         return;
     for (const TaskName& value : taskNames) {
-        const std::optional<QString>& text = (*task).*value.text;
-        if (text == (*before).*value.text)
+        const std::optional<QString>& text = (*work.task).*value.text;
+        if (text == work.stored.*value.text)
             continue;
         const QString known = storedName(*settings, value.name);
         const QString name = known.isEmpty() ? value.name : known;
@@ -263,6 +291,7 @@ void putToWork(const Task& task) {
         else
             settings->remove(name);
     }
+    work.stored = *work.task;
 }
 
 void onTaskWrite(std::function<void(const Task&, const TaskValues&)> listener) {

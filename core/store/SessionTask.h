@@ -29,9 +29,12 @@ Task taskAtWork();
 /// A task that begins with what stands in the store.
 Task newTask();
 
-/// Puts the values of a task into the store, absent ones too, and gives it the writes that follow. Null
-/// leaves the store as it stands, to be read and written without a task.
+/// Lets the store have the values of a task, absent ones too, and gives it the writes that follow. Null leaves the
+/// store as it stands, to be read and written without a task.
 void putToWork(const Task& task);
+
+/// Stores the values of the task at work now, which happens by itself a moment after it was put to work.
+void storeTask();
 
 /// Sets what hears of a write that changes the task at work, with the values before it.
 void onTaskWrite(std::function<void(const Task& task, const TaskValues& before)> listener);
