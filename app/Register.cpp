@@ -3,6 +3,7 @@
 #include "core/shell/Shell.h"
 #include "documents/Documents.h"
 #include "estimates/Estimates.h"
+#include "extras/Extras.h"
 #include "jobs/Jobs.h"
 #include "packages/Packages.h"
 #include "setup/Setup.h"
@@ -18,4 +19,5 @@ void registerAll() {
     registerPackages();
     registerSizing();
     registerSetup();
+    registerExtras();
 }

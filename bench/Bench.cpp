@@ -2,6 +2,7 @@
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
 #include "app/Register.h"
+#include "bench/BackupBench.h"
 #include "bench/BenchData.h"
 #include "bench/DocumentBench.h"
 #include "bench/Footprint.h"
@@ -396,6 +397,7 @@ void registerBenchmarks() {
             ->Iterations(20);
     }
     registerDocumentBenchmarks();
+    registerBackupBenchmarks();
     RegisterBenchmark("switch windows/program", switchWindows)->UseManualTime()->Iterations(200);
     RegisterBenchmark("switch windows/bare", switchBareWindows)->UseManualTime()->Iterations(200);
     for (std::size_t i = 0; i < std::size(road); ++i)

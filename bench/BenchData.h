@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/store/Gateway.h"
+#include "core/store/SqliteLetters.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <sqlite3.h>
@@ -14,6 +15,7 @@ class Bare {
   public:
     explicit Bare(const QString& file) {
         sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+        SqliteLetters::add(handle);
         run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
     }
     ~Bare() { sqlite3_close(handle); }

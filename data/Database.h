@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/store/SqliteLetters.h"
+
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -22,6 +24,7 @@ class Database {
             sqlite3_close(handle);
             throw std::runtime_error("cannot open " + path.string());
         }
+        SqliteLetters::add(handle);
     }
     ~Database() { sqlite3_close(handle); }
     Database(const Database&) = delete;

@@ -68,9 +68,9 @@ void frmDelete::DeleteRecords() {
 }
 
 void frmDelete::DeleteTickedTanks() {
-    for (int i = 0; i < lvOptions->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem* line = lvOptions->topLevelItem(i);
-        if (line->checkState(0) == Qt::Checked)
-            DeleteTankLine(line->text(0));
-    }
+    QStringList ticked;
+    for (int i = 0; i < lvOptions->topLevelItemCount(); ++i)
+        if (const QTreeWidgetItem* line = lvOptions->topLevelItem(i); line->checkState(0) == Qt::Checked)
+            ticked.append(line->text(0));
+    DeleteTankLines(ticked);
 }

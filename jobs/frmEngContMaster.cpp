@@ -1,6 +1,7 @@
 #include "jobs/frmEngContMaster.h"
 
 #include "core/look/Appearance.h"
+#include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/store/NameList.h"
 #include "core/store/SessionStore.h"
@@ -51,7 +52,8 @@ void frmEngContMaster::FillListBox() {
     setTitle("Maintain " + Tag);
     lstBox->clear();
     txtInput->setMaxLength(NameList::longest(SetTable()));
-    lstBox->addItems(NameList::names(SetTable()));
+    for (const QString& listed : NameList::names(SetTable()))
+        lstBox->addItem(Beginning(listed));
 }
 
 /// Picking a name counts as typing it.

@@ -6,9 +6,11 @@
 #include "core/shell/Hourglass.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/Backup.h"
 #include "core/store/Gateway.h"
 #include "core/store/Model.h"
 #include "core/store/SqlText.h"
+#include "core/store/StoredRows.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
 
@@ -18,6 +20,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QSet>
 
 #include <cmath>
 #include <optional>
@@ -101,21 +104,51 @@ void take(Recordset::Field column, const QVariant& value) {
         column = value.toString();
 }
 
+/// What was taken over at the user's own wish.
+struct TakenOver {
+    qsizetype jobs = 0;
+    qsizetype tanks = 0;
+    qsizetype names = 0;
+};
+
 /// Writes the rows of one file into the user's data.
 class Conversion {
   public:
     Conversion(const Connection& target, const PriorRows& source) : user(target), prior(source) {}
 
     void run() {
-        convertNames(PriorTables::Contractor);
-        convertNames(PriorTables::Engineer);
+        convertNames(PriorTables::Contractor, {});
+        convertNames(PriorTables::Engineer, {});
         convertUser();
         convertJobs();
         convertTanks();
         setClasses();
     }
 
+    /// The same beside what the user has entered since: his defaults stay, and so do the names and jobs that
+    /// he has already.
+    TakenOver runBeside(const QSet<QString>& jobsOfHisOwn) {
+        besideOwn = true;
+        skippedJobs = jobsOfHisOwn;
+        for (const auto table : {PriorTables::Contractor, PriorTables::Engineer})
+            convertNames(table, namesIn(table));
+        convertJobs();
+        convertTanks();
+        setClasses();
+        return taken;
+    }
+
   private:
+    QSet<QString> namesIn(PriorTables::Index index) const {
+        QSet<QString> found;
+        Recordset names;
+        for (openTable(names, index); !names.AtEnd(); names.MoveNext())
+            found.insert(names["fldName"].text().toCaseFolded());
+        return found;
+    }
+
+    bool isSkipped(const QVariant& job) const { return skippedJobs.contains(textOf(job).toCaseFolded()); }
+
     const std::vector<QVariantList>& rowsOf(PriorTables::Index table) const {
         return prior.tables[table].rows;
     }
@@ -124,10 +157,15 @@ class Conversion {
         table.Open(PriorTables::all[index].name, user, CursorType::Keyset, CommandType::Table);
     }
 
-    void convertNames(PriorTables::Index index) {
+    /// Names that are present already are left out.
+    void convertNames(PriorTables::Index index, const QSet<QString>& present) {
         Recordset names;
         openTable(names, index);
         for (const QVariantList& row : rowsOf(index)) {
+            const QString name = textOf(row[0]).toCaseFolded();
+            if (present.contains(name))
+                continue;
+            ++taken.names;
             names.AddNew();
             names["fldName"] = textOf(row[0]);
             names.Update();
@@ -157,6 +195,9 @@ class Conversion {
         openTable(jobs, PriorTables::JobHeader);
         Progress progress("jobs", rowsOf(PriorTables::JobHeader).size());
         for (const QVariantList& row : rowsOf(PriorTables::JobHeader)) {
+            if (isSkipped(row[0]))
+                continue;
+            ++taken.jobs;
             jobs.AddNew();
             for (qsizetype i = 0; i < row.size(); ++i) {
                 const QString column = PriorTables::jobHeader[i].target;
@@ -179,8 +220,15 @@ class Conversion {
         Progress progress("tanks", rowsOf(PriorTables::JobData).size());
         int runningNumber = 1; // over the whole table; the tanks of a job may be 7 and 8
         for (const QVariantList& row : rowsOf(PriorTables::JobData)) {
+            if (isSkipped(row[0])) {
+                ++runningNumber;
+                continue;
+            }
+            ++taken.tanks;
+            const QString tankID = textOf(row[0]) + u'.' + QString::number(runningNumber);
+            added.insert(tankID);
             tanks.AddNew();
-            tanks["TankID"] = textOf(row[0]) + u'.' + QString::number(runningNumber);
+            tanks["TankID"] = tankID;
             tanks["TankNo"] = runningNumber;
             tanks["TankClass"] = "";
             tanks["DateCreated"] = now;
@@ -201,13 +249,15 @@ class Conversion {
         return classes[model];
     }
 
-    /// The second pass: every tank line gets the series of its model.
+    /// The second pass: every tank line gets the series of its model; beside data of
+    /// the user's own, every one that was added.
     void setClasses() {
         QList<std::pair<QString, QString>> tanks; // key and series, read in full before the first is changed
         Recordset lines;
         for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.AtEnd();
              lines.MoveNext())
-            if (const QString series = classOf(lines["ModelNo"].text()); !series.isEmpty())
+            if (const QString series = classOf(lines["ModelNo"].text());
+                !series.isEmpty() && (!besideOwn || added.contains(lines["TankID"].text())))
                 tanks.append({lines["TankID"].text(), series});
         lines.Close();
         Progress progress("models", static_cast<size_t>(tanks.size()));
@@ -224,6 +274,10 @@ class Conversion {
     const Connection& user;
     const PriorRows& prior;
     QHash<QString, QString> classes; // by model
+    QSet<QString> skippedJobs;       // without regard to case
+    QSet<QString> added;             // keys of the tank lines
+    bool besideOwn = false;          // the user has data already
+    TakenOver taken;
 };
 
 /// Marks the conversion as done: it is attempted once.
@@ -271,8 +325,8 @@ std::optional<Source> priorFile() {
     return askForFile();
 }
 
-/// False for a file that the provider cannot read.
-bool readPrior(const QString& path, PriorRows& rows) {
+/// False for a file that the provider cannot read, with the reason.
+bool readPrior(const QString& path, PriorRows& rows, QString* why = nullptr) {
     try {
         ReadPriorFile(path, rows);
         return true;
@@ -280,6 +334,8 @@ bool readPrior(const QString& path, PriorRows& rows) {
         if (fault.number() != DatabaseFault::Unspecified &&
             fault.number() != DatabaseFault::InvalidConnection)
             throw;
+        if (why)
+            *why = QString::fromUtf8(fault.what());
         return false;
     }
 }
@@ -312,6 +368,7 @@ bool convert(const Source& source) {
     bool complete = false;
     if (readPrior(source.path, rows)) {
         const Counts expected = countsOf(rows);
+        Backup::MakeIfPossible(user, Backup::Reason::Conversion);
         Transaction transaction(user);
         Conversion(user, rows).run();
         complete = countsOf(user) == expected;
@@ -327,7 +384,67 @@ bool convert(const Source& source) {
     return complete;
 }
 
+const QString takeOverTitle = QStringLiteral("Take over prior data");
+
+/// The jobs of a file that the user's data hold already, as the file spells them.
+QStringList equalJobs(const PriorRows& rows, const Connection& user) {
+    QStringList equal;
+    for (const QVariantList& row : rows.tables[PriorTables::JobHeader].rows)
+        if (HasRow(user, "tblJobHeader", "JobID", WithoutTrailingBlanks(textOf(row[0]))))
+            equal.append(textOf(row[0]));
+    return equal;
+}
+
+bool confirmWithout(const QStringList& equal) {
+    return Dialogs::current().show({.text = "These jobs stand in your data already:\n" + equal.join(", ") +
+                                            "\nDo you want to take over the others without them?",
+                                    .title = takeOverTitle,
+                                    .icon = QMessageBox::Question,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                    .defaultButton = QMessageBox::No}) == QMessageBox::Yes;
+}
+
+void report(const QString& text) {
+    Dialogs::current().show({.text = text, .title = takeOverTitle, .icon = QMessageBox::Information});
+}
+
+void takeOver(const QString& path) {
+    PriorRows rows;
+    QString why;
+    SetStatusText(converting);
+    if (!readPrior(path, rows, &why)) {
+        SetStatusBarText();
+        return report("Nothing was taken over, as the file cannot be read.\n" + why);
+    }
+    const Connection user = openDatabase("User");
+    const QStringList equal = equalJobs(rows, user);
+    if (!equal.isEmpty() && !confirmWithout(equal))
+        return SetStatusBarText();
+    Backup::MakeIfPossible(user, Backup::Reason::Conversion);
+    QSet<QString> skipped;
+    for (const QString& job : equal)
+        skipped.insert(job.toCaseFolded());
+    Transaction write(user);
+    const TakenOver taken = Conversion(user, rows).runBeside(skipped);
+    write.Commit();
+    SetStatusText("Finished!");
+    report(QStringLiteral("Taken over: %1 jobs, %2 tanks, %3 names of engineers and contractors.")
+               .arg(taken.jobs)
+               .arg(taken.tanks)
+               .arg(taken.names) +
+           (equal.isEmpty() ? QString()
+                            : "\nLeft out, as they stand in your data already: " + equal.join(", ") + "."));
+}
+
 } // namespace
+
+void UtilityFunctions::TakeOverPriorData() {
+    const QString path = Dialogs::current().openFile("*.mdb (*.mdb)", {}, takeOverTitle);
+    if (path.isEmpty())
+        return;
+    const Hourglass hourglass;
+    Named("TakeOverPriorData", [&path] { takeOver(path); });
+}
 
 bool UtilityFunctions::ConvertPriorData() {
     const Hourglass hourglass;

@@ -10,4 +10,9 @@ namespace UtilityFunctions {
 /// and the conversion stays to be done.
 bool ConvertPriorData();
 
+/// Takes over jobs, tanks and names of a file of the user's choice beside what he has entered since, whole or
+/// not at all; the file stays as it is. Jobs whose IDs he has already are named and can be left out, and a
+/// short report ends it. Throws Fault.
+void TakeOverPriorData();
+
 } // namespace UtilityFunctions

@@ -67,6 +67,12 @@ class NoDatabaseFile : public DatabaseFault {
     using DatabaseFault::DatabaseFault;
 };
 
+/// Another program, or another copy of this one, works on the data just now.
+class DataLocked : public DatabaseFault {
+  public:
+    using DatabaseFault::DatabaseFault;
+};
+
 /// The record that a save is for has been deleted elsewhere. The description is what the user is told.
 class RecordGone : public DatabaseFault {
   public:

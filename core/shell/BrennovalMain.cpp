@@ -75,6 +75,13 @@ constexpr MenuEntry menuTree[] = {
     {2, "mnuEstEXP", "&Expansion Tank", "", 101, false},
     {2, "mnuEstTHM", "&Thermal Expansion Tank", "", 102, false},
     {2, "mnuEstHYD", "&Hydro-pneumatic Tank", "", 103, false},
+    {0, "mnuExtras", "E&xtras", "", 0, true},
+    {1, "mnuUndo", "&Undo deletion", "Ctrl+Z", 401, false},
+    {1, "mnuBackup", "&Back up now", "", 401, false},
+    {1, "mnuRestore", "&Restore...", "", 401, false},
+    {1, "mnuExportJob", "&Export job...", "", 402, false},
+    {1, "mnuImportJob", "Import &job...", "", 402, false},
+    {1, "mnuPriorData", "&Take over prior data...", "", 403, false},
     {0, "mnuWindows", "&Windows", "", 0, true},
     {0, "mnuHelp", "&Help", "", 0, true},
     {1, "mnuHelpSub", "&Help", "Ctrl+H", 100, false},
@@ -110,6 +117,11 @@ constexpr ToolEntry toolbarEntries[] = {
 BrennovalMain::Background& backgroundMaker() {
     static BrennovalMain::Background maker;
     return maker;
+}
+
+std::function<void()>& startWork() {
+    static std::function<void()> work = [] {};
+    return work;
 }
 
 BrennovalMain*& theMainWindow() {
@@ -155,6 +167,12 @@ class FrameArea : public QMdiArea {
         background->lower();
         background->hide();
         showBackground();
+    }
+    void refreshBackground() {
+        if (!background || !background->isVisible())
+            return;
+        background->hide();
+        background->show();
     }
     /// A screen that gives way to the next leaves no gap for the background to show in.
     void showBackground() {
@@ -205,6 +223,19 @@ class FrameArea : public QMdiArea {
 
 void BrennovalMain::setBackground(const Background& maker) {
     backgroundMaker() = maker;
+}
+
+void BrennovalMain::setStartWork(const std::function<void()>& work) {
+    startWork() = work;
+}
+
+void BrennovalMain::beginStartWork() {
+    constexpr int idle = 250; // milliseconds, in which the window and the start page have painted themselves
+    QTimer::singleShot(idle, this, [] { UtilityFunctions::Trap("BrennovalMain.StartWork", startWork()); });
+}
+
+void BrennovalMain::refreshBackground() {
+    static_cast<FrameArea*>(mdiArea)->refreshBackground();
 }
 
 BrennovalMain* BrennovalMain::instance() {
@@ -282,7 +313,7 @@ void BrennovalMain::buildMenus() {
     }
     // The key by which desktops close a window inside another one.
     Commands::action("mnuClose")->setShortcuts({QKeySequence("Ctrl+M"), QKeySequence("Ctrl+F4")});
-    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport"})
+    for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport", "mnuUndo"})
         Commands::setEnabled(later, false);
     Commands::setVisible("mnuSchedule", false);
     windowMenu = Commands::action("mnuWindows")->menu();

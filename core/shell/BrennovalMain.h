@@ -23,6 +23,14 @@ class BrennovalMain : public QMainWindow {
     using Background = std::function<QWidget*(QWidget* area)>;
     static void setBackground(const Background& maker);
 
+    /// Sets what is to be done after the start, once the window stands and nothing else is waiting.
+    static void setStartWork(const std::function<void()>& work);
+    /// Does it as soon as nothing else is waiting.
+    void beginStartWork();
+
+    /// Shows anew what the area shows while no screen stands in it.
+    void refreshBackground();
+
     QMdiArea* area() const { return mdiArea; }
     /// A button of the toolbar by its key, as the command that it runs.
     QAction* toolCommand(const QString& key) const;

@@ -59,11 +59,12 @@ bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* eve
     }
 }
 
-/// Whether a shortcut of the menu is a key that a text box knows: cut and select all.
+/// Whether a shortcut of the menu is a key that a text box knows: cut, select all and undo.
 bool belongsToText(QObject* receiver, const QKeyEvent& key) {
     QWidget* widget = widgetOf(receiver);
-    const bool cutOrSelect = key.matches(QKeySequence::Cut) || key.matches(QKeySequence::SelectAll);
-    return cutOrSelect && widget &&
+    const bool known = key.matches(QKeySequence::Cut) || key.matches(QKeySequence::SelectAll) ||
+                       key.matches(QKeySequence::Undo);
+    return known && widget &&
            (dynamic_cast<QLineEdit*>(widget) || dynamic_cast<QPlainTextEdit*>(widget) ||
             (dynamic_cast<QComboBox*>(widget) && static_cast<QComboBox*>(widget)->isEditable()));
 }

@@ -4,6 +4,8 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace {
 
 /// The order of texts: letters without regard to case, numbers within them as numbers.
@@ -70,9 +72,10 @@ void KeptRows::restore() const {
 
 void FitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
+    constexpr int widest = 600; // pixels; what is longer is scarcely a name
     for (int column = 0; column + 1 < list->columnCount(); ++column) {
         list->resizeColumnToContents(column);
-        list->setColumnWidth(column, list->columnWidth(column) + gap);
+        list->setColumnWidth(column, std::min(list->columnWidth(column) + gap, widest));
     }
 }
 
@@ -95,6 +98,11 @@ void SortByHeadings(QTreeWidget* list) {
     });
 }
 
+QString Beginning(const QString& text) {
+    constexpr qsizetype longest = 1023; // characters, as much as the session takes of a key
+    return text.left(longest);
+}
+
 void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
     list->setSortingEnabled(false); // which takes the headings their clicks too
@@ -103,8 +111,11 @@ void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     list->setColumnCount(static_cast<int>(headings.size()));
     list->setHeaderLabels(headings);
     QList<QTreeWidgetItem*> items; // which the list owns from now on
-    for (std::unique_ptr<ListRow>& row : rows)
+    for (std::unique_ptr<ListRow>& row : rows) {
+        for (int column = 0; column < row->columnCount(); ++column)
+            row->setText(column, Beginning(row->text(column)));
         items.append(row.release());
+    }
     list->addTopLevelItems(items);
     if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());

@@ -42,6 +42,9 @@ class KeptRows {
     QList<std::pair<QListWidget*, QString>> names; // the chosen texts of the simple lists
 };
 
+/// The beginning of a text, as much of it as a list has any use for.
+QString Beginning(const QString& text);
+
 /// Which row a list that was filled anew has selected.
 enum class Selected { First, None };
 

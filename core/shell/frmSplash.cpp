@@ -16,6 +16,7 @@ namespace {
 constexpr int tickMilliseconds = 500;
 constexpr int longestWait =
     200; // milliseconds for a lock: the window must not freeze, and the next tick tries again
+constexpr int quietTicks = 8; // of a lock: another copy of the program may be bringing older data up
 
 /// The flag that asks for the getting-started screen when it is 0; 2 for an empty table. Brings older data up
 /// to this program's version first.
@@ -72,6 +73,10 @@ void frmSplash::Timer1_Timer() {
     int flag = 2;
     try {
         flag = firstTimeFlag();
+    } catch (const DataLocked&) {
+        if (++lockedTicks > quietTicks)
+            throw;
+        return;
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::NoDataSource)
             throw;                        // keep trying behind the error dialog: a lock may pass
@@ -84,6 +89,7 @@ void frmSplash::Timer1_Timer() {
     window->show();
     Screens::unload(name());
     setTimerInterval(0); // what follows may wait for the user, with ticks of a timer that still lives
+    window->beginStartWork();
     if (flag == 0 && Screens::known("frmFirstTime"))
         Screens::open("frmFirstTime");
 }

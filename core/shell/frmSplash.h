@@ -24,4 +24,5 @@ class frmSplash : public Screen, private Ui::frmSplash {
     void Timer1_Timer();
 
     QTimer Timer1{this};
+    int lockedTicks = 0; // that found the data locked
 };

@@ -26,7 +26,9 @@ void Connection::Open() {
     if (dataSource().isEmpty())
         throw DatabaseFault(DatabaseFault::NoDataSource, "No data source was given for the connection.",
                             ConnectionString().toStdString());
-    opened = OpenSqlite(dataSource(), busyMilliseconds, ConnectionString());
+    opened = OpenSqlite(
+        dataSource(),
+        {.busyMilliseconds = busyMilliseconds, .readOnly = readOnly, .connectionString = ConnectionString()});
 }
 
 Engine& Connection::engine() const {
@@ -109,6 +111,13 @@ Recordset::Field Recordset::operator[](const QString& name) {
     return {*this, columnIndex(name)};
 }
 
+QStringList Recordset::columnNames() const {
+    QStringList names;
+    for (const ColumnInfo& column : cursor->columns())
+        names.append(column.name);
+    return names;
+}
+
 void Recordset::requireRow() const {
     if (!onRow && !adding)
         throw DatabaseFault(DatabaseFault::NoCurrentRecord,
@@ -166,6 +175,10 @@ bool Recordset::Field::isNull() const {
     return !recordset.value(index).isValid();
 }
 
+QVariant Recordset::Field::stored() const {
+    return recordset.value(index);
+}
+
 QString Recordset::Field::text() const {
     const QVariant value = recordset.value(index);
     return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
@@ -196,6 +209,12 @@ const ColumnInfo& Recordset::Field::column() const {
 
 int Recordset::Field::DefinedSize() const {
     return column().size;
+}
+
+bool Recordset::Field::takesText() const {
+    using Kind = ColumnInfo::Kind;
+    const Kind kind = column().kind;
+    return kind == Kind::Text || kind == Kind::Memo || kind == Kind::Moment || kind == Kind::Unknown;
 }
 
 void Recordset::Field::assign(const QVariant& value) {

@@ -21,7 +21,10 @@ class Connection {
     /// How long Open and all that follows wait for another copy of the program that is saving.
     void setBusyTimeout(int milliseconds) { busyMilliseconds = milliseconds; }
 
-    /// Opens the data for reading and writing; they must exist. Throws DatabaseFault.
+    /// Lets Open open the data for reading alone, such as those of a copy or of someone else.
+    void setReadOnly() { readOnly = true; }
+
+    /// Opens the data, which must exist, for reading and writing. Throws DatabaseFault.
     void Open();
     void Close() { opened.reset(); }
     bool IsOpen() const { return opened != nullptr; }
@@ -33,13 +36,22 @@ class Connection {
     std::unique_ptr<Engine> opened;
     QHash<QString, QString> properties;
     int busyMilliseconds = 4000;
+    bool readOnly = false;
 };
 
 /// Makes all writes over an open connection one: they stand together once Commit returns, and are taken back
 /// when the object goes without it. The connection must outlive it. Throws DatabaseFault.
 class Transaction {
   public:
-    explicit Transaction(const Connection& connection) : engine(connection.engine()) { engine.begin(); }
+    /// What only reads sees one moment of the data, and hinders no other reader.
+    enum class For { Writing, Reading };
+    explicit Transaction(const Connection& connection, For purpose = For::Writing)
+        : engine(connection.engine()) {
+        if (purpose == For::Writing)
+            engine.begin();
+        else
+            engine.beginReading();
+    }
     ~Transaction() {
         if (!committed)
             engine.rollback();
@@ -76,6 +88,8 @@ class Recordset {
         QDate date() const;
         /// The longest text that the column takes, as declared.
         int DefinedSize() const;
+        /// Whether the column holds texts or moments, not numbers.
+        bool takesText() const;
 
         Field& operator=(const QString& text);
         Field& operator=(const char* text); // which would otherwise be taken for a Boolean
@@ -84,6 +98,9 @@ class Recordset {
         Field& operator=(bool flag);
         Field& operator=(const QDateTime& moment);
         void setNull() { assign({}); }
+        /// The value as the engine holds it, invalid for null, for what copies rows as they are.
+        QVariant stored() const;
+        void setStored(const QVariant& value) { assign(value); }
 
       private:
         friend class Recordset;
@@ -107,6 +124,8 @@ class Recordset {
     bool AtEnd() const { return !onRow; }
     void MoveNext();
     int RecordCount() const { return cursor->count(); }
+    /// The names of the columns, in the order of the table or statement.
+    QStringList columnNames() const;
     /// A column by name, in any case. Throws DatabaseFault 3265 for an unknown name.
     Field operator[](const QString& name);
 

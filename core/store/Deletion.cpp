@@ -1,8 +1,10 @@
 #include "core/store/Deletion.h"
 
 #include "core/base/Fault.h"
+#include "core/store/Backup.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/StoredRows.h"
 
 #include <utility>
 
@@ -17,21 +19,130 @@ DeletionListener& deletionListener() {
     return listener;
 }
 
+std::function<void()>& undoableListener() {
+    static std::function<void()> listener = [] {};
+    return listener;
+}
+
+/// What one deletion took away: the rows of a job, or of some tank lines.
+struct Deletion {
+    QString file; // of the data
+    QString what;
+    QString jobID; // empty for tank lines
+    QList<StoredRows> rows;
+};
+
+/// The deletions since the program began, the last one at the end.
+QList<Deletion>& deletions() {
+    static QList<Deletion> all;
+    return all;
+}
+
+void remember(const Deletion& deletion) {
+    deletions().append(deletion);
+    undoableListener()();
+}
+
+/// What stands in the way of bringing a deletion back; an empty text when nothing does.
+QString obstacle(const Connection& user, const Deletion& deletion) {
+    if (user.dataSource() != deletion.file)
+        return "The deletion was made in other data. Nothing was brought back.";
+    if (!deletion.jobID.isEmpty() && HasRow(user, "tblJobHeader", "JobID", deletion.jobID))
+        return "There is another job " + deletion.jobID + " by now. The deleted one was not brought back.";
+    for (const StoredRows& lines : deletion.rows) {
+        if (lines.table != u"tblJobData")
+            continue;
+        for (const QVariantList& row : lines.rows) {
+            const auto text = [&](const char* column) {
+                return row[lines.columns.indexOf(QLatin1String(column))].toString();
+            };
+            if (HasRow(user, "tblJobData", "TankID", text("TankID")))
+                return "There is another tank " + text("TankID") +
+                       " by now. The deleted one was not brought back.";
+            if (deletion.jobID.isEmpty() && !HasRow(user, "tblJobHeader", "JobID", text("JobID")))
+                return "The job " + text("JobID") +
+                       " has been deleted, too. Its tanks were not brought back.";
+        }
+    }
+    return {};
+}
+
 } // namespace
+
+void RemoveJobRows(const Connection& user, const QString& jobID) {
+    for (const char* table : {"tblJobData", "tblJobHeader"})
+        Recordset().Open("DELETE * FROM " + QString(table) + " WHERE JobID = ?", user, {jobID});
+}
 
 /// Lines and header in one write: a job is there whole or not at all.
 void DeleteJob(const QString& jobID) {
     const Connection connection = openDatabase("User");
+    Backup::MakeIfPossible(connection, Backup::Reason::Deletion);
     Transaction write(connection);
+    Deletion deletion{.file = connection.dataSource(), .what = "job " + jobID, .jobID = jobID, .rows = {}};
     for (const char* table : {"tblJobData", "tblJobHeader"})
-        Recordset().Open("DELETE * FROM " + QString(table) + " WHERE JobID = ?", connection, {jobID});
+        deletion.rows.append(ReadStoredRows(connection, table, "JobID", jobID));
+    RemoveJobRows(connection, jobID);
     write.Commit();
+    remember(deletion);
     deletionListener()(jobID, {});
 }
 
-void DeleteTankLine(const QString& tankID) {
-    Execute("User", "DELETE * FROM tblJobData WHERE TankID = ?", {tankID});
-    deletionListener()({}, tankID);
+void DeleteTankLines(const QStringList& tankIDs) {
+    if (tankIDs.isEmpty())
+        return;
+    const Connection connection = openDatabase("User");
+    Backup::MakeIfPossible(connection, Backup::Reason::Deletion);
+    Deletion deletion{.file = connection.dataSource(), .what = {}, .jobID = {}, .rows = {}};
+    const auto rememberThem = [&deletion] {
+        if (deletion.rows.isEmpty())
+            return;
+        const qsizetype count = deletion.rows.size();
+        deletion.what = count == 1 ? "tank " + deletion.rows.first().rows.first().first().toString()
+                                   : QStringLiteral("%1 tanks").arg(count);
+        remember(deletion);
+    };
+    try {
+        for (const QString& tankID : tankIDs) {
+            const StoredRows row = ReadStoredRows(connection, "tblJobData", "TankID", tankID);
+            Recordset().Open("DELETE * FROM tblJobData WHERE TankID = ?", connection, {tankID});
+            if (!row.rows.isEmpty())
+                deletion.rows.append(row);
+            deletionListener()({}, tankID);
+        }
+    } catch (...) {
+        rememberThem();
+        throw;
+    }
+    rememberThem();
+}
+
+QString UndoableDeletion() {
+    return deletions().isEmpty() ? QString() : deletions().last().what;
+}
+
+QString UndoDeletion() {
+    if (deletions().isEmpty())
+        return {};
+    const Connection connection = openDatabase("User");
+    Transaction write(connection);
+    QString problem = obstacle(connection, deletions().last());
+    if (!problem.isEmpty())
+        return problem;
+    for (const StoredRows& rows : deletions().last().rows)
+        AddStoredRows(connection, rows);
+    write.Commit();
+    deletions().removeLast();
+    undoableListener()();
+    return {};
+}
+
+void OnUndoableChanged(std::function<void()> listener) {
+    undoableListener() = std::move(listener);
+}
+
+void TellDeleted(const QString& jobID) {
+    deletionListener()(jobID, {});
 }
 
 void CancelJobInput(const QString& jobID) {

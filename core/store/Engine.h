@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <memory>
@@ -64,6 +65,8 @@ class Engine {
     /// From begin to commit all writes are one: they stand together, or rollback takes them all back, which
     /// never fails.
     virtual void begin() = 0;
+    /// From here to commit all reading sees the data as they stand now, and nothing is written.
+    virtual void beginReading() = 0;
     virtual void commit() = 0;
     virtual void rollback() noexcept = 0;
 
@@ -73,9 +76,21 @@ class Engine {
     virtual quint32 changeCounter() = 0;
     /// Whether a table stands.
     virtual bool hasTable(const QString& table) = 0;
-    /// Runs a script of the schema in one transaction, if the schema still has the version before, and stores
-    /// the new one with it; false when another copy of the program was faster.
-    virtual bool upgrade(const QString& script, int versionBefore, int versionAfter) = 0;
-    /// Copies the whole data into a new file, which appears under its name only when it is complete.
+    /// Runs a script of the schema in the transaction that the caller has begun, and stores the version that
+    /// it makes.
+    virtual void runScript(const QString& script, int versionAfter) = 0;
+    /// The name of the first view, trigger or other thing that is no plain table and stands under one of some
+    /// tables' names or acts on one; an empty text when there is none.
+    virtual QString foreignPart(const QStringList& tables) = 0;
+    /// What a check of all that is stored finds wrong; an empty text when it is sound. A thorough one also
+    /// compares the indexes with the rows, which takes several times as long.
+    enum class Check { Quick, Thorough };
+    virtual QString findDamage(Check check) = 0;
+    /// Ends a statement that still runs so long from now with a fault, so that a hostile file cannot hold the
+    /// program up; 0 takes the limit away.
+    virtual void limitTime(int milliseconds) = 0;
+    /// Copies the whole data, as they stand at one moment, into a file that is empty or not there yet.
     virtual void copyTo(const QString& path) = 0;
+    /// Replaces the whole data by those of a file, in one write: a kill leaves the one or the other.
+    virtual void replaceBy(const QString& path) = 0;
 };

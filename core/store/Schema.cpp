@@ -1,15 +1,58 @@
 #include "core/store/Schema.h"
 
 #include "core/base/Fault.h"
+#include "core/store/Backup.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
+#include <QHash>
 #include <QStringList>
 
 namespace Schema {
 
 namespace {
+
+const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", "tblEngineer",
+                               "tblContractor", "tblJobHeader", "tblJobData",   "tblSchedule"};
+
+[[noreturn]] void refuse(const Connection& user, const QString& why) {
+    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.ConnectionString().toStdString());
+}
+
+/// Puts a copy aside over a connection of its own, which only reads what the caller has locked.
+void putCopyAside(const Connection& user) {
+    Connection reader;
+    reader.setProperty("Data Source", user.dataSource());
+    reader.Open();
+    Backup::Make(reader, Backup::Reason::Upgrade);
+}
+
+/// The version whose keys compare without regard to the case of every letter.
+constexpr int lettersVersion = 4;
+
+/// Whether data of a version stay as they are until the user has settled which of two jobs keeps its name.
+bool waitsForNames(const Connection& user, int version) {
+    return version == lettersVersion - 1 && !collidingNames(user).isEmpty();
+}
+
+} // namespace
+
+QStringList collidingNames(const Connection& user) {
+    QStringList colliding;
+    for (const auto& [table, column] : {std::pair("tblJobHeader", "JobID"), {"tblJobData", "TankID"}}) {
+        QHash<QString, QString> seen;
+        Recordset keys;
+        for (keys.Open(QString("SELECT %1 FROM %2").arg(column, table), user); !keys.AtEnd();
+             keys.MoveNext()) {
+            const QString key = keys[column].text();
+            const QString folded = key.toCaseFolded();
+            if (seen.contains(folded))
+                colliding.append(seen.value(folded) + " / " + key);
+            seen.insert(folded, key);
+        }
+    }
+    return colliding;
+}
 
 const QStringList& ownScripts() {
     static const QStringList scripts = [] {
@@ -24,19 +67,6 @@ const QStringList& ownScripts() {
     return scripts;
 }
 
-/// "BrennovalUserData, version 1.mdb" beside the file, with a number when that is taken.
-QString copyName(const QString& path, int version) {
-    const QFileInfo file(path);
-    const QString base =
-        QStringLiteral("%1/%2, version %3").arg(file.path(), file.completeBaseName()).arg(version);
-    QString name = base + QStringLiteral(".mdb");
-    for (int number = 2; QFile::exists(name); ++number)
-        name = QStringLiteral("%1 (%2).mdb").arg(base).arg(number);
-    return name;
-}
-
-} // namespace
-
 int currentVersion() {
     return static_cast<int>(ownScripts().size());
 }
@@ -46,32 +76,48 @@ int versionOf(const Connection& user) {
     return marked == 0 && user.engine().hasTable(QStringLiteral("tblJobHeader")) ? 1 : marked;
 }
 
+void requirePlainTables(const Connection& user) {
+    if (const QString part = user.engine().foreignPart(ownTables); !part.isEmpty())
+        refuse(user,
+               QCoreApplication::translate(
+                   "Schema", "These user data hold \"%1\", a view, trigger or virtual table that is none of "
+                             "the program's. They were not touched. Please restore a backup.")
+                   .arg(part));
+}
+
 void upgrade(Connection& user) {
     upgrade(user, ownScripts());
 }
 
-void upgrade(Connection& user, const QStringList& scripts) {
-    const int version = versionOf(user);
+void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) {
+    requirePlainTables(user);
+    const int found = versionOf(user);
     const auto newest = static_cast<int>(scripts.size());
-    if (version > newest)
-        throw DatabaseFault(
-            DatabaseFault::Unspecified,
-            QCoreApplication::translate(
-                "Schema", "These user data were written by a newer version of the program (version %1 of the "
-                          "data; this program knows version %2). They were not touched. Please install the "
-                          "newer program.")
-                .arg(version)
-                .arg(newest)
-                .toStdString(),
-            user.ConnectionString().toStdString());
-    if (version == newest || version == 0) // a file without a version is not one of ours
+    if (found > newest)
+        refuse(user, QCoreApplication::translate(
+                         "Schema",
+                         "These user data were written by a newer version of the program (version %1 of the "
+                         "data; this program knows version %2). They were not touched. Please install the "
+                         "newer program.")
+                         .arg(found)
+                         .arg(newest));
+    if (found == newest || found == 0 ||
+        waitsForNames(user, found)) // without a version it is not one of ours
         return;
-    user.engine().copyTo(copyName(user.dataSource(), version));
-    for (int next = version; next < newest; ++next) {
-        const int marked =
-            next == 1 ? user.engine().schemaVersion() : next; // the first version may be unmarked
-        user.engine().upgrade(scripts[next], marked, next + 1);
-    }
+    Transaction lock(user); // for which another copy of the program waits
+    const int version = versionOf(user);
+    if (version < newest && copyFirst == CopyFirst::Yes)
+        putCopyAside(user);
+    for (int next = version; next < newest && !waitsForNames(user, next); ++next)
+        user.engine().runScript(scripts[next], next + 1);
+    lock.Commit();
+}
+
+void create(Connection& user) {
+    Transaction write(user);
+    for (int version = 0; version < currentVersion(); ++version)
+        user.engine().runScript(ownScripts()[version], version + 1);
+    write.Commit();
 }
 
 } // namespace Schema

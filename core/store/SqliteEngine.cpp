@@ -3,13 +3,14 @@
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
+#include "core/store/SqliteLetters.h"
 
-#include <QFile>
 #include <QtEndian>
 
 #include <sqlite3.h>
 
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <optional>
 
@@ -20,8 +21,8 @@ using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
 const char* const divisionByZero = "Division by zero";
 const char* const overflow = "Overflow";
 
-/// A failure of the engine in the words and numbers that the program's users know.
-DatabaseFault engineFault(sqlite3* handle, int code, const QString& source) {
+/// Throws a failure of the engine in the words and numbers that the program's users know.
+[[noreturn]] void throwFault(sqlite3* handle, int code, const QString& source) {
     const std::string message = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int kind = code & 0xFF;
     std::int32_t number = DatabaseFault::Unspecified;
@@ -36,9 +37,12 @@ DatabaseFault engineFault(sqlite3* handle, int code, const QString& source) {
     } else if (kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT) {
         description = "Unrecognized database format: " + message;
     } else if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
-        description = "Could not use the database; it is locked by another user or program.";
+        throw DataLocked(number, "Could not use the database; it is locked by another user or program.",
+                         source.toStdString());
+    } else if (kind == SQLITE_INTERRUPT) {
+        description = "The database takes too long to answer.";
     }
-    return {number, description, source.toStdString()};
+    throw DatabaseFault(number, description, source.toStdString());
 }
 
 bool isNull(sqlite3_value* value) {
@@ -78,6 +82,24 @@ void joinFunction(sqlite3_context* context, int /*count*/, sqlite3_value** argum
             text += characters;
     }
     sqlite3_result_text(context, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+}
+
+/// A number that tells rows with different values apart: a hash (FNV-1a) of types and values. Of its 40 bits
+/// a sum over all rows of a file does not overflow.
+void digestFunction(sqlite3_context* context, int count, sqlite3_value** arguments) {
+    std::uint64_t hash = 0xCBF29CE484222325ULL;
+    const auto take = [&hash](const void* bytes, int size) {
+        const auto* byte = static_cast<const unsigned char*>(bytes);
+        for (int i = 0; i < size; ++i)
+            hash = (hash ^ byte[i]) * 0x100000001B3ULL;
+    };
+    for (int i = 0; i < count; ++i) {
+        const int type = sqlite3_value_type(arguments[i]);
+        take(&type, sizeof type);
+        if (const void* bytes = sqlite3_value_blob(arguments[i])) // numbers as their texts
+            take(bytes, sqlite3_value_bytes(arguments[i]));
+    }
+    sqlite3_result_int64(context, static_cast<sqlite3_int64>((hash ^ (hash >> 40)) & 0xFFFFFFFFFFULL));
 }
 
 class Dialect : public SqlDialect {
@@ -207,7 +229,7 @@ class SqliteCursor final : public EngineCursor {
   private:
     int firstColumn() const { return isUpdatable() ? 1 : 0; }
 
-    [[noreturn]] void fail(int code) const { throw engineFault(database, code, connectionString); }
+    [[noreturn]] void fail(int code) const { throwFault(database, code, connectionString); }
 
     Statement prepared(const QByteArray& text, const char** rest) const {
         sqlite3_stmt* made = nullptr;
@@ -261,26 +283,30 @@ class SqliteCursor final : public EngineCursor {
 
 class SqliteEngine final : public Engine {
   public:
-    SqliteEngine(const QString& path, int busyMilliseconds, const QString& source)
-        : connectionString(source) {
+    SqliteEngine(const QString& path, const SqliteOptions& options)
+        : connectionString(options.connectionString) {
         sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened,
-                                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int mode = options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+        const int code =
+            sqlite3_open_v2(path.toUtf8().constData(), &opened, mode | SQLITE_OPEN_NOMUTEX, nullptr);
         handle.reset(opened);
         if (code != SQLITE_OK)
-            throw engineFault(opened, code, connectionString);
+            throwFault(opened, code, connectionString);
         sqlite3_extended_result_codes(opened, 1);
-        sqlite3_busy_timeout(opened, busyMilliseconds);
+        sqlite3_busy_timeout(opened, options.busyMilliseconds);
         // Without this a name in double quotes that no column has would silently be a text.
         sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         // Opening touches no page; reading the header tells a database from any other file.
         run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
+        SqliteLetters::add(opened);
         using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
         for (const auto& [name, function] : {std::pair<const char*, Function>{"JetPower", powerFunction},
                                              {"JetQuotient", quotientFunction},
                                              {"JetJoin", joinFunction}})
             sqlite3_create_function_v2(opened, name, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, function,
                                        nullptr, nullptr, nullptr);
+        sqlite3_create_function_v2(opened, "RowDigest", -1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                   digestFunction, nullptr, nullptr, nullptr);
     }
 
     std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) override {
@@ -298,6 +324,7 @@ class SqliteEngine final : public Engine {
     }
 
     void begin() override { run("BEGIN IMMEDIATE;"); }
+    void beginReading() override { run("BEGIN; SELECT COUNT(*) FROM sqlite_master;"); }
     void commit() override { run("COMMIT;"); }
     void rollback() noexcept override { sqlite3_exec(handle.get(), "ROLLBACK;", nullptr, nullptr, nullptr); }
 
@@ -323,49 +350,89 @@ class SqliteEngine final : public Engine {
                           .arg(table)) > 0;
     }
 
-    bool upgrade(const QString& script, int versionBefore, int versionAfter) override {
-        begin();
-        try {
-            const bool waiting = schemaVersion() == versionBefore;
-            if (waiting)
-                run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
-            commit();
-            return waiting;
-        } catch (...) {
-            rollback();
-            throw;
+    void runScript(const QString& script, int versionAfter) override {
+        run(script.toUtf8() + "PRAGMA user_version = " + QByteArray::number(versionAfter) + ';');
+    }
+
+    QString foreignPart(const QStringList& tables) override {
+        SqliteCursor parts(handle.get(),
+                           QStringLiteral("SELECT type, name, tbl_name, sql FROM sqlite_master"), {}, {},
+                           connectionString);
+        while (parts.step()) {
+            const QString type = parts.value(0).toString();
+            const bool named = tables.contains(parts.value(1).toString(), Qt::CaseInsensitive) ||
+                               tables.contains(parts.value(2).toString(), Qt::CaseInsensitive);
+            const bool isPlain =
+                (type == u"table" && !parts.value(3).toString().startsWith(QStringLiteral("CREATE VIRTUAL"),
+                                                                           Qt::CaseInsensitive)) ||
+                type == u"index";
+            if (named && !isPlain)
+                return parts.value(1).toString();
         }
+        return {};
+    }
+
+    QString findDamage(Check check) override {
+        const QString pragma =
+            check == Check::Quick ? QStringLiteral("quick_check") : QStringLiteral("integrity_check");
+        SqliteCursor rows(handle.get(), QStringLiteral("SELECT %1 FROM pragma_%1(1)").arg(pragma), {}, {},
+                          connectionString);
+        const QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
+        return found == u"ok" ? QString() : found;
+    }
+
+    void limitTime(int milliseconds) override {
+        constexpr int instructionsBetween = 10000;
+        if (milliseconds == 0)
+            return sqlite3_progress_handler(handle.get(), 0, nullptr, nullptr);
+        limit = std::chrono::milliseconds(milliseconds);
+        began = std::chrono::steady_clock::now();
+        sqlite3_progress_handler(
+            handle.get(), instructionsBetween,
+            [](void* engine) {
+                const auto* self = static_cast<const SqliteEngine*>(engine);
+                return std::chrono::steady_clock::now() - self->began > self->limit ? 1 : 0;
+            },
+            this);
     }
 
     void copyTo(const QString& path) override {
-        const QString part = path + QStringLiteral(".part");
-        QFile::remove(part);
-        // The engine copies by itself: opening the file another way would drop the locks that it holds on it.
         sqlite3* opened = nullptr;
-        int code = sqlite3_open(part.toUtf8().constData(), &opened);
-        const std::unique_ptr<sqlite3, int (*)(sqlite3*)> copy(opened, sqlite3_close_v2);
-        if (sqlite3_backup* backup =
-                code == SQLITE_OK ? sqlite3_backup_init(opened, "main", handle.get(), "main") : nullptr) {
-            sqlite3_backup_step(backup, -1);
-            code = sqlite3_backup_finish(backup);
-        } else {
-            code = sqlite3_errcode(opened);
-        }
-        QFile::remove(path);
-        if (code != SQLITE_OK || !QFile::rename(part, path)) {
-            const DatabaseFault fault =
-                engineFault(code != SQLITE_OK ? opened : nullptr, code, connectionString);
-            QFile::remove(part);
-            throw DatabaseFault(DatabaseFault::Unspecified,
-                                "Cannot copy the data to " + path.toStdString() + ": " + fault.what());
-        }
+        const int code = sqlite3_open(path.toUtf8().constData(), &opened);
+        const Handle target(opened, sqlite3_close_v2);
+        if (code != SQLITE_OK)
+            throwFault(opened, code, path);
+        copy(handle.get(), opened, opened, path);
+    }
+
+    void replaceBy(const QString& path) override {
+        sqlite3* opened = nullptr;
+        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened, SQLITE_OPEN_READONLY, nullptr);
+        const Handle source(opened, sqlite3_close_v2);
+        if (code != SQLITE_OK)
+            throwFault(opened, code, path);
+        copy(opened, handle.get(), handle.get(), connectionString);
     }
 
   private:
+    using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+    /// The engine copies by itself: opening the file another way would drop the locks that it holds on it.
+    static void copy(sqlite3* from, sqlite3* to, sqlite3* teller, const QString& source) {
+        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+        if (!backup)
+            throwFault(to, sqlite3_errcode(to), source);
+        const int stepped = sqlite3_backup_step(backup, -1);
+        const int finished = sqlite3_backup_finish(backup);
+        if (stepped != SQLITE_DONE || finished != SQLITE_OK)
+            throwFault(finished != SQLITE_OK ? teller : nullptr, finished != SQLITE_OK ? finished : stepped,
+                       source);
+    }
+
     void run(const QByteArray& sql) {
         if (const int code = sqlite3_exec(handle.get(), sql.constData(), nullptr, nullptr, nullptr);
             code != SQLITE_OK)
-            throw engineFault(handle.get(), code, connectionString);
+            throwFault(handle.get(), code, connectionString);
     }
 
     int number(const QString& sql) {
@@ -373,9 +440,10 @@ class SqliteEngine final : public Engine {
         return rows.step() ? rows.value(0).toInt() : 0;
     }
 
-    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle{nullptr,
-                                                       sqlite3_close_v2}; // waits for open statements
+    Handle handle{nullptr, sqlite3_close_v2}; // waits for open statements
     QString connectionString;
+    std::chrono::steady_clock::time_point began;
+    std::chrono::milliseconds limit{};
 };
 
 } // namespace
@@ -385,7 +453,6 @@ const SqlDialect& SqliteDialect() {
     return instance;
 }
 
-std::unique_ptr<Engine> OpenSqlite(const QString& path, int busyMilliseconds,
-                                   const QString& connectionString) {
-    return std::make_unique<SqliteEngine>(path, busyMilliseconds, connectionString);
+std::unique_ptr<Engine> OpenSqlite(const QString& path, const SqliteOptions& options) {
+    return std::make_unique<SqliteEngine>(path, options);
 }

@@ -134,6 +134,6 @@ void frmSchedule::DeleteTank() {
         return;
     if (!ConfirmDeletion("Selected item will be permantently deleted!\n\rDo you wish to continue?"))
         return;
-    DeleteTankLine(selected.first()->text(TankColumn));
+    DeleteTankLines({selected.first()->text(TankColumn)});
     FillListView();
 }

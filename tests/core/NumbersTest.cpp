@@ -1,6 +1,7 @@
 #include "core/base/Numbers.h"
 #include "core/base/Fault.h"
 #include "core/base/Format.h"
+#include "core/base/Letters.h"
 
 #include <gtest/gtest.h>
 
@@ -110,4 +111,46 @@ TEST(Format, FollowsThePattern) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.value << " in " << c.pattern;
+}
+
+TEST(Letters, CompareWithoutCaseAndInTheOrderOfTheirCodes) {
+    const struct {
+        const char* one;
+        const char* other;
+        int order;
+    } pairs[] = {{"", "", 0},       {"", "a", -1},   {"abc", "ABC", 0}, {"abc", "ABD", -1},
+                 {"a_", "aA", -1},  {"Öl", "öL", 0}, {"Öl", "Ol", 1},   {"Жук", "жУК", 0},
+                 {"ΣΑΣ", "σας", 0}, {"z", "ä", -1},  {"a", "ab", -1},   {"\xC3", "\xC3", 0},
+                 {"\xFFz", "z", 1}, {"𐐀", "𐐨", 0}};
+    for (const auto& pair : pairs) {
+        const auto sign = [](int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; };
+        EXPECT_EQ(sign(CompareLetters(pair.one, pair.other)), pair.order) << pair.one << " " << pair.other;
+        EXPECT_EQ(sign(CompareLetters(pair.other, pair.one)), -pair.order) << pair.one << " " << pair.other;
+    }
+}
+
+TEST(Letters, HaveTheFormOfAPattern) {
+    const struct {
+        const char* text;
+        const char* pattern;
+        bool fits;
+    } cases[] = {{"", "", true},
+                 {"", "%", true},
+                 {"", "_", false},
+                 {"a", "", false},
+                 {"MÜLLER", "%üll%", true},
+                 {"Müller", "müll", false},
+                 {"Ö", "_", true},
+                 {"Öl", "_", false},
+                 {"abcabd", "%ab_", true},
+                 {"abcabd", "%abc", false},
+                 {"aab", "a%b%", true},
+                 {"aXbXc", "a%c%b", false},
+                 {"50%", "50#%", true},
+                 {"50x", "50#%", false},
+                 {"a_b", "a#_B", true},
+                 {"axb", "a#_b", false}};
+    for (const auto& row : cases)
+        EXPECT_EQ(HasForm(row.text, row.pattern, U'#'), row.fits) << row.text << " LIKE " << row.pattern;
+    EXPECT_TRUE(HasForm("a#b", "a#b")) << "without an escape";
 }

@@ -1,5 +1,6 @@
 #include "core/store/Schema.h"
 #include "core/base/Fault.h"
+#include "core/store/DataCheck.h"
 #include "core/store/Gateway.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -29,7 +30,7 @@ class SchemaTest : public testing::Test {
     }
 
     QString file() const { return home.dataFolder() + QStringLiteral("/BrennovalUserData.mdb"); }
-    QStringList copies() const { return QDir(home.dataFolder()).entryList({QStringLiteral("*version*")}); }
+    QStringList copies() const { return QDir(home.dataFolder() + "/backups").entryList(QDir::Files); }
 
     void run(const QByteArray& sql) const {
         sqlite3* handle = nullptr;
@@ -70,11 +71,46 @@ TEST_F(SchemaTest, BringsAnOlderFileUpWithACopyPutAside) {
         Rows schedule("User", "tblSchedule", CursorType::Keyset, CommandType::Table);
         EXPECT_EQ(schedule["TankOD"].DefinedSize(), 20) << "a text now";
     }
-    ASSERT_EQ(copies(), QStringList("BrennovalUserData, version 1.mdb"));
+    ASSERT_EQ(copies().size(), 1);
+    EXPECT_TRUE(copies().first().endsWith(" before upgrade.mdb"));
     QFile::remove(file());
-    QFile::copy(home.dataFolder() + u'/' + copies().first(), file());
+    QFile::copy(home.dataFolder() + "/backups/" + copies().first(), file());
     expectJobs();
     EXPECT_EQ(Schema::versionOf(openDatabase("User")), 1);
+}
+
+// Every letter compares without regard to case, in keys, statements and LIKE.
+TEST_F(SchemaTest, LettersOfAllScriptsCompareWithoutCase) {
+    Connection user = openDatabase("User");
+    run("INSERT INTO tblJobHeader (JobID, Engineer) VALUES ('Ökohaus', 'MÜLLER'); "
+        "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('Ökohaus.1', 1, 'Ökohaus')");
+    Schema::upgrade(user);
+    EXPECT_EQ(Schema::versionOf(user), Schema::currentVersion());
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = 'ökohaus'"), "1");
+    EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE Engineer LIKE '%müll%'"), "Ökohaus");
+    EXPECT_EQ(value("SELECT TankID AS V FROM tblJobData WHERE TankID = 'ÖKOHAUS.1'"), "Ökohaus.1");
+    EXPECT_THROW(Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('öKOHAUS')"), DatabaseFault);
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "3");
+    EXPECT_EQ(value("SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM sqlite_master WHERE sql LIKE '%NOCASE%'"), "0");
+}
+
+// Two jobs whose names become one stay two: nothing is renamed, and the data wait until one is gone.
+TEST_F(SchemaTest, NamesThatWouldCollideAreToldAndLeftAlone) {
+    run("INSERT INTO tblJobHeader (JobID) VALUES ('Öl'), ('öl')");
+    Connection user = openDatabase("User");
+    for (int start = 0; start < 2; ++start) {
+        Schema::upgrade(user);
+        EXPECT_EQ(Schema::versionOf(user), 3);
+        EXPECT_EQ(DataCheck::Check(user).equalNames, QStringList("Öl / öl"));
+        EXPECT_EQ(copies().size(), 1) << "no further copy at each start";
+    }
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = 'öl'"), "1");
+    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'öl'");
+    Schema::upgrade(user);
+    EXPECT_EQ(Schema::versionOf(user), Schema::currentVersion());
+    EXPECT_TRUE(DataCheck::Check(user).equalNames.isEmpty());
+    EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobID = 'öL'"), "Öl");
 }
 
 TEST_F(SchemaTest, RefusesANewerFileAndLeavesItAlone) {

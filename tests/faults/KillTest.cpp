@@ -1,6 +1,7 @@
 // The program is killed at random moments while it saves; what it had saved is there, and the file opens.
 
-#include "core/store/Database.h"
+#include "core/store/Backup.h"
+#include "core/store/Gateway.h"
 #include "tests/support/Rounds.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <random>
 
 namespace {
@@ -166,6 +168,65 @@ TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
     RecordProperty("done", outcomes[1]);
     EXPECT_GT(outcomes[0], 0);
     EXPECT_GT(outcomes[1], 0);
+}
+
+// Backup, deletion, undo, export, import and restore: whatever is killed, the job stands as it was, or is
+// gone while it is deleted, and every file that has its name is whole.
+TEST(Kill, LeavesDataAndCopiesWholeOnEveryWayBack) {
+    std::mt19937 random(79);
+    std::map<std::string, int> last; // what was told last before the kill
+    const int kills = Rounds(12, 300);
+    const TemporaryHome home;
+    for (int i = 0; i < kills; ++i) {
+        QDir(home.dataFolder()).removeRecursively();
+        home.installData();
+        UtilityFunctions::Execute("User",
+                                  "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('Kept', 'As it was')");
+        UtilityFunctions::Execute("User",
+                                  "INSERT INTO tblJobData (TankID, TankNo, JobID, Qty, TagID07) WITH "
+                                  "RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+                                  "SELECT 'Kept.' || i, i, 'Kept', i % 9, 'T' || i FROM n");
+        QProcess copy;
+        copy.start(QCoreApplication::applicationDirPath() + "/brennoval-restore-loop",
+                   {QFileInfo(home.sessionFile()).path() + "/..", home.path()});
+        const int steps = std::uniform_int_distribution(0, 7)(random);
+        QByteArray told;
+        while (told.count('\n') < steps && copy.waitForReadyRead(30000))
+            told += copy.readAllStandardOutput();
+        copy.waitForFinished(std::uniform_int_distribution(0, 20)(random)); // somewhere in the next step
+        copy.kill();
+        copy.waitForFinished();
+        told += copy.readAllStandardOutput();
+        ASSERT_FALSE(told.contains("failed")) << told.toStdString();
+        const QByteArray lastTold = told.left(told.lastIndexOf('\n')).split('\n').last();
+        ++last[lastTold.toStdString()];
+        const auto stateOf = [](const QString& file) {
+            Connection data;
+            data.setProperty("Data Source", file);
+            data.Open();
+            EXPECT_EQ(data.engine().findDamage(Engine::Check::Thorough), "") << file.toStdString();
+            return value(data, "SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobInfo = 'As it was'") + " " +
+                   value(data, "SELECT COUNT(*) AS V FROM tblJobData WHERE TagID07 = 'T' || TankNo") + " " +
+                   value(
+                       data,
+                       "SELECT SUM(CASE WHEN Qty = TankNo % 9 THEN 1 WHEN Qty = 99 THEN 99 ELSE 0 END) AS V "
+                       "FROM tblJobData");
+        };
+        const QString sound = "1 300 300";
+        const QString state = stateOf(home.dataFolder() + "/BrennovalUserData.mdb");
+        const bool mayBeGone = lastTold == "exported" || lastTold == "deleted";
+        const bool mayBeChanged = lastTold == "undone"; // until the import
+        EXPECT_TRUE(state == sound || (mayBeGone && state == "0 0 ") ||
+                    (mayBeChanged && state == "1 300 29700"))
+            << lastTold.toStdString() << ": " << state.toStdString();
+        for (const Backup::Copy& backup : Backup::CopiesOf(home.dataFolder() + "/BrennovalUserData.mdb"))
+            EXPECT_TRUE(stateOf(backup.path) == sound) << backup.path.toStdString();
+        if (QFile::exists(home.path() + "/job.brennoval")) {
+            EXPECT_EQ(stateOf(home.path() + "/job.brennoval"), sound);
+        }
+        QFile::remove(home.path() + "/job.brennoval");
+    }
+    EXPECT_GT(last.size(), 3U);
 }
 
 // As of two users, each with a session of his own. Two copies of one user share the session and overwrite

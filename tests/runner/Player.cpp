@@ -11,6 +11,7 @@
 #include "core/shell/Status.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/SqliteLetters.h"
 #include "documents/viewer/frmReportViewer.h"
 #include "setup/InstallerFiles.h"
 #include "setup/pages/PageView.h"
@@ -146,7 +147,9 @@ QStringList queried(const QString& database, const QString& sql) {
     sqlite3_stmt* statement = nullptr;
     QStringList texts;
     QString problem;
-    if (sqlite3_open_v2(file.constData(), &handle, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK ||
+    const int opened = sqlite3_open_v2(file.constData(), &handle, SQLITE_OPEN_READONLY, nullptr);
+    SqliteLetters::add(handle);
+    if (opened != SQLITE_OK ||
         sqlite3_prepare_v2(handle, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK) {
         problem = QString::fromUtf8(sqlite3_errmsg(handle));
     } else if (sqlite3_step(statement) == SQLITE_ROW) {
@@ -441,6 +444,8 @@ void expectTitle(Stage&, Words w) {
 }
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
+    // What a thread of the start finds may take its time.
+    static_cast<void>(QTest::qWaitFor([&] { return UtilityFunctions::StatusText() == w[0]; }, 2000));
     expectEqual("status", w[0], UtilityFunctions::StatusText());
 }
 void expectRows(Stage&, Words w) {
@@ -495,9 +500,11 @@ void expectNoFile(Stage& stage, Words w) {
 void sql(Stage&, Words w) {
     const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
     sqlite3* handle = nullptr;
-    const bool done =
-        sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
-        sqlite3_exec(handle, w[1].toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    const int opened = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    SqliteLetters::add(handle);
+    const bool done = opened == SQLITE_OK &&
+                      sqlite3_busy_timeout(handle, 4000) == SQLITE_OK && // beside the program's daily copy
+                      sqlite3_exec(handle, w[1].toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
     const QString problem = done ? QString() : QString::fromUtf8(sqlite3_errmsg(handle));
     sqlite3_close(handle);
     require(done, problem);

@@ -196,6 +196,37 @@ TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
     EXPECT_TRUE(QFile::exists(fixtures + "prior-large.mdb")) << "his file stays";
 }
 
+// Later, at the user's wish: beside what he has, whose jobs and names stay as they are.
+TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
+    convert(contents(fixtures + "prior-typical.mdb"));
+    const QString all = counts();
+    const QString job = value("SELECT JobID AS V FROM tblJobHeader");
+    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = '" + job + "'");
+    Execute("User", "DELETE FROM tblJobData WHERE JobID = '" + job + "'");
+    Execute("User", "UPDATE tblJobHeader SET Engineer = 'His own'");
+    Execute("User", "UPDATE tblUser SET DefaultPSIa = 13");
+    const QString file = fixtures + "prior-typical.mdb";
+    const QByteArray bytes = contents(file);
+    const QString before = counts();
+    dialogs->files = {file};
+    Driver::command("mnuPriorData"); // whose question is declined
+    EXPECT_TRUE(dialogs->last.text.startsWith("These jobs stand in your data already:\n"));
+    EXPECT_FALSE(dialogs->last.text.contains(job + ",")) << "which does not";
+    EXPECT_EQ(counts(), before);
+    dialogs->files = {file};
+    dialogs->rule = [](const Message& message) {
+        return message.buttons & QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::Ok;
+    };
+    Driver::command("mnuPriorData");
+    EXPECT_TRUE(dialogs->last.text.startsWith("Taken over: 1 jobs, ")) << dialogs->last.text.toStdString();
+    EXPECT_EQ(counts(), all);
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE Engineer <> 'His own'") + " " +
+                  value("SELECT DefaultPSIa AS V FROM tblUser") + " " +
+                  value("SELECT COUNT(*) AS V FROM tblJobData WHERE TankClass IS NULL"),
+              "1 13 0");
+    EXPECT_EQ(contents(file), bytes);
+}
+
 TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
     const QByteArray typical = contents(fixtures + "prior-typical.mdb");
     QByteArray foreign = typical;

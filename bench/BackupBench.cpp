@@ -1,0 +1,71 @@
+#include "bench/BackupBench.h"
+
+#include "bench/BenchData.h"
+#include "core/store/Backup.h"
+#include "core/store/Deletion.h"
+#include "core/store/JobCopies.h"
+
+#include <benchmark/benchmark.h>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+constexpr int lines = 100000;
+
+void backupProgram(benchmark::State& state) {
+    const Data data(200, lines);
+    for (auto _ : state)
+        Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
+}
+
+/// The engine's copy alone, into a new file, without a check.
+void backupBare(benchmark::State& state) {
+    const Data data(200, lines);
+    const QString target = data.file("User") + ".copy";
+    for (auto _ : state) {
+        QFile::remove(target);
+        openDatabase("User").engine().copyTo(target);
+    }
+}
+
+/// One of 20,000 jobs, over the one that stands, from the file's name on.
+void restoreJob(benchmark::State& state) {
+    const Data data(200, lines);
+    const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
+    for (auto _ : state)
+        JobCopies::Restore(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User"), {"J7"});
+}
+
+/// What the screen of the backups asks when one is chosen.
+void lookInside(benchmark::State& state) {
+    const Data data(200, lines);
+    const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
+    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'J7'");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            JobCopies::ChangedJobs(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User")));
+}
+
+/// A deletion with the copy that stands before it, and the undo.
+void deleteAndUndo(benchmark::State& state) {
+    const Data data(200, lines);
+    for (auto _ : state) {
+        DeleteJob("J7");
+        if (!UndoDeletion().isEmpty())
+            state.SkipWithError("the job did not come back");
+    }
+}
+
+} // namespace
+
+void registerBackupBenchmarks() {
+    const std::pair<const char*, void (*)(benchmark::State&)> all[] = {
+        {"backup of 100000 tank lines, checked/program", backupProgram},
+        {"backup of 100000 tank lines, checked/bare", backupBare},
+        {"restore of a job of 100000 tank lines/program", restoreJob},
+        {"look into a backup of 100000 tank lines/program", lookInside},
+        {"deletion with its backup, and undo, beside 100000/program", deleteAndUndo}};
+    for (const auto& [name, body] : all)
+        benchmark::RegisterBenchmark(name, body)->Unit(benchmark::kMillisecond);
+}

@@ -1,0 +1,250 @@
+#include "core/store/JobCopies.h"
+
+#include "core/base/Fault.h"
+#include "core/store/Backup.h"
+#include "core/store/Deletion.h"
+#include "core/store/PartFile.h"
+#include "core/store/Schema.h"
+#include "core/store/StoredRows.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+#include <algorithm>
+
+using UtilityFunctions::AddStoredRows;
+using UtilityFunctions::HasRow;
+using UtilityFunctions::ReadStoredRows;
+using UtilityFunctions::StoredRows;
+
+namespace JobCopies {
+
+namespace {
+
+[[noreturn]] void refuse(const QString& why) {
+    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
+}
+
+/// A job's rows by a number that is another one as soon as any value is.
+struct Digest {
+    QString jobID;
+    QString description;
+    double header = 0;
+    double lines = 0;
+    int tanks = 0;
+};
+
+/// The columns of a table in the order of their names, in which two files of one version agree.
+QString digestOf(const Connection& data, const QString& table) {
+    Recordset rows;
+    rows.Open("SELECT * FROM " + table + " WHERE 1 = 0", data);
+    QStringList names = rows.columnNames();
+    names.sort();
+    return "RowDigest([" + names.join("], [") + "])";
+}
+
+/// The digests of all jobs, by their IDs without regard to case.
+QHash<QString, Digest> digestsOf(const Connection& data) {
+    QHash<QString, Digest> digests;
+    Recordset headers;
+    headers.Open("SELECT JobID, JobDscrptn, " + digestOf(data, "tblJobHeader") + " AS D FROM tblJobHeader",
+                 data);
+    for (; !headers.AtEnd(); headers.MoveNext()) {
+        const QString jobID = headers["JobID"].text();
+        digests.insert(
+            jobID.toCaseFolded(),
+            {.jobID = jobID, .description = headers["JobDscrptn"].text(), .header = headers["D"].number()});
+    }
+    Recordset lines;
+    lines.Open("SELECT JobID, SUM(" + digestOf(data, "tblJobData") +
+                   ") AS D, COUNT(*) AS N FROM tblJobData GROUP BY JobID",
+               data);
+    for (; !lines.AtEnd(); lines.MoveNext())
+        if (const auto job = digests.find(lines["JobID"].text().toCaseFolded()); job != digests.end()) {
+            job->lines += lines["D"].number();
+            job->tanks += static_cast<int>(lines["N"].number());
+        }
+    return digests;
+}
+
+Today compared(const Digest& copy, const QHash<QString, Digest>& today) {
+    const auto found = today.constFind(copy.jobID.toCaseFolded());
+    if (found == today.cend())
+        return Today::Missing;
+    return found->header == copy.header && found->lines == copy.lines && found->tanks == copy.tanks
+               ? Today::Same
+               : Today::Differs;
+}
+
+/// Refuses rows that no screen could have stored: a text that its column does not take, or one among numbers.
+void requireOrdinary(const Connection& user, const StoredRows& rows) {
+    constexpr qsizetype longestMemo = 1000000; // characters
+    Recordset table;
+    table.Open(rows.table, user, CursorType::ForwardOnly, CommandType::Table);
+    for (qsizetype i = 0; i < rows.columns.size(); ++i) {
+        const Recordset::Field column = table[rows.columns[i]];
+        for (const QVariantList& row : rows.rows) {
+            const bool isText = row[i].typeId() == QMetaType::QString;
+            if (row[i].isValid() && (isText ? !column.takesText() : column.takesText()))
+                refuse("The file holds a value of the wrong kind in the column " + rows.columns[i] + ".");
+            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), longestMemo))
+                refuse("The file holds a text that is too long for the column " + rows.columns[i] + ".");
+        }
+    }
+}
+
+/// Refuses a tank line whose key another job's has.
+void requireFreeKeys(const Connection& user, const StoredRows& lines) {
+    const qsizetype key = lines.columns.indexOf("TankID");
+    for (const QVariantList& row : lines.rows)
+        if (HasRow(user, "tblJobData", "TankID", row[key].toString()))
+            refuse("A tank " + row[key].toString() + " belongs to another job. Nothing was changed.");
+}
+
+void restoreOne(const Source& copy, const Connection& user, const QString& jobID) {
+    const StoredRows header = ReadStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
+    const StoredRows lines = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    if (header.rows.size() != 1)
+        refuse("There is no job " + jobID + " in the file.");
+    if (copy.origin() == Origin::Foreign)
+        for (const StoredRows& rows : {header, lines})
+            requireOrdinary(user, rows);
+    UtilityFunctions::RemoveJobRows(user, jobID);
+    requireFreeKeys(user, lines);
+    AddStoredRows(user, header);
+    AddStoredRows(user, lines);
+}
+
+std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSame) {
+    const auto today = digestsOf(user);
+    std::vector<Job> jobs;
+    for (const Digest& digest : digestsOf(copy.data()))
+        if (const Today state = compared(digest, today); withSame || state != Today::Same)
+            jobs.push_back({.jobID = digest.jobID,
+                            .description = digest.description,
+                            .tanks = digest.tanks,
+                            .today = state});
+    std::ranges::sort(jobs, {}, [](const Job& job) { return job.jobID.toCaseFolded(); });
+    return jobs;
+}
+
+} // namespace
+
+Source::Source(const QString& path, Origin origin) : comesFrom(origin) {
+    constexpr qint64 largestForeign = 64LL << 20; // bytes; a job of a thousand lines has half a megabyte
+    constexpr int longestStatement = 10000;       // milliseconds
+    const QFileInfo file(path);
+    if (!file.isFile())
+        refuse("There is no file " + path);
+    if (origin == Origin::Foreign && file.size() > largestForeign)
+        refuse("The file " + path + " is too large for a job.");
+    connection.setProperty("Data Source", path);
+    connection.setReadOnly();
+    connection.Open();
+    Schema::requirePlainTables(connection);
+    if (origin == Origin::Foreign) {
+        connection.engine().limitTime(longestStatement);
+        if (const QString damage = connection.engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
+            refuse("The file is damaged: " + damage);
+        connection.engine().limitTime(0); // what follows reads plain tables of a bounded size
+    }
+    const int version = Schema::versionOf(connection);
+    if (version > Schema::currentVersion())
+        refuse("The file was written by a newer version of the program. Please install that one.");
+    if (version == 0 || !connection.engine().hasTable("tblJobHeader") ||
+        !connection.engine().hasTable("tblJobData"))
+        refuse("The file holds no jobs of Brennoval.");
+    if (version < Schema::currentVersion())
+        bringUp();
+}
+
+void Source::bringUp() {
+    folder.emplace();
+    if (!folder->isValid())
+        refuse("Cannot make a temporary folder: " + folder->errorString());
+    const QString path = folder->filePath("older.mdb");
+    connection.engine().copyTo(path);
+    connection = Connection();
+    connection.setProperty("Data Source", path);
+    connection.Open();
+    Schema::upgrade(connection, Schema::ownScripts(), Schema::CopyFirst::No);
+}
+
+std::vector<Job> ChangedJobs(const Source& copy, const Connection& user) {
+    return jobsOf(copy, user, false);
+}
+
+std::vector<Job> AllJobs(const Source& copy, const Connection& user) {
+    return jobsOf(copy, user, true);
+}
+
+std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID) {
+    const StoredRows then = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    const StoredRows now = ReadStoredRows(user, "tblJobData", "JobID", jobID);
+    const auto tankOf = [](const StoredRows& rows, const QVariantList& row, Today today) {
+        const auto text = [&](const char* column) { return row[rows.columns.indexOf(column)].toString(); };
+        return Tank{
+            .tankID = text("TankID"), .modelNo = text("ModelNo"), .quantity = text("Qty"), .today = today};
+    };
+    const auto keysOf = [](const StoredRows& rows) {
+        QHash<QString, QVariantList> byKey;
+        for (const QVariantList& row : rows.rows)
+            byKey.insert(row[rows.columns.indexOf("TankID")].toString().toCaseFolded(), row);
+        return byKey;
+    };
+    const auto before = keysOf(then);
+    const auto after = keysOf(now);
+    std::vector<Tank> tanks;
+    for (const QVariantList& row : then.rows) {
+        Tank tank = tankOf(then, row, Today::Missing);
+        if (const auto found = after.constFind(tank.tankID.toCaseFolded()); found != after.cend())
+            tank.today = *found == row ? Today::Same : Today::Differs;
+        tanks.push_back(tank);
+    }
+    for (const QVariantList& row : now.rows)
+        if (const Tank tank = tankOf(now, row, Today::Only); !before.contains(tank.tankID.toCaseFolded()))
+            tanks.push_back(tank);
+    return tanks;
+}
+
+void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs) {
+    Transaction write(user);
+    for (const QString& jobID : jobIDs)
+        restoreOne(copy, user, jobID);
+    write.Commit();
+    for (const QString& jobID : jobIDs)
+        UtilityFunctions::TellDeleted(jobID);
+}
+
+void RestoreAll(const Source& copy, const Connection& user) {
+    if (const QString damage = copy.data().engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
+        refuse("The backup is damaged: " + damage);
+    Backup::Make(user, Backup::Reason::Restore);
+    user.engine().replaceBy(copy.file());
+}
+
+void Export(const Connection& user, const QString& jobID, const QString& path) {
+    const QFileInfo target(path);
+    PartFile part(target.absoluteDir(), target.completeBaseName());
+    {
+        Connection file;
+        file.setProperty("Data Source", part.path());
+        file.Open();
+        Schema::create(file);
+        Transaction moment(user, Transaction::For::Reading);
+        const StoredRows header = ReadStoredRows(user, "tblJobHeader", "JobID", jobID);
+        const StoredRows lines = ReadStoredRows(user, "tblJobData", "JobID", jobID);
+        moment.Commit();
+        if (header.rows.isEmpty())
+            throw RecordGone("This job has been deleted.");
+        Transaction write(file);
+        AddStoredRows(file, header);
+        AddStoredRows(file, lines);
+        write.Commit();
+    }
+    QFile::setPermissions(part.path(),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    part.replace(path);
+}
+
+} // namespace JobCopies

@@ -1,0 +1,139 @@
+#include "extras/Extras.h"
+
+#include "core/base/Fault.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/Backup.h"
+#include "core/store/Deletion.h"
+#include "core/store/Gateway.h"
+#include "core/store/JobCopies.h"
+#include "core/store/JobHeader.h"
+#include "core/store/SessionStore.h"
+#include "extras/StartWork.h"
+#include "extras/frmRestore.h"
+#include "setup/PriorData.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <QTimer>
+
+using namespace UtilityFunctions;
+
+namespace {
+
+const QString jobFilter = QStringLiteral("Jobs of Brennoval (*.brennoval)");
+
+/// What of a failed copy the status text has not said yet; a deletion's notice takes it along.
+QString& unsaid() {
+    static QString text;
+    return text;
+}
+
+void tellDeletion() {
+    const QString what = UndoableDeletion();
+    Commands::setEnabled("mnuUndo", !what.isEmpty());
+    if (!what.isEmpty())
+        SetStatusText("Deleted " + what + ". \"Undo deletion\" (Ctrl+Z) brings it back." +
+                      std::exchange(unsaid(), {}));
+}
+
+/// Says once that copies cannot be made: whoever reads it goes on with his work.
+void tellFailure(const QString& why) {
+    static bool told = false;
+    if (std::exchange(told, true))
+        return;
+    unsaid() = " No backup could be made: " + why;
+    SetStatusText(unsaid().trimmed());
+}
+
+/// What shows data shows them anew, once the command that changed them is through.
+void refresh() {
+    QTimer::singleShot(0, BrennovalMain::instance(), [] {
+        Screens::freshenActive();
+        BrennovalMain::instance()->refreshBackground();
+    });
+}
+
+void undo() {
+    const QString what = UndoableDeletion();
+    if (what.isEmpty())
+        return;
+    const QString problem = UndoDeletion();
+    if (!problem.isEmpty()) {
+        Dialogs::current().show({.text = problem, .title = "Undo deletion"});
+        return;
+    }
+    SetStatusText("Brought back: " + what);
+    refresh();
+}
+
+void backUp() {
+    const Connection user = openDatabase("User");
+    Backup::Make(user, Backup::Reason::ByHand);
+    SetStatusText("Backed up into the folder " + Backup::FolderOf(user.dataSource()));
+}
+
+void exportJob() {
+    const QString jobID = Session::JobID.text();
+    if (jobID.isEmpty() || !ReadJobHeader(jobID)) {
+        Dialogs::current().show(
+            {.text = "Please open the job that is to be exported!", .title = "Export job"});
+        return;
+    }
+    static const QRegularExpression notInNames(R"([\\/:*?"<>|])");
+    const QString path = Dialogs::current().saveFile(jobFilter, QString(jobID).replace(notInNames, "_"));
+    if (path.isEmpty())
+        return;
+    JobCopies::Export(openDatabase("User"), jobID, path);
+    SetStatusText("Exported job " + jobID);
+}
+
+void importJob() {
+    const QString path = Dialogs::current().openFile(jobFilter, {}, "Import job");
+    if (path.isEmpty())
+        return;
+    auto* screen = dynamic_cast<frmRestore*>(Screens::load("frmRestore"));
+    if (!screen)
+        return;
+    try {
+        screen->LookIntoFile(path);
+    } catch (const DatabaseFault& fault) {
+        Screens::drop(screen);
+        Dialogs::current().show({.text = "This file cannot be imported.\n" + QString::fromUtf8(fault.what()),
+                                 .title = "Import job"});
+        return;
+    }
+    Screens::show(screen->name());
+}
+
+void tellFindings(const DataCheck::Findings& findings) {
+    DataCheck::SetLatest(findings);
+    if (!findings.isEmpty())
+        SetStatusText(findings.sentences().first() + " \"Restore\" in the menu Extras shows more.");
+}
+
+} // namespace
+
+void registerExtras() {
+    Screens::add("frmRestore", [] { return new frmRestore; });
+    Commands::set("mnuRestore", [] { Screens::open("frmRestore"); });
+    Commands::set("mnuPriorData", [] {
+        TakeOverPriorData();
+        refresh();
+    });
+    Commands::set("mnuExportJob", exportJob);
+    Commands::set("mnuImportJob", importJob);
+    Commands::set("mnuUndo", undo);
+    Commands::set("mnuBackup", backUp);
+    OnUndoableChanged(tellDeletion);
+    Backup::OnFailure([](const QString& why) {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [why] { tellFailure(why); });
+    });
+    BrennovalMain::setStartWork([] {
+        Commands::setEnabled("mnuUndo", !UndoableDeletion().isEmpty());
+        BeginStartWork(dbConnection("User").dataSource(), tellFindings);
+    });
+}

@@ -1,0 +1,54 @@
+#include "extras/StartWork.h"
+
+#include "core/base/Fault.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/store/Backup.h"
+
+#include <QCoreApplication>
+
+#include <optional>
+#include <thread>
+
+namespace {
+
+/// A thread that its owner waits for.
+class Worker : public QObject {
+  public:
+    Worker(QObject* owner, std::function<void()> work) : QObject(owner), thread(std::move(work)) {
+        connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { join(); });
+    }
+    ~Worker() override { join(); }
+
+  private:
+    void join() {
+        if (thread.joinable())
+            thread.join();
+    }
+    std::thread thread;
+};
+
+/// What a check over a connection of its own finds; nothing when it cannot be made just now.
+std::optional<DataCheck::Findings> check(const QString& userFile) {
+    constexpr int longestWait = 1000; // milliseconds for another copy that saves
+    try {
+        Connection user;
+        user.setProperty("Data Source", userFile);
+        user.setReadOnly();
+        user.setBusyTimeout(longestWait);
+        user.Open();
+        return DataCheck::Check(user);
+    } catch (const Fault&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void BeginStartWork(const QString& userFile, const CheckListener& checked) {
+    new Worker(BrennovalMain::instance(), [userFile, checked] {
+        Backup::MakeDaily(userFile);
+        if (const auto findings = check(userFile))
+            QMetaObject::invokeMethod(QCoreApplication::instance(),
+                                      [findings, checked] { checked(*findings); });
+    });
+}

@@ -1,0 +1,316 @@
+#include "extras/frmRestore.h"
+
+#include "core/base/Fault.h"
+#include "core/shell/BrennovalMain.h"
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/DataCheck.h"
+#include "core/store/Gateway.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLocale>
+#include <QTimer>
+
+using namespace UtilityFunctions;
+using JobCopies::Today;
+
+namespace {
+
+enum CopyColumn { Made, For, Size, Jobs, Tanks };
+
+QString shown(Backup::Reason reason) {
+    using Backup::Reason;
+    switch (reason) {
+    case Reason::Daily:
+        return "Daily";
+    case Reason::ByHand:
+        return "By hand";
+    case Reason::Upgrade:
+        return "Before an upgrade";
+    case Reason::Conversion:
+        return "Before a conversion";
+    case Reason::Deletion:
+        return "Before a deletion";
+    case Reason::Restore:
+        return "Before a restore";
+    }
+    return {};
+}
+
+QString shown(Today today) {
+    switch (today) {
+    case Today::Missing:
+        return "Missing today";
+    case Today::Differs:
+        return "Differs today";
+    case Today::Same:
+        return "The same today";
+    case Today::Only:
+        return "Only today";
+    }
+    return {};
+}
+
+QString number(double value) {
+    return QLocale(QLocale::English).toString(value, 'f', 0);
+}
+
+std::unique_ptr<ListRow> rowOf(const Backup::Copy& copy) {
+    const QLocale english(QLocale::English);
+    auto row = std::make_unique<ListRow>(QStringList{
+        copy.made.toString("MM/dd/yy  hh:mm"), shown(copy.reason),
+        english.formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat), QString(), QString()});
+    row->setSortKey(Made, copy.made);
+    row->setSortKey(Size, copy.size);
+    for (const int column : {Size, Jobs, Tanks})
+        row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    return row;
+}
+
+bool closeOtherScreens(const QString& own) {
+    const QStringList names = Screens::loaded();
+    return std::all_of(names.crbegin(), names.crend(),
+                       [&](const QString& name) { return name == own || Screens::unload(name); });
+}
+
+bool confirm(const QString& question, const QString& title) {
+    return Dialogs::current().show({.text = question,
+                                    .title = title,
+                                    .icon = QMessageBox::Question,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                    .defaultButton = QMessageBox::No}) == QMessageBox::Yes;
+}
+
+} // namespace
+
+frmRestore::frmRestore() : Screen("frmRestore") {
+    setupUi(this);
+    prepare();
+    lvCopies->setColumnCount(Tanks + 1);
+    lvCopies->header()->setStretchLastSection(false); // the numbers stand together
+    lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
+    SortByHeadings(lvCopies);
+    SortByHeadings(lvJobs);
+    connect(lvCopies, &QTreeWidget::itemSelectionChanged, this, [this] {
+        trap(".lvCopies", [this] {
+            if (const auto chosen = lvCopies->selectedItems(); !chosen.isEmpty())
+                LookInto(chosen.first()->data(For, Qt::UserRole + 1).toString(), JobCopies::Origin::Own);
+        });
+    });
+    connect(lvJobs, &QTreeWidget::itemSelectionChanged, this,
+            [this] { trap(".lvJobs", [this] { FillTanks(); }); });
+    on(cmdRestore, ".cmdRestore", [this] { RestoreJobs(); });
+    on(cmdWhole, ".cmdWhole", [this] { RestoreAll(); });
+    on(cmdGiveHeader, ".cmdGiveHeader", [this] { GiveHeadersBack(); });
+    onCancel(cmdClose, ".cmdClose", [this] { Screens::unload(name()); });
+}
+
+QWidget* frmRestore::firstField() const {
+    return lvCopies->isHidden() ? lvJobs : lvCopies;
+}
+
+void frmRestore::Load() {
+    FillCopies();
+    ShowFindings();
+    FillJobs();
+}
+
+void frmRestore::LookIntoFile(const QString& path) {
+    setTitle("Import job");
+    grpCopies->hide();
+    cmdWhole->hide();
+    grpFindings->hide();
+    lblHeader->setText("Jobs in " + QFileInfo(path).fileName());
+    grpInside->setTitle("Jobs in the file");
+    cmdRestore->setText("Import &jobs");
+    LookInto(path, JobCopies::Origin::Foreign);
+    for (int i = 0; i < lvJobs->topLevelItemCount(); ++i)
+        lvJobs->topLevelItem(i)->setCheckState(0, Qt::Checked);
+}
+
+void frmRestore::FillCopies() {
+    const QString file = dbConnection("User").dataSource();
+    copies = Backup::CopiesOf(file);
+    lblFolder->setText(Backup::FolderOf(file));
+    ListRows rows;
+    for (const Backup::Copy& copy : copies) {
+        rows.push_back(rowOf(copy));
+        rows.back()->setData(For, Qt::UserRole + 1, copy.path);
+    }
+    lvCopies->blockSignals(true);
+    FillList(lvCopies, {"Date", "Reason", "Size", "Jobs", "Tanks"}, std::move(rows), Selected::None);
+    lvCopies->blockSignals(false);
+    counted = 0;
+    CountCopies();
+}
+
+/// Counts as much as fits between two frames, and the rest later: many large copies take their time.
+void frmRestore::CountCopies() {
+    constexpr int longest = 8; // milliseconds
+    QElapsedTimer clock;
+    clock.start();
+    for (; counted < copies.size() && clock.elapsed() < longest; ++counted) {
+        const QString& path = copies[counted].path;
+        QTreeWidgetItem* row = nullptr; // wherever the list has sorted it to
+        for (int i = 0; i < lvCopies->topLevelItemCount() && !row; ++i)
+            if (lvCopies->topLevelItem(i)->data(For, Qt::UserRole + 1).toString() == path)
+                row = lvCopies->topLevelItem(i);
+        if (!row)
+            continue;
+        try {
+            Connection copy;
+            copy.setProperty("Data Source", path);
+            copy.setReadOnly();
+            copy.Open();
+            const Backup::Counts counts = Backup::CountsOf(copy);
+            for (const auto& [column, count] : {std::pair(Jobs, counts.jobs), {Tanks, counts.tanks}}) {
+                row->setText(column, number(count));
+                row->setData(column, Qt::UserRole, count);
+            }
+        } catch (const Fault&) {
+            row->setText(Jobs, "unreadable");
+        }
+    }
+    FitColumns(lvCopies);
+    lvCopies->resizeColumnToContents(Tanks);
+    if (counted < copies.size())
+        QTimer::singleShot(0, this, [this] { CountCopies(); });
+}
+
+void frmRestore::ShowFindings() {
+    const DataCheck::Findings findings = DataCheck::Latest();
+    grpFindings->setVisible(!findings.isEmpty());
+    cmdGiveHeader->setVisible(!findings.orphanJobs.isEmpty());
+    lblFindings->setText(findings.sentences().mid(0, 3).join('\n') +
+                         (findings.sentences().size() > 3
+                              ? QString("\nand %1 more").arg(findings.sentences().size() - 3)
+                              : QString()));
+}
+
+void frmRestore::LookInto(const QString& path, JobCopies::Origin origin) {
+    const Hourglass hourglass;
+    source.reset();
+    jobs.clear();
+    FillJobs();
+    try {
+        source.emplace(path, origin);
+    } catch (const DatabaseFault& fault) {
+        if (origin == JobCopies::Origin::Foreign)
+            throw;
+        lblNone->setText("This backup cannot be read. " + QString::fromUtf8(fault.what()));
+        return;
+    }
+    const Connection user = openDatabase("User");
+    jobs = isImport() ? JobCopies::AllJobs(*source, user) : JobCopies::ChangedJobs(*source, user);
+    FillJobs();
+}
+
+void frmRestore::FillJobs() {
+    ListRows rows;
+    for (const JobCopies::Job& job : jobs) {
+        auto row = std::make_unique<ListRow>(
+            QStringList{job.jobID, shown(job.today), number(job.tanks), job.description});
+        row->setCheckState(0, Qt::Unchecked);
+        row->setSortKey(2, job.tanks);
+        row->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
+        rows.push_back(std::move(row));
+    }
+    lblNone->setText(!source        ? "Choose a backup to look inside."
+                     : jobs.empty() ? "Today's data hold all of its jobs as they stand there."
+                                    : "");
+    lblNone->setVisible(jobs.empty());
+    lvJobs->setEnabled(!jobs.empty());
+    cmdRestore->setEnabled(!jobs.empty());
+    cmdWhole->setEnabled(source.has_value());
+    FillList(lvJobs, {"Job ID", "Compared with today", "Tanks", "Description"}, std::move(rows));
+    FillTanks();
+}
+
+void frmRestore::FillTanks() {
+    ListRows rows;
+    const auto chosen = lvJobs->selectedItems();
+    if (source && !chosen.isEmpty())
+        for (const JobCopies::Tank& tank :
+             JobCopies::TanksOf(*source, openDatabase("User"), chosen.first()->text(0)))
+            rows.push_back(std::make_unique<ListRow>(
+                QStringList{tank.tankID, shown(tank.today), tank.quantity, tank.modelNo}));
+    lvTanks->setEnabled(!rows.empty());
+    FillList(lvTanks, {"Tank ID", "Compared with today", "Qty", "Model No."}, std::move(rows));
+}
+
+QStringList frmRestore::tickedJobs() const {
+    QStringList ticked;
+    for (int i = 0; i < lvJobs->topLevelItemCount(); ++i)
+        if (lvJobs->topLevelItem(i)->checkState(0) == Qt::Checked)
+            ticked.append(lvJobs->topLevelItem(i)->text(0));
+    return ticked;
+}
+
+void frmRestore::RestoreJobs() {
+    const QStringList ticked = tickedJobs();
+    if (ticked.isEmpty()) {
+        Dialogs::current().show({.text = "Please tick the jobs in the list!", .title = "Error"});
+        return;
+    }
+    QStringList replaced;
+    for (const JobCopies::Job& job : jobs)
+        if (job.today != Today::Missing && ticked.contains(job.jobID))
+            replaced.append(job.jobID);
+    if (!replaced.isEmpty() && !confirm("These jobs stand in your data today and will be replaced:\n" +
+                                            replaced.join(", ") + "\nDo you want to replace them?",
+                                        windowTitle()))
+        return;
+    const Hourglass hourglass;
+    procedure(".RestoreJobs", [&] {
+        const Connection user = openDatabase("User");
+        if (!replaced.isEmpty())
+            Backup::MakeIfPossible(user, Backup::Reason::Restore);
+        JobCopies::Restore(*source, user, ticked);
+    });
+    SetStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
+    const JobCopies::Origin origin = source->origin();
+    if (origin == JobCopies::Origin::Foreign) {
+        Screens::unload(name());
+        return;
+    }
+    const Connection user = openDatabase("User");
+    jobs = JobCopies::ChangedJobs(*source, user);
+    FillJobs();
+}
+
+void frmRestore::RestoreAll() {
+    const Backup::Counts counts = Backup::CountsOf(source->data());
+    const auto chosen = lvCopies->selectedItems();
+    if (chosen.isEmpty() ||
+        !confirm(QString("All of your data will be replaced by the backup of %1, with %2 jobs and %3 tanks.\n"
+                         "The present data are put aside first, as a backup of their own.\n"
+                         "Do you want to restore the whole file?")
+                     .arg(chosen.first()->text(Made).simplified(), number(counts.jobs), number(counts.tanks)),
+                 windowTitle()))
+        return;
+    if (!closeOtherScreens(name()))
+        return;
+    const Hourglass hourglass;
+    procedure(".RestoreAll", [&] { JobCopies::RestoreAll(*source, openDatabase("User")); });
+    SetStatusText("Restored the backup of " + chosen.first()->text(Made).simplified());
+    source.reset();
+    jobs.clear();
+    FillJobs();
+    FillCopies();
+}
+
+void frmRestore::GiveHeadersBack() {
+    QStringList given;
+    procedure(".GiveHeadersBack", [&] {
+        const Connection user = openDatabase("User");
+        for (const QString& job : DataCheck::Latest().orphanJobs)
+            if (DataCheck::GiveHeaderBack(user, job))
+                given.append(job);
+        DataCheck::SetLatest(DataCheck::Check(user));
+    });
+    SetStatusText("Header given back: " + given.join(", "));
+    ShowFindings();
+}

@@ -1,0 +1,198 @@
+// A job that was restored, imported or undone is the job that it was, in every column; foreign files are
+// refused.
+
+#include "core/store/JobCopies.h"
+#include "core/base/Fault.h"
+#include "core/store/Backup.h"
+#include "core/store/Deletion.h"
+#include "core/store/Gateway.h"
+#include "core/store/Schema.h"
+#include "core/store/StoredRows.h"
+#include "tests/support/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace UtilityFunctions;
+using JobCopies::Origin;
+using JobCopies::Source;
+
+namespace {
+
+/// A job whose columns all hold something else, and one of nulls.
+class JobCopiesTest : public testing::Test {
+  protected:
+    JobCopiesTest() {
+        home.installData();
+        const Connection user = openDatabase("User");
+        for (const char* table : {"tblJobHeader", "tblJobData"}) {
+            Recordset row;
+            row.Open(table, user, CursorType::Keyset, CommandType::Table);
+            row.AddNew();
+            double value = 0.1;
+            for (const QString& name : row.columnNames()) {
+                value += 1.7;
+                row[name].setStored(row[name].takesText() ? QVariant(name.right(3) + "'s \"ä\" ")
+                                    : name == "TankNo" || name == "Qty" ? QVariant(qint64(value))
+                                                                        : QVariant(value));
+            }
+            row["JobID"].setStored("Full's");
+            row.Update();
+        }
+        Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Empty')");
+        Execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.1', 'Empty')");
+        before = contents();
+    }
+
+    static QList<QList<QVariantList>> contents() {
+        const Connection user = openDatabase("User");
+        QList<QList<QVariantList>> all;
+        for (const char* table : {"tblJobHeader", "tblJobData"})
+            for (const char* job : {"Full's", "Empty"})
+                all.append(ReadStoredRows(user, table, "JobID", job).rows);
+        return all;
+    }
+
+    static void removeJobs() {
+        Execute("User", "DELETE FROM tblJobHeader");
+        Execute("User", "DELETE FROM tblJobData");
+    }
+
+    /// A file of the job, as it is exported.
+    QString exported() const {
+        const QString path = home.path() + "/job.brennoval";
+        JobCopies::Export(openDatabase("User"), "Full's", path);
+        return path;
+    }
+
+    TemporaryHome home;
+    QList<QList<QVariantList>> before;
+};
+
+void change(const QString& path, const QString& statement) {
+    Connection file;
+    file.setProperty("Data Source", path);
+    file.Open();
+    Recordset().Open(statement, file);
+}
+
+} // namespace
+
+TEST_F(JobCopiesTest, EveryColumnComesBack) {
+    const QString backup = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
+    const QString file = exported();
+    removeJobs();
+    JobCopies::Restore(Source(backup, Origin::Own), openDatabase("User"), {"Full's", "Empty"});
+    EXPECT_EQ(contents(), before) << "restored";
+    JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"});
+    EXPECT_EQ(contents(), before) << "over itself";
+    DeleteJob("Full's");
+    DeleteTankLines({"Empty.1"});
+    EXPECT_EQ(UndoDeletion(), "");
+    EXPECT_EQ(UndoDeletion(), "");
+    EXPECT_EQ(contents(), before) << "undone";
+    removeJobs();
+    JobCopies::RestoreAll(Source(backup, Origin::Own), openDatabase("User"));
+    EXPECT_EQ(contents(), before) << "the whole file";
+}
+
+// Each column that is changed alone makes the job another one.
+TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsSeen) {
+    const Source copy(Backup::Make(openDatabase("User"), Backup::Reason::ByHand), Origin::Own);
+    EXPECT_TRUE(JobCopies::ChangedJobs(copy, openDatabase("User")).empty());
+    for (const char* table : {"tblJobHeader", "tblJobData"})
+        for (const QString& column :
+             Rows("User", table, CursorType::ForwardOnly, CommandType::Table)->columnNames()) {
+            if (column == "JobID")
+                continue;
+            const Connection user = openDatabase("User");
+            user.engine().begin();
+            Recordset().Open("UPDATE " + QString(table) + " SET [" + column + "] = 5 WHERE JobID = 'Full''s'",
+                             user);
+            const auto jobs = JobCopies::ChangedJobs(copy, user);
+            ASSERT_EQ(jobs.size(), 1U) << column.toStdString();
+            EXPECT_EQ(jobs[0].today, JobCopies::Today::Differs);
+            user.engine().rollback();
+        }
+    DeleteJob("Empty");
+    ASSERT_EQ(JobCopies::ChangedJobs(copy, openDatabase("User")).size(), 1U);
+}
+
+TEST_F(JobCopiesTest, AnOlderFileIsBroughtUpBesideItself) {
+    const QString path = home.path() + "/older.brennoval";
+    {
+        QFile empty(path);
+        ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+        Connection file;
+        file.setProperty("Data Source", path);
+        file.Open();
+        file.engine().runScript(Schema::ownScripts()[0], 0); // which did not carry its number
+        Recordset().Open("INSERT INTO tblJobHeader (JobID) VALUES ('Old')", file);
+    }
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"});
+    EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobHeader", "JobID", "Old"));
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), bytes);
+}
+
+TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
+    Execute("User", "UPDATE tblJobData SET TankID = 'Full''s.1', DateCreated = NULL WHERE JobID = 'Full''s'");
+    Execute("User", "UPDATE tblJobHeader SET DateCreated = NULL");
+    const QString sound = exported();
+    removeJobs();
+    Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Mine')");
+    Execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Mine.1', 'Mine')");
+    const std::pair<const char*, const char*> hostile[] = {
+        {"PRAGMA user_version = 99", "newer version"},
+        {"CREATE TRIGGER t AFTER INSERT ON tblJobData BEGIN DELETE FROM tblJobHeader; END", "none of"},
+        {"DROP TABLE tblJobData", "no jobs"},
+        {"UPDATE tblJobHeader SET Engineer = printf('%.*c', 3000000, 'x')", "too long"},
+        {"UPDATE tblJobData SET SOPMax = 'lots'", "wrong kind"},
+        {"UPDATE tblJobData SET TankID = 'Mine.1'", "another job"}};
+    int number = 0;
+    for (const auto& [statement, why] : hostile) {
+        const QString path = home.path() + QString("/hostile%1").arg(++number);
+        QFile::copy(sound, path);
+        change(path, statement);
+        try {
+            JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Full's"});
+            ADD_FAILURE() << statement << " was taken";
+        } catch (const DatabaseFault& fault) {
+            EXPECT_TRUE(QString(fault.what()).contains(why)) << fault.what();
+        }
+        Rows jobs("User", "SELECT COUNT(*) AS N FROM tblJobHeader");
+        EXPECT_EQ(jobs["N"].number(), 1) << statement;
+    }
+    // A query without an end in the place of a table is never asked.
+    const QString path = home.path() + "/endless";
+    QFile::copy(sound, path);
+    change(path, "DROP TABLE tblJobHeader");
+    change(path,
+           "CREATE VIEW tblJobHeader AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+           "SELECT i AS JobID FROM n");
+    EXPECT_THROW(Source(path, Origin::Foreign), DatabaseFault);
+    Connection user;
+    user.setProperty("Data Source", path);
+    user.Open();
+    EXPECT_THROW(Schema::upgrade(user), DatabaseFault) << "nor at the start";
+    // The sound one is still good.
+    JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"});
+    EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
+}
+
+TEST_F(JobCopiesTest, AnExportLeavesNoHalfFileAndNothingButPlainFiles) {
+    const QString folder = home.path() + "/folder.brennoval";
+    QDir().mkpath(folder);
+    EXPECT_THROW(JobCopies::Export(openDatabase("User"), "Full's", folder), DatabaseFault);
+    EXPECT_THROW(JobCopies::Export(openDatabase("User"), "None", home.path() + "/x.brennoval"), RecordGone);
+    EXPECT_TRUE(QDir(home.path()).entryList({"*.part*", "x.brennoval"}).isEmpty());
+    const QString file = exported();
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    const auto mode = QFile::permissions(file);
+    exported();
+    EXPECT_EQ(QFile::permissions(file), mode);
+}
