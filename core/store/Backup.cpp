@@ -167,7 +167,9 @@ QList<Copy> CopiesOf(const QString& userFile) {
         if (const auto copy = copyOf(file, base))
             copies.append(*copy);
     std::ranges::sort(copies, [](const Copy& one, const Copy& other) {
-        return std::tie(one.made, one.path) > std::tie(other.made, other.path);
+        // Of one second, that with the higher number behind its name.
+        return std::tuple(one.made, one.path.size(), one.path) >
+               std::tuple(other.made, other.path.size(), other.path);
     });
     return copies;
 }
