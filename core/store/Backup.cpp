@@ -186,7 +186,7 @@ Counts CountsOf(const Connection& data) {
 QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
     constexpr int mostOfToday = 20;
     constexpr int days = 10;
-    constexpr int weeks = 8;
+    constexpr qint64 weeks = 8;
     constexpr int months = 12;
     const auto mondayOf = [](const QDate& day) { return day.addDays(1 - day.dayOfWeek()); };
     const auto firstOf = [](const QDate& day) { return QDate(day.year(), day.month(), 1); };
