@@ -167,7 +167,9 @@ QList<Copy> CopiesOf(const QString& userFile) {
         if (const auto copy = copyOf(file, base))
             copies.append(*copy);
     std::ranges::sort(copies, [](const Copy& one, const Copy& other) {
-        return std::tie(one.made, one.path) > std::tie(other.made, other.path);
+        // Of one second, that with the higher number behind its name.
+        return std::tuple(one.made, one.path.size(), one.path) >
+               std::tuple(other.made, other.path.size(), other.path);
     });
     return copies;
 }
@@ -184,7 +186,7 @@ Counts CountsOf(const Connection& data) {
 QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
     constexpr int mostOfToday = 20;
     constexpr int days = 10;
-    constexpr int weeks = 8;
+    constexpr qint64 weeks = 8;
     constexpr int months = 12;
     const auto mondayOf = [](const QDate& day) { return day.addDays(1 - day.dayOfWeek()); };
     const auto firstOf = [](const QDate& day) { return QDate(day.year(), day.month(), 1); };
