@@ -481,6 +481,7 @@ Screen* load(const QString& name) {
         if (same && (!entry->screen->loadsAfresh() || entry->screen->hasEntries())) {
             entry->loadedFor = subject;
             join(*entry, task);
+            entry->stored = false; // until the data have been looked at for this task
             updateHandOvers();
             return freshen(entry->screen) ? find(name) : nullptr;
         }

@@ -152,6 +152,8 @@ void Notes::set(const Work& task, const QString& writer, std::optional<QString> 
             window->line = tankOf(*task);
         if (window.key() != writer && leavesRecord(window->shows, before, *task))
             window->work = kept;
+        else // opened for a line to come, it is now about the one that got its number
+            window->openedFor = *task;
     }
 }
 
@@ -162,7 +164,7 @@ bool Notes::serves(const QString& pad, const QString& target) const {
     const Work other = windows[target].work;
     const QString job = jobOf(*own);
     const QString line = windows[pad].line;
-    return job == jobOf(*other) && line == tankOf(*other) &&
+    return job == jobOf(*other) && line == tankOf(*other) && windows[pad].application == other->application &&
            ((!job.isEmpty() && !line.isEmpty()) || own == other);
 }
 
@@ -177,12 +179,17 @@ bool Notes::open(const QString& window, const Work& task) {
             present.work = task;
             present.openedFor = *task;
             present.line = tankOf(*task);
+            present.application = task->application;
             return true;
         }
         if (!same && !closingCheck(window))
             return false;
     }
-    windows[window] = {.work = task, .openedFor = *task, .shows = face.about, .line = tankOf(*task)};
+    windows[window] = {.work = task,
+                       .openedFor = *task,
+                       .shows = face.about,
+                       .line = tankOf(*task),
+                       .application = task->application};
     fill(window);
     return true;
 }
@@ -225,8 +232,11 @@ void Notes::cancelJob(const QString& window) {
         {"frmJobConditions",
          {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric", "frmPipeSelect"}},
         {"frmJobConditionsSHK", {"frmMetricSHK", "frmPipeSelect"}}};
-    for (const QString& companion : companions[window])
-        remove(companion);
+    for (const QString& companion : companions[window]) {
+        const QString of = isOpen(companion) ? jobOf(valuesOf(companion)) : QString();
+        if (of.isEmpty() || of == jobOf(valuesOf(window)))
+            remove(companion);
+    }
     remove(window);
     if (headers.contains(job) && tanksOf(job).isEmpty())
         deleteJob(job);
@@ -319,7 +329,7 @@ bool Notes::saveLine(const QString& window, const Row& columns) {
     const Work task = windows[window].work;
     QString tank = tankOf(*task);
     const QStringList begin = {"frmJobConditions", "frmJobConditionsSHK", "frmConvertSteel", "frmPKGSelect"};
-    const bool adds = task->mode == "New" && begin.contains(window);
+    const bool adds = (task->mode == "New" || task->tank == "") && begin.contains(window);
     if (adds) {
         const QString job = window == "frmConvertSteel" ? steelJob : jobOf(*task);
         if (!headers.contains(job)) {

@@ -29,9 +29,10 @@ struct Window {
     Values openedFor;
     About shows = About::Nothing; // what goes when it is deleted
     QString line = {};            // the tank of its work when it joined that; one to come gets its key later
-    bool handsBack = false;       // an estimator that the conditions opened
-    Row boxes = {};               // what its boxes show
-    Row asRead = {};              // its record, as it read it
+    std::optional<QString> application = {}; // of its work at that time
+    bool handsBack = false;                  // an estimator that the conditions opened
+    Row boxes = {};                          // what its boxes show
+    Row asRead = {};                         // its record, as it read it
     bool typed = false;
     QStringList list = {}; // its rows by their first column
     int chosen = 0;        // the row of the list

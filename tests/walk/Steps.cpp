@@ -768,6 +768,8 @@ void choosePackage(Walk& walk, const QString& window) {
 }
 
 void savePackage(Walk& walk, const QString& window) {
+    if (walk.notes.windows[window].boxes["txtModelNo"].isEmpty())
+        return;
     walk.reach(window, "bttnSave");
     Notes& notes = walk.notes;
     const Row boxes = notes.windows[window].boxes;
