@@ -71,7 +71,7 @@ Entry* entryOf(const QString& name) {
 
 /// What some values of the session hold of a screen's subject.
 QString subjectIn(const Session::TaskValues& values, Subject subject) {
-    const QString job = values.jobID.value_or(QString());
+    QString job = values.jobID.value_or(QString());
     switch (subject) {
     case Subject::TankLine:
         return job + u'\n' + Session::lineOf(values) + u'\n' + values.tankClass.value_or(QString());

@@ -125,7 +125,7 @@ QString add(const TankLine& line, TankLine::Columns columns) {
     if (!hasHeader(connection, job))
         throw jobGone();
     const std::int16_t number = nextNumber(connection, job);
-    const QString tankID = job + u'.' + QString::number(number);
+    QString tankID = job + u'.' + QString::number(number);
     Recordset tank;
     tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
     tank.AddNew();
@@ -182,7 +182,7 @@ std::optional<TankLine> ReadTankLine(const QString& tankID) {
 
 std::optional<TankLine> ReadTankLineToEdit() {
     const QString tankID = Session::TankID.text();
-    const auto line = ReadTankLine(tankID);
+    auto line = ReadTankLine(tankID);
     if (!line && !tankID.isEmpty() && Session::Mode.text() == Session::Modes::Edit)
         throw RecordGone("This tank has been deleted.");
     return line;
