@@ -181,7 +181,7 @@ void frmRestore::CountCopies() {
 }
 
 void frmRestore::ShowFindings() {
-    const DataCheck::Findings findings = DataCheck::Latest();
+    const DataCheck::Findings& findings = DataCheck::Latest();
     grpFindings->setVisible(!findings.isEmpty());
     cmdGiveHeader->setVisible(!findings.orphanJobs.isEmpty());
     lblFindings->setText(findings.sentences().mid(0, 3).join('\n') +
