@@ -46,7 +46,7 @@ QString told(const Row& row) {
 
 Walk::Walk(const Stage& stage) : player(stage) {
     notes.ask = [this](const QString& text, const QStringList& buttons) {
-        const QString button = oneOf(buttons);
+        QString button = oneOf(buttons);
         answer(button, text);
         return button;
     };
