@@ -61,7 +61,7 @@ class JobCopiesTest : public testing::Test {
 
     /// A file of the job, as it is exported.
     QString exported() const {
-        const QString path = home.path() + "/job.brennoval";
+        QString path = home.path() + "/job.brennoval";
         JobCopies::Export(openDatabase("User"), "Full's", path);
         return path;
     }
