@@ -38,8 +38,8 @@ class Submittals : public testing::Test {
         Execute("User", "INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('J', 'Ohm', 'Watt')");
     }
 
-    /// The pages of a model's submittal for a tank line.
-    static Pages pagesOf(const QString& model) {
+    /// A model's submittal for a tank line.
+    static Document documentOf(const QString& model) {
         Execute("User", "DELETE FROM tblJobData");
         Execute(
             "User",
@@ -50,8 +50,9 @@ class Submittals : public testing::Test {
                 "', 4, 2345.6, 'Brine', 41, 199, 13, 28, 1260, 45, 65, 155, 8.44, .136, 5.62, 'N-1', '-', "
                 "'S-3', 'W-9')");
         Session::TankID.write("J.1");
-        return Report(*FindReport(SetReport(model))).Run().pages;
+        return Report(*FindReport(SetReport(model))).Run();
     }
+    static Pages pagesOf(const QString& model) { return documentOf(model).pages; }
 
     /// The texts of a model's submittal: a line each, the parts of a boxed field together, what is a number
     /// behind an equals sign, pictures last.
@@ -289,6 +290,15 @@ TEST_F(Submittals, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
     for (const char* value : {"Min 13 psi", "Max 28 psi"})
         EXPECT_EQ(placeOf(hydropneumatic, value) - placeOf(hydropneumatic, "Pressures"),
                   placeOf(bladder, value) - placeOf(bladder, "Pressures"));
+}
+
+TEST_F(Submittals, TellAFileWhatTheyAre) {
+    const Document document = documentOf("RCB 5000");
+    EXPECT_EQ(document.title, "Brennoval Submittal, J, RCB 5000");
+    EXPECT_EQ(document.author, "Pump & Tank");
+    EXPECT_EQ(document.fileName, "J.1 RCB 5000");
+    Execute("User", "DELETE FROM tblRepMaster");
+    EXPECT_EQ(documentOf("SHK 300").author, "Ordwick Company");
 }
 
 TEST_F(Submittals, ShowAMarkForNothingButACapitalY) {
