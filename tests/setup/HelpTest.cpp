@@ -142,6 +142,7 @@ TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached
 TEST(HelpEngineOfItsOwn, EndsItsThreadsBeforeItFreesWhatTheyRead) {
     const QTemporaryDir folder;
     bool freed = false;
+    QList<QThread*> threads; // outlives the engine, whose end reads it
     {
         HelpEngine engine(folder.filePath("help.qhc"));
         engine.setReadOnly(false);
@@ -149,13 +150,13 @@ TEST(HelpEngineOfItsOwn, EndsItsThreadsBeforeItFreesWhatTheyRead) {
         ASSERT_TRUE(
             engine.registerDocumentation(QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch"));
         const QObject* owner = static_cast<const QObject*>(engine.contentModel())->parent();
-        const auto threads = owner->findChildren<QThread*>();
+        threads = owner->findChildren<QThread*>();
         ASSERT_EQ(threads.size(), 2);
         for (const QObject* part : engine.children())
             if (part->inherits("QHelpCollectionHandler"))
                 QObject::connect(part, &QObject::destroyed, [&] {
                     freed = true;
-                    for (const QThread* thread : threads)
+                    for (const QThread* thread : std::as_const(threads))
                         EXPECT_FALSE(thread->isRunning());
                 });
         QCoreApplication::processEvents(); // which starts them
