@@ -13,7 +13,8 @@
 #include <optional>
 #include <system_error>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
+using namespace Registry;
 
 namespace {
 

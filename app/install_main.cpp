@@ -43,7 +43,7 @@ void requireHome() {
 int install(bool restoresCatalogue) {
     try {
         requireHome();
-        const QString shipped = UtilityFunctions::ProgramFolder() + "/Data";
+        const QString shipped = Program::ProgramFolder() + "/Data";
         const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
         if (restoresCatalogue)
             std::cout << "Restored " << RestoreCatalogue(shipped, data).toStdString() << '\n';
@@ -59,7 +59,7 @@ int install(bool restoresCatalogue) {
 } // namespace
 
 int main(int argc, char** argv) {
-    UtilityFunctions::IgnoreRelativeFolders();
+    Program::IgnoreRelativeFolders();
     int argumentCount = 1; // Qt's own options are unknown arguments too
     const QCoreApplication application(argumentCount, argv);
     QCoreApplication::setOrganizationName("Fennerbrooke");
@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (argc == 2 && option == "--version") {
-        std::cout << "brennoval-install " << UtilityFunctions::FullProgramVersion().toStdString() << '\n';
+        std::cout << "brennoval-install " << Program::FullProgramVersion().toStdString() << '\n';
         return 0;
     }
     std::cerr << "brennoval-install: takes --restore-catalogue, --help, --version or nothing\n";

@@ -10,12 +10,12 @@
 #include <QLocale>
 
 int main(int /*argc*/, char** argv) {
-    UtilityFunctions::IgnoreRelativeFolders();
+    Program::IgnoreRelativeFolders();
     int argumentCount = 1; // no command line is read, not even Qt's own options
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
-    LoadTranslations(UtilityFunctions::ProgramFolder() + "/Translations", QLocale());
+    LoadTranslations(Program::ProgramFolder() + "/Translations", QLocale());
     const SystemScheme scheme; // follows the desktop while the program runs
     PreviousInstance();
     registerAll();

@@ -7,7 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace Gateway;
 
 namespace {
 

@@ -34,7 +34,7 @@
 #include <array>
 #include <cstdio>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

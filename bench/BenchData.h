@@ -82,7 +82,7 @@ class Data {
                     "SELECT DISTINCT JobID FROM tblJobData; COMMIT; ANALYZE;")
                 .arg(tankLines));
     }
-    QString file(const QString& name) const { return UtilityFunctions::dbConnection(name).dataSource(); }
+    QString file(const QString& name) const { return Gateway::dbConnection(name).dataSource(); }
 
   private:
     TemporaryHome home;

@@ -18,7 +18,8 @@
 
 #include <malloc.h>
 
-using namespace UtilityFunctions;
+using namespace Schedule;
+using namespace Submittals;
 
 namespace {
 

@@ -57,7 +57,7 @@ void waitForRest(qint64 process) {
 Footprint once(const QString& program, const QStringList& arguments) {
     const TemporaryHome home;
     home.installData();
-    Bare(UtilityFunctions::dbConnection("User").dataSource()).run("UPDATE tblFirstTime SET FirstTime = 1");
+    Bare(Gateway::dbConnection("User").dataSource()).run("UPDATE tblFirstTime SET FirstTime = 1");
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", home.path());

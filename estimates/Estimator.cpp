@@ -15,7 +15,9 @@
 #include <QLineEdit>
 #include <QToolButton>
 
-using namespace UtilityFunctions;
+using namespace Fields;
+using namespace Pipes;
+using namespace StatusBar;
 
 namespace {
 const QString conditions = QStringLiteral("frmJobConditions");

@@ -3,7 +3,7 @@
 #include "core/base/Numbers.h"
 #include "estimates/Finite.h"
 
-namespace UtilityFunctions {
+namespace MetricConversions {
 
 namespace {
 
@@ -41,4 +41,4 @@ double CelsiusToFahrenHeit(double celsius) {
     return oneDecimal(fahrenheitInCelsius * celsius + fahrenheitAtZeroCelsius);
 }
 
-} // namespace UtilityFunctions
+} // namespace MetricConversions

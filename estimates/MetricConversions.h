@@ -3,7 +3,7 @@
 /// Metric values in U.S. units, rounded to one decimal, halves to the even digit: the program computes and
 /// stores in U.S. units only, and the decimal is as much as its screens show. All throw Fault 6 for a result
 /// that no double holds.
-namespace UtilityFunctions {
+namespace MetricConversions {
 
 /// Kilopascals in psi.
 double kPaToPSI(double kilopascals);
@@ -14,4 +14,4 @@ double MetersToFeet(double meters);
 double MetricTonsToTons(double metricTons);
 double CelsiusToFahrenHeit(double celsius);
 
-} // namespace UtilityFunctions
+} // namespace MetricConversions

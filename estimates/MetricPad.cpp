@@ -11,7 +11,9 @@
 #include <QLabel>
 #include <QLineEdit>
 
-using namespace UtilityFunctions;
+using namespace Fields;
+using namespace Pipes;
+using namespace StatusBar;
 
 void MetricPad::Load() {
     setProperty("helpContext", SetHelpContext());

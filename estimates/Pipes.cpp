@@ -5,7 +5,9 @@
 #include "core/shell/Screens.h"
 #include "core/store/Gateway.h"
 
-namespace UtilityFunctions {
+using namespace Gateway;
+
+namespace Pipes {
 
 bool ValidatePipeSize(const QString& text, const QString& mode) {
     if (text.isEmpty())
@@ -37,4 +39,4 @@ void ClosePipeChooser(const QString& opener) {
         Screens::unload("frmPipeSelect");
 }
 
-} // namespace UtilityFunctions
+} // namespace Pipes

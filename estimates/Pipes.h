@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace UtilityFunctions {
+namespace Pipes {
 
 /// Whether the catalogue has a pipe: by its metric key for the mode "Metric", else by its U.S. key. An empty
 /// text passes. Tells the user when it has none. Throws DatabaseFault for a text that breaks the query, as
@@ -17,4 +17,4 @@ void OpenPipeChooser(const QString& opener);
 /// Closes the chooser when it stands open for a screen that goes.
 void ClosePipeChooser(const QString& opener);
 
-} // namespace UtilityFunctions
+} // namespace Pipes

@@ -7,7 +7,9 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Fields;
+using namespace Gateway;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "core/shell/FieldChecks.h"
 #include "estimates/SystemFluid.h"
 
-using namespace UtilityFunctions;
+using namespace Fields;
 
 frmCalcHydTSF::frmCalcHydTSF() : Estimator("frmCalcHydTSF") {
     setupUi(this);

@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-using namespace UtilityFunctions;
+using namespace MetricConversions;
 
 namespace {
 

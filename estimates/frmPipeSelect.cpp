@@ -7,7 +7,8 @@
 #include "core/store/Catalogue.h"
 #include "estimates/Pipes.h"
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Pipes;
 
 namespace {
 

@@ -7,7 +7,8 @@
 
 #include <QKeyEvent>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Fields;
 
 frmcalcThmTSF::frmcalcThmTSF() : Estimator("frmcalcThmTSF") {
     setupUi(this);

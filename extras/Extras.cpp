@@ -20,7 +20,11 @@
 #include <QRegularExpression>
 #include <QTimer>
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace Gateway;
+using namespace PriorData;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

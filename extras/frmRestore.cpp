@@ -14,7 +14,8 @@
 #include <QLocale>
 #include <QTimer>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
+using namespace StatusBar;
 using JobCopies::Today;
 
 namespace {

@@ -8,7 +8,7 @@
 #include <limits>
 #include <span>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

@@ -25,13 +25,13 @@ void newJob() {
     Session::JobID.write("");
     Session::TankID.write("");
     Screens::open("frmJobHeader");
-    UtilityFunctions::SetStatusText("Spec a new job");
+    StatusBar::SetStatusText("Spec a new job");
 }
 
 void searchJob(const QString& mode, const QString& status) {
     Session::Mode.write(mode);
     Screens::open("frmjobsearchdialog");
-    UtilityFunctions::SetStatusText(status);
+    StatusBar::SetStatusText(status);
 }
 
 void maintain(const QString& list) {

@@ -4,10 +4,10 @@
 
 class QWidget;
 
-namespace UtilityFunctions {
+namespace NameLookup {
 
 /// Opens the look-up on a table of names, "tblEngineer" or "tblContractor". The tag says who asks and thereby
 /// which box takes the name; this routine returns at once, before there is one. Throws DatabaseFault.
 void FillListView(const QWidget* field, const QString& table, const QString& tag);
 
-} // namespace UtilityFunctions
+} // namespace NameLookup

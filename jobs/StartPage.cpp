@@ -25,7 +25,7 @@ constexpr std::size_t newestJobs = 10;
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
-        UtilityFunctions::Trap("StartPage.openJob", [&] {
+        Faults::Trap("StartPage.openJob", [&] {
             Session::Mode.write(Session::Modes::Edit);
             Session::JobID.write(jobID);
             Screens::open(JobSearch::EditScreenOf(jobID));

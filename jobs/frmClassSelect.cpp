@@ -6,7 +6,9 @@
 #include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Deletion;
+using namespace StatusBar;
 
 frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
     setupUi(this);

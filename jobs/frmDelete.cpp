@@ -6,7 +6,9 @@
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace NameLookup;
+using namespace Records;
 
 namespace {
 

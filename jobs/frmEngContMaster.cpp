@@ -6,7 +6,7 @@
 #include "core/store/NameList.h"
 #include "core/store/SessionStore.h"
 
-using namespace UtilityFunctions;
+using namespace StatusBar;
 
 namespace {
 

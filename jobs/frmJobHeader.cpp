@@ -14,7 +14,10 @@
 
 #include <QAction>
 
-using namespace UtilityFunctions;
+using namespace Fields;
+using namespace NameLookup;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -8,8 +8,6 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
-
 namespace {
 
 /// Who asks, and the box that takes the name.
@@ -28,7 +26,7 @@ constexpr HandOver handOvers[] = {
 
 } // namespace
 
-void UtilityFunctions::FillListView(const QWidget* /*field*/, const QString& table, const QString& tag) {
+void NameLookup::FillListView(const QWidget* /*field*/, const QString& table, const QString& tag) {
     auto* lookup = dynamic_cast<frmOneColumnLookup*>(Screens::load("frmOneColumnLookup"));
     if (!lookup)
         return;

@@ -12,7 +12,10 @@
 
 #include <QLocale>
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Catalogue;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <QLocale>
 #include <QToolButton>
 
-using namespace UtilityFunctions;
+using namespace StatusBar;
 
 namespace {
 

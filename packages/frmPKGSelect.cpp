@@ -13,7 +13,12 @@
 
 #include <QDate>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Drawings;
+using namespace Fields;
+using namespace NameLookup;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

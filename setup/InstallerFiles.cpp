@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <array>
 
-namespace UtilityFunctions {
+using namespace Gateway;
+
+namespace InstallerFiles {
 
 namespace {
 QString& installerFolder() {
@@ -54,4 +56,4 @@ bool IsInstallersToTake(const QString& path) {
     });
 }
 
-} // namespace UtilityFunctions
+} // namespace InstallerFiles

@@ -4,7 +4,7 @@
 
 /// The files that an installer leaves for the first start: datasource.ini and demosource.ini, each of which
 /// holds the full name of another file and nothing else.
-namespace UtilityFunctions {
+namespace InstallerFiles {
 
 /// The folder in which they stand, a setting of the build.
 QString InstallerFolder();
@@ -20,4 +20,4 @@ QString ReadInstallerFile(const QString& name);
 /// and none of the program's own databases or what the engine keeps beside them.
 bool IsInstallersToTake(const QString& path);
 
-} // namespace UtilityFunctions
+} // namespace InstallerFiles

@@ -25,7 +25,11 @@
 #include <cmath>
 #include <optional>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Faults;
+using namespace Gateway;
+using namespace InstallerFiles;
+using namespace StatusBar;
 
 namespace {
 
@@ -438,7 +442,7 @@ void takeOver(const QString& path) {
 
 } // namespace
 
-void UtilityFunctions::TakeOverPriorData() {
+void PriorData::TakeOverPriorData() {
     const QString path = Dialogs::current().openFile("*.mdb (*.mdb)", {}, takeOverTitle);
     if (path.isEmpty())
         return;
@@ -446,7 +450,7 @@ void UtilityFunctions::TakeOverPriorData() {
     Named("TakeOverPriorData", [&path] { takeOver(path); });
 }
 
-bool UtilityFunctions::ConvertPriorData() {
+bool PriorData::ConvertPriorData() {
     const Hourglass hourglass;
     SetStatusText(converting);
     bool complete = false;

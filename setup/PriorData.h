@@ -1,6 +1,6 @@
 #pragma once
 
-namespace UtilityFunctions {
+namespace PriorData {
 
 /// Takes over the jobs, names and defaults of the earlier program, whose file the installer's datasource.ini
 /// names, or the user when there is none. All of it stands in the user's data together, with the mark that it
@@ -15,4 +15,4 @@ bool ConvertPriorData();
 /// short report ends it. Throws Fault.
 void TakeOverPriorData();
 
-} // namespace UtilityFunctions
+} // namespace PriorData

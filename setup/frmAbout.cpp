@@ -8,7 +8,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-using namespace UtilityFunctions;
+using namespace Program;
+using namespace Registry;
 
 namespace {
 

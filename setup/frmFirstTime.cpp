@@ -15,7 +15,9 @@
 
 #include <optional>
 
-using namespace UtilityFunctions;
+using namespace InstallerFiles;
+using namespace PriorData;
+using namespace Records;
 
 namespace {
 

@@ -13,7 +13,10 @@
 
 #include <QFocusEvent>
 
-using namespace UtilityFunctions;
+using namespace Fields;
+using namespace NameLookup;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
+using namespace Records;
 
 frmValidateRep::frmValidateRep() : Screen("frmValidateRep") {
     setupUi(this);

@@ -16,7 +16,12 @@
 
 #include <QDate>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Deletion;
+using namespace Fields;
+using namespace Pipes;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

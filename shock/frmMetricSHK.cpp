@@ -6,7 +6,9 @@
 #include "estimates/MetricConversions.h"
 #include "estimates/Pipes.h"
 
-using namespace UtilityFunctions;
+using namespace MetricConversions;
+using namespace Pipes;
+using namespace StatusBar;
 
 namespace {
 const QString conditions = QStringLiteral("frmJobConditionsSHK");

@@ -3,8 +3,6 @@
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
-using namespace UtilityFunctions;
-
 frmResultSHK::frmResultSHK() : FinishedTankScreen("frmResultSHK") {
     setupUi(this);
     prepare();

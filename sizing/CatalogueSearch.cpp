@@ -38,7 +38,7 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
 } // namespace
 
 std::vector<TankOption> FindModels(const QString& series, double requiredVolume, double requiredAcceptance) {
-    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "AcceptanceVolume * " + quantity +
                                        " >= " + StatementNumber(requiredAcceptance) + " AND TankVolume * " +
@@ -48,7 +48,7 @@ std::vector<TankOption> FindModels(const QString& series, double requiredVolume,
 }
 
 std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume) {
-    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"TankVolume", [&](const QString& quantity) {
                                 return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume);
                             }};
@@ -56,7 +56,7 @@ std::vector<TankOption> FindConvertedModels(const QString& series, double requir
 }
 
 std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore) {
-    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume) +
                                        " AND TankSysConn >= (1/" + quantity + "^.5) * (" +

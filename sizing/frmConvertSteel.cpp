@@ -14,7 +14,10 @@
 #include <QEvent>
 #include <QTimer>
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Fields;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

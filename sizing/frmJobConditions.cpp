@@ -15,7 +15,10 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace Fields;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -6,7 +6,8 @@
 #include "core/store/SessionStore.h"
 #include "estimates/MetricConversions.h"
 
-using namespace UtilityFunctions;
+using namespace MetricConversions;
+using namespace StatusBar;
 
 namespace {
 const QString conditions = QStringLiteral("frmJobConditions");

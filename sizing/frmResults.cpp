@@ -5,7 +5,7 @@
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
-using namespace UtilityFunctions;
+using namespace Fields;
 
 frmResults::frmResults() : FinishedTankScreen("frmResults") {
     setupUi(this);

@@ -4,7 +4,8 @@
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 
-using namespace UtilityFunctions;
+using namespace Fields;
+using namespace StatusBar;
 
 frmResultsConvert::frmResultsConvert() : FinishedTankScreen("frmResultsConvert") {
     setupUi(this);

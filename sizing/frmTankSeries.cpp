@@ -14,7 +14,12 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Catalogue;
+using namespace Deletion;
+using namespace Fields;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

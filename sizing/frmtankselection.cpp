@@ -15,7 +15,11 @@
 #include <QHeaderView>
 #include <QLabel>
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Catalogue;
+using namespace Deletion;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

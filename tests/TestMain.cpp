@@ -19,7 +19,7 @@ namespace {
 /// Brings user data up to the program's version and tells when it begins, for the test that kills it.
 int upgradeData(const QString& sessionFolder) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, sessionFolder);
-    Connection user = UtilityFunctions::openDatabase("User");
+    Connection user = Gateway::openDatabase("User");
     std::puts("begins");
     std::fflush(stdout);
     Schema::upgrade(user);

@@ -4,7 +4,7 @@
 #include "core/base/Text.h"
 
 /// The display names of the applications, as the session holds them.
-namespace UtilityFunctions {
+namespace ApplicationNames {
 
 inline QString AppName(Application application) {
     return ToQString(InfoOf(application).name);
@@ -25,4 +25,4 @@ inline QString AppNamePackage() {
     return AppName(Application::Package);
 }
 
-} // namespace UtilityFunctions
+} // namespace ApplicationNames

@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-namespace UtilityFunctions {
+namespace Program {
 
 QString ProgramVersion() {
     return QStringLiteral("%1.%2").arg(BRENNOVAL_MAJOR).arg(BRENNOVAL_MINOR);
@@ -23,4 +23,4 @@ void IgnoreRelativeFolders() {
             qunsetenv(name);
 }
 
-} // namespace UtilityFunctions
+} // namespace Program

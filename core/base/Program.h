@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace UtilityFunctions {
+namespace Program {
 
 /// "1.0", the program's major and minor version.
 QString ProgramVersion();
@@ -16,4 +16,4 @@ QString ProgramFolder();
 /// folder.
 void IgnoreRelativeFolders();
 
-} // namespace UtilityFunctions
+} // namespace Program

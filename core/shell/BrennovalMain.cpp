@@ -132,7 +132,7 @@ BrennovalMain*& theMainWindow() {
 void closeActiveScreen() {
     if (QMdiSubWindow* window = BrennovalMain::instance()->area()->currentSubWindow())
         window->close();
-    UtilityFunctions::SetStatusBarText();
+    StatusBar::SetStatusBarText();
 }
 
 void savePosition(const QWidget& window) {
@@ -231,7 +231,7 @@ void BrennovalMain::setStartWork(const std::function<void()>& work) {
 
 void BrennovalMain::beginStartWork() {
     constexpr int idle = 250; // milliseconds, in which the window and the start page have painted themselves
-    QTimer::singleShot(idle, this, [] { UtilityFunctions::Trap("BrennovalMain.StartWork", startWork()); });
+    QTimer::singleShot(idle, this, [] { Faults::Trap("BrennovalMain.StartWork", startWork()); });
 }
 
 void BrennovalMain::refreshBackground() {
@@ -248,9 +248,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuClose", closeActiveScreen);
     Commands::set("mnuExit", exitProgram);
     Commands::set("mnuHelpSub", [this] { Help::pressKey(this); });
-    Commands::set("mnuSupport", [] { UtilityFunctions::LaunchInternetExplorer("TechSupport"); });
-    Commands::set("mnuWebSite", [] { UtilityFunctions::LaunchInternetExplorer("Web"); });
-    Commands::set("mnuDemo", [] { UtilityFunctions::OpenDemo("BrennovalDemo.htm"); });
+    Commands::set("mnuSupport", [] { WebPages::LaunchInternetExplorer("TechSupport"); });
+    Commands::set("mnuWebSite", [] { WebPages::LaunchInternetExplorer("Web"); });
+    Commands::set("mnuDemo", [] { WebPages::OpenDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
@@ -260,8 +260,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
-            UtilityFunctions::Trap("BrennovalMain.Activate",
-                                   [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
+            Faults::Trap("BrennovalMain.Activate",
+                         [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
     });
     buildMenus();
     buildToolbar();
@@ -271,8 +271,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
         Screens::onChange([area] { area->showBackground(); });
         area->setBackground(backgroundMaker()(area->viewport()));
     }
-    setWindowTitle("Ordwick Company Brennoval Version " + UtilityFunctions::ProgramVersion());
-    UtilityFunctions::SetStatusBarText();
+    setWindowTitle("Ordwick Company Brennoval Version " + Program::ProgramVersion());
+    StatusBar::SetStatusBarText();
     // Smaller displays get what they have, less the frame that the desktop puts around it.
     const QSize frame(8, 40);
     resize(QSize(1180, 800).boundedTo(screen()->availableSize() - frame));
@@ -304,7 +304,7 @@ void BrennovalMain::buildMenus() {
             action->setEnabled(static_cast<bool>(handler));
             connect(action, &QAction::triggered, this, [name, handler] {
                 const Hourglass hourglass;
-                Screens::beginTask([&] { UtilityFunctions::Trap("BrennovalMain." + name, handler); });
+                Screens::beginTask([&] { Faults::Trap("BrennovalMain." + name, handler); });
             });
         }
         action->setObjectName(name);
@@ -374,7 +374,7 @@ void BrennovalMain::buildStatusBar() {
     bar->setObjectName("sbStatusBar");
     auto* statusLabel = new QLabel(bar);
     bar->addWidget(statusLabel, 1);
-    UtilityFunctions::SetStatusPanel(statusLabel);
+    StatusBar::SetStatusPanel(statusLabel);
     dateLabel = new QLabel(bar);
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})
@@ -422,7 +422,7 @@ void BrennovalMain::changeEvent(QEvent* event) {
         mdiArea->setBackground(palette().brush(QPalette::Mid));
     // The user comes back from another program, which may be another copy of this one.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        UtilityFunctions::Trap("BrennovalMain.Activate", Screens::freshenActive);
+        Faults::Trap("BrennovalMain.Activate", Screens::freshenActive);
     QMainWindow::changeEvent(event);
 }
 

@@ -123,7 +123,7 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
         return true;
     }
     if (asksForHelp(receiver, *event)) {
-        UtilityFunctions::Trap("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
+        Faults::Trap("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
         event->accept();
         return true;
     }

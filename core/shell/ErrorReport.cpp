@@ -13,7 +13,11 @@
 #include <QApplication>
 #include <QDateTime>
 
-namespace UtilityFunctions {
+using namespace Gateway;
+using namespace Program;
+using namespace StatusBar;
+
+namespace Faults {
 
 namespace {
 
@@ -82,4 +86,4 @@ void ShowFailure(const Fault& fault, const QString& codeSource, const QString& m
                 codeSource, module);
 }
 
-} // namespace UtilityFunctions
+} // namespace Faults

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace UtilityFunctions {
+namespace Faults {
 
 /// The one failure path: builds the report of thirteen lines and shows it in frmError without waiting. The
 /// database password is masked in the system source. The module is "Splash" or empty.
@@ -21,4 +21,4 @@ void ShowFailure(const Fault& fault, const QString& codeSource, const QString& m
 /// alone.
 void ShowErrorText(const QString& text, const QString& module = {});
 
-} // namespace UtilityFunctions
+} // namespace Faults

@@ -6,7 +6,7 @@
 #include "core/shell/Fields.h"
 #include "core/store/SessionStore.h"
 
-namespace UtilityFunctions {
+namespace Fields {
 
 namespace {
 
@@ -94,4 +94,4 @@ std::int16_t SetHelpContext() {
     return application ? static_cast<std::int16_t>(InfoOf(*application).helpContext) : std::int16_t(0);
 }
 
-} // namespace UtilityFunctions
+} // namespace Fields

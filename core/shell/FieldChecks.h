@@ -6,7 +6,7 @@
 
 /// The checks on entry fields (text and combo boxes). A field that fails is painted until its next check
 /// passes.
-namespace UtilityFunctions {
+namespace Fields {
 
 /// True for a number of 0 or more. An empty field becomes "0" and passes. Without a message a bad text
 /// becomes "0" too.
@@ -21,4 +21,4 @@ bool ValidateItemSelected(QWidget* field, bool showMessage);
 /// The help topic of the session's application, 0 when it has none.
 std::int16_t SetHelpContext();
 
-} // namespace UtilityFunctions
+} // namespace Fields

@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-namespace UtilityFunctions {
+namespace Fields {
 
 namespace {
 const char* const markProperty = "fieldError";
@@ -44,4 +44,4 @@ bool IsMarked(const QWidget* field) {
     return field->property(markProperty).toBool();
 }
 
-} // namespace UtilityFunctions
+} // namespace Fields

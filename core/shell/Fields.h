@@ -4,7 +4,7 @@
 #include <QWidget>
 
 /// The texts and marks of entry fields: text boxes, text areas and combo boxes.
-namespace UtilityFunctions {
+namespace Fields {
 
 QString FieldText(const QWidget* field);
 void SetFieldText(QWidget* field, const QString& text);
@@ -14,4 +14,4 @@ void MarkField(QWidget* field);
 void UnmarkField(QWidget* field);
 bool IsMarked(const QWidget* field);
 
-} // namespace UtilityFunctions
+} // namespace Fields

@@ -41,7 +41,7 @@ void show(QWidget* widget) {
     const QString topic = topicAt(widget);
     while (QWidget* popup = QApplication::activePopupWidget())
         popup->close();
-    UtilityFunctions::OpenPage("frmHelp", topic);
+    WebPages::OpenPage("frmHelp", topic);
 }
 
 void pressKey(QWidget* window) {

@@ -85,7 +85,7 @@ bool Screen::trap(const QString& procedure, const std::function<void()>& body) c
         }
     };
     const bool passed =
-        UtilityFunctions::Trap(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
+        Faults::Trap(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
     if (gone)
         Screens::drop(this);
     return passed;
@@ -183,10 +183,9 @@ bool Screen::leaveFor(const QString& screen) {
         Tag = "0";
         return false;
     }
-    const QString status =
-        UtilityFunctions::StatusText(); // the next screen's, which the closing would take away
+    const QString status = StatusBar::StatusText(); // the next screen's, which the closing would take away
     Screens::unload(name());
-    UtilityFunctions::SetStatusText(status);
+    StatusBar::SetStatusText(status);
     Screens::show(screen);
     return true;
 }

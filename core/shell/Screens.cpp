@@ -56,7 +56,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID);
 Registry& registry() {
     static Registry instance = [] {
         Session::onTaskWrite(leaveBehind);
-        UtilityFunctions::OnDeleted(dropScreensOf);
+        Deletion::OnDeleted(dropScreensOf);
         return Registry();
     }();
     return instance;
@@ -138,17 +138,17 @@ void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
 }
 
 /// The state of the data as a screen sees it: its job and its tank line. Nothing for one that shows no data.
-std::optional<UtilityFunctions::DataState> stateFor(const Entry& entry) {
+std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
     const Subject subject = entry.screen->subject();
-    return UtilityFunctions::ReadDataState(
-        subject == Subject::None ? QString() : entry.task->jobID.value_or(QString()),
-        subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
+    return Gateway::ReadDataState(subject == Subject::None ? QString()
+                                                           : entry.task->jobID.value_or(QString()),
+                                  subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
 }
 
 /// Whether the record of a screen is there: its tank line, or, as long as that has no key, its job.
-bool recordStands(const Entry& entry, const UtilityFunctions::DataState& state) {
+bool recordStands(const Entry& entry, const Gateway::DataState& state) {
     const bool hasTank =
         entry.screen->subject() == Subject::TankLine && !Session::lineOf(*entry.task).isEmpty();
     return hasTank ? state.tankStands : state.jobStands;
@@ -157,7 +157,7 @@ bool recordStands(const Entry& entry, const UtilityFunctions::DataState& state) 
 /// Whether a screen is about a line to come of the reserved job, which is there whenever it is needed.
 bool makesItsJob(const Entry& entry) {
     return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
-           entry.task->jobID == UtilityFunctions::ReservedJob();
+           entry.task->jobID == Records::ReservedJob();
 }
 
 /// Notes whether the record of a screen that was just filled is there.
@@ -324,7 +324,7 @@ void drop(const Screen* screen) {
         return;
     discard(screen->name());
     if (!anyVisible())
-        UtilityFunctions::SetStatusBarText();
+        StatusBar::SetStatusBarText();
 }
 
 bool stands(Screen* screen) {
@@ -337,7 +337,7 @@ bool stands(Screen* screen) {
     const QString job = entry->task->jobID.value_or(QString());
     const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
     entry->stored = false; // it is told of once
-    UtilityFunctions::Trap(screen->name(), [&tank] {
+    Faults::Trap(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
     dropScreensOf(job, tank); // all at once: none of them is to tell of it again
@@ -361,7 +361,7 @@ bool freshen(Screen* screen) {
         return true;
     const AtWork work(screen);
     const KeptRows rows(*screen);
-    UtilityFunctions::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
+    Faults::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
     rows.restore();
     screen->setEntered(false);
     entry = entryOf(screen->name());
@@ -468,7 +468,7 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
         throw Fault(Fault::ObjectNotSet, "There is no field " + (target + "." + control).toStdString());
     if (box->isHidden())
         return;
-    UtilityFunctions::SetFieldText(box, text);
+    Fields::SetFieldText(box, text);
     owner->setEntered(true);
 }
 
@@ -501,7 +501,7 @@ Screen* load(const QString& name) {
                                .application = task->tankClass});
     const auto before = stateFor(registry().entries.last());
     const AtWork work(screen);
-    const bool filled = UtilityFunctions::Trap(
+    const bool filled = Faults::Trap(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
     if (!filled)
         discard(name);
@@ -528,7 +528,7 @@ void show(const QString& name) {
     const bool first = !window->isVisible();
     screen->show();
     if (first && !screen->fillsWindow())
-        UtilityFunctions::FormatScreen(*screen);
+        Screens::FormatScreen(*screen);
     window->show();
     registry().changed();
     registry().area->setActiveSubWindow(window);
@@ -564,7 +564,7 @@ Closing close(const QString& name) {
     };
     {
         const AtWork work(screen);
-        checked = UtilityFunctions::Trap(name + ".QueryUnload", check);
+        checked = Faults::Trap(name + ".QueryUnload", check);
     }
     if (entry = entryOf(name); !allowed) {
         if (entry)
@@ -574,7 +574,7 @@ Closing close(const QString& name) {
     const bool leavesStatus = screen->leavesStatus();
     discard(name);
     if (!anyVisible() && !leavesStatus) // no task is under way
-        UtilityFunctions::SetStatusBarText();
+        StatusBar::SetStatusBarText();
     return Closing::Gone;
 }
 
@@ -635,7 +635,7 @@ void placeAgain() {
 
 } // namespace Screens
 
-void UtilityFunctions::FormatScreen(Screen& screen) {
+void Screens::FormatScreen(Screen& screen) {
     Screens::Entry* entry = Screens::entryOf(screen.name());
     if (!entry || !entry->window || !Screens::registry().area)
         return;

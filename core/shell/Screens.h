@@ -91,9 +91,9 @@ void placeAgain();
 
 } // namespace Screens
 
-namespace UtilityFunctions {
+namespace Screens {
 
 /// Gives a screen its size and places it in the middle of the main window, at its top edge when it is taller.
 void FormatScreen(Screen& screen);
 
-} // namespace UtilityFunctions
+} // namespace Screens

@@ -8,7 +8,7 @@
 #include "core/shell/frmSplash.h"
 
 void registerShell() {
-    UtilityFunctions::SetFailureHandler(UtilityFunctions::ShowFailure);
+    Faults::SetFailureHandler(Faults::ShowFailure);
     Screens::add("frmSplash", [] { return new frmSplash; });
     Screens::add("frmDatabasePath", [] { return new frmDatabasePath; });
     Screens::add("frmError", [] { return new frmError; });

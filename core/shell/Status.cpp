@@ -5,7 +5,9 @@
 #include <QLabel>
 #include <QPointer>
 
-namespace UtilityFunctions {
+using namespace Program;
+
+namespace StatusBar {
 
 namespace {
 QPointer<QLabel>& statusPanel() {
@@ -31,4 +33,4 @@ void SetStatusPanel(QLabel* panel) {
     statusPanel() = panel;
 }
 
-} // namespace UtilityFunctions
+} // namespace StatusBar

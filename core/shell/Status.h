@@ -4,7 +4,7 @@
 
 class QLabel;
 
-namespace UtilityFunctions {
+namespace StatusBar {
 
 /// Writes the first panel of the status bar; nothing happens while there is no main window.
 void SetStatusText(const QString& text);
@@ -15,4 +15,4 @@ QString StatusText();
 /// The label that is the first panel, from the main window; null when that goes.
 void SetStatusPanel(QLabel* panel);
 
-} // namespace UtilityFunctions
+} // namespace StatusBar

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace UtilityFunctions {
+namespace Faults {
 
 namespace {
 FailureHandler& failureHandler() {
@@ -25,4 +25,4 @@ void SetFailureHandler(FailureHandler handler) {
     failureHandler() = std::move(handler);
 }
 
-} // namespace UtilityFunctions
+} // namespace Faults

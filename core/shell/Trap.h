@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace UtilityFunctions {
+namespace Faults {
 
 /// The one error trap: runs a procedure, and hands a failure that leaves it to the handler, under the name of
 /// the routine in which it happened, or else the given name. The module is "Splash" or empty. True when
@@ -18,4 +18,4 @@ using FailureHandler =
     std::function<void(const Fault& fault, const QString& codeSource, const QString& module)>;
 void SetFailureHandler(FailureHandler handler);
 
-} // namespace UtilityFunctions
+} // namespace Faults

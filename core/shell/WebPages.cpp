@@ -8,7 +8,10 @@
 
 #include <QUrl>
 
-namespace UtilityFunctions {
+using namespace Program;
+using namespace Registry;
+
+namespace WebPages {
 
 namespace {
 
@@ -58,4 +61,4 @@ void OpenDemo(const QString& page) {
     OpenPage("frmDemo", ProgramFolder() + "/Demo/" + page);
 }
 
-} // namespace UtilityFunctions
+} // namespace WebPages

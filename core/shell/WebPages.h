@@ -14,7 +14,7 @@ class PageScreen : public Screen {
     Subject subject() const override { return Subject::None; }
 };
 
-namespace UtilityFunctions {
+namespace WebPages {
 
 /// Opens a page screen, or brings it to the front, at an address.
 void OpenPage(const QString& screen, const QString& address);
@@ -30,4 +30,4 @@ void LaunchInternetExplorer(const QString& page);
 /// Opens a page of the folder Demo, below the program's.
 void OpenDemo(const QString& page);
 
-} // namespace UtilityFunctions
+} // namespace WebPages

@@ -6,7 +6,8 @@
 
 #include <QApplication>
 
-using namespace UtilityFunctions;
+using namespace Registry;
+using namespace StatusBar;
 
 frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
     setupUi(this);

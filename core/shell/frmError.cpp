@@ -17,9 +17,9 @@ frmError::frmError() : Screen("frmError") {
     });
     on(cmdTechSupport, ".cmdTechSupport", [this] {
         Dialogs::current().copy(report);
-        UtilityFunctions::LaunchInternetExplorer("TechSupport");
+        WebPages::LaunchInternetExplorer("TechSupport");
     });
-    on(cmdDemo, ".cmdDemo", [] { UtilityFunctions::OpenDemo("ErrorDemo.htm"); });
+    on(cmdDemo, ".cmdDemo", [] { WebPages::OpenDemo("ErrorDemo.htm"); });
 }
 
 void frmError::setReport(const QString& newReport) {

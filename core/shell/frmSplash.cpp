@@ -21,7 +21,7 @@ constexpr int quietTicks = 8; // of a lock: another copy of the program may be b
 /// The flag that asks for the getting-started screen when it is 0; 2 for an empty table. Brings older data up
 /// to this program's version first.
 int firstTimeFlag() {
-    Connection connection = UtilityFunctions::dbConnection("User");
+    Connection connection = Gateway::dbConnection("User");
     connection.setBusyTimeout(longestWait);
     connection.Open();
     Schema::upgrade(connection);

@@ -3,7 +3,9 @@
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 
-namespace UtilityFunctions {
+using namespace Gateway;
+
+namespace Catalogue {
 
 Rows ReadPipe(const QString& pipeIndex) {
     return {"Sys", "SELECT * FROM tblPipeMaster WHERE PipeIndex = ?", {pipeIndex}};
@@ -51,4 +53,4 @@ QString FractionConversion(double value) {
     });
 }
 
-} // namespace UtilityFunctions
+} // namespace Catalogue

@@ -4,10 +4,10 @@
 
 #include <vector>
 
-namespace UtilityFunctions {
+namespace Catalogue {
 
 /// A pipe of the catalogue by its U.S. key. Throws DatabaseFault.
-Rows ReadPipe(const QString& pipeIndex);
+Gateway::Rows ReadPipe(const QString& pipeIndex);
 
 /// The bore of a pipe in inches; 0 when the catalogue has no such key. Throws DatabaseFault.
 double PipeBore(const QString& pipeIndex);
@@ -33,4 +33,4 @@ double ReadExpansionFactor(int column, double maximumTemperature);
 /// (.5"). Throws DatabaseFault.
 QString FractionConversion(double value);
 
-} // namespace UtilityFunctions
+} // namespace Catalogue

@@ -66,7 +66,7 @@ Findings Check(const Connection& user) {
 
 bool GiveHeaderBack(const Connection& user, const QString& jobID) {
     Transaction write(user);
-    if (UtilityFunctions::HasRow(user, "tblJobHeader", "JobID", jobID))
+    if (Gateway::HasRow(user, "tblJobHeader", "JobID", jobID))
         return false;
     Recordset header;
     header.Open("tblJobHeader", user, CursorType::Keyset, CommandType::Table);

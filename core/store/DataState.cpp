@@ -3,7 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID) {
     constexpr int longestWait = 100; // milliseconds for a lock: the next activation asks again
@@ -26,4 +26,4 @@ std::optional<DataState> ReadDataState(const QString& jobID, const QString& tank
     }
 }
 
-} // namespace UtilityFunctions
+} // namespace Gateway

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 /// What a screen needs to know of the data when it comes to the front.
 struct DataState {
@@ -16,4 +16,4 @@ struct DataState {
 /// The state of a job and of a tank line; nothing when the data cannot be read just now.
 std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID);
 
-} // namespace UtilityFunctions
+} // namespace Gateway

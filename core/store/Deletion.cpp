@@ -8,7 +8,9 @@
 
 #include <utility>
 
-namespace UtilityFunctions {
+using namespace Gateway;
+
+namespace Deletion {
 
 namespace {
 
@@ -177,4 +179,4 @@ void OnDeleted(std::function<void(const QString& jobID, const QString& tankID)> 
     deletionListener() = std::move(listener);
 }
 
-} // namespace UtilityFunctions
+} // namespace Deletion

@@ -7,7 +7,7 @@
 #include <functional>
 
 /// What takes jobs and tank lines away.
-namespace UtilityFunctions {
+namespace Deletion {
 
 /// Deletes a job with all its tank lines, after a copy of the data was put aside. Throws DatabaseFault.
 void DeleteJob(const QString& jobID);
@@ -39,4 +39,4 @@ void OnDeleted(std::function<void(const QString& jobID, const QString& tankID)> 
 /// Tells that what a job held is no more, as when another version of it takes its place.
 void TellDeleted(const QString& jobID);
 
-} // namespace UtilityFunctions
+} // namespace Deletion

@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace UtilityFunctions {
+using namespace Registry;
+
+namespace Gateway {
 
 QString DatabasePassword() {
     return QStringLiteral("tinsplum");
@@ -75,4 +77,4 @@ void Execute(const QString& databaseName, const QString& statement, const QVaria
     const Rows none(databaseName, statement, parameters);
 }
 
-} // namespace UtilityFunctions
+} // namespace Gateway

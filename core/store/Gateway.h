@@ -2,7 +2,7 @@
 
 #include "core/store/Database.h"
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 /// A closed connection to the user database ("User") or the catalogue (any other name), in the folder that
 /// the session store gives. Without a folder its Open fails with 0x80040E4D.
@@ -46,4 +46,4 @@ class Rows {
 /// Runs a statement that gives no rows. Throws as openDatabase.
 void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters = {});
 
-} // namespace UtilityFunctions
+} // namespace Gateway

@@ -12,10 +12,10 @@
 
 #include <algorithm>
 
-using UtilityFunctions::AddStoredRows;
-using UtilityFunctions::HasRow;
-using UtilityFunctions::ReadStoredRows;
-using UtilityFunctions::StoredRows;
+using Gateway::AddStoredRows;
+using Gateway::HasRow;
+using Gateway::ReadStoredRows;
+using Gateway::StoredRows;
 
 namespace JobCopies {
 
@@ -109,7 +109,7 @@ void restoreOne(const Source& copy, const Connection& user, const QString& jobID
     if (copy.origin() == Origin::Foreign)
         for (const StoredRows& rows : {header, lines})
             requireOrdinary(user, rows);
-    UtilityFunctions::RemoveJobRows(user, jobID);
+    Deletion::RemoveJobRows(user, jobID);
     requireFreeKeys(user, lines);
     AddStoredRows(user, header);
     AddStoredRows(user, lines);
@@ -213,7 +213,7 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
         restoreOne(copy, user, jobID);
     write.Commit();
     for (const QString& jobID : jobIDs)
-        UtilityFunctions::TellDeleted(jobID);
+        Deletion::TellDeleted(jobID);
 }
 
 void RestoreAll(const Source& copy, const Connection& user) {

@@ -3,6 +3,8 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 
+using namespace Gateway;
+
 using Record::column;
 
 namespace {
@@ -27,7 +29,7 @@ JobHeader::Columns JobHeader::entries() {
     return std::span(allColumns).first<entryColumns>();
 }
 
-namespace UtilityFunctions {
+namespace Records {
 
 QString ReservedJob() {
     return QStringLiteral("CONVERT");
@@ -94,4 +96,4 @@ void AddReservedJob() {
                   .dateCreated = QDateTime::currentDateTime()});
 }
 
-} // namespace UtilityFunctions
+} // namespace Records

@@ -25,7 +25,7 @@ struct JobHeader {
     };
 };
 
-namespace UtilityFunctions {
+namespace Records {
 
 /// The job under which the conversions of steel tanks stand. It has no header for the user to edit.
 QString ReservedJob();
@@ -47,4 +47,4 @@ void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& as
 /// Adds the header of the reserved job when it is not there. Throws DatabaseFault.
 void AddReservedJob();
 
-} // namespace UtilityFunctions
+} // namespace Records

@@ -2,6 +2,8 @@
 
 #include "core/store/Gateway.h"
 
+using namespace Gateway;
+
 using Record::column;
 
 std::span<const Record::Column<Model>> Model::columns() {
@@ -36,7 +38,7 @@ std::span<const Record::Column<Model>> Model::columns() {
     return all;
 }
 
-namespace UtilityFunctions {
+namespace Catalogue {
 
 std::optional<Model> ReadModel(const QString& model) {
     Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn = ?", {model});
@@ -53,4 +55,4 @@ QString ApplicationDescription(const QString& code) {
     return rows.AtEnd() ? QString() : rows["Description"].text();
 }
 
-} // namespace UtilityFunctions
+} // namespace Catalogue

@@ -34,7 +34,7 @@ struct Model {
     static std::span<const Record::Column<Model>> columns();
 };
 
-namespace UtilityFunctions {
+namespace Catalogue {
 
 /// A model of the catalogue by its name; nothing when the catalogue does not have it. Throws DatabaseFault.
 std::optional<Model> ReadModel(const QString& model);
@@ -46,4 +46,4 @@ std::vector<Model> ModelsOf(const QString& series);
 /// DatabaseFault.
 QString ApplicationDescription(const QString& code);
 
-} // namespace UtilityFunctions
+} // namespace Catalogue

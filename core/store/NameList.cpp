@@ -2,7 +2,7 @@
 
 #include "core/store/Gateway.h"
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace NameList {
 

@@ -3,6 +3,8 @@
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 
+using namespace Gateway;
+
 using Record::column;
 
 std::span<const Record::Column<Representative>> Representative::columns() {
@@ -17,7 +19,7 @@ std::span<const Record::Column<Representative>> Representative::columns() {
     return all;
 }
 
-namespace UtilityFunctions {
+namespace Records {
 
 std::optional<Representative> FindRepresentative(const QString& zip) {
     Rows joined("Sys",
@@ -84,4 +86,4 @@ void DeleteDirectory() {
     Execute("Sys", "DELETE * FROM tblRepMaster");
 }
 
-} // namespace UtilityFunctions
+} // namespace Records

@@ -14,7 +14,7 @@ struct Representative {
     static std::span<const Record::Column<Representative>> columns();
 };
 
-namespace UtilityFunctions {
+namespace Records {
 
 /// The representative whom the catalogue's directory gives for a ZIP code. Throws DatabaseFault, like all of
 /// these.
@@ -39,4 +39,4 @@ void TransferRepInfoToUser(const QString& zip);
 /// Empties the catalogue's directory. Where the user may not write the catalogue that fails.
 void DeleteDirectory();
 
-} // namespace UtilityFunctions
+} // namespace Records

@@ -12,7 +12,7 @@
 #include <memory>
 #include <utility>
 
-namespace UtilityFunctions {
+namespace Registry {
 
 namespace {
 
@@ -230,7 +230,9 @@ void SessionValue::write(const QString& text) const {
     SetRegValue(AppRegistryKey(), QString::fromLatin1(name), text, RegistryType::Text);
 }
 
-} // namespace UtilityFunctions
+} // namespace Registry
+
+using namespace Registry;
 
 namespace Session {
 
@@ -249,11 +251,10 @@ QString tankLine() {
 }
 
 Task taskAtWork() {
-    return UtilityFunctions::atWork().task;
+    return atWork().task;
 }
 
 Task newTask() {
-    using namespace UtilityFunctions;
     auto task = std::make_shared<TaskValues>();
     for (const TaskName& value : taskNames)
         if (QString text; GetRegValue(HKeyCurrentUser(), AppRegistryKey(), value.name, text))
@@ -262,7 +263,6 @@ Task newTask() {
 }
 
 void putToWork(const Task& task) {
-    using namespace UtilityFunctions;
     AtWork& work = atWork();
     const Task before = std::exchange(work.task, task);
     if (!task) {
@@ -283,7 +283,6 @@ void putToWork(const Task& task) {
 }
 
 void storeTask() {
-    using namespace UtilityFunctions;
     AtWork& work = atWork();
     if (!std::exchange(work.storing, false) || !work.task)
         return;
@@ -305,7 +304,7 @@ void storeTask() {
 }
 
 void onTaskWrite(std::function<void(const Task&, const TaskValues&)> listener) {
-    UtilityFunctions::atWork().listener = std::move(listener);
+    atWork().listener = std::move(listener);
 }
 
 } // namespace Session

@@ -11,7 +11,7 @@
 /// The blackboard between the screens: named text values that outlive the program. On Windows it is the
 /// registry, elsewhere an ini file of the user and one of the machine, with the registry's rules: names
 /// compare without regard to case, and a write below a key that does not exist is lost without a word.
-namespace UtilityFunctions {
+namespace Registry {
 
 enum class RegistryRoot : std::uint32_t { CurrentUser = 0x80000001, LocalMachine = 0x80000002 };
 
@@ -61,15 +61,15 @@ class SessionValue {
     const char* name;
 };
 
-} // namespace UtilityFunctions
+} // namespace Registry
 
 /// The values that the screens share.
 namespace Session {
-inline constexpr UtilityFunctions::SessionValue Mode{"Mode"};
-inline constexpr UtilityFunctions::SessionValue JobID{"JobID"};
-inline constexpr UtilityFunctions::SessionValue TankID{"TankID"};
-inline constexpr UtilityFunctions::SessionValue TankClass{"TankClass"};
-inline constexpr UtilityFunctions::SessionValue TankType{"TankType"};
+inline constexpr Registry::SessionValue Mode{"Mode"};
+inline constexpr Registry::SessionValue JobID{"JobID"};
+inline constexpr Registry::SessionValue TankID{"TankID"};
+inline constexpr Registry::SessionValue TankClass{"TankClass"};
+inline constexpr Registry::SessionValue TankType{"TankType"};
 
 /// What the mode can be.
 namespace Modes {

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 /// Doubles each apostrophe, for a quoted text in SQL.
 inline QString SqlEscape(const QString& text) {
     return QString(text).replace(u'\'', QStringLiteral("''"));
 }
 
-} // namespace UtilityFunctions
+} // namespace Gateway

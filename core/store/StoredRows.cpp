@@ -1,6 +1,6 @@
 #include "core/store/StoredRows.h"
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 namespace {
 
@@ -41,4 +41,4 @@ bool HasRow(const Connection& data, const QString& table, const QString& column,
     return !found.AtEnd();
 }
 
-} // namespace UtilityFunctions
+} // namespace Gateway

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace UtilityFunctions {
+namespace Gateway {
 
 /// Rows of a table as the engine holds them, to be written elsewhere without a change.
 struct StoredRows {
@@ -24,4 +24,4 @@ void AddStoredRows(const Connection& data, const StoredRows& rows);
 /// Whether a table has a row whose column has a text. Throws DatabaseFault.
 bool HasRow(const Connection& data, const QString& table, const QString& column, const QString& text);
 
-} // namespace UtilityFunctions
+} // namespace Gateway

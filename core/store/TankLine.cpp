@@ -5,6 +5,8 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 
+using namespace Gateway;
+
 using Record::column;
 using Record::IfChanged;
 
@@ -120,7 +122,7 @@ std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
 /// Adds a line below its job's header. Number and row are one write, beside another copy of the program, too.
 QString add(const TankLine& line, TankLine::Columns columns) {
     const QString job = line.jobID.value_or(QString());
-    const Connection connection = UtilityFunctions::openDatabase("User");
+    const Connection connection = Gateway::openDatabase("User");
     Transaction write(connection);
     if (!hasHeader(connection, job))
         throw jobGone();
@@ -173,7 +175,7 @@ TankLine::Columns TankLine::unitTags() {
     return std::span(allColumns).last<mostTags>();
 }
 
-namespace UtilityFunctions {
+namespace Records {
 
 std::optional<TankLine> ReadTankLine(const QString& tankID) {
     Rows tank("User", byKey, {tankID});
@@ -245,4 +247,4 @@ void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
     write.Commit();
 }
 
-} // namespace UtilityFunctions
+} // namespace Records

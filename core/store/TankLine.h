@@ -52,7 +52,7 @@ struct TankLine {
     static Columns unitTags();
 };
 
-namespace UtilityFunctions {
+namespace Records {
 
 /// The tank line of a key; nothing when there is none. Throws DatabaseFault.
 std::optional<TankLine> ReadTankLine(const QString& tankID);
@@ -84,4 +84,4 @@ bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
 void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
                     const std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
 
-} // namespace UtilityFunctions
+} // namespace Records

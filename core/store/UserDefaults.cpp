@@ -2,6 +2,8 @@
 
 #include "core/store/Gateway.h"
 
+using namespace Gateway;
+
 using Record::column;
 
 namespace {
@@ -14,13 +16,13 @@ constexpr Record::Column<UserDefaults> columns[] = {
     column<&UserDefaults::defaultPSIa>("DefaultPSIa"),
 };
 
-UtilityFunctions::Rows table(const char* name, CursorType cursor = CursorType::ForwardOnly) {
+Gateway::Rows table(const char* name, CursorType cursor = CursorType::ForwardOnly) {
     return {"User", name, cursor, CommandType::Table};
 }
 
 } // namespace
 
-namespace UtilityFunctions {
+namespace Records {
 
 std::optional<UserDefaults> ReadUserDefaults() {
     Rows user = table("tblUser");
@@ -54,4 +56,4 @@ void SaveFirstTimeFlag(const QString& flag, bool set) {
     flags->Update();
 }
 
-} // namespace UtilityFunctions
+} // namespace Records

@@ -22,7 +22,7 @@ struct UserDefaults {
     };
 };
 
-namespace UtilityFunctions {
+namespace Records {
 
 /// The user's defaults; nothing for a user without any. Throws DatabaseFault.
 std::optional<UserDefaults> ReadUserDefaults();
@@ -39,4 +39,4 @@ std::optional<double> ReadFirstTimeFlag(const QString& flag);
 /// Throws DatabaseFault.
 void SaveFirstTimeFlag(const QString& flag, bool set);
 
-} // namespace UtilityFunctions
+} // namespace Records

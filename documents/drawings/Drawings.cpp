@@ -18,6 +18,9 @@
 #include <algorithm>
 #include <cerrno>
 
+using namespace Faults;
+using namespace Gateway;
+
 PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
     const bool widthLimits =
         x >= y ? Divide(x, y) * area.height > area.width : Divide(y, x) * area.width <= area.height;
@@ -39,10 +42,10 @@ QString DrawingPath(const QString& name, const QString& ending) {
     });
     if (!plain || name.startsWith(u'.'))
         throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-    return UtilityFunctions::ProgramFolder() + "/Drawings/" + file;
+    return Program::ProgramFolder() + "/Drawings/" + file;
 }
 
-namespace UtilityFunctions {
+namespace Drawings {
 
 namespace {
 
@@ -107,4 +110,4 @@ void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
     nameBox->setVisible(!loaded);
 }
 
-} // namespace UtilityFunctions
+} // namespace Drawings

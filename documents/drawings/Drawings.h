@@ -21,7 +21,7 @@ PictureFrame FitPicture(double x, double y, const PictureFrame& area);
 /// drawing lies outside the folder.
 QString DrawingPath(const QString& name, const QString& ending);
 
-namespace UtilityFunctions {
+namespace Drawings {
 
 /// Loads a drawing of the catalogue into a picture box and fits it into the area whose origin is the box's
 /// own. False with a beep when the catalogue has no such drawing; false with the error dialog when the file
@@ -32,4 +32,4 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
 /// loaded. Both stay as they are for an empty name.
 void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
 
-} // namespace UtilityFunctions
+} // namespace Drawings

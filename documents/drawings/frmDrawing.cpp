@@ -30,7 +30,7 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
     imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
     QString path;
     const bool loaded =
-        UtilityFunctions::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
+        Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
     imgDrawing->setVisible(loaded);
     txtDrawing->setText(path);
     const QString tankID = Session::tankLine();
@@ -41,7 +41,7 @@ void frmDrawing::ShowDrawing(const QString& drawing) {
     imgDrawing->move(0, 0);
     setMinimumSize(imgDrawing->size());
     setMaximumSize(imgDrawing->size());
-    UtilityFunctions::FormatScreen(*this);
+    Screens::FormatScreen(*this);
 }
 
 void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {

@@ -10,7 +10,9 @@
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/viewer/ReportOutput.h"
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Faults;
+using namespace Schedule;
 
 namespace {
 

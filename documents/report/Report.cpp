@@ -19,7 +19,7 @@ ReportControl& Report::control(const QString& controlName) {
 
 Document Report::Run() {
     kind.start(*this);
-    Connection connection = UtilityFunctions::openDatabase(kind.database);
+    Connection connection = Gateway::openDatabase(kind.database);
     Recordset rows;
     rows.Open(source, connection);
     return {.title = title,

@@ -13,7 +13,12 @@
 #include <exception>
 #include <utility>
 
-namespace UtilityFunctions {
+using namespace Catalogue;
+using namespace Faults;
+using namespace Gateway;
+using namespace Records;
+
+namespace Schedule {
 
 namespace {
 
@@ -121,4 +126,4 @@ void UpdateScheduleTable() {
         FillScheduleTable();
 }
 
-} // namespace UtilityFunctions
+} // namespace Schedule

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace UtilityFunctions {
+namespace Schedule {
 
 /// Rebuilds the work table of the schedule for the session's job, one row a unit. A failure ends in the error
 /// dialog under the routine's name; the rows made until then stay.
@@ -10,4 +10,4 @@ void FillScheduleTable();
 /// The table is one for all windows and all copies of the program.
 void UpdateScheduleTable();
 
-} // namespace UtilityFunctions
+} // namespace Schedule

@@ -14,7 +14,12 @@
 
 #include <QHash>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Deletion;
+using namespace NameLookup;
+using namespace Records;
+using namespace Schedule;
+using namespace StatusBar;
 
 namespace {
 

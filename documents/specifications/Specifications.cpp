@@ -4,7 +4,7 @@
 
 Specification ReadSpecification(const QString& key) {
     Specification specification;
-    Connection connection = UtilityFunctions::openDatabase("Sys");
+    Connection connection = Gateway::openDatabase("Sys");
     Recordset row;
     row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = ?", connection, {key});
     if (row.AtEnd())

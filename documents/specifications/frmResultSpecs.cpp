@@ -14,7 +14,9 @@
 #include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <QButtonGroup>
 
-using namespace UtilityFunctions;
+using namespace StatusBar;
 
 namespace {
 

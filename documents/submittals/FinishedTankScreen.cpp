@@ -10,7 +10,10 @@
 #include <QLineEdit>
 #include <QToolButton>
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Drawings;
+using namespace Records;
+using namespace StatusBar;
 
 void FinishedTankScreen::shows(const Fields& shownFields) {
     fields = shownFields;

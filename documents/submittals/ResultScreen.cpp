@@ -18,6 +18,8 @@
 #include <QLabel>
 #include <QToolButton>
 
+using namespace Faults;
+
 namespace {
 
 /// Whether an event presses the widget that it is sent to, by mouse or by keyboard.
@@ -54,19 +56,19 @@ void print() {
     const QString name = activeScreen({"frmReportViewer", "frmResults", "frmResultSHK", "frmPKGSelect"});
     if (!name.isEmpty() && Screens::activeStands()) // over the viewer it ends in the beep; the viewer has a
                                                     // print button of its own
-        UtilityFunctions::PrintSubmittal(name);
+        Submittals::PrintSubmittal(name);
 }
 
 void preview() {
     const QString name = activeScreen({"frmResults", "frmResultSHK", "frmPKGSelect"});
     if (!name.isEmpty() && Screens::activeStands())
-        UtilityFunctions::PreviewSubmittal(name);
+        Submittals::PreviewSubmittal(name);
 }
 
 } // namespace
 
 QString ResultScreen::reportName() const {
-    return UtilityFunctions::SetReport(modelText());
+    return Submittals::SetReport(modelText());
 }
 
 void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
@@ -79,8 +81,8 @@ void ResultScreen::enlarges(QLabel* picture, std::function<QString()> drawing) {
 }
 
 void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
-    on(preview, ".tbToolbar", [this] { UtilityFunctions::PreviewSubmittal(name()); });
-    on(print, ".tbToolbar", [this] { UtilityFunctions::PrintSubmittal(name()); });
+    on(preview, ".tbToolbar", [this] { Submittals::PreviewSubmittal(name()); });
+    on(print, ".tbToolbar", [this] { Submittals::PrintSubmittal(name()); });
 }
 
 void ResultScreen::addMore(const QString& screen) {
@@ -108,7 +110,7 @@ bool ResultScreen::eventFilter(QObject* object, QEvent* event) {
     return true;
 }
 
-namespace UtilityFunctions {
+namespace Submittals {
 
 void PrintSubmittal(const QString& screen) {
     Trap("PrintSubmittal", [&] { withReport(screen, PrintDocument); });
@@ -118,7 +120,7 @@ void PreviewSubmittal(const QString& screen) {
     Trap("PreviewSubmittal", [&] { withReport(screen, ShowDocument); });
 }
 
-} // namespace UtilityFunctions
+} // namespace Submittals
 
 void registerPrinting() {
     Commands::set("mnuPrint", print);

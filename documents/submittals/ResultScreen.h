@@ -40,7 +40,7 @@ class ResultScreen : public Screen {
     std::function<QString()> drawingName;
 };
 
-namespace UtilityFunctions {
+namespace Submittals {
 
 /// Prints the report of a screen, after the printer dialog; a beep when the screen has none.
 void PrintSubmittal(const QString& screen);
@@ -48,7 +48,7 @@ void PrintSubmittal(const QString& screen);
 /// Shows the report of a screen in the viewer; a beep when the screen has none.
 void PreviewSubmittal(const QString& screen);
 
-} // namespace UtilityFunctions
+} // namespace Submittals
 
 /// The commands Print and Preview of the main window.
 void registerPrinting();

@@ -18,7 +18,11 @@
 #include "documents/specifications/Specifications.h"
 #include "documents/tags/UnitTags.h"
 
-using namespace UtilityFunctions;
+using namespace Catalogue;
+using namespace Faults;
+using namespace Gateway;
+using namespace Program;
+using namespace Records;
 
 namespace {
 

@@ -5,7 +5,10 @@
 #include "documents/report/Reports.h"
 #include "documents/submittals/SubmittalFields.h"
 
-QString UtilityFunctions::SetReport(const QString& model) {
+using namespace Catalogue;
+using namespace Gateway;
+
+QString Submittals::SetReport(const QString& model) {
     const auto found = ReadModel(model);
     const QString submittal = found ? found->submittal.value_or(QString()) : QString();
     if (submittal.isEmpty())

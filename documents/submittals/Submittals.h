@@ -2,12 +2,12 @@
 
 #include <QString>
 
-namespace UtilityFunctions {
+namespace Submittals {
 
 /// The name of the report that a model's submittal takes; an empty text when the catalogue gives none.
 QString SetReport(const QString& model);
 
-} // namespace UtilityFunctions
+} // namespace Submittals
 
 /// Makes the four submittals known.
 void registerSubmittals();

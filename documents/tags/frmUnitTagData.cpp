@@ -10,7 +10,8 @@
 
 #include <algorithm>
 
-using namespace UtilityFunctions;
+using namespace Records;
+using namespace StatusBar;
 
 namespace {
 

@@ -11,7 +11,7 @@
 
 #include <cmath>
 
-using namespace UtilityFunctions;
+using namespace StatusBar;
 
 namespace {
 

@@ -15,9 +15,9 @@ PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
     if (plugin == PagePlugin::Web && SystemPrograms::userIsAdministrator())
         return nullptr;
     const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";
-    QLibrary library(UtilityFunctions::ProgramFolder() + "/Plugins/" + name);
+    QLibrary library(Program::ProgramFolder() + "/Plugins/" + name);
     const auto create = reinterpret_cast<PageViewFactory>(library.resolve("CreatePageView"));
-    return create ? create(UtilityFunctions::FullProgramVersion().toUtf8().constData(), parent) : nullptr;
+    return create ? create(Program::FullProgramVersion().toUtf8().constData(), parent) : nullptr;
 }
 
 } // namespace

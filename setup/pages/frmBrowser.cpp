@@ -4,7 +4,7 @@
 
 #include <QLineEdit>
 
-using namespace UtilityFunctions;
+using namespace WebPages;
 
 frmBrowser::frmBrowser() : PageScreen("frmBrowser") {
     setupUi(this);

@@ -32,7 +32,7 @@ void frmHelp::Start() {
     raise(); // before an error's window comes, which is to be in front
     activateWindow();
     procedure(".Load", [this] {
-        if (const QString file = UtilityFunctions::ProgramFolder() + "/Help/brennovalhelp.qch";
+        if (const QString file = Program::ProgramFolder() + "/Help/brennovalhelp.qch";
             !QFileInfo::exists(file))
             throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
         if (!view->knowsTopics()) // the plain control

@@ -9,7 +9,7 @@
 
 #include <QProcess>
 
-using namespace UtilityFunctions;
+using namespace Registry;
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <QPlainTextEdit>
 
-using namespace UtilityFunctions;
+using namespace Faults;
 
 namespace {
 

@@ -17,7 +17,12 @@
 
 #include <gtest/gtest.h>
 
-using namespace UtilityFunctions;
+using namespace ApplicationNames;
+using namespace Catalogue;
+using namespace Deletion;
+using namespace Fields;
+using namespace Gateway;
+using namespace Records;
 
 namespace {
 

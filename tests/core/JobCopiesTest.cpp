@@ -14,7 +14,8 @@
 
 #include <functional>
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace Gateway;
 using JobCopies::Origin;
 using JobCopies::Source;
 

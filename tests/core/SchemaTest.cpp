@@ -10,7 +10,7 @@
 
 #include <sqlite3.h>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace UtilityFunctions;
+using namespace Registry;
 
 namespace {
 QString fill(qsizetype length) {

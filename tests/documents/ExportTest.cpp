@@ -75,7 +75,7 @@ class Exports : public testing::Test {
     }
 
     static void sql(const QString& statement) {
-        Connection user = UtilityFunctions::openDatabase("User");
+        Connection user = Gateway::openDatabase("User");
         Recordset().Open(statement, user);
     }
 
@@ -91,11 +91,11 @@ class Exports : public testing::Test {
 
     static Pages submittal(const QString& tank, const QString& model) {
         Session::TankID.write(tank);
-        return Report(*FindReport(UtilityFunctions::SetReport(model))).Run().pages;
+        return Report(*FindReport(Submittals::SetReport(model))).Run().pages;
     }
 
     static Pages list(const QString& sql) {
-        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Connection catalogue = Gateway::openDatabase("Sys");
         Recordset rows;
         rows.Open(sql, catalogue);
         return RenderPages(listLayout(), rows);
@@ -104,7 +104,7 @@ class Exports : public testing::Test {
     static Document report(const char* name, const char* application = "") {
         Session::JobID.write("O'Hara & 水 <7>");
         Session::TankClass.write(application);
-        UtilityFunctions::FillScheduleTable();
+        Schedule::FillScheduleTable();
         return Report(*FindReport(name)).Run();
     }
 
@@ -181,7 +181,7 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
     int rows = 0;
     for (const QString& line : lines)
         rows += line.contains("Butyl") ? 1 : 0; // each row tells the bladder and the series of its group
-    UtilityFunctions::Rows count("Sys", "SELECT COUNT(*) AS V FROM tblModelMaster WHERE App = 'THM'");
+    Gateway::Rows count("Sys", "SELECT COUNT(*) AS V FROM tblModelMaster WHERE App = 'THM'");
     EXPECT_EQ(rows, int(count["V"].number()));
     const QByteArray sheet = run("ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", file, "fd://1"});
     EXPECT_TRUE(sheet.contains("<gnm:Filter Area=\"A3:J" + QByteArray::number(rows + 3) + "\"/>"));
@@ -290,7 +290,7 @@ TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
                     found.append(page.texts[i].text + '|' + page.texts[i + 1].text + '|' +
                                  QString::number(page.texts[i + 2].number));
         QStringList expected;
-        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Connection catalogue = Gateway::openDatabase("Sys");
         Recordset model;
         model.Open(QString("SELECT * FROM tblModelMaster WHERE App = '%1'").arg(list.code) +
                        (list.sorted ? " ORDER BY Class, TankVolume" : ""),
@@ -403,7 +403,6 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     EXPECT_EQ(drawdown[0].pictures.size(), 4) << "with both marks";
     // Without a tank in the session the report runs over all lines, a page each.
     Session::TankID.write("nothing");
-    UtilityFunctions::RemoveRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
-                                     "TankID");
+    Registry::RemoveRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), "TankID");
     EXPECT_EQ(Report(*FindReport("rptSubmittal1")).Run().pages.size(), 5);
 }

@@ -17,7 +17,7 @@ class ReportEngine : public testing::Test {
     ReportEngine() { home.installData(); }
 
     static Pages render(const Layout& layout, const QString& sql) {
-        Connection catalogue = UtilityFunctions::openDatabase("Sys");
+        Connection catalogue = Gateway::openDatabase("Sys");
         Recordset rows;
         rows.Open(sql, catalogue);
         return RenderPages(layout, rows);
@@ -63,7 +63,7 @@ TEST_F(ReportEngine, GoesOverPagesWithHeadersAndGroups) {
         EXPECT_TRUE(texts.contains("Representative")) << "a group goes on under its heading";
     }
     EXPECT_TRUE(textsOf(pages.last()).contains("End of the list"));
-    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Connection catalogue = Gateway::openDatabase("Sys");
     Recordset count;
     count.Open("SELECT COUNT(*) AS V FROM tblPostalCodes WHERE PostalCode < '01900'", catalogue);
     EXPECT_EQ(details, int(count["V"].number()));

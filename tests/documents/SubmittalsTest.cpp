@@ -10,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
+using namespace Program;
+using namespace Submittals;
 
 namespace {
 

@@ -73,7 +73,7 @@ TEST(SystemFluid, ItemizedRunOfAnUnknownPipeKeepsTheBoreBefore) {
 }
 
 TEST(MetricConversions, RoundToOneDecimalHalfToEven) {
-    using namespace UtilityFunctions;
+    using namespace MetricConversions;
     const std::pair<double, double> cases[] = {
         {kPaToPSI(690), 100.1},
         {kPaToPSI(101.3), 14.7},
@@ -117,7 +117,7 @@ TEST(SystemFluid, FailsBeyondADouble) {
     EXPECT_EQ(faultOf([] { return HotWaterFluid(1, 1e200, 1); }), Fault::Overflow);
     EXPECT_EQ(faultOf([] { return ChillerFluid(1e308); }), Fault::Overflow);
     EXPECT_EQ(faultOf([] { return Drawdown(1e200, 1e200); }), Fault::Overflow);
-    EXPECT_EQ(faultOf([] { return UtilityFunctions::MetersToFeet(1e308); }), Fault::Overflow);
+    EXPECT_EQ(faultOf([] { return MetricConversions::MetersToFeet(1e308); }), Fault::Overflow);
 }
 
 namespace {

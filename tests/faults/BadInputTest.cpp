@@ -16,7 +16,7 @@
 
 #include <random>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

@@ -180,12 +180,10 @@ TEST(Kill, LeavesDataAndCopiesWholeOnEveryWayBack) {
     for (int i = 0; i < kills; ++i) {
         QDir(home.dataFolder()).removeRecursively();
         home.installData();
-        UtilityFunctions::Execute("User",
-                                  "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('Kept', 'As it was')");
-        UtilityFunctions::Execute("User",
-                                  "INSERT INTO tblJobData (TankID, TankNo, JobID, Qty, TagID07) WITH "
-                                  "RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
-                                  "SELECT 'Kept.' || i, i, 'Kept', i % 9, 'T' || i FROM n");
+        Gateway::Execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('Kept', 'As it was')");
+        Gateway::Execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, Qty, TagID07) WITH "
+                                 "RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+                                 "SELECT 'Kept.' || i, i, 'Kept', i % 9, 'T' || i FROM n");
         QProcess copy;
         copy.start(QCoreApplication::applicationDirPath() + "/brennoval-restore-loop",
                    {QFileInfo(home.sessionFile()).path() + "/..", home.path()});

@@ -12,7 +12,8 @@
 
 #include <cstdio>
 
-using namespace UtilityFunctions;
+using namespace Deletion;
+using namespace Gateway;
 
 namespace {
 

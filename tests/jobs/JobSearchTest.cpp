@@ -13,7 +13,7 @@
 
 #include <random>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
 
 namespace {
 

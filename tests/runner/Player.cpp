@@ -137,12 +137,12 @@ QString textOf(QWidget* widget) {
         return spin->text();
     if (auto* pages = dynamic_cast<PageView*>(widget))
         return pages->plainText();
-    return UtilityFunctions::FieldText(widget);
+    return Fields::FieldText(widget);
 }
 
 /// The one value of a query in the engine's own dialect, in the engine's words and in the program's.
 QStringList queried(const QString& database, const QString& sql) {
-    const QByteArray file = UtilityFunctions::dbConnection(database).dataSource().toUtf8();
+    const QByteArray file = Gateway::dbConnection(database).dataSource().toUtf8();
     sqlite3* handle = nullptr;
     sqlite3_stmt* statement = nullptr;
     QStringList texts;
@@ -316,7 +316,7 @@ void input(Stage& stage, Words w) {
 
 /// Leaves a file in the installer's folder of the story.
 void installerFile(Stage&, Words w) {
-    const QDir folder(UtilityFunctions::InstallerFolder());
+    const QDir folder(InstallerFiles::InstallerFolder());
     QFile target(folder.filePath(w[0]));
     const QByteArray text = w.value(1).toLocal8Bit();
     require(folder.mkpath(".") && target.open(QIODevice::WriteOnly) && target.write(text) == text.size(),
@@ -413,10 +413,10 @@ void expectDisabled(Stage&, Words w) {
     require(!control(w[0])->isEnabled(), w[0] + " is enabled");
 }
 void expectError(Stage&, Words w) {
-    require(UtilityFunctions::IsMarked(control(w[0])), w[0] + " is not marked");
+    require(Fields::IsMarked(control(w[0])), w[0] + " is not marked");
 }
 void expectOk(Stage&, Words w) {
-    require(!UtilityFunctions::IsMarked(control(w[0])), w[0] + " is marked");
+    require(!Fields::IsMarked(control(w[0])), w[0] + " is marked");
 }
 void expectHint(Stage&, Words w) {
     expectEqual(w[0], w[1], control(w[0])->toolTip());
@@ -445,8 +445,8 @@ void expectTitle(Stage&, Words w) {
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
     // What a thread of the start finds may take its time.
-    static_cast<void>(QTest::qWaitFor([&] { return UtilityFunctions::StatusText() == w[0]; }, 2000));
-    expectEqual("status", w[0], UtilityFunctions::StatusText());
+    static_cast<void>(QTest::qWaitFor([&] { return StatusBar::StatusText() == w[0]; }, 2000));
+    expectEqual("status", w[0], StatusBar::StatusText());
 }
 void expectRows(Stage&, Words w) {
     const auto* combo = dynamic_cast<QComboBox*>(control(w[0]));
@@ -476,8 +476,7 @@ void expectClipboardHolds(Stage&, Words w) {
 }
 void expectSession(Stage&, Words w) {
     QString text;
-    UtilityFunctions::GetRegValue(UtilityFunctions::HKeyCurrentUser(), UtilityFunctions::AppRegistryKey(),
-                                  w[0], text);
+    Registry::GetRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), w[0], text);
     expectEqual(w[0], w[1], text);
 }
 void expectSql(Stage&, Words w) {
@@ -498,7 +497,7 @@ void expectNoFile(Stage& stage, Words w) {
 
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
-    const QByteArray path = UtilityFunctions::dbConnection(w[0]).dataSource().toUtf8();
+    const QByteArray path = Gateway::dbConnection(w[0]).dataSource().toUtf8();
     sqlite3* handle = nullptr;
     const int opened = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     SqliteLetters::add(handle);
@@ -512,7 +511,7 @@ void sql(Stage&, Words w) {
 
 /// Arranges a session value: writes a text, or removes the value when there is none.
 void session(Stage&, Words w) {
-    using namespace UtilityFunctions;
+    using namespace Registry;
     if (w.size() > 1)
         SetRegValue(AppRegistryKey(), w[0], w[1], RegistryType::Text);
     else
@@ -605,8 +604,8 @@ void Player::play(const QString& line) {
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
-    words.replaceInStrings("{program}", UtilityFunctions::ProgramFolder());
-    words.replaceInStrings("{installer}", UtilityFunctions::InstallerFolder());
+    words.replaceInStrings("{program}", Program::ProgramFolder());
+    words.replaceInStrings("{installer}", InstallerFiles::InstallerFolder());
     words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());

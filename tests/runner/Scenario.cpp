@@ -45,7 +45,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
 bool playFile(const QString& path, const QString& shots, const QString& keep) {
     const TemporaryHome home;
     InstallForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
-    UtilityFunctions::SetInstallerFolder(QDir(home.path()).filePath("installer"));
+    InstallerFiles::SetInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         std::cerr << path.toStdString() << ": cannot be read\n";

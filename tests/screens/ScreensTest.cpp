@@ -36,7 +36,7 @@ class EveryScreen : public testing::Test {
               "FlowPressure, StaticPressure, ShockPressure) VALUES ('J.1', 1, 'J', 'RCB', 'RCB 500', 2, "
               "14.7, 12, 30, 40, 180, "
               "'Water', 500, 100, 40, '4 in Sch 40', 300, 200, 50, 70, 150)"})
-            UtilityFunctions::Execute("User", sql);
+            Gateway::Execute("User", sql);
         Session::Mode.write(Session::Modes::Edit);
         Session::JobID.write("J");
         Session::TankID.write("J.1");

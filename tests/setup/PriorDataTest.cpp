@@ -17,7 +17,9 @@
 
 #include <sys/stat.h>
 
-using namespace UtilityFunctions;
+using namespace Gateway;
+using namespace InstallerFiles;
+using namespace StatusBar;
 
 namespace {
 

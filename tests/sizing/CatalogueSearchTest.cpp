@@ -13,7 +13,7 @@
 namespace {
 
 double acceptanceOf(const std::string& model) {
-    Connection catalogue = UtilityFunctions::openDatabase("Sys");
+    Connection catalogue = Gateway::openDatabase("Sys");
     Recordset row;
     row.Open("SELECT * FROM tblModelMaster WHERE ModelDscrptn = '" + QString::fromStdString(model) + "'",
              catalogue);

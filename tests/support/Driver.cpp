@@ -14,7 +14,7 @@ namespace Driver {
 
 ScriptedDialogs& start() {
     registerAll();
-    UtilityFunctions::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
+    InstallerFiles::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
     auto* window = new BrennovalMain; // stop deletes it
@@ -113,7 +113,7 @@ void enterConditions(const QString& volume) {
 
 QString report() {
     const auto* box = control("frmError", "lblTechSupport");
-    return box ? UtilityFunctions::FieldText(box) : QString();
+    return box ? Fields::FieldText(box) : QString();
 }
 
 } // namespace Driver

@@ -28,7 +28,7 @@ class TemporaryHome {
 
     /// Copies the two databases as they are shipped and makes them the program's.
     void installData() const {
-        using namespace UtilityFunctions;
+        using namespace Registry;
         QDir().mkpath(dataFolder());
         for (const QString& name :
              {QStringLiteral("BrennovalUserData.mdb"), QStringLiteral("BrennovalSysData.mdb")}) {

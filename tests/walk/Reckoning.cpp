@@ -75,7 +75,7 @@ QString textOf(sqlite3_stmt* statement, int column) {
 } // namespace
 
 QList<Row> query(const QString& database, const QString& sql) {
-    const QByteArray file = UtilityFunctions::dbConnection(database).dataSource().toUtf8();
+    const QByteArray file = Gateway::dbConnection(database).dataSource().toUtf8();
     sqlite3* handle = nullptr;
     sqlite3_stmt* statement = nullptr;
     QList<Row> rows;

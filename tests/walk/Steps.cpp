@@ -588,7 +588,7 @@ void calculate(Walk& walk, const QString& window) {
         walk.type(window, box, walk.number(5, 90, walk.notes.windows[window].boxes[box]));
     walk.press(window, "bttnCalc");
     walk.notes.windows[window].boxes["TotSysFluidCalc"] =
-        UtilityFunctions::FieldText(Driver::control(window, "TotSysFluidCalc"));
+        Fields::FieldText(Driver::control(window, "TotSysFluidCalc"));
 }
 
 void takeEstimate(Walk& walk, const QString& window) {
@@ -635,11 +635,11 @@ struct Conversion {
 };
 
 constexpr Conversion conversions[] = {
-    {"frmMetric", "txtTotSysFluid", "txtTotSysFluid", 500, 9000, UtilityFunctions::LitersToGallons},
-    {"frmMetric", "txtSOPMin", "txtSOPMin", 40, 200, UtilityFunctions::kPaToPSI},
-    {"frmMetric", "txtSOPMax", "txtSOPMax", 300, 900, UtilityFunctions::kPaToPSI},
-    {"frmMetricSHK", "txtPipeLength", "PipeLength", 20, 100, UtilityFunctions::MetersToFeet},
-    {"frmMetricSHK", "txtFlowRate", "FlowRate", 80, 200, UtilityFunctions::LitersToGallons},
+    {"frmMetric", "txtTotSysFluid", "txtTotSysFluid", 500, 9000, MetricConversions::LitersToGallons},
+    {"frmMetric", "txtSOPMin", "txtSOPMin", 40, 200, MetricConversions::kPaToPSI},
+    {"frmMetric", "txtSOPMax", "txtSOPMax", 300, 900, MetricConversions::kPaToPSI},
+    {"frmMetricSHK", "txtPipeLength", "PipeLength", 20, 100, MetricConversions::MetersToFeet},
+    {"frmMetricSHK", "txtFlowRate", "FlowRate", 80, 200, MetricConversions::LitersToGallons},
 };
 
 void typeMetric(Walk& walk, const QString& window) {

@@ -194,7 +194,7 @@ void Walk::compareFront(const QString& window) const {
     const Window& noted = notes.windows[window];
     for (auto box = noted.boxes.cbegin(); box != noted.boxes.cend(); ++box) {
         const auto* field = Driver::control(window, box.key());
-        const QString text = field ? UtilityFunctions::FieldText(field) : "no box";
+        const QString text = field ? Fields::FieldText(field) : "no box";
         if (text != box.value() &&
             !(text == "0" && box.value().isEmpty())) // a box that is left empty becomes 0
             fail(QString("%1.%2 shows \"%3\" instead of \"%4\"").arg(window, box.key(), text, box.value()));
