@@ -33,6 +33,43 @@ QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
     return found;
 }
 
+/// The last column takes what the others leave, but never less than its own texts need: then the list
+/// scrolls.
+void fitLastColumn(QTreeWidget* list) {
+    QHeaderView* heads = list->header();
+    const int last = list->columnCount() - 1;
+    if (last < 0 || heads->sectionResizeMode(last) != QHeaderView::Interactive)
+        return;
+    int others = 0;
+    for (int column = 0; column < last; ++column)
+        if (heads->sectionResizeMode(column) == QHeaderView::Stretch)
+            return; // which leaves the last one its size
+        else
+            others += heads->sectionSize(column);
+    heads->setStretchLastSection(false); // else it has no size of its own
+    list->resizeColumnToContents(last);
+    heads->setStretchLastSection(others + heads->sectionSize(last) <= list->viewport()->width());
+}
+
+/// Fits the last column of a list again when the list gets another width.
+class LastColumn : public QObject {
+  public:
+    explicit LastColumn(QTreeWidget* owner) : QObject(owner), list(owner) {
+        setObjectName("lastColumn");
+        list->viewport()->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Resize)
+            fitLastColumn(list);
+        return QObject::eventFilter(object, event);
+    }
+
+  private:
+    QTreeWidget* list;
+};
+
 } // namespace
 
 KeptRows::KeptRows(const QWidget& screen) {
@@ -77,6 +114,11 @@ void FitColumns(QTreeWidget* list) {
         list->resizeColumnToContents(column);
         list->setColumnWidth(column, std::min(list->columnWidth(column) + gap, widest));
     }
+    if (!list->header()->stretchLastSection() && !list->findChild<QObject*>("lastColumn"))
+        return; // its screen has arranged the columns
+    if (!list->findChild<QObject*>("lastColumn"))
+        new LastColumn(list); // which the list owns
+    fitLastColumn(list);
 }
 
 bool ListRow::operator<(const QTreeWidgetItem& other) const {

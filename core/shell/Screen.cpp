@@ -1,6 +1,7 @@
 #include "core/shell/Screen.h"
 
 #include "core/look/Appearance.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
@@ -38,9 +39,13 @@ void Screen::prepare() {
         box->installEventFilter(this);
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         box->installEventFilter(this);
+    Fitting::scaleWidths(*this);
     for (QLineEdit* box : findChildren<QLineEdit*>())
-        if (box->isReadOnly())
+        if (box->isReadOnly()) {
             box->setFocusPolicy(Qt::StrongFocus); // a figure that shows can be reached and copied
+            Fitting::makeRoomForText(*box);
+            connect(box, &QLineEdit::textChanged, box, [box] { Fitting::makeRoomForText(*box); });
+        }
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);
     noteEntries();

@@ -1,6 +1,7 @@
 #include "core/shell/Screens.h"
 
 #include "core/shell/Fields.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
@@ -218,9 +219,10 @@ void focusFirstField(Screen* screen) {
 
 /// Gives the frame of a screen its state: filling the main window, or in its own size.
 void applyState(const Screen& screen, QMdiSubWindow* window) {
-    if (screen.fillsWindow() && !window->isMaximized())
+    if (screen.fillsWindow() && !window->isMaximized()) {
+        Fitting::fitToolBar(screen, registry().area->viewport()->width());
         window->showMaximized();
-    else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
+    } else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
         window->showNormal();
 }
 
@@ -282,19 +284,23 @@ void discard(const QString& name) {
     registry().changed();
 }
 
-/// Takes the air between the rows of a screen that large letters have made too tall.
-void tighten(const Screen& screen) {
-    constexpr int gap = 2;
-    for (QLayout* layout : screen.findChildren<QLayout*>()) {
-        const QMargins margins = layout->contentsMargins();
-        layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
-                                   std::min(margins.bottom(), 2 * gap));
-        if (auto* grid = dynamic_cast<QGridLayout*>(layout))
-            grid->setVerticalSpacing(gap);
-        else if (auto* column = dynamic_cast<QVBoxLayout*>(layout))
-            column->setSpacing(2 * gap);
+/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
+/// then by letting it scroll.
+void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
+    const auto tooLarge = [&] {
+        window.adjustSize();
+        const QSize least = window.minimumSizeHint();
+        return least.height() > space.height() || least.width() > space.width();
+    };
+    if (!tooLarge())
+        return;
+    if (screen.layout())
+        Fitting::tighten(screen);
+    if (tooLarge()) {
+        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
+        Fitting::letScroll(screen);
+        window.adjustSize();
     }
-    screen.layout()->activate();
 }
 
 /// Where a window of a size stands in the middle of the area.
@@ -535,8 +541,12 @@ void show(const QString& name) {
     if (find(name) != screen) // its record was gone
         return;
     applyState(*screen, window);
-    if (first)
-        focusFirstField(screen);
+    if (!first)
+        return;
+    if (const QSize least = window->minimumSizeHint(); // what it shows now may take more room
+        !screen->fillsWindow() && (least.width() > window->width() || least.height() > window->height()))
+        Screens::FormatScreen(*screen);
+    focusFirstField(screen);
 }
 
 bool open(const QString& name) {
@@ -624,6 +634,14 @@ void onChange(const std::function<void()>& changed) {
     registry().changed = changed;
 }
 
+QSize room(const Screen& screen) {
+    const Entry* entry = entryOf(screen.name());
+    if (!entry || !entry->window || !registry().area)
+        return screen.size();
+    return registry().area->viewport()->size() -
+           (entry->window->minimumSizeHint() - screen.minimumSizeHint().expandedTo(screen.minimumSize()));
+}
+
 void placeAgain() {
     for (Entry& entry : registry().entries) {
         if (!entry.window || entry.window->isMaximized() || entry.window->pos() != entry.placedAt)
@@ -639,13 +657,9 @@ void Screens::FormatScreen(Screen& screen) {
     Screens::Entry* entry = Screens::entryOf(screen.name());
     if (!entry || !entry->window || !Screens::registry().area)
         return;
-    entry->window->adjustSize();
-    // As low as the space asks, where a list or text of the screen can give way.
     const QSize space = Screens::registry().area->viewport()->size();
-    if (entry->window->minimumSizeHint().height() > space.height()) {
-        Screens::tighten(screen);
-        entry->window->adjustSize();
-    }
+    Screens::adaptTo(space, screen, *entry->window);
+    // As low as the space asks, where a list or text of the screen can give way.
     const QSize least = entry->window->minimumSizeHint();
     const QSize wanted = entry->window->size();
     entry->window->resize(wanted.boundedTo(space).expandedTo(least));

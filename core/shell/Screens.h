@@ -86,6 +86,8 @@ class AtWork {
 
 /// Sets what runs when a screen has come or gone.
 void onChange(const std::function<void()>& changed);
+/// The room for a screen within its frame, in pixels.
+QSize room(const Screen& screen);
 /// Puts the screens that the user has not moved back into the middle of the area.
 void placeAgain();
 

@@ -187,7 +187,7 @@ void start(Stage& stage) {
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
     if (BrennovalMain* window = BrennovalMain::instance()) {
-        window->resize(1180, 800); // the display without a display is smaller than any that users have
+        window->resize(stage.window);
         window->activateWindow();
     }
     settle();

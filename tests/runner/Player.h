@@ -2,6 +2,7 @@
 
 #include "tests/support/ScriptedDialogs.h"
 
+#include <QSize>
 #include <QString>
 
 /// Why a line of a story failed.
@@ -14,6 +15,7 @@ struct Stage {
     ScriptedDialogs& dialogs;
     QString shotFolder; // empty for no pictures
     QString homeFolder; // relative paths of a story are below it
+    QSize window = {1180, 800}; // of the main window; the display without a display is smaller than users have
     bool started = false;
 };
 
