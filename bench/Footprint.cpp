@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int runs = 5;
-constexpr int restMilliseconds = 400; // without processor time
+constexpr int restMilliseconds = 400; // this long without processor time counts as idle
 constexpr int longestMilliseconds = 10000;
 
 QString processFile(qint64 process, const QString& name) {
@@ -38,7 +38,7 @@ double peakMemory(qint64 process) {
     return peak.match(processFile(process, "status")).captured(1).toDouble() / 1024;
 }
 
-/// Waits until the clock of the status bar is all that still moves.
+/// Waits until only the status bar's clock still runs.
 void waitForRest(qint64 process) {
     constexpr double still = 1; // milliseconds of processor time
     QElapsedTimer all;
