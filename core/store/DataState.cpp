@@ -6,7 +6,7 @@
 namespace Gateway {
 
 std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID) {
-    constexpr int longestWait = 100; // milliseconds for a lock: the next activation asks again
+    constexpr int longestWait = 100; // milliseconds for a lock; the next activation tries again
     try {
         Connection user = dbConnection("User");
         user.setBusyTimeout(longestWait);
