@@ -67,7 +67,7 @@ QString catalogueIn(const QString& folder) {
 }
 
 /// Replaces the catalogue in a data folder if it differs from the shipped one.
-void bringCatalogueUp(const QString& folder, const QString& shipped) {
+void updateCatalogue(const QString& folder, const QString& shipped) {
     const QString target = catalogueIn(folder);
     if (!target.isEmpty() &&
         (!QFile::exists(target) || catalogueVersion(target) != catalogueVersion(shipped)))
@@ -87,7 +87,7 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
         cannotStore();
     const QDir shipped(shippedFolder);
     if (const auto stored = storedFolder())
-        return bringCatalogueUp(*stored, shipped.filePath(DatabaseFileName("Sys")));
+        return updateCatalogue(*stored, shipped.filePath(DatabaseFileName("Sys")));
     const QDir folder(defaultDataFolder);
     QDir().mkpath(folder.path());
     for (const char* database : {"User", "Sys"})
@@ -95,7 +95,7 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
             !QFileInfo(folder.filePath(DatabaseFileName(database))).isSymLink()) // a dangling link
             copyFile(shipped.filePath(DatabaseFileName(database)),
                      folder.filePath(DatabaseFileName(database)));
-    bringCatalogueUp(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
+    updateCatalogue(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
     if (SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
                    folder.path()) != 0)
         cannotStore();

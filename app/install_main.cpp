@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int failed = 1;
-constexpr int notUnderstood = 2;
+constexpr int usageError = 2;
 
 constexpr std::string_view help = R"(Usage: brennoval-install [--restore-catalogue]
 
@@ -78,5 +78,5 @@ int main(int argc, char** argv) {
         return 0;
     }
     std::cerr << "brennoval-install: takes --restore-catalogue, --help, --version or nothing\n";
-    return notUnderstood;
+    return usageError;
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int runs = 5;
 constexpr int restMilliseconds = 400; // this long without processor time counts as idle
-constexpr int longestMilliseconds = 10000;
+constexpr int timeoutMilliseconds = 10000;
 
 QString processFile(qint64 process, const QString& name) {
     QFile file(QStringLiteral("/proc/%1/%2").arg(process).arg(name));
@@ -51,7 +51,7 @@ void waitForRest(qint64 process) {
             all.elapsed() > 3 * restMilliseconds) // the splash waits 500 ms
             return;
         before = now;
-    } while (all.elapsed() < longestMilliseconds);
+    } while (all.elapsed() < timeoutMilliseconds);
 }
 
 Footprint once(const QString& program, const QStringList& arguments) {

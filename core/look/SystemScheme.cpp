@@ -58,8 +58,8 @@ std::optional<Appearance::Scheme> schemeOfPortal() {
         QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
     question.setArguments({portalGroup, portalKey});
-    constexpr int longestWait = 300; // milliseconds
-    const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, longestWait);
+    constexpr int maxWait = 300; // milliseconds
+    const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, maxWait);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
         return std::nullopt;
     QVariant value = answer.arguments().first();

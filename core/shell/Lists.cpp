@@ -99,8 +99,8 @@ void SortByHeadings(QTreeWidget* list) {
 }
 
 QString Beginning(const QString& text) {
-    constexpr qsizetype longest = 1023; // characters, the most that the session accepts as a key
-    return text.left(longest);
+    constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
+    return text.left(maxLength);
 }
 
 void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {

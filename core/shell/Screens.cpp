@@ -49,13 +49,13 @@ struct Registry {
     std::function<void()> changed = [] {};
 };
 
-void leaveBehind(const Session::Task& task, const Session::TaskValues& before);
+void detachOtherScreens(const Session::Task& task, const Session::TaskValues& before);
 void updateHandOvers();
 void dropScreensOf(const QString& jobID, const QString& tankID);
 
 Registry& registry() {
     static Registry instance = [] {
-        Session::onTaskWrite(leaveBehind);
+        Session::onTaskWrite(detachOtherScreens);
         Deletion::OnDeleted(dropScreensOf);
         return Registry();
     }();
@@ -121,7 +121,7 @@ void updateHandOvers() {
 }
 
 /// When a task moves on to another line or job, its other screens stay behind with the old values.
-void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
+void detachOtherScreens(const Session::Task& task, const Session::TaskValues& before) {
     const Screen* atWork = registry().depth > 0 ? registry().atWork : registry().active;
     const auto kept = std::make_shared<Session::TaskValues>(before);
     for (Entry& entry : registry().entries) {
@@ -155,7 +155,7 @@ bool recordExists(const Entry& entry, const Gateway::DataState& state) {
 }
 
 /// Whether a screen is for a new line of the reserved job, which is created on demand.
-bool makesItsJob(const Entry& entry) {
+bool createsItsJob(const Entry& entry) {
     return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
            entry.task->jobID == Records::ReservedJob();
 }
@@ -163,7 +163,7 @@ bool makesItsJob(const Entry& entry) {
 /// Notes whether a screen's record exists, just after the screen was filled.
 void noteRecord(Entry& entry) {
     if (const auto state = stateFor(entry))
-        entry.stored = recordExists(entry, *state) && !makesItsJob(entry);
+        entry.stored = recordExists(entry, *state) && !createsItsJob(entry);
 }
 
 /// Closes the screens of a job, or of one tank line, that was deleted here. The screen at work handles that
@@ -178,7 +178,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         const bool shows =
             tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
                              : subject == Subject::TankLine && same(Session::lineOf(*entry.task), tankID);
-        if (!shows || makesItsJob(entry))
+        if (!shows || createsItsJob(entry))
             continue;
         entry.stored = false;
         if (entry.screen != registry().atWork)
@@ -306,7 +306,7 @@ QPoint middle(const QSize& size) {
 
 /// Closes a screen that is loaded for another record, if its closing check allows. Unlike when the user
 /// closes it, the job that it was opened for is kept.
-bool giveWay(const QString& name) {
+bool closeForOther(const QString& name) {
     Screen* screen = find(name);
     const QString tag = screen->Tag;
     if (tag == u"0")
@@ -356,7 +356,7 @@ bool freshen(Screen* screen) {
         return false;
     entry = entryOf(screen->name());
     entry->dataVersion = state->version;
-    entry->stored = recordExists(*entry, *state) && !makesItsJob(*entry);
+    entry->stored = recordExists(*entry, *state) && !createsItsJob(*entry);
     if (screen->hasEntries())
         return true;
     const AtWork work(screen);
@@ -485,7 +485,7 @@ Screen* load(const QString& name) {
             updateHandOvers();
             return freshen(entry->screen) ? find(name) : nullptr;
         }
-        if (!same && !giveWay(name))
+        if (!same && !closeForOther(name))
             return nullptr;
         discard(name);
     }

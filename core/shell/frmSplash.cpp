@@ -14,15 +14,14 @@
 
 namespace {
 constexpr int tickMilliseconds = 500;
-constexpr int longestWait =
-    200; // milliseconds for a lock: the window must not freeze, and the next tick tries again
+constexpr int maxWait = 200;  // milliseconds for a lock: the window must not freeze; the next tick retries
 constexpr int quietTicks = 8; // while locked: another instance may be upgrading older data
 
 /// The flag that brings up the getting-started screen if it is 0; 2 for an empty table. Upgrades older data
 /// to this program's version first.
 int firstTimeFlag() {
     Connection connection = Gateway::dbConnection("User");
-    connection.setBusyTimeout(longestWait);
+    connection.setBusyTimeout(maxWait);
     connection.Open();
     Schema::upgrade(connection);
     Recordset rows;

@@ -151,10 +151,10 @@ void MakeDaily(const QString& userFile) noexcept {
         for (const Copy& copy : CopiesOf(userFile))
             if (copy.reason == Reason::Daily && copy.made.date() == QDate::currentDate())
                 return;
-        constexpr int longestWait = 1000; // milliseconds for another instance's save
+        constexpr int maxWait = 1000; // milliseconds for another instance's save
         Connection user;
         user.setProperty("Data Source", userFile);
-        user.setBusyTimeout(longestWait);
+        user.setBusyTimeout(maxWait);
         user.Open();
         Make(user, Reason::Daily);
     });
@@ -184,7 +184,7 @@ Counts CountsOf(const Connection& data) {
 }
 
 QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
-    constexpr int mostOfToday = 20;
+    constexpr int maxOfToday = 20;
     constexpr int days = 10;
     constexpr qint64 weeks = 8;
     constexpr int months = 12;
@@ -203,7 +203,7 @@ QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
     for (const QDateTime& moment : newestFirst) {
         const QDate day = moment.date();
         bool keep =
-            day >= today && ++ofToday <= mostOfToday; // later days too, in case the clock has been set back
+            day >= today && ++ofToday <= maxOfToday; // later days too, in case the clock has been set back
         keep |= day > today.addDays(-days) && isFirst(seenDays, day);
         keep |= mondayOf(day) > mondayOf(today).addDays(-7 * weeks) && isFirst(seenWeeks, mondayOf(day));
         keep |= firstOf(day) > firstOf(today).addMonths(-months) && isFirst(seenMonths, firstOf(day));

@@ -78,7 +78,7 @@ Today compared(const Digest& copy, const QHash<QString, Digest>& today) {
 
 /// Rejects rows that no screen could have stored: a text too long for its column, or one in a numeric column.
 void requireOrdinary(const Connection& user, const StoredRows& rows) {
-    constexpr qsizetype longestMemo = 1000000; // characters
+    constexpr qsizetype maxMemo = 1000000; // characters
     Recordset table;
     table.Open(rows.table, user, CursorType::ForwardOnly, CommandType::Table);
     for (qsizetype i = 0; i < rows.columns.size(); ++i) {
@@ -87,7 +87,7 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
             const bool isText = row[i].typeId() == QMetaType::QString;
             if (row[i].isValid() && (isText ? !column.takesText() : column.takesText()))
                 refuse("The file holds a value of the wrong kind in the column " + rows.columns[i] + ".");
-            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), longestMemo))
+            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), maxMemo))
                 refuse("The file holds a text that is too long for the column " + rows.columns[i] + ".");
         }
     }
@@ -132,7 +132,7 @@ std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSam
 
 Source::Source(const QString& path, Origin origin) : comesFrom(origin) {
     constexpr qint64 largestForeign = 64LL << 20; // bytes; a job of a thousand lines takes half a megabyte
-    constexpr int longestStatement = 10000;       // milliseconds
+    constexpr int maxStatementTime = 10000;       // milliseconds
     const QFileInfo file(path);
     if (!file.isFile())
         refuse("There is no file " + path);
@@ -143,7 +143,7 @@ Source::Source(const QString& path, Origin origin) : comesFrom(origin) {
     connection.Open();
     Schema::requirePlainTables(connection);
     if (origin == Origin::Foreign) {
-        connection.engine().limitTime(longestStatement);
+        connection.engine().limitTime(maxStatementTime);
         if (const QString damage = connection.engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
             refuse("The file is damaged: " + damage);
         connection.engine().limitTime(0); // the rest only reads plain tables of bounded size
