@@ -83,7 +83,7 @@ void frmFirstTime::Load() {
     DeleteFiles("Demo");
 }
 
-/// Deletes the file named by the installer, and the installer's file.
+/// Deletes the file that the installer's ini file names, and the ini file itself.
 void frmFirstTime::DeleteFiles(const QString& kind) {
     trap(".DeleteFiles", [&] {
         const QString ini = kind == "Demo" ? "demosource.ini" : "datasource.ini";

@@ -22,7 +22,8 @@ class Screen : public QWidget {
   public:
     explicit Screen(const QString& screenName);
 
-    /// "0" until a button has handled the screen, then "1". Closing with any other text is the user's doing.
+    /// "0" until one of the screen's buttons has taken over, then "1". Closing with anything but "1" comes
+    /// from the user.
     QString Tag = "0";
 
     /// Fills the screen. If it throws, the screen is not shown.

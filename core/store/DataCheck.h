@@ -22,7 +22,7 @@ struct Findings {
 /// Checks open user data; reports at most the first hundred findings of each kind. Throws DatabaseFault.
 Findings Check(const Connection& user);
 
-/// The last check's findings, for whoever shows them. Use it from one thread only.
+/// The last check's findings, for whoever shows them. Only for use from one thread.
 const Findings& Latest();
 void SetLatest(const Findings& findings);
 

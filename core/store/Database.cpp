@@ -90,7 +90,7 @@ void Recordset::letGo() {
 void Recordset::MoveNext() {
     if (!std::exchange(deleted, false))
         requireRow();
-    if (std::exchange(resting, false)) // back to the row we were on before the write
+    if (std::exchange(resting, false)) // return to the row that was current before the write
         for (int row = 0; row <= position; ++row)
             if (!cursor->step())
                 break;

@@ -61,7 +61,8 @@ class WebView : public PageView {
 };
 
 /// The engine asks the shared graphics context for its format even for software rendering. The program does
-/// not create that context, since it would slow the start; one that was never initialised is enough.
+/// not set one up, since that would slow the start; a context object that was never created on the system is
+/// enough.
 void drawBySoftware() {
     static std::unique_ptr<QOpenGLContext> context;
     if (QOpenGLContext::globalShareContext())
