@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Headings are drawn with a font of 9 points around them in mind.
+/// Headings were designed for a font of 9 points.
 void growWithFont(QLabel* label) {
     constexpr double drawnFor = 9;
     QFont font = label->font();
@@ -59,7 +59,7 @@ void Screen::prepare() {
             quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
-/// What the user types, and what he chooses, counts as entered; what the program shows does not.
+/// What the user types or selects counts as an entry; what the program displays does not.
 void Screen::noteEntries() {
     const auto note = [this] { entered = true; };
     for (QLineEdit* box : findChildren<QLineEdit*>())
@@ -75,7 +75,7 @@ void Screen::noteEntries() {
 }
 
 void Screen::setTitle(const QString& title) {
-    setWindowTitle(QString(title).replace("[*]", "[*][*]")); // once, it would stand for an unsaved document
+    setWindowTitle(QString(title).replace("[*]", "[*][*]")); // a single one would mark an unsaved document
 }
 
 bool Screen::trap(const QString& procedure, const std::function<void()>& body) const {
@@ -144,7 +144,7 @@ bool Screen::leavesUnchecked(const QWidget* widget) const {
     return cancels.contains(widget);
 }
 
-/// A menu, another screen or a press on nothing lets a field go without its check, which is made up for here.
+/// A menu, another screen or a press on empty space leaves a field unchecked; this catches up.
 bool Screen::checkFieldsLeftOtherwise() {
     const auto fields = unchecked;
     for (const QPointer<QWidget>& field : fields) {
@@ -188,7 +188,7 @@ bool Screen::leaveFor(const QString& screen) {
         Tag = "0";
         return false;
     }
-    const QString status = StatusBar::StatusText(); // the next screen's, which the closing would take away
+    const QString status = StatusBar::StatusText(); // set by the next screen; unload would reset it
     Screens::unload(name());
     StatusBar::SetStatusText(status);
     Screens::show(screen);
@@ -211,7 +211,7 @@ void Screen::keyPressEvent(QKeyEvent* event) {
     }
     auto* focused = dynamic_cast<QAbstractButton*>(focusWidget());
     const auto* option = dynamic_cast<QRadioButton*>(focused);
-    const bool chosen = option && option->isChecked(); // Return then goes on with the choice
+    const bool chosen = option && option->isChecked(); // Return then moves on with that choice
     QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;
