@@ -159,5 +159,7 @@ void Fitting::letScroll(Screen& screen) {
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
     screen.setMinimumSize(0, 0);
-    rows->activate();
+    middle->show(); // the layout would show it only later, and take it for nothing until then
+    for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
+        layout->activate();
 }
