@@ -27,7 +27,8 @@ void frmDrawing::Load() {
 
 void frmDrawing::ShowDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
-    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
+    imgDrawing->setGeometry(
+        QRect({0, 0}, largeSize)); // reset, or the box drifts from one drawing to the next
     QString path;
     const bool loaded =
         Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);

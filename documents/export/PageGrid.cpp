@@ -20,7 +20,7 @@ double heightOf(const PageText& text) {
     return TextFit::lineHeight(text.style) * double(text.lines().size());
 }
 
-/// Whether no other text stands beside a wrapped one.
+/// Whether a wrapped text has no other text beside it.
 bool standsAlone(const PageText& text, const Page& page) {
     const double top = TopOf(text);
     const double bottom = top + heightOf(text);

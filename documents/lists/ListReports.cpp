@@ -16,13 +16,13 @@ using namespace Schedule;
 
 namespace {
 
-/// An application's list: the command that shows it, and what both lists add to their statements for it.
+/// An application's lists: the command that shows the first, and what both add to their statements.
 struct List {
     const char* command;
     QString (*application)();
     const char* report;
     const char* filter;
-    const char* order; // of the first list only; the other keeps the order of the table
+    const char* order; // of the first list only; the other keeps the table's order
 };
 
 const List lists[] = {
@@ -34,7 +34,7 @@ const List lists[] = {
      " ORDER BY Class, TankVolume"},
     {"mnuRptSHK", AppNameShock, "rptExpTankList", " WHERE tblModelMaster.App = 'SHK'",
      " ORDER BY Class, TankVolume"},
-    // No command gives packages to the first list, which would refuse this order.
+    // No command shows packages in the first list, where this order would fail.
     {"mnuRptPKG", AppNamePackage, "rptPKGTankList", " WHERE tblModelMaster.App = 'PKG'",
      " ORDER by BY Class, TankVolume"},
 };
@@ -48,7 +48,7 @@ const QString packageColumns = QStringLiteral(", MinSysPressure & \" - \" & Tank
 const QString tables =
     QStringLiteral(" FROM tblModelMaster INNER JOIN tblAppMaster ON tblModelMaster.App = tblAppMaster.App");
 
-/// Filters by the session's application; without one the list runs over all models.
+/// Filters by the session's application; without one the list covers all models.
 void filter(Report& report, bool sorted) {
     QString application;
     if (!Session::TankClass.read(application))
@@ -63,7 +63,7 @@ void filter(Report& report, bool sorted) {
     }
 }
 
-// A start routine's failure ends in the error dialog; the pages then show the data source as it was.
+// If a start routine fails, the error dialog opens and the pages show the data source unchanged.
 
 void StartTankList(Report& report) {
     report.source = columns + tables;
@@ -97,12 +97,12 @@ constexpr ReportKind reports[] = {
 void show(const List& list) {
     Trap(list.command, [&list] {
         const Hourglass hourglass;
-        Session::TankClass.write(list.application()); // which is how the report learns it
+        Session::TankClass.write(list.application()); // this is how the report learns it
         ShowDocument(Report(*FindReport(list.report)).Run());
     });
 }
 
-/// The schedule of the session's job; the session's application stays as it is.
+/// Shows the schedule of the session's job without changing the session's application.
 void showSchedule() {
     Trap("mnuSchedule", [] {
         if (!Screens::activeStands())

@@ -28,7 +28,7 @@
 
 namespace {
 
-/// The words of a line, taken one after the other.
+/// Takes the words of a line one after the other.
 class Words {
   public:
     explicit Words(const QString& line) : words(SplitWords(line.toStdString())) {}
@@ -118,7 +118,7 @@ QRectF takePlace(Words& words) {
 }
 
 // A boxed field: a small label at the top, the value below.
-constexpr double fieldEdge = 4; // points between box and texts
+constexpr double fieldEdge = 4; // points between the box and its texts
 constexpr double labelHeight = 9;
 
 QRectF labelPlace(const QRectF& box) {
@@ -260,7 +260,7 @@ class Reader {
         }
     }
 
-    /// The control of a new name in the current section.
+    /// Adds a control with a new name to the current section.
     ReportControl& add(ReportControl added) {
         if (!current)
             throw std::runtime_error("a control stands outside of a section");

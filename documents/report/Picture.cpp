@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Whether a value leads out of the file: a link, or a url() in a style, to anything but a part of it.
+/// Whether an attribute refers to anything but a part of its own file, by a link or by a url() in a style.
 bool leadsOutside(const QXmlStreamAttribute& attribute) {
     const QString value = attribute.value().toString().trimmed();
     if (attribute.name() == u"href" || attribute.name() == u"src" || attribute.name() == u"base")
@@ -20,7 +20,7 @@ bool leadsOutside(const QXmlStreamAttribute& attribute) {
            value.contains(u"@import", Qt::CaseInsensitive) || attribute.name().startsWith(u"on");
 }
 
-/// Whether it is one SVG picture and nothing that reaches outside or runs.
+/// Whether it is a single SVG picture without external references and without scripts.
 bool standsAlone(const QByteArray& svg) {
     QXmlStreamReader reader(svg);
     bool root = true;
