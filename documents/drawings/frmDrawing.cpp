@@ -27,8 +27,7 @@ void frmDrawing::Load() {
 
 void frmDrawing::ShowDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
-    imgDrawing->setGeometry(
-        QRect({0, 0}, largeSize)); // reset, or the box drifts from one drawing to the next
+    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // or the box drifts between drawings
     QString path;
     const bool loaded =
         Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);

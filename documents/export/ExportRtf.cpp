@@ -10,8 +10,7 @@
 
 namespace {
 
-constexpr double edge =
-    18; // points around the page, because word processors set text slightly wider or taller
+constexpr double edge = 18; // points around the page: word processors set text slightly wider or taller
 
 QByteArray twips(double points) {
     return QByteArray::number(int(std::lround(points * 20)));

@@ -178,9 +178,8 @@ QByteArray Workbook::filterNames() const {
         if (filter.columns == 0)
             continue;
         QByteArray body;
-        putWords(body,
-                 {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden and built in, one character, of the sheet
-        body += QByteArray::fromHex("000d3b");          // the built-in name of a filter range; an area
+        putWords(body, {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden, built in, one character, of the sheet
+        body += QByteArray::fromHex("000d3b");                // the built-in name of a filter range; an area
         putWords(body, {i, filter.headingRow, filter.lastRow, 0, filter.columns - 1});
         record(names, 0x0018, body);
     }
