@@ -21,7 +21,7 @@ bool leadsOutside(const QXmlStreamAttribute& attribute) {
 }
 
 /// Whether it is a single SVG picture without external references and without scripts.
-bool standsAlone(const QByteArray& svg) {
+bool isSelfContained(const QByteArray& svg) {
     QXmlStreamReader reader(svg);
     bool root = true;
     while (!reader.atEnd()) {
@@ -50,7 +50,7 @@ QByteArray ReadPicture(const QString& path) {
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());
     QByteArray svg = file.readAll();
-    if (!standsAlone(svg) || !QSvgRenderer(svg).isValid())
+    if (!isSelfContained(svg) || !QSvgRenderer(svg).isValid())
         throw Fault(Fault::InvalidPicture, "Invalid picture: " + path.toStdString());
     return svg;
 }
