@@ -1,4 +1,4 @@
-// Every screen as a user without a mouse, without sight or with large letters meets it.
+// Every screen as met by a user without a mouse, without sight or with large fonts.
 
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Translations.h"
@@ -21,7 +21,7 @@
 
 namespace {
 
-/// The program with a job of one tank of each kind, so that every screen has something to show.
+/// The program with a job that has one tank of each kind, so that every screen has something to show.
 class EveryScreen : public testing::Test {
   protected:
     EveryScreen() {
@@ -43,7 +43,7 @@ class EveryScreen : public testing::Test {
     }
     ~EveryScreen() override { Driver::stop(); }
 
-    /// Opens each screen of the main window alone, in each application that it adapts to.
+    /// Opens each screen of the main window by itself, in each application it adapts to.
     template<typename Look>
     void forEach(Look look) {
         for (const QString& name : Screens::names()) {
@@ -61,7 +61,7 @@ class EveryScreen : public testing::Test {
                 look(*Screens::find(name), where);
                 Screens::unload(name);
                 Driver::settle();
-                for (const QString& other : Screens::loaded()) // that a closing may have opened
+                for (const QString& other : Screens::loaded()) // closing may have opened it
                     Screens::unload(other);
             }
         }
@@ -77,7 +77,7 @@ QChar mnemonicOf(const QString& text) {
     return at >= 0 && at + 1 < single.size() ? single[at + 1].toUpper() : QChar();
 }
 
-/// The text that carries a widget's mnemonic.
+/// The text that holds a widget's mnemonic.
 QString captionOf(const QWidget* widget) {
     if (const auto* button = dynamic_cast<const QAbstractButton*>(widget))
         return button->text();
@@ -108,7 +108,7 @@ TEST_F(EveryScreen, HasMnemonicsOfItsOwn) {
     });
 }
 
-TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
+TEST_F(EveryScreen, NamesEachControlThatTheKeyboardReaches) {
     forEach([](const Screen& screen, const std::string& where) {
         std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
@@ -129,16 +129,16 @@ TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
 }
 
 TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
-    BrennovalMain::instance()->resize(1366, 740); // of 768, less the desktop's own bar
+    BrennovalMain::instance()->resize(1366, 740); // 768 less the desktop's panel
     Driver::settle();
     const QFont before = QApplication::font();
-    for (const int points : {8, 10, 12, 13}) { // 13: some systems have taller letters
+    for (const int points : {8, 10, 12, 13}) { // 13, because some systems have taller letters
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);
         Driver::settle();
         forEach([points](const Screen& screen, const std::string& where) {
-            const bool inside = !screen.isTopLevel(); // else on the display itself
+            const bool inside = !screen.isTopLevel(); // otherwise on the display itself
             const QSize space =
                 inside ? BrennovalMain::instance()->area()->size() : BrennovalMain::instance()->size();
             const QSize frame = inside ? screen.parentWidget()->size() : screen.size();
@@ -149,8 +149,8 @@ TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
     QApplication::setFont(before);
 }
 
-// Another language changes the program's own texts; the maker's stand in English.
-TEST_F(EveryScreen, AnotherLanguageChangesOwnTextsAlone) {
+// Another language changes the program's own texts; the maker's stay English.
+TEST_F(EveryScreen, AnotherLanguageChangesOnlyOwnTexts) {
     EXPECT_FALSE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
     ASSERT_TRUE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
     Session::TankClass.write("Expansion Tank");
