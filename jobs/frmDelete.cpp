@@ -7,7 +7,6 @@
 #include "core/store/TankLine.h"
 
 using namespace Deletion;
-using namespace NameLookup;
 using namespace Records;
 
 namespace {

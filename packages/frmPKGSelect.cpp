@@ -16,7 +16,6 @@
 using namespace Catalogue;
 using namespace Drawings;
 using namespace Fields;
-using namespace NameLookup;
 using namespace Records;
 using namespace StatusBar;
 

@@ -57,10 +57,11 @@ void frmResults::ShowModel(const Model& model) {
     chkASMEFlag->setChecked(model.asme.value_or(false));
     txtBladderType->setText(bladderType(model));
     txtBladderType->setCursorPosition(0);
-    if (ApplicationCoded(Shown(model.app).toStdString()) != Application::Hydropneumatic)
+    const auto application = ApplicationCoded(Shown(model.app).toStdString());
+    if (application != Application::Hydropneumatic)
         return;
     for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin,
                                                            txtSOTMax, lblFluidType, txtSysFluidType})
         hidden->hide();
-    lblSysVolume->setText("Drawdown");
+    lblSysVolume->setText(ToQString(InfoOf(*application).resultCaption));
 }

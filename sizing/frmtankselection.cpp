@@ -1,7 +1,8 @@
 #include "sizing/frmtankselection.h"
 
-#include "core/base/ApplicationNames.h"
+#include "core/base/Applications.h"
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -15,7 +16,6 @@
 #include <QHeaderView>
 #include <QLabel>
 
-using namespace ApplicationNames;
 using namespace Catalogue;
 using namespace Deletion;
 using namespace Records;
@@ -30,6 +30,20 @@ std::unique_ptr<ListRow> RowOf(const TankOption& option, const QStringList& more
     row->setSortKey(0, option.quantity);
     row->setSortKey(1, option.tankVolume);
     return row;
+}
+
+/// Where Previous leads: shock arrestors come in one series, so no screen asks for it.
+QString screenBefore(Application application) {
+    switch (application) {
+    case Application::Expansion:
+    case Application::Thermal:
+    case Application::Hydropneumatic:
+        return "frmTankSeries";
+    case Application::Shock:
+    case Application::Package:
+        break;
+    }
+    return ToQString(InfoOf(application).conditionsScreen);
 }
 
 } // namespace
@@ -69,7 +83,7 @@ void frmtankselection::Load() {
 void frmtankselection::ShowChanges() {
     if (Session::Mode.text() == Session::Modes::Convert)
         FindConvertedTanks();
-    else if (Session::TankClass.text() == AppNameShock())
+    else if (Session::application() == Application::Shock)
         FindSHKTanks();
     else
         FindOtherTanks();
@@ -206,18 +220,18 @@ void frmtankselection::Next() {
 
 void frmtankselection::ShowResults() {
     QString mode;
-    QString application;
     if (!Session::Mode.read(mode))
         return;
     if (mode == Session::Modes::Convert) {
         Screens::open("frmResultsConvert");
         return;
     }
-    if (!Session::TankClass.read(application))
+    const auto application = Session::application();
+    if (!application)
         return;
-    const QString screen = application == AppNameShock() ? "frmResultSHK" : "frmResults";
+    const QString screen = ToQString(InfoOf(*application).resultsScreen);
     const Screen* results = Screens::load(screen);
-    if (results && severalTanks && application != AppNameShock())
+    if (results && severalTanks && screen == "frmResults") // the only screen with these warnings
         for (const char* warning : {"lblConsultFactory", "lblMsgFlag"})
             results->control<QLabel>(warning)->setVisible(true);
     Screens::show(screen);
@@ -228,8 +242,8 @@ void frmtankselection::Previous() {
     procedure(".SaveRecord", [&] { saved = SaveRecord(); });
     if (!saved)
         return;
-    if (QString application; Session::TankClass.read(application)) {
-        leaveFor(application == AppNameShock() ? "frmJobConditionsSHK" : "frmTankSeries");
+    if (const auto application = Session::application()) {
+        leaveFor(screenBefore(*application));
         return;
     }
     Tag = "1";

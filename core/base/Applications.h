@@ -36,7 +36,7 @@ inline constexpr std::array<ApplicationInfo, 5> allApplications = {{
      "Enter Job Conditions For Expansion Tank...", "Total &System Fluid Content", "System Volume:"},
     {Application::Thermal, "Thermal Expansion Tank", "THM", 102, "frmJobConditions", "frmResults",
      "Enter Job Conditions For Thermal Expansion Tank...", "Total &System Fluid Content",
-     "System Volume:", TemperatureLimits{40, 100, 90, 245}}, // its maximum is above every fluid's; meant so
+     "System Volume:", TemperatureLimits{40, 100, 90, 245}}, // deliberately above every fluid's maximum
     {Application::Hydropneumatic, "Hydropneumatic Tank", "HYD", 103, "frmJobConditions", "frmResults",
      "Enter Job Conditions For Hydro-Pneumatic Tank...", "&Drawdown", "Drawdown",
      TemperatureLimits{-999999, 999999, -999999, 999999}},

@@ -16,28 +16,29 @@ using namespace Schedule;
 
 namespace {
 
-/// An application's lists: the command that shows the first, and what both add to their statements.
+/// An application's list: the command that shows it, its report, and the order it adds to the statement.
 struct List {
     const char* command;
-    QString (*application)();
     const char* report;
-    const char* filter;
-    const char* order; // of the first list only; the other keeps the table's order
+    const char* order =
+        " ORDER BY Class, TankVolume"; // of the first list only; the other keeps the table's order
 };
 
-const List lists[] = {
-    {"mnuRptEXP", AppNameExpansion, "rptExpTankList", " WHERE tblModelMaster.App = 'EXP'",
-     " ORDER BY Class, TankVolume"},
-    {"mnuTHM", AppNameThermal, "rptExpTankList", " WHERE tblModelMaster.App = 'THM'",
-     " ORDER BY Class, TankVolume"},
-    {"mnuRptHYD", AppNameHydro, "rptExpTankList", " WHERE tblModelMaster.App = 'HYD'",
-     " ORDER BY Class, TankVolume"},
-    {"mnuRptSHK", AppNameShock, "rptExpTankList", " WHERE tblModelMaster.App = 'SHK'",
-     " ORDER BY Class, TankVolume"},
-    // No command shows packages in the first list, where this order would fail.
-    {"mnuRptPKG", AppNamePackage, "rptPKGTankList", " WHERE tblModelMaster.App = 'PKG'",
-     " ORDER by BY Class, TankVolume"},
-};
+List listOf(Application application) {
+    switch (application) {
+    case Application::Expansion:
+        return {"mnuRptEXP", "rptExpTankList"};
+    case Application::Thermal:
+        return {"mnuTHM", "rptExpTankList"};
+    case Application::Hydropneumatic:
+        return {"mnuRptHYD", "rptExpTankList"};
+    case Application::Shock:
+        return {"mnuRptSHK", "rptExpTankList"};
+    case Application::Package: // no command shows packages in the first list, where this order would fail
+        return {"mnuRptPKG", "rptPKGTankList", " ORDER by BY Class, TankVolume"};
+    }
+    throw Fault(Fault::InternalError, "No list of such an application");
+}
 
 const QString columns = QStringLiteral(
     "SELECT tblModelMaster.App, Description, Class, Bladder, ASME, ModelDscrptn, TankOD & \" X \" & OAL AS "
@@ -50,17 +51,15 @@ const QString tables =
 
 /// Filters by the session's application; without one the list covers all models.
 void filter(Report& report, bool sorted) {
-    QString application;
-    if (!Session::TankClass.read(application))
+    const auto application = Session::application();
+    if (!application)
         return;
-    for (const List& list : lists) {
-        if (list.application() != application)
-            continue;
-        report.source += QLatin1String(list.filter) + (sorted ? QLatin1String(list.order) : QLatin1String());
-        report.title += ", " + application;
-        report.fileName = report.title;
-        return;
-    }
+    const ApplicationInfo& info = InfoOf(*application);
+    report.source += QStringLiteral(" WHERE tblModelMaster.App = '%1'").arg(ToQString(info.code));
+    if (sorted)
+        report.source += QLatin1String(listOf(*application).order);
+    report.title += ", " + ToQString(info.name);
+    report.fileName = report.title;
 }
 
 // If a start routine fails, the error dialog opens and the pages show the data source unchanged.
@@ -94,10 +93,11 @@ constexpr ReportKind reports[] = {
     {"rptSchedule", "rptSchedule", "User", StartSchedule, ReportOf::Job},
 };
 
-void show(const List& list) {
-    Trap(list.command, [&list] {
+void show(Application application) {
+    const List list = listOf(application);
+    Trap(list.command, [&] {
         const Hourglass hourglass;
-        Session::TankClass.write(list.application()); // this is how the report learns it
+        Session::TankClass.write(AppName(application)); // which is how the report learns it
         ShowDocument(Report(*FindReport(list.report)).Run());
     });
 }
@@ -117,7 +117,7 @@ void showSchedule() {
 
 void registerLists() {
     AddReports(reports);
-    for (const List& list : lists)
-        Commands::set(list.command, [&list] { show(list); });
+    for (const ApplicationInfo& info : allApplications)
+        Commands::set(listOf(info.application).command, [&info] { show(info.application); });
     Commands::set("mnuSchedule", showSchedule);
 }

@@ -16,7 +16,6 @@
 
 using namespace Catalogue;
 using namespace Deletion;
-using namespace NameLookup;
 using namespace Records;
 using namespace Schedule;
 using namespace StatusBar;
