@@ -132,13 +132,20 @@ void frmjobsearchdialog::PrepareCalendar() {
     }
 }
 
-/// Places the calendar below the box, inside the screen.
+/// Places the calendar below the box, or beside it if the screen is too low.
 void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
     Tag = box->objectName();
     frameCalendar->adjustSize();
-    const QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
-    const int rightmost = lvOptions->geometry().right() + 1 - frameCalendar->width();
-    frameCalendar->move(std::min(corner.x(), rightmost), corner.y());
+    QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
+    const QPoint lowest(width() - frameCalendar->width(), height() - frameCalendar->height());
+    if (corner.y() > lowest.y()) {
+        const int beside = box->mapTo(this, QPoint(box->width() + 3, 0)).x();
+        corner = {beside <= lowest.x() ? beside : corner.x() - frameCalendar->width() - 3, lowest.y()};
+    } else {
+        corner.setX(std::min(corner.x(), lvOptions->mapTo(this, lvOptions->rect().topRight()).x() + 1 -
+                                             frameCalendar->width()));
+    }
+    frameCalendar->move(std::max(corner.x(), 0), std::max(corner.y(), 0));
     frameCalendar->raise();
     frameCalendar->show();
 }

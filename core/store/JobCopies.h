@@ -7,23 +7,23 @@
 #include <optional>
 #include <vector>
 
-/// Jobs that travel between the user's data and a copy of them, or a file of one job, which has the same
-/// tables.
+/// Moves jobs between the user's data and a copy of it, or a single-job file, which has the same tables.
 namespace JobCopies {
 
-/// Whether a file is a copy that the program made for itself, or came from anywhere.
+/// Whether the program made the file for itself, or it came from anywhere.
 enum class Origin { Own, Foreign };
 
-/// A copy that is open for reading. It is never changed: one of an older version is brought up beside.
+/// A copy open for reading. It is never changed: if its version is older, a temporary copy of it is upgraded
+/// instead.
 class Source {
   public:
-    /// Throws DatabaseFault with a text for the user: for a file that is none of ours, of a newer version,
-    /// and a foreign one that is too large, damaged, or holds more than tables.
+    /// Throws DatabaseFault with a text for the user, if the file is not ours or of a newer version, and for
+    /// a foreign file that is too large, damaged, or contains more than tables.
     Source(const QString& path, Origin origin);
 
     const Connection& data() const { return connection; }
     Origin origin() const { return comesFrom; }
-    /// The file that is read, which is another one when the copy is of an older version.
+    /// The file being read, which is a different one if the copy's version is older.
     QString file() const { return connection.dataSource(); }
 
   private:
@@ -34,7 +34,7 @@ class Source {
     Origin comesFrom;
 };
 
-/// What of a copy stands otherwise today.
+/// How an item of a copy compares with today's data.
 enum class Today { Missing, Differs, Same, Only };
 
 struct Job {
@@ -51,26 +51,25 @@ struct Tank {
     Today today = Today::Same;
 };
 
-/// The jobs of a copy that today's data lack or hold otherwise, in the order of their IDs. Throws
-/// DatabaseFault.
+/// The jobs of a copy that are missing or different in today's data, ordered by ID. Throws DatabaseFault.
 std::vector<Job> ChangedJobs(const Source& copy, const Connection& user);
 
 /// All jobs of a copy. Throws DatabaseFault.
 std::vector<Job> AllJobs(const Source& copy, const Connection& user);
 
-/// The tank lines of a job, of the copy and of today. Throws DatabaseFault.
+/// The tank lines of a job, from both the copy and today. Throws DatabaseFault.
 std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID);
 
-/// Puts jobs of a copy into the user's data as they are, every column, in one write; those of the same IDs
-/// go. Throws DatabaseFault; nothing is changed then.
+/// Copies jobs with every column into the user's data, in one write; jobs with the same IDs are replaced.
+/// Throws DatabaseFault and then changes nothing.
 void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs);
 
-/// Puts the present data aside and replaces all of them by those of a copy, in one write. Throws
-/// DatabaseFault; nothing is changed then.
+/// Backs up the current data and replaces all of it with a copy's, in one write. Throws DatabaseFault and
+/// then changes nothing.
 void RestoreAll(const Source& copy, const Connection& user);
 
-/// Writes a job to a file of its own, which appears only when it is whole. Throws DatabaseFault, and
-/// RecordGone when there is no such job.
+/// Writes a job to a file of its own, which only appears once it is complete. Throws DatabaseFault, and
+/// RecordGone if there is no such job.
 void Export(const Connection& user, const QString& jobID, const QString& path);
 
 } // namespace JobCopies

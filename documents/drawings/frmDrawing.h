@@ -20,6 +20,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
   private:
     void Load() override;
     QTimer Timer1;
+    QSize largeSize; // in pixels; smaller where the main window has less room
 };
 
 /// Opens the full-size view of a drawing.

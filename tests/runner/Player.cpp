@@ -188,7 +188,7 @@ void start(Stage& stage) {
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
     if (BrennovalMain* window = BrennovalMain::instance()) {
-        window->resize(1180, 800); // the offscreen display is smaller than any that users have
+        window->resize(stage.window);
         window->activateWindow();
     }
     settle();

@@ -2,6 +2,7 @@
 
 #include "tests/support/ScriptedDialogs.h"
 
+#include <QSize>
 #include <QString>
 
 /// Why a line of a scenario failed.
@@ -12,8 +13,9 @@ struct Failure {
 /// What the commands of a scenario work on.
 struct Stage {
     ScriptedDialogs& dialogs;
-    QString shotFolder; // empty to take no pictures
-    QString homeFolder; // a scenario's relative paths start here
+    QString shotFolder;         // empty to take no pictures
+    QString homeFolder;         // a scenario's relative paths start here
+    QSize window = {1180, 800}; // main window; the offscreen display is smaller than any that users have
     bool started = false;
 };
 
