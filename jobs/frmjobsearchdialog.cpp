@@ -18,7 +18,7 @@ QStringList headings() {
     return {"Job ID", "Contractor", "Engineer", "Date Created"};
 }
 
-/// A day as the user's short date format writes it, with a year of four digits.
+/// A date in the user's short format, with a four-digit year.
 QString shortDate(const QDate& date) {
     QString format = QLocale().dateFormat(QLocale::ShortFormat);
     if (!format.contains("yyyy"))
@@ -76,7 +76,7 @@ void frmjobsearchdialog::FillResultsBox() {
         lvOptions->setFocus();
 }
 
-/// Lists what a statement finds; nothing for an empty one.
+/// Lists what a statement finds; clears the list for an empty statement.
 void frmjobsearchdialog::List(const QString& query) {
     FillList(lvOptions, headings(), {});
     if (query.isEmpty())
@@ -113,7 +113,7 @@ void frmjobsearchdialog::SearchFinished() {
         Screens::unload(name());
 }
 
-/// Gives the calendar the program's look. A click on it leaves the focus in the date's box.
+/// Gives the calendar the program's look. Clicking it leaves the focus in the date's box.
 void frmjobsearchdialog::PrepareCalendar() {
     frameCalendar->hide();
     for (QWidget* part : Calendar1->findChildren<QWidget*>())
@@ -132,7 +132,7 @@ void frmjobsearchdialog::PrepareCalendar() {
     }
 }
 
-/// Puts the calendar under the box, or beside it where the screen is too low.
+/// Places the calendar below the box, or beside it if the screen is too low.
 void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
     Tag = box->objectName();
     frameCalendar->adjustSize();
@@ -182,7 +182,7 @@ void frmjobsearchdialog::keyPressEvent(QKeyEvent* event) {
 }
 
 bool frmjobsearchdialog::QueryUnload() {
-    if (Tag != "1") // the calendar's use of the tag counts as not left on purpose
+    if (Tag != "1") // a tag set by the calendar deliberately counts as not left
         SetStatusBarText();
     return true;
 }

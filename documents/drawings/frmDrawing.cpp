@@ -31,7 +31,7 @@ void frmDrawing::Load() {
 
 void frmDrawing::ShowDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
-    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
+    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // or the box drifts between drawings
     QString path;
     const bool loaded =
         Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);

@@ -5,7 +5,7 @@
 
 #include <QTimer>
 
-/// A drawing at its larger size; a click closes it.
+/// A drawing at full size; a click closes it.
 class frmDrawing : public Screen, private Ui::frmDrawing {
   public:
     frmDrawing();
@@ -23,5 +23,5 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     QSize largeSize; // in pixels; smaller where the main window has less room
 };
 
-/// Opens the large view of a drawing.
+/// Opens the full-size view of a drawing.
 void ShowLargeDrawing(const QString& drawing);

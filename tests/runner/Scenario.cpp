@@ -1,6 +1,6 @@
-// Plays user stories against the real screens with mouse and key events, without a display.
+// Plays scenarios on the real screens with mouse and key events, without a display.
 // Usage: brennoval-scenario [--shots DIR] [--keep DIR] [--points N] [--size WxH] [--dark] FILE...
-// Each file runs in a process, a data folder and a session store of its own.
+// Each file runs in its own process, with its own data folder and session store.
 
 #include "app/Install.h"
 #include "app/Register.h"
@@ -26,7 +26,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
         return false;
     };
     try {
-        // A story begins behind the getting-started screen, unless it is about that screen.
+        // A scenario starts after the getting-started screen, unless it is about that screen.
         if (!lines.contains("firstrun"))
             player.play("sql User \"UPDATE tblFirstTime SET FirstTime = 1\"");
         for (const QString& line : lines) {
@@ -76,7 +76,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep, co
     return passed;
 }
 
-/// Plays each file in a process of its own; the number of those that passed.
+/// Plays each file in its own process and returns the number that passed.
 int playEach(const QStringList& files, const QStringList& options) {
     int passed = 0;
     for (const QString& file : files) {

@@ -1,4 +1,4 @@
-// Every screen as a user without a mouse, without sight or with large letters meets it.
+// Every screen as met by a user without a mouse, without sight or with large fonts.
 
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Translations.h"
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// The program with a job of one tank of each kind, so that every screen has something to show.
+/// The program with a job that has one tank of each kind, so that every screen has something to show.
 class EveryScreen : public testing::Test {
   protected:
     EveryScreen() {
@@ -46,7 +46,7 @@ class EveryScreen : public testing::Test {
     }
     ~EveryScreen() override { Driver::stop(); }
 
-    /// Opens each screen of the main window alone, in each application that it adapts to.
+    /// Opens each screen of the main window by itself, in each application it adapts to.
     template<typename Look>
     void forEach(Look look) {
         for (const QString& name : Screens::names()) {
@@ -64,7 +64,7 @@ class EveryScreen : public testing::Test {
                 look(*Screens::find(name), where);
                 Screens::unload(name);
                 Driver::settle();
-                for (const QString& other : Screens::loaded()) // that a closing may have opened
+                for (const QString& other : Screens::loaded()) // closing may have opened it
                     Screens::unload(other);
             }
         }
@@ -80,7 +80,7 @@ QChar mnemonicOf(const QString& text) {
     return at >= 0 && at + 1 < single.size() ? single[at + 1].toUpper() : QChar();
 }
 
-/// The text that carries a widget's mnemonic.
+/// The text that holds a widget's mnemonic.
 QString captionOf(const QWidget* widget) {
     if (const auto* button = dynamic_cast<const QAbstractButton*>(widget))
         return button->text();
@@ -111,7 +111,7 @@ TEST_F(EveryScreen, HasMnemonicsOfItsOwn) {
     });
 }
 
-TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
+TEST_F(EveryScreen, NamesEachControlThatTheKeyboardReaches) {
     forEach([](const Screen& screen, const std::string& where) {
         std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
@@ -131,7 +131,7 @@ TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
     });
 }
 
-/// What of a screen is cut, beyond its frame, or out of reach of one that scrolls; empty when all is seen.
+/// What is cut off or out of reach on a screen, even by scrolling; empty if everything can be seen.
 QStringList unseen(const Screen& screen) {
     QStringList faults;
     const auto* middle = screen.findChild<QScrollArea*>("middle");
@@ -171,9 +171,9 @@ QStringList unseen(const Screen& screen) {
 
 TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
     const struct {
-        QSize window; // of the display at its scale, less the desktop's own bar
+        QSize window; // of the display at its scale, less the desktop's panel
         std::vector<int> points;
-    } displays[] = {{{1366, 740}, {8, 10, 12, 13, 14}}, // 13: some systems have taller letters
+    } displays[] = {{{1366, 740}, {8, 10, 12, 13, 14}}, // 13, because some systems have taller letters
                     {{911, 485}, {9, 12}},              // 1366 x 768 at 150 %
                     {{960, 512}, {9, 12}},              // 1920 x 1080 at 200 %
                     {{683, 357}, {9}}};                 // 1366 x 768 at 200 %
@@ -189,7 +189,7 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
                                      std::to_string(display.window.width()) + " x " +
                                      std::to_string(display.window.height());
             forEach([&](const Screen& screen, const std::string& where) {
-                const bool inside = !screen.isTopLevel(); // else on the display itself
+                const bool inside = !screen.isTopLevel(); // otherwise on the display itself
                 const QSize space =
                     inside ? BrennovalMain::instance()->area()->size() : BrennovalMain::instance()->size();
                 const QSize frame = inside ? screen.parentWidget()->size()
@@ -202,8 +202,8 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
     QApplication::setFont(before);
 }
 
-// Another language changes the program's own texts; the maker's stand in English.
-TEST_F(EveryScreen, AnotherLanguageChangesOwnTextsAlone) {
+// Another language changes the program's own texts; the maker's stay English.
+TEST_F(EveryScreen, AnotherLanguageChangesOnlyOwnTexts) {
     EXPECT_FALSE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
     ASSERT_TRUE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
     Session::TankClass.write("Expansion Tank");
