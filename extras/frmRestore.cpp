@@ -1,6 +1,7 @@
 #include "extras/frmRestore.h"
 
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
@@ -62,7 +63,7 @@ QString number(double value) {
 std::unique_ptr<ListRow> rowOf(const Backup::Copy& copy) {
     const QLocale english(QLocale::English);
     auto row = std::make_unique<ListRow>(QStringList{
-        copy.made.toString("MM/dd/yy  hh:mm"), shown(copy.reason),
+        shownDate(copy.made.date()) + copy.made.toString("  hh:mm"), shown(copy.reason),
         english.formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat), QString(), QString()});
     row->setSortKey(Made, copy.made);
     row->setSortKey(Size, copy.size);

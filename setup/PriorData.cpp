@@ -307,7 +307,8 @@ std::optional<Source> askForFile() {
                                                          "Do you have prior data to convert?",
                                                  .title = "Convert Data?",
                                                  .icon = QMessageBox::Question,
-                                                 .buttons = QMessageBox::Yes | QMessageBox::No});
+                                                 .buttons = QMessageBox::Yes | QMessageBox::No,
+                                                 .defaultButton = QMessageBox::No});
     if (answer != QMessageBox::Yes)
         return std::nullopt;
     // The dialog starts where no earlier program kept its data, so an unchanged name means none.

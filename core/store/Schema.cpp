@@ -16,7 +16,7 @@ const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", 
                                "tblContractor", "tblJobHeader", "tblJobData",   "tblSchedule"};
 
 [[noreturn]] void refuse(const Connection& user, const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
+    throw RefusedData(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
 }
 
 /// Backs up over a separate connection, which only reads what the caller has locked.
