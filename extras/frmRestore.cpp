@@ -7,6 +7,7 @@
 #include "core/shell/Status.h"
 #include "core/store/DataCheck.h"
 #include "core/store/Gateway.h"
+#include "core/store/Schema.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -166,6 +167,7 @@ void frmRestore::CountCopies() {
             copy.setProperty("Data Source", path);
             copy.setReadOnly();
             copy.Open();
+            Schema::requirePlainTables(copy);
             const Backup::Counts counts = Backup::CountsOf(copy);
             for (const auto& [column, count] : {std::pair(Jobs, counts.jobs), {Tanks, counts.tanks}}) {
                 row->setText(column, number(count));
@@ -256,10 +258,8 @@ void frmRestore::RestoreJobs() {
         Dialogs::current().show({.text = "Please tick the jobs in the list!", .title = "Error"});
         return;
     }
-    QStringList replaced;
-    for (const JobCopies::Job& job : jobs)
-        if (job.today != Today::Missing && ticked.contains(job.jobID))
-            replaced.append(job.jobID);
+    // What the list says may have become another since.
+    const QStringList replaced = JobCopies::StandingOf(ticked, openDatabase("User"));
     if (!replaced.isEmpty() && !confirm("These jobs stand in your data today and will be replaced:\n" +
                                             replaced.join(", ") + "\nDo you want to replace them?",
                                         windowTitle()))
@@ -268,8 +268,8 @@ void frmRestore::RestoreJobs() {
     procedure(".RestoreJobs", [&] {
         const Connection user = openDatabase("User");
         if (!replaced.isEmpty())
-            Backup::MakeIfPossible(user, Backup::Reason::Restore);
-        JobCopies::Restore(*source, user, ticked);
+            Backup::MakeIfPossible(user, Backup::Reason::Restore, source->file());
+        JobCopies::Restore(*source, user, ticked, replaced);
     });
     SetStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
     const JobCopies::Origin origin = source->origin();

@@ -32,11 +32,12 @@ struct Counts {
 QString FolderOf(const QString& userFile);
 
 /// Copies open user data: written beside, checked, and renamed only then. The copy has mode and owner of the
-/// file, and what is too old goes. The copy's path. Throws DatabaseFault; no half copy stays.
-QString Make(const Connection& user, Reason reason);
+/// file, and what is too old goes, but for a copy that is in use. The copy's path. Throws DatabaseFault; no
+/// half copy stays.
+QString Make(const Connection& user, Reason reason, const QString& inUse = {});
 
 /// The same where a failure must not stop what goes on; it is told to the listener. Whether there is a copy.
-bool MakeIfPossible(const Connection& user, Reason reason) noexcept;
+bool MakeIfPossible(const Connection& user, Reason reason, const QString& inUse = {}) noexcept;
 
 /// Sets what hears of a copy that could not be made, in the thread that tried.
 void OnFailure(std::function<void(const QString& why)> listener);

@@ -106,8 +106,10 @@ void DeleteTankLines(const QStringList& tankIDs) {
     };
     try {
         for (const QString& tankID : tankIDs) {
+            Transaction write(connection); // so that what comes back is what went
             const StoredRows row = ReadStoredRows(connection, "tblJobData", "TankID", tankID);
             Recordset().Open("DELETE * FROM tblJobData WHERE TankID = ?", connection, {tankID});
+            write.Commit();
             if (!row.rows.isEmpty())
                 deletion.rows.append(row);
             deletionListener()({}, tankID);

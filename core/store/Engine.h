@@ -79,8 +79,9 @@ class Engine {
     /// Runs a script of the schema in the transaction that the caller has begun, and stores the version that
     /// it makes.
     virtual void runScript(const QString& script, int versionAfter) = 0;
-    /// The name of the first view, trigger or other thing that is no plain table and stands under one of some
-    /// tables' names or acts on one; an empty text when there is none.
+    /// The name of the first view, trigger, virtual table or computed column that stands under one of some
+    /// tables' names or acts on one; an empty text when there is none. What computes can take any time and
+    /// room.
     virtual QString foreignPart(const QStringList& tables) = 0;
     /// What a check of all that is stored finds wrong; an empty text when it is sound. A thorough one also
     /// compares the indexes with the rows, which takes several times as long.
@@ -91,6 +92,7 @@ class Engine {
     virtual void limitTime(int milliseconds) = 0;
     /// Copies the whole data, as they stand at one moment, into a file that is empty or not there yet.
     virtual void copyTo(const QString& path) = 0;
-    /// Replaces the whole data by those of a file, in one write: a kill leaves the one or the other.
-    virtual void replaceBy(const QString& path) = 0;
+    /// Replaces the whole data by those of another engine of the same kind, in one write: a kill leaves the
+    /// one or the other.
+    virtual void replaceBy(Engine& other) = 0;
 };

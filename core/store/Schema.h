@@ -17,8 +17,9 @@ int versionOf(const Connection& user);
 /// DatabaseFault.
 QStringList collidingNames(const Connection& user);
 
-/// Refuses user data in which a view, a trigger or a virtual table stands under a name of the program's own
-/// or acts on one of its tables: what it would do, or how long, nobody knows. Throws DatabaseFault.
+/// Refuses user data in which a view, a trigger, a virtual table or a computed column stands under a name of
+/// the program's own or acts on one of its tables: what it would do, or how long, nobody knows. Throws
+/// DatabaseFault.
 void requirePlainTables(const Connection& user);
 
 /// Whether a copy of older data is put aside among the backups. What is itself a copy needs none.

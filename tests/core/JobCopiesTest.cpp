@@ -84,9 +84,9 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     const QString backup = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     const QString file = exported();
     removeJobs();
-    JobCopies::Restore(Source(backup, Origin::Own), openDatabase("User"), {"Full's", "Empty"});
+    JobCopies::Restore(Source(backup, Origin::Own), openDatabase("User"), {"Full's", "Empty"}, {});
     EXPECT_EQ(contents(), before) << "restored";
-    JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"});
+    JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"}, {"Full's"});
     EXPECT_EQ(contents(), before) << "over itself";
     DeleteJob("Full's");
     DeleteTankLines({"Empty.1"});
@@ -134,7 +134,7 @@ TEST_F(JobCopiesTest, AnOlderFileIsBroughtUpBesideItself) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"});
+    JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"}, {});
     EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobHeader", "JobID", "Old"));
     file.seek(0);
     EXPECT_EQ(file.readAll(), bytes);
@@ -160,7 +160,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
         QFile::copy(sound, path);
         change(path, statement);
         try {
-            JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Full's"});
+            JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Full's"}, {});
             ADD_FAILURE() << statement << " was taken";
         } catch (const DatabaseFault& fault) {
             EXPECT_TRUE(QString(fault.what()).contains(why)) << fault.what();
@@ -181,7 +181,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     user.Open();
     EXPECT_THROW(Schema::upgrade(user), DatabaseFault) << "nor at the start";
     // The sound one is still good.
-    JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"});
+    JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"}, {});
     EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
 }
 
