@@ -8,9 +8,9 @@
 #include "core/shell/Trap.h"
 #include "core/store/Backup.h"
 #include "core/store/Gateway.h"
+#include "core/store/JobCopies.h"
 #include "core/store/Model.h"
 #include "core/store/SqlText.h"
-#include "core/store/StoredRows.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
 
@@ -100,6 +100,11 @@ QString textOf(const QVariant& value) {
     return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
 }
 
+/// A job's ID as jobs are the same.
+QString keyOf(const QVariant& job) {
+    return WithoutTrailingBlanks(textOf(job)).toCaseFolded();
+}
+
 /// Gives a column the value of the earlier one; a null leaves it as it is.
 void take(Recordset::Field column, const QVariant& value) {
     if (value.typeId() == QMetaType::Double)
@@ -151,7 +156,7 @@ class Conversion {
         return found;
     }
 
-    bool isSkipped(const QVariant& job) const { return skippedJobs.contains(textOf(job).toCaseFolded()); }
+    bool isSkipped(const QVariant& job) const { return skippedJobs.contains(keyOf(job)); }
 
     const std::vector<QVariantList>& rowsOf(PriorTables::Index table) const {
         return prior.tables[table].rows;
@@ -390,13 +395,18 @@ bool convert(const Source& source) {
 
 const QString takeOverTitle = QStringLiteral("Take over prior data");
 
-/// The jobs of a file that the user's data hold already, as the file spells them.
+/// The jobs of a file that the user's data hold already, as the file spells them: tank lines of a job that
+/// the file has lost, too, would become those of the user's.
 QStringList equalJobs(const PriorRows& rows, const Connection& user) {
-    QStringList equal;
-    for (const QVariantList& row : rows.tables[PriorTables::JobHeader].rows)
-        if (HasRow(user, "tblJobHeader", "JobID", WithoutTrailingBlanks(textOf(row[0]))))
-            equal.append(textOf(row[0]));
-    return equal;
+    QStringList jobs;
+    QSet<QString> seen;
+    for (const auto table : {PriorTables::JobHeader, PriorTables::JobData})
+        for (const QVariantList& row : rows.tables[table].rows)
+            if (const QString key = keyOf(row[0]); !seen.contains(key)) {
+                seen.insert(key);
+                jobs.append(WithoutTrailingBlanks(textOf(row[0])));
+            }
+    return JobCopies::StandingOf(jobs, user);
 }
 
 bool confirmWithout(const QStringList& equal) {
@@ -427,7 +437,7 @@ void takeOver(const QString& path) {
     Backup::MakeIfPossible(user, Backup::Reason::Conversion);
     QSet<QString> skipped;
     for (const QString& job : equal)
-        skipped.insert(job.toCaseFolded());
+        skipped.insert(keyOf(job));
     Transaction write(user);
     const TakenOver taken = Conversion(user, rows).runBeside(skipped);
     write.Commit();
