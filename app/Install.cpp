@@ -18,14 +18,14 @@ using namespace Registry;
 
 namespace {
 
-/// Puts a file in the place of another in one step; one that is open elsewhere goes on with what it had.
+/// Replaces a file in one step; a program that has the old one open keeps reading it.
 bool replaceFile(const QString& file, const QString& target) {
     std::error_code failure;
     std::filesystem::rename(file.toStdU16String(), target.toStdU16String(), failure);
     return !failure;
 }
 
-/// Copies beside the target and renames, so that a file is never half there.
+/// Copies to a file beside the target, then renames, so nobody ever sees half a file.
 void copyFile(const QString& from, const QString& to) {
     const QString part = to + ".part";
     QFile::remove(part);
@@ -37,7 +37,7 @@ void copyFile(const QString& from, const QString& to) {
     throw Fault(Fault::FileNotFound, "Cannot copy " + from.toStdString() + " to " + to.toStdString());
 }
 
-/// The version that the build stored in a catalogue; 0 for a file that cannot be read.
+/// The version that the build stored in a catalogue; 0 if the file cannot be read.
 int catalogueVersion(const QString& file) {
     try {
         Connection connection;
@@ -56,8 +56,8 @@ std::optional<QString> storedFolder() {
     return stored ? std::optional(folder) : std::nullopt;
 }
 
-/// The place of the catalogue in a folder that holds the program's data; an empty text for another folder,
-/// which is not ours to fill, or is away for the moment.
+/// Where the catalogue belongs in a folder that holds the program's data. Empty for any other folder: it is
+/// not ours to fill, or it is offline at the moment.
 QString catalogueIn(const QString& folder) {
     const QString user = FindDatabaseFile(folder, "User");
     if (user.isEmpty())
@@ -66,8 +66,8 @@ QString catalogueIn(const QString& folder) {
     return catalogue.isEmpty() ? QDir(QFileInfo(user).path()).filePath(DatabaseFileName("Sys")) : catalogue;
 }
 
-/// Replaces the catalogue of a folder that holds the program's data, if it is another than the shipped one.
-void bringCatalogueUp(const QString& folder, const QString& shipped) {
+/// Replaces the catalogue in a data folder if it differs from the shipped one.
+void updateCatalogue(const QString& folder, const QString& shipped) {
     const QString target = catalogueIn(folder);
     if (!target.isEmpty() &&
         (!QFile::exists(target) || catalogueVersion(target) != catalogueVersion(shipped)))
@@ -87,15 +87,15 @@ void InstallForUser(const QString& shippedFolder, const QString& defaultDataFold
         cannotStore();
     const QDir shipped(shippedFolder);
     if (const auto stored = storedFolder())
-        return bringCatalogueUp(*stored, shipped.filePath(DatabaseFileName("Sys")));
+        return updateCatalogue(*stored, shipped.filePath(DatabaseFileName("Sys")));
     const QDir folder(defaultDataFolder);
     QDir().mkpath(folder.path());
     for (const char* database : {"User", "Sys"})
         if (FindDatabaseFile(folder.path(), database).isEmpty() &&
-            !QFileInfo(folder.filePath(DatabaseFileName(database))).isSymLink()) // one that leads nowhere now
+            !QFileInfo(folder.filePath(DatabaseFileName(database))).isSymLink()) // a dangling link
             copyFile(shipped.filePath(DatabaseFileName(database)),
                      folder.filePath(DatabaseFileName(database)));
-    bringCatalogueUp(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
+    updateCatalogue(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
     if (SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
                    folder.path()) != 0)
         cannotStore();

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes all screens and commands of the program known.
+/// Registers all screens and commands of the program.
 void registerAll();

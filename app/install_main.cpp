@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int failed = 1;
-constexpr int notUnderstood = 2;
+constexpr int usageError = 2;
 
 constexpr std::string_view help = R"(Usage: brennoval-install [--restore-catalogue]
 
@@ -25,8 +25,8 @@ catalog where no folder is stored yet, and replaces a catalog that is another th
   --version            say the version, and do nothing
 )";
 
-/// Where the user's files go is told by the environment or hangs on the home folder. Throws Fault 76 when
-/// there is neither.
+/// The environment says where the user's files go; otherwise they go below the home folder. Throws Fault 76
+/// when there is neither.
 void requireHome() {
 #ifndef Q_OS_WIN
     const QString home = qEnvironmentVariable("HOME");
@@ -60,7 +60,7 @@ int install(bool restoresCatalogue) {
 
 int main(int argc, char** argv) {
     Program::IgnoreRelativeFolders();
-    int argumentCount = 1; // Qt's own options are unknown arguments too
+    int argumentCount = 1; // Qt sees none of the options: its own count as unknown too
     const QCoreApplication application(argumentCount, argv);
     QCoreApplication::setOrganizationName("Fennerbrooke");
     QCoreApplication::setApplicationName("Brennoval");
@@ -78,5 +78,5 @@ int main(int argc, char** argv) {
         return 0;
     }
     std::cerr << "brennoval-install: takes --restore-catalogue, --help, --version or nothing\n";
-    return notUnderstood;
+    return usageError;
 }

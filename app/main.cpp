@@ -11,7 +11,7 @@
 
 int main(int /*argc*/, char** argv) {
     Program::IgnoreRelativeFolders();
-    int argumentCount = 1; // no command line is read, not even Qt's own options
+    int argumentCount = 1; // the command line is ignored, Qt's own options included
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
@@ -21,6 +21,6 @@ int main(int /*argc*/, char** argv) {
     registerAll();
     Screens::open("frmSplash");
     const int result = DesktopApplication::exec();
-    Session::storeTask(); // with which the next start begins
+    Session::storeTask(); // the next start picks it up
     return result;
 }

@@ -20,7 +20,7 @@ void backupProgram(benchmark::State& state) {
         Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
 }
 
-/// The engine's copy alone, into a new file, without a check.
+/// The engine's copy alone, to a new file, unchecked.
 void backupBare(benchmark::State& state) {
     const Data data(200, lines);
     const QString target = data.file("User") + ".copy";
@@ -30,7 +30,7 @@ void backupBare(benchmark::State& state) {
     }
 }
 
-/// One of 20,000 jobs, over the one that stands, from the file's name on.
+/// Restores one of 20,000 jobs over the existing one, opening the copy included.
 void restoreJob(benchmark::State& state) {
     const Data data(200, lines);
     const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
@@ -39,7 +39,7 @@ void restoreJob(benchmark::State& state) {
                            {"J7"});
 }
 
-/// What the screen of the backups asks when one is chosen.
+/// What the backups screen reads when a copy is selected.
 void lookInside(benchmark::State& state) {
     const Data data(200, lines);
     const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
@@ -49,7 +49,7 @@ void lookInside(benchmark::State& state) {
             JobCopies::ChangedJobs(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User")));
 }
 
-/// A deletion with the copy that stands before it, and the undo.
+/// A deletion, with the backup made before it, and its undo.
 void deleteAndUndo(benchmark::State& state) {
     const Data data(200, lines);
     for (auto _ : state) {

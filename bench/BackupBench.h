@@ -1,4 +1,4 @@
 #pragma once
 
-/// Registers the benchmarks of the copies of the user's data, on 100,000 tank lines.
+/// Registers the benchmarks for backups of the user's data, with 100,000 tank lines.
 void registerBackupBenchmarks();

@@ -1,4 +1,4 @@
-// How long the program takes for what its users do often, beside the bare engine doing the same.
+// How long the program takes for what users do often, next to the bare engine doing the same.
 // Usage: brennoval-bench [--benchmark_filter=REGEX]
 
 #include "app/Register.h"
@@ -46,7 +46,7 @@ double childrensTime() {
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// The processor time of a whole process: what it waits for, such as the splash's timer, does not count.
+/// Measures the processor time of a whole process, so waits such as the splash's timer do not count.
 void startUp(benchmark::State& state, const QString& kind) {
     for (auto _ : state) {
         const double before = childrensTime();
@@ -57,7 +57,7 @@ void startUp(benchmark::State& state, const QString& kind) {
     }
 }
 
-/// A process that ends as soon as its main window has painted.
+/// A process that exits as soon as its main window has painted.
 int startChild(int argc, char** argv, bool program) {
     DesktopApplication application(argc, argv);
     QMainWindow empty;
@@ -83,7 +83,7 @@ int startChild(int argc, char** argv, bool program) {
     return DesktopApplication::exec();
 }
 
-/// An empty window that stays, for the comparison with the program at rest.
+/// An empty window that stays open: the baseline for the idle program.
 int emptyWindow(int argc, char** argv) {
     const QApplication application(argc, argv);
     QMainWindow empty;
@@ -92,7 +92,7 @@ int emptyWindow(int argc, char** argv) {
     return QApplication::exec();
 }
 
-/// The program as it is installed, or else as it was built, beside an empty window.
+/// Compares the program, installed if possible, otherwise as built, with an empty window.
 void printFootprints() {
     const QString installed = QStandardPaths::findExecutable("brennoval");
     const QString built = QCoreApplication::applicationDirPath() + "/brennoval";
@@ -114,7 +114,7 @@ void searchProgram(benchmark::State& state, int models) {
     }
 }
 
-/// The statements that the program's search sends, written for the engine beforehand.
+/// The statements that the program's search sends, already translated for the engine.
 void searchBare(benchmark::State& state, int models) {
     const Data data(models, 1);
     const QString file = data.file("Sys");
@@ -183,7 +183,7 @@ void addJobs(const Data& data, int jobs) {
             .arg(jobs));
 }
 
-/// Two criteria, which every job has to be read for and one in twenty meets.
+/// Two criteria: every job has to be read, and one in twenty matches.
 const JobSearch::Criteria twoCriteria = {.contractor = {"7", "Contains"},
                                          .created = {"2024-06-01", "Later than"}};
 
@@ -222,7 +222,7 @@ void listJobs(benchmark::State& state, int jobs) {
     Driver::stop();
 }
 
-/// Opens a screen on a job with a hundred tank lines, up to its painted picture.
+/// Opens a screen for a job with a hundred tank lines and waits until it has painted.
 void openScreen(benchmark::State& state, const QString& screen) {
     const Data data(10000, 100000);
     Bare(data.file("User")).run("UPDATE tblJobData SET JobID = 'J7' WHERE rowid < 100");
@@ -250,7 +250,7 @@ void openScreen(benchmark::State& state, const QString& screen) {
     Driver::stop();
 }
 
-/// The steps of the road from a new job to the results, on 10,000 models and 100,000 tank lines.
+/// The steps from a new job to the results, with 10,000 models and 100,000 tank lines.
 struct Step {
     const char* name;
     const char* screen;
@@ -258,7 +258,7 @@ struct Step {
     void (*fill)(int job);
 };
 
-const Step road[] = {
+const Step workflow[] = {
     {"1 new job", nullptr, "mnuNewJob", [](int) {}},
     {"2 header, Next", "frmJobHeader", "cmdNext",
      [](int job) { Driver::enter("frmJobHeader", "txtJobID", "B" + QString::number(job)); }},
@@ -268,20 +268,20 @@ const Step road[] = {
     {"6 options, Next", "frmtankselection", "cmdNext", [](int) {}},
 };
 
-void roadStep(benchmark::State& state, std::size_t timed) {
+void workflowStep(benchmark::State& state, std::size_t timed) {
     const Data data(10000, 100000);
     Driver::start();
     int job = 0;
     for (auto _ : state) {
         ++job;
-        for (std::size_t i = 0; i < std::size(road); ++i) {
-            road[i].fill(job);
+        for (std::size_t i = 0; i < std::size(workflow); ++i) {
+            workflow[i].fill(job);
             QElapsedTimer clock;
             clock.start();
-            if (road[i].screen)
-                Driver::press(road[i].screen, road[i].button);
+            if (workflow[i].screen)
+                Driver::press(workflow[i].screen, workflow[i].button);
             else
-                Driver::command(road[i].button);
+                Driver::command(workflow[i].button);
             if (i == timed)
                 state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         }
@@ -292,7 +292,7 @@ void roadStep(benchmark::State& state, std::size_t timed) {
     Driver::stop();
 }
 
-/// Going back and forth between the windows of two jobs, as by a click on a frame.
+/// Switches between the windows of two jobs, as a click on a frame does.
 void switchWindows(benchmark::State& state) {
     const Data data(10000, 100000);
     Driver::start();
@@ -317,7 +317,7 @@ void switchWindows(benchmark::State& state) {
     Driver::stop();
 }
 
-/// The same in an area that knows no program.
+/// The same in a plain Qt area without the program.
 void switchBareWindows(benchmark::State& state) {
     QMdiArea area;
     QList<QMdiSubWindow*> windows;
@@ -342,7 +342,7 @@ void switchBareWindows(benchmark::State& state) {
     }
 }
 
-/// Largest memory that this process has held, in megabytes.
+/// The process's peak memory in megabytes.
 double peakMemory() {
     QFile status("/proc/self/status");
     if (!status.open(QIODevice::ReadOnly))
@@ -400,9 +400,9 @@ void registerBenchmarks() {
     registerBackupBenchmarks();
     RegisterBenchmark("switch windows/program", switchWindows)->UseManualTime()->Iterations(200);
     RegisterBenchmark("switch windows/bare", switchBareWindows)->UseManualTime()->Iterations(200);
-    for (std::size_t i = 0; i < std::size(road); ++i)
-        RegisterBenchmark((std::string("step ") + road[i].name + "/program").c_str(),
-                          [i](benchmark::State& s) { roadStep(s, i); })
+    for (std::size_t i = 0; i < std::size(workflow); ++i)
+        RegisterBenchmark((std::string("step ") + workflow[i].name + "/program").c_str(),
+                          [i](benchmark::State& s) { workflowStep(s, i); })
             ->UseManualTime()
             ->Iterations(20);
 }

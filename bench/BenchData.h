@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <vector>
 
-/// A bare connection of the engine, for the baselines.
+/// A direct connection to the engine, for the baselines.
 class Bare {
   public:
     explicit Bare(const QString& file) {
@@ -26,7 +26,7 @@ class Bare {
         if (sqlite3_exec(handle, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(handle));
     }
-    /// All rows of a query, each column read; the first column of the first row.
+    /// Reads every column of every row of a query; returns the first column of the first row.
     double query(const QByteArray& sql) {
         sqlite3_stmt* statement = nullptr;
         sqlite3_prepare_v2(handle, sql.constData(), -1, &statement, nullptr);
@@ -37,7 +37,7 @@ class Bare {
         return first;
     }
 
-    /// Some columns of all rows of a query, as texts.
+    /// The given columns of all rows of a query, as text.
     template<std::size_t count>
     auto texts(const QByteArray& sql, const std::array<int, count>& columns) {
         sqlite3_stmt* statement = nullptr;
@@ -58,7 +58,7 @@ class Bare {
     sqlite3* handle = nullptr;
 };
 
-/// Data of its own with a catalogue and a user file of some size.
+/// A temporary home with a catalogue and a user file of the given size.
 class Data {
   public:
     Data(int models, int tankLines) {

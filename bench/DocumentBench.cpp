@@ -25,7 +25,7 @@ namespace {
 
 double listMemory = 0; // megabytes
 
-/// From an act of the user to the painted screen that it brings, which goes again.
+/// From a user action to the painted screen that it opens; the screen is closed again each time.
 void timeToScreen(benchmark::State& state, const char* screen, void (*act)()) {
     for (auto _ : state) {
         QElapsedTimer clock;
@@ -38,7 +38,7 @@ void timeToScreen(benchmark::State& state, const char* screen, void (*act)()) {
     }
 }
 
-/// A tank line that the results show.
+/// Adds a tank line complete enough for the results screen.
 void addFinishedTank(const Data& data) {
     Bare(data.file("User"))
         .run("INSERT INTO tblJobHeader (JobID) VALUES ('B'); INSERT INTO tblJobData (TankID, TankNo, JobID, "
@@ -57,7 +57,7 @@ void previewSubmittal(benchmark::State& state) {
     Driver::stop();
 }
 
-/// The same texts and pictures with the same writer, each where it stands, and nothing else.
+/// Draws the same texts and pictures at the same places with the same writer, and does nothing else.
 void barePdf(const Pages& pages, QIODevice& file) {
     QPdfWriter writer(&file);
     constexpr int resolution = 1200;
@@ -95,7 +95,7 @@ void programPdf(const Pages& pages, QIODevice& file) {
     Export::pdf({.title = "Bench", .author = {}, .fileName = {}, .pages = pages}, file);
 }
 
-/// Into a file, as the user has it.
+/// Writes to a file, as an export does.
 void toFile(void (*write)(const Pages&, QIODevice&), const Pages& pages) {
     QTemporaryFile file;
     file.open();
@@ -110,7 +110,7 @@ void pdfOfSubmittal(benchmark::State& state, void (*write)(const Pages&, QIODevi
         toFile(write, pages);
 }
 
-/// A catalogue of so many expansion tanks and no other models.
+/// A catalogue with this many expansion tanks and no other models.
 class TankList {
   public:
     explicit TankList(int models) : data(models, 1) {
@@ -120,7 +120,7 @@ class TankList {
         Session::TankClass.write("Expansion Tank");
     }
     static Pages pages() { return Report(*FindReport("rptExpTankList")).Run().pages; }
-    /// What the report reads, as texts and nothing else.
+    /// Reads the report's columns as text and does nothing else.
     void readBare() const {
         constexpr std::array columns = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
         Bare catalogue(data.file("Sys"));
@@ -171,7 +171,7 @@ void listToPdfBare(benchmark::State& state, int rows) {
     }
 }
 
-/// A job of a thousand tank lines with nine units each, beside 100,000 other lines.
+/// A job of a thousand tank lines with nine units each, next to 100,000 other lines.
 class LongSchedule {
   public:
     LongSchedule() : data(10000, 100000) {
@@ -204,7 +204,7 @@ void fillSchedule(benchmark::State& state) {
         FillScheduleTable();
 }
 
-/// As many rows, one statement each, and nothing read for them.
+/// Inserts the same number of rows, one statement each, without reading anything for them.
 void fillScheduleBare(benchmark::State& state) {
     const LongSchedule schedule;
     for (auto _ : state) {

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Makes known how long reports, their screens and their files take.
+/// Registers the benchmarks for reports, their screens and their files.
 void registerDocumentBenchmarks();
-/// What the pages of the longest list take, in megabytes; 0 when it was not made.
+/// Memory that the pages of the longest list take, in megabytes; 0 if the list was not built.
 double LongestListMemory();

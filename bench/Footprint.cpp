@@ -15,8 +15,8 @@
 namespace {
 
 constexpr int runs = 5;
-constexpr int restMilliseconds = 400; // without processor time
-constexpr int longestMilliseconds = 10000;
+constexpr int restMilliseconds = 400; // this long without processor time counts as idle
+constexpr int timeoutMilliseconds = 10000;
 
 QString processFile(qint64 process, const QString& name) {
     QFile file(QStringLiteral("/proc/%1/%2").arg(process).arg(name));
@@ -38,7 +38,7 @@ double peakMemory(qint64 process) {
     return peak.match(processFile(process, "status")).captured(1).toDouble() / 1024;
 }
 
-/// Waits until the clock of the status bar is all that still moves.
+/// Waits until only the status bar's clock still runs.
 void waitForRest(qint64 process) {
     constexpr double still = 1; // milliseconds of processor time
     QElapsedTimer all;
@@ -51,7 +51,7 @@ void waitForRest(qint64 process) {
             all.elapsed() > 3 * restMilliseconds) // the splash waits 500 ms
             return;
         before = now;
-    } while (all.elapsed() < longestMilliseconds);
+    } while (all.elapsed() < timeoutMilliseconds);
 }
 
 Footprint once(const QString& program, const QStringList& arguments) {

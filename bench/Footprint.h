@@ -2,12 +2,12 @@
 
 #include <QStringList>
 
-/// What a program has used once its window stands and it rests.
+/// What a program has used once its window is up and it is idle.
 struct Footprint {
     double processorTime; // milliseconds
     double memory;        // MB at its peak
 };
 
-/// Starts a program without a display, on user data that are not at their first start, waits until it rests,
-/// and ends it. The mean of some runs.
+/// Starts a program without a display, on user data past its first start, waits until it is idle, and ends
+/// it. Returns the mean of several runs.
 Footprint FootprintOf(const QString& program, const QStringList& arguments = {});

@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
-/// Prints one line for each subject: what the program takes, what the bare baseline takes, and their ratio.
-/// A benchmark is named "subject/program" or "subject/bare".
+/// Prints a line per subject: the program's time, the bare baseline's, and their ratio. Benchmarks are named
+/// "subject/program" or "subject/bare".
 class Table : public benchmark::BenchmarkReporter {
   public:
     bool ReportContext(const Context& context) override;

@@ -1,7 +1,7 @@
-// Builds the two database files that are shipped: an empty user file and the catalogue from its CSV files.
+// Builds the two database files to ship: an empty user file, and the catalogue from its CSV files.
 // Usage: brennoval-build-data SCHEMA_FOLDER CSV_FOLDER OUTPUT_FOLDER
-// Stops with a message that names the file and line of a field that does not fit its column; whether the
-// figures and texts are right is for brennoval-check-data.
+// Stops with a message giving the file and line of any field that does not fit its column.
+// brennoval-check-data checks whether the figures and texts are right.
 
 #include "core/base/Numbers.h"
 #include "data/Database.h"
@@ -42,7 +42,7 @@ std::string readFile(const fs::path& path) {
     return text.str();
 }
 
-/// The fields of one CSV line; quotes may enclose a field and are doubled inside.
+/// Splits a CSV line into fields; a field may be quoted, with quotes inside it doubled.
 Row splitLine(const std::string& line, const Place& place) {
     Row fields(1);
     bool quoted = false;
@@ -63,7 +63,7 @@ Row splitLine(const std::string& line, const Place& place) {
     return fields;
 }
 
-/// What a declared column type asks of a field.
+/// What a column's declared type requires of a field.
 struct ColumnRule {
     bool number = false;
     std::size_t longest = 0; // in characters; 0 for any length
@@ -105,7 +105,7 @@ void bindField(sqlite3_stmt* insert, int place, const std::string& field, const 
     }
 }
 
-/// A row of three digits in the postal code table stands for the hundred codes that begin with them.
+/// A three-digit row in the postal code table covers the hundred codes with that prefix.
 std::vector<Row> expanded(const std::string& table, const Row& row) {
     const bool prefix = table == "tblPostalCodes" && row[0].size() == 3 &&
                         row[0].find_first_not_of("0123456789") == std::string::npos;
@@ -157,7 +157,7 @@ void loadTable(Database& database, const fs::path& path) {
     }
 }
 
-/// The user data as they are shipped: empty, brought up by every script of the schema in turn.
+/// The user data as shipped: empty, made by running every schema script in turn.
 void buildUserData(const fs::path& schema, const fs::path& output) {
     Database user(output / "BrennovalUserData.mdb", Database::Use::Create);
     for (int version = 1; fs::exists(schema / (std::to_string(version) + ".sql")); ++version)
@@ -165,8 +165,8 @@ void buildUserData(const fs::path& schema, const fs::path& output) {
                  "PRAGMA user_version = " + std::to_string(version) + "; COMMIT;");
 }
 
-/// The version of a catalogue: a hash (FNV-1a) of all that it is made from, folded into the 31 bits that the
-/// file's own version takes. Another content has another version, in whatever order it was made.
+/// The version of a catalogue: a hash (FNV-1a) of everything that goes into it, folded to the 31 bits of the
+/// file's version field. Different content gets a different version, whichever was built first.
 std::int32_t contentHash(const fs::path& schema, const std::vector<fs::path>& tables) {
     std::uint64_t hash = 14695981039346656037ULL;
     const auto add = [&hash](const std::string& text) {

@@ -15,22 +15,22 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr double mostShapeDeviation = .15;
-constexpr double mostWeightDeviation = .10;
-constexpr double leastEfficiency = .15;
-constexpr double mostEfficiency = .60;
-constexpr double mostWeightOnPiping = 50;   // lb, of a tank that hangs and the water in it
-constexpr double leastContainerShare = .15; // of the box around a package
-constexpr double mostContainerShare = .60;
+constexpr double maxShapeDeviation = .15;
+constexpr double maxWeightDeviation = .10;
+constexpr double minEfficiency = .15;
+constexpr double maxEfficiency = .60;
+constexpr double maxWeightOnPiping = 50;  // lb, for a tank hung from the piping, with the water in it
+constexpr double minContainerShare = .15; // of the bounding box of a package
+constexpr double maxContainerShare = .60;
 constexpr double litresInGallon = 3.785411784;
 constexpr double gallonInCubicInches = 231;
-constexpr double waterWeight = 8.345; // lb a gallon
+constexpr double waterWeight = 8.345; // lb per gallon
 
 std::string percent(double share) {
     return NumberText(Round(share * 100, 1)) + " %";
 }
 
-/// "1-1/2\"" is 1.5. What is no number counts as 0.
+/// Parses "1-1/2\"" as 1.5. Anything not a number counts as 0.
 double nominalSize(std::string text) {
     if (!text.ends_with('"'))
         return 0;
@@ -117,17 +117,17 @@ class Check {
                             .volume = model.volume,
                             .code = model.code};
         SeriesFigures& series = figures(model.series);
-        note(series.shape, ShellVolume(vessel) / model.volume - 1, model, mostShapeDeviation, "shape");
-        note(series.weight, model.weight / PlateWeight(vessel) - 1, model, mostWeightDeviation, "weight");
+        note(series.shape, ShellVolume(vessel) / model.volume - 1, model, maxShapeDeviation, "shape");
+        note(series.weight, model.weight / PlateWeight(vessel) - 1, model, maxWeightDeviation, "weight");
         const bool hangs = !drawing.ringBase && !drawing.legs && !drawing.saddles;
         const double filled = model.weight + model.acceptance * waterWeight;
-        if (hangs && filled > mostWeightOnPiping)
+        if (hangs && filled > maxWeightOnPiping)
             fault(model.name, "hangs from the piping with " + NumberText(Round(filled, 0)) + " lb");
         checkTankName(model);
     }
 
-    /// The number is the volume in litres, of SHK 35-8 the one behind the hyphen; of plain steel tanks
-    /// diameter and length in inches; series JWG has numbers of its own.
+    /// The number in a name is the volume in litres; in SHK 35-8 that is the part after the hyphen. Plain
+    /// steel tanks have diameter and length in inches; series JWG has a numbering of its own.
     void checkTankName(const CatalogueModel& model) {
         if (model.series == "JWG")
             return;
@@ -146,16 +146,16 @@ class Check {
 
     void checkPackage(const CatalogueModel& model, const Drawing& drawing) {
         SeriesFigures& series = figures(model.series);
-        note(series.shape, model.diameter / model.overall / drawing.aToB - 1, model, mostShapeDeviation,
+        note(series.shape, model.diameter / model.overall / drawing.aToB - 1, model, maxShapeDeviation,
              "drawing's proportion");
         note(series.weight,
              model.weight /
                      PackageWeight(model.volume, model.pumps(), model.horsepower, model.series == "FDM") -
                  1,
-             model, mostWeightDeviation, "weight");
+             model, maxWeightDeviation, "weight");
         const double share =
             model.volume * gallonInCubicInches / (model.diameter * model.diameter * model.overall);
-        if (share < leastContainerShare || share > mostContainerShare)
+        if (share < minContainerShare || share > maxContainerShare)
             fault(model.name, "its container takes " + percent(share) + " of the room");
         const char* suffix = model.series == "PKGD" ? "D" : model.series == "PKGT" ? "T" : "";
         if (model.name != model.series.substr(0, 3) + ' ' + NumberText(model.volume) + '-' +
@@ -168,7 +168,7 @@ class Check {
         const double efficiency = PumpEfficiency(model.flow, model.pressure, model.horsepower);
         series.lowestPower = series.models == 1 ? efficiency : std::min(series.lowestPower, efficiency);
         series.highestPower = std::max(series.highestPower, efficiency);
-        if (!(efficiency >= leastEfficiency && efficiency <= mostEfficiency))
+        if (!(efficiency >= minEfficiency && efficiency <= maxEfficiency))
             fault(model.name, "its pump has an efficiency of " + percent(efficiency));
         const auto [known, added] =
             pumpPressures.try_emplace(std::pair(model.flow, model.horsepower), model.pressure);

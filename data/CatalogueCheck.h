@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
-/// The farthest that a series strays from what was computed, as a share (0.02 is 2 %), and the model.
+/// The largest deviation of a series from the computed value, as a fraction (0.02 is 2 %), and its model.
 struct Extreme {
     double deviation = 0;
     std::string model;
 };
 
-/// What the check saw of one series. `lowestPower` and `highestPower` are efficiencies of its pumps and
-/// stay 0 for a series without pumps.
+/// The check's results for one series. `lowestPower` and `highestPower` are efficiencies of its pumps, and 0
+/// for a series without pumps.
 struct SeriesFigures {
     std::string series;
     int models = 0;
@@ -28,6 +28,6 @@ struct CheckResult {
     std::vector<SeriesFigures> series;
 };
 
-/// Holds every model of a catalogue against the physics, its specification text and its drawing, and
-/// the tables against one another. Throws std::runtime_error when the file is no catalogue.
+/// Checks every model of a catalogue against the physics, its specification text and its drawing, and the
+/// tables against one another. Throws std::runtime_error if the file is not a catalogue.
 CheckResult CheckCatalogue(Database& catalogue, const std::filesystem::path& drawings);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// A model with its specification, as far as the check reads them; gal, in, psi, lb, gpm, hp.
+/// The parts of a model and its specification that the check needs; gal, in, psi, lb, gpm, hp.
 struct CatalogueModel {
     std::string name;
     std::string application;
@@ -21,17 +21,17 @@ struct CatalogueModel {
     double connection = 0;
     double pressure = 0;
     double weight = 0;
-    double flow = 0;       // of one pump
-    double horsepower = 0; // of one pump
+    double flow = 0;       // per pump
+    double horsepower = 0; // per pump
     std::string drawing;
-    std::string specification; // joined
+    std::string specification; // lines joined
     std::string lastLine;
-    std::string description; // joined
+    std::string description; // lines joined
 
     bool isPackage() const { return application == "PKG"; }
     bool hasBladder() const { return !isPackage() && bladder != "Plain Steel"; }
     int pumps() const { return !isPackage() ? 0 : series == "PKGD" || series == "PKGT" ? 2 : 1; }
 };
 
-/// All models in the order of the catalogue. Throws std::runtime_error.
+/// All models in catalogue order. Throws std::runtime_error.
 std::vector<CatalogueModel> ReadModels(Database& catalogue);

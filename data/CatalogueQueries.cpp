@@ -35,8 +35,8 @@ const std::vector<CatalogueQuery>& CatalogueQueries() {
          "'rptSubmittal3', 'rptSubmittal4') OR Spec1 IS NULL OR LastLine IS NULL OR Description1 IS NULL",
          "a text is missing or the report is unknown"},
         {"SELECT TankDraw FROM tblTankDrawMaster WHERE X <= 0 OR Y <= 0", "a drawing without a size"},
-        // A division by zero waits for whoever meets a cell of 0. Less gas pressure means less energy only
-        // below five times the static pressure, hence no order between the first two columns.
+        // A cell of 0 would cause a division by zero. Less gas pressure means less energy only below five
+        // times the static pressure, so the first two columns are not compared.
         {R"(SELECT SOPMax FROM tblPressureFactor WHERE NOT ("20" > 0 AND "30" > "40" AND "40" > "50" AND
             "50" > "60" AND "60" > "70" AND "70" > "80" AND "80" > "90" AND "90" > "100" AND
             "100" > "110" AND "110" > 0))",

@@ -2,11 +2,11 @@
 
 #include <vector>
 
-/// A query that must find nothing, and what a row of it means.
+/// A query that must return nothing, and what a row would mean.
 struct CatalogueQuery {
     const char* sql;
     const char* meaning;
 };
 
-/// References, ranges and orders within and between the tables.
+/// References, ranges and ordering within and between the tables.
 const std::vector<CatalogueQuery>& CatalogueQueries();

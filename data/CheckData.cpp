@@ -1,7 +1,7 @@
-// Checks a built catalogue: every model against the physics, its text and its drawing, and the tables
-// against one another. Prints what is wrong and ends with 1, so that the build stops.
+// Checks a built catalogue: every model against the physics, its text and its drawing, and the tables against
+// one another. Prints the faults and exits with 1, which stops the build.
 // Usage: brennoval-check-data [--report] CATALOGUE DRAWINGS_FOLDER
-// With --report it prints a line for each series: the number of models and the worst deviations.
+// With --report it prints a line per series: the number of models and the worst deviations.
 
 #include "data/CatalogueCheck.h"
 

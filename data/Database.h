@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-/// A database file of the build, by way of SQLite's C interface. Failures are std::runtime_error.
+/// A database file during the build, through SQLite's C interface. Failures throw std::runtime_error.
 class Database {
   public:
     enum class Use { Create, Read };
 
-    /// Create begins with an empty file; Read takes the file as it stands.
+    /// Create starts with an empty file; Read opens an existing one.
     Database(const std::filesystem::path& path, Use use) {
         if (use == Use::Create)
             std::filesystem::remove(path);
@@ -35,7 +35,7 @@ class Database {
             throw std::runtime_error(std::string(sqlite3_errmsg(handle)) + " in: " + sql.substr(0, 120));
     }
 
-    /// All rows as text; a null is an empty text.
+    /// All rows as text; null becomes an empty text.
     std::vector<std::vector<std::string>> rows(const std::string& sql) {
         std::vector<std::vector<std::string>> found;
         const auto collect = [](void* list, int count, char** texts, char**) {

@@ -13,7 +13,7 @@ struct Point {
     double y;
 };
 
-/// From the first point of a dimension line to its last; the gap for the letter lies between.
+/// The distance from a dimension line's first point to its last; the gap for its letter lies between them.
 Point extent(const std::string& picture, const std::string& name) {
     const std::regex element("id=\"" + name + R"re(" d="M([\d.]+) ([\d.]+) [^"]*L([\d.]+) ([\d.]+)")re");
     std::smatch found;

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <string>
 
-/// What a drawing shows, read from the picture's own elements, which carry these names: `A` and `B` (the
-/// dimension lines), `ring-base`, `legs` or `saddles`, `connection-top`, `connection-bottom`, `top-nozzle`
-/// (a flange or valve that rises above the top head).
+/// What a drawing shows, read from these elements of the picture: `A` and `B` (the dimension lines),
+/// `ring-base`, `legs` or `saddles`, `connection-top`, `connection-bottom`, `top-nozzle` (a flange or valve
+/// that rises above the top head).
 struct Drawing {
     bool ringBase = false;
     bool legs = false;
@@ -13,7 +13,7 @@ struct Drawing {
     bool connectionTop = false;
     bool connectionBottom = false;
     bool topNozzle = false;
-    bool horizontal = false;  // B, the length, runs across
+    bool horizontal = false;  // B, the length, is horizontal
     double aToB = 0;          // length of A over length of B
     double widthToHeight = 0; // of the whole picture
 };
@@ -21,6 +21,6 @@ struct Drawing {
 /// Throws std::runtime_error for a file that cannot be read or has no dimension lines.
 Drawing ReadDrawing(const std::filesystem::path& file);
 
-/// How much longer the whole is than the vessel from head to head: base, legs and nozzles, in inches.
-/// `diameter` and `connection` in inches.
+/// How much the whole exceeds the vessel's head-to-head length, because of base, legs and nozzles, in inches.
+/// `diameter` and `connection` are in inches.
 double BaseAndNozzles(const Drawing& drawing, double diameter, double connection);

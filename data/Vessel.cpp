@@ -8,7 +8,7 @@ namespace {
 constexpr double gallonInCubicInches = 231;
 constexpr double steelDensity = .2836; // lb/in3
 constexpr double plates[] = {.0598, .0747, .1046, .1345, .1875, .25, .3125,
-                             .375,  .4375, .5,    .5625, .625,  .75}; // 16 to 10 gauge, then by sixteenths
+                             .375,  .4375, .5,    .5625, .625,  .75}; // 16 to 10 gauge, then in sixteenths
 
 } // namespace
 
@@ -42,7 +42,7 @@ double PlateWeight(const Vessel& vessel) {
 }
 
 double PumpEfficiency(double flow, double pressure, double horsepower) {
-    return flow * pressure / 1714 / horsepower; // 1714 gpm psi in a horsepower
+    return flow * pressure / 1714 / horsepower; // one horsepower is 1714 gpm psi
 }
 
 double PackageWeight(double gallons, int pumps, double horsepower, bool feeder) {

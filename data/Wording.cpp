@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Words that a specification holds exactly when this is so.
+/// Words that must be in a specification if, and only if, the condition holds.
 struct Claim {
     const char* words;
     bool (*holds)(const CatalogueModel&, const Drawing&);
@@ -46,9 +46,9 @@ constexpr Claim claims[] = {
     {"Each of two pumps shall deliver @MakeUpCapacity@ gpm at @WkPressure@ psi with a motor of @Hp@ hp.",
      [](Model model, Picture) { return model.pumps() == 2; }},
     {"nominal gallonage", [](Model, Picture) { return true; }},
-    // The volume comes with its unit on one screen and without on the page.
+    // The unit comes with the volume on one screen but not on the page, so the text must not add it.
     {"gallons", [](Model, Picture) { return false; }},
-    // A plain steel tank has no charge; a shock tank has no valve behind which it could be given one.
+    // A plain steel tank has no charge; a shock tank has no valve to recharge it through.
     {"recharged", [](Model model, Picture) { return model.hasBladder() && model.application != "SHK"; }},
 };
 

@@ -6,6 +6,6 @@
 #include <string>
 #include <vector>
 
-/// What the specification text and description of a model say against its construction and its drawing,
-/// or leave unsaid; nothing when all agree.
+/// What a model's specification text and description get wrong, or leave out, about its construction and
+/// drawing; empty if they agree.
 std::vector<std::string> WordingFaults(const CatalogueModel& model, const Drawing& drawing);

@@ -11,15 +11,15 @@
 
 namespace {
 
-/// Opens the metric pad of the active screen; a beep when it has none.
+/// Opens the metric pad of the active screen; beeps if it has none.
 void convertMetric() {
     static const QHash<QString, QString> pads = {{"frmJobConditions", "frmMetric"},
                                                  {"frmConvertSteel", "frmMetric"},
                                                  {"frmJobConditionsSHK", "frmMetricSHK"}};
     const QString active = Screens::active();
-    const Screens::AtWork work(Screens::find(active)); // the pad joins the screen that it serves
+    const Screens::AtWork work(Screens::find(active)); // the pad joins the task of the screen that it serves
     if (auto* estimator = dynamic_cast<Estimator*>(Screens::find(active)))
-        estimator->OpenMetricForm(); // nothing happens for a method that has nothing to convert
+        estimator->OpenMetricForm(); // does nothing for a method without anything to convert
     else if (pads.contains(active))
         Screens::open(pads.value(active));
     else

@@ -43,7 +43,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         if (!shown)
             return;
         result->setText(*shown);
-        ValidateValueEntered(result, false); // takes a mark away
+        ValidateValueEntered(result, false); // clears the mark
         Dirty = false;
     });
     onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });
@@ -92,7 +92,8 @@ void Estimator::Confirm() {
     if (!ValidateValueEntered(result, asksForResult()))
         return;
     const QString question =
-        "Total System Volume should be recalculated first\n\rDo you want to continue?"; // in this order
+        // The "\n\r" order is deliberate.
+        "Total System Volume should be recalculated first\n\rDo you want to continue?";
     if (Dirty && Dialogs::current().show({.text = question,
                                           .title = "Recalc?",
                                           .icon = QMessageBox::Question,
@@ -102,7 +103,7 @@ void Estimator::Confirm() {
     Screens::unload(name());
 }
 
-/// The look-ups that would write into this screen go with it.
+/// Also closes the look-ups that would write into this screen.
 bool Estimator::QueryUnload() {
     ClosePipeChooser(name());
     if (const Screen* pad = Screens::find("frmMetricCalc"); pad && pad->Tag.section('-', 0, 0) == name())
@@ -113,7 +114,7 @@ bool Estimator::QueryUnload() {
 
 void OpenEstimator(const QString& screen, EstimatorUse use) {
     if (use == EstimatorUse::FreeStanding) {
-        if (Screens::find(screen)) // it may hold the estimate of a job
+        if (Screens::find(screen)) // it may hold a job's estimate
             return Screens::show(screen);
         Session::JobID.write(""); // of the task that this command begins
         Session::TankID.write("");

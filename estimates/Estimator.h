@@ -6,26 +6,27 @@
 
 class QLineEdit;
 
-/// A side calculator: computes a volume from its boxes and hands it to the job conditions. Its screens share
-/// the buttons bttnMetric, bttnCalc, bttnCancel and bttnOK and the result box TotSysFluidCalc.
+/// A side calculator that computes a volume from its boxes and hands it to the job conditions. Its screens
+/// share the buttons bttnMetric, bttnCalc, bttnCancel and bttnOK and the result box TotSysFluidCalc.
 class Estimator : public Screen {
   public:
     using Screen::Screen;
     bool closesOnEscape() const override { return true; }
-    /// An estimate serves the lines of a job, one to come too.
+    /// An estimate serves all lines of a job, including one still to be added.
     Subject subject() const override { return Subject::Job; }
     bool goesAlong() const override { return true; }
 
-    /// Opens the metric pad with the boxes that the screen needs; false when it has nothing to convert.
+    /// Opens the metric pad with the boxes that the screen needs; false when there is nothing to convert.
     bool OpenMetricForm();
-    /// Whether its result can be handed to the job conditions.
+    /// Sets whether the result can be handed to the job conditions.
     void setHandsBack(bool handsBack);
 
   protected:
-    /// Prepares the controls after setupUi: wires the toolbar, whose procedure names it in a report, lets
-    /// every entry raise the dirty flag, and gives a label with a property sketch that picture.
+    /// Prepares the controls after setupUi: connects the toolbar, whose procedure name goes into error
+    /// reports, makes every entry raise the dirty flag, and loads the picture of each label that has a sketch
+    /// property.
     void prepareEstimator(const QString& toolbarProcedure);
-    /// The checks of entry boxes when they are left, and the button that looks a pipe up for one.
+    /// Checks for entry boxes when focus leaves them, and the button that looks up a pipe for a box.
     void checksNumber(QLineEdit* box);
     void checksPipe(QLineEdit* box);
     void findsPipe(QAbstractButton* button);
@@ -34,21 +35,21 @@ class Estimator : public Screen {
     void changeEvent(QEvent* event) override;
 
   private:
-    /// The result as it shows; nothing when an empty entry ends the calculation without a word.
+    /// The result as displayed; nothing when an empty entry silently ends the calculation.
     virtual std::optional<QString> Calculate() = 0;
-    /// Names the boxes of the metric pad.
+    /// Selects the boxes of the metric pad.
     virtual QString metricTag() const { return name(); }
-    /// Whether OK without a result says so.
+    /// Whether OK tells the user when there is no result yet.
     virtual bool asksForResult() const { return false; }
     void Confirm();
     void drawSketches();
 
     QLineEdit* result = nullptr;
-    bool serves = false; // it was opened by the conditions
+    bool serves = false; // opened from the conditions
     bool Dirty = false;  // an entry has changed since the last calculation
 };
 
-/// How an estimator is opened: with the job conditions to take its result, or on its own.
+/// How an estimator is opened: for the job conditions, which take its result, or on its own.
 enum class EstimatorUse { ForConditions, FreeStanding };
-/// Opens an estimator, whose OK is there only for the conditions.
+/// Opens an estimator. Its OK button exists only for the conditions.
 void OpenEstimator(const QString& screen, EstimatorUse use);

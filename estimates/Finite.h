@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-/// The value itself. Throws Fault 6 when it has outgrown a double.
+/// The value itself. Throws Fault 6 when it overflows a double.
 inline double Finite(double value) {
     if (!std::isfinite(value))
         throw Fault(Fault::Overflow, "Overflow");

@@ -1,16 +1,16 @@
 #pragma once
 
-/// Metric values in U.S. units, rounded to one decimal, halves to the even digit: the program computes and
-/// stores in U.S. units only, and the decimal is as much as its screens show. All throw Fault 6 for a result
-/// that no double holds.
+/// Converts metric values to U.S. units, rounded to one decimal, halves to even: the program computes and
+/// stores in U.S. units only, and its screens show no more than one decimal. All throw Fault 6 if the result
+/// overflows a double.
 namespace MetricConversions {
 
-/// Kilopascals in psi.
+/// Kilopascals to psi.
 double kPaToPSI(double kilopascals);
-/// Litres in U.S. gallons, and litres a minute in gallons a minute.
+/// Litres to U.S. gallons, and litres per minute to gallons per minute.
 double LitersToGallons(double liters);
 double MetersToFeet(double meters);
-/// Metric tons in short tons.
+/// Metric tons to short tons.
 double MetricTonsToTons(double metricTons);
 double CelsiusToFahrenHeit(double celsius);
 

@@ -36,7 +36,7 @@ void MetricPad::converts(QLineEdit* box, QLabel* shown, Conversion conversion, c
 
 QString MetricPad::converted(const QString& text, Conversion conversion, const QString& unit) const {
     const auto value = ParseNumber(text.toStdString());
-    if (!value || *value < 0) // which the check will refuse
+    if (!value || *value < 0) // the check will refuse it
         return {};
     if (leavesTarget(text))
         return "left as it is";

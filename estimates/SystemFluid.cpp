@@ -9,31 +9,32 @@
 
 namespace {
 
-// Gallons in a foot of pipe of TransArea 1. It is 1/231, the gallons of a cubic inch, cut to two digits, and
-// the catalogue's areas are made for it: docs/catalogue.md.
+// Gallons per foot of pipe of TransArea 1. This is 1/231, the gallons in a cubic inch, cut to two digits; the
+// catalogue's areas are computed to match (docs/catalogue.md).
 constexpr double gallonsInFootOfArea = .0043;
 
-// The rule of thumb for a building: supply and return along both of its long sides, there and back.
+// Rule of thumb for a building: supply and return along both of its long sides.
 constexpr double runsOfMain = 4;
 
-// Gallons for 1,000 Btu/hr of boiler output, by what gives the heat off: little water in fins and panels,
-// much in cast iron. One pipe and series loop differ in cast iron only. Rules of thumb of the trade.
+// Gallons per 1,000 Btu/hr of boiler output, by type of radiation: fins and panels hold little water, cast
+// iron holds much. One pipe and series loop differ only for cast iron. Rules of thumb of the trade.
 constexpr double finsAndPanels = .336;
 constexpr double convectorsAndUnitHeaters = .414;
 constexpr double castIronOnePipe = .566;
 constexpr double castIronSeriesLoop = .673;
 
-// The output is taken in blocks of 2,000,000 Btu/hr.
+// The output is counted in blocks of 2,000,000 Btu/hr.
 constexpr double blockOfOutput = 2000;
 
 // A rule of thumb of the trade for chilled water systems.
 constexpr double gallonsInTonOfChiller = 8;
 
-constexpr double gallonsInCubicFoot = 7.48; // of the trade; 1728/231 is 7.4805
+constexpr double gallonsInCubicFoot = 7.48; // the trade's figure; 1728/231 is 7.4805
 constexpr double squareInchesInSquareFoot = 144;
 
-// 22/7 and not pi, in two cuts: itemized runs take it to a double's end, as the shock arrestors do, and the
-// recirculation line to five decimals. Each estimate keeps its own, so that its figures stay those of before.
+// 22/7 rather than pi, to two precisions: itemized runs use full double precision, as the shock arrestors do,
+// and the recirculation line uses five decimals. Each estimate keeps its own value so that its figures do not
+// change.
 constexpr double piOfItemizedRuns = 3.142857142857143;
 constexpr double piOfRecirculation = 3.14286;
 
@@ -65,7 +66,7 @@ double BuildingFluid(double height, double width, double depth, double transvers
 
 double BoilerFluid(std::int16_t output, const BoilerClasses& classes) {
     const double blocks = output / blockOfOutput;
-    const double perBlock = ToInt16(Divide(output, blocks)); // a block's output, of any output but 0
+    const double perBlock = ToInt16(Divide(output, blocks)); // output of one block, for any output but 0
     return wholeGallons(perBlock * factorOf(classes) * blocks);
 }
 

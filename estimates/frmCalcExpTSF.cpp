@@ -17,12 +17,12 @@ double numberIn(const QLineEdit* box) {
     return ToNumber(box->text());
 }
 
-/// Whether every box has a text; an empty one ends a calculation without a word.
+/// Whether every box has text; an empty one silently ends a calculation.
 bool allEntered(std::initializer_list<QWidget*> boxes) {
     return std::ranges::all_of(boxes, [](QWidget* box) { return ValidateValueEntered(box, false); });
 }
 
-/// Writes a dimension of the building into its sketch while it is typed.
+/// Copies a dimension of the building into its sketch as it is typed.
 void showsDimension(QLineEdit* box, QLabel* label) {
     QObject::connect(box, &QLineEdit::textChanged, label,
                      [label, dimension = label->text()](const QString& text) {
@@ -31,7 +31,7 @@ void showsDimension(QLineEdit* box, QLabel* label) {
                      });
 }
 
-/// The transverse area of a pipe. Throws DatabaseFault for one that the catalogue does not have.
+/// The transverse area of a pipe. Throws DatabaseFault if the catalogue does not have it.
 double transverseArea(const QLineEdit* box) {
     return ReadPipe(box->text())["TransArea"].number();
 }
@@ -51,7 +51,7 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
     }
     for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
-                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity goes unchecked
+                           AdditionalCapacity, txtPipeLengthItemized}) // PipeCapacity is not checked
         checksNumber(box);
     for (QLineEdit* box : {PipeIndex, PipeIndexCom})
         checksPipe(box);
@@ -70,8 +70,8 @@ const frmCalcExpTSF::Method& frmCalcExpTSF::PressedMethod() const {
     return pressed == methods.end() ? methods.first() : *pressed;
 }
 
-/// Once another method has been chosen, the building's frame does not come back; Calculate goes by the
-/// pressed button all the same and takes its boxes, which do not show. The program has always done so.
+/// Once another method has been chosen, the building's frame does not come back. Calculate still goes by the
+/// pressed button and uses its hidden boxes. The program has always done so.
 void frmCalcExpTSF::SetEstimateFrames() {
     if (const Method& pressed = PressedMethod(); pressed.button != bttnBldg)
         frames->setCurrentWidget(pressed.frame);
@@ -86,8 +86,8 @@ QString frmCalcExpTSF::metricTag() const {
     return name() + "-" + PressedMethod().button->objectName();
 }
 
-/// Asks for the height twice and not for the depth, which counts as 0 when it is empty; nor for the pipe,
-/// whose look-up fails then. The program has always done so.
+/// Checks the height twice and never the depth, which counts as 0 when empty, nor the pipe, whose look-up
+/// then fails. The program has always done so.
 std::optional<double> frmCalcExpTSF::EstimateByBuilding() {
     if (!allEntered({BldgHeight, BldgWidth, BldgHeight}))
         return std::nullopt;
@@ -133,7 +133,8 @@ std::optional<double> frmCalcExpTSF::EstimateByList() {
     return fluid.total();
 }
 
-/// Both halves of the entries; feet and gallons share a column, and the unit beside tells which.
+/// Adds both halves of the entries. Feet and gallons share a column; the unit beside them tells which is
+/// which.
 void frmCalcExpTSF::AddItems() {
     if (!txtPipeSizeItemized->text().isEmpty()) {
         AddItem(txtPipeSizeItemized->text(), txtPipeLengthItemized->text(), lblPipeLengthItemizedUM->text());

@@ -4,7 +4,7 @@
 #include "estimates/SystemFluid.h"
 #include "ui_frmCalcExpTSF.h"
 
-/// Estimates what a heating or cooling system holds, by one of five methods.
+/// Estimates what a heating or cooling system holds by one of five methods.
 class frmCalcExpTSF : public Estimator, private Ui::frmCalcExpTSF {
   public:
     frmCalcExpTSF();
@@ -33,7 +33,7 @@ class frmCalcExpTSF : public Estimator, private Ui::frmCalcExpTSF {
     void AddItem(const QString& item, const QString& amount, const QString& unit);
 
     QList<Method> methods; // in the order of the toolbar
-    /// Radiation and piping, which no step sets: the two lists must be filled in and change nothing.
+    /// Radiation and piping, which nothing ever sets: the two lists must be filled in but change nothing.
     int RadClass = 0;
     int PipeClass = 0;
 };

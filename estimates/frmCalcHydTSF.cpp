@@ -18,5 +18,5 @@ std::optional<QString> frmCalcHydTSF::Calculate() {
         if (!ValidateValueEntered(box, false))
             return std::nullopt;
     const double gallons = Drawdown(ToNumber(PumpCapacity->text()), ToNumber(PumpRunTime->text()));
-    return FormattedNumber(gallons, "0"); // without separators, unlike the other estimates
+    return FormattedNumber(gallons, "0"); // no separators, unlike the other estimates
 }

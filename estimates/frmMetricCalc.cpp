@@ -11,7 +11,7 @@ using namespace MetricConversions;
 
 namespace {
 
-/// A box that a method of an estimator needs and where its value goes, in the order of writing.
+/// A box that an estimator's method needs and the target of its value, in the order of writing.
 struct Service {
     std::string_view tag;
     const char* box;
@@ -57,10 +57,10 @@ bool frmMetricCalc::OpenFor(const QString& tag) {
     if (std::ranges::find(services, tag.toStdString(), &Service::tag) == services.end())
         return false;
     if (const Screen* open = Screens::find("frmMetricCalc"); open && open->Tag != tag)
-        Screens::unload("frmMetricCalc"); // its boxes are another method's
+        Screens::unload("frmMetricCalc"); // its boxes belong to another method
     auto* pad = static_cast<frmMetricCalc*>(Screens::load("frmMetricCalc"));
     if (!pad)
-        return true; // its failure has been reported
+        return true; // its failure has already been reported
     if (pad->Tag != tag) {
         pad->Tag = tag;
         pad->ShowBoxes();
@@ -73,7 +73,7 @@ bool frmMetricCalc::OpenFor(const QString& tag) {
 void frmMetricCalc::ShowBoxes() {
     struct Row {
         QLineEdit* box;
-        QList<QWidget*> others; // its heading and the labels of its line
+        QList<QWidget*> others; // the heading and labels of the box's line
     };
     const Row rows[] = {
         {txtBldgHeight, {lblBldDimensions, lblHeight, lblBldgHeightUM, lblBldgHeightUS}},
@@ -91,7 +91,7 @@ void frmMetricCalc::ShowBoxes() {
         const std::string box = row.box->objectName().toStdString();
         return std::ranges::any_of(services, [&](const Service& s) { return s.tag == tag && s.box == box; });
     };
-    for (const bool shown : {false, true}) // a heading stands over several boxes
+    for (const bool shown : {false, true}) // a heading covers several boxes
         for (const Row& row : rows)
             if (needed(row) == shown)
                 for (QWidget* widget : row.others + QList<QWidget*>{row.box})

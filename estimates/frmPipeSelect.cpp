@@ -12,7 +12,7 @@ using namespace Pipes;
 
 namespace {
 
-/// Which boxes of an opening screen take the chosen pipe.
+/// The boxes of an opening screen that receive the chosen pipe.
 struct HandOver {
     const char* opener;
     QStringList boxes;
@@ -57,7 +57,7 @@ void frmPipeSelect::FillSizes() {
     FillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
 }
 
-/// Always the U.S. key, whatever the list shows.
+/// Always the U.S. key, whichever the list shows.
 QString frmPipeSelect::SelectedKey() const {
     const auto selected = lvPipeSizes->selectedItems();
     if (selected.isEmpty())

@@ -19,7 +19,7 @@ frmcalcThmTSF::frmcalcThmTSF() : Estimator("frmcalcThmTSF") {
     findsPipe(cmdFindPipe2);
 }
 
-/// Return and the keypad's Enter (key 108 of the keyboards that name it Separator) move on to the length.
+/// Return and the keypad's Enter (key 108 on keyboards that call it Separator) move on to the length.
 bool frmcalcThmTSF::eventFilter(QObject* object, QEvent* event) {
     if (object != PipeIndex || event->type() != QEvent::KeyPress)
         return Estimator::eventFilter(object, event);
@@ -31,7 +31,7 @@ bool frmcalcThmTSF::eventFilter(QObject* object, QEvent* event) {
     return true;
 }
 
-/// The recirculation line must be there, with a length of 0 if need be. A pipe that the catalogue does not
+/// The recirculation line must be filled in, if only with a length of 0. A pipe that the catalogue does not
 /// have holds nothing.
 std::optional<QString> frmcalcThmTSF::Calculate() {
     for (QLineEdit* box : {WtrHtrVolume, PipeIndex, Pipeft})

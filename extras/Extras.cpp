@@ -30,30 +30,30 @@ namespace {
 
 const QString jobFilter = QStringLiteral("Jobs of Brennoval (*.brennoval)");
 
-/// What of a failed copy the status text has not said yet; a deletion's notice takes it along.
-QString& unsaid() {
+/// The part of a backup failure that the status text has not shown yet; the next deletion notice includes it.
+QString& unreported() {
     static QString text;
     return text;
 }
 
-void tellDeletion() {
+void showDeletion() {
     const QString what = UndoableDeletion();
     Commands::setEnabled("mnuUndo", !what.isEmpty());
     if (!what.isEmpty())
         SetStatusText("Deleted " + what + ". \"Undo deletion\" (Ctrl+Z) brings it back." +
-                      std::exchange(unsaid(), {}));
+                      std::exchange(unreported(), {}));
 }
 
-/// Says once that copies cannot be made: whoever reads it goes on with his work.
-void tellFailure(const QString& why) {
-    static bool told = false;
-    if (std::exchange(told, true))
+/// Reports only once that backups cannot be made, so that the user can get on with their work.
+void reportFailure(const QString& why) {
+    static bool reported = false;
+    if (std::exchange(reported, true))
         return;
-    unsaid() = " No backup could be made: " + why;
-    SetStatusText(unsaid().trimmed());
+    unreported() = " No backup could be made: " + why;
+    SetStatusText(unreported().trimmed());
 }
 
-/// What shows data shows them anew, once the command that changed them is through.
+/// Refreshes whatever shows data, once the command that changed it has finished.
 void refresh() {
     QTimer::singleShot(0, BrennovalMain::instance(), [] {
         Screens::freshenActive();
@@ -113,7 +113,7 @@ void importJob() {
     Screens::show(screen->name());
 }
 
-void tellFindings(const DataCheck::Findings& findings) {
+void showFindings(const DataCheck::Findings& findings) {
     DataCheck::SetLatest(findings);
     if (!findings.isEmpty())
         SetStatusText(findings.sentences().first() + " \"Restore\" in the menu Extras shows more.");
@@ -132,12 +132,12 @@ void registerExtras() {
     Commands::set("mnuImportJob", importJob);
     Commands::set("mnuUndo", undo);
     Commands::set("mnuBackup", backUp);
-    OnUndoableChanged(tellDeletion);
+    OnUndoableChanged(showDeletion);
     Backup::OnFailure([](const QString& why) {
-        QMetaObject::invokeMethod(QCoreApplication::instance(), [why] { tellFailure(why); });
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [why] { reportFailure(why); });
     });
     BrennovalMain::setStartWork([] {
         Commands::setEnabled("mnuUndo", !UndoableDeletion().isEmpty());
-        BeginStartWork(dbConnection("User").dataSource(), tellFindings);
+        BeginStartWork(dbConnection("User").dataSource(), showFindings);
     });
 }

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes the commands and screens of the menu Extras known: what an engineer needs beside the roads.
+/// Registers the commands and screens of the Extras menu: what engineers need apart from sizing and jobs.
 void registerExtras();

@@ -27,14 +27,14 @@ class Worker : public QObject {
     std::thread thread;
 };
 
-/// What a check over a connection of its own finds; nothing when it cannot be made just now.
+/// The result of a check over its own connection; nothing if the check cannot run right now.
 std::optional<DataCheck::Findings> check(const QString& userFile) {
-    constexpr int longestWait = 1000; // milliseconds for another copy that saves
+    constexpr int maxWait = 1000; // milliseconds for another instance's save
     try {
         Connection user;
         user.setProperty("Data Source", userFile);
         user.setReadOnly();
-        user.setBusyTimeout(longestWait);
+        user.setBusyTimeout(maxWait);
         user.Open();
         return DataCheck::Check(user);
     } catch (const Fault&) {

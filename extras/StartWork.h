@@ -4,10 +4,9 @@
 
 #include <functional>
 
-/// Hears what the check of the data has found, in the thread of the windows.
+/// Receives the result of the data check, in the GUI thread.
 using CheckListener = std::function<void(const DataCheck::Findings& findings)>;
 
-/// What is done for the user's data after the start, beside his first steps: the copy of the day and a quick
-/// check, in a thread of its own over connections of its own. The main window and the program wait for it
-/// when they end.
+/// Background work on the user's data after the start: the daily backup and a quick check, in a thread and
+/// over connections of their own. The main window and the program wait for it when they close.
 void BeginStartWork(const QString& userFile, const CheckListener& checked);

@@ -92,7 +92,7 @@ frmRestore::frmRestore() : Screen("frmRestore") {
     setupUi(this);
     prepare();
     lvCopies->setColumnCount(Tanks + 1);
-    lvCopies->header()->setStretchLastSection(false); // the numbers stand together
+    lvCopies->header()->setStretchLastSection(false); // keeps the numbers together
     lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
     SortByHeadings(lvCopies);
     SortByHeadings(lvJobs);
@@ -149,14 +149,14 @@ void frmRestore::FillCopies() {
     CountCopies();
 }
 
-/// Counts as much as fits between two frames, and the rest later: many large copies take their time.
+/// Counts what fits between two frames and leaves the rest for later, since many large copies take a while.
 void frmRestore::CountCopies() {
-    constexpr int longest = 8; // milliseconds
+    constexpr int maxTime = 8; // milliseconds
     QElapsedTimer clock;
     clock.start();
-    for (; counted < copies.size() && clock.elapsed() < longest; ++counted) {
+    for (; counted < copies.size() && clock.elapsed() < maxTime; ++counted) {
         const QString& path = copies[counted].path;
-        QTreeWidgetItem* row = nullptr; // wherever the list has sorted it to
+        QTreeWidgetItem* row = nullptr; // wherever sorting has put it
         for (int i = 0; i < lvCopies->topLevelItemCount() && !row; ++i)
             if (lvCopies->topLevelItem(i)->data(For, Qt::UserRole + 1).toString() == path)
                 row = lvCopies->topLevelItem(i);

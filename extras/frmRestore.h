@@ -5,19 +5,19 @@
 #include "core/store/JobCopies.h"
 #include "ui_frmRestore.h"
 
-/// Looks into the copies of the user's data, or into the file of a job, and brings back what the user
-/// chooses. It also shows what the check at the start has found.
+/// Shows what is in the backups of the user's data, or in a job's file, and restores what the user selects.
+/// Also shows the findings of the check at the start.
 class frmRestore : public Screen, private Ui::frmRestore {
   public:
     frmRestore();
     bool loadsAfresh() const override { return true; }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
-    bool leavesStatus() const override { return true; } // which tells what was restored
+    bool leavesStatus() const override { return true; } // it says what was restored
     Subject subject() const override { return Subject::None; }
     QWidget* firstField() const override;
 
-    /// Shows a job's file in the place of the copies.
+    /// Shows a job's file instead of the backups.
     void LookIntoFile(const QString& path);
 
   private:
@@ -36,7 +36,7 @@ class frmRestore : public Screen, private Ui::frmRestore {
     bool isImport() const { return source && source->origin() == JobCopies::Origin::Foreign; }
 
     QList<Backup::Copy> copies;
-    int counted = 0; // of the copies whose jobs and tanks show
+    int counted = 0; // number of copies whose jobs and tanks are shown
     std::optional<JobCopies::Source> source;
     std::vector<JobCopies::Job> jobs;
 };

@@ -12,7 +12,7 @@ using namespace Gateway;
 
 namespace {
 
-/// A comparison: its word, and what stands around the text in a statement.
+/// A comparison: its name, and what goes around the text in a statement.
 struct Comparison {
     const char* word;
     const char* before;
@@ -29,7 +29,7 @@ constexpr Comparison jobComparisons[] = {
 constexpr Comparison nameComparisons[] = {
     {"Equals", " = '", "'"},
     {"Starts With", " LIKE '", "%'"},
-    {"Ends With", " LIKE '%", "%'"}, // anywhere in a name, like "Contains"; meant so
+    {"Ends With", " LIKE '%", "%'"}, // anywhere in a name, like "Contains"; deliberate
     {"Contains", " LIKE '%", "%'"},
 };
 
@@ -62,7 +62,7 @@ QString condition(const QString& column, const JobSearch::Criterion& criterion,
     return column + comparison->before + SqlEscape(criterion.text) + comparison->after;
 }
 
-/// The first jobs of a search's rows.
+/// The first jobs among a search's rows.
 std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most) {
     const Recordset::Field jobID = rows["JobID"];
     const Recordset::Field contractor = rows["Contractor"];
@@ -109,7 +109,7 @@ std::vector<Job> Find(const QString& query) {
 }
 
 std::vector<Job> Newest(std::size_t most) {
-    constexpr int longestWait = 100; // milliseconds for a lock: nobody asked for these jobs
+    constexpr int longestWait = 100; // milliseconds to wait for a lock: nobody asked for these jobs
     Connection user = dbConnection("User");
     user.setBusyTimeout(longestWait);
     user.Open();

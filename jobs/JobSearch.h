@@ -8,14 +8,14 @@
 #include <optional>
 #include <vector>
 
-/// The search among the job headers.
+/// Searches the job headers.
 namespace JobSearch {
 
-/// The words by which a text, or a date, can be compared.
+/// The comparisons offered for text and for dates.
 QStringList TextComparisons();
 QStringList DateComparisons();
 
-/// One criterion. It counts only when both its text and its comparison are filled in.
+/// One criterion. It counts only if both its text and its comparison are filled in.
 struct Criterion {
     QString text;
     QString comparison;
@@ -31,7 +31,7 @@ struct Criteria {
     QString createdUntil = {}; // the second date of a range
 };
 
-/// The statement that finds the jobs of all criteria; nothing when a date that counts is no date.
+/// The statement that finds the jobs matching all criteria; nothing if a date that counts is not valid.
 std::optional<QString> Query(const Criteria& criteria);
 
 struct Job {
@@ -41,13 +41,14 @@ struct Job {
     QDate created; // invalid for a job without a date
 };
 
-/// The jobs that a statement finds in the user database, in its order. Throws DatabaseFault.
+/// The jobs that a statement finds in the user database, in order. Throws DatabaseFault.
 std::vector<Job> Find(const QString& query);
 
-/// The jobs that were created last, the newest first. Throws DatabaseFault, and NoDatabaseFile without data.
+/// The most recently created jobs, newest first. Throws DatabaseFault, and NoDatabaseFile when there are no
+/// data.
 std::vector<Job> Newest(std::size_t most);
 
-/// The screen at which a job is edited: the reserved job of the steel conversions has no header.
+/// The screen on which a job is edited: the reserved job of the steel conversions has no header.
 QString EditScreenOf(const QString& jobID);
 
 } // namespace JobSearch

@@ -18,9 +18,9 @@ namespace {
 
 void newJob() {
     Screens::unload("frmjobsearchdialog");
-    if (!Screens::unload("frmJobHeader")) // the user keeps the one that is open
+    if (!Screens::unload("frmJobHeader")) // the user keeps the open one
         return;
-    // Only now: the header that went may have saved its record, and its job.
+    // Only now, because closing the old header may have saved its record and its job.
     Session::Mode.write(Session::Modes::New);
     Session::JobID.write("");
     Session::TankID.write("");
@@ -35,7 +35,7 @@ void searchJob(const QString& mode, const QString& status) {
 }
 
 void maintain(const QString& list) {
-    if (const Screen* open = Screens::find("frmEngContMaster"); // a name of the other list
+    if (const Screen* open = Screens::find("frmEngContMaster"); // it shows a name of the other list
         open && open->Tag != list && !Screens::unload(open->name()))
         return;
     Session::Mode.write(list);

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes the screens and commands of this folder known.
+/// Registers the screens and commands of this folder.
 void registerJobs();

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t newestJobs = 10;
 
-/// Opens a job as the search does when the task is to edit one.
+/// Opens a job the way the search does when editing.
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
@@ -63,8 +63,8 @@ void StartPage::prepareTasks() {
     }
 }
 
-/// Lists the newest jobs. Where they cannot be read the tasks alone stand here: a background asks for
-/// nothing.
+/// Lists the newest jobs. If they cannot be read, only the tasks are shown: a background never asks the user
+/// anything.
 void StartPage::fillJobs() {
     ListRows rows;
     try {
@@ -95,7 +95,7 @@ void StartPage::drawMark() {
 void StartPage::showEvent(QShowEvent* event) {
     fillJobs();
     QWidget::showEvent(event);
-    QTimer::singleShot(0, this, [this] { // the screen that went took the focus along
+    QTimer::singleShot(0, this, [this] { // the closing screen took the focus with it
         if (isVisible() && !QApplication::focusWidget())
             cmdNew->setFocus();
     });
@@ -113,6 +113,6 @@ void StartPage::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         drawMark();
     if (event->type() == QEvent::ActivationChange && isVisible() && isActiveWindow())
-        fillJobs(); // another window may have changed the data, or their folder
+        fillJobs(); // another window may have changed the data or their folder
     QWidget::changeEvent(event);
 }

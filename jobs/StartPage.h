@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-/// What the empty frame shows: the tasks and the newest jobs. It is a background and not a screen: the
-/// session stays as it is until something is chosen.
+/// What the empty frame shows: the tasks and the newest jobs. It is a background rather than a screen, so the
+/// session does not change until something is chosen.
 class StartPage : public QWidget, private Ui::StartPage {
   public:
     explicit StartPage(QWidget* parent);

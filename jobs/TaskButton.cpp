@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int margin = 12; // pixels around all
+constexpr int margin = 12; // pixels on every side
 constexpr int iconHeight = 34;
 
 } // namespace
@@ -15,7 +15,7 @@ QSize TaskButton::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     const QSize name = metrics.size(0, text());
     const int width = std::max(name.width(), metrics.horizontalAdvance(shortcutText));
-    const int textLines = 3; // of the name two
+    const int textLines = 3; // two of them for the name
     return {std::max(width + 2 * margin, 150), iconHeight + textLines * metrics.lineSpacing() + 4 * margin};
 }
 

@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 
-/// A large button for a task: its icon, its name and, quieter, its shortcut. The name may have two lines.
+/// A large button for a task, with icon, name and a fainter shortcut. The name may take two lines.
 class TaskButton : public QAbstractButton {
   public:
     using QAbstractButton::QAbstractButton;

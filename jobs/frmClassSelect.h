@@ -4,7 +4,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmClassSelect.h"
 
-/// Gives a new tank line its application.
+/// Chooses the application of a new tank line.
 class frmClassSelect : public Screen, private Ui::frmClassSelect {
   public:
     frmClassSelect();

@@ -11,7 +11,7 @@ using namespace Records;
 
 namespace {
 
-/// A list line of a tank, with its tick box. Its ID sorts by the tank's number.
+/// The list row of a tank, with a tick box. Its ID sorts by tank number.
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDate created = tank.dateCreated.value_or(QDateTime()).date();
     auto line = std::make_unique<ListRow>(QStringList{Shown(tank.tankID), Shown(tank.modelNo),
@@ -30,7 +30,7 @@ frmDelete::frmDelete() : Screen("frmDelete") {
     SortByHeadings(lvOptions);
     on(bttnDelete, ".tbToolbar", [this] { DeleteRecords(); });
     on(bttnSearch, ".tbToolbar", [this] { leaveFor("frmjobsearchdialog"); });
-    // The space bar ticks the tick box, which stands in the first column.
+    // The space bar toggles the tick box, which is in the first column.
     connect(lvOptions, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* line) {
         if (line && lvOptions->currentColumn() != 0)
             lvOptions->setCurrentItem(line, 0);

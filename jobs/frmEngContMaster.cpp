@@ -79,7 +79,7 @@ void frmEngContMaster::NewRecord() {
     txtInput->setFocus();
 }
 
-/// Adds the name. One that is listed already stays as it is: nothing is ever renamed here.
+/// Adds the name. A name already listed stays as it is: nothing is ever renamed here.
 void frmEngContMaster::SaveRecord() {
     const Hourglass hourglass;
     SetStatusText("Saving...");

@@ -3,8 +3,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmEngContMaster.h"
 
-/// Maintains the names of the engineers or of the contractors. Its Tag says which: "Engineers" or
-/// "Contractors".
+/// Maintains the names of engineers or contractors. Its Tag says which: "Engineers" or "Contractors".
 class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
   public:
     frmEngContMaster();
@@ -13,7 +12,7 @@ class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
     void ShowChanges() override { FillListBox(); }
     bool growsWithWindow() const override { return true; }
 
-    /// Turns to the list of a tag.
+    /// Switches to the list that a tag names.
     void Maintain(const QString& tag);
 
   private:

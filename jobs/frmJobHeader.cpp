@@ -25,7 +25,7 @@ void showSchedule(bool visible) {
     Commands::setVisible("mnuSchedule", visible);
 }
 
-/// Fills an empty box with a default of the user, if there is one.
+/// Fills an empty box with the user's default, if there is one.
 void offer(QLineEdit* box, const QString& fallback) {
     if (box->text().isEmpty())
         box->setText(fallback);
@@ -37,7 +37,7 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    // Typing in the engineer's or contractor's box alone does not make the record dirty; that is meant.
+    // Typing only in the engineer's or contractor's box does not make the record dirty; this is deliberate.
     const auto touched = [this] { Dirty = true; };
     connect(txtJobID, &QLineEdit::textEdited, this, touched);
     connect(txtJobDscrptn, &QLineEdit::textEdited, this, touched);
@@ -103,7 +103,7 @@ QString frmJobHeader::jobID() const {
     return WithoutTrailingBlanks(txtJobID->text());
 }
 
-/// Tells the user when a new job may not have its ID: it is reserved, or another job has it.
+/// Tells the user when a new job cannot have its ID because it is reserved or taken.
 bool frmJobHeader::JobIDIsFree() {
     if (jobID() == ReservedJob())
         return RefuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
@@ -111,7 +111,7 @@ bool frmJobHeader::JobIDIsFree() {
            RefuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
 }
 
-/// A second chance for the defaults, for a job that was begun with empty fields.
+/// Offers the defaults again for a job that was started with empty fields.
 void frmJobHeader::OfferDefaults() {
     const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
     offer(txtEng, Shown(user.defaultEngineer));
@@ -140,14 +140,14 @@ bool frmJobHeader::ValidateName(QLineEdit* field, const QString& table, const QS
     return true;
 }
 
-/// False when the record cannot be saved as it stands, which the user has been told.
+/// Returns false when the record cannot be saved as it is; the user has already been told.
 bool frmJobHeader::SaveRecord() {
     if (!ValidateValueEntered(txtJobID, true))
         return false;
     QString mode;
     if (Dirty && Session::Mode.read(mode)) {
         const bool isNew = mode == Session::Modes::New;
-        if (isNew && !JobIDIsFree()) // its field may have been left by way of a menu
+        if (isNew && !JobIDIsFree()) // its field may have been left through a menu
             return false;
         const JobHeader job = {.jobID = jobID(),
                                .jobDscrptn = txtJobDscrptn->text(),
@@ -155,7 +155,7 @@ bool frmJobHeader::SaveRecord() {
                                .contractor = txtCont->text(),
                                .jobInfo = txtJobInfo->toPlainText(),
                                .dateCreated = QDateTime::currentDateTime()};
-        if (isNew && !AddJobHeader(job)) // another copy was faster
+        if (isNew && !AddJobHeader(job)) // another copy of the program was faster
             return JobIDIsFree();
         if (!isNew && !saves([&](Record::IfChanged ifChanged) { UpdateJobHeader(job, asRead, ifChanged); }))
             return false;

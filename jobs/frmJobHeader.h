@@ -4,7 +4,7 @@
 #include "core/store/JobHeader.h"
 #include "ui_frmJobHeader.h"
 
-/// Creates a job or changes its header: ID, description, engineer, contractor and notes.
+/// Creates a job or edits its header: ID, description, engineer, contractor and notes.
 class frmJobHeader : public Screen, private Ui::frmJobHeader {
   public:
     frmJobHeader();

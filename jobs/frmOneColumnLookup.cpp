@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Who asks, and the box that takes the name.
+/// Who asks, and the box that receives the name.
 struct HandOver {
     const char* tag;
     const char* screen;

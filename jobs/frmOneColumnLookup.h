@@ -3,7 +3,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmOneColumnLookup.h"
 
-/// Picks a name from a list and writes it into the box that its Tag stands for.
+/// Picks a name from a list and writes it into the box that its Tag identifies.
 class frmOneColumnLookup : public Screen, private Ui::frmOneColumnLookup {
   public:
     frmOneColumnLookup();

@@ -21,13 +21,13 @@ namespace {
 
 const QString addNew = QStringLiteral("Add New...");
 
-/// The application of a model; nothing for one that the catalogue does not hold.
+/// The application of a model; nothing if the catalogue does not have it.
 std::optional<Application> applicationOf(const QString& model) {
     const auto found = ReadModel(model);
     return found ? ApplicationCoded(Shown(found->app).toStdString()) : std::nullopt;
 }
 
-/// A list line of a tank. Its ID sorts by the tank's number.
+/// The list row of a tank. Its ID sorts by tank number.
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDateTime created = tank.dateCreated.value_or(QDateTime());
     auto line =
@@ -93,7 +93,7 @@ void frmTankIDSearch::Next() {
         leaveFor("frmConvertSteel");
     else if (application)
         leaveFor(ToQString(InfoOf(*application).conditionsScreen));
-    else // a tank without a model, in the session's application
+    else // a tank without a model opens in the session's application
         leaveFor("frmJobConditions");
 }
 
@@ -103,7 +103,7 @@ void frmTankIDSearch::Cancel() {
 }
 
 bool frmTankIDSearch::QueryUnload() {
-    Session::TankID.write(SelectedTank()); // at every closing, "Add New..." too
+    Session::TankID.write(SelectedTank()); // at every closing, after "Add New..." too
     if (Tag != "1")
         SetStatusBarText();
     return true;

@@ -3,7 +3,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmTankIDSearch.h"
 
-/// Lists the tank lines of the job, to reopen one or to add one.
+/// Lists the tank lines of the job, to reopen one or add another.
 class frmTankIDSearch : public Screen, private Ui::frmTankIDSearch {
   public:
     frmTankIDSearch();

@@ -18,7 +18,7 @@ QStringList headings() {
     return {"Job ID", "Contractor", "Engineer", "Date Created"};
 }
 
-/// A day as the user's short date format writes it, with a year of four digits.
+/// A date in the user's short format, with a four-digit year.
 QString shortDate(const QDate& date) {
     QString format = QLocale().dateFormat(QLocale::ShortFormat);
     if (!format.contains("yyyy"))
@@ -76,7 +76,7 @@ void frmjobsearchdialog::FillResultsBox() {
         lvOptions->setFocus();
 }
 
-/// Lists what a statement finds; nothing for an empty one.
+/// Lists what a statement finds; clears the list for an empty statement.
 void frmjobsearchdialog::List(const QString& query) {
     FillList(lvOptions, headings(), {});
     if (query.isEmpty())
@@ -113,7 +113,7 @@ void frmjobsearchdialog::SearchFinished() {
         Screens::unload(name());
 }
 
-/// Gives the calendar the program's look. A click on it leaves the focus in the date's box.
+/// Gives the calendar the program's look. Clicking it leaves the focus in the date's box.
 void frmjobsearchdialog::PrepareCalendar() {
     frameCalendar->hide();
     for (QWidget* part : Calendar1->findChildren<QWidget*>())
@@ -132,13 +132,20 @@ void frmjobsearchdialog::PrepareCalendar() {
     }
 }
 
-/// Puts the calendar under the box, inside the screen.
+/// Places the calendar below the box, or beside it if the screen is too low.
 void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
     Tag = box->objectName();
     frameCalendar->adjustSize();
-    const QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
-    const int rightmost = lvOptions->geometry().right() + 1 - frameCalendar->width();
-    frameCalendar->move(std::min(corner.x(), rightmost), corner.y());
+    QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
+    const QPoint lowest(width() - frameCalendar->width(), height() - frameCalendar->height());
+    if (corner.y() > lowest.y()) {
+        const int beside = box->mapTo(this, QPoint(box->width() + 3, 0)).x();
+        corner = {beside <= lowest.x() ? beside : corner.x() - frameCalendar->width() - 3, lowest.y()};
+    } else {
+        corner.setX(std::min(corner.x(), lvOptions->mapTo(this, lvOptions->rect().topRight()).x() + 1 -
+                                             frameCalendar->width()));
+    }
+    frameCalendar->move(std::max(corner.x(), 0), std::max(corner.y(), 0));
     frameCalendar->raise();
     frameCalendar->show();
 }
@@ -175,7 +182,7 @@ void frmjobsearchdialog::keyPressEvent(QKeyEvent* event) {
 }
 
 bool frmjobsearchdialog::QueryUnload() {
-    if (Tag != "1") // the calendar's use of the tag counts as not left on purpose
+    if (Tag != "1") // a tag set by the calendar deliberately counts as not left
         SetStatusBarText();
     return true;
 }

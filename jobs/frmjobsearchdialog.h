@@ -4,13 +4,13 @@
 #include "jobs/JobSearch.h"
 #include "ui_frmjobsearchdialog.h"
 
-/// Finds a job by up to four criteria and hands it to the editing or the deletion.
+/// Finds a job by up to four criteria and opens it for editing or deletion.
 class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
   public:
     frmjobsearchdialog();
     Subject subject() const override { return Subject::None; }
     bool followsData() const override { return true; }
-    /// What was found is found again; the criteria stay.
+    /// The search runs again on opening; the criteria stay.
     bool hasEntries() const override { return false; }
     void ShowChanges() override;
     bool growsWithWindow() const override { return true; }

@@ -21,7 +21,7 @@ using namespace StatusBar;
 
 namespace {
 
-constexpr QSize drawingArea(505, 273); // the picture box as the layout has it
+constexpr QSize drawingArea(505, 273); // the picture box as laid out in the form
 
 } // namespace
 
@@ -51,11 +51,11 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
     offersSubmittal(bttnPreview, bttnPrint);
     opens(bttnSpecs, "frmResultSpecs");
-    on(bttnAddMore, ".tbToolbar", [this] { // the mode stays as it is
+    on(bttnAddMore, ".tbToolbar", [this] { // the mode does not change
         Session::TankID.write("");
         leaveFor("frmClassSelect");
     });
-    on(bttnRecalc, ".tbToolbar", [] { Dialogs::current().beep(); }); // nothing here could be recalculated
+    on(bttnRecalc, ".tbToolbar", [] { Dialogs::current().beep(); }); // nothing here can be recalculated
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
 }
@@ -72,7 +72,7 @@ void frmPKGSelect::Load() {
     ShowChanges();
 }
 
-/// What is stored for the line; the family that the user looks at stays.
+/// Shows what is stored for the line, without leaving the family that the user is viewing.
 void frmPKGSelect::ShowChanges() {
     asRead = ReadTankLineToEdit();
     if (!asRead)
@@ -86,7 +86,7 @@ void frmPKGSelect::ShowChanges() {
 void frmPKGSelect::SelectFamily(const QString& packageClass, const QString& drawing) {
     FillListView(packageClass);
     familyDrawing = drawing;
-    imgDrawing->setGeometry(QRect({0, 0}, drawingArea)); // a box that kept its place would drift
+    imgDrawing->setGeometry(QRect({0, 0}, drawingArea)); // or the box drifts between drawings
     QString path;
     imgDrawing->setVisible(LoadDrawing(imgDrawing, drawingArea.width(), drawingArea.height(), drawing, path));
 }
@@ -129,12 +129,11 @@ void frmPKGSelect::SaveRecord() {
     if (!Dirty)
         return;
     const Hourglass hourglass;
-    for (QLineEdit* box :
-         {txtQty, txtSysPressure}) // an empty one counts as 0, also when it was never visited
+    for (QLineEdit* box : {txtQty, txtSysPressure}) // an empty box counts as 0 even if never visited
         if (!ValidateNumeric(box, true))
             return;
     TankLine line;
-    line.tankClass = ""; // of the model, whatever family the list shows
+    line.tankClass = ""; // the model's, whichever family the list shows
     if (const auto model = ReadModel(txtModelNo->text()))
         line.tankClass = Shown(model->series);
     line.jobID = lblJobID->text();

@@ -4,7 +4,7 @@
 #include "documents/submittals/ResultScreen.h"
 #include "ui_frmPKGSelect.h"
 
-/// Chooses, saves and shows a glycol make-up package; nothing is sized.
+/// Chooses, saves and shows a glycol make-up package. There is no sizing.
 class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
   public:
     frmPKGSelect();

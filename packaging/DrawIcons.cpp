@@ -1,5 +1,5 @@
-// Draws the program's mark into an icon theme, in its sizes and as SVG, so that menu and window show one
-// mark.
+// Draws the program's mark into an icon theme, in the theme's sizes and as SVG, so that menu and window show
+// the same mark.
 
 #include "core/look/Appearance.h"
 
@@ -23,7 +23,7 @@ void draw(QPaintDevice& device, double side) {
                          QApplication::palette().color(QPalette::Highlight), Qt::white);
 }
 
-/// Where a size of the theme keeps the icon; the folder is made.
+/// The path of an icon in the theme, for one size; creates the folder.
 QString place(const QString& theme, const QString& size, const QString& file) {
     const QString folder = theme + u'/' + size + QStringLiteral("/apps");
     QDir().mkpath(folder);

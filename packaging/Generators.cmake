@@ -1,5 +1,5 @@
-# Read by CPack for each kind of package: the Debian packages take the debug symbols out into packages of their own,
-# the tarball goes without them.
+# CPack reads this for each kind of package. The Debian packages move the debug symbols into packages of their own; the
+# tarball has none.
 if(CPACK_GENERATOR STREQUAL "TGZ")
     set(CPACK_STRIP_FILES ON)
 endif()

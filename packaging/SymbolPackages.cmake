@@ -1,6 +1,6 @@
-# Run by CPack when the packages are made. The sums that it writes into the packages of debug symbols name the files by
-# their places on the building machine; here they get their places in the package. Copyright and changelog are those of
-# the package whose symbols they are.
+# CPack runs this once the packages are made. In the packages of debug symbols the checksum list names files by their
+# paths on the build machine; this rewrites them to paths in the package. It also adds the copyright and changelog of
+# the package that the symbols belong to.
 foreach(package ${CPACK_PACKAGE_FILES})
     if(NOT package MATCHES "\\.ddeb$")
         continue()

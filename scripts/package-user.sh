@@ -1,5 +1,5 @@
-# Sourced by check-package: an ordinary user with pointer and keys in front of the installed program. The program runs in
-# the second system below $root, its display and window manager in this one.
+# Sourced by check-package: drives the installed program with pointer and keys, as an ordinary user would. The program
+# runs in the second system below $root, its display and window manager in this one.
 
 screen_width=1366
 screen_height=768
@@ -14,8 +14,8 @@ start_display() {
     helpers+=($!)
 }
 
-# start_program COMMAND TITLE: starts it in the second system as the ordinary user, with nothing of root's environment, and
-# waits for a window that has this title.
+# start_program COMMAND TITLE: starts it in the second system as the ordinary user, without root's environment, and
+# waits for a window with this title.
 start_program() {
     chroot --userspec=engineer:engineer "$root" env -i PATH=/usr/bin:/bin HOME=/home/engineer USER=engineer \
         LANG=C.UTF-8 DISPLAY="$DISPLAY" "$1" >"$out/program.log" 2>&1 &
@@ -24,7 +24,7 @@ start_program() {
     settle
 }
 
-# A copy that is closed has let go of its files.
+# Waits until the program has exited, so that its files are released.
 exit_program() {
     xdotool windowactivate --sync "$(frame)"
     keys ctrl+x
@@ -35,7 +35,7 @@ exit_program() {
 frame() { xdotool search --onlyvisible --name '^Ordwick Company Brennoval' | tail -n 1; }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
 
-# has_loaded LIBRARY: whether the program runs code of it.
+# has_loaded LIBRARY: whether the program has the library loaded.
 has_loaded() { grep -q "$1$" "/proc/$program/maps"; }
 
 wait_for() {
@@ -49,7 +49,7 @@ wait_for() {
 }
 window() { xdotool search --onlyvisible --name "$1" >/dev/null; }
 
-# settle: waits until the display stands still, but for the clock in the foot of the window.
+# settle: waits until the display stops changing, apart from the clock in the status bar.
 settle() {
     local before='' now still=0 tries
     for ((tries = 0; tries < 100 && still < 2; ++tries)); do
@@ -62,16 +62,16 @@ settle() {
 keys() { xdotool key --delay 60 "$@" && settle; }
 types() { xdotool type --delay 40 "$1" && settle; }
 
-# click X Y: the pointer goes to a place of the main window and presses its button.
+# click X Y: clicks at a point of the main window.
 click() {
     xdotool mousemove --window "$(frame)" "$1" "$2" sleep .2 click 1 && settle
 }
 
-# ask SQL: reads the user's data as they stand in the file. is SQL VALUE: whether that is what they say.
+# ask SQL: queries the user's data file. is SQL VALUE: whether the query returns that value.
 ask() { sqlite3 -readonly "$data/BrennovalUserData.mdb" "$1"; }
 is() { [ "$(ask "$1")" = "$2" ] || { echo "$1 says \"$(ask "$1")\", not \"$2\""; return 1; }; }
 
-# The getting-started screens of a fresh user: no prior data, the tick, the ZIP code, the representative.
+# A new user's getting-started screens: no prior data, the check box, the ZIP code, the representative.
 first_start() {
     keys alt+n
     keys alt+o
@@ -84,7 +84,7 @@ first_start() {
     wait_for is 'SELECT PostalCode FROM tblUser' 44114
 }
 
-# A job with an expansion tank for 500 gal of water at 40 to 180 °F and 12 to 30 psig, to its results.
+# Enters a job with an expansion tank for 500 gal of water at 40 to 180 °F and 12 to 30 psig and goes on to its results.
 size_a_tank() {
     click 25 46 # New
     types 2026-015
@@ -110,10 +110,10 @@ size_a_tank() {
     wait_for is 'SELECT ModelNo, Qty FROM tblJobData' 'RCB 200|1'
 }
 
-# The submittal of the results: previewed, and exported under the name that the dialog suggests.
+# Previews the submittal and exports it under the suggested name.
 export_submittal() {
     click 85 215 # Preview
-    click 36 9   # File, of a window whose bar begins with the viewer's mark
+    click 36 9   # File, in a window whose menu bar starts with the viewer's mark
     click 66 78  # Export
     keys p
     wait_for window '^Save As'

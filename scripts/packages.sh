@@ -1,4 +1,4 @@
-# Sourced by the other scripts: installs the Debian packages that a build and its tests need and that are missing.
+# Sourced by the other scripts: installs the Debian packages that the build and its tests need, if missing.
 install_missing() {
     local package missing=() as_root=()
     for package in "$@"; do

@@ -33,14 +33,14 @@ QString ReadInstallerFile(const QString& name) {
     const QDir folder(InstallerFolder());
     if (!folder.exists())
         throw Fault(Fault::PathNotFound, "Path not found");
-    constexpr qint64 longest = 4096; // bytes; no system has longer names
+    constexpr qint64 maxSize = 4096; // bytes; no system allows longer paths
     QFile file(folder.filePath(name));
     if (!QFileInfo(file).isFile())
         throw Fault(Fault::FileNotFound, "File not found");
     if (!file.open(QIODevice::ReadOnly))
         throw Fault(Fault::PathFileAccess, "Path/File access error");
-    const QByteArray text = file.read(longest + 1);
-    if (text.size() > longest)
+    const QByteArray text = file.read(maxSize + 1);
+    if (text.size() > maxSize)
         throw Fault(Fault::FileNotFound, "File not found");
     return QString::fromLocal8Bit(text).remove(QChar(0));
 }

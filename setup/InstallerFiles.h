@@ -2,22 +2,21 @@
 
 #include <QString>
 
-/// The files that an installer leaves for the first start: datasource.ini and demosource.ini, each of which
-/// holds the full name of another file and nothing else.
+/// The files that an installer leaves for the first start: datasource.ini and demosource.ini, each with the
+/// full path of another file and nothing else.
 namespace InstallerFiles {
 
-/// The folder in which they stand, a setting of the build.
+/// Their folder, a build setting.
 QString InstallerFolder();
-/// Sets another. For tests.
+/// Changes the folder. For tests.
 void SetInstallerFolder(const QString& folder);
 
-/// The whole text of one of them without NULs. Throws Fault 53 when there is no such file, or one of more
-/// than 4,096 bytes, which holds no name; 76 when there is no such folder and 75 when the file cannot be
-/// read.
+/// The full text of one of them without NULs. Throws Fault 53 if the file is missing, or longer than 4,096
+/// bytes and so not a path; 76 if the folder is missing; and 75 if the file cannot be read.
 QString ReadInstallerFile(const QString& name);
 
-/// Whether a file that one of them names may be deleted or renamed: a plain file, no link, folder or device,
-/// and none of the program's own databases or what the engine keeps beside them.
+/// Whether a file named by one of them may be deleted or renamed: it must be a plain file, not a link, folder
+/// or device, and none of the program's own databases or the engine's files next to them.
 bool IsInstallersToTake(const QString& path);
 
 } // namespace InstallerFiles

@@ -36,7 +36,7 @@ namespace {
 const QString converting = QStringLiteral("Converting Prior Data...");
 constexpr double standardAtmosphere = 14.7; // psia
 
-/// How many jobs and tanks there are. The counts have 16 bits, and a file of more than that is refused.
+/// The numbers of jobs and tanks. They have 16 bits; a larger file is rejected.
 struct Counts {
     std::int16_t jobs = 0;
     std::int16_t tanks = 0;
@@ -57,14 +57,14 @@ Counts countsOf(const Connection& user) {
     return {count("tblJobHeader"), count("tblJobData")};
 }
 
-/// Tells in the status bar how far the work is, and lets the windows draw themselves meanwhile. They take no
-/// input, which could begin what the open transaction would have to end with.
+/// Shows progress in the status bar and lets the windows repaint. Input stays blocked: it could start
+/// something that would interfere with the open transaction.
 class Progress {
   public:
     Progress(QString what, size_t rows) : things(std::move(what)), total(rows) { clock.start(); }
     void step() {
         ++done;
-        if (clock.elapsed() < 40) // milliseconds; a window that waits longer seems to stand
+        if (clock.elapsed() < 40) // milliseconds; beyond that a window appears frozen
             return;
         clock.restart();
         const QLocale english(QLocale::English);
@@ -80,11 +80,11 @@ class Progress {
     QElapsedTimer clock;
 };
 
-/// A moment that is stored in days since the end of 1899. On the days before, too, the fraction runs
-/// forwards. In a zone without summer time, whose missing hour would move what was stored.
+/// Converts a moment stored in days since the end of 1899. The fraction counts forward even on days before
+/// that. Uses UTC, because the missing hour of a summer time change would shift stored values.
 QDateTime momentOf(double days) {
-    constexpr double first = -657434; // of the year 100
-    constexpr double end = 2958466;   // of the year 9999
+    constexpr double first = -657434; // year 100
+    constexpr double end = 2958466;   // year 9999
     if (days < first || days >= end)
         throw DatabaseFault(
             DatabaseFault::Unspecified,
@@ -100,12 +100,12 @@ QString textOf(const QVariant& value) {
     return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
 }
 
-/// A job's ID as jobs are the same.
+/// A job ID in the form in which equal IDs are the same.
 QString keyOf(const QVariant& job) {
     return WithoutTrailingBlanks(textOf(job)).toCaseFolded();
 }
 
-/// Gives a column the value of the earlier one; a null leaves it as it is.
+/// Copies an earlier value to a column; a null leaves the column unchanged.
 void take(Recordset::Field column, const QVariant& value) {
     if (value.typeId() == QMetaType::Double)
         column = value.toDouble();
@@ -113,7 +113,7 @@ void take(Recordset::Field column, const QVariant& value) {
         column = value.toString();
 }
 
-/// What was taken over at the user's own wish.
+/// The amounts taken over at the user's request.
 struct TakenOver {
     qsizetype jobs = 0;
     qsizetype tanks = 0;
@@ -134,11 +134,11 @@ class Conversion {
         setClasses();
     }
 
-    /// The same beside what the user has entered since: his defaults stay, and so do the names and jobs that
-    /// he has already.
-    TakenOver runBeside(const QSet<QString>& jobsOfHisOwn) {
-        besideOwn = true;
-        skippedJobs = jobsOfHisOwn;
+    /// The same for a user who already has data: their defaults are kept, as are the names and jobs that they
+    /// already have.
+    TakenOver addToExisting(const QSet<QString>& existingJobs) {
+        hasOwnData = true;
+        skippedJobs = existingJobs;
         for (const auto table : {PriorTables::Contractor, PriorTables::Engineer})
             convertNames(table, namesIn(table));
         convertJobs();
@@ -166,7 +166,7 @@ class Conversion {
         table.Open(PriorTables::all[index].name, user, CursorType::Keyset, CommandType::Table);
     }
 
-    /// Names that are present already are left out.
+    /// Skips names already present.
     void convertNames(PriorTables::Index index, const QSet<QString>& present) {
         Recordset names;
         openTable(names, index);
@@ -193,7 +193,8 @@ class Conversion {
         if (defaults.AtEnd())
             defaults.AddNew();
         take(defaults["DefaultContractor"], contractor);
-        if (engineer.isValid()) // whose name nobody ever took over: the contractor's stands in both places
+        // The earlier program never took over the engineer's name: both columns get the contractor's.
+        if (engineer.isValid())
             take(defaults["DefaultEngineer"], contractor);
         take(defaults["DefaultPSIa"], pressure.isValid() ? pressure : standardAtmosphere);
         defaults.Update();
@@ -227,7 +228,7 @@ class Conversion {
         openTable(tanks, PriorTables::JobData);
         const QDateTime now = QDateTime::currentDateTime();
         Progress progress("tanks", rowsOf(PriorTables::JobData).size());
-        int runningNumber = 1; // over the whole table; the tanks of a job may be 7 and 8
+        int runningNumber = 1; // across the whole table; a job's tanks may be 7 and 8
         for (const QVariantList& row : rowsOf(PriorTables::JobData)) {
             if (isSkipped(row[0])) {
                 ++runningNumber;
@@ -249,7 +250,7 @@ class Conversion {
         }
     }
 
-    /// The series of a model, which is read once; an empty text for one that the catalogue does not have.
+    /// The series of a model, cached; empty if the catalogue does not have the model.
     QString classOf(const QString& model) {
         if (!classes.contains(model)) {
             const auto found = ReadModel(model);
@@ -258,15 +259,15 @@ class Conversion {
         return classes[model];
     }
 
-    /// The second pass: every tank line gets the series of its model; beside data of
-    /// the user's own, every one that was added.
+    /// The second pass: gives every tank line its model's series; for a user who already has data, only the
+    /// added lines.
     void setClasses() {
-        QList<std::pair<QString, QString>> tanks; // key and series, read in full before the first is changed
+        QList<std::pair<QString, QString>> tanks; // key and series, read completely before the first change
         Recordset lines;
         for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.AtEnd();
              lines.MoveNext())
             if (const QString series = classOf(lines["ModelNo"].text());
-                !series.isEmpty() && (!besideOwn || added.contains(lines["TankID"].text())))
+                !series.isEmpty() && (!hasOwnData || added.contains(lines["TankID"].text())))
                 tanks.append({lines["TankID"].text(), series});
         lines.Close();
         Progress progress("models", static_cast<size_t>(tanks.size()));
@@ -283,13 +284,13 @@ class Conversion {
     const Connection& user;
     const PriorRows& prior;
     QHash<QString, QString> classes; // by model
-    QSet<QString> skippedJobs;       // without regard to case
+    QSet<QString> skippedJobs;       // case-folded
     QSet<QString> added;             // keys of the tank lines
-    bool besideOwn = false;          // the user has data already
+    bool hasOwnData = false;         // whether the user already has data
     TakenOver taken;
 };
 
-/// Marks the conversion as done: it is attempted once.
+/// Marks the conversion as done; it is only attempted once.
 void setConverted(const Connection& user) {
     Recordset flags;
     flags.Open("tblFirstTime", user, CursorType::Keyset, CommandType::Table);
@@ -302,10 +303,10 @@ void setConverted(const Connection& user) {
 /// The earlier program's file.
 struct Source {
     QString path;
-    bool namedByInstaller = false; // who also wants it deleted
+    bool namedByInstaller = false; // the installer also wants it deleted
 };
 
-/// Lets the user show the file that no datasource.ini names; nothing when he has none.
+/// Asks the user for the file when no datasource.ini names one; nothing if they have none.
 std::optional<Source> askForFile() {
     const auto answer = Dialogs::current().show({.text = "Prior database not found!\n\r"
                                                          "Do you have prior data to convert?",
@@ -314,7 +315,7 @@ std::optional<Source> askForFile() {
                                                  .buttons = QMessageBox::Yes | QMessageBox::No});
     if (answer != QMessageBox::Yes)
         return std::nullopt;
-    // The dialog begins where no earlier program kept its data: the name left as it is there means none.
+    // The dialog starts where no earlier program kept its data, so an unchanged name means none.
     const QString unchanged =
         QFileInfo(dbConnection("User").dataSource()).absoluteDir().filePath(QStringLiteral("Data.mdb"));
     const QString file =
@@ -334,7 +335,7 @@ std::optional<Source> priorFile() {
     return askForFile();
 }
 
-/// False for a file that the provider cannot read, with the reason.
+/// False, with the reason, for a file that the provider cannot read.
 bool readPrior(const QString& path, PriorRows& rows, QString* why = nullptr) {
     try {
         ReadPriorFile(path, rows);
@@ -349,7 +350,7 @@ bool readPrior(const QString& path, PriorRows& rows, QString* why = nullptr) {
     }
 }
 
-/// The first name with a number behind it that nothing in the folder has, not even a link that leads nowhere.
+/// The first numbered name not used in the folder, not even by a dangling link.
 QString freeName(const QDir& folder, const QString& name) {
     for (int number = 1;; ++number) {
         const QFileInfo candidate(folder.filePath(QStringLiteral("%1.unread%2").arg(name).arg(number)));
@@ -358,14 +359,14 @@ QString freeName(const QDir& folder, const QString& name) {
     }
 }
 
-/// A file that could not be read counts as converted, so it is going to be deleted. What it holds stays,
-/// under another name, for whoever can mend it. False when it could not get one and must not be deleted.
+/// A file that could not be read counts as converted and would be deleted. Renames it, so that somebody may
+/// still repair it. False if that fails, in which case it must not be deleted.
 bool putAside(const QString& path) {
     if (!IsInstallersToTake(path))
         return true;
     const QFileInfo file(path);
     for (QString name = file.fileName(); !name.isEmpty();
-         name.truncate(name.size() / 2)) // too long for a number
+         name.truncate(name.size() / 2)) // too long to add a number
         if (QFile::rename(path, freeName(file.dir(), name)))
             return true;
     return false;
@@ -395,8 +396,8 @@ bool convert(const Source& source) {
 
 const QString takeOverTitle = QStringLiteral("Take over prior data");
 
-/// The jobs of a file that the user's data hold already, as the file spells them: tank lines of a job that
-/// the file has lost, too, would become those of the user's.
+/// The jobs in a file that the user's data already has, as the file spells them. Tank lines without a header
+/// count too: they would become part of the user's job.
 QStringList equalJobs(const PriorRows& rows, const Connection& user) {
     QStringList jobs;
     QSet<QString> seen;
@@ -439,7 +440,7 @@ void takeOver(const QString& path) {
     for (const QString& job : equal)
         skipped.insert(keyOf(job));
     Transaction write(user);
-    const TakenOver taken = Conversion(user, rows).runBeside(skipped);
+    const TakenOver taken = Conversion(user, rows).addToExisting(skipped);
     write.Commit();
     SetStatusText("Finished!");
     report(QStringLiteral("Taken over: %1 jobs, %2 tanks, %3 names of engineers and contractors.")

@@ -29,13 +29,13 @@ PriorHelper& installedHelper() {
     unreadable(QCoreApplication::translate("PriorFile", "The prior database is damaged."));
 }
 
-/// Takes apart what the helper writes, as it comes.
+/// Parses the helper's output as it arrives.
 class Reader {
   public:
     explicit Reader(PriorRows& target) : rows(target) {}
 
     void take(const QByteArray& bytes) {
-        if (bytes.size() > left) // it may be the helper's own work no longer
+        if (bytes.size() > left) // it may no longer be under our control
             damaged();
         left -= bytes.size();
         waiting += bytes;
@@ -45,14 +45,14 @@ class Reader {
         waiting.remove(0, position);
     }
 
-    /// Throws DatabaseFault when the helper came to an end of its own.
+    /// Throws DatabaseFault if the helper stopped early.
     void finish() const {
         if (!finished)
             damaged();
     }
 
   private:
-    bool hasCome(qsizetype size) const { return size <= waiting.size() - position; }
+    bool hasArrived(qsizetype size) const { return size <= waiting.size() - position; }
 
     template<typename Number>
     Number numberAt(qsizetype place) const {
@@ -61,7 +61,7 @@ class Reader {
         return value;
     }
 
-    /// Takes a mark and all that belongs to it; false when not all of that has come.
+    /// Consumes a mark and everything that belongs to it; false if it has not fully arrived.
     bool takeMark() {
         switch (waiting[position]) {
         case PriorTables::TableBegins:
@@ -93,7 +93,7 @@ class Reader {
     bool isRowWhole() const { return !table || table->rows.empty() || table->rows.back().size() == columns; }
 
     bool takeTable() {
-        if (!hasCome(1 + sizeof(std::uint32_t)))
+        if (!hasArrived(1 + sizeof(std::uint32_t)))
             return false;
         if (!isRowWhole() || begun == rows.tables.size())
             damaged();
@@ -118,7 +118,7 @@ class Reader {
     }
 
     bool takeNumber() {
-        if (!hasCome(1 + sizeof(double)))
+        if (!hasArrived(1 + sizeof(double)))
             return false;
         const auto number = numberAt<double>(1);
         if (!std::isfinite(number))
@@ -129,13 +129,13 @@ class Reader {
         return true;
     }
 
-    /// A text behind its mark, at a place from here; nothing when not all of it has come.
+    /// The text after a mark, at an offset from the current position; nothing if it has not fully arrived.
     std::optional<QString> textAt(qsizetype place) const {
         constexpr qsizetype head = 1 + sizeof(std::uint32_t);
-        if (!hasCome(place + head))
+        if (!hasArrived(place + head))
             return std::nullopt;
         const qsizetype size = numberAt<std::uint32_t>(place + 1);
-        if (!hasCome(place + head + size))
+        if (!hasArrived(place + head + size))
             return std::nullopt;
         return QString::fromUtf8(waiting.constData() + position + place + head, size);
     }
@@ -149,7 +149,7 @@ class Reader {
         return true;
     }
 
-    /// The helper can tell of a failure in the place of any mark.
+    /// The helper may report a failure instead of any mark.
     bool takeFailure() const {
         const std::optional<QString> why = textAt(1 + sizeof(std::int32_t));
         if (!why)
@@ -158,11 +158,11 @@ class Reader {
     }
 
     PriorRows& rows;
-    PriorRows::Table* table = nullptr; // that is being read
-    size_t begun = 0;                  // tables
-    qsizetype columns = 0;             // of the table
+    PriorRows::Table* table = nullptr; // the one being read
+    size_t begun = 0;                  // tables started
+    qsizetype columns = 0;             // of the current table
     bool finished = false;
-    QByteArray waiting; // for the rest of what it belongs to
+    QByteArray waiting; // incomplete input, waiting for the rest
     qsizetype position = 0;
     qsizetype left = PriorTables::largestOutput + PriorTables::roomForFailure;
 };
@@ -173,7 +173,7 @@ QString programOf(const PriorHelper& helper) {
                : helper.program;
 }
 
-/// Lets the helper read the file, and the reader what it writes.
+/// Runs the helper on the file and feeds its output to the reader.
 void run(const PriorHelper& helper, const QString& path, Reader& reader) {
     QProcess process;
     QEventLoop loop;

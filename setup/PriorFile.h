@@ -9,28 +9,28 @@
 #include <chrono>
 #include <vector>
 
-/// The rows of the earlier program's tables: the values of each in the order of PriorTables, a null, a double
-/// or a text.
+/// The rows of the earlier program's tables. The values are in the order of PriorTables, each a null, a
+/// double or a text.
 struct PriorRows {
     struct Table {
-        std::uint32_t announced = 0; // how many rows the file says that the table has
+        std::uint32_t announced = 0; // the row count stated by the file
         std::vector<QVariantList> rows;
     };
     std::array<Table, PriorTables::Count> tables;
 };
 
-/// What reads the file, and how long it may take.
+/// The program that reads the file, and its time limits.
 struct PriorHelper {
-    QString program; // brennoval-prior beside the program, when it is empty
+    QString program; // if empty, brennoval-prior next to the program
     std::chrono::milliseconds longestSilence = std::chrono::seconds(15);
     std::chrono::milliseconds longestRun = std::chrono::minutes(2);
 };
 
-/// Sets another helper than the program's own. For tests.
+/// Replaces the program's own helper. For tests.
 void SetPriorHelper(const PriorHelper& helper);
 
-/// Reads a file of the earlier program while the windows stay alive, but take no input. Throws DatabaseFault:
-/// with the general error when the file is not there, is damaged or of another kind, or asks for more time or
-/// room than such a file ever needs; the rows then hold the counts of the tables that had been begun. Throws
-/// Fault 6 for a table of more than 32,767 rows.
+/// Reads a file of the earlier program; meanwhile the windows repaint but take no input. Throws DatabaseFault
+/// with the general error if the file is missing, damaged or of a different kind, or needs more time or room
+/// than such a file ever should; the rows then have the counts of the tables started so far. Throws Fault 6
+/// for a table with more than 32,767 rows.
 void ReadPriorFile(const QString& path, PriorRows& rows);

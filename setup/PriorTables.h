@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <span>
 
-/// The tables of the earlier program, and the form in which brennoval-prior writes their rows to its pipe.
+/// The tables of the earlier program, and the format in which brennoval-prior sends their rows.
 namespace PriorTables {
 
-/// What a column holds there.
+/// The type of a column there.
 enum Kind { Number, Text, Date };
 
-/// A column there, and the one of ours that takes its value.
+/// A column there, and the column of ours that receives its value.
 struct Column {
     const char* prior;
     const char* target;
@@ -19,13 +19,14 @@ struct Column {
 };
 
 struct Table {
-    const char* name; // the same here and there
+    const char* name; // the same in both programs
     std::span<const Column> columns;
 };
 
 inline constexpr Column contractor[] = {{"Contractor", "fldName", Text}};
 inline constexpr Column engineer[] = {{"Engineer", "fldName", Text}};
-/// The engineer's default becomes the contractor's, if there is an engineer's: kept as it always was.
+/// The engineer's default gets the contractor's value if there is one for the engineer: kept as it always
+/// was.
 inline constexpr Column user[] = {{"DefaultContractor", "DefaultContractor", Text},
                                   {"DefaultEngineer", "DefaultEngineer", Text},
                                   {"DefaultPSIa", "DefaultPSIa"}};
@@ -65,19 +66,20 @@ inline constexpr std::array<Table, Count> all = {Table{"tblContractor", contract
                                                  {"tblJobHeader", jobHeader},
                                                  {"tblJobData", jobData}};
 
-/// How much the helper writes at most, in bytes; whatever claims to be more is no such file. It always has
-/// room to say so.
+/// The helper's maximum output in bytes; a file that claims more is not genuine. There is always room to
+/// report that.
 inline constexpr std::size_t largestOutput = 64 << 20;
 inline constexpr std::size_t roomForFailure = 4096;
 
-/// What a byte on the pipe announces. Numbers follow in the machine's own form: both ends are one machine.
+/// The bytes that introduce something on the pipe. Numbers are in native format, since both ends are on one
+/// machine.
 enum Mark : char {
-    TableBegins = 'T', // then the table's row count, 32 bits
-    RowBegins = 'R',   // then its values, each with one of the three marks below
+    TableBegins = 'T', // followed by the table's row count, 32 bits
+    RowBegins = 'R',   // followed by its values, each with one of the three marks below
     NullValue = 'N',
-    NumberValue = 'D',    // then a double
-    TextValue = 'S',      // then a length of 32 bits and as many bytes of UTF-8
-    FailureFollows = 'F', // then the fault's number, 32 bits, and its description as a text
+    NumberValue = 'D',    // followed by a double
+    TextValue = 'S',      // followed by a length of 32 bits and as many bytes of UTF-8
+    FailureFollows = 'F', // followed by the fault's number, 32 bits, and its description as a text
     Finished = '.'
 };
 

@@ -13,7 +13,7 @@ using namespace Registry;
 
 namespace {
 
-/// The command of the system's information tool; an empty text on a system without one.
+/// The command for the system's information tool; empty on a system without one.
 QString informationTool() {
     const QString shared = "SOFTWARE\\Microsoft\\Shared Tools";
     QString tool;

@@ -3,7 +3,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmAbout.h"
 
-/// What the program is, its version, and the way to the system's own information.
+/// Describes the program and its version, and opens the system information.
 class frmAbout : public Screen, private Ui::frmAbout {
   public:
     frmAbout();

@@ -23,8 +23,8 @@ namespace {
 
 constexpr qsizetype zipLength = 5;
 
-/// Deletes a file; one that is not there, or is not the installer's to take, changes nothing. Throws Fault 75
-/// when it stays.
+/// Deletes a file, unless it is missing or not one that the installer may name. Throws Fault 75 if it cannot
+/// be deleted.
 void deleteFile(const QString& path) {
     if (!IsInstallersToTake(path))
         return;
@@ -45,8 +45,8 @@ QString askForZip(const QString& above) {
         .trimmed();
 }
 
-/// The ZIP code that the user gives, or HOME or CAN; nothing when he gives none. A bad one is asked for once
-/// more, and then taken as it comes.
+/// The ZIP code that the user enters, or HOME or CAN; nothing if they enter none. After an invalid one it
+/// asks once more and then accepts whatever is entered.
 std::optional<QString> zipFromUser() {
     const QString zip = askForZip({});
     if (zip.isEmpty())
@@ -83,7 +83,7 @@ void frmFirstTime::Load() {
     DeleteFiles("Demo");
 }
 
-/// Deletes the file that the installer names, and the name.
+/// Deletes the file that the installer's ini file names, and the ini file itself.
 void frmFirstTime::DeleteFiles(const QString& kind) {
     trap(".DeleteFiles", [&] {
         const QString ini = kind == "Demo" ? "demosource.ini" : "datasource.ini";
@@ -112,7 +112,7 @@ void frmFirstTime::LookRepInDb(const QString& zip, bool& found) {
         screen->Show(zip, *representative);
 }
 
-/// Shows the representative of a ZIP code, or the empty record for one that leads to none.
+/// Shows the representative for a ZIP code, or an empty record if there is none.
 void frmFirstTime::ShowRepresentative(const QString& zip) {
     auto* screen = dynamic_cast<frmValidateRep*>(Screens::load("frmValidateRep"));
     if (!screen)

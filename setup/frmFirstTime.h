@@ -3,8 +3,8 @@
 #include "core/shell/Screen.h"
 #include "ui_frmFirstTime.h"
 
-/// The getting-started screen: takes over prior data before it shows, offers setup and demonstration, and
-/// asks for the ZIP code. Every way out of it is a Continue.
+/// The getting-started screen: takes over prior data before it is shown, offers setup and demonstration, and
+/// asks for the ZIP code. Every way of leaving it counts as Continue.
 class frmFirstTime : public Screen, private Ui::frmFirstTime {
   public:
     frmFirstTime();

@@ -22,7 +22,7 @@ namespace {
 
 constexpr qsizetype zipLength = 5;
 
-/// Whether a widget takes the focus anew, and not back from another program or a menu.
+/// Whether a widget gets the focus by navigation rather than back from another program or a menu.
 bool entersField(const QFocusEvent& event) {
     return event.gotFocus() && event.reason() != Qt::ActiveWindowFocusReason &&
            event.reason() != Qt::PopupFocusReason && event.reason() != Qt::MenuBarFocusReason;
@@ -104,7 +104,7 @@ void frmUserInput::LookupRepInDb(const QString& source, const QString& zip) {
     if (!found)
         return;
     representative = *found;
-    // Names are stored for labels that take a single & as the mark of a mnemonic.
+    // The stored names have & doubled, for labels that would take a single one as a mnemonic.
     lblRepCompanyNameVal->setText(Shown(found->companyName).replace("&&", "&"));
     lblAddress1Val->setText(Shown(found->address1));
     lblAddress2Val->setText(Shown(found->address2));
@@ -126,12 +126,12 @@ void frmUserInput::GetRepInfo(const QString& sender) {
         TransferRepInfoToUser(zip);
     } else {
         OfferRepresentatives();
-        DeleteDirectory(); // the catalogue's, of all places: kept as it always was
+        DeleteDirectory(); // the catalogue's, oddly: kept as it always was
     }
     Dirty = false;
 }
 
-/// Lists the user's own representatives, one of whom he picks.
+/// Lists the user's own representatives to choose from.
 void frmUserInput::OfferRepresentatives() {
     ListRows rows;
     for (const Representative& own : OwnRepresentatives())
@@ -170,7 +170,7 @@ void frmUserInput::SaveRecord() {
     const auto stored = ReadUserDefaults();
     UserDefaults user = stored.value_or(UserDefaults());
     const QString zip = txtPostalCode->text();
-    if (zip.size() == zipLength) // others, such as CAN, are written with the representative
+    if (zip.size() == zipLength) // others, such as CAN, are stored with the representative
         user.postalCode = zip;
     if (zip.size() == zipLength && !stored)
         user.firstPostalCode = zip;

@@ -4,7 +4,7 @@
 #include "core/store/Representative.h"
 #include "ui_frmUserInput.h"
 
-/// The user's defaults for new jobs, and his representative, who follows from his ZIP code.
+/// The user's defaults for new jobs, and their representative, which follows from the ZIP code.
 class frmUserInput : public Screen, private Ui::frmUserInput {
   public:
     frmUserInput();
@@ -30,9 +30,9 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     void SaveRecord();
     void ChangeRepresentative();
 
-    bool Dirty = false;            // of the ZIP code
-    Representative representative; // whom the screen showed last
-    // The ZIP code when its box got the focus and when it lost it; at first they differ.
+    bool Dirty = false;            // whether the ZIP code has changed
+    Representative representative; // last one shown
+    // The ZIP code when its box got the focus and when it lost it; they start out different.
     QString zipAtFocus = "X";
     QString zipAtLeaving = "Y";
 };

@@ -46,7 +46,7 @@ void frmValidateRep::SetFound(bool found) {
         lblHeader->setText("Your ZIP Code input did not result in a match.");
 }
 
-/// The user has one representative of his own, in the first row.
+/// The user has a single representative, in the first row.
 void frmValidateRep::SaveRepresentative() {
     Representative own;
     for (const Box& entry : boxes())
@@ -73,7 +73,7 @@ void frmValidateRep::Save() {
         SaveRepresentative();
         SavePostalCode();
     }
-    // Kept as it always was: whoever still has no representative of his own loses the directory.
+    // Kept as it always was: a user who still has no representative loses the directory.
     if (OwnRepresentatives().empty())
         DeleteDirectory();
     Dirty = false;

@@ -6,8 +6,8 @@
 
 #include <array>
 
-/// Shows the representative's record, lets the user correct it, and stores it. With the Tag "UserInput" the
-/// user setup comes back after it.
+/// Shows the representative's record, lets the user correct it, and stores it. With the Tag "UserInput" it
+/// then returns to the user setup.
 class frmValidateRep : public Screen, private Ui::frmValidateRep {
   public:
     frmValidateRep();
@@ -15,7 +15,7 @@ class frmValidateRep : public Screen, private Ui::frmValidateRep {
 
     /// Fills the boxes.
     void Show(const QString& zip, const Representative& representative);
-    /// The user only needs to agree with a record that was found; he is told when none was.
+    /// A record that was found only needs confirming; otherwise the screen says that none was.
     void SetFound(bool found);
 
   private:

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes the screens of this folder known.
+/// Registers the screens of this folder.
 void registerShock();

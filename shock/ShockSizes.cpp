@@ -5,7 +5,7 @@
 #include <cmath>
 
 namespace {
-// 22/7 and not pi: the figures of the catalogue are made with it.
+// 22/7 rather than pi: the catalogue's figures are computed with it.
 constexpr double pi = 3.142857142857143;
 constexpr double gallonsInCubicFoot = 7.48;
 } // namespace
@@ -18,7 +18,7 @@ double ShockPressureBand(double shockPressure) {
     for (int top = 100; top <= 180; top += 10)
         if (shockPressure <= top)
             return top;
-    // There is no step to 190; a pressure above 180 up to 190 stays as it is. That is meant.
+    // There is no step to 190: pressures above 180 and up to 190 are left unchanged. This is deliberate.
     return shockPressure > 190 && shockPressure <= 200 ? 200 : shockPressure;
 }
 

@@ -124,7 +124,7 @@ bool frmJobConditionsSHK::CheckStaticPressure() {
     return true;
 }
 
-bool frmJobConditionsSHK::CheckShockPressure() { // its upper limit is tested by Next only
+bool frmJobConditionsSHK::CheckShockPressure() { // only Next checks the upper limit
     if (!ValidateNumeric(ShockPressure, true))
         return false;
     UnmarkField(StaticPressure);
@@ -175,7 +175,7 @@ void frmJobConditionsSHK::GoOn() {
         leaveFor("frmtankselection");
 }
 
-/// False when the user keeps what someone else has changed.
+/// False when the user chose to keep someone else's changes.
 bool frmJobConditionsSHK::SaveRecord(const ShockConditions& conditions, const ShockSizes& sizes) {
     constexpr int decimals = 8;
     TankLine line;

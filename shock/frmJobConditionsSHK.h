@@ -5,7 +5,7 @@
 #include "shock/ShockSizes.h"
 #include "ui_frmJobConditionsSHK.h"
 
-/// The conditions of a shock arrestor tank; its Next computes energies and required sizes.
+/// The conditions of a shock arrestor tank. Its Next computes energies and required sizes.
 class frmJobConditionsSHK : public Screen, private Ui::frmJobConditionsSHK {
   public:
     frmJobConditionsSHK();

@@ -44,14 +44,14 @@ void frmMetricSHK::ShowPipe(const QString& metricIndex) {
                                                   : "= " + pipe);
 }
 
-/// The chooser hands over U.S. keys, also to this pad, and none of them is a metric one: such a text leaves
-/// the pipe of the conditions as it is.
+/// The chooser hands over U.S. keys even to this pad, and none of them is a metric key: such a text leaves
+/// the pipe on the conditions unchanged.
 void frmMetricSHK::Confirm() {
     if (const QString text = txtPipeIndex->text(); !text.isEmpty())
         if (const QString pipe = PipeIndexOf(text); !pipe.isEmpty())
             Screens::handOver(*this, conditions, "PipeIndex", pipe);
     for (const QLineEdit* box :
          {txtFlowRate, txtFlowPressure, txtStaticPressure, txtShockPressure, txtPipeLength})
-        handOver(box, conditions, box->objectName().mid(3)); // the target has the same name without its "txt"
+        handOver(box, conditions, box->objectName().mid(3)); // the target's name is the same without "txt"
     Screens::unload(name());
 }

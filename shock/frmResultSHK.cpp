@@ -6,7 +6,7 @@
 frmResultSHK::frmResultSHK() : FinishedTankScreen("frmResultSHK") {
     setupUi(this);
     prepare();
-    // These two never show here, unlike on the results of the other tanks.
+    // Unlike on the results of the other tanks, these two are never shown here.
     lblMsgFlag->hide();
     lblConsultFactory->hide();
     shows({.model = ModelNo,

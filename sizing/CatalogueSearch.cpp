@@ -5,7 +5,7 @@
 
 namespace {
 
-/// What one search asks of the catalogue for a quantity of tanks.
+/// What one search asks the catalogue about a number of tanks.
 struct Question {
     QString sizeColumn;
     std::function<QString(const QString& quantity)> condition;
@@ -13,7 +13,7 @@ struct Question {
 
 ModelSource sourceOf(const Question& question, const QString& series, Connection& catalogue) {
     return {[&](int quantity) -> std::optional<double> {
-                Recordset smallest; // the series goes in as it stands here, unlike below
+                Recordset smallest; // the series goes in unquoted, unlike below
                 smallest.Open("SELECT Min(" + question.sizeColumn +
                                   ") AS MinAccVol FROM tblModelMaster WHERE " +
                                   question.condition(QString::number(quantity)) +

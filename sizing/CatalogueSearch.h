@@ -4,15 +4,16 @@
 
 #include <QString>
 
-/// The searches of the catalogue for a series. Sizes in gallons; each opens and closes its own connection.
-/// They throw DatabaseFault.
+/// Searches the catalogue for a series. Sizes are in gallons. Each search opens and closes its own
+/// connection. All throw DatabaseFault.
 
-/// Options that reach the required volume and the required acceptance.
+/// Options that meet both the required volume and the required acceptance.
 std::vector<TankOption> FindModels(const QString& series, double requiredVolume, double requiredAcceptance);
 
-/// Options for the replacement of a steel tank: those that reach the volume alone.
+/// Options to replace a steel tank: only the volume has to be met.
 std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume);
 
-/// Options for a shock arrestor tank on a pipe whose bore is given in inches: their joint volume reaches the
-/// required one, and with n tanks side by side the connection of each 0.47 bores over the root of n.
+/// Options for a shock arrestor tank on a pipe whose bore is given in inches. Their total volume meets the
+/// required volume; with n tanks side by side, each connection is at least 0.47 bores divided by the square
+/// root of n.
 std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore);

@@ -5,7 +5,7 @@
 #include <array>
 #include <string_view>
 
-/// The temperatures that a fluid may have in an expansion tank's system.
+/// The temperatures allowed for a fluid in an expansion tank's system.
 struct FluidLimits {
     std::string_view fluid;
     TemperatureLimits limits;

@@ -4,7 +4,7 @@ namespace {
 constexpr int passes = 3;
 constexpr int mostTanks = 6;
 
-/// Adds the models of a size in a quantity; false when the catalogue gives none.
+/// Adds the models of one size in a quantity; false when there are none.
 bool offer(std::vector<TankOption>& options, std::vector<TankOption> models, int quantity) {
     for (TankOption& option : models) {
         option.quantity = quantity;

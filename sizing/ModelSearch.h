@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// A catalogue model offered in a quantity; the volume in gallons, the dimensions in inches.
+/// A catalogue model offered in a quantity; volume in gallons, dimensions in inches.
 struct TankOption {
     int quantity = 0;
     std::string model;
@@ -14,19 +14,20 @@ struct TankOption {
     double length = 0;
 };
 
-/// The two questions that the search asks of the catalogue.
+/// The two queries that the search makes to the catalogue.
 struct ModelSource {
-    /// The smallest size (gal a tank) that meets the requirements with so many tanks, if any model does.
+    /// The smallest size (gallons per tank) that meets the requirements with this many tanks, if there is
+    /// one.
     std::function<std::optional<double>(int quantity)> smallest;
     /// The models of exactly that size, in the catalogue's order.
     std::function<std::vector<TankOption>(double size)> models;
 };
 
-/// Offers the smallest fitting size for up to three quantities. A quantity that only finds the size of the
-/// one before is left out. A size whose rows cannot be found again makes the search try the next quantity,
-/// up to six, without using up one of the three.
+/// Offers the smallest fitting size for up to three quantities. A quantity that yields the same size as the
+/// one before is skipped. If the rows of a size cannot be found again, the search tries the next quantity, up
+/// to six, without using up one of the three.
 std::vector<TankOption> SearchModels(const ModelSource& source);
 
-/// The same for shock arrestor tanks: goes through the quantities up to six and offers each new size; the
-/// third quantity that finds the size of the one before ends the search.
+/// The same for shock arrestor tanks: tries all quantities up to six and offers each new size. The third
+/// quantity that yields the same size as the one before ends the search.
 std::vector<TankOption> SearchShockModels(const ModelSource& source);

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A x t^2 + B x t + C with A and B as mantissa and power of ten, which are multiplied at run time.
+/// A x t^2 + B x t + C, with A and B as mantissa and power of ten, multiplied at run time.
 struct GlycolCorrelation {
     std::string_view fluid;
     double a;

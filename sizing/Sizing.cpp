@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Begins a conversion anew, also when one stands open already.
+/// Starts a new conversion even if one is already open.
 void convertSteelTank() {
     Session::Mode.write(Session::Modes::New);
     Session::JobID.write("");

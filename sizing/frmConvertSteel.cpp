@@ -21,8 +21,8 @@ using namespace StatusBar;
 
 namespace {
 
-/// The user's atmospheric pressure in psia, the standard one for a user without settings. Throws Fault 94
-/// when the settings leave it open: a conversion has no value of its own for that.
+/// The user's atmospheric pressure in psia, or the standard one for a user without settings. Throws Fault 94
+/// when the settings leave it empty: a conversion has no default of its own.
 double defaultPressure() {
     const auto user = ReadUserDefaults();
     if (!user)
@@ -38,12 +38,12 @@ frmConvertSteel::frmConvertSteel() : Screen("frmConvertSteel") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    lblTotSysFluid->setMinimumWidth(lblSOPMin->sizeHint().width()); // the boxes of both groups in one line
+    lblTotSysFluid->setMinimumWidth(lblSOPMin->sizeHint().width()); // align the boxes of both groups
     for (QLineEdit* box : {txtTotSysFluid, txtSOPMin, txtAtmPressure})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
     on(cmdNext, ".cmdNext", [this] { Next(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Screens::unload(name()); });
-    // There is nothing before this screen: Previous does nothing, on purpose.
+    // Nothing comes before this screen: Previous deliberately does nothing.
 }
 
 bool frmConvertSteel::eventFilter(QObject* object, QEvent* event) {
@@ -81,8 +81,8 @@ void frmConvertSteel::Next() {
     const QString jobBefore = Session::JobID.text();
     const QString classBefore = Session::TankClass.text();
     Session::JobID.write(ReservedJob());
-    Session::TankClass.write(AppNameExpansion()); // the frame that the series screen shows
-    const auto putBack = [&] {                    // a save that failed leaves the session as it was
+    Session::TankClass.write(AppNameExpansion()); // the frame shown by the series screen
+    const auto putBack = [&] {                    // a failed save leaves the session as it was
         Session::JobID.write(jobBefore);
         Session::TankClass.write(classBefore);
     };
@@ -95,11 +95,11 @@ void frmConvertSteel::Next() {
     }
     if (!saved)
         return putBack();
-    Session::Mode.write(Session::Modes::Convert); // after the save, to which "New" means a new line
+    Session::Mode.write(Session::Modes::Convert); // after the save, because "New" means a new line to it
     leaveFor("frmTankSeries");
 }
 
-/// False when the user keeps what someone else has changed.
+/// False when the user chose to keep someone else's changes.
 bool frmConvertSteel::SaveRecord() {
     AddReservedJob();
     TankLine line;

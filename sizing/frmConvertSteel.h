@@ -4,8 +4,8 @@
 #include "core/store/TankLine.h"
 #include "ui_frmConvertSteel.h"
 
-/// The plain steel tank that a bladder tank shall replace. The conversions of all users stand under one
-/// reserved job, "CONVERT".
+/// The plain steel tank to be replaced by a bladder tank. All conversions of all users belong to one reserved
+/// job, "CONVERT".
 class frmConvertSteel : public Screen, private Ui::frmConvertSteel {
   public:
     frmConvertSteel();

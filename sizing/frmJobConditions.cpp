@@ -85,7 +85,7 @@ void frmJobConditions::ShowStored(const TankLine& tank) {
                                      {txtSOPMax, tank.sopMax},
                                      {txtTotSysFluid, tank.totSysVolume}})
         box->setText(Shown(value));
-    // A tank line of another application may hold no fluid, or none of these: Water stays.
+    // A tank line of another application may have no fluid, or one that is not in the list: Water stays.
     if (const int fluid = cmboFluidType->findText(Shown(tank.sysFluidType)); fluid >= 0)
         cmboFluidType->setCurrentIndex(fluid);
 }
@@ -107,7 +107,7 @@ void frmJobConditions::AdaptToApplication() {
         break;
     case Application::Thermal:
         if (Session::Mode.text() ==
-            Session::Modes::New) // a new line takes no glycol over from another application
+            Session::Modes::New) // a new line does not inherit glycol from another application
             cmboFluidType->setCurrentText("Water");
         cmboFluidType->setToolTip("");
         cmboFluidType->setEnabled(false);
@@ -124,7 +124,7 @@ void frmJobConditions::AdaptToApplication() {
         break;
     case Application::Shock:
     case Application::Package:
-        return; // they have screens of their own
+        return; // these have screens of their own
     }
     lblHeader->setText(ToQString(info.conditionsHeading));
     lblSysFluidContent->setText(ToQString(info.volumeCaption));
@@ -171,7 +171,7 @@ bool frmJobConditions::CheckFields() {
            ValidateMinMax(txtSOTMax, force.maximumLow, force.maximumHigh);
 }
 
-/// False when the user keeps what someone else has changed.
+/// False when the user chose to keep someone else's changes.
 bool frmJobConditions::SaveRecord() {
     TankLine line;
     line.jobID = lblJobID->text();
@@ -201,7 +201,7 @@ void frmJobConditions::Estimate() {
         return OpenEstimator("frmCalcHydTSF", EstimatorUse::ForConditions);
     case Application::Shock:
     case Application::Package:
-        return; // they have screens of their own
+        return; // these have screens of their own
     }
 }
 
@@ -230,7 +230,7 @@ void frmJobConditions::Cancel() {
     CancelJobInput(lblJobID->text());
     for (const char* opened : {"frmCalcExpTSF", "frmCalcHydTSF", "frmcalcThmTSF", "frmMetric"})
         if (const Screen* pad = Screens::find(opened); pad && !Screens::isOfAnotherJob(*pad, name()))
-            Screens::unload(opened); // with its pipe chooser
+            Screens::unload(opened); // closes its pipe chooser too
     Screens::unload(name());
 }
 

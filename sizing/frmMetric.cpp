@@ -43,14 +43,14 @@ void frmMetric::AdaptToDrawdown() {
     lblSysFluidContent->setText("Drawdown");
 }
 
-/// A box that shows 0 leaves its target as it is, since that is what an empty box becomes when it is left. So
-/// 0 °C cannot be entered here.
+/// A box that shows 0 leaves its target unchanged, because an empty box becomes 0 when it is left. So 0 °C
+/// cannot be entered here.
 bool frmMetric::leavesTarget(const QString& text) const {
     return text.isEmpty() || text == "0";
 }
 
 void frmMetric::Confirm() {
     for (const QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid, txtSOTMin, txtSOTMax})
-        handOver(box, conditions, box->objectName()); // each has the name of its target
+        handOver(box, conditions, box->objectName()); // each has the same name as its target
     Screens::unload(name());
 }

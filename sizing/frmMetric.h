@@ -3,7 +3,7 @@
 #include "estimates/MetricPad.h"
 #include "ui_frmMetric.h"
 
-/// The metric pad of the job conditions, which it writes into from wherever it was opened.
+/// The metric pad of the job conditions. It writes into them no matter where it was opened.
 class frmMetric : public MetricPad, private Ui::frmMetric {
   public:
     frmMetric();

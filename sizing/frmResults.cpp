@@ -18,7 +18,7 @@ frmResults::frmResults() : FinishedTankScreen("frmResults") {
            .preview = bttnPreview,
            .print = bttnPrint,
            .specification = bttnSpecs});
-    chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // it tells, it does not ask
+    chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // display only
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmClassSelect"); });

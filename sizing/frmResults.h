@@ -3,7 +3,7 @@
 #include "documents/submittals/FinishedTankScreen.h"
 #include "ui_frmResults.h"
 
-/// A finished tank line: the model, what was required, the conditions, dimensions and the drawing.
+/// A finished tank line: the model, the requirements, the conditions, the dimensions and the drawing.
 class frmResults : public FinishedTankScreen, private Ui::frmResults {
   public:
     frmResults();

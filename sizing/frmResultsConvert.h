@@ -11,7 +11,7 @@ class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConve
   private:
     void Load() override;
     void Activate() override;
-    void Deactivate() override {} // what the activation switched on stays on; that is meant
+    void Deactivate() override {} // deliberately leaves on what the activation enabled
     void ShowTankLine(const TankLine& tank) override;
     void ShowModel(const Model& model) override;
 };

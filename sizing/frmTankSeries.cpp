@@ -25,8 +25,8 @@ namespace {
 
 enum class DoubleClick { GoesOn, OnlyChooses, IsIgnored };
 
-/// A series: its option button, its code, and the stored code that selects the button again. RCBD differs
-/// between the two, so a stored RCBD is not selected again; that is meant.
+/// A series: its option button, its code, and the stored code that selects the button again. For RCBD the two
+/// codes differ, so a stored RCBD is not selected again; this is deliberate.
 struct Series {
     const char* option;
     const char* code;
@@ -51,18 +51,18 @@ constexpr Series allSeries[] = {
     {"OptJWG", "JWG", "JWG"},
 };
 
-/// The expansion of water from the table; 0 when the maximum temperature is above its last row.
+/// The expansion of water from the table; 0 when the maximum temperature is beyond its last row.
 double waterExpansion(const SystemConditions& conditions) {
     return ReadExpansionFactor(ExpansionColumn(conditions.minimumTemperature), conditions.maximumTemperature);
 }
 
-/// What the tank line asks for.
+/// What the tank line requires.
 struct Line {
     SystemConditions conditions;
     QString fluid;
 };
 
-/// The tank line as it is stored; one that is not there has zeros.
+/// The stored tank line; zeros if there is none.
 Line readLine(const QString& tankID) {
     const TankLine tank = ReadTankLine(tankID).value_or(TankLine());
     return {.conditions = {.minimumTemperature = tank.sotMin.value_or(0),
@@ -81,7 +81,7 @@ double expansionFactor(const Line& line) {
                                 line.conditions.maximumTemperature);
 }
 
-/// The required sizes of a line for an application. Throws Fault 11 when the pressures leave no acceptance.
+/// The required sizes of a line in an application. Throws Fault 11 when the pressures leave no acceptance.
 RequiredSizes sizesOf(const Line& line, Application application, const QString& series) {
     if (Session::Mode.text() == Session::Modes::Convert)
         return ConvertedTankSizes(line.conditions);
@@ -95,7 +95,7 @@ RequiredSizes sizesOf(const Line& line, Application application, const QString& 
         return HydropneumaticTankSizes(line.conditions, acceptance);
     case Application::Shock:
     case Application::Package:
-        break; // they have no series to choose from
+        break; // these have no series to choose from
     }
     throw Fault(Fault::InternalError, "No sizes without a series");
 }
@@ -120,7 +120,7 @@ frmTankSeries::frmTankSeries() : Screen("frmTankSeries") {
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
-/// Arrows choose among the series that show, and the focus stays on the choice.
+/// Arrow keys choose among the visible series and keep the focus on the chosen one.
 bool frmTankSeries::ChooseByArrow(QObject* option, int key) {
     const bool forward = key == Qt::Key_Down || key == Qt::Key_Right;
     if (!forward && key != Qt::Key_Up && key != Qt::Key_Left)
@@ -176,7 +176,7 @@ void frmTankSeries::Load() {
     setProperty("helpContext", SetHelpContext());
 }
 
-/// The series that is stored for the line.
+/// Shows the series stored for the line.
 void frmTankSeries::ShowChanges() {
     asRead = ReadTankLine(lblTankID->text());
     if (asRead && asRead->tankClass)
@@ -201,8 +201,8 @@ void frmTankSeries::Preselect(const QString& stored) {
             control<QAbstractButton>(series.option)->click();
 }
 
-/// False when there is no tank line to size, which the user has been told, or when he keeps what someone else
-/// has changed.
+/// False when there is no tank line to size, which the user has been told, or when the user chose to keep
+/// someone else's changes.
 bool frmTankSeries::StoreSizes() {
     QString tankID;
     if (!Session::TankID.read(tankID)) {
@@ -227,7 +227,7 @@ void frmTankSeries::Next() {
         leaveFor("frmtankselection");
 }
 
-/// A double click chooses and goes on.
+/// A double click chooses and continues.
 void frmTankSeries::goOnWith(QAbstractButton* option) {
     option->click();
     cmdNext->click();

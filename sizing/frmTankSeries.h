@@ -5,7 +5,7 @@
 #include "core/store/TankLine.h"
 #include "ui_frmTankSeries.h"
 
-/// The choice of the series. Its Next computes the required sizes of the tank line.
+/// The choice of the series. Its Next computes the tank line's required sizes.
 class frmTankSeries : public Screen, private Ui::frmTankSeries {
   public:
     frmTankSeries();

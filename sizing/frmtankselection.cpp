@@ -23,7 +23,7 @@ using namespace StatusBar;
 
 namespace {
 
-/// A list line of a quantity of a model, which sort as numbers and by capacity, with further texts.
+/// A list row for a quantity of a model, sorted numerically and by capacity, with additional texts.
 std::unique_ptr<ListRow> RowOf(const TankOption& option, const QStringList& more) {
     auto row = std::make_unique<ListRow>(
         QStringList{QString::number(option.quantity), QString::fromStdString(option.model)} + more);
@@ -79,7 +79,7 @@ void frmtankselection::Load() {
     setTitle(windowTitle() + " " + lblTankID->text());
 }
 
-/// Searches for what the line asks for now.
+/// Searches again with the line's current requirements.
 void frmtankselection::ShowChanges() {
     if (Session::Mode.text() == Session::Modes::Convert)
         FindConvertedTanks();
@@ -113,7 +113,7 @@ void frmtankselection::FindConvertedTanks() {
     });
 }
 
-/// Throws RecordGone without a line.
+/// Throws RecordGone if there is no line.
 frmtankselection::Requirement frmtankselection::ReadRequirement() {
     asRead = ReadTankLine(lblTankID->text());
     if (!asRead)
@@ -185,7 +185,7 @@ ShockConditions frmtankselection::ReadShockConditions() const {
             .atmosphericPressure = tank.atmPressure.value_or(0)};
 }
 
-/// False when the user keeps what someone else has changed.
+/// False when the user chose to keep someone else's changes.
 bool frmtankselection::SaveRecord() {
     const QTreeWidgetItem* chosen = lvOptions->currentItem();
     if (lvOptions->isHidden() || !chosen || chosen->text(0).isEmpty())
@@ -195,7 +195,7 @@ bool frmtankselection::SaveRecord() {
     TankLine line;
     line.qty = chosen->text(0).toInt();
     line.modelNo = chosen->text(1);
-    if (shock) { // the stored figures are those shown, with their one decimal
+    if (shock) { // stores the figures as shown, to one decimal
         line.leakLoad = ToNumber(chosen->text(2).chopped(1)) / 100;
         line.pumpRunTime = ToNumber(chosen->text(3).chopped(4));
     }

@@ -16,7 +16,7 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     bool loadsAfresh() const override { return true; }
 
   private:
-    /// What the tank line asks for, in gallons.
+    /// What the tank line requires, in gallons.
     struct Requirement {
         QString series;
         double volume;
@@ -42,5 +42,5 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     std::optional<TankLine> asRead;
     QString SearchFamily;
     QStringList headings_;
-    bool severalTanks = false; // no single tank fits
+    bool severalTanks = false; // no single tank is enough
 };

@@ -2,7 +2,7 @@
 #include "core/store/Schema.h"
 #include "tests/support/TemporaryHome.h"
 
-#ifdef DRIVES_THE_PROGRAM // whose events go through its own application object
+#ifdef DRIVES_THE_PROGRAM // events go through the program's own application object
 #include "core/shell/DesktopApplication.h"
 using TestApplication = DesktopApplication;
 #else
@@ -16,7 +16,7 @@ using TestApplication = QApplication;
 
 namespace {
 
-/// Brings user data up to the program's version and tells when it begins, for the test that kills it.
+/// Upgrades user data to the program's version and reports when it begins, for the test that kills it.
 int upgradeData(const QString& sessionFolder) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, sessionFolder);
     Connection user = Gateway::openDatabase("User");
@@ -34,6 +34,6 @@ int main(int argc, char** argv) {
     const TestApplication application(argc, argv);
     if (argc == 3 && QLatin1String(argv[1]) == QLatin1String("--upgrade-data"))
         return upgradeData(QString::fromUtf8(argv[2]));
-    const TemporaryHome home; // no test sees the user's own settings or data
+    const TemporaryHome home; // keeps every test away from the user's own settings and data
     return RUN_ALL_TESTS();
 }

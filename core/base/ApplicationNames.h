@@ -3,7 +3,7 @@
 #include "core/base/Applications.h"
 #include "core/base/Text.h"
 
-/// The display names of the applications, as the session holds them.
+/// Display names of the applications, as the session stores them.
 namespace ApplicationNames {
 
 inline QString AppName(Application application) {

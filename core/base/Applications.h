@@ -4,11 +4,11 @@
 #include <optional>
 #include <string_view>
 
-/// What a tank is for. Code that must treat each differently is a switch without a default, so that the
-/// compiler finds what a sixth application would miss.
+/// What a tank is used for. Code that treats each one differently uses a switch without a default, so that
+/// the compiler flags whatever a sixth application would miss.
 enum class Application { Expansion, Thermal, Hydropneumatic, Shock, Package };
 
-/// Temperatures in °F that may be entered.
+/// Permitted temperature entries in °F.
 struct TemperatureLimits {
     double minimumLow;
     double minimumHigh;
@@ -16,18 +16,19 @@ struct TemperatureLimits {
     double maximumHigh;
 };
 
-/// What sets the applications apart, in one row each.
+/// The differences between the applications, one row each.
 struct ApplicationInfo {
     Application application;
     std::string_view name; // as the session and the screens show it
-    std::string_view code; // in the catalogue
+    std::string_view code; // as the catalogue stores it
     int helpContext;
     std::string_view conditionsScreen;
     std::string_view resultsScreen;
-    std::string_view conditionsHeading; // of the conditions screen; empty where it has a screen of its own
-    std::string_view volumeCaption;     // of the volume that the user enters
-    std::string_view resultCaption;     // of the same volume among the results
-    /// Where the application sets them: those of expansion tanks are their fluid's.
+    std::string_view
+        conditionsHeading;          // heading of the conditions screen; empty if it has a screen of its own
+    std::string_view volumeCaption; // label of the volume entry
+    std::string_view resultCaption; // label of the same volume in the results
+    /// Absent for expansion tanks, whose limits come from the fluid.
     std::optional<TemperatureLimits> limits = std::nullopt;
 };
 
@@ -47,7 +48,7 @@ inline constexpr std::array<ApplicationInfo, 5> allApplications = {{
 
 /// The row of an application.
 const ApplicationInfo& InfoOf(Application application);
-/// The application of a display name such as "Expansion Tank", exact in case; nothing for another text.
+/// The application with a display name such as "Expansion Tank" (case-sensitive); nothing for other text.
 std::optional<Application> ApplicationNamed(std::string_view name);
-/// The application of a catalogue code such as "EXP"; nothing for another text.
+/// The application with a catalogue code such as "EXP"; nothing for other text.
 std::optional<Application> ApplicationCoded(std::string_view code);

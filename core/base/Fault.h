@@ -7,19 +7,18 @@
 #include <string>
 #include <utility>
 
-/// A run-time failure with the number and description that the error report shows.
+/// A run-time failure with the number and description shown in the error report.
 class Fault : public std::runtime_error {
   public:
     Fault(std::int32_t number, const std::string& description, std::string source = "Brennoval")
         : std::runtime_error(description), faultNumber(number), faultSource(std::move(source)) {}
 
     std::int32_t number() const { return faultNumber; }
-    /// The object that raised the failure; a database failure names its connection here.
+    /// What raised the failure; a database failure gives its connection here.
     const std::string& source() const { return faultSource; }
-    /// The routine in which it happened, such as "GetNextNumber"; an empty text when none has put its name to
-    /// it.
+    /// The routine that failed, such as "GetNextNumber"; empty if none has added its name.
     const std::string& routine() const { return routineName; }
-    /// Puts the name of a routine to the failure. The innermost routine's name stays.
+    /// Adds a routine's name to the failure. The innermost name wins.
     void happenedIn(const std::string& routine) {
         if (routineName.empty())
             routineName = routine;
@@ -44,8 +43,8 @@ class Fault : public std::runtime_error {
     std::string routineName;
 };
 
-/// A failure of the data layer. The numbers are those of the provider that the program grew up with,
-/// as its users and its support know them.
+/// A failure of the data layer. The numbers are those of the program's original data provider, because users
+/// and support know them.
 class DatabaseFault : public Fault {
   public:
     using Fault::Fault;
@@ -61,32 +60,32 @@ class DatabaseFault : public Fault {
     static constexpr std::int32_t InvalidConnection = 3709;
 };
 
-/// The database folder holds no such file, or cannot be seen. The user is asked for the folder.
+/// The database folder does not hold the file, or cannot be reached. The user is asked for the folder.
 class NoDatabaseFile : public DatabaseFault {
   public:
     using DatabaseFault::DatabaseFault;
 };
 
-/// Another program, or another copy of this one, works on the data just now.
+/// Another program, or another instance of this one, is using the data right now.
 class DataLocked : public DatabaseFault {
   public:
     using DatabaseFault::DatabaseFault;
 };
 
-/// The record that a save is for has been deleted elsewhere. The description is what the user is told.
+/// The record to be saved has been deleted elsewhere. The description is the message for the user.
 class RecordGone : public DatabaseFault {
   public:
     explicit RecordGone(const std::string& description) : DatabaseFault(NoCurrentRecord, description) {}
 };
 
-/// Someone else has changed what a save would write over. The description is the question to the user.
+/// Someone else has changed what a save would overwrite. The description is the question to the user.
 class RecordChanged : public DatabaseFault {
   public:
     explicit RecordChanged(const std::string& question) : DatabaseFault(Unspecified, question) {}
 };
 
-/// Runs a routine of the program. A failure that leaves it carries the routine's name, for the error report.
-/// Throws Fault; other exceptions become one.
+/// Runs a routine and adds its name to any failure that leaves it, for the error report. Throws Fault;
+/// converts other exceptions to Fault.
 template<typename Body>
 auto Named(const std::string& routine, Body&& body) -> decltype(body()) {
     try {

@@ -11,9 +11,9 @@ namespace {
 struct Pattern {
     std::string before;
     std::string after;
-    std::size_t wholeDigits = 0;   // digits that always show before the point
-    std::size_t fixedDecimals = 0; // decimals that always show
-    std::size_t decimals = 0;      // decimals that may show
+    std::size_t wholeDigits = 0;   // digits always shown before the point
+    std::size_t fixedDecimals = 0; // decimals always shown
+    std::size_t decimals = 0;      // decimals shown at most
     bool thousands = false;
     bool percent = false;
 };
@@ -50,7 +50,7 @@ Pattern parsed(std::string_view text) {
     return pattern;
 }
 
-/// A positive number as decimal digits with the point behind the first `point` of them.
+/// A positive number as decimal digits, with the point after the first `point` of them.
 struct Decimal {
     std::string digits;
     int point = 0;
@@ -71,7 +71,7 @@ Decimal decimalOf(double value) {
     return decimal;
 }
 
-/// Cuts the digits behind the given number of decimals, halves away from zero.
+/// Cuts the digits to the given number of decimals; halves round away from zero.
 void roundTo(Decimal& number, std::size_t decimals) {
     const int keep = number.point + static_cast<int>(decimals);
     if (keep < 0) {

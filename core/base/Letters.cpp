@@ -11,7 +11,7 @@ char32_t folded(char32_t code) {
     return QChar::toCaseFolded(code);
 }
 
-/// Takes the first character off a text, without its case.
+/// Removes the first character of a text and returns it case-folded.
 char32_t takeFolded(std::string_view& text) {
     const Letter letter = FirstLetter(text);
     text.remove_prefix(letter.bytes);
@@ -29,7 +29,7 @@ Letter FirstLetter(std::string_view text) {
                                : lead >= 0xE0 && lead < 0xF0 ? 3
                                : lead >= 0xC2 && lead < 0xE0 ? 2
                                                              : 1;
-    constexpr char32_t strayByte = 0x110000; // behind all characters
+    constexpr char32_t strayByte = 0x110000; // sorts after every character
     if (length == 1 || length > text.size())
         return {strayByte + lead, 1};
     char32_t code = lead & (0xFFU >> (length + 1));
@@ -52,8 +52,8 @@ int CompareLetters(std::string_view one, std::string_view other) {
 }
 
 bool HasForm(std::string_view text, std::string_view pattern, std::optional<char32_t> escape) {
-    // The last % that was met, and where the text may go on behind it: an earlier % never needs another try.
-    std::optional<std::string_view> behindAny;
+    // The last % seen, and where matching resumes in the text; no earlier % ever needs a retry.
+    std::optional<std::string_view> afterPercent;
     std::string_view retry;
     while (true) {
         if (pattern.empty() && text.empty())
@@ -66,7 +66,7 @@ bool HasForm(std::string_view text, std::string_view pattern, std::optional<char
                 pattern.remove_prefix(1);
                 if (pattern.empty())
                     return true;
-                behindAny = pattern;
+                afterPercent = pattern;
                 retry = text;
                 continue;
             }
@@ -82,10 +82,10 @@ bool HasForm(std::string_view text, std::string_view pattern, std::optional<char
         }
         if (fits)
             continue;
-        if (!behindAny || retry.empty())
+        if (!afterPercent || retry.empty())
             return false;
         takeFolded(retry);
         text = retry;
-        pattern = *behindAny;
+        pattern = *afterPercent;
     }
 }

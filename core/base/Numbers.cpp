@@ -24,8 +24,8 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-/// Takes the integer part off the front of text, without its separators; nothing when a group is not of
-/// three digits.
+/// Removes the integer part from the front of a text and returns it without separators; nothing if a group
+/// does not have three digits.
 std::optional<std::string> takeIntegerPart(std::string_view& text) {
     std::string digits;
     std::size_t group = 0;
@@ -98,7 +98,7 @@ std::optional<double> ParseNumber(std::string_view text) {
     double value = 0;
     const auto result = std::from_chars(begin, end, value);
     if (result.ec == std::errc::result_out_of_range && plain.find("e-") != std::string::npos)
-        return 0.0; // too small for a double: as good as zero
+        return 0.0; // below the smallest double, so as good as zero
     if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
         return std::nullopt;
     return value;
@@ -125,7 +125,7 @@ std::string NumberText(double value) {
     }
     const auto e = text.find('e');
     if (e == std::string_view::npos)
-        return sign + std::string(text); // not a finite number
+        return sign + std::string(text); // infinity or not a number
     std::string digits(1, text[0]);
     if (e > 1)
         digits += text.substr(2, e - 2);

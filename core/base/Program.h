@@ -6,13 +6,13 @@ namespace Program {
 
 /// "1.0", the program's major and minor version.
 QString ProgramVersion();
-/// "1.0.0", with the revision.
+/// "1.0.0", including the revision.
 QString FullProgramVersion();
-/// The program's folder, where the drawings are.
+/// The program's folder, which holds the drawings.
 QString ProgramFolder();
 
-/// Takes folders for the user's files out of the environment when they are relative: they count as unset, as
-/// the convention for them says, wherever the program is started. Comes ahead of everything that asks for a
+/// Removes relative paths to the user's folders from the environment. The convention says that they count as
+/// unset, and they must not depend on where the program is started. Must run before anything looks up a
 /// folder.
 void IgnoreRelativeFolders();
 

@@ -11,8 +11,8 @@ namespace Appearance {
 
 namespace {
 
-/// The colours of one scheme. Texts stand out at least 4.5 to 1 from what is behind them, borders and marks 3
-/// to 1.
+/// The colours of one scheme. Text has a contrast of at least 4.5 to 1 with its background, borders and marks
+/// 3 to 1.
 struct Colors {
     QColor text, faint, accent, window, base, alternate, button, frame;
 };
@@ -55,7 +55,7 @@ void apply(Scheme scheme) {
     palette.setColor(QPalette::Highlight, colors.accent);
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, colors.accent);
-    QApplication::setStyle(new FlatStyle); // the application owns its style
+    QApplication::setStyle(new FlatStyle); // the application takes ownership
     QApplication::setPalette(palette);
     QApplication::setWindowIcon(programIcon(colors.accent));
 }
@@ -70,7 +70,7 @@ QPixmap splashPicture(const QSize& size, qreal pixelRatio) {
     const QColor accent = palette.color(QPalette::Highlight);
     const QRectF place(QPointF(0, 0), QSizeF(size));
     const double floor = place.height() * .86;
-    // Water in the building's line, from left to right behind the tank.
+    // Water in the building's pipe, from left to right behind the tank.
     QColor water = accent;
     water.setAlphaF(.18F);
     QPainterPath line(QPointF(0, floor - 34));

@@ -23,12 +23,12 @@ QColor blend(const QColor& a, const QColor& b, qreal share) {
                             float(a.blueF() * (1 - share) + b.blueF() * share));
 }
 
-/// Lines that only part things.
+/// For lines that only separate.
 QColor lineColor(const QPalette& palette) {
     return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), .22);
 }
 
-/// Borders that tell where something can be entered or pressed.
+/// For borders of whatever can be edited or pressed.
 QColor borderColor(const QPalette& palette) {
     return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), .52);
 }
@@ -48,7 +48,7 @@ void roundedBox(QPainter& painter, const QRect& rect, const QBrush& fill, const 
     painter.restore();
 }
 
-/// The face of a push button: filled with the accent when it is the one that Return presses.
+/// The face of a push button; the default button, which Return presses, is filled with the accent colour.
 void buttonFace(const QStyleOption& option, QPainter& painter) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     const bool enabled = option.state & QStyle::State_Enabled;
@@ -64,7 +64,7 @@ void buttonFace(const QStyleOption& option, QPainter& painter) {
         fill = blend(fill, main ? QColor(Qt::black) : accent, down ? .22 : .1);
     const bool focused = option.state & QStyle::State_HasFocus;
     roundedBox(painter, option.rect, fill, main || focused ? accent : borderColor(palette));
-    if (focused && enabled) // a second line inside tells the focus, also on the accent
+    if (focused && enabled) // a second inner line marks the focus even on the accent colour
         roundedBox(painter, option.rect.adjusted(2, 2, -2, -2), Qt::NoBrush,
                    main ? QColor(Qt::white) : accent);
 }
@@ -164,9 +164,9 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
-    case PM_FocusFrameHMargin: // also the room beside a text in a list: there the same as in the headings
+    case PM_FocusFrameHMargin: // also the margin of list items, which must line up with the headings
         return dynamic_cast<const QFocusFrame*>(widget) ? 0 : 3;
-    case PM_FocusFrameVMargin: // a picture has its focus ring on itself, where nothing cuts it
+    case PM_FocusFrameVMargin: // a picture draws its focus ring inside itself, where nothing clips it
         return dynamic_cast<const QFocusFrame*>(widget) ? 0
                                                         : QProxyStyle::pixelMetric(metric, option, widget);
     default:
@@ -177,11 +177,11 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* data) const {
     switch (hint) {
-    case SH_UnderlineShortcut: // a key that works must show
+    case SH_UnderlineShortcut: // a mnemonic that works must be visible
     case SH_TitleBar_NoBorder:
     case SH_FocusFrame_AboveWidget:
         return 1;
-    case SH_ItemView_ActivateItemOnSingleClick: // a list row opens on a double click, on every desktop
+    case SH_ItemView_ActivateItemOnSingleClick: // list rows open on a double click on every desktop
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
@@ -231,7 +231,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_IndicatorCheckBox:
         indicator(*option, *painter, element == PE_IndicatorRadioButton);
         return;
-    case PE_FrameGroupBox: { // the title stands above the frame
+    case PE_FrameGroupBox: { // the title goes above the frame
         const auto* group = dynamic_cast<const QGroupBox*>(widget);
         const int title = group && !group->title().isEmpty() ? option->fontMetrics.height() + 4 : 0;
         roundedBox(*painter, option->rect.adjusted(0, title, 0, 0),
@@ -270,7 +270,7 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             return;
         }
         break;
-    case CE_FocusFrame: // around a picture that can be pressed
+    case CE_FocusFrame: // around a clickable picture
         roundedBox(*painter, option->rect, Qt::NoBrush, accentColor(option->palette));
         return;
     case CE_ToolBar:
@@ -376,7 +376,7 @@ QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* optio
 
 QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
-    if (control == CC_GroupBox && part == SC_GroupBoxLabel) { // room for the heavier title
+    if (control == CC_GroupBox && part == SC_GroupBoxLabel) { // room for the bolder title
         const QRect label = QProxyStyle::subControlRect(control, option, part, widget);
         return label.adjusted(0, 0, label.width() / 4, 0);
     }

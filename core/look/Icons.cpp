@@ -26,7 +26,7 @@ QByteArray drawingOf(const QString& name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// An icon of the set that is drawn when it is first shown, in the colours that the palette has then.
+/// An icon of the set, drawn when first shown, in the palette's colours at that moment.
 class SetIcon : public QIconEngine {
   public:
     explicit SetIcon(QString iconName) : name(std::move(iconName)) {}
@@ -48,7 +48,7 @@ class SetIcon : public QIconEngine {
         return drawn;
     }
 
-    QIconEngine* clone() const override { return new SetIcon(name); } // the icon owns it
+    QIconEngine* clone() const override { return new SetIcon(name); } // the icon takes ownership
 
   private:
     QString name;
@@ -64,7 +64,7 @@ QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio) {
 }
 
 QIcon icon(const QString& name) {
-    return QIcon(new SetIcon(name)); // the icon owns its engine
+    return QIcon(new SetIcon(name)); // the icon takes ownership of the engine
 }
 
 } // namespace Appearance

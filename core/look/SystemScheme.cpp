@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What the palette of the platform tells before the program's own replaces it.
+/// The scheme that the platform's palette suggests, before the program replaces that palette.
 Appearance::Scheme schemeOfPalette() {
     const QPalette palette = QApplication::palette();
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness()
@@ -40,7 +40,7 @@ std::optional<Appearance::Scheme> schemeOfPlatform() {
 const QString portalGroup = QStringLiteral("org.freedesktop.appearance");
 const QString portalKey = QStringLiteral("color-scheme");
 
-/// The desktop portal's number: 1 for dark, 2 for light, 0 for no wish.
+/// The desktop portal's number: 1 for dark, 2 for light, 0 for no preference.
 std::optional<Appearance::Scheme> schemeOfNumber(const QVariant& value) {
     switch (value.toUInt()) {
     case 1:
@@ -52,14 +52,14 @@ std::optional<Appearance::Scheme> schemeOfNumber(const QVariant& value) {
     }
 }
 
-/// Asks the desktop portal, which answers at once or not at all.
+/// Asks the desktop portal, which replies at once or not at all.
 std::optional<Appearance::Scheme> schemeOfPortal() {
     QDBusMessage question = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
     question.setArguments({portalGroup, portalKey});
-    constexpr int longestWait = 300; // milliseconds
-    const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, longestWait);
+    constexpr int maxWait = 300; // milliseconds
+    const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, maxWait);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty())
         return std::nullopt;
     QVariant value = answer.arguments().first();

@@ -6,7 +6,7 @@
 
 class QDBusVariant;
 
-/// Gives the program the light or the dark look of the desktop, now and whenever the user changes it.
+/// Follows the desktop's light or dark look, now and whenever the user changes it.
 class SystemScheme : public QObject {
     Q_OBJECT
   public:

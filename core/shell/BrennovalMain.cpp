@@ -29,7 +29,7 @@
 
 namespace {
 
-/// One entry of the menu tree; the depth is the number of menus above it.
+/// One entry of the menu tree; depth is the number of menus above it.
 struct MenuEntry {
     int depth;
     const char* name;
@@ -147,16 +147,16 @@ void savePosition(const QWidget& window) {
 void exitProgram() {
     const QStringList names = Screens::loaded();
     for (auto name = names.crbegin(); name != names.crend(); ++name)
-        if (Screens::close(*name) == Screens::Closing::Failed) // a refusal alone does not stop the exit
+        if (Screens::close(*name) == Screens::Closing::Failed) // a refusal does not stop the exit
             return;
     const BrennovalMain& window = *BrennovalMain::instance();
     if (!window.isMinimized())
         savePosition(window);
-    QApplication::exit(0); // not quit, which would ask the screens once more and stop at a refusal
+    QApplication::exit(0); // not quit(), which would ask the screens again and stop at a refusal
 }
 
-/// The area of the screens, with the program's mark quietly in its middle, or with a background of its own
-/// while no screen stands in it.
+/// The area for the screens. With no screen in it, it shows a background of its own, or else the program's
+/// mark, faint and centred.
 class FrameArea : public QMdiArea {
   public:
     using QMdiArea::QMdiArea;
@@ -174,7 +174,7 @@ class FrameArea : public QMdiArea {
         background->hide();
         background->show();
     }
-    /// A screen that gives way to the next leaves no gap for the background to show in.
+    /// While one screen replaces another the background must not flash up in between.
     void showBackground() {
         if (Screens::anyVisible())
             background->hide();
@@ -230,7 +230,7 @@ void BrennovalMain::setStartWork(const std::function<void()>& work) {
 }
 
 void BrennovalMain::beginStartWork() {
-    constexpr int idle = 250; // milliseconds, in which the window and the start page have painted themselves
+    constexpr int idle = 250; // milliseconds, enough for the window and the start page to paint
     QTimer::singleShot(idle, this, [] { Faults::Trap("BrennovalMain.StartWork", startWork()); });
 }
 
@@ -254,8 +254,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
-    mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder); // a closed pad gives way to its opener
-    setContextMenuPolicy(Qt::NoContextMenu);                       // it would hide the toolbar
+    mdiArea->setActivationOrder(
+        QMdiArea::ActivationHistoryOrder);   // closing a pad returns to the screen that opened it
+    setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
     setCentralWidget(mdiArea);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
@@ -273,7 +274,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     }
     setWindowTitle("Ordwick Company Brennoval Version " + Program::ProgramVersion());
     StatusBar::SetStatusBarText();
-    // Smaller displays get what they have, less the frame that the desktop puts around it.
+    // On smaller displays use what is available, minus the desktop's window frame.
     const QSize frame(8, 40);
     resize(QSize(1180, 800).boundedTo(screen()->availableSize() - frame));
     qApp->installEventFilter(this);
@@ -311,7 +312,7 @@ void BrennovalMain::buildMenus() {
         action->setProperty("helpContext", entry.helpContext);
         Commands::addAction(name, action);
     }
-    // The key by which desktops close a window inside another one.
+    // Desktops close an inner window with this key.
     Commands::action("mnuClose")->setShortcuts({QKeySequence("Ctrl+M"), QKeySequence("Ctrl+F4")});
     for (const char* later : {"mnuPrint", "mnuPrintPreview", "mnuExport", "mnuUndo"})
         Commands::setEnabled(later, false);
@@ -339,7 +340,7 @@ void BrennovalMain::showWindowList() {
             windowMenu->addAction(QString(number < 10 ? "&%1 %2" : "%1 %2").arg(number).arg(title));
         action->setCheckable(true);
         action->setChecked(window == mdiArea->currentSubWindow());
-        connect(action, &QAction::triggered, window, [window] { // also back from a minimised frame
+        connect(action, &QAction::triggered, window, [window] { // also restores a minimised frame
             if (const auto* screen = dynamic_cast<Screen*>(window->widget()))
                 Screens::show(screen->name());
         });
@@ -409,7 +410,8 @@ void BrennovalMain::toggleKey(int key) {
 }
 
 bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::KeyRelease && object->isWindowType()) // once a stroke, not once a receiver
+    if (event->type() == QEvent::KeyRelease &&
+        object->isWindowType()) // once per keystroke, not once per receiver
         toggleKey(static_cast<QKeyEvent*>(event)->key());
     return QMainWindow::eventFilter(object, event);
 }
@@ -420,14 +422,14 @@ QAction* BrennovalMain::toolCommand(const QString& key) const {
 void BrennovalMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         mdiArea->setBackground(palette().brush(QPalette::Mid));
-    // The user comes back from another program, which may be another copy of this one.
+    // The user returns from another program, possibly another instance of this one.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         Faults::Trap("BrennovalMain.Activate", Screens::freshenActive);
     QMainWindow::changeEvent(event);
 }
 
 void BrennovalMain::closeEvent(QCloseEvent* event) {
-    const Session::Task front = Session::taskAtWork(); // with which the next start begins
+    const Session::Task front = Session::taskAtWork(); // the next start resumes it
     const QStringList names = Screens::loaded();
     for (auto name = names.crbegin(); name != names.crend(); ++name)
         if (!Screens::unload(*name)) {

@@ -10,29 +10,29 @@
 class QAction;
 class QLabel;
 
-/// The frame of the program: menu, toolbar, status bar and the area in which the screens stand.
+/// The program's main window: menu, toolbar, status bar and the area for the screens.
 class BrennovalMain : public QMainWindow {
   public:
     BrennovalMain();
     ~BrennovalMain() override;
 
-    /// The one main window, or null before it is loaded.
+    /// The only main window; null before it is loaded.
     static BrennovalMain* instance();
 
-    /// Makes what the area shows while no screen stands in it.
+    /// Creates the widget that the area shows when it has no screen.
     using Background = std::function<QWidget*(QWidget* area)>;
     static void setBackground(const Background& maker);
 
-    /// Sets what is to be done after the start, once the window stands and nothing else is waiting.
+    /// Sets the work to do after the start, once the window is up and idle.
     static void setStartWork(const std::function<void()>& work);
-    /// Does it as soon as nothing else is waiting.
+    /// Does that work as soon as nothing else is waiting.
     void beginStartWork();
 
-    /// Shows anew what the area shows while no screen stands in it.
+    /// Refreshes the widget that the area shows when it has no screen.
     void refreshBackground();
 
     QMdiArea* area() const { return mdiArea; }
-    /// A button of the toolbar by its key, as the command that it runs.
+    /// The command behind a toolbar button, by the button's key.
     QAction* toolCommand(const QString& key) const;
 
   protected:

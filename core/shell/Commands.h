@@ -6,7 +6,7 @@
 
 class QAction;
 
-/// The menu commands by their names, such as "mnuNewJob". Each subsystem gives its own handlers; a command
+/// The menu commands by name, such as "mnuNewJob". Each subsystem registers its own handlers; a command
 /// without one is disabled.
 namespace Commands {
 
@@ -14,11 +14,11 @@ void set(const QString& name, const std::function<void()>& handler);
 /// The handler, or an empty function.
 std::function<void()> handlerOf(const QString& name);
 
-/// Tells of the main window's action for a command.
+/// Registers the main window's action for a command.
 void addAction(const QString& name, QAction* action);
-/// Null when the main window does not stand.
+/// Null while there is no main window.
 QAction* action(const QString& name);
-/// What the screens do with the commands that belong to them.
+/// For screens that control their own commands.
 void setEnabled(const QString& name, bool enabled);
 void setVisible(const QString& name, bool visible);
 

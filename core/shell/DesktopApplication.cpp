@@ -13,8 +13,7 @@
 
 namespace {
 
-/// The widget that an event goes to; null for what is none. The web engine's own objects know no
-/// dynamic_cast.
+/// The receiver as a widget; null if it is not one. dynamic_cast fails on the web engine's own objects.
 QWidget* widgetOf(QObject* receiver) {
     return receiver->isWidgetType() ? static_cast<QWidget*>(receiver) : nullptr;
 }
@@ -26,7 +25,7 @@ Screen* screenOf(QWidget* widget) {
     return nullptr;
 }
 
-/// The widget that a mouse press would give the focus to.
+/// The widget that a mouse press would focus.
 QWidget* clickFocusTarget(QWidget* widget) {
     while (widget && !(widget->isEnabled() && (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus)) {
         if (widget->isWindow() || dynamic_cast<Screen*>(widget))
@@ -36,8 +35,8 @@ QWidget* clickFocusTarget(QWidget* widget) {
     return widget;
 }
 
-/// Whether an event is about to take the focus, or the user, away from a field of a screen. Menu commands,
-/// the main window's toolbar and Cancel buttons may do so unchecked.
+/// Whether an event is about to move the focus, or the user, away from a field of a screen. Menu commands,
+/// the main window's toolbar and Cancel buttons may do so without a check.
 bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseButtonPress: {
@@ -50,7 +49,7 @@ bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* eve
         return receiver == focus && (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) &&
                !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     }
-    case QEvent::Shortcut: { // a mnemonic of the screen's own
+    case QEvent::Shortcut: { // one of the screen's own mnemonics
         QWidget* widget = widgetOf(receiver);
         return widget && screenOf(widget) == &screen && !screen.leavesUnchecked(widget);
     }
@@ -59,7 +58,7 @@ bool leaves(const Screen& screen, QWidget* focus, QObject* receiver, QEvent* eve
     }
 }
 
-/// Whether a shortcut of the menu is a key that a text box knows: cut, select all and undo.
+/// Whether a menu shortcut is also a text box key: cut, select all and undo.
 bool belongsToText(QObject* receiver, const QKeyEvent& key) {
     QWidget* widget = widgetOf(receiver);
     const bool known = key.matches(QKeySequence::Cut) || key.matches(QKeySequence::SelectAll) ||
@@ -73,8 +72,8 @@ bool isPressingKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
 }
 
-/// F1, at whatever has the focus; a message box wants its answer first.
-bool asksForHelp(QObject* receiver, QEvent& event) {
+/// Whether this is F1. A message box takes precedence: it has to be answered first.
+bool isHelpKey(QObject* receiver, QEvent& event) {
     if (event.type() != QEvent::KeyPress || !widgetOf(receiver) || QApplication::activeModalWidget())
         return false;
     const auto& key = static_cast<QKeyEvent&>(event);
@@ -122,7 +121,7 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
-    if (asksForHelp(receiver, *event)) {
+    if (isHelpKey(receiver, *event)) {
         Faults::Trap("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
         event->accept();
         return true;

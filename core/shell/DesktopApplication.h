@@ -5,17 +5,17 @@
 #include <QApplication>
 #include <QPointer>
 
-/// The application object. It sees every event first: before the focus leaves a field by mouse, Tab or
-/// shortcut it runs the field's check, and drops the event when the check fails (Qt's own focus events come
-/// too late for a veto); and it keeps the second press of a double click, and a key that is held, off the
-/// screens that came up meanwhile.
+/// The application object. It sees every event first. Before the focus leaves a field by mouse, Tab or
+/// shortcut it runs the field's check and drops the event if that fails; Qt's own focus events come too late
+/// for a veto. It also keeps the second press of a double click, and an auto-repeating key, away from a
+/// screen that has opened in the meantime.
 class DesktopApplication : public QApplication {
   public:
     using QApplication::QApplication;
     bool notify(QObject* receiver, QEvent* event) override;
 
   private:
-    /// Whether an event goes on with what began on another screen.
+    /// Whether an event continues something that began on another screen.
     bool strays(QObject* receiver, QEvent* event);
 
     struct Beginning {

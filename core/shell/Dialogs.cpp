@@ -13,7 +13,7 @@ std::unique_ptr<Dialogs>& installed() {
     return dialogs;
 }
 
-/// The default pointer while a dialog waits for the user, whatever hourglass is up.
+/// Shows the default pointer while a dialog waits for the user, even during an hourglass.
 class DefaultPointer {
   public:
     DefaultPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }

@@ -10,7 +10,7 @@
 class QPrinter;
 class QUrl;
 
-/// What a message box shows.
+/// The contents of a message box.
 struct Message {
     QString text;
     QString title;
@@ -19,33 +19,32 @@ struct Message {
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
 };
 
-/// The one seam to everything that waits for the user outside the screens. Tests and scenarios install
+/// The one interface to everything outside the screens that waits for the user. Tests and scenarios install
 /// their own.
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
     virtual QMessageBox::StandardButton show(const Message& message);
-    /// A file name to open, or an empty text when the user cancels. Without a title the system gives its own.
+    /// A file name to open; empty if the user cancels. Without a title the system uses its own.
     virtual QString openFile(const QString& filter, const QString& suggestedName, const QString& title = {});
-    /// A file name to save under, or an empty text when the user cancels. The dialog begins in the folder of
-    /// the user's documents with a name, which may be empty; a name without an ending gets that of the
-    /// filter.
+    /// A file name to save to; empty if the user cancels. The dialog starts in the user's documents folder
+    /// with the suggested name, which may be empty; a name without an extension gets the filter's.
     virtual QString saveFile(const QString& filter, const QString& suggestedName);
-    /// A text that the user types, or an empty one when he cancels.
+    /// A text typed by the user; empty if they cancel.
     virtual QString input(const QString& title, const QString& prompt);
-    /// Shows the printer dialog; false when the user cancels.
+    /// Shows the printer dialog; false if the user cancels.
     virtual bool printer(QPrinter& printer);
-    /// Puts a text on the clipboard; an empty one clears it.
+    /// Copies a text to the clipboard; an empty text clears it.
     virtual void copy(const QString& text);
     virtual void beep();
-    /// Starts a program by its command line; false when that cannot be done.
+    /// Starts a program by its command line; false if that fails.
     virtual bool startProgram(const QString& commandLine, SystemPrograms::Window window);
-    /// Opens a page in the desktop's browser; false when there is none.
+    /// Opens a page in the desktop's browser; false if there is none.
     virtual bool openInBrowser(const QUrl& page);
 
     static Dialogs& current();
     static void install(std::unique_ptr<Dialogs> dialogs);
 };
 
-/// Asks before something is deleted; No is the answer of a hasty Return.
+/// Asks before something is deleted. The default answer is No, in case Return is pressed in haste.
 bool ConfirmDeletion(const QString& question);

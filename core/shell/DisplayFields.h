@@ -8,12 +8,12 @@
 #include <initializer_list>
 #include <optional>
 
-/// A column in a display pattern such as "#,##0 gal"; an empty text for null.
+/// A column in a display pattern such as "#,##0 gal"; empty for null.
 inline QString FormattedField(const Recordset::Field& field, const char* pattern) {
     return field.isNull() ? QString() : FormattedNumber(field.number(), pattern);
 }
 
-/// A value of a record as people read it; an empty text for nothing.
+/// A record value for display; empty if there is none.
 inline QString Shown(const std::optional<QString>& text) {
     return text.value_or(QString());
 }
@@ -33,7 +33,7 @@ struct ShownText {
     QLineEdit* box;
     QString text;
 };
-/// Shows texts in their boxes, each from its start.
+/// Shows texts in their boxes, scrolled to the start.
 inline void ShowTexts(std::initializer_list<ShownText> texts) {
     for (const ShownText& shown : texts) {
         shown.box->setText(shown.text);
@@ -41,14 +41,14 @@ inline void ShowTexts(std::initializer_list<ShownText> texts) {
     }
 }
 
-/// A box that shows a column: in a display pattern, or as it is stored.
+/// A box that shows a column, either in a display pattern or as stored.
 struct DisplayField {
     QLineEdit* box;
     const char* column;
     const char* pattern = nullptr;
 };
 
-/// Shows columns of the current row in their boxes, from the start of each text.
+/// Shows columns of the current row in their boxes, scrolled to the start.
 inline void ShowFields(Recordset& row, std::initializer_list<DisplayField> fields) {
     for (const DisplayField& field : fields) {
         const Recordset::Field value = row[field.column];

@@ -22,7 +22,7 @@ namespace Faults {
 namespace {
 
 void askForFolder() {
-    if (Screen* splash = Screens::find("frmSplash")) // nothing repeats the attempt after this dialog
+    if (Screen* splash = Screens::find("frmSplash")) // nothing may retry after this dialog
         static_cast<frmSplash*>(splash)->setTimerInterval(0);
     Dialogs::current().show({"Invalid Database Path!\nPlease indicate location of database.", "Invalid"});
     Screens::open("frmDatabasePath");
@@ -46,7 +46,7 @@ void ReportError(std::int32_t number, const QString& description, const QString&
                  const QString& codeSource, const QString& module) {
     const QString systemSource =
         source.isEmpty() ? codeSource : QString(source).replace(DatabasePassword(), "********");
-    // The date and time of line 3 alone tell a failure from the same one a tick later.
+    // Line 3 has the date and time, which would make the next tick's identical failure look new.
     const QString failure =
         QStringList{QString::number(number), description, systemSource, codeSource}.join(u'\n');
     const auto* shown = static_cast<const frmError*>(Screens::find("frmError"));
@@ -78,7 +78,7 @@ void ReportError(std::int32_t number, const QString& description, const QString&
 void ShowFailure(const Fault& fault, const QString& codeSource, const QString& module) {
     if (dynamic_cast<const NoDatabaseFile*>(&fault))
         return askForFolder();
-    if (dynamic_cast<const RecordGone*>(&fault)) { // nobody's failure: it was deleted elsewhere
+    if (dynamic_cast<const RecordGone*>(&fault)) { // not an error: somebody else deleted it
         Dialogs::current().show({QString::fromUtf8(fault.what()), "Error"});
         return;
     }

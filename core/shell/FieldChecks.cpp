@@ -42,7 +42,7 @@ bool ValidateNumeric(QWidget* field, bool showMessage) {
 
 bool ValidateMinMax(QWidget* field, double minimum, double maximum) {
     const double value = Named("ValidateMinMax", [field] { return ToNumber(FieldText(field)); });
-    if (value == 0) // an empty field has become a zero and is no error
+    if (value == 0) // an empty field has become 0, which is not an error
         return true;
     if (value >= minimum && value <= maximum) {
         UnmarkField(field);

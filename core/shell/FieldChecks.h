@@ -4,21 +4,21 @@
 
 #include <cstdint>
 
-/// The checks on entry fields (text and combo boxes). A field that fails is painted until its next check
+/// Checks on entry fields (text and combo boxes). A field that fails stays marked until its next check
 /// passes.
 namespace Fields {
 
-/// True for a number of 0 or more. An empty field becomes "0" and passes. Without a message a bad text
+/// True for a number of 0 or more. An empty field becomes "0" and passes. Without a message an invalid text
 /// becomes "0" too.
 bool ValidateNumeric(QWidget* field, bool showMessage);
-/// True when the number is within the limits, both included, or exactly 0. Throws Fault 13 for other text.
+/// True if the number is within the limits, inclusive, or exactly 0. Throws Fault 13 for other text.
 bool ValidateMinMax(QWidget* field, double minimum, double maximum);
-/// True when the first number is below the second. Throws Fault 13 for other texts.
+/// True if the first number is below the second. Throws Fault 13 for other text.
 bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField);
 bool ValidateValueEntered(QWidget* field, bool showMessage);
 bool ValidateItemSelected(QWidget* field, bool showMessage);
 
-/// The help topic of the session's application, 0 when it has none.
+/// The help topic of the session's application; 0 if there is none.
 std::int16_t SetHelpContext();
 
 } // namespace Fields

@@ -3,13 +3,13 @@
 #include <QString>
 #include <QWidget>
 
-/// The texts and marks of entry fields: text boxes, text areas and combo boxes.
+/// Texts and error marks of entry fields: text boxes, text areas and combo boxes.
 namespace Fields {
 
 QString FieldText(const QWidget* field);
 void SetFieldText(QWidget* field, const QString& text);
 
-/// Paints a field as wrong, and back in the system's colours.
+/// Shows a field as wrong, or in the system's colours again.
 void MarkField(QWidget* field);
 void UnmarkField(QWidget* field);
 bool IsMarked(const QWidget* field);

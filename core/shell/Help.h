@@ -4,15 +4,15 @@
 
 class QWidget;
 
-/// The way to the help. A topic is named by the number of a help context or by a screen's name.
+/// Access to the help. A topic is identified by a help context number or a screen's name.
 namespace Help {
 
-/// The topic of what a user points at: a menu's command, else the application or the screen of a field, else
-/// the screen in front, else the contents.
+/// The topic for whatever the user points at: a menu command, otherwise the application or screen of a field,
+/// otherwise the front screen, otherwise the contents page.
 QString topicAt(QWidget* widget);
-/// Opens the topic of a widget in the help window.
+/// Opens a widget's topic in the help window.
 void show(QWidget* widget);
-/// Presses F1 where the focus is, else at a window, once the menu that asked for it has gone.
+/// Sends F1 to the focus, or otherwise to a window, once the menu that triggered this has closed.
 void pressKey(QWidget* window);
 
 } // namespace Help

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-/// The hourglass pointer for as long as the object lives.
+/// Shows the hourglass pointer during its lifetime.
 class Hourglass {
   public:
     Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }

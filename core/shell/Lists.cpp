@@ -8,10 +8,10 @@
 
 namespace {
 
-/// The order of texts: letters without regard to case, numbers within them as numbers.
+/// Sort order of texts: ignores case and sorts embedded numbers by value.
 const QCollator& textOrder() {
     static const QCollator order = [] {
-        QCollator collator(QLocale::English); // that of "C" knows no numbers
+        QCollator collator(QLocale::English); // the "C" locale's collator cannot sort numbers
         collator.setCaseSensitivity(Qt::CaseInsensitive);
         collator.setNumericMode(true);
         return collator;
@@ -19,7 +19,7 @@ const QCollator& textOrder() {
     return order;
 }
 
-/// The row of some first two texts, or one that has the first; null when there is none.
+/// The row whose first two texts match, otherwise one whose first does; null if there is none.
 QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
     QTreeWidgetItem* found = nullptr;
     for (int i = list.topLevelItemCount() - 1; i >= 0 && !texts.isEmpty(); --i) {
@@ -33,13 +33,50 @@ QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
     return found;
 }
 
+/// The last column takes what the others leave, but never less than its own texts need: then the list
+/// scrolls.
+void fitLastColumn(QTreeWidget* list) {
+    QHeaderView* heads = list->header();
+    const int last = list->columnCount() - 1;
+    if (last < 0 || heads->sectionResizeMode(last) != QHeaderView::Interactive)
+        return;
+    int others = 0;
+    for (int column = 0; column < last; ++column)
+        if (heads->sectionResizeMode(column) == QHeaderView::Stretch)
+            return; // which leaves the last one its size
+        else
+            others += heads->sectionSize(column);
+    heads->setStretchLastSection(false); // else it has no size of its own
+    list->resizeColumnToContents(last);
+    heads->setStretchLastSection(others + heads->sectionSize(last) <= list->viewport()->width());
+}
+
+/// Fits the last column of a list again when the list gets another width.
+class LastColumn : public QObject {
+  public:
+    explicit LastColumn(QTreeWidget* owner) : QObject(owner), list(owner) {
+        setObjectName("lastColumn");
+        list->viewport()->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Resize)
+            fitLastColumn(list);
+        return QObject::eventFilter(object, event);
+    }
+
+  private:
+    QTreeWidget* list;
+};
+
 } // namespace
 
 KeptRows::KeptRows(const QWidget& screen) {
     for (QTreeWidget* list : screen.findChildren<QTreeWidget*>()) {
         Kept kept{.list = list, .chosen = {}, .ticked = {}, .scrolledTo = list->verticalScrollBar()->value()};
         if (const auto selected = list->selectedItems();
-            !selected.isEmpty()) // a row with the focus is not chosen
+            !selected.isEmpty()) // the focus alone does not count as a selection
             kept.chosen = {selected.first()->text(0), selected.first()->text(1)};
         for (int i = 0; i < list->topLevelItemCount(); ++i)
             if (list->topLevelItem(i)->checkState(0) == Qt::Checked)
@@ -58,7 +95,7 @@ void KeptRows::restore() const {
             list->setCurrentItem(row);
     }
     for (const Kept& kept : lists) {
-        const QSignalBlocker shownOnly(kept.list); // nobody chooses here
+        const QSignalBlocker shownOnly(kept.list); // restoring is not a user's choice
         for (int i = 0; i < kept.list->topLevelItemCount(); ++i) {
             QTreeWidgetItem* row = kept.list->topLevelItem(i);
             if (kept.ticked.contains(row->text(0)))
@@ -72,18 +109,23 @@ void KeptRows::restore() const {
 
 void FitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
-    constexpr int widest = 600; // pixels; what is longer is scarcely a name
+    constexpr int widest = 600; // pixels; a name is hardly ever wider
     for (int column = 0; column + 1 < list->columnCount(); ++column) {
         list->resizeColumnToContents(column);
         list->setColumnWidth(column, std::min(list->columnWidth(column) + gap, widest));
     }
+    if (!list->header()->stretchLastSection() && !list->findChild<QObject*>("lastColumn"))
+        return; // its screen has arranged the columns
+    if (!list->findChild<QObject*>("lastColumn"))
+        new LastColumn(list); // which the list owns
+    fitLastColumn(list);
 }
 
 bool ListRow::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget()->sortColumn();
     const QVariant key = data(column, Qt::UserRole);
     const QVariant otherKey = other.data(column, Qt::UserRole);
-    if (key.isValid() || otherKey.isValid()) // a row without a key comes first
+    if (key.isValid() || otherKey.isValid()) // rows without a key come first
         return QVariant::compare(key, otherKey) == QPartialOrdering::Less || !key.isValid();
     return textOrder().compare(text(column), other.text(column)) < 0;
 }
@@ -91,7 +133,7 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
 void SortByHeadings(QTreeWidget* list) {
     list->header()->setSectionsClickable(true);
     QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int column) {
-        if (list->isSortingEnabled()) // the list sorts by itself by now
+        if (list->isSortingEnabled()) // from here on the list sorts itself
             return;
         list->header()->setSortIndicator(column, Qt::AscendingOrder);
         list->setSortingEnabled(true);
@@ -99,18 +141,18 @@ void SortByHeadings(QTreeWidget* list) {
 }
 
 QString Beginning(const QString& text) {
-    constexpr qsizetype longest = 1023; // characters, as much as the session takes of a key
-    return text.left(longest);
+    constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
+    return text.left(maxLength);
 }
 
 void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
-    list->setSortingEnabled(false); // which takes the headings their clicks too
+    list->setSortingEnabled(false); // this also stops the headings from being clickable
     list->header()->setSectionsClickable(sorts);
     list->clear();
     list->setColumnCount(static_cast<int>(headings.size()));
     list->setHeaderLabels(headings);
-    QList<QTreeWidgetItem*> items; // which the list owns from now on
+    QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
             row->setText(column, Beginning(row->text(column)));

@@ -6,26 +6,26 @@
 #include <memory>
 #include <vector>
 
-/// Makes the columns of a list as wide as their texts, with room between them; the last takes the rest.
+/// Fits the columns of a list to their texts, plus a gap; the last column takes the rest.
 void FitColumns(QTreeWidget* list);
 
-/// A row of a list that sorts by its headings: texts without regard to case and
-/// with their numbers as numbers, keys as such.
+/// A row of a list that sorts by its headings: texts ignore case and compare embedded numbers by value; keys
+/// compare as values.
 class ListRow : public QTreeWidgetItem {
   public:
     using QTreeWidgetItem::QTreeWidgetItem;
-    /// Sorts a column of this row by a value that its text does not show in order, such as a date.
+    /// Sorts a column of this row by a value, such as a date, whose text would sort wrongly.
     void setSortKey(int column, const QVariant& key) { setData(column, Qt::UserRole, key); }
     bool operator<(const QTreeWidgetItem& other) const override;
 };
 
 using ListRows = std::vector<std::unique_ptr<ListRow>>;
 
-/// Lets a list of ListRows sort by its headings, once one of them has been clicked.
+/// Makes a list of ListRows sort by its headings from the first click on one.
 void SortByHeadings(QTreeWidget* list);
 
-/// The chosen and ticked rows of the lists of a screen, which keep them when they are filled anew. A row is
-/// known by its first text, where several share it by the second, too.
+/// The selected and ticked rows of a screen's lists, kept while the lists are refilled. Rows are identified
+/// by their first text and, where that is ambiguous, by the second as well.
 class KeptRows {
   public:
     explicit KeptRows(const QWidget& screen);
@@ -34,20 +34,20 @@ class KeptRows {
   private:
     struct Kept {
         QTreeWidget* list;
-        QStringList chosen; // its first two texts; none when no row was chosen
+        QStringList chosen; // its first two texts; empty if no row was selected
         QStringList ticked; // their first texts
         int scrolledTo;
     };
     QList<Kept> lists;
-    QList<std::pair<QListWidget*, QString>> names; // the chosen texts of the simple lists
+    QList<std::pair<QListWidget*, QString>> names; // selected texts of the simple lists
 };
 
-/// The beginning of a text, as much of it as a list has any use for.
+/// The start of a text, as much of it as a list can use.
 QString Beginning(const QString& text);
 
-/// Which row a list that was filled anew has selected.
+/// Which row is selected after a list was refilled.
 enum class Selected { First, None };
 
-/// Fills a list anew, in the order of the rows until a heading is clicked.
+/// Refills a list. Rows keep the given order until a heading is clicked.
 void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
               Selected selected = Selected::First);

@@ -14,7 +14,7 @@ std::optional<bool> LockKeyOn(int key) {
     const int code = key == Qt::Key_CapsLock ? VK_CAPITAL : key == Qt::Key_NumLock ? VK_NUMLOCK : VK_SCROLL;
     return (GetKeyState(code) & 1) != 0;
 #else
-    // The keyboard's lamps, where the system shows them as files.
+    // The keyboard's LEDs, on systems that expose them as files.
     const QString lamp = key == Qt::Key_CapsLock  ? QStringLiteral("*::capslock")
                          : key == Qt::Key_NumLock ? QStringLiteral("*::numlock")
                                                   : QStringLiteral("*::scrolllock");

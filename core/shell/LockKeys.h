@@ -2,6 +2,6 @@
 
 #include <optional>
 
-/// Whether a lock key (Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_ScrollLock) is on, as the system tells;
-/// nothing where it does not tell.
+/// Whether a lock key (Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_ScrollLock) is on; nothing if the system
+/// does not say.
 std::optional<bool> LockKeyOn(int key);

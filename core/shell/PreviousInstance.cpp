@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A file of the user's own: nobody else can put something in its way.
+/// A file in a folder of the user's own, where nobody else can plant something in its place.
 QString lockName() {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (folder.isEmpty())
@@ -18,12 +18,12 @@ QString lockName() {
     return QDir(folder).filePath(QStringLiteral("brennoval.lock"));
 }
 
-/// Holds the lock for as long as the program runs; true when another copy has it. What cannot be locked tells
-/// nothing, and never stops the start.
+/// Holds the lock while the program runs; true if another instance has it. If locking fails for another
+/// reason, the answer is false, so that the start never fails over it.
 bool lockIsTaken() {
     static std::unique_ptr<QLockFile> lock;
     const QFileInfo file(lockName());
-    if (file.isSymLink() || (file.exists() && !file.isFile())) // reading a pipe would wait for ever
+    if (file.isSymLink() || (file.exists() && !file.isFile())) // reading a pipe would block forever
         return false;
     lock = std::make_unique<QLockFile>(file.filePath());
     lock->setStaleLockTime(0);

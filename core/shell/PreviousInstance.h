@@ -1,4 +1,4 @@
 #pragma once
 
-/// Whether another copy of the program was running when this was first asked; main asks at the start.
+/// Whether another instance of the program was running at the first call, which main makes at the start.
 bool PreviousInstance();

@@ -1,6 +1,7 @@
 #include "core/shell/Screen.h"
 
 #include "core/look/Appearance.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
@@ -17,7 +18,7 @@
 
 namespace {
 
-/// Headings are drawn with a font of 9 points around them in mind.
+/// Headings were designed for a font of 9 points.
 void growWithFont(QLabel* label) {
     constexpr double drawnFor = 9;
     QFont font = label->font();
@@ -38,9 +39,13 @@ void Screen::prepare() {
         box->installEventFilter(this);
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         box->installEventFilter(this);
+    Fitting::scaleWidths(*this);
     for (QLineEdit* box : findChildren<QLineEdit*>())
-        if (box->isReadOnly())
+        if (box->isReadOnly()) {
             box->setFocusPolicy(Qt::StrongFocus); // a figure that shows can be reached and copied
+            Fitting::makeRoomForText(*box);
+            connect(box, &QLineEdit::textChanged, box, [box] { Fitting::makeRoomForText(*box); });
+        }
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);
     noteEntries();
@@ -54,7 +59,7 @@ void Screen::prepare() {
             quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
-/// What the user types, and what he chooses, counts as entered; what the program shows does not.
+/// What the user types or selects counts as an entry; what the program displays does not.
 void Screen::noteEntries() {
     const auto note = [this] { entered = true; };
     for (QLineEdit* box : findChildren<QLineEdit*>())
@@ -70,7 +75,7 @@ void Screen::noteEntries() {
 }
 
 void Screen::setTitle(const QString& title) {
-    setWindowTitle(QString(title).replace("[*]", "[*][*]")); // once, it would stand for an unsaved document
+    setWindowTitle(QString(title).replace("[*]", "[*][*]")); // a single one would mark an unsaved document
 }
 
 bool Screen::trap(const QString& procedure, const std::function<void()>& body) const {
@@ -139,7 +144,7 @@ bool Screen::leavesUnchecked(const QWidget* widget) const {
     return cancels.contains(widget);
 }
 
-/// A menu, another screen or a press on nothing lets a field go without its check, which is made up for here.
+/// A menu, another screen or a press on empty space leaves a field unchecked; this catches up.
 bool Screen::checkFieldsLeftOtherwise() {
     const auto fields = unchecked;
     for (const QPointer<QWidget>& field : fields) {
@@ -183,7 +188,7 @@ bool Screen::leaveFor(const QString& screen) {
         Tag = "0";
         return false;
     }
-    const QString status = StatusBar::StatusText(); // the next screen's, which the closing would take away
+    const QString status = StatusBar::StatusText(); // set by the next screen; unload would reset it
     Screens::unload(name());
     StatusBar::SetStatusText(status);
     Screens::show(screen);
@@ -206,7 +211,7 @@ void Screen::keyPressEvent(QKeyEvent* event) {
     }
     auto* focused = dynamic_cast<QAbstractButton*>(focusWidget());
     const auto* option = dynamic_cast<QRadioButton*>(focused);
-    const bool chosen = option && option->isChecked(); // Return then goes on with the choice
+    const bool chosen = option && option->isChecked(); // Return then moves on with that choice
     QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;

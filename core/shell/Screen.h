@@ -12,103 +12,104 @@
 
 #include <functional>
 
-/// What a screen is loaded for. Opened for another, it loads anew, so that it never shows one job and saves
-/// into another.
+/// What a screen is loaded for. Opened for a different one, it loads again, so that it never shows one job
+/// and saves to another.
 enum class Subject { TankLine, Job, None };
 
-/// A screen of the program: one instance, opened and closed by name through Screens. Its controls are the
-/// members of its Ui class.
+/// A screen of the program. There is one instance of each, which Screens opens and closes by name. The
+/// controls are members of its Ui class.
 class Screen : public QWidget {
   public:
     explicit Screen(const QString& screenName);
 
-    /// "0" until a button has taken over, then "1": a closing with another text is the user's.
+    /// "0" until one of the screen's buttons has taken over, then "1". Closing with anything but "1" comes
+    /// from the user.
     QString Tag = "0";
 
-    /// Fills the screen. One that throws is not shown.
+    /// Fills the screen. If it throws, the screen is not shown.
     virtual void Load() {}
     virtual void Activate() {}
     virtual void Deactivate() {}
-    /// The closing check; false refuses the closing.
+    /// The closing check; false refuses to close.
     virtual bool QueryUnload() { return true; }
-    /// The field that has the focus at first; null for the first in tab order.
+    /// The field to focus first; null for the first in tab order.
     virtual QWidget* firstField() const { return nullptr; }
-    /// Screens that fill the main window; the others stand in their own size when they come to the front.
+    /// Whether the screen fills the main window. Others appear at their own size when they come to the front.
     virtual bool fillsWindow() const { return false; }
-    /// Screens that gain from being larger have a maximise button.
+    /// Whether a larger frame helps. If so, the screen has a maximise button.
     virtual bool growsWithWindow() const { return false; }
-    /// Screens that stand outside the main window.
+    /// Whether the screen is outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
-    /// What a screen shows, which goes when that is deleted; more than it is loaded for when it shows what
-    /// another screen made, such as a report.
+    /// The record that the screen shows; it closes when that is deleted. This is more than it is loaded for
+    /// if it shows another screen's result, such as a report.
     virtual Subject shownRecord() const { return subject(); }
-    /// Screens that list or show finished figures load anew at each opening.
+    /// Whether each opening loads anew, as for lists and finished results.
     virtual bool loadsAfresh() const { return false; }
-    /// Shows what has changed in the data since. A list keeps its row, and what the user typed stays: a
-    /// screen in which something was typed is not asked.
+    /// Shows changes made to the data since loading. A list keeps its selected row. Not called for a screen
+    /// in which something was typed, so entries stay.
     virtual void ShowChanges() { Load(); }
-    /// Screens that show something of the user's data, and so what others change in them.
+    /// Whether the screen shows user data, and so must show changes that others make to it.
     virtual bool followsData() const { return subject() != Subject::None; }
-    /// Whether the user has entered or chosen something that is not stored.
+    /// Whether the user has entered or selected something not yet stored.
     virtual bool hasEntries() const { return entered; }
-    /// Look-ups, pads and views go when Escape is pressed.
+    /// Whether Escape closes the screen: true for look-ups, pads and views.
     virtual bool closesOnEscape() const { return false; }
 
-    /// Screens whose closing leaves the status text as it stands.
+    /// Whether closing the screen leaves the status text unchanged.
     virtual bool leavesStatus() const { return false; }
 
-    /// An entry that another screen hands over counts as the user's.
+    /// An entry handed over from another screen counts as the user's.
     void setEntered(bool isEntered) { entered = isEntered; }
 
-    /// What is begun without a job, such as an estimate, goes along with the first one that takes it up.
+    /// Whether a screen opened without a job, such as an estimate, joins the first job that uses it.
     virtual bool goesAlong() const { return false; }
-    /// Lets the button of a pad or chooser act only while the screen that it writes into stands open for the
-    /// same record.
+    /// Enables the button of a pad or chooser only while the screen that it fills in is open for the same
+    /// record.
     void updateHandOver();
 
     const QString& name() const { return screenName_; }
-    /// Runs the check of a field that is about to lose the focus; false keeps the focus there.
+    /// Runs the check of a field about to lose the focus; false keeps the focus there.
     bool validateLeaving(QWidget* field);
-    /// Whether a press on a widget may leave a field without its check: it is a Cancel.
+    /// Whether pressing a widget may leave a field unchecked, because it is a Cancel button.
     bool leavesUnchecked(const QWidget* widget) const;
-    /// An entry box or other control by its name.
+    /// An entry box or other control by name.
     template<typename Control>
     Control* control(const QString& controlName) const {
         return findChild<Control*>(controlName);
     }
 
   protected:
-    /// Connects a click under the error trap; the procedure names it in a report, such as ".cmdNext". A field
-    /// that was left by way of a menu or another screen is checked first.
+    /// Connects a click, inside the error trap; `procedure`, such as ".cmdNext", names it in a report. Fields
+    /// left through a menu or another screen are checked first.
     void on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
-    /// Runs what a press on a button or a row of a list does: the same.
+    /// Runs the action of a button or a list row in the same way.
     void act(const QString& procedure, const std::function<void()>& handler);
-    /// The same for a Cancel, which checks no field.
+    /// The same for a Cancel button, which checks no field.
     void onCancel(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler);
     /// Makes a button open a screen.
     void opens(QAbstractButton* button, const QString& screen);
-    /// Sets the check that runs before the focus leaves a field; false vetoes the leaving.
+    /// Sets the check to run before the focus leaves a field; false vetoes it.
     void onLeaving(QWidget* field, const QString& procedure, const std::function<bool()>& check);
-    /// Runs a body under the error trap; true when nothing failed.
+    /// Runs a body inside the error trap; true on success.
     bool trap(const QString& procedure, const std::function<void()>& body) const;
     /// Runs a procedure of a handler: a failure ends the handler and is reported under the procedure's name,
     /// such as ".SaveRecord".
     void procedure(const QString& procedureName, const std::function<void()>& body) const;
-    /// Sets the button that hands over what was entered here, and the screen that takes it: none when its
-    /// name is empty.
+    /// Sets the button that hands over what was entered here, and the screen that receives it; an empty name
+    /// means none.
     void handsOver(QAbstractButton* button, std::function<QString()> target);
-    /// Runs a save. When someone else has changed since what it would write over, the user decides; false
-    /// when he keeps that, and what he typed.
+    /// Runs a save. If someone else has changed the data in the meantime, the user decides whether to
+    /// overwrite it; false if they do not, and their entries stay on the screen.
     static bool saves(const std::function<void(Record::IfChanged)>& save);
-    /// Leaves on purpose for another screen. When that cannot load, this one stays; false then.
+    /// Moves on to another screen. If that fails to load, this one stays open and the result is false.
     bool leaveFor(const QString& screen);
     /// The button that Return presses.
     void setDefault(QPushButton* button);
-    /// The window title, which may hold any text of the user's.
+    /// The window title, which may contain any text from the user.
     void setTitle(const QString& title);
-    /// Prepares the controls after setupUi: text boxes select their text on focus, a button with a property
-    /// iconName gets that icon, and a label or line with a property quiet, such as a unit's, stands back.
+    /// Prepares the controls after setupUi: text boxes select their text on focus, a button with the property
+    /// iconName gets that icon, and a label or line with the property quiet, such as a unit, is dimmed.
     void prepare();
 
     void keyPressEvent(QKeyEvent* event) override;
@@ -121,7 +122,7 @@ class Screen : public QWidget {
 
     QString screenName_;
     QHash<QWidget*, std::function<bool()>> checks;
-    QList<QPointer<QWidget>> unchecked; // fields that had the focus and whose check has not passed since
+    QList<QPointer<QWidget>> unchecked; // fields that have had the focus and not passed their check since
     QList<const QWidget*> cancels;
     QPushButton* defaultButton = nullptr;
     QAbstractButton* handOverButton = nullptr;

@@ -1,6 +1,7 @@
 #include "core/shell/Screens.h"
 
 #include "core/shell/Fields.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
@@ -25,37 +26,37 @@ namespace Screens {
 
 namespace {
 
-/// A screen that is loaded.
+/// A loaded screen.
 struct Entry {
     Screen* screen;
-    QMdiSubWindow* window; // null for a screen of its own
+    QMdiSubWindow* window; // null for a top-level screen
     QString loadedFor;
     Session::Task task;
     QPoint placedAt = {};
-    QString line = {}; // of the task when the screen joined it; a line to come gets its key later
-    std::optional<QString> application = {}; // of the task at that time
+    QString line = {}; // the task's line when the screen joined it; a new line gets its key later
+    std::optional<QString> application = {}; // the task's at that time
     bool unloading = false;
-    quint32 dataVersion = 0; // of the data that it shows
-    bool stored = false;     // its job or tank line is known to be there
+    quint32 dataVersion = 0; // version of the data shown
+    bool stored = false;     // whether its job or tank line is known to exist
 };
 
 struct Registry {
     QHash<QString, std::function<Screen*()>> factories;
     QList<Entry> entries;
     Screen* active = nullptr;
-    const Screen* atWork = nullptr; // whose handler or check runs
-    int depth = 0;                  // of the handlers and checks that run within each other
+    const Screen* atWork = nullptr; // whose handler or check is running
+    int depth = 0;                  // nesting depth of handlers and checks
     QMdiArea* area = nullptr;
     std::function<void()> changed = [] {};
 };
 
-void leaveBehind(const Session::Task& task, const Session::TaskValues& before);
+void detachOtherScreens(const Session::Task& task, const Session::TaskValues& before);
 void updateHandOvers();
 void dropScreensOf(const QString& jobID, const QString& tankID);
 
 Registry& registry() {
     static Registry instance = [] {
-        Session::onTaskWrite(leaveBehind);
+        Session::onTaskWrite(detachOtherScreens);
         Deletion::OnDeleted(dropScreensOf);
         return Registry();
     }();
@@ -69,7 +70,7 @@ Entry* entryOf(const QString& name) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-/// What some values of the session hold of a screen's subject.
+/// What these session values say about a screen's subject.
 QString subjectIn(const Session::TaskValues& values, Subject subject) {
     QString job = values.jobID.value_or(QString());
     switch (subject) {
@@ -83,15 +84,15 @@ QString subjectIn(const Session::TaskValues& values, Subject subject) {
     return {};
 }
 
-/// The task at work; one of its own for what runs before the first.
+/// The task at work; before there is one, a new task.
 Session::Task workingTask() {
     if (!Session::taskAtWork())
         Session::putToWork(Session::newTask());
     return Session::taskAtWork();
 }
 
-/// Whether a task that changes its values leaves the line or the job that a subject was about. What was begun
-/// for a line or job to come goes along when that gets its key.
+/// Whether a task that changes its values leaves the line or job of a subject. A screen opened for a new line
+/// or job stays with it when it gets its key.
 bool leavesRecord(Subject subject, const Session::TaskValues& before, const Session::TaskValues& now) {
     const QString job = before.jobID.value_or(QString());
     const bool leavesJob = !job.isEmpty() && job != now.jobID.value_or(QString());
@@ -114,14 +115,14 @@ void join(Entry& entry, const Session::Task& task) {
     entry.application = task->tankClass;
 }
 
-/// The pads and choosers act while what they serve stands open.
+/// Pads and choosers are active while the screen that they serve is open.
 void updateHandOvers() {
     for (const Entry& entry : registry().entries)
         entry.screen->updateHandOver();
 }
 
-/// A task that goes on to another line or job leaves its other screens behind: they keep the values before.
-void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
+/// When a task moves on to another line or job, its other screens stay behind with the old values.
+void detachOtherScreens(const Session::Task& task, const Session::TaskValues& before) {
     const Screen* atWork = registry().depth > 0 ? registry().atWork : registry().active;
     const auto kept = std::make_shared<Session::TaskValues>(before);
     for (Entry& entry : registry().entries) {
@@ -131,13 +132,13 @@ void leaveBehind(const Session::Task& task, const Session::TaskValues& before) {
             entry.line = Session::lineOf(*task);
         if (entry.screen != atWork && leavesRecord(entry.screen->shownRecord(), before, *task))
             entry.task = kept;
-        else // what was loaded for a line to come is now about the one that got its key
+        else // loaded for a new line, which has got its key now
             entry.loadedFor = subjectIn(*task, entry.screen->subject());
     }
     updateHandOvers();
 }
 
-/// The state of the data as a screen sees it: its job and its tank line. Nothing for one that shows no data.
+/// The state of the data for a screen: its job and its tank line. Nothing for a screen without data.
 std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
@@ -147,26 +148,26 @@ std::optional<Gateway::DataState> stateFor(const Entry& entry) {
                                   subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
 }
 
-/// Whether the record of a screen is there: its tank line, or, as long as that has no key, its job.
-bool recordStands(const Entry& entry, const Gateway::DataState& state) {
+/// Whether a screen's record exists: its tank line or, while that has no key, its job.
+bool recordExists(const Entry& entry, const Gateway::DataState& state) {
     const bool hasTank =
         entry.screen->subject() == Subject::TankLine && !Session::lineOf(*entry.task).isEmpty();
     return hasTank ? state.tankStands : state.jobStands;
 }
 
-/// Whether a screen is about a line to come of the reserved job, which is there whenever it is needed.
-bool makesItsJob(const Entry& entry) {
+/// Whether a screen is for a new line of the reserved job, which is created on demand.
+bool createsItsJob(const Entry& entry) {
     return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
            entry.task->jobID == Records::ReservedJob();
 }
 
-/// Notes whether the record of a screen that was just filled is there.
+/// Notes whether a screen's record exists, just after the screen was filled.
 void noteRecord(Entry& entry) {
     if (const auto state = stateFor(entry))
-        entry.stored = recordStands(entry, *state) && !makesItsJob(entry);
+        entry.stored = recordExists(entry, *state) && !createsItsJob(entry);
 }
 
-/// Takes the screens of a job, or of one tank line, away that was deleted here. The one at work goes on by
+/// Closes the screens of a job, or of one tank line, that was deleted here. The screen at work handles that
 /// itself.
 void dropScreensOf(const QString& jobID, const QString& tankID) {
     const auto same = [](const QString& one, const QString& other) {
@@ -178,7 +179,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         const bool shows =
             tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
                              : subject == Subject::TankLine && same(Session::lineOf(*entry.task), tankID);
-        if (!shows || makesItsJob(entry))
+        if (!shows || createsItsJob(entry))
             continue;
         entry.stored = false;
         if (entry.screen != registry().atWork)
@@ -193,14 +194,14 @@ bool isReachable(const QWidget* widget) {
     return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
 }
 
-/// Whether a widget takes input: tools, pictures and figures that only show do not.
+/// Whether a widget takes input; tools, pictures and read-only values do not.
 bool takesInput(const QWidget* widget) {
     const auto* box = dynamic_cast<const QLineEdit*>(widget);
     return !dynamic_cast<const QToolButton*>(widget) && !dynamic_cast<const QLabel*>(widget) &&
            !(box && box->isReadOnly());
 }
 
-/// Gives the focus to the field in which a user begins: the first that takes input, else the first of all.
+/// Focuses the field to start in: the first that takes input, otherwise the first of all.
 void focusFirstField(Screen* screen) {
     QWidget* wanted = screen->firstField();
     QWidget* first = nullptr;
@@ -216,15 +217,16 @@ void focusFirstField(Screen* screen) {
     (wanted ? wanted : first ? first : screen)->setFocus(Qt::TabFocusReason);
 }
 
-/// Gives the frame of a screen its state: filling the main window, or in its own size.
+/// Puts a screen's frame into its state: filling the main window, or at its own size.
 void applyState(const Screen& screen, QMdiSubWindow* window) {
-    if (screen.fillsWindow() && !window->isMaximized())
+    if (screen.fillsWindow() && !window->isMaximized()) {
+        Fitting::fitToolBar(screen, registry().area->viewport()->width());
         window->showMaximized();
-    else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
+    } else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
         window->showNormal();
 }
 
-/// The frame of a screen inside the main window.
+/// A screen's frame inside the main window.
 class ScreenWindow : public QMdiSubWindow {
   public:
     using QMdiSubWindow::QMdiSubWindow;
@@ -247,7 +249,7 @@ QMdiSubWindow* frameFor(Screen* screen) {
     window->setAttribute(Qt::WA_DeleteOnClose, false);
     if (!screen->growsWithWindow() && !screen->fillsWindow()) {
         window->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
-        if (screen->layout()) // a larger frame leaves the form together
+        if (screen->layout()) // a larger frame must not pull the form apart
             screen->layout()->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     }
     registry().area->addSubWindow(window);
@@ -255,7 +257,7 @@ QMdiSubWindow* frameFor(Screen* screen) {
     return window;
 }
 
-/// Takes a screen away without asking it.
+/// Removes a screen without asking it.
 void discard(const QString& name) {
     const Entry* entry = entryOf(name);
     if (!entry)
@@ -275,38 +277,42 @@ void discard(const QString& name) {
     } else {
         screen->hide();
         screen->deleteLater();
-        if (registry().area) // the user goes on where he came from
+        if (registry().area) // the user returns to where they came from
             registry().area->window()->activateWindow();
     }
     updateHandOvers();
     registry().changed();
 }
 
-/// Takes the air between the rows of a screen that large letters have made too tall.
-void tighten(const Screen& screen) {
-    constexpr int gap = 2;
-    for (QLayout* layout : screen.findChildren<QLayout*>()) {
-        const QMargins margins = layout->contentsMargins();
-        layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
-                                   std::min(margins.bottom(), 2 * gap));
-        if (auto* grid = dynamic_cast<QGridLayout*>(layout))
-            grid->setVerticalSpacing(gap);
-        else if (auto* column = dynamic_cast<QVBoxLayout*>(layout))
-            column->setSpacing(2 * gap);
+/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
+/// then by letting it scroll.
+void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
+    const auto tooLarge = [&] {
+        window.adjustSize();
+        const QSize least = window.minimumSizeHint();
+        return least.height() > space.height() || least.width() > space.width();
+    };
+    if (!tooLarge())
+        return;
+    if (screen.layout())
+        Fitting::tighten(screen);
+    if (tooLarge()) {
+        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
+        Fitting::letScroll(screen);
+        window.adjustSize();
     }
-    screen.layout()->activate();
 }
 
-/// Where a window of a size stands in the middle of the area.
+/// Where to place a window of this size to centre it.
 QPoint middle(const QSize& size) {
     const QSize space = registry().area->viewport()->size();
     return {std::max(0, (space.width() - size.width()) / 2),
             std::max(0, (space.height() - size.height()) / 2)};
 }
 
-/// Makes a screen that is loaded for another record give way, if its closing check lets it go. It is not
-/// given up like one that the user closes: the job that it was begun for stays.
-bool giveWay(const QString& name) {
+/// Closes a screen that is loaded for another record, if its closing check allows. Unlike when the user
+/// closes it, the job that it was opened for is kept.
+bool closeForOther(const QString& name) {
     Screen* screen = find(name);
     const QString tag = screen->Tag;
     if (tag == u"0")
@@ -332,15 +338,15 @@ bool stands(Screen* screen) {
     if (!entry || entry->screen != screen || !entry->stored || entry->unloading)
         return true;
     const auto state = stateFor(*entry);
-    if (!state || recordStands(*entry, *state))
+    if (!state || recordExists(*entry, *state))
         return true;
     const QString job = entry->task->jobID.value_or(QString());
     const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
-    entry->stored = false; // it is told of once
+    entry->stored = false; // report it only once
     Faults::Trap(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
-    dropScreensOf(job, tank); // all at once: none of them is to tell of it again
+    dropScreensOf(job, tank); // all at once, so that none of them reports it again
     drop(screen);
     return false;
 }
@@ -356,7 +362,7 @@ bool freshen(Screen* screen) {
         return false;
     entry = entryOf(screen->name());
     entry->dataVersion = state->version;
-    entry->stored = recordStands(*entry, *state) && !makesItsJob(*entry);
+    entry->stored = recordExists(*entry, *state) && !createsItsJob(*entry);
     if (screen->hasEntries())
         return true;
     const AtWork work(screen);
@@ -368,7 +374,7 @@ bool freshen(Screen* screen) {
     if (!entry)
         return false;
     noteRecord(*entry);
-    if (QMdiSubWindow* window = entry->window) // new rows find room
+    if (QMdiSubWindow* window = entry->window) // make room for new rows
         window->resize(window->size().expandedTo(window->minimumSizeHint()));
     return true;
 }
@@ -481,11 +487,11 @@ Screen* load(const QString& name) {
         if (same && (!entry->screen->loadsAfresh() || entry->screen->hasEntries())) {
             entry->loadedFor = subject;
             join(*entry, task);
-            entry->stored = false; // until the data have been looked at for this task
+            entry->stored = false; // until the data has been checked for this task
             updateHandOvers();
             return freshen(entry->screen) ? find(name) : nullptr;
         }
-        if (!same && !giveWay(name))
+        if (!same && !closeForOther(name))
             return nullptr;
         discard(name);
     }
@@ -508,7 +514,7 @@ Screen* load(const QString& name) {
     if (Entry* entry = entryOf(name)) {
         screen->setEntered(false);
         noteRecord(*entry);
-        if (before) // what another copy changed while this one read is still to be shown
+        if (before) // so that another instance's change during the load is still shown
             entry->dataVersion = before->version;
     }
     updateHandOvers();
@@ -535,8 +541,12 @@ void show(const QString& name) {
     if (find(name) != screen) // its record was gone
         return;
     applyState(*screen, window);
-    if (first)
-        focusFirstField(screen);
+    if (!first)
+        return;
+    if (const QSize least = window->minimumSizeHint(); // what it shows now may take more room
+        !screen->fillsWindow() && (least.width() > window->width() || least.height() > window->height()))
+        Screens::FormatScreen(*screen);
+    focusFirstField(screen);
 }
 
 bool open(const QString& name) {
@@ -552,12 +562,12 @@ Closing close(const QString& name) {
         return Closing::Gone;
     entry->unloading = true;
     Screen* screen = entry->screen;
-    bool allowed = false; // a check that fails keeps the screen and what the user typed
+    bool allowed = false; // a failing check keeps the screen and what the user typed
     bool checked = false;
     const auto check = [&] {
         try {
             allowed = screen->QueryUnload();
-        } catch (const RecordGone&) { // there is nothing left to keep it for
+        } catch (const RecordGone&) { // nothing left to keep it for
             allowed = true;
             throw;
         }
@@ -573,7 +583,7 @@ Closing close(const QString& name) {
     }
     const bool leavesStatus = screen->leavesStatus();
     discard(name);
-    if (!anyVisible() && !leavesStatus) // no task is under way
+    if (!anyVisible() && !leavesStatus) // no task is in progress
         StatusBar::SetStatusBarText();
     return Closing::Gone;
 }
@@ -624,6 +634,14 @@ void onChange(const std::function<void()>& changed) {
     registry().changed = changed;
 }
 
+QSize room(const Screen& screen) {
+    const Entry* entry = entryOf(screen.name());
+    if (!entry || !entry->window || !registry().area)
+        return screen.size();
+    return registry().area->viewport()->size() -
+           (entry->window->minimumSizeHint() - screen.minimumSizeHint().expandedTo(screen.minimumSize()));
+}
+
 void placeAgain() {
     for (Entry& entry : registry().entries) {
         if (!entry.window || entry.window->isMaximized() || entry.window->pos() != entry.placedAt)
@@ -639,13 +657,9 @@ void Screens::FormatScreen(Screen& screen) {
     Screens::Entry* entry = Screens::entryOf(screen.name());
     if (!entry || !entry->window || !Screens::registry().area)
         return;
-    entry->window->adjustSize();
-    // As low as the space asks, where a list or text of the screen can give way.
     const QSize space = Screens::registry().area->viewport()->size();
-    if (entry->window->minimumSizeHint().height() > space.height()) {
-        Screens::tighten(screen);
-        entry->window->adjustSize();
-    }
+    Screens::adaptTo(space, screen, *entry->window);
+    // On a low display shrink the screen to the space, if a list or text in it can give way.
     const QSize least = entry->window->minimumSizeHint();
     const QSize wanted = entry->window->size();
     entry->window->resize(wanted.boundedTo(space).expandedTo(least));

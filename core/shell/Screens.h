@@ -14,60 +14,61 @@ void add(const QString& name, const std::function<Screen*()>& factory);
 bool known(const QString& name);
 /// Names of all screens, open or not.
 QStringList names();
-/// Constructs the screen and runs its Load in the task at work, unless it is loaded for the same job, tank
-/// and application: then it joins the task. Loaded for another, it goes first, if its closing check lets it.
-/// Null when it stays for that, when its Load failed or unloaded it again.
+/// Constructs the screen and runs its Load in the task at work. If it is already loaded for the same job,
+/// tank and application, it joins the task instead; if loaded for another, it is closed first, provided its
+/// closing check allows. Null if it refuses, or if Load failed or unloaded it again.
 Screen* load(const QString& name);
-/// Shows a loaded screen and makes it the active one.
+/// Shows a loaded screen and makes it active.
 void show(const QString& name);
-/// Loads and shows; false when there is nothing to show.
+/// Loads and shows; false if there is nothing to show.
 bool open(const QString& name);
 
-/// What became of a closing.
+/// The outcome of closing.
 enum class Closing { Gone, Refused, Failed };
 /// Closes a screen unless its closing check refuses or fails.
 Closing close(const QString& name);
-/// The same; true when it is gone.
+/// The same; true if it is closed.
 bool unload(const QString& name);
 
-/// Takes a screen away without asking it.
+/// Removes a screen without asking it.
 void drop(const Screen* screen);
-/// Whether the job or tank line of a screen is still there. One that is gone is told of, and its screen goes.
+/// Whether a screen's job or tank line still exists. If not, reports that and closes the screen.
 bool stands(Screen* screen);
-/// The same of the active screen, for commands that act on its record.
+/// The same for the active screen, for commands that act on its record.
 bool activeStands();
-/// Shows what has changed in the data since a screen was loaded, if the user has entered nothing there. False
-/// when its record is gone and the screen with it.
+/// Shows changes made to the data since a screen was loaded, if the user has entered nothing there. False if
+/// its record is gone, and the screen with it.
 bool freshen(Screen* screen);
-/// The same for the active screen, when the user comes back to the main window. Not while a handler waits for
-/// him.
+/// The same for the active screen, when the user returns to the main window. Does nothing while a handler
+/// waits for the user.
 void freshenActive();
 
 Screen* find(const QString& name);
-/// Whether a pad or chooser may write into a screen: it stands open for the job and line for which the pad
-/// was opened.
+/// Whether a pad or chooser may write to a screen: that screen must be open for the job and line that the pad
+/// was opened for.
 bool serves(const Screen& pad, const QString& target);
-/// Whether a pad was opened for another job than that of a screen.
+/// Whether a pad was opened for a different job than a screen.
 bool isOfAnotherJob(const Screen& pad, const QString& screen);
-/// Writes a text into a box of the screen that a pad serves, as if the user had typed it; a box that the
-/// screen hides stays as it is. Throws Fault 91 when there is no such box.
+/// Writes a text into a box of the screen that a pad serves, as if the user had typed it; a hidden box is
+/// left alone. Throws Fault 91 if there is no such box.
 void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text);
-/// Names of the loaded screens, the oldest first.
+/// Names of the loaded screens, oldest first.
 QStringList loaded();
-/// Name of the active screen of the main window; an empty text when there is none.
+/// Name of the main window's active screen; empty if there is none.
 QString active();
-/// Tells that another screen of the main window has become the active one.
+/// Called when another screen of the main window becomes active.
 void setActive(Screen* screen);
 
-/// The area in which the screens stand, from the main window; null when that goes.
+/// Sets the main window's area for screens; null when it is destroyed.
 void setArea(QMdiArea* area);
-/// Whether a screen of the main window shows.
+/// Whether any screen of the main window is visible.
 bool anyVisible();
-/// Runs what a command of the menu or a choice on the start page does, as a task of its own.
+/// Runs the action of a menu command or a choice on the start page as a new task.
 void beginTask(const std::function<void()>& body);
 
-/// Whose work a screen does while one of its handlers or checks runs: its task's values stand in the session
-/// store. What ran before gets its own back; in the end they are those of the active screen.
+/// Marks the task that a screen works for while one of its handlers or checks runs: the session store holds
+/// that task's values. On leaving, the previous task gets its values back; the outermost level returns to the
+/// active screen's.
 class AtWork {
   public:
     explicit AtWork(const Screen* screen);
@@ -84,16 +85,18 @@ class AtWork {
     Session::Task taskBefore;
 };
 
-/// Sets what runs when a screen has come or gone.
+/// Sets the function to call when a screen has been opened or closed.
 void onChange(const std::function<void()>& changed);
-/// Puts the screens that the user has not moved back into the middle of the area.
+/// The room for a screen within its frame, in pixels.
+QSize room(const Screen& screen);
+/// Centres those screens again that the user has not moved.
 void placeAgain();
 
 } // namespace Screens
 
 namespace Screens {
 
-/// Gives a screen its size and places it in the middle of the main window, at its top edge when it is taller.
+/// Sizes a screen and centres it in the main window, or puts it at the top edge if it is taller.
 void FormatScreen(Screen& screen);
 
 } // namespace Screens

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes the screens of this folder known, and the error trap's handler.
+/// Registers the screens of this folder and the error trap's handler.
 void registerShell();

@@ -6,13 +6,13 @@ class QLabel;
 
 namespace StatusBar {
 
-/// Writes the first panel of the status bar; nothing happens while there is no main window.
+/// Sets the text of the status bar's first panel; does nothing while there is no main window.
 void SetStatusText(const QString& text);
-/// Puts the program's name and version back into it.
+/// Resets it to the program's name and version.
 void SetStatusBarText();
-/// What the panel shows.
+/// The panel's current text.
 QString StatusText();
-/// The label that is the first panel, from the main window; null when that goes.
+/// The label used as the first panel, set by the main window; null when that is destroyed.
 void SetStatusPanel(QLabel* panel);
 
 } // namespace StatusBar

@@ -41,10 +41,10 @@ bool start(const QString& commandLine, [[maybe_unused]] Window window) {
 bool openInBrowser(const QUrl& page) {
 #ifdef Q_OS_WIN
     Q_UNUSED(page);
-    return false; // there the registered command is the browser, and it was looked for already
+    return false; // the browser is the registered command there, and that was tried already
 #else
 #ifdef Q_OS_LINUX
-    // The desktop's opener reports success even where it finds nothing to open a page with.
+    // The desktop's opener reports success even when it finds no program for the page.
     QProcess opener;
     opener.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
                                               QStringLiteral("x-scheme-handler/https")});

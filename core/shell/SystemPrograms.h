@@ -4,19 +4,19 @@
 
 class QUrl;
 
-/// The programs of the system that ours hands something over to.
+/// The system's programs that ours hands things over to.
 namespace SystemPrograms {
 
-/// Whether the user is the system's administrator, for whom a web engine has no sandbox.
+/// Whether the user is root or the like, for whom a web engine has no sandbox.
 bool userIsAdministrator();
 
-/// How the window of a program that is started shall open, where the system can be asked for that.
+/// How a started program should open its window, on systems that allow asking.
 enum class Window { Normal, Maximised };
 
-/// Starts a program by a command line; false when it cannot be started.
+/// Starts a program by its command line; false if it cannot be started.
 bool start(const QString& commandLine, Window window);
 
-/// Opens a page in the browser that the desktop has chosen; false when it has none.
+/// Opens a page in the desktop's default browser; false if there is none.
 bool openInBrowser(const QUrl& page);
 
 } // namespace SystemPrograms

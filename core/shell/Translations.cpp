@@ -21,7 +21,7 @@ bool load(const QString& name, const QString& folder, const QLocale& language) {
 } // namespace
 
 bool LoadTranslations(const QString& folder, const QLocale& language) {
-    // The user's first language decides: who prefers English is not given his second choice.
+    // Only the user's first language counts: those who prefer English must not get their second choice.
     const QStringList wanted = language.uiLanguages();
     const QLocale first(wanted.isEmpty() ? QString() : wanted.first());
     if (first.language() == QLocale::English || first.language() == QLocale::C ||

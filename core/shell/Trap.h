@@ -8,9 +8,8 @@
 
 namespace Faults {
 
-/// The one error trap: runs a procedure, and hands a failure that leaves it to the handler, under the name of
-/// the routine in which it happened, or else the given name. The module is "Splash" or empty. True when
-/// nothing failed.
+/// The only error trap: runs a procedure and passes a failure to the handler, with the name of the routine
+/// that failed, or else the given name. The module is "Splash" or empty. True on success.
 bool Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module = {});
 
 /// What the trap does with a failure.

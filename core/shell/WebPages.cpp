@@ -15,7 +15,7 @@ namespace WebPages {
 
 namespace {
 
-/// The command that the system has registered for the browser of its own.
+/// The command that the system has registered for its browser.
 QString registeredBrowser() {
     QString command;
     GetRegValue(HKeyLocalMachine(),
@@ -34,7 +34,7 @@ void OpenPage(const QString& screen, const QString& address) {
     Screens::show(screen);
     try {
         shown->Start();
-    } catch (...) { // nothing stands empty behind the error
+    } catch (...) { // leave no empty window behind the error
         Screens::unload(screen);
         throw;
     }

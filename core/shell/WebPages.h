@@ -2,32 +2,32 @@
 
 #include "core/shell/Screen.h"
 
-/// A screen that shows pages: of the web, of the demonstration or of the help.
+/// A screen that shows pages: of the web, the demonstration or the help.
 class PageScreen : public Screen {
   public:
     using Screen::Screen;
 
-    /// What it opens first. The one who opens the screen sets it before the screen shows.
+    /// The first page, set by whoever opens the screen before it is shown.
     QString StartingAddress;
-    /// Opens StartingAddress, if there is one.
+    /// Opens StartingAddress, if set.
     virtual void Start() = 0;
     Subject subject() const override { return Subject::None; }
 };
 
 namespace WebPages {
 
-/// Opens a page screen, or brings it to the front, at an address.
+/// Opens a page screen at an address, or brings it to the front.
 void OpenPage(const QString& screen, const QString& address);
 
 /// The maker's home page.
 QString HomePage();
 
-/// Opens a page of the maker in the system's browser, or in the program's own where there is none:
-/// "TechSupport" the support page, any other word the home page. Throws Fault 53 when the registered browser
-/// cannot be started.
+/// Opens a page of the maker in the system's browser, or in the program's own if there is none: "TechSupport"
+/// is the support page, any other word the home page. Throws Fault 53 if the registered browser cannot be
+/// started.
 void LaunchInternetExplorer(const QString& page);
 
-/// Opens a page of the folder Demo, below the program's.
+/// Opens a page in the folder Demo, below the program's.
 void OpenDemo(const QString& page);
 
 } // namespace WebPages

@@ -10,7 +10,7 @@ frmError::frmError() : Screen("frmError") {
     prepare();
     setDefault(cmdOK);
     on(cmdOK, ".cmdOK", [this] {
-        if (Tag == "Splash") // the failure happened while the program started
+        if (Tag == "Splash") // the failure happened during the start
             QApplication::exit(1);
         else
             Screens::unload(name());

@@ -3,7 +3,7 @@
 #include "core/shell/Screen.h"
 #include "ui_frmError.h"
 
-/// Shows the report of a failure, which the user can copy.
+/// Shows an error report, which the user can copy.
 class frmError : public Screen, private Ui::frmError {
   public:
     frmError();
@@ -11,7 +11,7 @@ class frmError : public Screen, private Ui::frmError {
     bool closesOnEscape() const override { return true; }
     Subject subject() const override { return Subject::None; }
     void setReport(const QString& newReport);
-    /// What failed, without the moment.
+    /// What failed, without the time.
     const QString& failure() const { return failed; }
     void setFailure(const QString& failure) { failed = failure; }
 

@@ -14,15 +14,14 @@
 
 namespace {
 constexpr int tickMilliseconds = 500;
-constexpr int longestWait =
-    200; // milliseconds for a lock: the window must not freeze, and the next tick tries again
-constexpr int quietTicks = 8; // of a lock: another copy of the program may be bringing older data up
+constexpr int maxWait = 200;  // milliseconds for a lock: the window must not freeze; the next tick retries
+constexpr int quietTicks = 8; // while locked: another instance may be upgrading older data
 
-/// The flag that asks for the getting-started screen when it is 0; 2 for an empty table. Brings older data up
+/// The flag that brings up the getting-started screen if it is 0; 2 for an empty table. Upgrades older data
 /// to this program's version first.
 int firstTimeFlag() {
     Connection connection = Gateway::dbConnection("User");
-    connection.setBusyTimeout(longestWait);
+    connection.setBusyTimeout(maxWait);
     connection.Open();
     Schema::upgrade(connection);
     Recordset rows;
@@ -30,7 +29,7 @@ int firstTimeFlag() {
     return rows.AtEnd() ? 2 : ToInt16(rows["FirstTime"].number());
 }
 
-/// A failure that an earlier tick has shown is over: its window is an ordinary one.
+/// The failure of an earlier tick is over, so its window becomes an ordinary one.
 void calmError() {
     if (Screen* error = Screens::find("frmError"); error && error->Tag == "Splash")
         error->Tag = "0";
@@ -40,7 +39,7 @@ void calmError() {
 frmSplash::frmSplash() : Screen("frmSplash") {
     setupUi(this);
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
-    setAttribute(Qt::WA_QuitOnClose); // the program does not end with the dialog over it
+    setAttribute(Qt::WA_QuitOnClose); // the dialog above it must not end the program
     Image2->setPixmap(Appearance::splashPicture(Image2->size(), devicePixelRatioF()));
     connect(&Timer1, &QTimer::timeout, this, [this] { trap(".Timer", [this] { Timer1_Timer(); }); });
 }
@@ -79,7 +78,7 @@ void frmSplash::Timer1_Timer() {
         return;
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::NoDataSource)
-            throw;                        // keep trying behind the error dialog: a lock may pass
+            throw;                        // keep trying behind the error dialog: a lock may clear
         Screens::open("frmDatabasePath"); // the next tick tries again behind it
         return;
     }
@@ -88,7 +87,7 @@ void frmSplash::Timer1_Timer() {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
     Screens::unload(name());
-    setTimerInterval(0); // what follows may wait for the user, with ticks of a timer that still lives
+    setTimerInterval(0); // the rest may wait for the user, and the timer would go on ticking
     window->beginStartWork();
     if (flag == 0 && Screens::known("frmFirstTime"))
         Screens::open("frmFirstTime");

@@ -5,8 +5,7 @@
 
 #include <QTimer>
 
-/// The first screen: opens the user database and brings up the main window. A click or Escape ends the
-/// program.
+/// The first screen: opens the user database, then the main window. A click or Escape exits the program.
 class frmSplash : public Screen, private Ui::frmSplash {
   public:
     frmSplash();
@@ -24,5 +23,5 @@ class frmSplash : public Screen, private Ui::frmSplash {
     void Timer1_Timer();
 
     QTimer Timer1{this};
-    int lockedTicks = 0; // that found the data locked
+    int lockedTicks = 0; // ticks that found the data locked
 };

@@ -15,7 +15,7 @@ namespace Backup {
 
 namespace {
 
-/// The word of a reason in a copy's name.
+/// The reasons as they appear in file names.
 constexpr std::pair<Reason, const char*> reasonWords[] = {{Reason::Daily, "daily"},
                                                           {Reason::ByHand, "by hand"},
                                                           {Reason::Upgrade, "before upgrade"},
@@ -34,7 +34,7 @@ QString wordOf(Reason reason) {
     throw DatabaseFault(DatabaseFault::Unspecified, what.toStdString());
 }
 
-/// The number of rows of each table.
+/// The number of rows in each table.
 QList<std::pair<QString, double>> rowsOf(const Connection& data) {
     QStringList tables;
     Recordset names;
@@ -62,7 +62,7 @@ void check(const QString& path, const QList<std::pair<QString, double>>& rows) {
         fail("The copy of the data lacks some rows.");
 }
 
-/// A copy by its file's name; nothing for a file that is none.
+/// The copy that a file is, judging by its name; nothing if it is not one.
 std::optional<Copy> copyOf(const QFileInfo& file, const QString& base) {
     static const QRegularExpression pattern(
         QStringLiteral(R"(^(.*) (\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d) ([a-z ]+?)(?: \(\d+\))?\.mdb$)"));
@@ -77,8 +77,8 @@ std::optional<Copy> copyOf(const QFileInfo& file, const QString& base) {
     return Copy{.path = file.filePath(), .made = made, .reason = reason->first, .size = file.size()};
 }
 
-/// Removes the copies that are neither kept nor in use, and what a kill left of one.
-void thin(const QString& userFile, const QString& inUse) {
+/// Deletes the copies that are neither kept nor in use, and leftovers of an interrupted one.
+void prune(const QString& userFile, const QString& inUse) {
     const QList<Copy> copies = CopiesOf(userFile);
     QList<QDateTime> moments;
     for (const Copy& copy : copies)
@@ -87,7 +87,7 @@ void thin(const QString& userFile, const QString& inUse) {
     for (qsizetype i = 0; i < copies.size(); ++i)
         if (!kept[i] && copies[i].path != inUse)
             QFile::remove(copies[i].path);
-    constexpr int hour = 3600; // after which nobody writes it any more
+    constexpr int hour = 3600; // seconds; by then nobody is still writing it
     const QDir folder(FolderOf(userFile));
     for (const QFileInfo& file : folder.entryInfoList({u'*' + PartFile::ending() + u'*'}, QDir::Files))
         if (file.lastModified().secsTo(QDateTime::currentDateTime()) > hour)
@@ -99,8 +99,8 @@ std::function<void(const QString&)>& failureListener() {
     return listener;
 }
 
-/// Runs what makes a copy, and tells a failure to the listener; whether there was none.
-bool told(const std::function<void()>& make) noexcept {
+/// Makes a copy and reports a failure to the listener. Returns whether it succeeded.
+bool tryMaking(const std::function<void()>& make) noexcept {
     try {
         make();
         return true;
@@ -134,12 +134,12 @@ QString Make(const Connection& user, Reason reason, const QString& inUse) {
     const QString name =
         base + u' ' + QDateTime::currentDateTime().toString(momentFormat) + u' ' + wordOf(reason);
     QString path = part.rename(folder.filePath(name), QStringLiteral(".mdb"));
-    thin(source, inUse);
+    prune(source, inUse);
     return path;
 }
 
 bool MakeIfPossible(const Connection& user, Reason reason, const QString& inUse) noexcept {
-    return told([&] { Make(user, reason, inUse); });
+    return tryMaking([&] { Make(user, reason, inUse); });
 }
 
 void OnFailure(std::function<void(const QString& why)> listener) {
@@ -147,14 +147,14 @@ void OnFailure(std::function<void(const QString& why)> listener) {
 }
 
 void MakeDaily(const QString& userFile) noexcept {
-    told([&] {
+    tryMaking([&] {
         for (const Copy& copy : CopiesOf(userFile))
             if (copy.reason == Reason::Daily && copy.made.date() == QDate::currentDate())
                 return;
-        constexpr int longestWait = 1000; // milliseconds for another copy that saves
+        constexpr int maxWait = 1000; // milliseconds for another instance's save
         Connection user;
         user.setProperty("Data Source", userFile);
-        user.setBusyTimeout(longestWait);
+        user.setBusyTimeout(maxWait);
         user.Open();
         Make(user, Reason::Daily);
     });
@@ -167,7 +167,7 @@ QList<Copy> CopiesOf(const QString& userFile) {
         if (const auto copy = copyOf(file, base))
             copies.append(*copy);
     std::ranges::sort(copies, [](const Copy& one, const Copy& other) {
-        // Of one second, that with the higher number behind its name.
+        // Of copies made in the same second, the higher-numbered one is newer.
         return std::tuple(one.made, one.path.size(), one.path) >
                std::tuple(other.made, other.path.size(), other.path);
     });
@@ -184,7 +184,7 @@ Counts CountsOf(const Connection& data) {
 }
 
 QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
-    constexpr int mostOfToday = 20;
+    constexpr int maxOfToday = 20;
     constexpr int days = 10;
     constexpr qint64 weeks = 8;
     constexpr int months = 12;
@@ -202,7 +202,8 @@ QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
     int ofToday = 0;
     for (const QDateTime& moment : newestFirst) {
         const QDate day = moment.date();
-        bool keep = day >= today && ++ofToday <= mostOfToday; // the clock may have been set back since
+        bool keep =
+            day >= today && ++ofToday <= maxOfToday; // later days too, in case the clock has been set back
         keep |= day > today.addDays(-days) && isFirst(seenDays, day);
         keep |= mondayOf(day) > mondayOf(today).addDays(-7 * weeks) && isFirst(seenWeeks, mondayOf(day));
         keep |= firstOf(day) > firstOf(today).addMonths(-months) && isFirst(seenMonths, firstOf(day));

@@ -7,13 +7,13 @@
 
 #include <functional>
 
-/// Copies of the user's data in the folder "backups" beside them.
+/// Copies of the user's data, in the folder "backups" next to it.
 namespace Backup {
 
-/// What a copy was made for.
+/// Why a copy was made.
 enum class Reason { Daily, ByHand, Upgrade, Conversion, Deletion, Restore };
 
-/// A copy, as its name tells.
+/// A copy, as described by its name.
 struct Copy {
     QString path;
     QDateTime made;
@@ -21,38 +21,39 @@ struct Copy {
     qint64 size = 0; // bytes
 };
 
-/// How much a copy or the data hold.
+/// How much a copy or the data contains.
 struct Counts {
     int jobs = 0;
     int tanks = 0;
     bool operator==(const Counts&) const = default;
 };
 
-/// The folder of the copies of some user data.
+/// The folder with the copies of a user file.
 QString FolderOf(const QString& userFile);
 
-/// Copies open user data: written beside, checked, and renamed only then. The copy has mode and owner of the
-/// file, and what is too old goes, but for a copy that is in use. The copy's path. Throws DatabaseFault; no
-/// half copy stays.
+/// Copies open user data to a temporary file, checks it, and only then renames it. The copy gets the mode and
+/// owner of the original; copies that are too old are deleted, except one that is in use. Returns the copy's
+/// path. Throws DatabaseFault and leaves no partial copy.
 QString Make(const Connection& user, Reason reason, const QString& inUse = {});
 
-/// The same where a failure must not stop what goes on; it is told to the listener. Whether there is a copy.
+/// The same where a failure must not stop the caller: it is reported to the listener. Returns whether there
+/// is a copy.
 bool MakeIfPossible(const Connection& user, Reason reason, const QString& inUse = {}) noexcept;
 
-/// Sets what hears of a copy that could not be made, in the thread that tried.
+/// Sets the listener for copies that could not be made. It is called in the thread that tried.
 void OnFailure(std::function<void(const QString& why)> listener);
 
-/// Makes the copy of the day over a connection of its own, unless there is one. A failure is told as above.
+/// Makes the day's copy over its own connection, unless it exists. Failures go to the listener.
 void MakeDaily(const QString& userFile) noexcept;
 
-/// The copies of some user data, the newest first.
+/// The copies of a user file, newest first.
 QList<Copy> CopiesOf(const QString& userFile);
 
-/// What a copy holds. Throws DatabaseFault.
+/// What a copy contains. Throws DatabaseFault.
 Counts CountsOf(const Connection& data);
 
-/// Which of some moments, the newest first, are kept on a day: the newest of that day and of the nine before,
-/// of eight weeks and of twelve months, and the twenty newest of the day itself.
+/// Which of these moments, newest first, are kept on a given day: the newest of each of ten days, eight weeks
+/// and twelve months, and the twenty newest of the day itself.
 QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today);
 
 } // namespace Backup

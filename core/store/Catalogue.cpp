@@ -44,10 +44,10 @@ QString FractionConversion(double value) {
         const QString text = StatementNumber(value);
         const QString inch = "\"";
         const auto point = text.indexOf('.');
-        if (point < 1) // no fraction; a value below one stays as it is written
+        if (point < 1) // no fraction, or below one: unchanged
             return text + inch;
         const QString fraction = text.mid(point);
-        const double whole = Round(value - ToNumber(fraction), 0); // no dust of the subtraction
+        const double whole = Round(value - ToNumber(fraction), 0); // removes the subtraction's rounding error
         Rows rows("Sys", "SELECT * FROM tblFractionConversion WHERE DecimalValue = ?", {ToNumber(fraction)});
         return ShownNumber(whole) + "-" + (rows.AtEnd() ? QString() : rows["Fraction"].text()) + inch;
     });

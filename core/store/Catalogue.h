@@ -9,27 +9,27 @@ namespace Catalogue {
 /// A pipe of the catalogue by its U.S. key. Throws DatabaseFault.
 Gateway::Rows ReadPipe(const QString& pipeIndex);
 
-/// The bore of a pipe in inches; 0 when the catalogue has no such key. Throws DatabaseFault.
+/// The bore of a pipe in inches; 0 if the catalogue has no such key. Throws DatabaseFault.
 double PipeBore(const QString& pipeIndex);
 
-/// A size of pipe by its keys.
+/// A pipe size with its keys.
 struct PipeSize {
     QString pipeIndex;
     QString metricIndex;
     double bore; // in
 };
-/// The pipes of a schedule, "40", "80" or "Cu". Throws DatabaseFault.
+/// The pipes of a schedule: "40", "80" or "Cu". Throws DatabaseFault.
 std::vector<PipeSize> PipesOf(const QString& schedule);
 
-/// The factor of the pressure table for two band values in psig; 0 when it has no row for them. Throws
+/// The factor in the pressure table for two bands in psig; 0 if the table has no such row. Throws
 /// DatabaseFault.
 double ReadPressureFactor(double shockBand, double staticBand);
 
-/// The expansion of water to a maximum temperature in °F, from the table's column for a minimum one; 0 above
-/// its last row. Throws DatabaseFault.
+/// The expansion of water up to a maximum temperature in °F, from the column for a minimum temperature; 0
+/// above the last row. Throws DatabaseFault.
 double ReadExpansionFactor(int column, double maximumTemperature);
 
-/// Inches as whole number and fraction with the inch mark, such as 1-1/4"; a value below one stays decimal
+/// Inches as a whole number and a fraction with the inch mark, such as 1-1/4"; values below one stay decimal
 /// (.5"). Throws DatabaseFault.
 QString FractionConversion(double value);
 

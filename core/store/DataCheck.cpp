@@ -10,12 +10,12 @@ namespace DataCheck {
 
 namespace {
 
-constexpr qsizetype mostTold = 100;
+constexpr qsizetype maxReported = 100;
 
 QStringList textsOf(const Connection& user, const QString& statement) {
     QStringList texts;
     Recordset rows;
-    for (rows.Open(statement, user); !rows.AtEnd() && texts.size() < mostTold; rows.MoveNext())
+    for (rows.Open(statement, user); !rows.AtEnd() && texts.size() < maxReported; rows.MoveNext())
         texts.append(rows["V"].text());
     return texts;
 }
@@ -60,7 +60,7 @@ Findings Check(const Connection& user) {
         textsOf(user, "SELECT JobID & '.' & TankNo AS V FROM tblJobData WHERE TankNo IS NOT NULL "
                       "GROUP BY JobID, TankNo HAVING COUNT(*) > 1");
     if (Schema::versionOf(user) < Schema::currentVersion())
-        found.equalNames = Schema::collidingNames(user).mid(0, mostTold);
+        found.equalNames = Schema::collidingNames(user).mid(0, maxReported);
     return found;
 }
 

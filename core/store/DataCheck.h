@@ -2,32 +2,31 @@
 
 #include "core/store/Database.h"
 
-/// What may be wrong in the user's data though every write of the program was whole: another program's work,
-/// or a file that was mended or damaged.
+/// Faults in the user's data that no write of the program causes: another program's work, or a repaired or
+/// damaged file.
 namespace DataCheck {
 
 struct Findings {
-    QString damage;          // of the file; an empty text when it is sound
-    QStringList orphanJobs;  // IDs of jobs whose tank lines have no header
-    QStringList sharedTanks; // jobs with two tank lines of one number, as "A.3"
-    QStringList equalNames;  // keys that differ in the case of a letter alone, as "Öl / öl"
+    QString damage;          // of the file; empty if it is sound
+    QStringList orphanJobs;  // IDs of jobs with tank lines but no header
+    QStringList sharedTanks; // jobs with two tank lines of the same number, as "A.3"
+    QStringList equalNames;  // keys that differ only in case, as "Öl / öl"
 
     bool isEmpty() const {
         return damage.isEmpty() && orphanJobs.isEmpty() && sharedTanks.isEmpty() && equalNames.isEmpty();
     }
-    /// Each as a sentence for the user.
+    /// One sentence per finding, for the user.
     QStringList sentences() const;
 };
 
-/// Looks through open user data; of a large file only the first hundred of a kind are told. Throws
-/// DatabaseFault.
+/// Checks open user data; reports at most the first hundred findings of each kind. Throws DatabaseFault.
 Findings Check(const Connection& user);
 
-/// What the last check found, for whoever shows it; of one thread.
+/// The last check's findings, for whoever shows them. Only for use from one thread.
 const Findings& Latest();
 void SetLatest(const Findings& findings);
 
-/// Gives tank lines without a header one again. False when the job has a header by now. Throws DatabaseFault.
+/// Gives orphaned tank lines a header again. False if the job already has one. Throws DatabaseFault.
 bool GiveHeaderBack(const Connection& user, const QString& jobID);
 
 } // namespace DataCheck

@@ -6,10 +6,10 @@
 namespace Gateway {
 
 std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID) {
-    constexpr int longestWait = 100; // milliseconds for a lock: the next activation asks again
+    constexpr int maxWait = 100; // milliseconds for a lock; the next activation tries again
     try {
         Connection user = dbConnection("User");
-        user.setBusyTimeout(longestWait);
+        user.setBusyTimeout(maxWait);
         user.Open();
         const auto stands = [&](const char* table, const char* key, const QString& value) {
             if (value.isEmpty())

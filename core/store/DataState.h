@@ -6,14 +6,14 @@
 
 namespace Gateway {
 
-/// What a screen needs to know of the data when it comes to the front.
+/// What a screen needs to know about the data when it comes to the front.
 struct DataState {
     quint32 version = 0; // changes with each write
     bool jobStands = false;
     bool tankStands = false;
 };
 
-/// The state of a job and of a tank line; nothing when the data cannot be read just now.
+/// The state of a job and a tank line; nothing if the data cannot be read right now.
 std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID);
 
 } // namespace Gateway

@@ -73,8 +73,8 @@ void Recordset::step() {
         rowKey = cursor->rowKey();
 }
 
-/// Keeps the current row and gives up the read lock that the reading holds. Two copies of the program that
-/// both read and wait to write would otherwise stop each other.
+/// Keeps the current row and gives up the read lock. Otherwise two instances of the program that both read
+/// and wait to write would deadlock.
 void Recordset::letGo() {
     if (resting)
         return;
@@ -90,7 +90,7 @@ void Recordset::letGo() {
 void Recordset::MoveNext() {
     if (!std::exchange(deleted, false))
         requireRow();
-    if (std::exchange(resting, false)) // back to the row that was left for the write
+    if (std::exchange(resting, false)) // return to the row that was current before the write
         for (int row = 0; row <= position; ++row)
             if (!cursor->step())
                 break;
@@ -195,7 +195,7 @@ bool Recordset::Field::boolean() const {
 
 QDateTime Recordset::Field::dateTime() const {
     return QDateTime::fromString(recordset.value(index).toString(),
-                                 Qt::ISODate); // a day alone begins at 0:00
+                                 Qt::ISODate); // a date without a time means 0:00
 }
 
 QDate Recordset::Field::date() const {

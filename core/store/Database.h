@@ -9,27 +9,27 @@
 
 #include <memory>
 
-/// One database, closed until Open. Closes itself.
+/// One database, closed until Open is called. Closes itself.
 class Connection {
   public:
-    /// Parameters by the names of the data layer: "Provider", "Mode", "Data Source" and the password.
+    /// Parameters with the data layer's names: "Provider", "Mode", "Data Source" and the password.
     void setProperty(const QString& name, const QString& value);
-    /// All parameters as one text. It holds the password.
+    /// All parameters in one text, password included.
     QString ConnectionString() const;
     QString dataSource() const { return properties.value(QStringLiteral("Data Source")); }
 
-    /// How long Open and all that follows wait for another copy of the program that is saving.
+    /// How long Open and later calls wait while another instance of the program saves.
     void setBusyTimeout(int milliseconds) { busyMilliseconds = milliseconds; }
 
-    /// Lets Open open the data for reading alone, such as those of a copy or of someone else.
+    /// Makes Open read-only, for data such as a copy or somebody else's file.
     void setReadOnly() { readOnly = true; }
 
-    /// Opens the data, which must exist, for reading and writing. Throws DatabaseFault.
+    /// Opens the data for reading and writing; the file must exist. Throws DatabaseFault.
     void Open();
     void Close() { opened.reset(); }
     bool IsOpen() const { return opened != nullptr; }
 
-    /// The engine of an open connection. Throws DatabaseFault 3709 when it is closed.
+    /// The engine of an open connection. Throws DatabaseFault 3709 if it is closed.
     Engine& engine() const;
 
   private:
@@ -39,11 +39,11 @@ class Connection {
     bool readOnly = false;
 };
 
-/// Makes all writes over an open connection one: they stand together once Commit returns, and are taken back
-/// when the object goes without it. The connection must outlive it. Throws DatabaseFault.
+/// Makes all writes over an open connection atomic: Commit keeps them, and destruction without it rolls them
+/// back. The connection must outlive the object. Throws DatabaseFault.
 class Transaction {
   public:
-    /// What only reads sees one moment of the data, and hinders no other reader.
+    /// A transaction that only reads sees a snapshot and does not block other readers.
     enum class For { Writing, Reading };
     explicit Transaction(const Connection& connection, For purpose = For::Writing)
         : engine(connection.engine()) {
@@ -78,28 +78,28 @@ class Recordset {
     class Field {
       public:
         bool isNull() const;
-        /// Text; an empty one for null. Numbers as people read them, in their shortest form.
+        /// As text; empty for null. Numbers are in their shortest form for people to read.
         QString text() const;
-        /// A number, 0 for null. Throws Fault 13 when the column holds other text.
+        /// As a number, 0 for null. Throws Fault 13 if the column holds any other text.
         double number() const;
         bool boolean() const;
         QDateTime dateTime() const;
-        /// The day of a moment; an invalid one for null. It costs an eighth of the moment.
+        /// The day of a moment; invalid for null. Costs an eighth of reading the moment.
         QDate date() const;
-        /// The longest text that the column takes, as declared.
+        /// The column's maximum text length, as declared.
         int DefinedSize() const;
-        /// Whether the column holds texts or moments, not numbers.
+        /// Whether the column holds texts or moments rather than numbers.
         bool takesText() const;
         bool takesFractions() const;
 
         Field& operator=(const QString& text);
-        Field& operator=(const char* text); // which would otherwise be taken for a Boolean
+        Field& operator=(const char* text); // would otherwise convert to bool
         Field& operator=(double number);
         Field& operator=(int number);
         Field& operator=(bool flag);
         Field& operator=(const QDateTime& moment);
         void setNull() { assign({}); }
-        /// The value as the engine holds it, invalid for null, for what copies rows as they are.
+        /// The value as the engine holds it, invalid for null; for code that copies rows unchanged.
         QVariant stored() const;
         void setStored(const QVariant& value) { assign(value); }
 
@@ -112,27 +112,27 @@ class Recordset {
         int index;
     };
 
-    /// Runs a statement, or opens a whole table, and stands on the first row. The rows of a keyset cursor and
-    /// of a table can be changed. Throws DatabaseFault, with number 3709 when the connection is not open.
+    /// Runs a statement, or opens a whole table, and moves to the first row. The rows of a keyset cursor and
+    /// of a table can be changed. Throws DatabaseFault, number 3709 if the connection is closed.
     void Open(const QString& source, const Connection& connection,
               CursorType cursor = CursorType::ForwardOnly, CommandType command = CommandType::Text);
-    /// The same for a statement with a value for each of its ?: numbers, texts, days.
+    /// The same for a statement with a value for each ?: numbers, texts, days.
     void Open(const QString& source, const Connection& connection, const QVariantList& parameters,
               CursorType cursor = CursorType::ForwardOnly);
     void Close();
 
-    /// True when there is no current row.
+    /// True if there is no current row.
     bool AtEnd() const { return !onRow; }
     void MoveNext();
     int RecordCount() const { return cursor->count(); }
-    /// The names of the columns, in the order of the table or statement.
+    /// Column names, in the order of the table or statement.
     QStringList columnNames() const;
-    /// A column by name, in any case. Throws DatabaseFault 3265 for an unknown name.
+    /// A column by name, ignoring case. Throws DatabaseFault 3265 for an unknown name.
     Field operator[](const QString& name);
 
-    /// Starts a new row, which Update stores and makes the current one.
+    /// Starts a new row, which Update stores and makes current.
     void AddNew();
-    /// Stores the assigned columns in one write. What it stored survives a kill of the program and a power
+    /// Stores the assigned columns in one write. Once stored, they survive a kill of the program and a power
     /// cut.
     void Update();
     /// Deletes the current row.
@@ -147,8 +147,8 @@ class Recordset {
 
     std::unique_ptr<EngineCursor> cursor;
     bool onRow = false;
-    bool deleted = false; // the current row, by Delete
-    bool resting = false; // the reading was given up for a write; the current row is in stored
+    bool deleted = false; // whether Delete has removed the current row
+    bool resting = false; // whether the read was released for a write; the current row is then in `stored`
     int position = 0;     // of the current row, from 0
     bool adding = false;
     qint64 rowKey = 0;

@@ -26,15 +26,15 @@ std::function<void()>& undoableListener() {
     return listener;
 }
 
-/// What one deletion took away: the rows of a job, or of some tank lines.
+/// What one deletion removed: the rows of a job, or of some tank lines.
 struct Deletion {
-    QString file; // of the data
+    QString file; // the data file
     QString what;
     QString jobID; // empty for tank lines
     QList<StoredRows> rows;
 };
 
-/// The deletions since the program began, the last one at the end.
+/// The deletions since the program started, oldest first.
 QList<Deletion>& deletions() {
     static QList<Deletion> all;
     return all;
@@ -45,7 +45,7 @@ void remember(const Deletion& deletion) {
     undoableListener()();
 }
 
-/// What stands in the way of bringing a deletion back; an empty text when nothing does.
+/// Why a deletion cannot be undone; empty if it can.
 QString obstacle(const Connection& user, const Deletion& deletion) {
     if (user.dataSource() != deletion.file)
         return "The deletion was made in other data. Nothing was brought back.";
@@ -76,7 +76,7 @@ void RemoveJobRows(const Connection& user, const QString& jobID) {
         Recordset().Open("DELETE * FROM " + QString(table) + " WHERE JobID = ?", user, {jobID});
 }
 
-/// Lines and header in one write: a job is there whole or not at all.
+/// Deletes lines and header in one write, so that no job is ever half there.
 void DeleteJob(const QString& jobID) {
     const Connection connection = openDatabase("User");
     Backup::MakeIfPossible(connection, Backup::Reason::Deletion);

@@ -12,13 +12,13 @@ struct ColumnInfo {
     enum class Kind { Text, Memo, Double, Integer, SmallInteger, Boolean, Moment, Unknown };
     QString name;
     Kind kind = Kind::Unknown;
-    int size = 0; // of a text, in characters; of all else, in bytes
+    int size = 0; // texts: characters; all others: bytes
 };
 
-/// A column of a row to be written, by its place, and its value.
+/// A row to be written: column indexes with their values.
 using RowValues = QList<std::pair<int, QVariant>>;
 
-/// A statement that runs. The keys of rows are the engine's own and mean nothing outside of it.
+/// A running statement. Row keys are the engine's own and mean nothing outside it.
 class EngineCursor {
   public:
     virtual ~EngineCursor() = default;
@@ -27,32 +27,32 @@ class EngineCursor {
     EngineCursor& operator=(const EngineCursor&) = delete;
 
     virtual const QList<ColumnInfo>& columns() const = 0;
-    /// Goes to the next row; false behind the last.
+    /// Moves to the next row; false after the last.
     virtual bool step() = 0;
-    /// Goes back before the first row and gives up every lock that the reading holds.
+    /// Goes back before the first row and releases every read lock.
     virtual void rewind() = 0;
-    /// A column of the row: a whole number, a double, a text, or nothing for null.
+    /// A column of the row: an integer, a double, a text, or invalid for null.
     virtual QVariant value(int column) const = 0;
     virtual int count() const = 0;
 
-    /// Whether the rows are those of one table and can be changed.
+    /// Whether the rows come from a single table and can be changed.
     virtual bool isUpdatable() const = 0;
     virtual qint64 rowKey() const = 0;
-    /// Stores a new row at once; its key.
+    /// Stores a new row at once and returns its key.
     virtual qint64 insert(const RowValues& values) = 0;
     virtual void update(qint64 row, const RowValues& values) = 0;
     virtual void remove(qint64 row) = 0;
 };
 
-/// How a statement is to be opened.
+/// How to open a statement.
 struct StatementOptions {
     QVariantList parameters = {}; // for each ? of the statement, in order
     bool wholeTable = false;      // the text is the name of a table
     bool forChange = false;       // the rows are going to be changed
 };
 
-/// An open database of one engine. What depends on the engine's dialect, types, keys and files stands behind
-/// this. Everything throws DatabaseFault.
+/// An open database of one engine. Hides everything that depends on the engine's dialect, types, keys and
+/// files. Everything throws DatabaseFault.
 class Engine {
   public:
     virtual ~Engine() = default;
@@ -62,37 +62,35 @@ class Engine {
 
     virtual std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) = 0;
 
-    /// From begin to commit all writes are one: they stand together, or rollback takes them all back, which
-    /// never fails.
+    /// All writes from begin to commit are atomic; rollback undoes them and never fails.
     virtual void begin() = 0;
-    /// From here to commit all reading sees the data as they stand now, and nothing is written.
+    /// Until commit all reads see the data as it is now, and nothing may be written.
     virtual void beginReading() = 0;
     virtual void commit() = 0;
     virtual void rollback() noexcept = 0;
 
-    /// The number that the schema's author has stored with the data.
+    /// The version number that the schema's author stored in the file.
     virtual int schemaVersion() = 0;
-    /// A number that every write to the data changes, also one of another copy of the program.
+    /// Changes with every write to the data, including those of another instance of the program.
     virtual quint32 changeCounter() = 0;
-    /// Whether a table stands.
+    /// Whether a table exists.
     virtual bool hasTable(const QString& table) = 0;
-    /// Runs a script of the schema in the transaction that the caller has begun, and stores the version that
-    /// it makes.
+    /// Runs a schema script in the caller's transaction and stores the resulting version.
     virtual void runScript(const QString& script, int versionAfter) = 0;
-    /// The name of the first view, trigger, virtual table or computed column that stands under one of some
-    /// tables' names or acts on one; an empty text when there is none. What computes can take any time and
-    /// room.
+    /// The name of the first view, trigger, virtual table or anything computed (a generated column, an index
+    /// of an expression, a check) that has the name of one of these tables or acts on one; empty if there is
+    /// none.
     virtual QString foreignPart(const QStringList& tables) = 0;
-    /// What a check of all that is stored finds wrong; an empty text when it is sound. A thorough one also
-    /// compares the indexes with the rows, which takes several times as long.
+    /// What a check of the whole file finds wrong; empty if it is sound. A thorough check also compares the
+    /// indexes with the rows and takes several times as long.
     enum class Check { Quick, Thorough };
     virtual QString findDamage(Check check) = 0;
-    /// Ends a statement that still runs so long from now with a fault, so that a hostile file cannot hold the
-    /// program up; 0 takes the limit away.
+    /// Fails any statement still running this long from now, so that a hostile file cannot hang the program;
+    /// 0 removes the limit.
     virtual void limitTime(int milliseconds) = 0;
-    /// Copies the whole data, as they stand at one moment, into a file that is empty or not there yet.
+    /// Copies a snapshot of all data to a file that is empty or does not exist yet.
     virtual void copyTo(const QString& path) = 0;
-    /// Replaces the whole data by those of another engine of the same kind, in one write: a kill leaves the
-    /// one or the other.
+    /// Replaces all data with those of another engine of the same kind in one write: a kill leaves either the
+    /// old or the new.
     virtual void replaceBy(Engine& other) = 0;
 };

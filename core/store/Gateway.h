@@ -4,32 +4,32 @@
 
 namespace Gateway {
 
-/// A closed connection to the user database ("User") or the catalogue (any other name), in the folder that
-/// the session store gives. Without a folder its Open fails with 0x80040E4D.
-/// Throws NoDatabaseFile when the folder has no such file or cannot be seen.
+/// A closed connection to the user database ("User") or the catalogue (any other name), in the folder given
+/// by the session store. Without a folder, Open fails with 0x80040E4D. Throws NoDatabaseFile if the folder
+/// does not hold the file or cannot be reached.
 Connection dbConnection(const QString& databaseName);
 
 /// An open connection. Throws as above, and DatabaseFault.
 Connection openDatabase(const QString& databaseName);
 
-/// The file of a database in a folder, whose name is taken without regard to case and whose separators may be
-/// of either kind; an empty text when there is none.
+/// The path of a database file in a folder, matching its name regardless of case; the folder may use either
+/// kind of separator. Empty if there is none.
 QString FindDatabaseFile(const QString& folder, const QString& databaseName);
 
-/// The name of a database's file as it is shipped.
+/// The file name of a database as shipped.
 QString DatabaseFileName(const QString& databaseName);
 
-/// The password among the connection parameters. The files have none; it is kept for the error report's
-/// mask and for databases of earlier versions.
+/// The password among the connection parameters. Our files have none; it remains for the error report's mask
+/// and for databases of earlier versions.
 QString DatabasePassword();
 
-/// The rows of a statement, with the connection that they come over. Both close with the object.
+/// The rows of a statement, together with their connection. Both close with the object.
 class Rows {
   public:
     /// Throws as openDatabase.
     Rows(const QString& databaseName, const QString& statement, CursorType cursor = CursorType::ForwardOnly,
          CommandType command = CommandType::Text);
-    /// The rows of a statement with a value for each of its ?. Throws as openDatabase.
+    /// The rows of a statement with a value for each ?. Throws as openDatabase.
     Rows(const QString& databaseName, const QString& statement, const QVariantList& parameters,
          CursorType cursor = CursorType::ForwardOnly);
 
@@ -40,10 +40,10 @@ class Rows {
 
   private:
     std::unique_ptr<Connection> connection;
-    std::unique_ptr<Recordset> recordset; // goes first
+    std::unique_ptr<Recordset> recordset; // must be destroyed first
 };
 
-/// Runs a statement that gives no rows. Throws as openDatabase.
+/// Runs a statement that returns no rows. Throws as openDatabase.
 void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters = {});
 
 } // namespace Gateway

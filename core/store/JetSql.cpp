@@ -13,7 +13,7 @@ enum class Kind { Blank, Word, Name, Number, Text, Date, Parameter, Symbol };
 
 struct Token {
     Kind kind;
-    QString text; // a name without brackets, a quoted text without quotes, all else as written
+    QString text; // names without brackets, quoted texts without quotes, anything else as written
 };
 
 using Tokens = QList<Token>;
@@ -26,7 +26,7 @@ bool isWordCharacter(QChar c) {
     return c.isLetterOrNumber() || c == u'_';
 }
 
-/// Reads statement text token by token.
+/// Reads a statement token by token.
 class Tokenizer {
   public:
     explicit Tokenizer(const QString& statement) : source(statement) {}
@@ -64,7 +64,7 @@ class Tokenizer {
             position += 2;
             return {Kind::Symbol, two};
         }
-        // Comments belong to the engine's own dialect and would hide the rest of a statement.
+        // Comments belong to the engine's dialect and would hide the rest of a statement.
         if (two == u"--" || two == u"/*")
             syntaxError(QStringLiteral("'%1'.").arg(two));
         ++position;
@@ -155,8 +155,8 @@ void skipBlanks(const Tokens& tokens, qsizetype& i) {
         ++i;
 }
 
-/// Moves "GROUP BY column HAVING column = literal" in front, as a WHERE on the same rows: a group either
-/// has the value in all its rows or in none.
+/// Moves "GROUP BY column HAVING column = literal" forward, to a WHERE on the same rows: a group has the
+/// value in all its rows or in none.
 Tokens havingToWhere(const Tokens& tokens) {
     qsizetype group = -1;
     qsizetype having = -1;
@@ -205,8 +205,8 @@ bool isComparison(const Token& token) {
     return token.kind == Kind::Symbol && signs.contains(token.text);
 }
 
-/// Takes the trailing blanks off the texts that are compared as they stand: none are stored. Tells of each
-/// parameter whether it is one of them.
+/// Strips trailing blanks from compared texts, because stored texts have none. Returns for each parameter
+/// whether it is compared like that.
 QList<bool> trimComparedTexts(Tokens& tokens) {
     QList<bool> parameters;
     const auto neighbour = [&](qsizetype from, qsizetype direction) -> const Token* {
@@ -230,7 +230,7 @@ QList<bool> trimComparedTexts(Tokens& tokens) {
     return parameters;
 }
 
-/// Words that stand between expressions; every other word is part of one.
+/// Words between expressions; every other word is part of one.
 bool isKeyword(const Token& token) {
     static const QSet<QString> words = [] {
         const QString all = QStringLiteral("SELECT DISTINCT ALL TOP FROM WHERE AND OR NOT LIKE IN IS BETWEEN "
@@ -244,8 +244,8 @@ bool isKeyword(const Token& token) {
     return token.kind == Kind::Word && words.contains(token.text.toUpper());
 }
 
-/// Writes tokens in an engine's dialect. Expressions are parsed, so that each operator takes the operands
-/// that are its own; all else is passed on as it stands.
+/// Writes tokens in an engine's dialect. Parses expressions so that each operator gets the right operands;
+/// everything else is copied.
 class Writer {
   public:
     Writer(const Tokens& all, const SqlDialect& sqlDialect) : tokens(all), dialect(sqlDialect) {}
@@ -285,7 +285,7 @@ class Writer {
         return token.text;
     }
 
-    /// Whether the next sign, behind blanks, is one of these; it is taken then.
+    /// Consumes the next symbol, after blanks, if it is one of these.
     bool take(std::initializer_list<const char*> signs, QString* taken = nullptr) {
         qsizetype next = position;
         skipBlanks(tokens, next);
@@ -303,7 +303,7 @@ class Writer {
         return false;
     }
 
-    // From the operator that binds least to the one that binds most.
+    // The operators in order of precedence, loosest first.
     QString joined() {
         QString left = sum();
         while (take({"&"}))
@@ -337,7 +337,7 @@ class Writer {
         return base;
     }
 
-    /// One value, or a parenthesis with its function's name and all that stands inside.
+    /// One value, or a parenthesis with its function name and contents.
     QString operand() {
         if (position >= tokens.size() || !startsOperand())
             syntaxError(QStringLiteral("an operator without a right side."));
@@ -372,7 +372,7 @@ class Writer {
         return text + parenthesis();
     }
 
-    /// What stands in a parenthesis whose opening sign has been read.
+    /// The contents of a parenthesis whose opening symbol has been read.
     QString parenthesis() {
         Tokens inside;
         int depth = 1;
@@ -414,7 +414,7 @@ std::optional<QDate> ReadDate(const QString& text) {
                                        .replace(QStringLiteral("yy"), QStringLiteral("yyyy")),
                                    format, QStringLiteral("M/d/yyyy"), QStringLiteral("yyyy-MM-dd")}) {
         const QDate date = locale.toDate(text.trimmed(), pattern);
-        constexpr int firstYear = 100; // of the dates that a database holds
+        constexpr int firstYear = 100; // the range of dates that a database holds
         constexpr int lastYear = 9999;
         if (date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
             constexpr int centuryTurn = 1930; // two digits mean 1930 to 2029

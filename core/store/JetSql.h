@@ -6,11 +6,12 @@
 
 #include <optional>
 
-/// The day that a text means: in the user's short date format, with a year of two or four digits, or written
-/// month/day/year or year-month-day. Nothing when it is no date, as statements read dates between # signs.
+/// The day in a text: in the user's short date format, with a year of two or four digits, or as
+/// month/day/year or year-month-day. Nothing if it is not a date. Statements read dates between # signs this
+/// way.
 std::optional<QDate> ReadDate(const QString& text);
 
-/// How an engine writes what the program's statements say in a dialect of their own.
+/// How an engine expresses what the program's own SQL dialect says.
 class SqlDialect {
   public:
     virtual ~SqlDialect() = default;
@@ -19,30 +20,30 @@ class SqlDialect {
     SqlDialect& operator=(const SqlDialect&) = delete;
 
     virtual QString quotedName(const QString& name) const = 0;
-    /// base ^ exponent; null when either is.
+    /// base ^ exponent; null if either is.
     virtual QString power(const QString& base, const QString& exponent) const = 0;
-    /// A division that gives fractions; by zero it is an error.
+    /// Division with fractions; dividing by zero is an error.
     virtual QString quotient(const QString& numerator, const QString& denominator) const = 0;
-    /// Two values as one text. A null counts as an empty text, a number takes its shortest text.
+    /// Joins two values as text. A null counts as empty, a number as its shortest text.
     virtual QString joined(const QString& left, const QString& right) const = 0;
-    /// The name of the function that takes the day out of a moment.
+    /// The function that returns the day of a moment.
     virtual QString dayFunction() const = 0;
 };
 
-/// A statement in the dialect of the program's SQL, rewritten for an engine.
+/// A statement in the program's SQL dialect, rewritten for an engine.
 struct JetStatement {
     QString sql;
-    /// For each parameter, from the first ? on: whether it is compared as it stands, so that its trailing
-    /// blanks do not count.
+    /// For each parameter, from the first ?: whether it is compared as is, so that its trailing blanks do not
+    /// count.
     QList<bool> compared;
     /// The table of a "SELECT * FROM table [WHERE ...]", whose rows can be changed; empty for others.
     QString updatableTable;
 };
 
 /// Rewrites a statement: DELETE * FROM, #dates# in the user's short date format, DateValue, & between texts
-/// (which binds weaker than + and *), ^ for powers, [names in brackets], "texts in double quotes", division
-/// that gives fractions, and HAVING on the grouped column, which becomes WHERE so that an index serves it.
-/// A ? stands for a parameter, which the engine gets with its number: ?1, ?2.
-/// Quoted texts stay as they are, but for trailing blanks where they are compared, which do not count.
-/// Throws DatabaseFault for a quote, bracket or date that does not end or cannot be read.
+/// (which binds more loosely than + and *), ^ for powers, [names in brackets], "texts in double quotes",
+/// division with fractions, and HAVING on the grouped column, which becomes WHERE so that it can use an
+/// index. A ? is a parameter; the engine gets it numbered: ?1, ?2. Quoted texts stay as they are, except that
+/// compared ones lose their trailing blanks, which do not count. Throws DatabaseFault for an unterminated or
+/// unreadable quote, bracket or date.
 JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect);

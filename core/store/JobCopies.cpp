@@ -26,7 +26,7 @@ namespace {
     throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
 }
 
-/// A job's rows by a number that is another one as soon as any value is.
+/// Hashes of a job's rows: they differ as soon as any value does.
 struct Digest {
     QString jobID;
     QString description;
@@ -36,7 +36,7 @@ struct Digest {
     int tanks = 0;
 };
 
-/// The columns of a table in the order of their names, in which two files of one version agree.
+/// A digest of the columns sorted by name, since their order may differ between two files of one version.
 QString digestOf(const Connection& data, const QString& table) {
     Recordset rows;
     rows.Open("SELECT * FROM " + table + " WHERE 1 = 0", data);
@@ -45,7 +45,7 @@ QString digestOf(const Connection& data, const QString& table) {
     return "RowDigest([" + names.join("], [") + "])";
 }
 
-/// The digests of all jobs, by their IDs without regard to case; also of those that have lost their header.
+/// The digests of all jobs, by case-folded ID; also of those that have lost their header.
 QHash<QString, Digest> digestsOf(const Connection& data) {
     QHash<QString, Digest> digests;
     Recordset headers;
@@ -85,10 +85,10 @@ bool fits(const Recordset::Field& column, double number) {
     return std::isfinite(number) && (column.takesFractions() || std::abs(number) <= largestWhole);
 }
 
-/// Refuses rows that no screen could have stored: a text that its column does not take, one among numbers, or
+/// Rejects rows that no screen could have stored: a text too long for its column, one in a numeric column, or
 /// a key that no statement finds.
 void requireOrdinary(const Connection& user, const StoredRows& rows) {
-    constexpr qsizetype longestMemo = 1000000; // characters
+    constexpr qsizetype maxMemo = 1000000; // characters
     Recordset table;
     table.Open(rows.table, user, CursorType::ForwardOnly, CommandType::Table);
     for (qsizetype i = 0; i < rows.columns.size(); ++i) {
@@ -98,7 +98,7 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
             if (row[i].isValid() &&
                 (isText ? !column.takesText() : column.takesText() || !fits(column, row[i].toDouble())))
                 refuse("The file holds a value of the wrong kind in the column " + rows.columns[i] + ".");
-            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), longestMemo))
+            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), maxMemo))
                 refuse("The file holds a text that is too long for the column " + rows.columns[i] + ".");
             if (isText &&
                 (row[i].toString().contains(QChar(0)) ||
@@ -108,7 +108,7 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
     }
 }
 
-/// Refuses a tank line whose key another job's has.
+/// Rejects a tank line whose key belongs to another job.
 void requireFreeKeys(const Connection& user, const StoredRows& lines) {
     const qsizetype key = lines.columns.indexOf("TankID");
     for (const QVariantList& row : lines.rows)
@@ -147,8 +147,8 @@ std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSam
 } // namespace
 
 Source::Source(const QString& source, Origin origin) : path(source), comesFrom(origin) {
-    constexpr qint64 largestForeign = 64LL << 20; // bytes; a job of a thousand lines has half a megabyte
-    constexpr int longestStatement = 10000;       // milliseconds
+    constexpr qint64 largestForeign = 64LL << 20; // bytes; a job of a thousand lines takes half a megabyte
+    constexpr int maxStatementTime = 10000;       // milliseconds
     const QFileInfo file(path);
     if (!file.isFile())
         refuse("There is no file " + path);
@@ -159,10 +159,10 @@ Source::Source(const QString& source, Origin origin) : path(source), comesFrom(o
     connection.Open();
     Schema::requirePlainTables(connection);
     if (origin == Origin::Foreign) {
-        connection.engine().limitTime(longestStatement);
+        connection.engine().limitTime(maxStatementTime);
         if (const QString damage = connection.engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
             refuse("The file is damaged: " + damage);
-        connection.engine().limitTime(0); // what follows reads plain tables of a bounded size
+        connection.engine().limitTime(0); // the rest only reads plain tables of bounded size
     }
     const int version = Schema::versionOf(connection);
     if (version > Schema::currentVersion())

@@ -4,18 +4,18 @@
 
 #include <vector>
 
-/// Jobs that travel between the user's data and a copy of them, or a file of one job, which has the same
-/// tables.
+/// Moves jobs between the user's data and a copy of it, or a single-job file, which has the same tables.
 namespace JobCopies {
 
-/// Whether a file is a copy that the program made for itself, or came from anywhere.
+/// Whether the program made the file for itself, or it came from anywhere.
 enum class Origin { Own, Foreign };
 
-/// A copy that is open for reading. It is never changed: one of an older version is brought up in memory.
+/// A copy open for reading. It is never changed: if its version is older, a copy of it in memory is upgraded
+/// instead.
 class Source {
   public:
-    /// Throws DatabaseFault with a text for the user: for a file that is none of ours, of a newer version,
-    /// and a foreign one that is too large, damaged, or holds more than tables.
+    /// Throws DatabaseFault with a text for the user, if the file is not ours or of a newer version, and for
+    /// a foreign file that is too large, damaged, or contains more than tables.
     Source(const QString& path, Origin origin);
 
     const Connection& data() const { return connection; }
@@ -31,7 +31,7 @@ class Source {
     Origin comesFrom;
 };
 
-/// What of a copy stands otherwise today.
+/// How an item of a copy compares with today's data.
 enum class Today { Missing, Differs, Same, Only };
 
 struct Job {
@@ -48,32 +48,31 @@ struct Tank {
     Today today = Today::Same;
 };
 
-/// The jobs of a copy that today's data lack or hold otherwise, in the order of their IDs. Throws
-/// DatabaseFault.
+/// The jobs of a copy that are missing or different in today's data, ordered by ID. Throws DatabaseFault.
 std::vector<Job> ChangedJobs(const Source& copy, const Connection& user);
 
 /// All jobs of a copy. Throws DatabaseFault.
 std::vector<Job> AllJobs(const Source& copy, const Connection& user);
 
-/// The tank lines of a job, of the copy and of today. Throws DatabaseFault.
+/// The tank lines of a job, from both the copy and today. Throws DatabaseFault.
 std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID);
 
-/// Which of some jobs stand in the user's data, if only with tank lines that have no header. Throws
+/// Which of some jobs are in the user's data, even if only as tank lines without a header. Throws
 /// DatabaseFault.
 QStringList StandingOf(const QStringList& jobIDs, const Connection& user);
 
-/// Puts jobs of a copy into the user's data as they are, every column, in one write. Those of the same IDs go
-/// if they are among the replaced; any other has come meanwhile, and ends it. Throws DatabaseFault; nothing
-/// is changed then.
+/// Copies jobs with every column into the user's data, in one write. Jobs with the same IDs are replaced if
+/// they are in the list of the replaced; any other was added in the meantime and stops it. Throws
+/// DatabaseFault and then changes nothing.
 void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs,
              const QStringList& replaced);
 
-/// Puts the present data aside and replaces all of them by those of a copy, in one write. Throws
-/// DatabaseFault; nothing is changed then.
+/// Backs up the current data and replaces all of it with a copy's, in one write. Throws DatabaseFault and
+/// then changes nothing.
 void RestoreAll(const Source& copy, const Connection& user);
 
-/// Writes a job to a file of its own, which appears only when it is whole. A database of ours, whose name
-/// ends in "mdb", is not replaced by it. Throws DatabaseFault, and RecordGone when there is no such job.
+/// Writes a job to a file of its own, which only appears once it is complete. It never replaces a database (a
+/// name that ends in "mdb"). Throws DatabaseFault, and RecordGone if there is no such job.
 void Export(const Connection& user, const QString& jobID, const QString& path);
 
 } // namespace JobCopies

@@ -48,7 +48,7 @@ JobHeader::Sizes JobHeaderSizes() {
             .contractor = table["Contractor"].DefinedSize()};
 }
 
-/// The look and the write are one, beside another copy of the program, too.
+/// The check and the write share a transaction, so that no other instance can get in between.
 bool AddJobHeader(const JobHeader& header) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);

@@ -4,7 +4,7 @@
 
 /// A model of the catalogue.
 struct Model {
-    std::optional<QString> modelDscrptn; // the name, which tank lines store
+    std::optional<QString> modelDscrptn; // the name, as stored in tank lines
     std::optional<QString> app;          // the application's code
     std::optional<QString> series;       // the series' code
     std::optional<QString> bladder;
@@ -36,13 +36,13 @@ struct Model {
 
 namespace Catalogue {
 
-/// A model of the catalogue by its name; nothing when the catalogue does not have it. Throws DatabaseFault.
+/// A model of the catalogue by name; nothing if the catalogue does not have it. Throws DatabaseFault.
 std::optional<Model> ReadModel(const QString& model);
 
-/// The models of a series, in the order of the catalogue. Throws DatabaseFault.
+/// The models of a series, in catalogue order. Throws DatabaseFault.
 std::vector<Model> ModelsOf(const QString& series);
 
-/// The name of the application of a code, such as "Expansion Tank"; an empty text for an unknown one. Throws
+/// The name of the application with this code, such as "Expansion Tank"; empty for an unknown code. Throws
 /// DatabaseFault.
 QString ApplicationDescription(const QString& code);
 

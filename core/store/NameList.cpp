@@ -39,7 +39,7 @@ void add(const QString& table, const QString& name) {
 
 void remove(const QString& table, const QString& name) {
     Rows rows("User", "SELECT * FROM " + table + " WHERE fldName = '" + name + "'", CursorType::Keyset);
-    // What reads as a condition must not take another name along.
+    // A name that reads as an SQL condition must not delete a different name.
     if (!rows.AtEnd() && rows["fldName"].text().compare(name, Qt::CaseInsensitive) == 0)
         rows->Delete();
 }

@@ -2,16 +2,16 @@
 
 #include <QStringList>
 
-/// The lists of names, tblEngineer and tblContractor, which the user keeps.
+/// The user's name lists, tblEngineer and tblContractor.
 namespace NameList {
 
-/// The names of a list in the order of the table. Throws DatabaseFault, like all of these.
+/// The names of a list in table order. Throws DatabaseFault, like everything here.
 QStringList names(const QString& table);
-/// The longest name that a list takes, as declared.
+/// The maximum length of a name, as declared.
 int longest(const QString& table);
 bool has(const QString& table, const QString& name);
 void add(const QString& table, const QString& name);
-/// Takes a name out of a list. A name with an apostrophe fails, as it always has.
+/// Deletes a name from a list. A name with an apostrophe fails, as it always has.
 void remove(const QString& table, const QString& name);
 
 } // namespace NameList

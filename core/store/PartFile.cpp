@@ -19,12 +19,12 @@ namespace {
     throw DatabaseFault(DatabaseFault::Unspecified, what.toStdString());
 }
 
-constexpr int mostNames = 1000;
+constexpr int maxNames = 1000;
 
 } // namespace
 
 PartFile::PartFile(const QDir& folder, const QString& base) {
-    for (int number = 1; number < mostNames; ++number) {
+    for (int number = 1; number < maxNames; ++number) {
         file.setFileName(folder.filePath(QStringLiteral("%1 %2-%3%4")
                                              .arg(base)
                                              .arg(QCoreApplication::applicationPid())
@@ -57,7 +57,7 @@ void PartFile::takeMode(const QString& from) const {
 }
 
 QString PartFile::rename(const QString& base, const QString& ending) {
-    for (int number = 1; number < mostNames && !named; ++number)
+    for (int number = 1; number < maxNames && !named; ++number)
         named = file.rename(number == 1 ? base + ending
                                         : QStringLiteral("%1 (%2)%3").arg(base).arg(number).arg(ending));
     if (!named)

@@ -3,11 +3,11 @@
 #include <QDir>
 #include <QFile>
 
-/// A new file that stands beside its place, readable to the user alone, until it is whole. It goes with the
-/// object unless it got its name.
+/// A new file next to its final place, readable by the user alone until it is complete. It is deleted with
+/// the object unless it has got its name.
 class PartFile {
   public:
-    /// Throws DatabaseFault when the folder cannot be written to.
+    /// Throws DatabaseFault if the folder is not writable.
     PartFile(const QDir& folder, const QString& base);
     ~PartFile();
     PartFile(const PartFile&) = delete;
@@ -15,15 +15,15 @@ class PartFile {
 
     QString path() const { return file.fileName(); }
 
-    /// Gives it mode and, where the system lets us, owner of another file.
+    /// Copies the mode and, where the system allows it, the owner of another file.
     void takeMode(const QString& from) const;
-    /// Gives it a name that nothing in its folder has: with a number when the name is taken. The path that it
-    /// got. Throws DatabaseFault.
+    /// Renames it to a name that is free in its folder, adding a number if necessary. Returns the new path.
+    /// Throws DatabaseFault.
     QString rename(const QString& base, const QString& ending);
-    /// Puts it in the place of a plain file, whose mode it takes, or where none is. Throws DatabaseFault.
+    /// Moves it to `target`, replacing a plain file there and taking over its mode. Throws DatabaseFault.
     void replace(const QString& target);
 
-    /// The ending of such files, for whoever removes what a kill has left.
+    /// The extension of such files, for whoever cleans up after a kill.
     static QString ending() { return QStringLiteral(".part"); }
 
   private:

@@ -8,10 +8,10 @@
 #include <type_traits>
 #include <vector>
 
-/// The shared half of the record structs: which column of a table stands in which member of a struct.
+/// Shared by the record structs: maps the columns of a table to the members of a struct.
 namespace Record {
 
-/// The value of a column; nothing for null. Throws Fault 13 for a text in the column of a number.
+/// The value of a column; nothing for null. Throws Fault 13 for text in a numeric column.
 template<typename Value>
 std::optional<Value> valueOf(const Recordset::Field& field) {
     if (field.isNull())
@@ -26,7 +26,7 @@ std::optional<Value> valueOf(const Recordset::Field& field) {
         return static_cast<Value>(field.number());
 }
 
-/// Stores a value in a column; null for nothing.
+/// Stores a value in a column; nothing becomes null.
 template<typename Value>
 void assign(Recordset::Field field, const std::optional<Value>& value) {
     if (value)
@@ -35,7 +35,7 @@ void assign(Recordset::Field field, const std::optional<Value>& value) {
         field.setNull();
 }
 
-/// A column and the member of a record that it stands in.
+/// A column and the record member that holds its value.
 template<typename Row>
 struct Column {
     const char* name;
@@ -65,11 +65,11 @@ Row read(Recordset& rows, std::span<const Column<Row>> columns) {
     return row;
 }
 
-/// The records of all rows from the current one on; at most so many.
+/// The records from the current row on, up to a maximum number.
 template<typename Row>
 std::vector<Row> readAll(Recordset& rows, std::span<const Column<Row>> columns,
                          std::size_t most = std::size_t(-1)) {
-    std::vector<Recordset::Field> fields; // found once
+    std::vector<Recordset::Field> fields; // looked up once
     for (const Column<Row>& column : columns)
         fields.push_back(rows[column.name]);
     std::vector<Row> all;
@@ -82,21 +82,21 @@ std::vector<Row> readAll(Recordset& rows, std::span<const Column<Row>> columns,
     return all;
 }
 
-/// Gives the columns of the current or new row the values of a record. Update stores them.
+/// Assigns a record's values to the current or new row. Update stores them.
 template<typename Row>
 void write(Recordset& rows, const Row& row, std::span<const Column<Row>> columns) {
     for (const Column<Row>& column : columns)
         column.write(row, rows[column.name]);
 }
 
-/// Whether two records agree in some columns.
+/// Whether two records have the same values in some columns.
 template<typename Row>
 bool agree(const Row& one, const Row& other, std::span<const Column<Row>> columns) {
     return std::ranges::all_of(columns, [&](const Column<Row>& column) { return column.same(one, other); });
 }
 
-/// What a save does with a row that was changed since it was read: it refuses with RecordChanged, or goes
-/// over it.
+/// What a save does with a row that has changed since it was read: refuse with RecordChanged, or overwrite
+/// it.
 enum class IfChanged { Refuse, Overwrite };
 
 } // namespace Record

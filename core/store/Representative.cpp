@@ -28,7 +28,7 @@ std::optional<Representative> FindRepresentative(const QString& zip) {
                 {zip});
     if (joined.AtEnd())
         return std::nullopt;
-    // Both tables have a PostalCode, and the joined row gives the user's; the address needs the other.
+    // Both tables have a PostalCode, and the joined row returns the user's; the address needs the other.
     Rows own("Sys", "SELECT * FROM tblRepMaster WHERE RepID = ?", {joined["RepID"].text()});
     return Representative{.userPostalCode = zip,
                           .companyName = own["CompanyName"].text(),

@@ -2,7 +2,7 @@
 
 #include "core/store/Record.h"
 
-/// The maker's representative, whom submittals and specifications name.
+/// The maker's representative, named in submittals and specifications.
 struct Representative {
     std::optional<QString> userPostalCode;
     std::optional<QString> companyName;
@@ -16,27 +16,26 @@ struct Representative {
 
 namespace Records {
 
-/// The representative whom the catalogue's directory gives for a ZIP code. Throws DatabaseFault, like all of
-/// these.
+/// The catalogue directory's representative for a ZIP code. Throws DatabaseFault, like everything here.
 std::optional<Representative> FindRepresentative(const QString& zip);
 
-/// The company of the directory's representative for a postal code, which goes into the statement as it
-/// stands; an empty text when there is none.
+/// The company of the directory's representative for a postal code, which is inserted into the statement
+/// unescaped; empty if there is none.
 QString DirectoryCompany(const QString& postalCode);
 
-/// The user's own representatives, in the order of the table.
+/// The user's own representatives, in table order.
 std::vector<Representative> OwnRepresentatives();
-/// The user's own for a ZIP code.
+/// The user's own representative for a ZIP code.
 std::optional<Representative> OwnRepresentative(const QString& zip);
 /// Makes a representative the user's default, in the first row.
 void SaveDefaultRepresentative(const Representative& representative);
-/// The longest text of a column, as declared.
+/// The maximum length of a column, as declared.
 int RepresentativeTextSize(const QString& column);
 
-/// Adds the representative of a ZIP code to the user's own; nothing is written when there is none.
+/// Copies a ZIP code's representative to the user's own; writes nothing if there is none.
 void TransferRepInfoToUser(const QString& zip);
 
-/// Empties the catalogue's directory. Where the user may not write the catalogue that fails.
+/// Empties the catalogue's directory. Fails if the user may not write the catalogue.
 void DeleteDirectory();
 
 } // namespace Records

@@ -19,7 +19,7 @@ const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", 
     throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.ConnectionString().toStdString());
 }
 
-/// Puts a copy aside over a connection of its own, which only reads what the caller has locked.
+/// Backs up over a separate connection, which only reads what the caller has locked.
 void putCopyAside(const Connection& user) {
     Connection reader;
     reader.setProperty("Data Source", user.dataSource());
@@ -27,10 +27,10 @@ void putCopyAside(const Connection& user) {
     Backup::Make(reader, Backup::Reason::Upgrade);
 }
 
-/// The version whose keys compare without regard to the case of every letter.
+/// From this version on, keys compare regardless of case, for letters of any script.
 constexpr int lettersVersion = 4;
 
-/// Whether data of a version stay as they are until the user has settled which of two jobs keeps its name.
+/// Whether data stays at its version until the user has decided which of two jobs keeps its name.
 bool waitsForNames(const Connection& user, int version) {
     return version == lettersVersion - 1 && !collidingNames(user).isEmpty();
 }
@@ -101,10 +101,9 @@ void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) 
                          "newer program.")
                          .arg(found)
                          .arg(newest));
-    if (found == newest || found == 0 ||
-        waitsForNames(user, found)) // without a version it is not one of ours
+    if (found == newest || found == 0 || waitsForNames(user, found)) // no version means it is not our file
         return;
-    Transaction lock(user); // for which another copy of the program waits
+    Transaction lock(user); // makes other instances of the program wait
     const int version = versionOf(user);
     if (version < newest && copyFirst == CopyFirst::Yes)
         putCopyAside(user);

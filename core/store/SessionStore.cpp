@@ -16,11 +16,11 @@ namespace Registry {
 
 namespace {
 
-constexpr int bufferSize = 1024;      // characters, the trailing NUL included
-constexpr long errorFileNotFound = 2; // the system's code for a key that is not there
+constexpr int bufferSize = 1024;      // characters, including the trailing NUL
+constexpr long errorFileNotFound = 2; // the system's error code for a missing key
 const QString keyMarker = QStringLiteral("Created");
 
-/// The settings that stand for one root; the group is the key's path.
+/// The settings that implement a root; the group is the key's path.
 std::unique_ptr<QSettings> openRoot(RegistryRoot root, const QString& keyPath) {
 #ifdef Q_OS_WIN
     const QString prefix = root == RegistryRoot::CurrentUser ? QStringLiteral("HKEY_CURRENT_USER\\")
@@ -36,8 +36,7 @@ std::unique_ptr<QSettings> openRoot(RegistryRoot root, const QString& keyPath) {
 #endif
 }
 
-/// Makes the user's file nobody else's to read, whatever the mask of new files; it keeps its mode when it is
-/// rewritten.
+/// Makes the file readable by the user alone, whatever the umask; rewriting keeps the mode.
 void keepPrivate(const QSettings& settings) {
 #ifndef Q_OS_WIN
     if (settings.scope() != QSettings::UserScope)
@@ -52,7 +51,7 @@ void keepPrivate(const QSettings& settings) {
 #endif
 }
 
-/// The spelling under which a value is stored, or an empty text when it is absent.
+/// The stored spelling of a value's name; empty if the value is absent.
 QString storedName(const QSettings& settings, const QString& valueName) {
     const QStringList names = settings.childKeys();
     for (const QString& name : names)
@@ -78,8 +77,8 @@ const TaskName taskNames[] = {{QStringLiteral("Mode"), &Session::TaskValues::mod
 
 struct AtWork {
     Session::Task task;
-    Session::TaskValues stored; // what stands in the file of these values, as far as this program knows
-    bool storing = false;       // the values of the task are soon to be stored
+    Session::TaskValues stored; // what the file holds for these values, as far as this instance knows
+    bool storing = false;       // whether a write of the task's values is scheduled
     std::function<void(const Session::Task&, const Session::TaskValues&)> listener;
 };
 
@@ -88,7 +87,7 @@ AtWork& atWork() {
     return instance;
 }
 
-/// The value of the task at work that a name stands for; null when it belongs to none.
+/// The value of the task at work with this name; null if it is not a task value.
 const TaskName* taskValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
     if (!atWork().task || root != HKeyCurrentUser() ||
         keyPath.compare(AppRegistryKey(), Qt::CaseInsensitive) != 0)
@@ -99,7 +98,7 @@ const TaskName* taskValue(RegistryRoot root, const QString& keyPath, const QStri
     return nullptr;
 }
 
-/// A stored text as it can be read: cut at a NUL, and not at all when it exceeds the buffer.
+/// A stored text as readers see it: cut at a NUL, and nothing if it does not fit the buffer.
 std::optional<QString> readable(const QString& stored) {
     if (stored.size() >= bufferSize)
         return std::nullopt;
@@ -107,7 +106,7 @@ std::optional<QString> readable(const QString& stored) {
     return end < 0 ? stored : stored.left(end);
 }
 
-/// Gives the task at work a value that was written or removed.
+/// Records a written or removed value in the task at work.
 void noteWrite(const TaskName& value, const std::optional<QString>& now) {
     std::optional<QString>& text = (*atWork().task).*value.text;
     atWork().stored.*value.text = now;
@@ -136,7 +135,7 @@ QString DatabaseDirectoryValue() {
 }
 
 bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text) {
-    // Not from the file: another copy of the program may have written its own work there.
+    // Not from the file: another instance of the program may have written its own work there.
     if (const TaskName* own = taskValue(root, keyPath, valueName)) {
         const std::optional<QString>& value = (*atWork().task).*own->text;
         text = value.value_or(QString());
@@ -149,7 +148,7 @@ bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& value
         return false;
     }
     const QVariant value = settings->value(name);
-    if (value.typeId() == QMetaType::QByteArray) { // a number is kept as its four bytes
+    if (value.typeId() == QMetaType::QByteArray) { // a number is stored as its four bytes
         const QByteArray bytes = value.toByteArray();
         std::uint32_t number = 0;
         for (auto byte = bytes.crbegin(); byte != bytes.crend(); ++byte)
@@ -157,7 +156,7 @@ bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& value
         text = QString::number(static_cast<std::int32_t>(number));
         return true;
     }
-    // A comma makes an ini reader see a list; the writer quotes such texts, older files may not have.
+    // An ini reader splits at a comma into a list; the writer quotes such texts, but older files may not.
     const QString stored =
         value.typeId() == QMetaType::QStringList ? value.toStringList().join(u',') : value.toString();
     const auto read = readable(stored);
@@ -269,12 +268,12 @@ void putToWork(const Task& task) {
         work.storing = false;
         return;
     }
-    if (!before) // it begins with what stands there
+    if (!before) // it starts from what is stored
         work.stored = *task;
     if (*task == work.stored || std::exchange(work.storing, true))
         return;
-    // The program reads the values of the task itself. In the file they are for the next start, and each
-    // write there waits for the disk: a user who goes back and forth between windows is not to wait for that.
+    // The program reads the values from the task itself. The file only serves the next start, and each write
+    // waits for the disk; switching between windows must not.
     constexpr int soon = 500; // milliseconds
     if (QCoreApplication::instance())
         QTimer::singleShot(soon, QCoreApplication::instance(), storeTask);

@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <optional>
 
-/// The blackboard between the screens: named text values that outlive the program. On Windows it is the
-/// registry, elsewhere an ini file of the user and one of the machine, with the registry's rules: names
-/// compare without regard to case, and a write below a key that does not exist is lost without a word.
+/// The blackboard that the screens share: named text values that persist between runs. On Windows this is the
+/// registry, elsewhere an ini file for the user and one for the machine, with the registry's rules: names
+/// ignore case, and a write below a missing key is silently lost.
 namespace Registry {
 
 enum class RegistryRoot : std::uint32_t { CurrentUser = 0x80000001, LocalMachine = 0x80000002 };
@@ -21,14 +21,15 @@ RegistryRoot HKeyCurrentUser();
 RegistryRoot HKeyLocalMachine();
 /// The path of the program's own key.
 QString AppRegistryKey();
-/// The name of the value that holds the folder of the two databases.
+/// The name of the value with the folder of the two databases.
 QString DatabaseDirectoryValue();
 
-/// Reads a value. False, with an empty text, when the key or the value is absent or the text has 1,024
-/// characters or more. A number is given as decimal text; a value of another type leaves the text alone.
+/// Reads a value. False, with an empty text, if the key or the value is absent or the text has 1,024
+/// characters or more. A number is returned as decimal text; a value of any other type leaves the text
+/// unchanged.
 bool GetRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName, QString& text);
 
-/// Writes a value below the user's root. Does nothing when the key does not exist.
+/// Writes a value below the user's root. Does nothing if the key does not exist.
 void SetRegValue(const QString& keyPath, const QString& valueName, const QVariant& value, RegistryType type);
 
 /// A key that is open for writing.
@@ -37,15 +38,16 @@ struct RegistryKey {
     QString path;
 };
 
-/// Writes one value of an open key; 0 when it was written or its type is unknown, else an error code.
+/// Writes one value of an open key. Returns 0 if it was written or its type is unknown, otherwise an error
+/// code.
 long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryType type,
                 const QVariant& value);
 
-/// Removes a value; nothing happens when it is absent.
+/// Removes a value; does nothing if it is absent.
 void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName);
 
-/// Creates a key when it is absent; 0 when it stands and can be written to, else an error code. Only the
-/// install step and the database path dialog do so.
+/// Creates a key if it is absent. Returns 0 if it exists and is writable, otherwise an error code. Only the
+/// install step and the database path dialog call this.
 long CreateRegistryKey(RegistryRoot root, const QString& keyPath);
 
 /// One named value of the program's own key under the user's root.
@@ -53,7 +55,7 @@ class SessionValue {
   public:
     explicit constexpr SessionValue(const char* valueName) : name(valueName) {}
     bool read(QString& text) const;
-    /// The text, or an empty one when the value cannot be read.
+    /// The text; empty if the value cannot be read.
     QString text() const;
     void write(const QString& text) const;
 
@@ -71,7 +73,7 @@ inline constexpr Registry::SessionValue TankID{"TankID"};
 inline constexpr Registry::SessionValue TankClass{"TankClass"};
 inline constexpr Registry::SessionValue TankType{"TankType"};
 
-/// What the mode can be.
+/// The possible modes.
 namespace Modes {
 inline constexpr QLatin1String New{"New"};
 inline constexpr QLatin1String Edit{"Edit"};
@@ -81,8 +83,8 @@ inline constexpr QLatin1String Engineers{"Engineers"};
 inline constexpr QLatin1String Contractors{"Contractors"};
 } // namespace Modes
 
-/// The session's tank line; an empty text for one to come.
+/// The session's tank line; empty for a new one.
 QString tankLine();
-/// The application that the session's TankClass names; nothing when it is absent or unknown.
+/// The application named by the session's TankClass; nothing if absent or unknown.
 std::optional<Application> application();
 } // namespace Session

@@ -6,8 +6,9 @@
 #include <memory>
 #include <optional>
 
-/// Whose values stand in the session store. A user has several windows and the store is one: so each piece of
-/// work, a task, has values of its own, which stand in the store while one of its screens is at work.
+/// Which task's values the session store holds. A user has several windows but there is only one store, so
+/// each piece of work, a task, has its own values, which are in the store while one of its screens is at
+/// work.
 namespace Session {
 
 /// The values of a task; nothing for one that is absent.
@@ -20,27 +21,28 @@ struct TaskValues {
     bool operator==(const TaskValues&) const = default;
 };
 
-/// The tank line that a task is about; an empty text for one to come, which has no key yet. The tank picker
-/// leaves its caption "Add New..." for one.
+/// The tank line that a task is about; empty for a new one, which has no key yet. For that the tank picker
+/// stores its caption "Add New...".
 QString lineOf(const TaskValues& values);
 
 /// A task, shared by its screens.
 using Task = std::shared_ptr<TaskValues>;
 
-/// The task whose values stand in the store and that the writes belong to; null until one is put to work.
+/// The task whose values are in the store and which receives the writes; null until the first one is put to
+/// work.
 Task taskAtWork();
 
-/// A task that begins with what stands in the store.
+/// A task initialised from the store.
 Task newTask();
 
-/// Lets the store have the values of a task, absent ones too, and gives it the writes that follow. Null
-/// leaves the store as it stands, to be read and written without a task.
+/// Puts a task's values into the store, absent ones included, and directs later writes to it. Null leaves the
+/// store as it is, to be read and written without a task.
 void putToWork(const Task& task);
 
-/// Stores the values of the task at work now, which happens by itself a moment after it was put to work.
+/// Stores the values of the task at work now; otherwise this happens shortly after it was put to work.
 void storeTask();
 
-/// Sets what hears of a write that changes the task at work, with the values before it.
+/// Sets the listener for writes that change the task at work; it gets the earlier values.
 void onTaskWrite(std::function<void(const Task& task, const TaskValues& before)> listener);
 
 } // namespace Session

@@ -21,7 +21,7 @@ using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
 const char* const divisionByZero = "Division by zero";
 const char* const overflow = "Overflow";
 
-/// Throws a failure of the engine in the words and numbers that the program's users know.
+/// Throws an engine failure with the wording and numbers that users know.
 [[noreturn]] void throwFault(sqlite3* handle, int code, const QString& source) {
     const std::string message = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int kind = code & 0xFF;
@@ -49,7 +49,7 @@ bool isNull(sqlite3_value* value) {
     return sqlite3_value_type(value) == SQLITE_NULL;
 }
 
-/// The result of an arithmetic function; null when an argument is.
+/// The result of an arithmetic function; null if an argument is null.
 void arithmetic(sqlite3_context* context, sqlite3_value** arguments, double (*function)(double, double)) {
     if (isNull(arguments[0]) || isNull(arguments[1]))
         return sqlite3_result_null(context);
@@ -84,8 +84,8 @@ void joinFunction(sqlite3_context* context, int /*count*/, sqlite3_value** argum
     sqlite3_result_text(context, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
 }
 
-/// A number that tells rows with different values apart: a hash (FNV-1a) of types and values. Of its 40 bits
-/// a sum over all rows of a file does not overflow.
+/// Hashes types and values (FNV-1a), to tell different rows apart. 40 bits, so that a sum over all rows of a
+/// file does not overflow.
 void digestFunction(sqlite3_context* context, int count, sqlite3_value** arguments) {
     std::uint64_t hash = 0xCBF29CE484222325ULL;
     const auto take = [&hash](const void* bytes, int size) {
@@ -99,7 +99,7 @@ void digestFunction(sqlite3_context* context, int count, sqlite3_value** argumen
         if (type == SQLITE_FLOAT) { // its text would lack the last digits
             const double number = sqlite3_value_double(arguments[i]);
             take(&number, sizeof number);
-        } else if (const void* bytes = sqlite3_value_blob(arguments[i])) { // whole numbers as their texts
+        } else if (const void* bytes = sqlite3_value_blob(arguments[i])) { // whole numbers as text
             take(bytes, sqlite3_value_bytes(arguments[i]));
         }
     }
@@ -123,7 +123,7 @@ class Dialect : public SqlDialect {
     QString dayFunction() const override { return QStringLiteral("date"); }
 };
 
-/// A column by the type that the schema declares, such as "TEXT(50)".
+/// A column, from the type declared in the schema, such as "TEXT(50)".
 ColumnInfo columnOf(const QString& name, const QString& declared) {
     using Kind = ColumnInfo::Kind;
     static const struct {
@@ -150,7 +150,7 @@ class SqliteCursor final : public EngineCursor {
         : database(handle), statement(nullptr, sqlite3_finalize), parameters(values), table(changedTable),
           connectionString(source), countQuery(sql) {
         QString text = sql;
-        if (isUpdatable()) // the row's own number, ahead of the table's columns
+        if (isUpdatable()) // the row key, ahead of the table's columns
             text.replace(text.indexOf(u'*'), 1, QStringLiteral("rowid, *"));
         const QByteArray bytes = text.toUtf8();
         const char* rest = nullptr;
@@ -279,7 +279,7 @@ class SqliteCursor final : public EngineCursor {
     sqlite3* database;
     Statement statement;
     QVariantList parameters;
-    QString table; // whose rows can be changed; empty when the statement is not of that kind
+    QString table; // the table whose rows can be changed; empty for other statements
     QString connectionString;
     QString countQuery;
     QList<ColumnInfo> names;
@@ -298,9 +298,9 @@ class SqliteEngine final : public Engine {
             throwFault(opened, code, connectionString);
         sqlite3_extended_result_codes(opened, 1);
         sqlite3_busy_timeout(opened, options.busyMilliseconds);
-        // Without this a name in double quotes that no column has would silently be a text.
+        // Otherwise an unknown name in double quotes would silently count as text.
         sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-        // Opening touches no page; reading the header tells a database from any other file.
+        // Opening reads no page; reading the header tells a database from any other file.
         run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
         SqliteLetters::add(opened);
         using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
@@ -336,8 +336,8 @@ class SqliteEngine final : public Engine {
         return number(QStringLiteral("SELECT user_version AS V FROM pragma_user_version"));
     }
 
-    /// The header's, which each transaction counts up. It is read over the engine's own handle of the file:
-    /// to close another would drop the locks that the engine holds.
+    /// The counter in the header, which each transaction increments. Read through the engine's own file
+    /// handle: closing another handle would drop the engine's locks.
     quint32 changeCounter() override {
         sqlite3_file* file = nullptr;
         std::array<unsigned char, 4> bytes{};
@@ -419,7 +419,7 @@ class SqliteEngine final : public Engine {
   private:
     using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 
-    /// The engine copies by itself: opening the file another way would drop the locks that it holds on it.
+    /// Copies through the engine: opening the file in any other way would drop the engine's locks.
     static void copy(sqlite3* from, sqlite3* to, sqlite3* teller, const QString& source) {
         sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
         if (!backup)

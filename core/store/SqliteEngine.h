@@ -3,15 +3,15 @@
 #include "core/store/Engine.h"
 #include "core/store/JetSql.h"
 
-/// How a file is opened.
+/// How to open a file.
 struct SqliteOptions {
     int busyMilliseconds = 0;
     bool readOnly = false;
-    QString connectionString; // the source of its faults
+    QString connectionString; // reported as the source of faults
 };
 
-/// Opens a database file, which must exist. Throws DatabaseFault.
+/// Opens an existing database file. Throws DatabaseFault.
 std::unique_ptr<Engine> OpenSqlite(const QString& path, const SqliteOptions& options);
 
-/// How the engine writes what the program's statements say.
+/// How SQLite expresses the program's statements.
 const SqlDialect& SqliteDialect();

@@ -6,8 +6,8 @@
 
 #include <array>
 
-/// What the user's tables and the statements ask of each handle of the engine: the collation LETTERS, and
-/// LIKE without regard to the case of any letter.
+/// What the user's tables and the statements need on each SQLite handle: the collation LETTERS, and LIKE
+/// ignoring the case of letters of any script.
 namespace SqliteLetters {
 
 inline std::string_view textOf(sqlite3_value* value) {
@@ -21,7 +21,7 @@ inline int compare(void* /*unused*/, int oneSize, const void* one, int otherSize
                           {static_cast<const char*>(other), static_cast<std::size_t>(otherSize)});
 }
 
-/// text LIKE pattern comes as like(pattern, text), with the escape as the third.
+/// text LIKE pattern arrives as like(pattern, text), with the escape as third argument.
 inline void like(sqlite3_context* context, int count, sqlite3_value** arguments) {
     for (int i = 0; i < count; ++i)
         if (sqlite3_value_type(arguments[i]) == SQLITE_NULL)
@@ -36,7 +36,7 @@ inline void like(sqlite3_context* context, int count, sqlite3_value** arguments)
     sqlite3_result_int(context, HasForm(textOf(arguments[1]), textOf(arguments[0]), escape) ? 1 : 0);
 }
 
-/// Makes both known to a handle.
+/// Registers both with a handle.
 inline void add(sqlite3* handle) {
     sqlite3_create_collation_v2(handle, "LETTERS", SQLITE_UTF8, nullptr, compare, nullptr);
     for (const int arguments : {2, 3})

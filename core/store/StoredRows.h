@@ -6,22 +6,22 @@
 
 namespace Gateway {
 
-/// Rows of a table as the engine holds them, to be written elsewhere without a change.
+/// Rows of a table as the engine holds them, to be written elsewhere unchanged.
 struct StoredRows {
     QString table;
     QStringList columns;
     QList<QVariantList> rows;
 };
 
-/// The rows of a table whose column has a text. Throws DatabaseFault.
+/// The rows of a table in which a column has this text. Throws DatabaseFault.
 StoredRows ReadStoredRows(const Connection& data, const QString& table, const QString& column,
                           const QString& text);
 
-/// Adds rows. Whoever adds several tables' makes one transaction of it. Throws DatabaseFault, also for a
-/// column that the table does not have and for a key that is taken.
+/// Adds rows. A caller adding to several tables wraps the calls in a transaction. Throws DatabaseFault, also
+/// for an unknown column and a key already in use.
 void AddStoredRows(const Connection& data, const StoredRows& rows);
 
-/// Whether a table has a row whose column has a text. Throws DatabaseFault.
+/// Whether a table has a row in which a column has this text. Throws DatabaseFault.
 bool HasRow(const Connection& data, const QString& table, const QString& column, const QString& text);
 
 } // namespace Gateway

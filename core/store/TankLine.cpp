@@ -119,7 +119,8 @@ std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
     return rows.AtEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
 }
 
-/// Adds a line below its job's header. Number and row are one write, beside another copy of the program, too.
+/// Adds a line below its job's header. Number and row are one write, so that no other instance can take the
+/// number.
 QString add(const TankLine& line, TankLine::Columns columns) {
     const QString job = line.jobID.value_or(QString());
     const Connection connection = Gateway::openDatabase("User");
@@ -155,7 +156,7 @@ TankLine::Columns TankLine::shockConditions() {
 TankLine::Columns TankLine::steelTank() {
     return newSteelTank().first(3);
 }
-/// A new conversion has its fluid, too, which no screen asks for.
+/// A new conversion also stores its fluid, which no screen asks for.
 TankLine::Columns TankLine::newSteelTank() {
     return steelColumns;
 }
@@ -219,7 +220,7 @@ bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
     QString tankID;
     const bool hasTank = Session::TankID.read(tankID);
     if (mode == Session::Modes::New ||
-        (hasTank && tankID.isEmpty())) // a package's Add More leaves the mode alone
+        (hasTank && tankID.isEmpty())) // a package's Add More does not change the mode
         tankID = add(line, columns);
     else if (hasTank)
         UpdateTankLine(tankID, line, columns, asRead, ifChanged);

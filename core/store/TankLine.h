@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-/// A tank line of a job. What is not stored, or not yet, is nothing.
+/// A tank line of a job. Values not stored, or not yet, are nothing.
 struct TankLine {
     std::optional<QString> tankID; // the job's ID, a point and the number
     std::optional<int> tankNo;
@@ -30,16 +30,16 @@ struct TankLine {
     std::optional<double> staticPressure;     // psig
     std::optional<double> shockPressure;      // psig
     std::optional<double> waterVelocity;      // ft/s
-    std::optional<double> kineticEnergy;      // ft lbs a foot of pipe
+    std::optional<double> kineticEnergy;      // ft lbs per foot of pipe
     std::optional<double> totalKineticEnergy; // ft lbs
-    std::optional<double> leakLoad;           // share of the tank
+    std::optional<double> leakLoad;           // fraction of the tank
     std::optional<double> pumpRunTime;        // s
     std::array<std::optional<QString>, 10> tags;
 
     static constexpr int mostTags = 10;
 
     using Columns = std::span<const Record::Column<TankLine>>;
-    /// All columns, and those that one screen writes.
+    /// All columns, and those that each screen writes.
     static Columns all();
     static Columns conditions();
     static Columns shockConditions();
@@ -54,33 +54,33 @@ struct TankLine {
 
 namespace Records {
 
-/// The tank line of a key; nothing when there is none. Throws DatabaseFault.
+/// The tank line with this key; nothing if there is none. Throws DatabaseFault.
 std::optional<TankLine> ReadTankLine(const QString& tankID);
 
-/// The tank line of the session; nothing for one to come. Throws RecordGone when one that is to be edited is
-/// not there, and DatabaseFault.
+/// The session's tank line; nothing for a new one. Throws RecordGone if the line to be edited does not exist,
+/// and DatabaseFault.
 std::optional<TankLine> ReadTankLineToEdit();
 
-/// The tank lines of a job, in the order of the table. Throws DatabaseFault.
+/// The tank lines of a job, in table order. Throws DatabaseFault.
 std::vector<TankLine> TankLinesOf(const QString& jobID);
 /// The same over an open connection to the user database.
 std::vector<TankLine> TankLinesOf(const QString& jobID, const Connection& user);
 
-/// The longest text of a column of the tank lines, as declared. Throws DatabaseFault.
+/// The maximum length of a tank line's column, as declared. Throws DatabaseFault.
 int TankLineTextSize(const QString& column);
 
 /// The next free tank number of the session's job. Throws DatabaseFault, and Fault 6 past 32,767.
 std::int16_t GetNextNumber();
 
-/// Stores the given columns of a tank line in one write: in the mode "New", or without a key, as a new line
-/// of its job, together with its number and key, else over that of the session's TankID. The session gets the
-/// key once the line is stored. What was read before tells whether someone else has changed those columns
-/// since. False when the mode, or the key in another mode, cannot be read: then nothing is saved. Throws
-/// RecordGone when the job or the line is not there, RecordChanged, and DatabaseFault.
+/// Stores the given columns of a tank line in one write: in mode "New", or without a key, as a new line of
+/// its job, including number and key, otherwise over the line of the session's TankID. The session gets the
+/// key once the line is stored. `asRead` shows whether someone else has changed those columns since. Returns
+/// false, and saves nothing, if the mode, or in another mode the key, cannot be read. Throws RecordGone if
+/// the job or the line does not exist, RecordChanged, and DatabaseFault.
 bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
                   Record::IfChanged ifChanged);
 
-/// Stores columns of the tank line of a key. Throws as above.
+/// Stores columns of the tank line with this key. Throws as above.
 void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
                     const std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
 

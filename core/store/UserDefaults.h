@@ -2,7 +2,7 @@
 
 #include "core/store/Record.h"
 
-/// The user's defaults, which reach every new job.
+/// The user's defaults, copied to every new job.
 struct UserDefaults {
     std::optional<QString> postalCode; // or CAN, or HOME
     std::optional<QString> firstPostalCode;
@@ -13,7 +13,7 @@ struct UserDefaults {
     /// The atmosphere at sea level in psia.
     static constexpr double standardAtmosphere = 14.7;
 
-    /// The longest texts, as declared, of what is typed.
+    /// Maximum lengths, as declared, of what the user types.
     struct Sizes {
         int postalCode;
         int defaultEngineer;
@@ -24,17 +24,17 @@ struct UserDefaults {
 
 namespace Records {
 
-/// The user's defaults; nothing for a user without any. Throws DatabaseFault.
+/// The user's defaults; nothing if there are none. Throws DatabaseFault.
 std::optional<UserDefaults> ReadUserDefaults();
 
 /// Throws DatabaseFault.
 UserDefaults::Sizes UserDefaultsSizes();
 
-/// Stores the user's defaults in their one row, which it adds when it is not there. Throws DatabaseFault.
+/// Stores the user's defaults in their only row, adding it if missing. Throws DatabaseFault.
 void SaveUserDefaults(const UserDefaults& defaults);
 
-/// Whether a flag of the first start is set: "FirstTime" or "Convert"; nothing when there are no flags.
-/// Throws DatabaseFault.
+/// Whether a first-start flag is set: "FirstTime" or "Convert"; nothing if there are no flags. Throws
+/// DatabaseFault.
 std::optional<double> ReadFirstTimeFlag(const QString& flag);
 /// Throws DatabaseFault.
 void SaveFirstTimeFlag(const QString& flag, bool set);

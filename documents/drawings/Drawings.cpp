@@ -49,7 +49,7 @@ namespace Drawings {
 
 namespace {
 
-/// A drawing is black on white; on a dark screen its paper is dimmed, so that it does not glare.
+/// Drawings are black on white; on a dark screen the paper is dimmed to avoid glare.
 constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
 
 void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {

@@ -8,7 +8,7 @@
 #include <QMouseEvent>
 
 namespace {
-constexpr QSize largeSize(511, 448);
+constexpr QSize fullSize(511, 448);
 constexpr int fallbackMilliseconds = 2000;
 } // namespace
 
@@ -20,6 +20,10 @@ frmDrawing::frmDrawing() : Screen("frmDrawing") {
 }
 
 void frmDrawing::Load() {
+    largeSize = fullSize;
+    if (const QSize room = Screens::room(*this);
+        room.width() < largeSize.width() || room.height() < largeSize.height())
+        largeSize.scale(room, Qt::KeepAspectRatio);
     setMinimumSize(largeSize);
     imgDrawing->setGeometry(QRect({0, 0}, largeSize));
     Timer1.start(fallbackMilliseconds);
@@ -27,7 +31,7 @@ void frmDrawing::Load() {
 
 void frmDrawing::ShowDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
-    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // a box that kept its place would drift
+    imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // or the box drifts between drawings
     QString path;
     const bool loaded =
         Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);

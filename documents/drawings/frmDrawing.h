@@ -5,7 +5,7 @@
 
 #include <QTimer>
 
-/// A drawing at its larger size; a click closes it.
+/// A drawing at full size; a click closes it.
 class frmDrawing : public Screen, private Ui::frmDrawing {
   public:
     frmDrawing();
@@ -20,7 +20,8 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
   private:
     void Load() override;
     QTimer Timer1;
+    QSize largeSize; // in pixels; smaller where the main window has less room
 };
 
-/// Opens the large view of a drawing.
+/// Opens the full-size view of a drawing.
 void ShowLargeDrawing(const QString& drawing);

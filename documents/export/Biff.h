@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-/// The records of a binary spreadsheet, whose numbers begin with the lowest byte.
+/// Records of a binary spreadsheet. All numbers are little-endian.
 namespace Biff {
 
 template<typename Number>
@@ -21,7 +21,7 @@ inline void put(QByteArray& bytes, double number) {
     put(bytes, bits);
 }
 
-/// Some numbers of two bytes each.
+/// Several two-byte numbers.
 inline void putWords(QByteArray& bytes, std::initializer_list<int> words) {
     for (const int word : words)
         put(bytes, std::uint16_t(word));

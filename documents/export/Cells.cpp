@@ -8,12 +8,13 @@
 
 namespace {
 
-/// A display pattern of the program as a spreadsheet writes it: what is not a digit place stands in quotes.
+/// Translates one of the program's display patterns into a spreadsheet's: anything but a digit place is
+/// quoted.
 QString spreadsheetFormat(const QString& pattern, double number) {
     constexpr QLatin1String general("General");
     if (pattern.isEmpty() || pattern.startsWith(general)) {
-        // As it is stored, with the decimals that it has: a spreadsheet's own general format rounds to the
-        // column.
+        // Keep the decimals of the stored number: a spreadsheet's own general format rounds to the column
+        // width.
         const QString shown = ShownNumber(number, general);
         const qsizetype point = shown.indexOf(u'.');
         QString format = point < 0 ? "0" : "0." + QString(shown.size() - point - 1, u'0');
@@ -66,7 +67,7 @@ Workbook::CellStyle CellStyleOf(const PageText& text) {
 void AddCell(Workbook& book, int row, int column, const PageText& text, bool indented) {
     Workbook::CellStyle style = CellStyleOf(text);
     style.indented = indented;
-    if (!text.isNumber()) // a text that looks like a number is a name or a code, and stays one
+    if (!text.isNumber()) // text that looks like a number is a name or a code, and stays text
         return book.text(row, column, text.plain(), style);
     style.numberFormat = spreadsheetFormat(text.style->pattern, text.number);
     book.number(row, column, text.number, style);

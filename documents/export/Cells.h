@@ -3,11 +3,11 @@
 #include "documents/export/Workbook.h"
 #include "documents/report/Document.h"
 
-/// How a text of a page is set in a cell.
+/// The cell style that matches a text of a page.
 Workbook::CellStyle CellStyleOf(const PageText& text);
 
-/// Writes a text into a cell: a number with its format, all else as a text.
+/// Writes a text into a cell: numbers with their format, anything else as text.
 void AddCell(Workbook& book, int row, int column, const PageText& text, bool indented = false);
 
-/// The name of a document's sheet, from 1.
+/// The name of a document's sheet, counted from 1.
 QString SheetName(const Document& document, int number);

@@ -11,7 +11,7 @@ namespace {
 constexpr qsizetype sectorSize = 512;
 constexpr qsizetype entriesInSector = sectorSize / 4;
 constexpr qsizetype tableSectorsInHeader = 109;
-constexpr qsizetype smallestStream = 4096; // a shorter stream would belong into a mini stream
+constexpr qsizetype smallestStream = 4096; // a shorter stream would go into a mini stream
 constexpr std::uint32_t freeSector = 0xFFFFFFFF;
 constexpr std::uint32_t endOfChain = 0xFFFFFFFE;
 constexpr std::uint32_t tableSector = 0xFFFFFFFD;
@@ -56,7 +56,7 @@ QByteArray CompoundFileOf(const QString& streamName, const QByteArray& content) 
     QByteArray stream = content;
     pad(stream, std::max(smallestStream, sectorsFor(stream.size(), sectorSize) * sectorSize));
     const qsizetype streamSectors = stream.size() / sectorSize;
-    // The allocation table covers the stream, the directory's one sector, itself and the list of its sectors.
+    // The allocation table covers the stream, the one-sector directory, itself and its own sector list.
     qsizetype tables = 1;
     qsizetype lists = 0;
     for (qsizetype before = 0; before != tables;) {
@@ -74,7 +74,7 @@ QByteArray CompoundFileOf(const QString& streamName, const QByteArray& content) 
     put<std::uint16_t>(header, 0x003E);
     put<std::uint16_t>(header, 3);
     put<std::uint16_t>(header, 0xFFFE); // little-endian
-    put<std::uint16_t>(header, 9);      // 2^9 bytes a sector
+    put<std::uint16_t>(header, 9);      // 2^9 bytes per sector
     put<std::uint16_t>(header, 6);
     pad(header, 44);
     put<std::uint32_t>(header, std::uint32_t(tables));

@@ -21,15 +21,15 @@ Fault accessFault(const QString& path, const QString& why) {
     return {Fault::PathFileAccess, ("Path/File access error: " + path + ": " + why).toStdString()};
 }
 
-/// Beside the file of its name until commit: gone, with its part, when that is not reached or a write failed.
-/// Takes over the permissions of the old file.
+/// Writes beside the target until commit. Without a commit, or after a failed write, the part file is
+/// removed. Takes over the permissions of the old file.
 class WholeFile : public QSaveFile {
   public:
     using QSaveFile::QSaveFile;
-    QString failure; // of the first write that failed
+    QString failure; // of the first failed write
 
   protected:
-    /// A write that takes a part only fails without a word; the next one tells why.
+    /// QSaveFile says nothing when it writes only part of the data; the next write then reports why.
     qint64 writeData(const char* data, qint64 size) override {
         qint64 done = 0;
         while (done < size) {
@@ -58,11 +58,11 @@ const Format& format(const QString& command) {
 
 void toFile(const Format& format, const Document& document, const QString& path) {
     const QFileInfo target(path);
-    // A pipe or a device would be replaced by a file of its name, which nobody asks for.
+    // A pipe or a device would be replaced by an ordinary file, which nobody wants.
     if (target.exists() && !target.isFile())
         throw accessFault(path, "not a plain file");
     WholeFile file(path);
-    // Unbuffered: what a buffer held back would fail in commit, which does not tell.
+    // Unbuffered, because commit does not report a failure to write what is still in the buffer.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw accessFault(path, file.errorString());
     format.write(document, file);

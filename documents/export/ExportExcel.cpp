@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Writes rows of texts into sheets, one below the other.
+/// Writes rows of text into sheets, one below the other.
 class SheetWriter {
   public:
     explicit SheetWriter(const Document& written) : document(written), edges(ColumnEdges(written.pages)) {}
@@ -27,8 +27,8 @@ class SheetWriter {
     }
 
   private:
-    /// A sheet has no pages: what each page repeats stands there once, footers at the end, and no page is
-    /// numbered.
+    /// A sheet has no pages: what every page repeats is written only once, footers go at the end, and page
+    /// numbers are dropped.
     static GridRow once(const GridRow& texts, bool lastPage) {
         GridRow kept;
         for (const PageText* text : texts)
@@ -41,7 +41,7 @@ class SheetWriter {
         if (row == Workbook::mostRows)
             beginSheet();
         double height = 0;
-        int next = 0; // two texts never share a cell
+        int next = 0; // no two texts share a cell
         for (qsizetype i = 0; i < texts.size(); ++i) {
             const PageText& text = *texts[i];
             const int column = std::max(next, ColumnOf(edges, text));
@@ -49,7 +49,7 @@ class SheetWriter {
             next = column + 1;
             joinCells(column, i + 1 < texts.size() ? ColumnOf(edges, *texts[i + 1]) : int(edges.size()),
                       text);
-            constexpr double defaultSize = 10; // points, of a row's own height
+            constexpr double defaultSize = 10; // points, for a row's own height
             if (text.breaks() || text.style->size > defaultSize)
                 height =
                     std::max(height, double(text.lines().size()) * TextFit::lineHeight(text.style) * 1.15);
@@ -59,7 +59,7 @@ class SheetWriter {
         ++row;
     }
 
-    /// A cell reaches as far as its text's place, so that a number is never too wide for it.
+    /// A cell spans the full width of its text, so a number is never too wide for it.
     void joinCells(int column, int end, const PageText& text) {
         int last = column;
         while (last + 1 < end && edges[last + 1] < text.place.right() - 1)

@@ -39,8 +39,8 @@ QString textElement(const PageText& text) {
            content + "</" + tag + ">\n";
 }
 
-/// A browser draws a border inside its box and on whole pixels: edges that stand on them, with the border
-/// behind, let neighbours share one line on the screen as on paper.
+/// A browser draws a border inside its box and on whole pixels. Rounding the edges to pixels and growing the
+/// box by its border lets neighbours share one line on the screen, as they do on paper.
 QString boxElement(const PageBox& box) {
     constexpr double pixel = .75; // points
     const auto onPixel = [](double edge) { return std::round(edge / pixel) * pixel; };
@@ -72,7 +72,7 @@ QString pictureElement(const PagePicture& picture) {
            "\" src=\"data:image/svg+xml;base64," + picture.svg.toBase64() + "\">\n";
 }
 
-/// What the whole file needs once; the printed page is as large as the paper.
+/// Everything the file needs only once; the printed page has the size of the paper.
 QString head(const Document& document) {
     const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"author\" "
@@ -103,7 +103,7 @@ QString pageElement(const Page& page) {
         document += pictureElement(picture);
     for (const PageCheck& check : page.checks)
         document += checkElement(check);
-    Page texts = page; // check boxes and marks are there as such
+    Page texts = page; // check boxes and pictures are already drawn
     texts.checks.clear();
     texts.pictures.clear();
     const PageGrid grid(texts);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A text as a PDF writes it: UTF-16 in hexadecimal digits.
+/// Text as PDF stores it: UTF-16 in hexadecimal.
 QByteArray pdfText(const QString& text) {
     QByteArray digits = "<feff";
     for (const QChar c : text)
@@ -19,8 +19,8 @@ QByteArray pdfText(const QString& text) {
     return digits + '>';
 }
 
-/// Passes on what is written and remembers its two ends, where a PDF tells about itself: a long list would
-/// fill the memory.
+/// Passes on what is written and keeps only the beginning and the end, where a PDF describes itself: a long
+/// list would fill the memory.
 class Ends : public QIODevice {
   public:
     explicit Ends(QIODevice& written) : file(written) { open(WriteOnly | Unbuffered); }
@@ -33,7 +33,7 @@ class Ends : public QIODevice {
   protected:
     qint64 readData(char*, qint64) override { return -1; }
     qint64 writeData(const char* data, qint64 size) override {
-        constexpr qsizetype most = 16384; // of the beginning, with the longest title
+        constexpr qsizetype most = 16384; // of the beginning, including the longest title
         constexpr qsizetype tail = 1000;
         const QByteArrayView written(data, size);
         beginning += written.first(std::min(written.size(), most - beginning.size()));
@@ -48,8 +48,8 @@ class Ends : public QIODevice {
     QIODevice& file;
 };
 
-/// Adds the author, which the writer has no way to take: the file's description once more at its end, as the
-/// format foresees for changes.
+/// Adds the author, which the PDF writer has no way to set, by appending the file's description again at the
+/// end, the way the format provides for updates.
 void addAuthor(Ends& file, const QString& author) {
     static const QRegularExpression trailer(
         R"(trailer\s*<<\s*/Size (\d+)\s*/Info (\d+) 0 R\s*/Root (\d+) 0 R.*?startxref\s*(\d+))",
@@ -78,7 +78,7 @@ void Export::pdf(const Document& document, QIODevice& file) {
     QPdfWriter writer(&ends);
     writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Brennoval"));
-    constexpr int resolution = 1200; // dots an inch, so that places round to nothing the eye sees
+    constexpr int resolution = 1200; // dots per inch, so fine that rounding is invisible
     writer.setResolution(resolution);
     QPainter painter;
     for (const Page& page : document.pages) {

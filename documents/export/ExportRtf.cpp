@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double edge = 18; // points around the page, for what a word processor sets a little wider or higher
+constexpr double edge = 18; // points around the page: word processors set text slightly wider or taller
 
 QByteArray twips(double points) {
     return QByteArray::number(int(std::lround(points * 20)));
@@ -25,7 +25,7 @@ QByteArray escaped(const QString& text) {
             out += '\\' + QByteArray(1, c.toLatin1());
         else if (c.unicode() < 0x80)
             out += c.toLatin1();
-        else // signed, with a question mark for readers that know no Unicode
+        else // signed, with a question mark for readers without Unicode
             out += "\\u" + QByteArray::number(qint16(c.unicode())) + "\\'3f";
     }
     return out;
@@ -36,7 +36,8 @@ QByteArray run(const PageText& text) {
            (text.style->italic ? "\\i" : "") + ' ' + escaped(text.plain()) + '}';
 }
 
-/// A wrapped text that stands alone: it wraps by itself, with a little more room than on the page.
+/// A wrapped text with nothing beside it: the word processor wraps it, in slightly more room than on the
+/// page.
 QByteArray block(const PageText& text, double paperWidth) {
     constexpr double slack = 6; // points
     return "\\li" + twips(text.place.left() - edge) + "\\ri" +
@@ -73,7 +74,7 @@ double topOf(const GridRow& row) {
     return top;
 }
 
-/// The rows of a page, each with the exact height that leads to the next, so that a page stays a page.
+/// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
 QByteArray paragraphs(const Page& page) {
     const PageGrid grid(page, PageGrid::Lines::Split);
     QByteArray document;
@@ -93,7 +94,7 @@ QByteArray paragraphs(const Page& page) {
     return document;
 }
 
-/// A picture where it stands on the page.
+/// A picture at its place on the page.
 QByteArray picture(const PagePicture& drawing) {
     const QRectF place = PicturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
     return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +

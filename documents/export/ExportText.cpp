@@ -9,16 +9,16 @@
 
 namespace {
 
-constexpr double characterWidth = 4.6; // points a column of the text
+constexpr double characterWidth = 4.6; // points per text column
 
-/// Puts a text at a column of a line; one that would touch what stands there moves to the right.
+/// Puts a text at a column of a line. If it would touch the text before, it moves to the right.
 void put(QString& line, int column, const QString& text) {
     if (!line.isEmpty() && line.size() + 1 > column)
         column = int(line.size()) + 1;
     line = line.leftJustified(column) + text;
 }
 
-/// The column of the letter at which a text is aligned.
+/// The column of the character on which a text is aligned.
 int markColumn(const PageText& text) {
     const double behind = TextFit::width(QStringView(text.text).mid(text.markAt()), text.style);
     return int(std::lround((text.place.right() - behind) / characterWidth));
@@ -26,7 +26,7 @@ int markColumn(const PageText& text) {
 
 QString rowLines(const GridRow& row) {
     QStringList lines;
-    int end = 0; // of the column of the text before, for right-aligned texts
+    int end = 0; // column where the previous text ended, for right-aligned texts
     for (const PageText* text : row) {
         const QStringList parts = text->lines();
         for (int i = 0; i < parts.size(); ++i) {

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int resolution = 200; // dots an inch
+constexpr int resolution = 200; // dots per inch
 
-/// A file in memory, for the library's own reading and writing.
+/// A file in memory that the library reads and writes.
 struct MemoryFile {
     QByteArray bytes;
     toff_t position = 0;

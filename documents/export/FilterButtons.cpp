@@ -8,9 +8,9 @@ namespace FilterButtons {
 
 namespace {
 
-constexpr int shapesOfASheet = 1024; // numbers that a sheet's shapes may take
+constexpr int shapesOfASheet = 1024; // shape numbers reserved for each sheet
 
-/// An atom of a drawing: its version, an instance number, its kind, and what it holds.
+/// One atom of a drawing: version, instance number, type and contents.
 QByteArray atom(unsigned version, unsigned instance, std::uint16_t kind, const QByteArray& body,
                 qsizetype length) {
     QByteArray bytes;
@@ -24,7 +24,7 @@ QByteArray atom(unsigned version, unsigned instance, std::uint16_t kind, const Q
     return atom(version, instance, kind, body, body.size());
 }
 
-constexpr unsigned container = 0xF; // the version of an atom that holds others
+constexpr unsigned container = 0xF; // the version of an atom that holds other atoms
 
 QByteArray words(std::initializer_list<std::uint32_t> values) {
     QByteArray bytes;
@@ -33,7 +33,7 @@ QByteArray words(std::initializer_list<std::uint32_t> values) {
     return bytes;
 }
 
-/// Properties by their numbers.
+/// Properties by number.
 QByteArray properties(std::initializer_list<std::pair<std::uint16_t, std::uint32_t>> values) {
     QByteArray bytes;
     for (const auto& [property, value] : values) {
@@ -50,23 +50,23 @@ QByteArray button(int shape, int row, int column) {
     constexpr unsigned hostControl = 201;
     return atom(container, 0, 0xF004,
                 atom(2, hostControl, 0xF00A, words({std::uint32_t(shape), 0x0A00})) +
-                    properties({{0x007F, 0x01040104}, // not to be grouped
+                    properties({{0x007F, 0x01040104}, // no grouping
                                 {0x00BF, 0x00080008},
                                 {0x01BF, 0x00010000},
                                 {0x01FF, 0x00080000},    // no line
-                                {0x03BF, 0x000A0000}}) + // not on paper
+                                {0x03BF, 0x000A0000}}) + // do not print
                     atom(0, 0, 0xF010, place) +
                     atom(0, 0, 0xF011, {}));
 }
 
-/// What the button is: the drop-down list of a filter.
+/// Makes the button the drop-down list of a filter.
 QByteArray object(int number) {
     QByteArray body;
     putWords(body, {0x0015, 0x0012, 0x0014, number, 0x2101}); // a combo box
     body += QByteArray(12, 0);
-    putWords(body, {0x000C, 20}); // its scroll bar, as by default
+    putWords(body, {0x000C, 20}); // its scroll bar, at the defaults
     body += QByteArray(20, 0);
-    putWords(body, {0x0013, 16, 0, 0, 0, 0x0301, 0, 2, 20, 130}); // the list of a filter
+    putWords(body, {0x0013, 16, 0, 0, 0, 0x0301, 0, 2, 20, 130}); // a filter's list
     putWords(body, {0, 0});
     return body;
 }
@@ -87,7 +87,7 @@ QByteArray OfSheet(int sheet, int row, int columns) {
     const QByteArray head = atom(0, unsigned(sheet), 0xF008,
                                  words({std::uint32_t(columns + 1), std::uint32_t(firstShape + columns)}));
     constexpr qsizetype headOfAtom = 8;
-    // The containers begin in the record of the first button and go on through those of the others.
+    // The containers begin in the record of the first button and continue in those of the others.
     QByteArray drawing = atom(container, 0, 0xF002, head, head.size() + headOfAtom + length) +
                          atom(container, 0, 0xF003, group, length);
     QByteArray stream;

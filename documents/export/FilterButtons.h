@@ -3,14 +3,13 @@
 #include <QByteArray>
 #include <QList>
 
-/// The buttons of a sheet's filters, which a workbook holds as drawn objects, one in each cell of a row.
+/// The buttons of a sheet's filters. A workbook stores them as drawing objects, one in each cell of a row.
 namespace FilterButtons {
 
-/// The records of the sheet; sheets are counted from 1.
+/// The records for one sheet; sheets are counted from 1.
 QByteArray OfSheet(int sheet, int row, int columns);
 
-/// The record of the workbook about the drawings of its sheets, each with buttons in so many columns,
-/// or none.
+/// The workbook's record of its sheets' drawings. Gives the number of button columns for each sheet, or 0.
 QByteArray OfWorkbook(const QList<int>& columnsOfSheets);
 
 } // namespace FilterButtons

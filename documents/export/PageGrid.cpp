@@ -20,8 +20,8 @@ double heightOf(const PageText& text) {
     return TextFit::lineHeight(text.style) * double(text.lines().size());
 }
 
-/// Whether no other text stands beside a wrapped one.
-bool standsAlone(const PageText& text, const Page& page) {
+/// Whether a wrapped text has no other text beside it.
+bool hasNothingBeside(const PageText& text, const Page& page) {
     const double top = TopOf(text);
     const double bottom = top + heightOf(text);
     return std::none_of(page.texts.begin(), page.texts.end(), [&](const PageText& other) {
@@ -52,7 +52,7 @@ PageGrid::PageGrid(const Page& page, Lines lines) {
         texts.append({TopOf(text) + TextFit::ascent(text.style), &text});
     };
     for (const PageText& text : page.texts) {
-        if (lines == Lines::Whole || !text.breaks() || standsAlone(text, page)) {
+        if (lines == Lines::Whole || !text.breaks() || hasNothingBeside(text, page)) {
             add(text);
             continue;
         }

@@ -6,19 +6,19 @@
 
 using GridRow = QList<const PageText*>;
 
-/// The texts of a page as rows from top to bottom, each from left to right: how the formats without free
-/// places see a page. Check boxes and marks are among them as words.
+/// The texts of a page as rows from top to bottom, each from left to right, for formats that cannot place
+/// text freely. Check boxes and marks are included as words.
 class PageGrid {
   public:
     enum class Lines : std::uint8_t { Whole, Split };
-    /// Split puts each line of a wrapped text into the row where it stands, unless the text stands alone
-    /// there.
+    /// Split puts each line of a wrapped text into the row at that height, unless the text has nothing beside
+    /// it.
     explicit PageGrid(const Page& page, Lines lines = Lines::Whole);
     PageGrid(const PageGrid&) = delete;
     PageGrid& operator=(const PageGrid&) = delete;
 
     const QList<GridRow>& rows() const { return allRows; }
-    /// The texts as they are read aloud: a field's label, then its values.
+    /// The texts in reading order: a field's label, then its values.
     QList<const PageText*> readingOrder() const;
 
   private:
@@ -26,14 +26,14 @@ class PageGrid {
     QList<GridRow> allRows;
 };
 
-/// From the top of the page to where a text begins, in points.
+/// The distance from the top of the page to the start of a text, in points.
 double TopOf(const PageText& text);
 
-/// The left edges, in points and rising, at which texts of the pages begin; edges closer than a few points
+/// The left edges of the texts on the pages, in points, ascending; edges within a few points of each other
 /// count as one.
 QList<double> ColumnEdges(const Pages& pages);
-/// The place among rising edges of the one that a text begins at.
+/// The index, among ascending edges, of the one at which a text begins.
 int ColumnOf(const QList<double>& edges, const PageText& text);
 
-/// The pictures of a page as PNG, for formats that take no vectors: the bytes of one at 200 dpi.
+/// A picture of a page as PNG at 200 dpi, for formats without vector graphics.
 QByteArray PictureAsPng(const PagePicture& picture);

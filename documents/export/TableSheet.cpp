@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr double sameColumn = 5;   // points, that a heading reaches into a column at least
-constexpr double buttonWidth = 14; // points, of a filter's
+constexpr double sameColumn = 5;   // points by which a heading must reach into a column
+constexpr double buttonWidth = 14; // points, of a filter's button
 
-/// A page whose check boxes are a label and a word.
+/// A page with each check box as a label and a word.
 Page withoutChecks(Page page) {
     for (const PageCheck& check : page.checks) {
         PageText label = check.caption;
@@ -28,7 +28,7 @@ Page withoutChecks(Page page) {
     return page;
 }
 
-/// A column that a group's headings fill.
+/// A column filled from a group's headings.
 struct GroupColumn {
     PageText heading;
     PageText value;
@@ -72,7 +72,8 @@ class TableWriter {
         }
     }
 
-    /// Finds out how the columns of the details are set, how wide those behind them are, and what heads them.
+    /// Finds out how the detail columns are aligned, how wide the columns behind them are, and their
+    /// headings.
     void measure() {
         forEachRow([this](const GridRow& row, bool) {
             if (row.first()->section == Section::GroupHeader && !row.first()->repeated)
@@ -81,7 +82,7 @@ class TableWriter {
                 for (const PageText* text : row)
                     alignments.insert(ColumnOf(edges, *text), CellStyleOf(*text).align);
         });
-        for (GroupColumn& group : groups) // which none has yet, when the writing begins
+        for (GroupColumn& group : groups) // no group has a value when writing begins
             group.value = PageText();
     }
 
@@ -110,7 +111,7 @@ class TableWriter {
         for (const PageText* text : row)
             words.append(text->plain());
         Workbook::CellStyle style = CellStyleOf(*row.first());
-        style.align = Workbook::CellStyle::Align::Left; // so that it reaches over the empty cells beside it
+        style.align = Workbook::CellStyle::Align::Left; // so that it extends over the empty cells beside it
         book.text(rows, 0, words.join(u' '), style);
         book.rowHeight(rows++, TextFit::lineHeight(row.first()->style) * 1.2);
     }
@@ -122,7 +123,7 @@ class TableWriter {
         return texts;
     }
 
-    /// Each label of a group's heading heads a column, and the value behind it fills it.
+    /// Each label of a group's heading becomes a column heading, and the value behind it fills the column.
     void takeGroup(const GridRow& row) {
         qsizetype column = -1;
         for (const PageText* text : row) {
@@ -157,7 +158,7 @@ class TableWriter {
         ++rows;
     }
 
-    /// The captions that stand over a column on the page, those of each line below those of the one above.
+    /// The captions above a column on the page, joined from the top line to the bottom.
     QString captionOf(double left, double right) const {
         QStringList lines;
         for (const QList<PageText>& line : captions) {
@@ -177,7 +178,7 @@ class TableWriter {
         style.bold = true;
         style.wrap = true;
         headingRow = rows++;
-        for (int i = 0; i < edges.size(); ++i) { // the buttons stand on the right
+        for (int i = 0; i < edges.size(); ++i) { // the buttons are on the right
             style.align = alignments.value(i, Align::Left) == Align::Left ? Align::Left : Align::Center;
             book.text(headingRow, i, captionOf(edges[i], rightOf(i)), style);
         }
@@ -186,7 +187,7 @@ class TableWriter {
         int column = int(edges.size());
         for (const GroupColumn& group : groups)
             book.text(headingRow, column++, group.heading.plain(), style);
-        constexpr double height = 44; // points, of three lines and the buttons
+        constexpr double height = 44; // points: three lines and the buttons
         book.rowHeight(headingRow, height);
     }
 
@@ -206,7 +207,7 @@ class TableWriter {
         headingRow = -1;
     }
 
-    /// A list without rows has its headings all the same.
+    /// A list without rows still gets its headings.
     void endTable() {
         if (headingRow < 0)
             headings();

@@ -2,6 +2,6 @@
 
 #include "documents/report/Document.h"
 
-/// A list as a workbook that can be sorted and filtered: one row of headings, below it each detail in a row
-/// of its own, with what the heading of its group says in columns behind it.
+/// Writes a list as a workbook that can be sorted and filtered: one row of headings, then one row per detail,
+/// with the texts of its group's heading in extra columns.
 QByteArray TableWorkbook(const Document& document);

@@ -12,8 +12,8 @@ using namespace Biff;
 namespace {
 
 constexpr qsizetype mostRecordBytes = 8224;
-constexpr int fontsOfTheDefault = 5;   // font 4 does not exist; the program's own begin at 5
-constexpr int stylesOfTheDefault = 16; // the 15 of the built-in styles and the default cell's
+constexpr int fontsOfTheDefault = 5;   // font 4 does not exist; our own begin at 5
+constexpr int stylesOfTheDefault = 16; // the 15 built-in styles and the default cell's
 constexpr int firstOwnFormat = 164;
 
 bool isNarrow(const QString& text) {
@@ -31,7 +31,7 @@ QByteArray characters(const QString& text, bool narrow) {
     return bytes;
 }
 
-/// A text with its length in one or two bytes and the mark of its width.
+/// A text preceded by its length in one or two bytes and a flag for its width.
 template<typename Length>
 QByteArray counted(const QString& text) {
     QByteArray bytes;
@@ -67,7 +67,7 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     QByteArray body;
     put<std::uint16_t>(body, std::uint16_t(font));
     put<std::uint16_t>(body, std::uint16_t(format));
-    put<std::uint16_t>(body, cell ? 0x0001 : 0xFFF5); // locked cell, or a style of its own
+    put<std::uint16_t>(body, cell ? 0x0001 : 0xFFF5); // a locked cell, or a style
     const unsigned align = cell ? unsigned(style.align) : 0;
     put<std::uint8_t>(body, std::uint8_t(align | (style.wrap ? 0x08U : 0U) | (style.wrap ? 0x00U : 0x20U)));
     put<std::uint8_t>(body, 0);
@@ -79,10 +79,10 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     record(stream, 0x00E0, body);
 }
 
-/// The paper of a sheet; it prints one page wide and as many high as it needs.
+/// The paper of a sheet. It prints one page wide and as many pages high as needed.
 void printRecords(QByteArray& stream, const QSizeF& paper) {
     QByteArray fits;
-    put<std::uint16_t>(fits, 0x05C1); // to the page; the rest as by default
+    put<std::uint16_t>(fits, 0x05C1); // fit to page; the rest at the defaults
     record(stream, 0x0081, fits);
     constexpr double margin = .4; // in
     for (const int side : {0x0026, 0x0027, 0x0028, 0x0029}) {
@@ -102,7 +102,7 @@ void printRecords(QByteArray& stream, const QSizeF& paper) {
     record(stream, 0x00A1, body);
 }
 
-/// How the sheet shows; some rows at its top stay in sight.
+/// How the sheet is displayed; its top rows stay in view.
 void windowRecords(QByteArray& stream, bool selected, int rowsInSight) {
     constexpr int frozen = 0x0108;
     QByteArray window;
@@ -164,7 +164,8 @@ void Workbook::filter(int headingRow, int lastRow, int columns) {
     sheets.last().filter = {headingRow, lastRow, columns};
 }
 
-/// The range of each sheet's filters goes by a name that every workbook has, and the buttons are drawn.
+/// The range of each sheet's filters needs a name that every workbook has built in, and the buttons must be
+/// drawn.
 QByteArray Workbook::filterNames() const {
     QByteArray names;
     QByteArray ranges;
@@ -177,8 +178,8 @@ QByteArray Workbook::filterNames() const {
         if (filter.columns == 0)
             continue;
         QByteArray body;
-        putWords(body, {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden and built in, one letter, of the sheet
-        body += QByteArray::fromHex("000d3b");                // the name of a filter's range; an area
+        putWords(body, {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden, built in, one character, of the sheet
+        body += QByteArray::fromHex("000d3b");                // the built-in name of a filter range; an area
         putWords(body, {i, filter.headingRow, filter.lastRow, 0, filter.columns - 1});
         record(names, 0x0018, body);
     }
@@ -192,7 +193,8 @@ QByteArray Workbook::filterNames() const {
     return stream + names + FilterButtons::OfWorkbook(buttons);
 }
 
-/// All texts once. A text that crosses the end of a record continues in the next, which repeats its width.
+/// Every text once. A text that crosses the end of a record continues in the next, which repeats its width
+/// flag.
 QByteArray Workbook::stringTable() const {
     QByteArray stream;
     QByteArray body;
@@ -280,7 +282,7 @@ QByteArray Workbook::sheetRecords(int number) const {
     }
     printRecords(stream, sheet.paper);
     for (qsizetype i = 0; i < sheet.columnWidths.size() && i < mostColumns; ++i) {
-        constexpr double widthOfZero = 5.25; // points, of the default font
+        constexpr double widthOfZero = 5.25; // points, in the default font
         QByteArray body;
         put<std::uint16_t>(body, std::uint16_t(i));
         put<std::uint16_t>(body, std::uint16_t(i));
@@ -312,7 +314,7 @@ QByteArray Workbook::sheetRecords(int number) const {
         put<std::uint16_t>(body, std::uint16_t(lastColumn + 1));
         put<std::uint16_t>(body, std::uint16_t(std::min(std::lround(*height * 20), 8180L)));
         put<std::uint32_t>(body, 0);
-        put<std::uint32_t>(body, 0x000F0140); // the height is the row's own
+        put<std::uint32_t>(body, 0x000F0140); // the row has its own height
         record(stream, 0x0208, body);
     }
     for (const Cell& cell : sheet.cells) {
@@ -329,7 +331,7 @@ QByteArray Workbook::sheetRecords(int number) const {
     if (filter.columns > 0)
         stream += FilterButtons::OfSheet(number + 1, filter.headingRow, filter.columns);
     windowRecords(stream, number == 0, filter.columns > 0 ? filter.headingRow + 1 : 0);
-    constexpr qsizetype mostMerged = 1000; // in a record
+    constexpr qsizetype mostMerged = 1000; // per record
     for (qsizetype from = 0; from < sheet.merged.size(); from += mostMerged) {
         const auto part = sheet.merged.mid(from, mostMerged);
         QByteArray body;
@@ -350,7 +352,7 @@ QByteArray Workbook::file() const {
     QList<QByteArray> bodies;
     for (int i = 0; i < sheets.size(); ++i)
         bodies.append(sheetRecords(i));
-    // The offsets do not change the length of what holds them.
+    // The values of the offsets do not change the length of the record that holds them.
     qsizetype at = globals({}).size();
     QList<qsizetype> offsets;
     for (const QByteArray& body : bodies) {

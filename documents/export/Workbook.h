@@ -8,35 +8,35 @@
 
 #include <cstdint>
 
-/// A workbook in the binary spreadsheet format BIFF8 (the .xls of spreadsheet programs of 1997 to 2003).
+/// A workbook in the binary spreadsheet format BIFF8 (.xls, as of 1997 to 2003).
 class Workbook {
   public:
-    /// How a cell is set.
+    /// How a cell looks.
     struct CellStyle {
         int size = 9; // points
         bool bold = false;
         bool italic = false;
         enum class Align : std::uint8_t { Left = 1, Center = 2, Right = 3 } align = Align::Left;
         bool wrap = false;
-        bool indented = false; // away from a number that ends at the cell before
-        QString numberFormat;  // of the spreadsheet; empty for the general one
+        bool indented = false; // keeps a distance from a number that ends in the cell before
+        QString numberFormat;  // in the spreadsheet's syntax; empty for the general format
         bool operator==(const CellStyle&) const = default;
     };
 
-    /// Begins a sheet; its name is cut to 31 characters. Column widths and the paper, on which the sheet
-    /// prints one page wide, in points.
+    /// Begins a sheet. Its name is cut to 31 characters. Column widths and paper size are in points; the
+    /// sheet prints one page wide.
     void addSheet(const QString& name, const QList<double>& columnWidths, const QSizeF& paper);
-    /// Cells of the last sheet, from row and column 0, in rising rows and columns.
+    /// Cells of the last sheet, counted from row and column 0, in ascending order.
     void text(int row, int column, const QString& text, const CellStyle& style);
     void number(int row, int column, double value, const CellStyle& style);
     /// Joins the cells of a row from one column to another.
     void merge(int row, int firstColumn, int lastColumn);
     void rowHeight(int row, double points);
-    /// Makes a row of the last sheet the headings of the rows below it, to a last one: each offers a filter,
-    /// and they stay in sight.
+    /// Makes a row of the last sheet the heading of the rows below it, down to lastRow: each heading gets a
+    /// filter, and the row stays in view.
     void filter(int headingRow, int lastRow, int columns);
 
-    /// The file: the workbook in its compound file.
+    /// The finished file: the workbook in its compound file.
     QByteArray file() const;
 
     static constexpr int mostRows = 65536;
@@ -47,7 +47,7 @@ class Workbook {
         int row;
         int column;
         int style;
-        int string; // of the string table; -1 for a number
+        int string; // index in the string table; -1 for a number
         double value;
     };
     struct Merged {

@@ -16,7 +16,7 @@ using namespace Schedule;
 
 namespace {
 
-/// An application's list: the command that shows it, its report, and the order that it adds to the statement.
+/// An application's list: the command that shows it, its report, and the order it adds to the statement.
 struct List {
     const char* command;
     const char* report;
@@ -34,7 +34,7 @@ List listOf(Application application) {
         return {"mnuRptHYD", "rptExpTankList"};
     case Application::Shock:
         return {"mnuRptSHK", "rptExpTankList"};
-    case Application::Package: // no command gives packages to the first list, which would refuse this order
+    case Application::Package: // no command shows packages in the first list, where this order would fail
         return {"mnuRptPKG", "rptPKGTankList", " ORDER by BY Class, TankVolume"};
     }
     throw Fault(Fault::InternalError, "No list of such an application");
@@ -49,7 +49,7 @@ const QString packageColumns = QStringLiteral(", MinSysPressure & \" - \" & Tank
 const QString tables =
     QStringLiteral(" FROM tblModelMaster INNER JOIN tblAppMaster ON tblModelMaster.App = tblAppMaster.App");
 
-/// Filters by the session's application; without one the list runs over all models.
+/// Filters by the session's application; without one the list covers all models.
 void filter(Report& report, bool sorted) {
     const auto application = Session::application();
     if (!application)
@@ -62,7 +62,7 @@ void filter(Report& report, bool sorted) {
     report.fileName = report.title;
 }
 
-// A start routine's failure ends in the error dialog; the pages then show the data source as it was.
+// If a start routine fails, the error dialog opens and the pages show the data source unchanged.
 
 void StartTankList(Report& report) {
     report.source = columns + tables;
@@ -102,7 +102,7 @@ void show(Application application) {
     });
 }
 
-/// The schedule of the session's job; the session's application stays as it is.
+/// Shows the schedule of the session's job without changing the session's application.
 void showSchedule() {
     Trap("mnuSchedule", [] {
         if (!Screens::activeStands())

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Makes the reports that are lists known, and the commands of the Reports menu that show them: the standard
-/// models of an application, and the schedule of the job.
+/// Registers the list reports and the commands of the Reports menu that show them: the standard models of an
+/// application, and the schedule of the job.
 void registerLists();

@@ -7,10 +7,10 @@
 
 #include <stdexcept>
 
-// A layout file has one thing a line; # starts a comment. Texts with blanks stand in double quotes.
-//   extends NAME                          begin with that layout
+// A layout file has one item per line; # starts a comment. Texts with blanks are in double quotes.
+//   extends NAME                          starts from that layout
 //   title TEXT
-//   table                                 the details are the rows of a table, which a workbook can filter
+//   table                                 the details are rows of a table that a workbook can filter
 //   paper letter|legal|a4 [landscape]
 //   margins LEFT TOP RIGHT BOTTOM         in points
 //   section KIND HEIGHT [COLUMN]          report-header, page-header, continuation, group-header, detail,
@@ -18,17 +18,17 @@
 //   KIND NAME X Y WIDTH HEIGHT [ATTRIBUTE...]    label, text, line, box, check, picture
 //   field NAME X Y WIDTH HEIGHT LABEL [VALUE [ATTRIBUTE...]]
 //                                         a box (boxNAME) with its label (lblNAME) and the text VALUE in it
-//   place NAME X Y WIDTH HEIGHT           moves a field with all that belongs to it
+//   place NAME X Y WIDTH HEIGHT           moves a field with all its parts
 //   change NAME ATTRIBUTE...
-//   drop NAME...                          controls, or a field as a whole by the name behind its lbl and box
+//   drop NAME...                          controls, or a whole field by its name without lbl or box
 // Attributes: text T, column C, format F, size N, bold, regular, italic, left, center, right, middle,
-// align T N (with right: the texts of a column stand with T, such as ".", N points from the left),
+// align T N (with right: puts T, such as ".", N points from the left in every text of a column),
 // color rrggbb, fill rrggbb, wrap, shrink N, flow HEADING, hidden, width N, picture FILE, describe T, mark,
 // heading N, of FIELD, at X Y, extent W H
 
 namespace {
 
-/// The words of a line, taken one after the other.
+/// Takes the words of a line one after the other.
 class Words {
   public:
     explicit Words(const QString& line) : words(SplitWords(line.toStdString())) {}
@@ -118,7 +118,7 @@ QRectF takePlace(Words& words) {
 }
 
 // A boxed field: a small label at the top, the value below.
-constexpr double fieldEdge = 4; // points between box and texts
+constexpr double fieldEdge = 4; // points between the box and its texts
 constexpr double labelHeight = 9;
 
 QRectF labelPlace(const QRectF& box) {
@@ -260,7 +260,7 @@ class Reader {
         }
     }
 
-    /// The control of a new name in the current section.
+    /// Adds a control with a new name to the current section.
     ReportControl& add(ReportControl added) {
         if (!current)
             throw std::runtime_error("a control stands outside of a section");

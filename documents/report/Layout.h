@@ -11,23 +11,23 @@ struct ReportControl {
     Kind kind = Kind::Label;
     QString name;
     QRectF place;        // points, in its section
-    QString text;        // of a field: what shows until it is filled; of a label: with {page} and {pages}
-    QString column;      // of the data source; empty for a control that the start routine fills
-    TextStyle style;     // its pattern "General" and a unit show a number as it is stored
-    double markAt = 0;   // points from the left, where the mark of the style stands
-    double smallest = 0; // points; the size down to which the text shrinks to its place
+    QString text;        // of a field: shown until it is filled; of a label: may contain {page} and {pages}
+    QString column;      // of the data source; empty when the start routine fills the control
+    TextStyle style;     // its pattern "General" and a unit show a number as stored
+    double markAt = 0;   // points from the left to the style's mark
+    double smallest = 0; // points; the smallest size to which the text shrinks to fit
     bool wrap = false;   // the text may take several lines
-    QString flow;        // what does not fit continues on a page of its own, under this heading
+    QString flow;        // what does not fit continues on an extra page under this heading
     bool visible = true;
     double lineWidth = .5;
     QColor fill;
     QString picture;     // resource
-    QByteArray svg;      // the picture itself, where a start routine gives it
+    QByteArray svg;      // the picture itself, if a start routine supplies it
     QString description; // of a picture
-    bool mark = false;   // the picture stands for its description
+    bool mark = false;   // the picture replaces its description
     std::uint8_t heading = 0;
-    int field = -1;               // of the boxed field that it belongs to
-    std::optional<double> number; // behind the text, where a start routine knows it
+    int field = -1;               // the boxed field that it belongs to
+    std::optional<double> number; // behind the text, if a start routine knows it
 };
 
 struct ReportSection {
@@ -37,13 +37,13 @@ struct ReportSection {
     QList<ReportControl> controls;
 };
 
-/// A report as its layout file describes it.
+/// A report as described by its layout file.
 class Layout {
   public:
-    /// Reads a layout of the program's resources by the report's name. A layout can extend another, and then
-    /// adds, changes and drops controls. Throws std::runtime_error that names file and line.
+    /// Reads a report's layout from the program's resources. A layout can extend another one and add, change
+    /// or drop controls. Throws std::runtime_error naming file and line.
     static Layout load(const QString& name);
-    /// The same from a text, for layouts that are not among the resources.
+    /// The same from a text, for layouts outside the resources.
     static Layout parse(const QString& name, const QString& text);
 
     QString title;
@@ -55,6 +55,6 @@ class Layout {
 
     ReportSection* section(Section kind);
     const ReportSection* section(Section kind) const;
-    /// Null when no item has that name.
+    /// Null when there is no control of that name.
     ReportControl* control(const QString& name);
 };

@@ -14,7 +14,7 @@ struct StyleHash {
     }
 };
 
-/// The layouts have some dozens, and each size that a text shrinks to is one more.
+/// The layouts have a few dozen, plus one for each size that a text shrinks to.
 std::deque<TextStyle>& allStyles() {
     static std::deque<TextStyle> all;
     return all;

@@ -13,22 +13,22 @@
 #include <cstdint>
 #include <limits>
 
-/// A finished page of a report as plain data: viewer, printer and exporters only read it. All places are in
-/// points (1/72 in) from the top left corner of the paper.
+/// A finished page of a report as plain data, which viewer, printer and exporters only read. All positions
+/// are in points (1/72 in) from the top left corner of the paper.
 
-/// How a text is set; always in Liberation Sans, so that a page breaks the same on every machine.
+/// How a text is set. Always in Liberation Sans, so that a page breaks the same way on every machine.
 struct TextStyle {
     double size = 9; // points
     bool bold = false;
     bool italic = false;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     QColor color = Qt::black;
-    QString pattern{}; // that shows the number behind the text, where it is one
-    QString mark{}; // of a column: this part of its texts, such as the decimal point, stands below each other
+    QString pattern{}; // shows the number behind the text, if it is one
+    QString mark{};    // in a column: the part of each text, such as the decimal point, that lines up
     bool operator==(const TextStyle&) const = default;
 };
 
-/// A style that all texts share which are set in it: a long list has many texts and few styles.
+/// A style shared by all texts that use it: a long list has many texts and few styles.
 class SharedStyle {
   public:
     SharedStyle() : SharedStyle(TextStyle()) {}
@@ -39,11 +39,11 @@ class SharedStyle {
     bool operator==(const SharedStyle&) const = default;
 
   private:
-    std::uint16_t index; // among the styles of the program, which stay as long as it runs
+    std::uint16_t index; // in the list of styles, which lives as long as the program
 };
 
-/// A place in half the memory of a QRectF, for the many texts of a long list. A float tells places on a page
-/// apart to some hundred thousandths of a point.
+/// A rectangle in half the memory of a QRectF, for the many texts of a long list. A float resolves a position
+/// on a page to a few hundred-thousandths of a point.
 class TextRect {
   public:
     TextRect() = default;
@@ -79,11 +79,11 @@ class TextRect {
     float h = 0;
 };
 
-/// The part of a layout that something on a page comes from.
+/// The part of a layout that an item on a page comes from.
 enum class Section : std::uint8_t {
     ReportHeader,
     PageHeader,
-    Continuation, // heads a page that continues a text
+    Continuation, // heads a page on which a text continues
     GroupHeader,
     Detail,
     PageFooter,
@@ -91,27 +91,27 @@ enum class Section : std::uint8_t {
 };
 
 struct PageText {
-    /// How the lines of a wrapped text are parted: where a blank stood, and inside a word. A line feed parts
-    /// its paragraphs.
+    /// Separators between the lines of a wrapped text: at a blank, and inside a word. A line feed separates
+    /// paragraphs.
     static constexpr QChar blankBreak{0x2028};
     static constexpr QChar wordBreak{0x200B};
 
     QString text;
-    double number = std::numeric_limits<double>::quiet_NaN(); // behind the text, where isNumber()
+    double number = std::numeric_limits<double>::quiet_NaN(); // behind the text, if isNumber()
     TextRect place;
     int field = -1; // label and values of one boxed field share a number
     SharedStyle style;
     Section section : 3 = Section::Detail;
     bool label : 1 = false;    // the same on every page, whatever the rows hold
-    bool repeated : 1 = false; // seen on an earlier page already: a header, or a group that continues
+    bool repeated : 1 = false; // already shown on an earlier page: a header, or a group that continues
     bool pageNumber : 1 = false;
-    std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 for neither
+    std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 otherwise
 
     bool isNumber() const { return !std::isnan(number); }
 
-    /// The text as it reads: without the breaks of wrapping.
+    /// The text without the breaks of wrapping.
     QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
-    /// The letter at which it is aligned with the other texts of its column; its end when it lacks the mark.
+    /// The position of the character that aligns it in its column, or its end if it lacks the mark.
     qsizetype markAt() const {
         const qsizetype at = text.indexOf(style->mark);
         return at < 0 ? text.size() : at;
@@ -139,7 +139,7 @@ struct PageBox {
     QColor fill;       // invalid for none
 };
 
-/// A check box with its caption behind it.
+/// A check box followed by its caption.
 struct PageCheck {
     QRectF place;
     bool checked = false;
@@ -157,7 +157,7 @@ struct PagePicture {
     QRectF place;
     QByteArray svg; // scaled into the place without distortion
     QString description;
-    bool mark = false; // stands for a word: formats without pictures write the description
+    bool mark = false; // replaces a word: formats without pictures write the description
     /// In words, for formats without pictures.
     PageText inWords() const {
         PageText words;

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Sets pen, brush and font only when they change: a long list has few styles, and each setting costs a
-/// painter more than a short text does.
+/// Sets pen, brush and font only when they change: a long list has few styles, and changing one costs the
+/// painter more than a short text.
 class Tools {
   public:
     explicit Tools(QPainter& target) : painter(target) {}
@@ -57,7 +57,7 @@ void paintLine(Tools& tools, const PageText& text, QStringView line, double y) {
     tools.painter.drawText(QPointF(x, y + tools.ascent) * TextFit::fontScale, line.toString());
 }
 
-/// With a painter that is scaled for enlarged fonts.
+/// The painter must be scaled for enlarged fonts.
 void paintText(Tools& tools, const PageText& text) {
     tools.text(text.style);
     const QStringList lines = text.breaks() ? text.lines() : QStringList{text.text};

@@ -4,8 +4,8 @@
 
 class QPainter;
 
-/// Paints a page with a painter whose units are points.
+/// Paints a page; the painter's units must be points.
 void PaintPage(QPainter& painter, const Page& page);
 
-/// The rectangle that a picture of some proportions takes in a place: as large as it fits, in the middle.
+/// The largest rectangle of a picture's proportions that fits into a place, centred.
 QRectF PicturePlace(const QSizeF& picture, const QRectF& place);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Whether a value leads out of the file: a link, or a url() in a style, to anything but a part of it.
+/// Whether an attribute refers to anything but a part of its own file, by a link or by a url() in a style.
 bool leadsOutside(const QXmlStreamAttribute& attribute) {
     const QString value = attribute.value().toString().trimmed();
     if (attribute.name() == u"href" || attribute.name() == u"src" || attribute.name() == u"base")
@@ -20,8 +20,8 @@ bool leadsOutside(const QXmlStreamAttribute& attribute) {
            value.contains(u"@import", Qt::CaseInsensitive) || attribute.name().startsWith(u"on");
 }
 
-/// Whether it is one SVG picture and nothing that reaches outside or runs.
-bool standsAlone(const QByteArray& svg) {
+/// Whether it is a single SVG picture without external references and without scripts.
+bool isSelfContained(const QByteArray& svg) {
     QXmlStreamReader reader(svg);
     bool root = true;
     while (!reader.atEnd()) {
@@ -50,7 +50,7 @@ QByteArray ReadPicture(const QString& path) {
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());
     QByteArray svg = file.readAll();
-    if (!standsAlone(svg) || !QSvgRenderer(svg).isValid())
+    if (!isSelfContained(svg) || !QSvgRenderer(svg).isValid())
         throw Fault(Fault::InvalidPicture, "Invalid picture: " + path.toStdString());
     return svg;
 }

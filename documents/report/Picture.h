@@ -3,6 +3,6 @@
 #include <QByteArray>
 #include <QString>
 
-/// Reads a picture, an SVG file or resource that stands alone: nothing in it refers to anything outside.
-/// Throws Fault 53 when there is no such file and Fault 481 when it is no such picture.
+/// Reads a picture from an SVG file or resource that refers to nothing outside itself. Throws Fault 53 when
+/// there is no such file and Fault 481 when it is not such a picture.
 QByteArray ReadPicture(const QString& path);

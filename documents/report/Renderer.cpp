@@ -14,7 +14,7 @@ namespace {
 
 constexpr double tolerance = .01; // points
 constexpr double sizeStep = .25;  // points
-constexpr double tiniest = 1;     // points; what is too long for its place even then flows
+constexpr double tiniest = 1;     // points; even then a text that is too long flows
 
 class Renderer {
   public:
@@ -30,7 +30,7 @@ class Renderer {
             if (group) {
                 const QString value = rows[group->groupColumn].text();
                 if (first || value != groupValue) {
-                    // A group's heading never stands alone at the foot of a page.
+                    // A group's heading never comes last on a page.
                     require(group->height + (detail ? detail->height : 0), &rows);
                     place(*group, &rows);
                     groupValue = value;
@@ -77,13 +77,13 @@ class Renderer {
         top = afterHeader;
     }
 
-    /// Gives back what the page keeps for texts to come.
+    /// Releases the spare memory reserved for more texts.
     void endPage() {
         pages.last().texts.squeeze();
         pages.last().lines.squeeze();
     }
 
-    /// Begins a page when a height in points no longer fits on this one; true when it did.
+    /// Begins a new page if a height in points no longer fits on this one; true if it did.
     bool require(double height, Recordset* row) {
         if (top + height <= bottom() + tolerance || top <= afterHeader + tolerance)
             return false;
@@ -169,7 +169,7 @@ class Renderer {
         text(control, at, number ? ShownNumber(*number, pattern) : field.text(), number);
     }
 
-    /// A text that shows as it is stored need not be a number.
+    /// A text shown as stored need not be a number.
     static std::optional<double> numberOf(const Recordset::Field& field, const QString& pattern) {
         return pattern.startsWith(u"General") ? ParseNumber(field.text().toStdString()) : field.number();
     }
@@ -187,9 +187,9 @@ class Renderer {
         return result;
     }
 
-    /// A text as it stands in memory already: a list says many things over and over.
+    /// Reuses a text already in memory: lists repeat the same few texts over and over.
     const QString& known(const QString& content) {
-        constexpr qsizetype most = 2000; // lately
+        constexpr qsizetype most = 2000; // texts remembered
         if (texts.size() >= most)
             texts.clear();
         return *texts.insert(content);
@@ -213,7 +213,7 @@ class Renderer {
         pages.last().texts.append(result);
     }
 
-    /// Ends a text's place where its mark comes to stand in the column's line, if it has room there.
+    /// Moves the end of a text so that its mark lines up with the column's, if there is room.
     static void alignMark(const ReportControl& control, PageText& line) {
         const double right = line.place.left() + control.markAt +
                              TextFit::width(QStringView(line.text).mid(line.markAt()), line.style);
@@ -222,7 +222,7 @@ class Renderer {
             line.place.setRight(right);
     }
 
-    /// Shrinks a text to one line as far as its control allows.
+    /// Shrinks a text onto one line as far as its control allows.
     static bool fitsOneLine(const ReportControl& control, PageText& line) {
         const double width = TextFit::width(line.text, line.style);
         if (line.text.contains(u'\n'))
@@ -243,7 +243,7 @@ class Renderer {
     void wrap(const ReportControl& control, PageText& block) {
         const double smallest = control.smallest > 0 ? control.smallest : control.style.size;
         TextFit::Fitted fitted = TextFit::fit(block.text, block.style, block.place.size(), smallest);
-        if (!fitted.rest.isEmpty() && control.flow.isEmpty()) // rather small than over what stands beside it
+        if (!fitted.rest.isEmpty() && control.flow.isEmpty()) // better small than across its neighbour
             fitted = TextFit::fit(block.text, fitted.style, block.place.size(), tiniest);
         if (!fitted.rest.isEmpty())
             rests.append({control, fitted.rest});
@@ -251,7 +251,7 @@ class Renderer {
         block.style = fitted.style;
     }
 
-    /// Gives the rest of each text that flows pages of its own.
+    /// Puts the rest of each flowing text onto pages of its own.
     void continueRests(Recordset* row) {
         while (!rests.isEmpty()) {
             Rest rest = rests.takeFirst();
@@ -261,14 +261,14 @@ class Renderer {
             const QRectF at(layout.margins.left(), top,
                             layout.paper.width() - layout.margins.left() - layout.margins.right(),
                             bottom() - top);
-            rest.control.smallest = 0; // here is room
+            rest.control.smallest = 0; // there is room here
             rest.control.wrap = true;
             text(rest.control, at, rest.text, std::nullopt);
             top = bottom();
         }
     }
 
-    /// The heading of a text that continues, with the bar behind it.
+    /// The heading of a continued text, with the bar behind it.
     void continueHeading(const QString& name) {
         constexpr double gap = 4; // points
         Layout copy = layout;
@@ -286,7 +286,7 @@ class Renderer {
         top += height + gap;
     }
 
-    /// Fills in {page} and {pages} when the number of pages is known.
+    /// Fills in {page} and {pages} once the number of pages is known.
     void numberPages() {
         for (const auto& [page, index] : numbered)
             pages[page]

@@ -5,16 +5,16 @@
 
 class Report;
 
-/// What makes a report: a row of the table of reports.
+/// What defines a report: a row of the table of reports.
 struct ReportKind {
     const char* name;
     const char* layout;
-    const char* database; // of its rows: "User" or "Sys"
+    const char* database; // that holds its rows: "User" or "Sys"
     void (*start)(Report&);
-    ReportOf of; // a screen can ask for a report of its record by name; a list only a command makes
+    ReportOf of; // a screen may ask for its record's report by name; only commands make lists
 };
 
-/// A report: its layout, where its rows come from, and the routine that prepares both. It is made fresh for
+/// A report: its layout, the source of its rows, and the routine that prepares both. A new one is made for
 /// every use and takes its parameters from the session store.
 class Report {
   public:
@@ -27,7 +27,7 @@ class Report {
 
     /// The statement that reads the rows.
     QString source;
-    /// What the file of the pages says about itself; the title begins as that of the layout.
+    /// The description that goes into a file of the pages; the title starts as the layout's.
     QString title;
     QString author;
     QString fileName;

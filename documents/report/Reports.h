@@ -4,8 +4,8 @@
 
 #include <span>
 
-/// Makes reports known, one a row. Each subsystem adds its own.
+/// Registers reports, one per row. Each subsystem adds its own.
 void AddReports(std::span<const ReportKind> kinds);
 
-/// A report by its name; null when there is none.
+/// The report of a name, or null.
 const ReportKind* FindReport(const QString& name);

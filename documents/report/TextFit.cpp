@@ -13,7 +13,7 @@ namespace TextFit {
 
 namespace {
 
-constexpr int latinLetters = 256; // of Latin-1, the ones that nearly every text is made of
+constexpr int latinLetters = 256; // of Latin-1, which nearly all texts consist of
 
 QFont fontOf(bool bold, bool italic, int pixels) {
     QFont font(QStringLiteral("Liberation Sans"));
@@ -24,9 +24,8 @@ QFont fontOf(bool bold, bool italic, int pixels) {
     return font;
 }
 
-/// The widths of a face's letters, measured once. Without hinting a text is as wide as its letters and the
-/// kerning of each pair of neighbours, in proportion to the size, so that a page need not be shaped to be
-/// laid out.
+/// The widths of a face's characters, measured once. Without hinting, the width of a text is the sum of its
+/// characters and the kerning of each pair, in proportion to the size, so laying out a page needs no shaping.
 class Face {
   public:
     Face(bool bold, bool italic)
@@ -49,7 +48,7 @@ class Face {
         return units / unitsPerEm;
     }
 
-    /// What the text grows by with a letter, in ems; surrogate pairs count at their second half.
+    /// What a character adds to the width of the text, in ems; a surrogate pair counts at its second half.
     double step(const QString& text, qsizetype at) {
         const QChar letter = text[at];
         if (letter.unicode() < latinLetters)
@@ -90,7 +89,7 @@ Face& face(const TextStyle& style) {
     return faces[(style.bold ? 2U : 0U) + (style.italic ? 1U : 0U)];
 }
 
-/// The font and the line of a size.
+/// The font and line metrics of one size.
 struct Sized {
     QFont font;
     double ascent;
@@ -110,18 +109,18 @@ const Sized& sized(const TextStyle& style) {
     return *found;
 }
 
-/// Whether a line may end behind a letter: at a blank, or behind the hyphen of a compound word.
+/// Whether a line may end after a character: at a blank, or after the hyphen of a compound word.
 bool breaksBehind(const QString& text, qsizetype at) {
     return text[at] == u' ' || (text[at] == u'-' && at + 1 < text.size() && text[at + 1].isLetter() &&
                                 at > 0 && text[at - 1].isLetter());
 }
 
-/// Whether a text must stay whole between a letter and the one before it.
+/// Whether a text must not break between a character and the one before it.
 bool joinsBefore(const QString& text, qsizetype at) {
     return text[at].isLowSurrogate() || text[at].isMark();
 }
 
-/// The end of the line that begins at a place of a text without carriage returns.
+/// The end of the line that starts at a position; the text has no carriage returns.
 qsizetype lineEnd(const QString& text, qsizetype from, Face& letters, double ems) {
     double used = 0;
     qsizetype lastBreak = from;

@@ -4,10 +4,10 @@
 
 #include <QFont>
 
-/// Measures and breaks the texts of reports, in points and independent of any device.
+/// Measures and breaks the texts of reports, in points, independent of any device.
 namespace TextFit {
 
-/// How much larger a text is set than it is measured: keeps fractions of a point exact.
+/// Texts are set this much larger than they are measured, to keep fractions of a point exact.
 constexpr int fontScale = 20;
 
 /// The font of a style, enlarged by fontScale.
@@ -19,19 +19,19 @@ double lineHeight(const TextStyle& style);
 /// From the top of a line to its baseline, in points.
 double ascent(const TextStyle& style);
 
-/// A text broken into lines by PageText::blankBreak and PageText::wordBreak, and how much of the original the
-/// lines hold.
+/// A text broken into lines by PageText::blankBreak and PageText::wordBreak, and how much of the original
+/// those lines hold.
 struct Wrapped {
     QString text;
     int lines = 0;
     qsizetype taken = 0;
 };
-/// Wraps a text to a width in points, between words where it can and inside a word that is too long for a
+/// Wraps a text to a width in points, between words if possible and inside a word that is too long for a
 /// line; stops after a number of lines.
 Wrapped wrapped(const QString& text, const TextStyle& style, double width, int mostLines);
 
-/// The largest size, from the style's own down to a smallest in points, at which a text wraps into a place.
-/// The text comes back wrapped at that size; what does not fit even at the smallest comes back as the rest.
+/// Finds the largest size, from the style's own down to a minimum in points, at which a text wraps into a
+/// place. Returns the text wrapped at that size, and the rest that does not fit even at the smallest.
 struct Fitted {
     QString text;
     TextStyle style;

@@ -22,7 +22,7 @@ namespace Schedule {
 
 namespace {
 
-/// What a row takes from the model of its tank line.
+/// What a row takes from its tank line's model.
 struct ModelValues {
     QString TankOD;
     QString OAL;
@@ -30,13 +30,13 @@ struct ModelValues {
     QString App;
 };
 
-/// A model that has left the catalogue changes nothing: its line goes on with the values of the line before.
+/// A model that has left the catalogue changes nothing: its line keeps the values of the line before.
 void takeModel(const QString& modelNo, ModelValues& values) {
     if (modelNo.isEmpty()) {
         values.TankOD.clear();
         values.OAL.clear();
-        // No volume can be read from this: a job with a tank that has no model yet stops here, so that its
-        // schedule is not taken for a whole one.
+        // This is no number, so the conversion fails: a job with a tank that has no model yet stops here,
+        // because its schedule must not pass for a complete one.
         values.TankVol = ToNumber("'");
     }
     const auto model = ReadModel(modelNo);
@@ -49,8 +49,8 @@ void takeModel(const QString& modelNo, ModelValues& values) {
 }
 
 void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
-    // The program has always asked for the tenth unit's tag in a column that is not there: the schedule stops
-    // before it.
+    // The program has always looked for the tenth unit's tag in a column that does not exist, so the schedule
+    // stops before it.
     constexpr int room = 9;
     for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
         schedule.AddNew();
@@ -78,8 +78,8 @@ void rebuild(const Connection& user) {
     }
 }
 
-/// In one transaction, which waits for the disk once and not at each row. What was written before a failure
-/// stays.
+/// In one transaction, which waits for the disk once and not for every row. Rows written before a failure
+/// stay.
 void fill() {
     const Connection user = openDatabase("User");
     Transaction write(user);
@@ -92,7 +92,7 @@ void fill() {
     try {
         write.Commit();
     } catch (const Fault&) {
-        if (!failure) // otherwise the user is told of the failure that led here
+        if (!failure) // otherwise report the failure that led here
             throw;
     }
     if (failure)

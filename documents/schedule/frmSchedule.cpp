@@ -38,8 +38,7 @@ enum Column {
     TankColumn
 };
 
-/// Numbers stand below each other on the right, and sort by what they are; nothing shows where none is
-/// stored.
+/// Numbers are right-aligned and sort by value; a cell without a stored number is blank.
 void setNumber(ListRow& unit, int column, const std::optional<double>& value, const QString& text) {
     unit.setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     if (!value)
@@ -62,7 +61,8 @@ std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
     return unit;
 }
 
-/// Shows what the catalogue says of the models of some units; one that has left it leaves them blank.
+/// Shows the catalogue's data for a model in the rows of its units. A model that has left the catalogue
+/// leaves them blank.
 void showModel(const QString& modelNo, const QList<ListRow*>& units) {
     const auto model = ReadModel(modelNo);
     if (!model)
@@ -76,7 +76,7 @@ void showModel(const QString& modelNo, const QList<ListRow*>& units) {
         setNumber(*unit, HtColumn, model->oal, Shown(model->oal));
         if (!drawdown)
             continue;
-        for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // such a tank has none of its own
+        for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // this tank has no temperatures
             unit->setText(temperature, {});
             unit->setSortKey(temperature, {});
         }
@@ -103,7 +103,7 @@ void frmSchedule::Load() {
     FillListView();
 }
 
-/// What was read before a failure is listed all the same.
+/// Rows read before a failure are still listed.
 void frmSchedule::FillListView() {
     const Hourglass hourglass;
     ListRows units;
@@ -128,8 +128,8 @@ void frmSchedule::AddUnits(ListRows& units) const {
     }
 }
 
-/// Deletes the whole tank line of the selected unit. The work table stays as it is: the report leaves out the
-/// units of a line that is gone.
+/// Deletes the whole tank line of the selected unit. The work table stays as it is: the report skips the
+/// units of a deleted line.
 void frmSchedule::DeleteTank() {
     const auto selected = lvOptions->selectedItems();
     if (selected.isEmpty())

@@ -15,7 +15,7 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
 
   private:
     void Load() override;
-    /// The work table is made anew at each opening and for the report alone.
+    /// The work table is rebuilt only on opening and for the report.
     void ShowChanges() override { FillListView(); }
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();

@@ -3,15 +3,15 @@
 #include <QList>
 #include <QString>
 
-/// The words that a specification text can hold in place of a tank's own numbers, in the order in which they
-/// are replaced.
+/// The words that stand for a tank's own numbers in a specification text, in the order in which they are
+/// replaced.
 namespace Placeholders {
 
 inline const char* const all[] = {"@TankGal@", "@Qty@",        "@TankOD@",    "@TankOAL@", "@SysConn@",
                                   "@ModelNo@", "@WkPressure@", "@Precharge@", "@Rep@",     "@MakeUpCapacity@",
                                   "@Hp@"};
 
-/// A value for each placeholder, in their order.
+/// A value for each placeholder, in the same order.
 struct Values {
     QString tankGal, qty, tankOD, tankOAL, sysConn, modelNo, wkPressure, precharge, rep, makeUpCapacity, hp;
     QList<QString> inOrder() const {

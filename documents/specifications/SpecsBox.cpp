@@ -6,7 +6,7 @@
 #include <QPlainTextEdit>
 
 namespace {
-// The box turns a carriage return into a line end; the text as it is stored stays here.
+// The box turns carriage returns into line ends; this property keeps the text as stored.
 const char* const shownText = "shownText";
 } // namespace
 

@@ -4,14 +4,14 @@
 
 class QPlainTextEdit;
 
-/// Shows a specification and its last line in a text box, all selected.
+/// Shows a specification and its last line in a text box, with everything selected.
 void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine);
 
 /// Empties the box.
 void ClearSpecification(QPlainTextEdit* box);
 
-/// What the box holds, for the clipboard.
+/// The contents of the box, for the clipboard.
 QString SpecificationText(const QPlainTextEdit* box);
 
-/// At the closing of a screen that has copied: asks whether the text stays on the clipboard.
+/// Asks, when a screen that has copied closes, whether the text should stay on the clipboard.
 void AskForClipboard(bool copied);

@@ -31,7 +31,7 @@ void readTankLine(Placeholders::Values& values) {
     values.modelNo = Shown(tank->modelNo);
 }
 
-/// Fills in the figures of the model; its specification's key, or an empty text.
+/// Fills in the model's figures and returns the key of its specification, or an empty text.
 QString readModel(Placeholders::Values& values) {
     if (values.modelNo.isEmpty())
         return {};
@@ -42,7 +42,7 @@ QString readModel(Placeholders::Values& values) {
     values.tankOD = Shown(model->tankOD);
     values.tankOAL = Shown(model->oal);
     values.sysConn =
-        FractionConversion(model->tankSysConn.value_or(0)); // unlike the submittal, as a fraction
+        FractionConversion(model->tankSysConn.value_or(0)); // as a fraction, unlike the submittal
     values.wkPressure = Shown(model->tankWkPressure);
     values.precharge = Shown(model->precharge);
     values.makeUpCapacity = Shown(model->makeUpCapacity);
@@ -50,7 +50,7 @@ QString readModel(Placeholders::Values& values) {
     return Shown(model->submittal);
 }
 
-/// The representative of the user's postal code, looked up afresh.
+/// The representative for the user's postal code, looked up each time.
 QString representative() {
     const auto user = ReadUserDefaults();
     const QString postalCode = user ? Shown(user->postalCode) : QString();

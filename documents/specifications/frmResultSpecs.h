@@ -4,12 +4,12 @@
 #include "documents/specifications/Placeholders.h"
 #include "ui_frmResultSpecs.h"
 
-/// The specification of the current tank with the job's own numbers.
+/// The specification of the current tank, with the job's own numbers.
 class frmResultSpecs : public Screen, private Ui::frmResultSpecs {
   public:
     frmResultSpecs();
     bool loadsAfresh() const override { return true; }
-    /// What was copied is asked about when the screen closes.
+    /// Closing the screen asks about a copied text.
     bool hasEntries() const override { return Copied || Screen::hasEntries(); }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }

@@ -12,7 +12,8 @@ using namespace StatusBar;
 
 namespace {
 
-/// A style of tank: its option button and the key of its specification. The keys 2 are left out on purpose.
+/// A style of tank: its option button and the key of its specification. RCB2 and JWB2 are left out on
+/// purpose.
 struct Style {
     const char* option;
     const char* key;
@@ -35,7 +36,7 @@ Placeholders::Values blanks(const QString& quantity) {
 frmSpecs::frmSpecs() : Screen("frmSpecs") {
     setupUi(this);
     prepare();
-    auto* group = new QButtonGroup(this); // one choice over all groups
+    auto* group = new QButtonGroup(this); // one choice across all groups
     for (const Style& style : styles) {
         auto* option = control<QRadioButton>(style.option);
         group->addButton(option);
@@ -49,14 +50,14 @@ frmSpecs::frmSpecs() : Screen("frmSpecs") {
 
 void frmSpecs::Load() {
     SetStatusText("Copy & paste specifications to another application");
-    FillSpecsBox("0"); // a key without a row: the box stays empty until the first choice
+    FillSpecsBox("0"); // no such key: the box stays empty until the first choice
 }
 
 void frmSpecs::FillSpecsBox(const QString& key) {
     procedure(".FillSpecsBox", [&] {
-        ClearSpecification(txtSpecBox); // after a failed read no other style's text stands there to be copied
+        ClearSpecification(txtSpecBox); // after a failed read, no other style's text is left to copy
         const Specification specification = ReadSpecification(key);
-        // The blank for a quantity is shorter in the text, but not in its last line.
+        // The blank for a quantity is shorter in the text than in its last line.
         ShowSpecification(txtSpecBox, Placeholders::replaced(specification.text, blanks("____")),
                           Placeholders::replaced(specification.lastLine, blanks("______")));
     });

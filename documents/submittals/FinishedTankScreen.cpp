@@ -36,7 +36,7 @@ void FinishedTankScreen::Load() {
     QString tankID;
     if (Session::TankID.read(tankID)) {
         const auto tank = ReadTankLine(tankID);
-        if (!tank) // the samples of the design are no figures of anybody's tank
+        if (!tank) // the form's sample figures are nobody's tank
             throw RecordGone("This tank has been deleted.");
         ShowTankLine(*tank);
     }

@@ -5,8 +5,8 @@
 #include "core/store/TankLine.h"
 #include "documents/submittals/ResultScreen.h"
 
-/// A screen that shows one finished tank: the session's tank line, its model of the catalogue and the
-/// drawing. What is not found keeps the samples of the design.
+/// A screen that shows one finished tank: the session's tank line, its catalogue model and the drawing.
+/// Whatever is missing keeps the form's sample text.
 class FinishedTankScreen : public ResultScreen {
   public:
     bool loadsAfresh() const override { return true; }
@@ -18,17 +18,17 @@ class FinishedTankScreen : public ResultScreen {
     struct Fields {
         QLineEdit* model = nullptr;
         QLabel* picture = nullptr;
-        QLineEdit* drawing = nullptr; // its name, in place of a picture that cannot be loaded
+        QLineEdit* drawing = nullptr; // its name, shown when the picture cannot be loaded
         QToolButton* preview = nullptr;
         QToolButton* print = nullptr;
         QToolButton* specification = nullptr;
     };
-    /// To be called when the controls stand.
+    /// Call once the controls exist.
     void shows(const Fields& shownFields);
 
     virtual void ShowTankLine(const TankLine& tank) = 0;
     virtual void ShowModel(const Model& model) = 0;
-    /// "ASME " or "non-ASME " and the bladder of a model.
+    /// "ASME " or "non-ASME " followed by the model's bladder.
     static QString bladderType(const Model& model);
 
     void Load() override;

@@ -22,7 +22,7 @@ using namespace Faults;
 
 namespace {
 
-/// Whether an event presses the widget that it is sent to, by mouse or by keyboard.
+/// Whether an event presses the widget it is sent to, by mouse or keyboard.
 bool presses(const QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return event->type() == QEvent::MouseButtonRelease;
@@ -37,7 +37,7 @@ const ReportKind* reportOf(const QString& screenName) {
     return report && report->of != ReportOf::Catalogue ? report : nullptr;
 }
 
-/// Makes the report of a screen and hands it on; a beep when the screen has none.
+/// Makes the report of a screen and passes it on; beeps when the screen has none.
 void withReport(const QString& screen, void (*use)(const Document&)) {
     const Hourglass hourglass;
     const ReportKind* kind = reportOf(screen);
@@ -46,7 +46,7 @@ void withReport(const QString& screen, void (*use)(const Document&)) {
     use(Report(*kind).Run());
 }
 
-/// The screen in front, when Print or Preview knows it; an empty text otherwise.
+/// The name of the front screen if Print or Preview knows it, else an empty text.
 QString activeScreen(const QStringList& known) {
     const QString name = Screens::active();
     return known.contains(name) ? name : QString();

@@ -6,12 +6,11 @@ class QFocusFrame;
 class QLabel;
 class QToolButton;
 
-/// What the screens that show a finished tank have in common: its picture, its submittal, the commands of the
-/// main window that belong to it, and the ways on.
+/// What the screens that show a finished tank have in common: the picture, the submittal, their commands in
+/// the main window, and the next steps.
 class ResultScreen : public Screen {
   public:
-    /// The report that the screen previews and prints: the submittal of its model, unless it has one of its
-    /// own.
+    /// The report that the screen previews and prints: by default the submittal of its model.
     virtual QString reportName() const;
 
   protected:
@@ -20,35 +19,35 @@ class ResultScreen : public Screen {
     /// The text of the screen's model field.
     virtual QString modelText() const { return {}; }
 
-    /// A press on the picture opens the drawing that the function names at its larger size.
+    /// A press on the picture opens the drawing that the function names at full size.
     void enlarges(QLabel* picture, std::function<QString()> drawing);
-    /// The two buttons preview and print the submittal of this screen.
+    /// Makes the two buttons preview and print this screen's submittal.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
-    /// Begins a further tank line and leaves for a screen.
+    /// Begins another tank line and opens a screen for it.
     void addMore(const QString& screen);
 
-    /// Switches Print and Preview of the main window.
+    /// Enables or disables Print and Preview in the main window.
     static void enablePrinting(bool enabled);
-    /// The same, and shows or hides the Schedule.
+    /// Does the same, and shows or hides the Schedule.
     static void showResultCommands(bool shown);
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     QLabel* enlarged = nullptr;
-    QFocusFrame* ring = nullptr; // around the picture while it has the focus
+    QFocusFrame* ring = nullptr; // around the picture while it has focus
     std::function<QString()> drawingName;
 };
 
 namespace Submittals {
 
-/// Prints the report of a screen, after the printer dialog; a beep when the screen has none.
+/// Prints the report of a screen after the printer dialog; beeps when the screen has none.
 void PrintSubmittal(const QString& screen);
 
-/// Shows the report of a screen in the viewer; a beep when the screen has none.
+/// Shows the report of a screen in the viewer; beeps when the screen has none.
 void PreviewSubmittal(const QString& screen);
 
 } // namespace Submittals
 
-/// The commands Print and Preview of the main window.
+/// Registers the main window's Print and Preview commands.
 void registerPrinting();

@@ -31,12 +31,12 @@ const QString tankColumns =
 const QString tankTables =
     QStringLiteral("FROM tblJobHeader INNER JOIN tblJobData ON tblJobHeader.JobID = tblJobData.JobID");
 
-/// What sets one submittal apart from the others where the layout does not tell it already.
+/// How one submittal differs from the others, beyond its layout.
 struct Kind {
-    bool threePartDescription = true; // else its third part is the heading
-    bool connectionAsNumber = true;   // the connection of the text is the number, else the standard text
+    bool threePartDescription = true; // otherwise the third part is the heading
+    bool connectionAsNumber = true;   // in the text, otherwise the standard wording
     bool formattedVolumes = true;     // with thousands separators
-    bool bladderWord = false;         // the word stays in the bladder's name
+    bool bladderWord = false;         // the word "Bladder" stays in the bladder's name
     bool drawdown = false;            // hydropneumatic tanks have a block of their own
     bool shock = false;               // another data source
 };
@@ -67,20 +67,20 @@ class Filler {
         showDrawing();
         if (kind.drawdown && application == Application::Hydropneumatic)
             showDrawdown();
-        if (kind.drawdown) { // "Y" alone shows a mark, in this case only
+        if (kind.drawdown) { // only a "Y" shows a mark, and only on this submittal
             report.control("imgIAPMO").visible = iapmo == "Y";
             report.control("imgNSF").visible = nsf == "Y";
         }
     }
 
   private:
-    /// Sets a field that this layout may not have.
+    /// Sets a field that this layout may lack.
     void set(const char* name, const QString& text) {
         if (ReportControl* control = report.layout().control(name))
             control->text = text;
     }
 
-    /// Shows a number in a pattern; a null leaves what stands around the number in it.
+    /// Shows a number by a pattern; a null leaves only the text around the number.
     void setNumber(const char* name, const std::optional<double>& value, const QString& pattern) {
         ReportControl* control = report.layout().control(name);
         if (!control)
@@ -94,7 +94,7 @@ class Filler {
         control->text = ShownNumber(*value, pattern);
     }
 
-    /// A stored number as people read it; an empty text for null.
+    /// A stored number in readable form; empty for null.
     static QString stored(const std::optional<double>& value) {
         return value ? ShownNumber(*value, "General") : QString();
     }
@@ -113,12 +113,12 @@ class Filler {
         set("txtUnitTagNo", tags.join(", "));
     }
 
-    /// What a file of the page says about itself, and the name that it is offered.
+    /// The description of a file of the page, and its suggested name.
     void describe() {
         report.title = QStringList{report.title, job, values.modelNo}.join(", ");
         report.author = values.rep.isEmpty() ? QStringLiteral("Ordwick Company") : values.rep;
         QString tankID;
-        if (Session::TankID.read(tankID)) // which begins with the job
+        if (Session::TankID.read(tankID)) // begins with the job
             report.fileName = tankID + u' ' + values.modelNo;
     }
 
@@ -192,7 +192,7 @@ class Filler {
         picture.description = "Drawing of " + values.modelNo;
     }
 
-    /// The system's fluid makes no sense on a hydropneumatic submittal: the pressures take its place.
+    /// System fluid makes no sense on a hydropneumatic submittal; the pressures take its place.
     void showDrawdown() {
         for (const char* hidden :
              {"txtSOTMax", "txtSOTMin", "lblSOT", "boxSOT", "lblFluid", "txtFluid", "boxFluid"})
@@ -215,7 +215,7 @@ class Filler {
     QString iapmo;
 };
 
-/// A failure is reported under the data source's connection.
+/// Reports a failure under the data source's connection.
 void start(Report& report, const Kind& kind) {
     QString connection;
     Trap("ActiveReport_ReportStart", [&] { connection = dbConnection("User").ConnectionString(); });

@@ -2,8 +2,8 @@
 
 class Report;
 
-/// The start routines of the four submittals: each reads the session's tank line and its model and fills the
-/// fields of its page. A failure ends in the error dialog; what was filled by then stays.
+/// The start routines of the four submittals. Each reads the session's tank line and its model and fills in
+/// the fields of its page. A failure opens the error dialog; fields filled in so far stay.
 void StartBladderSubmittal(Report& report);
 void StartSteelSubmittal(Report& report);
 void StartPackageSubmittal(Report& report);

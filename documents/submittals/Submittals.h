@@ -4,10 +4,10 @@
 
 namespace Submittals {
 
-/// The name of the report that a model's submittal takes; an empty text when the catalogue gives none.
+/// The name of the submittal report for a model; empty when the catalogue gives none.
 QString SetReport(const QString& model);
 
 } // namespace Submittals
 
-/// Makes the four submittals known.
+/// Registers the four submittals.
 void registerSubmittals();

@@ -4,23 +4,23 @@
 
 #include <QString>
 
-/// A unit of a tank line has a tag of two parts, such as "AHU-1". A line has room for those of its first ten
+/// Each unit of a tank line has a two-part tag such as "AHU-1". A line has room for the tags of its first ten
 /// units.
 namespace UnitTags {
 
-/// Whether a stored text is a tag: a hyphen alone is two empty parts, and none.
+/// Whether a stored text is a tag: a hyphen alone is two empty parts and therefore none.
 bool IsGiven(const std::optional<QString>& tag);
-/// What a unit, from 1, goes by: its tag, or that of its tank and its number. Throws DatabaseFault 3265 for a
-/// unit that the tank line has no room for.
+/// What a unit, counted from 1, is called: its tag, or its tank's tag and its number. Throws DatabaseFault
+/// 3265 for a unit that the tank line has no room for.
 QString TagOf(const TankLine& tank, int unit, int room = TankLine::mostTags);
 
-/// The two parts of a tag, on the sides of its first hyphen.
+/// The parts on either side of a tag's first hyphen.
 struct Parts {
     QString prefix;
     QString suffix;
 };
-/// A tag without a hyphen, of data from before there were two parts, is split behind its fifth character.
-/// Throws Fault 5 for one that has fewer.
+/// Splits a tag. One without a hyphen, from data that predate the two parts, is split after its fifth
+/// character. Throws Fault 5 if it has fewer.
 Parts Split(const QString& tag);
 
 } // namespace UnitTags

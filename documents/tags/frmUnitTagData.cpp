@@ -15,7 +15,7 @@ using namespace StatusBar;
 
 namespace {
 
-/// A stored part may be longer than what can be typed, and stays whole.
+/// A stored part may be longer than what can be typed; it is kept whole.
 void fillBox(QLineEdit* box, const QString& part) {
     box->setMaxLength(std::max(box->maxLength(), int(part.size())));
     box->setText(part);
@@ -45,7 +45,7 @@ void frmUnitTagData::Load() {
     ShowRows(ReadTags());
 }
 
-/// Fills the boxes; the quantity of the tank line, 0 when there is none.
+/// Fills the boxes and returns the quantity of the tank line, 0 when there is none.
 int frmUnitTagData::ReadTags() {
     QString tankID;
     if (!Session::TankID.read(tankID))
@@ -63,7 +63,7 @@ int frmUnitTagData::ReadTags() {
     return ToInt16(asRead->qty.value_or(0));
 }
 
-/// A unit that the line no longer has is hidden, and loses its tag with the next saving.
+/// A unit that the line no longer has is hidden and loses its tag at the next save.
 void frmUnitTagData::ShowRows(int quantity) {
     int unit = 0;
     for (const Row& row : rows) {
@@ -89,7 +89,7 @@ bool frmUnitTagData::eventFilter(QObject* object, QEvent* event) {
     return handled;
 }
 
-/// Writes all ten columns, a hyphen alone for a unit without a tag.
+/// Writes all ten columns; a unit without a tag gets a lone hyphen.
 void frmUnitTagData::Save() {
     QString tankID;
     bool saved = true;

@@ -6,7 +6,7 @@
 
 #include <array>
 
-/// Gives each unit of the session's tank line a tag of two parts.
+/// Gives each unit of the session's tank line a two-part tag.
 class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
   public:
     frmUnitTagData();

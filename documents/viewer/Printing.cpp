@@ -17,7 +17,7 @@ Fault printerFault() {
     return {482, "Printer error"};
 }
 
-/// The paper of the pages, which the dialog offers first.
+/// Makes the dialog offer the paper of the pages first.
 void setPaper(QPrinter& printer, const QSizeF& size) {
     const bool landscape = size.width() > size.height();
     const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Point);
@@ -25,7 +25,7 @@ void setPaper(QPrinter& printer, const QSizeF& size) {
     printer.setFullPage(true);
 }
 
-/// The pages that the dialog asks for, each as often and in the order in which they come out.
+/// The pages that the dialog asks for, repeated and ordered as they are to be printed.
 Pages chosenPages(const QPrinter& printer, const Pages& all) {
     const bool range = printer.printRange() == QPrinter::PageRange;
     const int first = range ? std::max(1, printer.fromPage()) : 1;
@@ -53,7 +53,7 @@ void paint(QPrinter& printer, const Pages& pages) {
             printer.abort();
             throw printerFault();
         }
-        // On smaller paper than its own a page is reduced, never cut.
+        // On paper smaller than its own, a page is scaled down and never cut.
         const double reduced =
             std::min({1.0, paper.width() / pages[i].size.width(), paper.height() / pages[i].size.height()});
         painter.save();
@@ -82,7 +82,7 @@ void PrintDocument(const Document& document) {
     chosen.pages = chosenPages(printer, document.pages);
     if (chosen.pages.isEmpty())
         return;
-    // To a file it goes like an export: the whole file or none, and what went wrong is told.
+    // Printing to a file works like an export: the whole file or none, and errors are reported.
     if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
         Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
     else

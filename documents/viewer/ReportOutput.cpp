@@ -17,7 +17,7 @@ frmReportViewer* viewer() {
     return static_cast<frmReportViewer*>(Screens::find(viewerName));
 }
 
-/// A name that every system takes.
+/// A file name that every system accepts.
 QString plainName(QString name) {
     static const QRegularExpression refused(R"([/\\:*?"<>|\x00-\x1f]+)");
     constexpr int longest = 120;

@@ -2,8 +2,8 @@
 
 #include "documents/report/Document.h"
 
-/// Shows a document in the viewer, in place of what it showed before.
+/// Shows a document in the viewer, replacing the one before.
 void ShowDocument(const Document& document);
 
-/// Makes the viewer known, and the export commands of the main window.
+/// Registers the viewer and the main window's export commands.
 void registerViewer();

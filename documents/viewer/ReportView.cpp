@@ -56,7 +56,7 @@ void ReportView::setPages(const Pages& newPages) {
     changed();
 }
 
-/// What stands at a point of the window stands there afterwards too.
+/// Keeps what is at a point of the window where it is.
 void ReportView::layOut(const QPointF& anchor, double scale) {
     const double pagesAbove = (verticalScrollBar()->value() + anchor.y() - gap) / pageHeight();
     const double across = (anchor.x() - left()) / shownScale;
@@ -69,7 +69,7 @@ void ReportView::layOut(const QPointF& anchor, double scale) {
         shownScale = std::min(pageWidth, (window.height() - 2 * gap) / paper().height());
     shownScale = std::clamp(shownScale, .1, 12.0);
     const double height = gap + pageHeight() * double(shownPages.size());
-    // Where a whole page is in sight, a page of the keyboard is a page of the report.
+    // When a whole page is in view, Page Down moves by one page of the report.
     verticalScrollBar()->setPageStep(std::min(window.height(), int(pageHeight())));
     verticalScrollBar()->setRange(0, std::max(0, int(std::ceil(height)) - window.height()));
     const double width = paper().width() * shownScale + 2 * gap;
@@ -137,7 +137,7 @@ void ReportView::goToFound(int step) {
     viewport()->update();
 }
 
-/// Brings a place into sight, without moving the pages when it is.
+/// Scrolls a place into view, and does nothing if it already is.
 void ReportView::reveal(const TextRange& range) {
     const auto places =
         PlacesOf(shownPages[range.from.page].texts[range.from.text], range.from.letter, range.to);
@@ -191,7 +191,7 @@ void ReportView::paintEvent(QPaintEvent*) {
     }
 }
 
-/// Over the page, like a felt pen: the letters stay black, and a filled heading shows its mark too.
+/// Painted over the page with a multiplying brush: letters stay black, and marks show on filled headings too.
 void ReportView::paintMarks(QPainter& painter, int page) const {
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     const auto& texts = shownPages[page].texts;
@@ -213,7 +213,7 @@ void ReportView::paintMarks(QPainter& painter, int page) const {
              page == end.page && i == end.text ? end.letter : int(texts[i].text.size()), selectionColor);
 }
 
-/// The top stays: the middle of a window that has just become larger is not what was in sight before.
+/// Anchors at the top: the centre of an enlarged window is not what was in view before.
 void ReportView::resizeEvent(QResizeEvent*) {
     layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
 }
@@ -221,12 +221,12 @@ void ReportView::resizeEvent(QResizeEvent*) {
 void ReportView::wheelEvent(QWheelEvent* event) {
     if (!(event->modifiers() & Qt::ControlModifier))
         return QAbstractScrollArea::wheelEvent(event);
-    constexpr double notch = 120; // of a wheel; a touch pad turns by less
+    constexpr double notch = 120; // per wheel step; a touch pad turns by less
     zoomAbout(percent() * std::pow(wheelStep, event->angleDelta().y() / notch), event->position());
 }
 
 bool ReportView::event(QEvent* event) {
-    // Where the pages have the focus, the key of About is theirs.
+    // While the pages have the focus, About's shortcut selects all here.
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll))
         event->accept();

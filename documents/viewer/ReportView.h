@@ -6,8 +6,8 @@
 
 #include <functional>
 
-/// Shows the pages of a report one below the other. Only the pages in sight are painted. A hand drags the
-/// pages, and a drag that begins on a text selects.
+/// Shows the pages of a report one below the other. Only the pages in view are painted. A hand drags the
+/// pages; a drag that starts on a text selects.
 class ReportView : public QAbstractScrollArea {
   public:
     explicit ReportView(QWidget* parent = nullptr);
@@ -15,34 +15,34 @@ class ReportView : public QAbstractScrollArea {
     void setPages(const Pages& newPages);
     const Pages& pages() const { return shownPages; }
 
-    /// The page that takes most of the window, from 0.
+    /// The page that fills most of the window, counted from 0.
     int currentPage() const;
-    /// Shows a page from its top; the nearest page when that number does not exist.
+    /// Shows a page from its top; the nearest page if there is none of that number.
     void goTo(int page);
-    /// Shows the pages from the row of a text on.
+    /// Scrolls to the row of a text.
     void goTo(const TextPlace& place);
 
     enum class Zoom { Free, PageWidth, WholePage };
     void setZoom(Zoom newZoom);
-    /// Shows the pages in a part of their size on paper; what stands in the middle of the window stays there.
+    /// Sets the zoom in percent of the size on paper; the centre of the window stays in place.
     void setPercent(double percent);
     double percent() const;
-    /// Makes everything larger or smaller by a factor.
+    /// Zooms by a factor.
     void zoomBy(double factor) { setPercent(percent() * factor); }
 
-    /// Marks all places that hold a text and goes to the first one from the page in sight on.
+    /// Marks every occurrence of a text and goes to the first one at or after the current page.
     void search(const QString& text);
     const QString& searched() const { return searchedText; }
-    /// Goes to the next place, or the one before, from the last to the first and back.
+    /// Goes to the next or the previous occurrence, and wraps around.
     void goToFound(int step);
     int foundCount() const { return int(found.size()); }
-    /// The place gone to, from 1; 0 when there is none.
+    /// The number of the current occurrence, from 1; 0 when there is none.
     int foundNumber() const { return current + 1; }
 
     QString selectedText() const;
     void selectAll();
 
-    /// Runs whenever another part of the pages comes into sight or their size changes.
+    /// Called when the view scrolls or zooms.
     std::function<void()> changed = [] {};
 
   protected:
@@ -58,9 +58,9 @@ class ReportView : public QAbstractScrollArea {
 
   private:
     QSizeF paper() const;
-    double pageHeight() const; // with the gap below, in screen units
+    double pageHeight() const; // with the gap below it, in screen units
     double left() const;       // of the pages in the window
-    /// A point of the window as page and point on it.
+    /// Turns a point of the window into a page and a point on it.
     std::pair<int, QPointF> onPage(const QPointF& point) const;
     void layOut(const QPointF& anchor, double scale);
     void zoomAbout(double percent, const QPointF& anchor);
@@ -69,10 +69,10 @@ class ReportView : public QAbstractScrollArea {
 
     Pages shownPages;
     Zoom zoom = Zoom::WholePage;
-    double shownScale = 1; // screen units a point
+    double shownScale = 1; // screen units per point
     QString searchedText;
     QList<TextRange> found;
-    int current = -1; // among found
+    int current = -1; // index into found
     TextPlace selectionStart;
     TextPlace selectionEnd;
     enum class Drag { None, Hand, Selection } drag = Drag::None;

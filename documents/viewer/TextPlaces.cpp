@@ -8,7 +8,7 @@ namespace {
 
 struct Line {
     QString text;
-    int start; // letter of the whole text
+    int start; // offset in the whole text
     QRectF place;
 };
 
@@ -36,7 +36,7 @@ QList<Line> linesOf(const PageText& text) {
 double distance(const QRectF& place, const QPointF& point) {
     const double x = std::max({place.left() - point.x(), 0.0, point.x() - place.right()});
     const double y = std::max({place.top() - point.y(), 0.0, point.y() - place.bottom()});
-    constexpr double rowsFirst = 20; // a text of the same row is nearer than one above
+    constexpr double rowsFirst = 20; // weighs rows higher: a text in the same row is nearer than one above
     return x + y * rowsFirst;
 }
 
@@ -53,7 +53,7 @@ int letterAt(const Line& line, const TextStyle& style, double x) {
     return line.start + letter;
 }
 
-/// The letters that a reader sees, and where each stands in the text.
+/// The characters that a reader sees, and the position of each in the text.
 struct Readable {
     QString letters;
     QList<int> places;

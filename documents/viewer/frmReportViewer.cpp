@@ -17,7 +17,7 @@ namespace {
 
 constexpr double zoomStep = 1.25;
 
-/// "125 %" is 125. What is no whole number counts as 0.
+/// Turns "125 %" into 125. Anything but a whole number counts as 0.
 int percentOf(QString text) {
     return text.remove(u'%').trimmed().toInt();
 }
@@ -53,7 +53,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
             ARViewer21->goTo(contents[lstContents->indexOfTopLevelItem(row)]);
     };
     connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
-    connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // back to a row that is the current one
+    connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // works on the current row too
     addShortcuts();
     ARViewer21->changed = [this] { ShowPage(); };
 }
@@ -95,7 +95,7 @@ void frmReportViewer::addShortcuts() {
     add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
 }
 
-/// The groups of a list; a report without groups has no contents.
+/// Lists the groups; a report without groups has no contents.
 void frmReportViewer::ShowContents() {
     const QSignalBlocker noSelection(lstContents);
     lstContents->clear();
@@ -120,8 +120,8 @@ void frmReportViewer::ShowPage() {
     ShowZoom();
 }
 
-/// The largest zoom of the list that is not above the page's is the current one, so that the arrow keys go on
-/// from there.
+/// Selects the largest listed zoom that is not above the current one, so that the arrow keys continue from
+/// there.
 void frmReportViewer::ShowZoom() {
     const long percent = std::lround(ARViewer21->percent());
     int row = cboZoom->count() - 1;
@@ -137,7 +137,7 @@ void frmReportViewer::GoToTypedPage() {
     const int page = txtPage->text().toInt(&number);
     if (number && page != ARViewer21->currentPage() + 1)
         ARViewer21->goTo(page - 1);
-    ShowPage(); // the page that is there, whatever was typed
+    ShowPage(); // shows the page that was reached, whatever was typed
 }
 
 void frmReportViewer::ZoomAsTyped() {

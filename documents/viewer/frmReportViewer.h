@@ -4,7 +4,7 @@
 #include "documents/report/Document.h"
 #include "ui_frmReportViewer.h"
 
-/// Shows the pages of one report at a time.
+/// Shows the pages of a report, one report at a time.
 class frmReportViewer : public Screen, private Ui::frmReportViewer {
   public:
     frmReportViewer();
@@ -31,5 +31,5 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void addShortcuts();
 
     Document shownDocument;
-    QList<TextPlace> contents; // where each row of the contents stands
+    QList<TextPlace> contents; // where each row of the contents points
 };

@@ -5,8 +5,8 @@
 #include <QHelpIndexModel>
 #include <QThread>
 
-/// The engine of the help. Two threads of its own read contents and index from the list of files, which Qt's
-/// engine frees before it ends them; so this one waits until both are done.
+/// The help engine. Qt's engine frees its list of files while its two threads may still be reading contents
+/// and index from it, so this one waits for both first.
 class HelpEngine : public QHelpEngine {
   public:
     using QHelpEngine::QHelpEngine;

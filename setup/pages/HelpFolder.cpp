@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Whether a folder is ours alone. In the temporary folder anyone can leave a link of any name.
+/// Whether a folder belongs to us alone. In the temporary folder anyone can plant a link with any name.
 bool isOwn(const QFileInfo& folder) {
 #ifndef Q_OS_WIN
     constexpr auto others = QFile::WriteGroup | QFile::WriteOther;
@@ -26,7 +26,7 @@ void RemoveLeftHelpFolders() {
     for (const QFileInfo& found : folders) {
         QDir folder(found.filePath());
         const QString lockFile = folder.filePath(HelpFolder::lockName);
-        if (!isOwn(found) || !QFile::exists(lockFile)) // one without a lock is only just being made
+        if (!isOwn(found) || !QFile::exists(lockFile)) // without a lock it is still being created
             continue;
         QLockFile lock(lockFile);
         lock.setStaleLockTime(0);

@@ -4,7 +4,7 @@
 #include <QLockFile>
 #include <QTemporaryDir>
 
-/// A temporary folder for the help of one copy of the program, with a lock that tells whether the copy still
+/// A temporary help folder for one instance of the program, with a lock that shows whether the instance still
 /// runs.
 class HelpFolder {
   public:
@@ -14,7 +14,7 @@ class HelpFolder {
     }
     QString filePath(const QString& file) const { return folder.filePath(file); }
 
-    static inline const QString name = QStringLiteral("brennoval-help-"); // how all of them begin
+    static inline const QString name = QStringLiteral("brennoval-help-"); // common prefix
     static inline const QString lockName = QStringLiteral("lock");
 
   private:
@@ -22,5 +22,5 @@ class HelpFolder {
     QLockFile lock;
 };
 
-/// Removes the folders of copies that were killed.
+/// Removes the folders of instances that were killed.
 void RemoveLeftHelpFolders();

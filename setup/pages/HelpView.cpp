@@ -19,9 +19,9 @@
 namespace {
 
 constexpr int margin = 8;      // pixels around the lists
-constexpr int pageMargin = 16; // and around the text
+constexpr int pageMargin = 16; // pixels around the text
 
-/// A line to type into above a list.
+/// An entry line above a list.
 QWidget* listBelowLine(QLabel* caption, QLineEdit* line, QWidget* list) {
     auto* panel = new QWidget;
     auto* layout = new QVBoxLayout(panel);
@@ -71,7 +71,7 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
     tabs->addTab(buildContents(), QCoreApplication::translate("HelpView", "&Contents"));
     tabs->addTab(buildIndex(), QCoreApplication::translate("HelpView", "&Index"));
     tabs->addTab(buildSearch(), QCoreApplication::translate("HelpView", "&Search"));
-    connect(tabs, &QTabWidget::currentChanged, this, [this] { // where the user goes on typing
+    connect(tabs, &QTabWidget::currentChanged, this, [this] { // so that the user can type straight away
         auto* line = tabs->currentWidget()->findChild<QLineEdit*>();
         (line ? static_cast<QWidget*>(line) : tabs->currentWidget())->setFocus();
     });
@@ -137,7 +137,8 @@ QWidget* HelpView::buildSearch() {
             search->search(searchBox->text());
     };
     connect(searchBox, &QLineEdit::returnPressed, this, look);
-    connect(search, &QHelpSearchEngine::indexingFinished, this, look); // asked for before the index stood
+    connect(search, &QHelpSearchEngine::indexingFinished, this,
+            look); // for a search made before the index was ready
     connect(search, &QHelpSearchEngine::searchingFinished, this, [this] { showFound(); });
     const auto openRow = [this](const QListWidgetItem* row) {
         const QUrl address = row->data(Qt::UserRole).toUrl();

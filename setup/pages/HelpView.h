@@ -10,7 +10,7 @@ class QLineEdit;
 class QListWidget;
 class QTabWidget;
 
-/// A text box that finds its pages and pictures in the help file.
+/// A text box that loads its pages and pictures from the help file.
 class HelpText : public QTextBrowser {
   public:
     HelpText(const QHelpEngine& helpEngine, QWidget* parent) : QTextBrowser(parent), engine(helpEngine) {}
@@ -22,12 +22,12 @@ class HelpText : public QTextBrowser {
     const QHelpEngine& engine;
 };
 
-/// The help: contents, index and search beside the page.
+/// The help: contents, index and search, with the page next to them.
 class HelpView : public PageView {
   public:
     explicit HelpView(QWidget* parent);
 
-    /// Opens a topic, such as topic:101, or a page of the help. An unknown topic opens the first page.
+    /// Opens a topic, such as topic:101, or a help page. An unknown topic opens the first page.
     void go(const QUrl& address) override;
     void back() override { page->backward(); }
     void forward() override { page->forward(); }
@@ -43,7 +43,7 @@ class HelpView : public PageView {
     void showFound();
     void showInContents(const QUrl& address);
 
-    HelpFolder folder; // the engine wants to write beside its list of files, and ours is read-only
+    HelpFolder folder; // the engine writes next to its list of files, but ours is read-only
     HelpEngine engine;
     HelpText* page = nullptr;
     QTabWidget* tabs = nullptr;

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-/// A control that shows pages. It holds nothing but Qt, so that a plugin can bring another one.
+/// A control that shows pages. It uses nothing but Qt, so that a plugin can provide another one.
 class PageView : public QWidget {
   public:
     using QWidget::QWidget;
@@ -15,24 +15,24 @@ class PageView : public QWidget {
     virtual void forward() = 0;
     virtual void reload() {}
     virtual void stop() {}
-    /// Makes the letters larger or smaller by a number of steps.
+    /// Enlarges or shrinks the text by a number of steps.
     virtual void zoomBy(int steps) = 0;
-    /// Whether it finds topics in the help file.
+    /// Whether it can find topics in the help file.
     virtual bool knowsTopics() const { return false; }
-    /// Room for a page of text and pictures, where there is as much.
+    /// Enough for a page of text and pictures, if the display has the room.
     QSize sizeHint() const override { return {900, 620}; }
-    /// What the page in sight says.
+    /// The text of the visible page.
     virtual QString plainText() const { return {}; }
 
-    /// Runs when a page begins to load.
+    /// Called when a page starts to load.
     std::function<void()> started = [] {};
-    /// Runs when it shows.
+    /// Called when the page is shown.
     std::function<void(const QUrl& address, const QString& title)> finished = [](const QUrl&,
                                                                                  const QString&) {};
-    /// Takes a link that the control does not show itself.
+    /// Receives links that the control does not show itself.
     std::function<void(const QUrl& address)> leave = [](const QUrl&) {};
 };
 
-/// What a plugin exports under the name CreatePageView: makes its control for a program of the same version,
-/// else nothing.
+/// The function that a plugin exports as CreatePageView: creates its control for a program of the same
+/// version, otherwise returns null.
 using PageViewFactory = PageView* (*)(const char* version, QWidget* parent);

@@ -11,7 +11,7 @@
 namespace {
 
 PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
-    // Without its sandbox, which an administrator does not get, the web engine shows no page.
+    // The web engine shows nothing without its sandbox, which it does not get for an administrator.
     if (plugin == PagePlugin::Web && SystemPrograms::userIsAdministrator())
         return nullptr;
     const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A text box that shows what is on this machine and stands still for the rest.
+/// A text box that shows local pages and ignores all others.
 class LocalPages : public QTextBrowser {
   public:
     using QTextBrowser::QTextBrowser;
@@ -74,6 +74,6 @@ QString TextPageView::plainText() const {
     return text->toPlainText();
 }
 
-void TextPageView::tell(const QUrl& address) { // at this moment the box itself still names the page before
+void TextPageView::tell(const QUrl& address) { // the box still has the previous page's address at this point
     finished(address, text->documentTitle());
 }

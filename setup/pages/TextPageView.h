@@ -4,7 +4,7 @@
 
 class QTextBrowser;
 
-/// Shows local pages without a web engine. A page of the web shows as its address, with a word about why.
+/// Shows local pages without a web engine. For a web page it shows the address and explains why.
 class TextPageView : public PageView {
   public:
     explicit TextPageView(QWidget* parent);

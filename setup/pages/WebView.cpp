@@ -1,4 +1,4 @@
-// The plugin with the web engine. It stands alone, since the engine would cost every start of the program.
+// The plugin with the web engine. It is separate because the engine would slow every start of the program.
 
 #include "setup/pages/PageView.h"
 
@@ -20,7 +20,7 @@ QT_END_NAMESPACE
 
 namespace {
 
-/// A page that opens what asks for a new window in its own.
+/// A page that opens requests for a new window in its own.
 class OneWindowPage : public QWebEnginePage {
   public:
     using QWebEnginePage::QWebEnginePage;
@@ -32,7 +32,7 @@ class OneWindowPage : public QWebEnginePage {
 class WebView : public PageView {
   public:
     explicit WebView(QWidget* parent) : PageView(parent), view(new QWebEngineView(this)) {
-        auto* profile = new QWebEngineProfile(this); // without a name it keeps nothing on the disk
+        auto* profile = new QWebEngineProfile(this); // without a name it stores nothing on disk
         view->setPage(new OneWindowPage(profile, view));
         view->settings()->setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
         view->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
@@ -44,7 +44,7 @@ class WebView : public PageView {
         connect(view, &QWebEngineView::loadStarted, this, [this] { started(); });
         connect(view, &QWebEngineView::loadFinished, this, [this] { finished(view->url(), view->title()); });
     }
-    ~WebView() override { delete view->page(); } // before the profile that it stands on
+    ~WebView() override { delete view->page(); } // before the profile that it uses
 
     void go(const QUrl& address) override { view->load(address); }
     void back() override { view->back(); }
@@ -60,8 +60,9 @@ class WebView : public PageView {
     QWebEngineView* view;
 };
 
-/// The engine asks the shared graphics context for its format even when it draws by itself. The program did
-/// not ask for one, which would slow its start, so it gets one that was never created.
+/// The engine asks the shared graphics context for its format even for software rendering. The program does
+/// not set one up, since that would slow the start; a context object that was never created on the system is
+/// enough.
 void drawBySoftware() {
     static std::unique_ptr<QOpenGLContext> context;
     if (QOpenGLContext::globalShareContext())

@@ -7,7 +7,7 @@
 
 class PageView;
 
-/// The program's own browser, for systems that have none.
+/// The program's own browser, for systems without one.
 class frmBrowser : public PageScreen, private Ui::frmBrowser {
   public:
     frmBrowser();
@@ -20,7 +20,7 @@ class frmBrowser : public PageScreen, private Ui::frmBrowser {
     void loaded(const QUrl& address, const QString& title);
 
     PageView* brwWebBrowser;
-    QTimer timTimer; // looks what to show as the title while a page loads
+    QTimer timTimer; // updates the title while a page loads
     bool busy = false;
     QString pageName;
 };

@@ -5,7 +5,7 @@
 
 class PageView;
 
-/// Shows the pages of the demonstration, which stand on this machine.
+/// Shows the pages of the demonstration, which are local files.
 class frmDemo : public PageScreen, private Ui::frmDemo {
   public:
     frmDemo();

@@ -16,7 +16,7 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     view->finished = [this](const QUrl& address, const QString& title) {
         topicShown = topicShown || address.scheme() == u"qthelp";
         setTitle(QCoreApplication::translate("frmHelp", "%1 Help")
-                     .arg(title)); // each page names itself and Brennoval
+                     .arg(title)); // the page titles also contain the program's name
     };
     const QRect space = screen()->availableGeometry();
     resize(sizeHint().boundedTo(space.size() * .9));
@@ -29,7 +29,7 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
 }
 
 void frmHelp::Start() {
-    raise(); // before an error's window comes, which is to be in front
+    raise(); // early, so that an error window ends up in front
     activateWindow();
     procedure(".Load", [this] {
         if (const QString file = Program::ProgramFolder() + "/Help/brennovalhelp.qch";

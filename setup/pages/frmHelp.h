@@ -5,8 +5,8 @@
 
 class PageView;
 
-/// The help, in a window of its own beside the program. Its addresses are topics: the number of a help
-/// context or a screen's name.
+/// The help, in a window of its own next to the program's. Its addresses are topics: a help context number or
+/// a screen's name.
 class frmHelp : public PageScreen, private Ui::frmHelp {
   public:
     frmHelp();

@@ -34,7 +34,7 @@ void limit(decltype(RLIMIT_CPU) resource, rlim_t most) {
 
 #ifdef FILTERS_CALLS
 
-/// What reading, the memory and an orderly end take.
+/// Calls for reading, memory and an orderly exit.
 constexpr int harmless[] = {SCMP_SYS(read),          SCMP_SYS(readv),        SCMP_SYS(pread64),
                             SCMP_SYS(lseek),         SCMP_SYS(write),        SCMP_SYS(writev),
                             SCMP_SYS(close),         SCMP_SYS(fstat),        SCMP_SYS(stat),
@@ -47,7 +47,7 @@ constexpr int harmless[] = {SCMP_SYS(read),          SCMP_SYS(readv),        SCM
                             SCMP_SYS(tgkill),        SCMP_SYS(rt_sigaction), SCMP_SYS(rt_sigprocmask),
                             SCMP_SYS(rt_sigreturn),  SCMP_SYS(exit),         SCMP_SYS(exit_group)};
 
-/// The calls that open a file for reading, and those with which a second filter comes.
+/// Allows opening files for reading, and the calls that install a second filter.
 bool allowOpening(scmp_filter_ctx filter) {
     constexpr unsigned writing = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
     constexpr unsigned noNewRights = PR_SET_NO_NEW_PRIVS;
@@ -60,7 +60,7 @@ bool allowOpening(scmp_filter_ctx filter) {
            seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(seccomp), 0) == 0;
 }
 
-/// Refuses all other calls of the system from here on. A second filter can only refuse more.
+/// From here on refuses all other system calls. A second filter can only refuse more.
 void allowHarmless(bool openingToo) {
     const std::unique_ptr<void, decltype(&seccomp_release)> filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)),
                                                                    seccomp_release);

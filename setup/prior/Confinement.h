@@ -1,10 +1,10 @@
 #pragma once
 
-/// Takes from this process what a reader of one foreign file has no need of: more than 512 MB of memory, more
-/// than two minutes of the processor, the network, other programs, and every way of writing but the pipes
-/// that are open. What the system does not have is left out, and among the sanitizers, which need more of all
-/// of it, only the processor's time is limited.
+/// Takes away from this process whatever a reader of one foreign file does not need: more than 512 MB of
+/// memory, more than two minutes of processor time, the network, other programs, and every way of writing
+/// except to pipes already open. Limits that the system does not support are skipped; under the sanitizers,
+/// which need more of everything, only processor time is limited.
 void Confine();
 
-/// After the file was opened: no other can be, not even for reading.
+/// After this no other file can be opened, not even for reading.
 void ConfineToOpenFiles();

@@ -12,16 +12,16 @@ namespace Jet {
 
 namespace {
 
-/// The library takes an empty file, and much else, for one of an old version.
+/// The library mistakes an empty file, among others, for an old version.
 void requireHeader(const char* path) {
     constexpr std::string_view identity = "Standard Jet DB";
     constexpr size_t identityAt = 4;
-    if (!std::filesystem::is_regular_file(path)) // whose opening could wait for ever
+    if (!std::filesystem::is_regular_file(path)) // opening it could block forever
         throw Damaged("it is no plain file");
-    constexpr std::uintmax_t largest = std::uintmax_t{2} << 30; // bytes, that any such file can have
+    constexpr std::uintmax_t largest = std::uintmax_t{2} << 30; // bytes, the maximum for any such file
     if (std::filesystem::file_size(path) > largest)
         throw Damaged("it is larger than any");
-    std::array<char, 2048> page{}; // the smallest that there is
+    std::array<char, 2048> page{}; // the smallest page size
     std::ifstream file(path, std::ios::binary);
     if (!file.read(page.data(), page.size()) ||
         std::string_view(page.data(), page.size()).substr(identityAt, identity.size()) != identity)
@@ -64,10 +64,11 @@ File::File(const char* path) {
         throw DatabaseFault(DatabaseFault::NoDataSource, "Not a valid password.");
 }
 
-/// Whether the file asks for a password. Right after the opening the library's page is the deciphered header.
+/// Whether the file has a password. Just after opening, the library's page buffer holds the deciphered
+/// header.
 bool File::hasPassword() const {
     constexpr int passwordAt = 0x42;
-    constexpr int dateAt = 0x72; // of the file's creation, whose day masks the password from version 4 on
+    constexpr int dateAt = 0x72; // the creation date; from version 4 on its day masks the password
     const int length = isVersion3() ? 20 : 40;
     const auto day = isVersion3() ? 0
                                   : static_cast<std::uint32_t>(static_cast<std::int64_t>(
@@ -105,7 +106,7 @@ Bytes File::pieceOfText(std::uint32_t place) {
 std::string File::text(Bytes stored) const {
     if (!isVersion3())
         return TextOf(stored);
-    std::string text(stored.size() * 3 + 16, '\0'); // a character takes three bytes at most
+    std::string text(stored.size() * 3 + 16, '\0'); // at most three bytes per character
     const int length = mdb_unicode2ascii(library.get(), reinterpret_cast<const char*>(stored.data()),
                                          stored.size(), text.data(), text.size());
     text.resize(length < 0 ? 0 : static_cast<size_t>(length));

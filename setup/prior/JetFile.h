@@ -2,7 +2,7 @@
 
 #include "setup/prior/JetText.h"
 
-#include <glib.h> // ahead of the library, whose header would take it into its extern "C"
+#include <glib.h> // before the library, whose header would include it inside extern "C"
 #include <iconv.h>
 #include <mdbtools.h>
 
@@ -13,29 +13,28 @@
 
 namespace Jet {
 
-/// A page of the file, in one of the library's two buffers, until the next is read there.
+/// A page of the file, in one of the library's two buffers, valid until that reads the next.
 class Page {
   public:
     Page(Bytes content, size_t placeOfRowCount) : bytes(content), rowCountAt(placeOfRowCount) {}
 
-    /// What the page holds, as its first byte tells.
+    /// The kind of page, given by its first byte.
     enum Kind : unsigned char { Data = 1, TableDefinition = 2 };
     Kind kind() const { return static_cast<Kind>(bytes[0]); }
 
     unsigned byte(size_t at) const { return range(at, 1)[0]; }
     unsigned word(size_t at) const { return byte(at) | byte(at + 1) << 8U; }
     std::uint32_t number(size_t at) const { return word(at) | word(at + 2) << 16U; }
-    /// Throws Damaged for what does not lie within the page.
+    /// Throws Damaged for anything not within the page.
     Bytes range(size_t begin, size_t size) const;
 
     struct Row {
         size_t begin = 0;
         size_t size = 0;
-        bool isElsewhere = false; // deleted, or moved and to be found there
+        bool isElsewhere = false; // deleted, or moved to a different place
     };
     unsigned rowCount() const { return word(rowCountAt); }
-    /// Throws Damaged when there is no such row, or when it reaches out of the room that the page has for
-    /// rows.
+    /// Throws Damaged if there is no such row, or if it extends beyond the page's row area.
     Row row(unsigned index) const;
 
   private:
@@ -46,8 +45,8 @@ class Page {
 /// The file, opened for reading.
 class File {
   public:
-    /// Throws Damaged for one that is no plain file, is none of its kind or is not whole, and DatabaseFault
-    /// for one under a password.
+    /// Throws Damaged for a file that is not plain, not of this kind or not complete, and DatabaseFault for
+    /// one with a password.
     explicit File(const char* path);
 
     MdbHandle& handle() const { return *library; }
@@ -55,11 +54,11 @@ class File {
 
     /// The page that the library read last.
     Page currentPage() const { return page(library->pg_buf); }
-    /// Reads a page beside the current one.
+    /// Reads a page without replacing the current one.
     Page pageBeside(std::uint32_t number) const;
 
-    /// A piece of a long text, by its page and, in the lowest byte, its row there. Throws Damaged for one
-    /// that another text has: no chain of pieces leads back, and no two meet.
+    /// A piece of a long text, given by its page and, in the lowest byte, its row there. Throws Damaged if
+    /// the piece has been read before: chains of pieces neither loop nor meet.
     Bytes pieceOfText(std::uint32_t place);
 
     /// A stored text in UTF-8.
@@ -73,7 +72,7 @@ class File {
         void operator()(MdbHandle* file) const { mdb_close(file); }
     };
     std::unique_ptr<MdbHandle, Close> library;
-    std::set<std::uint32_t> taken; // the pieces of texts that have been read
+    std::set<std::uint32_t> taken; // pieces of text that have been read
 };
 
 } // namespace Jet

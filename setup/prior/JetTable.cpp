@@ -16,10 +16,10 @@ namespace Jet {
 
 namespace {
 
-constexpr unsigned mostColumns = 255;
-constexpr unsigned mostIndexes = 1000; // a table has 32, and one more for each that others have on it
+constexpr unsigned maxColumns = 255;
+constexpr unsigned maxIndexes = 1000; // a table has 32, plus one for each that other tables have on it
 
-/// The bytes that a value of a type takes; nothing for those that its column tells.
+/// The size in bytes of a type's values; nothing if the column gives it.
 std::optional<unsigned> sizeOf(int type) {
     switch (type) {
     case MDB_BYTE:
@@ -51,7 +51,7 @@ Number numberAt(Bytes bytes) {
     return number;
 }
 
-/// No computation ends in a number so small; a whole number that is taken for a broken one looks like it.
+/// No computation yields so small a number, but an integer misread as floating point does.
 double checkedNumber(float number) {
     if (number != 0 && std::abs(number) < std::numeric_limits<float>::min())
         throw Damaged("a number of another kind");
@@ -78,7 +78,7 @@ Table::Table(File& source, std::uint32_t page, const std::string& name) : file(s
     mdb_rewind_table(library.get());
 }
 
-/// A definition can go on over several pages. The library would follow them for ever.
+/// A definition can continue over several pages. The library would follow a loop forever.
 void Table::requireChain(std::uint32_t page) const {
     constexpr size_t nextAt = 4;
     std::set<std::uint32_t> pages;
@@ -95,9 +95,9 @@ void Table::requireChain(std::uint32_t page) const {
 void Table::readColumns() {
     const auto columnsEverAt = static_cast<size_t>(file.handle().fmt->tab_num_cols_offset) - 4;
     columnsEver = file.currentPage().word(columnsEverAt);
-    if (library->num_cols == 0 || library->num_cols > mostColumns || columnsEver < library->num_cols ||
-        columnsEver > mostColumns || library->num_var_cols > columnsEver ||
-        library->num_real_idxs > mostIndexes || !mdb_read_columns(library.get()))
+    if (library->num_cols == 0 || library->num_cols > maxColumns || columnsEver < library->num_cols ||
+        columnsEver > maxColumns || library->num_var_cols > columnsEver ||
+        library->num_real_idxs > maxIndexes || !mdb_read_columns(library.get()))
         throw Damaged("the columns of a table");
     for (unsigned i = 0; i < library->num_cols; ++i) {
         const auto& column = *static_cast<MdbColumn*>(g_ptr_array_index(library->columns, i));
@@ -111,7 +111,7 @@ void Table::readColumns() {
     }
 }
 
-/// The columns of a row lie side by side: none over another, and none missing where none was deleted.
+/// The columns of a row are adjacent: none overlap, and none is missing unless it was deleted.
 void Table::requireLayout() {
     std::set<unsigned> numbers;
     std::vector<bool> fixed;
@@ -126,7 +126,7 @@ void Table::requireLayout() {
     for (const Column& column : columns) {
         if (column.number >= columnsEver || !numbers.insert(column.number).second)
             throw Damaged("the number of a column");
-        if (column.type == MDB_BOOL) // stands where others have their mark of a null
+        if (column.type == MDB_BOOL) // stored in the bits that mark nulls in other columns
             continue;
         if (column.isFixed ? sizeOf(column.type).value_or(column.size) != column.size
                            : column.place >= others.size())
@@ -162,8 +162,8 @@ bool Table::step() {
     }
 }
 
-/// A row has the number of its columns, the fixed values, the others, their borders and a bit for each column
-/// that is no null.
+/// A row consists of its column count, the fixed values, the others, their borders and a bit per column that
+/// is set unless the value is null.
 void Table::readRow(const Page::Row& row) {
     const Page page = file.currentPage();
     const size_t sizeOfCount = file.isVersion3() ? 1 : 2;
@@ -182,8 +182,8 @@ void Table::readRow(const Page::Row& row) {
     requireBorders();
 }
 
-/// The borders stand backwards, behind the values: first, as the last in the row, how many values there are.
-/// Version 3 has a byte for each, and ahead of the count a table of those with which another 256 bytes begin.
+/// The borders follow the values, in reverse: last in the row is the number of values. Version 3 has a byte
+/// for each and, before the count, a table of the values at which another 256 bytes begin.
 void Table::readBorders(size_t behind) {
     const Page page = file.currentPage();
     if (library->num_var_cols == 0) {
@@ -193,7 +193,7 @@ void Table::readBorders(size_t behind) {
     const size_t width = file.isVersion3() ? 1 : 2;
     const size_t count = file.isVersion3() ? page.byte(behind - 1) : page.word(behind - 2);
     size_t jumps = file.isVersion3() ? (end - begin - 1) / 256 : 0;
-    const size_t first = behind - width - jumps - width; // the border ahead of the first value
+    const size_t first = behind - width - jumps - width; // the border before the first value
     if (count > library->num_var_cols || first < begin + width * (count + 1))
         throw Damaged("a row");
     const size_t last = first - width * count;
@@ -209,7 +209,7 @@ void Table::readBorders(size_t behind) {
         throw Damaged("a row that does not end with its last value");
 }
 
-/// The values fill the row. One that was written before a column came has none of it.
+/// The values must fill the row. A row older than a column has no value for it.
 void Table::requireBorders() const {
     size_t fixedEnd = begin + (file.isVersion3() ? 1 : 2);
     const size_t firstFixed = fixedEnd;
@@ -274,8 +274,8 @@ std::string Table::textOf(const Column& column, Bytes stored) const {
     return text;
 }
 
-/// A memo stands within its row, in one piece elsewhere, or in a chain of pieces, each of which begins with
-/// the place of the next.
+/// A memo is within its row, in one piece elsewhere, or in a chain of pieces, each of which starts with the
+/// place of the next.
 std::string Table::memoOf(Bytes stored) {
     constexpr std::uint32_t lengthBits = 0x3fffffff;
     constexpr std::uint32_t inRow = 0x80000000;

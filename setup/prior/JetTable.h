@@ -11,33 +11,30 @@ namespace Jet {
 /// A null, a number (a date counts the days since the end of 1899) or a text in UTF-8.
 using Value = std::variant<std::monostate, double, std::string>;
 
-/// One table of the file, one row after the other. Nothing is passed over: what does not fit together ends
-/// the reading.
+/// One table of the file, read row by row. Nothing is skipped: an inconsistency ends the reading.
 class Table {
   public:
-    /// Takes the table whose definition begins on a page. Throws Damaged when the definition is not sound.
+    /// Reads the table whose definition starts on a page. Throws Damaged if the definition is unsound.
     Table(File& source, std::uint32_t page, const std::string& name);
 
     struct Column {
         std::string name;
         int type = 0; // the library's MDB_TEXT and so on
         bool isFixed = false;
-        unsigned number = 0; // among all that there ever were
-        unsigned place = 0;  // of a fixed one its offset, of another its number among those
+        unsigned number = 0; // among all columns that ever existed
+        unsigned place = 0;  // fixed columns: offset; others: index among those
         unsigned size = 0;   // bytes
     };
-    /// Nothing when there is none of the name, whose case does not count.
+    /// Null if no column has this name, ignoring case.
     const Column* find(const std::string& name) const;
 
-    /// How many rows the definition counts.
+    /// The row count in the definition.
     std::uint32_t announcedRows() const { return library->num_rows; }
 
-    /// Goes to the next row; false behind the last that can be found. Throws Damaged for a row that is not
-    /// whole.
+    /// Moves to the next row; false after the last that can be found. Throws Damaged for an incomplete row.
     bool step();
 
-    /// A value of the row. Throws Damaged when it is not whole, or is of a type that is neither number nor
-    /// text.
+    /// A value of the row. Throws Damaged if it is incomplete, or neither number nor text.
     Value value(const Column& column);
 
   private:
@@ -58,11 +55,11 @@ class Table {
     MdbCatalogEntry entry{};
     std::unique_ptr<MdbTableDef, Free> library;
     std::vector<Column> columns;
-    unsigned columnsEver = 0; // those included that were deleted
+    unsigned columnsEver = 0; // including deleted ones
     unsigned nextRow = 0;     // on the page
     unsigned rowsOnPage = 0;
 
-    // Of the row.
+    // For the current row.
     size_t begin = 0;
     size_t end = 0;
     unsigned columnCount = 0; // of the table when the row was written
@@ -70,10 +67,10 @@ class Table {
         borders; // of the values without a fixed place, within the page; the last is their end
 };
 
-/// The tables of the file, each by its name as Folded makes it, with the page on which its definition begins.
+/// The tables of the file: name, as returned by Folded, and the page where its definition starts.
 std::map<std::string, std::uint32_t> TablesOf(File& file);
 
-/// A name without regard to case.
+/// A name with its case folded.
 std::string Folded(std::string name);
 
 } // namespace Jet

@@ -16,10 +16,10 @@ bool isControl(unsigned char byte) {
     return byte < 0x20 || (byte >= 0x7f && byte < 0xa0);
 }
 
-/// Whether the mark with which a text begins stands within it. Bytes that were one character each, taken for
-/// two a character, have it in any place and no control characters; a text of the Far East has it between two
-/// of its characters now and then, and bytes that would be control characters.
-bool beginsTwice(Bytes stored, bool compressed, const std::u16string& text) {
+/// Whether the mark that starts a text also occurs within it. Single-byte characters misread as two-byte ones
+/// can have it at any offset and contain no control characters; East Asian text occasionally has it across
+/// two characters, but then has bytes that would be control characters.
+bool containsMark(Bytes stored, bool compressed, const std::u16string& text) {
     if (text.find(u'\ufeff') != std::u16string::npos || text.find(u"\u00ff\u00fe") != std::u16string::npos)
         return true;
     const auto found =
@@ -27,7 +27,7 @@ bool beginsTwice(Bytes stored, bool compressed, const std::u16string& text) {
     return !compressed && found != stored.end() && std::ranges::none_of(stored, isControl);
 }
 
-/// Two bytes a character, from which the text takes them one after the other.
+/// Appends characters of two bytes each.
 void appendWide(std::u16string& text, Bytes bytes) {
     if (bytes.size() % 2 != 0)
         throw Damaged("half a character");
@@ -35,7 +35,7 @@ void appendWide(std::u16string& text, Bytes bytes) {
         text += static_cast<char16_t>(bytes[i] | bytes[i + 1] << 8U);
 }
 
-/// The end of a stretch of two bytes a character: the first character place that begins with a NUL.
+/// The end of a run of two-byte characters: the first character position that starts with a NUL.
 size_t endOfWide(Bytes bytes, size_t begin) {
     size_t end = begin;
     while (end < bytes.size() && bytes[end] != 0)
@@ -59,7 +59,7 @@ std::u16string decompressed(Bytes bytes) {
             text.append(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
                         bytes.begin() + static_cast<std::ptrdiff_t>(end));
         wide = !wide;
-        begin = end + 1; // behind the NUL
+        begin = end + 1; // after the NUL
     }
     return text;
 }
@@ -76,7 +76,7 @@ std::string TextOf(Bytes stored) {
         appendWide(text, stored);
     if (text.find(u'\0') != std::u16string::npos)
         throw Damaged("a text of NULs");
-    if (beginsTwice(stored, compressed, text))
+    if (containsMark(stored, compressed, text))
         throw Damaged("a text that begins twice");
     glong length = 0;
     const std::unique_ptr<char, decltype(&g_free)> utf8(

@@ -1,7 +1,7 @@
 // brennoval-prior FILE writes the rows of the earlier program's tables, from its Jet file, to standard
-// output, in the form that setup/PriorTables.h gives. The library believes much of what a file says of
-// itself, so a damaged one can crash or stall it; that is why this is a process of its own, without rights. A
-// file arrives whole or with a failure: a row, a memo or a page that is not sound is never passed over.
+// output, in the format described in setup/PriorTables.h. The library trusts much of what a file says about
+// itself, so a damaged one can crash or hang it; hence this separate, unprivileged process. A file is
+// transferred completely or with a failure: an unsound row, memo or page is never skipped.
 
 #include "core/base/Fault.h"
 #include "setup/PriorTables.h"
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// What the program on the other end reads.
+/// Writes what the program at the other end reads.
 class Output {
   public:
     template<typename Number>
@@ -61,7 +61,7 @@ class Output {
     size_t left = PriorTables::largestOutput;
 };
 
-/// The columns of a table that are wanted, in their order.
+/// The wanted columns of a table, in order.
 std::vector<const Jet::Table::Column*> wantedColumns(const Jet::Table& table,
                                                      const PriorTables::Table& wanted) {
     std::vector<const Jet::Table::Column*> columns;
@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     Confine();
-    g_unsetenv("MDBICONV"); // texts come as UTF-8, whatever the user has set for tools of his own
+    g_unsetenv("MDBICONV"); // texts come as UTF-8, whatever the user has set for tools of their own
     Output output;
     try {
         writeFile(output, argv[1]);

@@ -64,7 +64,7 @@ TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnotherCatalogue) {
         Recordset().Open("DELETE * FROM tblPostalCodes", newer);
     }
     const QByteArray changed = contents(folder + u'/' + catalogueFile);
-    InstallForUser(shippedFolder(), folder); // of the same version
+    InstallForUser(shippedFolder(), folder); // same version
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), changed);
     EXPECT_EQ(RestoreCatalogue(shippedFolder(), "/nowhere"), folder + u'/' + catalogueFile);
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
@@ -79,7 +79,7 @@ TEST(Install, NeverRewritesAStoredFolder) {
     InstallForUser(shippedFolder(), real);
     QFile::rename(real + u'/' + userFile, real + "/brennovaluserdata.MDB");
     QFile::link(home.dataFolder() + "/nowhere", home.dataFolder() + "/dangling");
-    // As it is, with the other separators, away for the moment, and a link that leads nowhere.
+    // Unchanged, with the other system's separators, temporarily missing, and a dangling link.
     for (const QString& stored : {real, QString(real).replace('/', '\\') + '\\', home.dataFolder() + "/away",
                                   home.dataFolder() + "/dangling"}) {
         SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), stored, RegistryType::Text);
@@ -116,7 +116,7 @@ TEST(Install, KeepsTheOldCatalogueWhenTheDiskIsFull) {
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2) << "no part is left";
 }
 
-/// Runs the command in a folder, with these variables alone, behind a line of the shell.
+/// Runs the command in a folder with only these variables, after a shell command.
 int runCommand(const QString& folder, const QStringList& variables, QString& errors,
                const QString& before = ":") {
     QProcess command;
@@ -132,8 +132,8 @@ int runCommand(const QString& folder, const QStringList& variables, QString& err
 
 TEST(Install, CommandNeedsAHomeAndASessionThatCanBeStored) {
     const struct {
-        QStringList variables; // {home} is the folder
-        const char* error;     // a part of it
+        QStringList variables; // {home} stands for the folder
+        const char* error;     // part of it
         const char* session;   // where it is stored
     } cases[] = {
         {{"HOME={home}"}, "", ".config"},
@@ -189,7 +189,7 @@ TEST(Install, SaysThatTheDiskIsFullForTheSession) {
     EXPECT_FALSE(QFile::exists(home.dataFolder()));
 }
 
-TEST(Install, CommandTellsOrRefusesWithoutDoingAnything) {
+TEST(Install, CommandReportsOrRefusesWithoutDoingAnything) {
     struct Case {
         QStringList arguments;
         int result;

@@ -1,4 +1,4 @@
-// Copies of the user's data: made whole or not at all, thinned, and put aside before an upgrade.
+// Copies of the user's data: complete or absent, thinned, and set aside before an upgrade.
 
 #include "core/store/Backup.h"
 #include "core/base/Fault.h"
@@ -46,7 +46,7 @@ TEST_F(BackupTest, IsWholeAndHasTheModeOfTheFile) {
     EXPECT_EQ(Backup::CountsOf(copy), (Backup::Counts{.jobs = 2, .tanks = 1}));
     EXPECT_THROW(Recordset().Open("DELETE * FROM tblJobData", copy), DatabaseFault)
         << "opened for reading alone";
-    // Within one second, too, each has a name of its own.
+    // Even within the same second each gets its own name.
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     const auto copies = Backup::CopiesOf(file());
     ASSERT_EQ(copies.size(), 2);
@@ -59,7 +59,7 @@ TEST_F(BackupTest, OfTheDayIsMadeOnce) {
     Backup::MakeDaily(file());
     Backup::MakeDaily(file());
     EXPECT_EQ(Backup::CopiesOf(file()).size(), 1);
-    // What is no copy, or is somebody else's, is neither listed nor removed.
+    // Other files and other people's copies are neither listed nor removed.
     for (const char* name : {"BrennovalUserData 2020-01-01 10.00.00 mine.mdb", "notes.txt",
                              "BrennovalUserData 2020-13-01 10.00.00 daily.mdb"})
         QFile::copy(file(), folder() + '/' + name);
@@ -70,7 +70,7 @@ TEST_F(BackupTest, OfTheDayIsMadeOnce) {
     EXPECT_EQ(files().size(), 5);
 }
 
-TEST_F(BackupTest, ThatFailsLeavesNothingAndIsTold) {
+TEST_F(BackupTest, ThatFailsLeavesNothingAndIsReported) {
     QString told;
     Backup::OnFailure([&told](const QString& why) { told = why; });
     QFile inTheWay(folder());
@@ -78,7 +78,7 @@ TEST_F(BackupTest, ThatFailsLeavesNothingAndIsTold) {
     EXPECT_FALSE(Backup::MakeIfPossible(openDatabase("User"), Backup::Reason::Deletion));
     EXPECT_TRUE(told.contains("backups")) << told.toStdString();
     inTheWay.remove();
-    // A file whose pages are damaged is not copied as if it were sound.
+    // A file with damaged pages is not copied as if it were sound.
     {
         QFile damaged(file());
         ASSERT_TRUE(damaged.open(QIODevice::ReadWrite));
@@ -115,8 +115,8 @@ TEST(Backups, AreThinnedToDaysWeeksAndMonths) {
     EXPECT_EQ(ofOneDay.count(true), 20);
 }
 
-// One copy of the program upgrades under a lock, the others wait and find it done; each copy put aside is
-// whole.
+// One copy of the program upgrades under a lock; the others wait and find it done. Each copy set aside is
+// complete.
 TEST_F(BackupTest, OfOlderDataIsMadeOnceByManyCopiesOfTheProgram) {
     QFile::remove(file());
     QFile script(QStringLiteral(SOURCE_FOLDER "/data/schema/user/1.sql"));

@@ -135,7 +135,7 @@ TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
     EXPECT_EQ(value(user, QStringLiteral("SELECT COUNT(*) AS V FROM tblJobHeader")), QStringLiteral("0"));
 }
 
-TEST_F(DatabaseTest, GoesOnBehindARowThatItChangedOrDeleted) {
+TEST_F(DatabaseTest, ContinuesAfterARowThatItChangedOrDeleted) {
     for (const char* id : {"A", "B", "C", "D"})
         addJob(QLatin1String(id));
     Recordset jobs;
@@ -152,7 +152,7 @@ TEST_F(DatabaseTest, GoesOnBehindARowThatItChangedOrDeleted) {
             jobs.Update();
             EXPECT_EQ(jobs[QStringLiteral("JobID")].text(), id);
         }
-        Connection other; // another copy of the program can save at any row
+        Connection other; // another copy of the program may save at any row
         other.setProperty(QStringLiteral("Data Source"), user.dataSource());
         other.Open();
         Recordset().Open(QStringLiteral("UPDATE tblUser SET PostalCode = '1'"), other);
@@ -162,7 +162,7 @@ TEST_F(DatabaseTest, GoesOnBehindARowThatItChangedOrDeleted) {
               QStringLiteral("AA,CC"));
 }
 
-TEST_F(DatabaseTest, GoesOnWithARowThatItAdded) {
+TEST_F(DatabaseTest, ContinuesWithARowThatItAdded) {
     Recordset tanks;
     tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, CommandType::Table);
     tanks.AddNew();

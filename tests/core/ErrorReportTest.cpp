@@ -12,7 +12,7 @@ using namespace Faults;
 
 namespace {
 
-/// The lines of the report that frmError shows.
+/// The lines of the report shown by frmError.
 QStringList shownReport() {
     return Screens::find("frmError")->control<QPlainTextEdit>("lblTechSupport")->toPlainText().split(u'\n');
 }
@@ -28,7 +28,7 @@ class ErrorReport : public testing::Test {
 TEST_F(ErrorReport, HasThirteenLinesInTheirOrder) {
     ReportError(11, "Division by zero", "5", "Brennoval", "frmTankSeries.cmdNext");
     const QStringList lines = shownReport();
-    ASSERT_EQ(lines.size(), 14); // the last line end makes an empty one
+    ASSERT_EQ(lines.size(), 14); // the final line end adds an empty one
     const char* starts[] = {"ERROR MESSAGE",
                             "Version: 1.0.0",
                             "Date: ",

@@ -141,7 +141,7 @@ TEST(SharedServices, NextNumberAndCancelledJobs) {
         rows.Open("SELECT COUNT(*) AS N FROM tblJobHeader", user);
         return rows["N"].number();
     };
-    CancelJobInput("Empty"); // without a mode nothing happens
+    CancelJobInput("Empty"); // without a mode, nothing happens
     EXPECT_EQ(headers(), 2);
     Session::Mode.write("New");
     CancelJobInput("Empty");

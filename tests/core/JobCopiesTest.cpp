@@ -1,5 +1,4 @@
-// A job that was restored, imported or undone is the job that it was, in every column; foreign files are
-// refused.
+// A restored, imported or undeleted job equals the original in every column; foreign files are refused.
 
 #include "core/store/JobCopies.h"
 #include "core/base/Fault.h"
@@ -21,7 +20,7 @@ using JobCopies::Source;
 
 namespace {
 
-/// A job whose columns all hold something else, and one of nulls.
+/// One job with a different value in every column, and one of nulls.
 class JobCopiesTest : public testing::Test {
   protected:
     JobCopiesTest() {
@@ -60,7 +59,7 @@ class JobCopiesTest : public testing::Test {
         Execute("User", "DELETE FROM tblJobData");
     }
 
-    /// A file of the job, as it is exported.
+    /// A job's file, as exported.
     QString exported() const {
         QString path = home.path() + "/job.brennoval";
         JobCopies::Export(openDatabase("User"), "Full's", path);
@@ -98,8 +97,8 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     EXPECT_EQ(contents(), before) << "the whole file";
 }
 
-// Each column that is changed alone makes the job another one.
-TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsSeen) {
+// Changing any single column makes it a different job.
+TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsDetected) {
     const Source copy(Backup::Make(openDatabase("User"), Backup::Reason::ByHand), Origin::Own);
     EXPECT_TRUE(JobCopies::ChangedJobs(copy, openDatabase("User")).empty());
     for (const char* table : {"tblJobHeader", "tblJobData"})
@@ -120,7 +119,7 @@ TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsSeen) {
     ASSERT_EQ(JobCopies::ChangedJobs(copy, openDatabase("User")).size(), 1U);
 }
 
-TEST_F(JobCopiesTest, AnOlderFileIsBroughtUpBesideItself) {
+TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
     const QString path = home.path() + "/older.brennoval";
     {
         QFile empty(path);
@@ -128,7 +127,7 @@ TEST_F(JobCopiesTest, AnOlderFileIsBroughtUpBesideItself) {
         Connection file;
         file.setProperty("Data Source", path);
         file.Open();
-        file.engine().runScript(Schema::ownScripts()[0], 0); // which did not carry its number
+        file.engine().runScript(Schema::ownScripts()[0], 0); // the first version stored no version number
         Recordset().Open("INSERT INTO tblJobHeader (JobID) VALUES ('Old')", file);
     }
     QFile file(path);
@@ -168,7 +167,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
         Rows jobs("User", "SELECT COUNT(*) AS N FROM tblJobHeader");
         EXPECT_EQ(jobs["N"].number(), 1) << statement;
     }
-    // A query without an end in the place of a table is never asked.
+    // An endless query in place of a table is never run.
     const QString path = home.path() + "/endless";
     QFile::copy(sound, path);
     change(path, "DROP TABLE tblJobHeader");
@@ -180,7 +179,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     user.setProperty("Data Source", path);
     user.Open();
     EXPECT_THROW(Schema::upgrade(user), DatabaseFault) << "nor at the start";
-    // The sound one is still good.
+    // The sound file still works.
     JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"}, {});
     EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
 }

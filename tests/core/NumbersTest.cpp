@@ -65,7 +65,7 @@ TEST(Round, TakesHalvesToTheEvenDigit) {
         EXPECT_EQ(Round(c.value, c.digits), c.rounded) << c.value;
 }
 
-TEST(Faults, StandForWhatArithmeticCannotDo) {
+TEST(Faults, ReportWhatArithmeticCannotDo) {
     const auto numberOf = [](const auto& body) {
         try {
             body();
@@ -129,7 +129,7 @@ TEST(Letters, CompareWithoutCaseAndInTheOrderOfTheirCodes) {
     }
 }
 
-TEST(Letters, HaveTheFormOfAPattern) {
+TEST(Letters, MatchAPattern) {
     const struct {
         const char* text;
         const char* pattern;

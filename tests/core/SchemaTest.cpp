@@ -14,7 +14,7 @@ using namespace Gateway;
 
 namespace {
 
-/// A user file of the first version, which did not carry its number, with jobs and tank lines.
+/// A user file of the first version, which stored no version number, with jobs and tank lines.
 class SchemaTest : public testing::Test {
   protected:
     SchemaTest() {
@@ -56,13 +56,13 @@ class SchemaTest : public testing::Test {
 
 } // namespace
 
-TEST_F(SchemaTest, BringsAnOlderFileUpWithACopyPutAside) {
+TEST_F(SchemaTest, UpgradesAnOlderFileAndSetsACopyAside) {
     {
         Connection user = openDatabase("User");
         EXPECT_EQ(Schema::versionOf(user), 1);
         Schema::upgrade(user);
         EXPECT_EQ(Schema::versionOf(user), Schema::currentVersion());
-        Schema::upgrade(user); // nothing more to do
+        Schema::upgrade(user); // already done
     }
     expectJobs();
     EXPECT_EQ(value("SELECT JobID & Engineer AS V FROM tblJobHeader WHERE Engineer = 'E'"), "OldE");
@@ -79,7 +79,7 @@ TEST_F(SchemaTest, BringsAnOlderFileUpWithACopyPutAside) {
     EXPECT_EQ(Schema::versionOf(openDatabase("User")), 1);
 }
 
-// Every letter compares without regard to case, in keys, statements and LIKE.
+// Every letter compares without regard to case, in keys, in statements and in LIKE.
 TEST_F(SchemaTest, LettersOfAllScriptsCompareWithoutCase) {
     Connection user = openDatabase("User");
     run("INSERT INTO tblJobHeader (JobID, Engineer) VALUES ('Ökohaus', 'MÜLLER'); "
@@ -95,8 +95,9 @@ TEST_F(SchemaTest, LettersOfAllScriptsCompareWithoutCase) {
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM sqlite_master WHERE sql LIKE '%NOCASE%'"), "0");
 }
 
-// Two jobs whose names become one stay two: nothing is renamed, and the data wait until one is gone.
-TEST_F(SchemaTest, NamesThatWouldCollideAreToldAndLeftAlone) {
+// Two jobs whose names would become equal stay two: nothing is renamed, and the upgrade waits until one is
+// gone.
+TEST_F(SchemaTest, NamesThatWouldCollideAreReportedAndLeftAlone) {
     run("INSERT INTO tblJobHeader (JobID) VALUES ('Öl'), ('öl')");
     Connection user = openDatabase("User");
     for (int start = 0; start < 2; ++start) {
@@ -133,10 +134,11 @@ TEST_F(SchemaTest, AFailingScriptChangesNothing) {
     expectJobs();
 }
 
-// The upgrade runs in a program of its own that is killed at some moment: either version stands whole.
+// The upgrade runs in a separate program that is killed at some moment; the file must be entirely old or
+// entirely new.
 TEST_F(SchemaTest, AKillLeavesEitherVersionWhole) {
     const QString original = home.dataFolder() + "/original";
-    QByteArray rows; // enough that the upgrade takes a while
+    QByteArray rows; // enough to make the upgrade take a while
     for (int i = 0; i < 20000; ++i)
         rows += "INSERT INTO tblEngineer VALUES ('Engineer " + QByteArray::number(i) + " ');";
     run("BEGIN;" + rows + "COMMIT;");
@@ -149,7 +151,7 @@ TEST_F(SchemaTest, AKillLeavesEitherVersionWhole) {
         QProcess upgrading;
         upgrading.start(QCoreApplication::applicationFilePath(),
                         {"--upgrade-data", QDir(home.path()).filePath("user")});
-        ASSERT_TRUE(upgrading.waitForReadyRead(30000)); // it tells when it begins
+        ASSERT_TRUE(upgrading.waitForReadyRead(30000)); // it reports when it begins
         volatile int spun = 0;
         for (const int spins = round * 4000000; spun < spins;)
             spun = spun + 1;

@@ -1,4 +1,4 @@
-// The catalogue's figures against the physics that they come from.
+// Checks the catalogue's figures against the physics behind them.
 
 #include "core/store/Database.h"
 #include "tests/support/TemporaryHome.h"
@@ -44,7 +44,7 @@ class CatalogueTest : public testing::Test {
     Connection catalogue;
 };
 
-/// Density of water at one atmosphere in kg/m3 by Kell (1975), J. Chem. Eng. Data 20, 97; 0 to 150 °C.
+/// The density of water at one atmosphere in kg/m3 by Kell (1975), J. Chem. Eng. Data 20, 97; 0 to 150 °C.
 double waterDensity(double fahrenheit) {
     const double t = (fahrenheit - 32) / 1.8;
     return (999.83952 + 16.945176 * t - 7.9870401e-3 * t * t - 46.170461e-6 * std::pow(t, 3) +
@@ -52,7 +52,8 @@ double waterDensity(double fahrenheit) {
            (1 + 16.879850e-3 * t);
 }
 
-/// Net energy in foot pounds that a cubic foot of gas takes up from the static to the shock pressure (psig).
+/// The net energy in foot-pounds that a cubic foot of gas absorbs from the static to the shock pressure
+/// (psig).
 double gasEnergy(double staticPressure, double shockPressure) {
     const double absolute = staticPressure + standardAtmosphere;
     const double r = (shockPressure + standardAtmosphere) / absolute;
@@ -86,7 +87,7 @@ TEST_F(CatalogueTest, PressureFactorsMeetTheHighPressureFormula) {
     const int rows = forEach(QStringLiteral("SELECT * FROM tblPressureFactor"), [](Recordset& row) {
         const double shock = row[QStringLiteral("SOPMax")].number();
         for (int at = 20; at <= 110; at += 10) {
-            // At or above the shock step: half a step of rise, halved with each step of the static pressure.
+            // At or above the shock step: half a step of rise, halved again for each step of static pressure.
             const double upTo = at < shock ? shock : at + 5 * std::exp2((shock - at) / 10);
             EXPECT_NEAR(row[QString::number(at)].number(), gasEnergy(at, upTo), .006) << at << ' ' << shock;
         }

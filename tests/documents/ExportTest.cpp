@@ -1,4 +1,4 @@
-// Every export is opened by a program that has nothing to do with this one.
+// Opens every export with an unrelated program.
 
 #include "documents/export/Export.h"
 #include "core/base/Fault.h"
@@ -25,7 +25,8 @@
 
 namespace {
 
-/// Runs a program of others in a folder of its own: some drop the pictures that they find where they stand.
+/// Runs an external program in a folder of its own: some leave the pictures they extract in the current
+/// folder.
 QByteArray run(const QString& program, const QStringList& arguments) {
     const QTemporaryDir folder;
     QProcess process;
@@ -36,7 +37,7 @@ QByteArray run(const QString& program, const QStringList& arguments) {
     return process.readAllStandardOutput();
 }
 
-/// A text without blanks and quotes, so that line ends and a converter's own quotes do not count.
+/// A text without blanks and quotes, so that line ends and a converter's own quotes do not matter.
 QString dense(QString text) {
     return text.remove(QRegularExpression("\\s|\u00a0|\""));
 }
@@ -47,7 +48,7 @@ QString csvOf(const QString& workbook) {
         run("ssconvert", {"-O", "format=preserve", "-T", "Gnumeric_stf:stf_assistant", workbook, "fd://1"}));
 }
 
-/// The texts of a document as a reader of rich text sees them.
+/// The texts of a document as an RTF reader sees them.
 QString textOfRtf(const QString& document) {
     QFile html(document + ".html");
     if (!html.open(QIODevice::WriteOnly))
@@ -180,7 +181,7 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
                                    "Weight\",Series,\"Bladder Type:\",ASME?");
     int rows = 0;
     for (const QString& line : lines)
-        rows += line.contains("Butyl") ? 1 : 0; // each row tells the bladder and the series of its group
+        rows += line.contains("Butyl") ? 1 : 0; // each row repeats the bladder and series of its group
     Gateway::Rows count("Sys", "SELECT COUNT(*) AS V FROM tblModelMaster WHERE App = 'THM'");
     EXPECT_EQ(rows, int(count["V"].number()));
     const QByteArray sheet = run("ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", file, "fd://1"});
@@ -215,7 +216,7 @@ TEST_F(Exports, TiffHasItsPagesAndResolution) {
     EXPECT_EQ(info.count("Compression Scheme: LZW"), 2);
 }
 
-TEST_F(Exports, HtmlStandsAlone) {
+TEST_F(Exports, HtmlIsSelfContained) {
     QFile file(write("mnuExportHTML", submittal("T3", "PKG 30-1.8"), "a.htm"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
@@ -314,7 +315,7 @@ TEST_F(Exports, ScheduleIsOnLandscapePaperWithItsUnits) {
 }
 
 TEST_F(Exports, CompoundFileIsSoundAtEverySize) {
-    // Through one table sector, several, and the list that only a large file needs.
+    // Covers one table sector, several, and the list that only a large file needs.
     for (const int megabytes : {0, 1, 9}) {
         Workbook book;
         book.addSheet("Large", {100, 100}, {612, 792});
@@ -401,7 +402,7 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     EXPECT_FALSE(shows(drawdown, "Water"));
     EXPECT_FALSE(shows(drawdown, "Temperatures"));
     EXPECT_EQ(drawdown[0].pictures.size(), 4) << "with both marks";
-    // Without a tank in the session the report runs over all lines, a page each.
+    // Without a tank in the session the report covers all lines, one page each.
     Session::TankID.write("nothing");
     Registry::RemoveRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), "TankID");
     EXPECT_EQ(Report(*FindReport("rptSubmittal1")).Run().pages.size(), 5);

@@ -6,7 +6,7 @@
 
 #include <QTemporaryDir>
 
-TEST(FitPicture, KeepsProportionsAndCentresAcrossTheFreeDirection) {
+TEST(FitPicture, KeepsProportionsAndCentres) {
     const struct {
         double x;
         double y;
@@ -30,7 +30,7 @@ TEST(FitPicture, KeepsProportionsAndCentresAcrossTheFreeDirection) {
     EXPECT_THROW(FitPicture(10, 0, {0, 0, 5, 5}), Fault);
 }
 
-TEST(Pictures, StandAloneOrDoNotLoad) {
+TEST(Pictures, LoadOnlyIfSelfContained) {
     const QTemporaryDir folder;
     const QString path = folder.filePath("a.svg");
     const auto reads = [&](const QByteArray& head, const QByteArray& body) {

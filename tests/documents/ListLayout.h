@@ -2,7 +2,7 @@
 
 #include "documents/report/Layout.h"
 
-/// A list of postal codes by representative: every kind of section.
+/// A list of postal codes by representative, with every kind of section.
 inline Layout listLayout() {
     return Layout::parse("list", R"(title "Postal codes"
 section report-header 40

@@ -38,7 +38,7 @@ const char* const codes =
 
 } // namespace
 
-TEST_F(ReportEngine, GoesOverPagesWithHeadersAndGroups) {
+TEST_F(ReportEngine, SpansPagesWithHeadersAndGroups) {
     const Pages pages = render(listLayout(), codes);
     ASSERT_GT(pages.size(), 10);
     int details = 0;
@@ -48,7 +48,7 @@ TEST_F(ReportEngine, GoesOverPagesWithHeadersAndGroups) {
         EXPECT_EQ(texts.count("Foot"), 1);
         EXPECT_EQ(texts.count("Postal codes by representative"), &page == &pages.first() ? 1 : 0);
         details += int(texts.count("assigned"));
-        // The lowest text above the foot is a row, not the heading of a group without rows.
+        // The lowest text above the footer is a row, not the heading of a group without rows.
         double lowest = 0;
         QString last;
         for (const PageText& text : page.texts) {
@@ -122,7 +122,7 @@ TEST_F(ReportEngine, AlignsAColumnAtItsMark) {
         EXPECT_NEAR(text.place.right() - behind, 36 + 130, .01) << value;
         EXPECT_GE(text.place.width(), TextFit::width(text.text, text.style)) << value;
     }
-    // What has no room at the mark keeps to its place.
+    // A text without room at the mark stays where it is.
     const PageText wide = render(layout, "SELECT '1234567.8' AS V")[0].texts[0];
     EXPECT_EQ(wide.place.right(), 36 + 160);
 }

@@ -1,4 +1,4 @@
-// The four submittals, each whole: what stands on its page, line by line.
+// The four submittals in full: everything on the page, line by line.
 
 #include "documents/submittals/Submittals.h"
 #include "core/base/Program.h"
@@ -16,8 +16,8 @@ using namespace Submittals;
 
 namespace {
 
-/// A catalogue in which every model has figures of its own in each column, and every specification names them
-/// all.
+/// A catalogue in which each model has a distinct value in every column, and every specification mentions
+/// them all.
 class Submittals : public testing::Test {
   protected:
     Submittals() {
@@ -40,7 +40,7 @@ class Submittals : public testing::Test {
         Execute("User", "INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('J', 'Ohm', 'Watt')");
     }
 
-    /// A model's submittal for a tank line.
+    /// The submittal of a tank line with a model.
     static Document documentOf(const QString& model) {
         Execute("User", "DELETE FROM tblJobData");
         Execute(
@@ -56,8 +56,8 @@ class Submittals : public testing::Test {
     }
     static Pages pagesOf(const QString& model) { return documentOf(model).pages; }
 
-    /// The texts of a model's submittal: a line each, the parts of a boxed field together, what is a number
-    /// behind an equals sign, pictures last.
+    /// The texts of a model's submittal, one per line: the parts of a boxed field together, numbers after an
+    /// equals sign, pictures last.
     static std::string submittal(const QString& model) {
         QStringList lines;
         int field = -1;
@@ -76,7 +76,7 @@ class Submittals : public testing::Test {
         return lines.join('\n').toStdString();
     }
 
-    /// Where a text begins on a page.
+    /// The position at which a text begins on a page.
     static QPointF placeOf(const Pages& pages, const QString& plain) {
         for (const PageText& text : pages.at(0).texts)
             if (text.plain() == plain)
@@ -85,7 +85,7 @@ class Submittals : public testing::Test {
         return {};
     }
 
-    /// A page with what all submittals say ahead.
+    /// A page, preceded by what all submittals have in common.
     static std::string page(const char* text) {
         return R"(Ordwick Company  ·  1200 Foundry Road, Lowell, MA 01851  ·  Tel. (978) 555-0142  ·  Fax (978) 555-0143
 www.ordwick.example
@@ -294,7 +294,7 @@ TEST_F(Submittals, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
                   placeOf(bladder, value) - placeOf(bladder, "Pressures"));
 }
 
-TEST_F(Submittals, TellAFileWhatTheyAre) {
+TEST_F(Submittals, DescribeThemselvesInFiles) {
     const Document document = documentOf("RCB 5000");
     EXPECT_EQ(document.title, "Brennoval Submittal, J, RCB 5000");
     EXPECT_EQ(document.author, "Pump & Tank");

@@ -29,7 +29,7 @@ class View : public testing::Test {
         view.verticalScrollBar()->setValue(0);
     }
 
-    /// Where a point of the first page stands in the window at 100 %.
+    /// The position in the window, at 100 %, of a point on the first page.
     static QPoint inWindow(double x, double y) { return {14 + int(x * 96 / 72), 14 + int(y * 96 / 72)}; }
 
     void drag(const QPoint& from, const QPoint& to) {
@@ -65,7 +65,7 @@ TEST_F(View, ZoomsAboutThePointer) {
                 .002);
 }
 
-TEST_F(View, FindsAcrossTheBreaksOfLines) {
+TEST_F(View, FindsAcrossLineBreaks) {
     view.search("second WORDS");
     EXPECT_EQ(view.foundCount(), 5);
     EXPECT_EQ(view.foundNumber(), 1);

@@ -66,7 +66,7 @@ TEST(SystemFluid, OfKnownCases) {
 
 TEST(SystemFluid, ItemizedRunOfAnUnknownPipeKeepsTheBoreBefore) {
     ItemizedFluid fluid;
-    fluid.addRun(std::nullopt, 1000); // no run before it: no bore
+    fluid.addRun(std::nullopt, 1000); // no run before it, so no bore
     fluid.addRun(2, 1000);            // 163.25 gal
     fluid.addRun(std::nullopt, 2000);
     EXPECT_EQ(fluid.total(), 490); // 489.76
@@ -124,8 +124,8 @@ namespace {
 
 __extension__ using Whole = __int128;
 
-/// An exact number of gallons, against which the doubles are held: the entries are whole tenths, hundredths
-/// or thousandths, so nothing is lost.
+/// An exact number of gallons to check the doubles against. Entries are whole tenths, hundredths or
+/// thousandths, so nothing is lost.
 struct Exact {
     Whole numerator;
     Whole denominator;
@@ -166,7 +166,7 @@ TEST(SystemFluid, AgreesWithExactArithmetic) {
             {Drawdown(of(a, 10), of(b, 100)), {a * b, 1000}},
         };
         for (const auto& [found, exact] : estimates) {
-            if (exact.isTie()) // a tie of decimals need not be one of doubles
+            if (exact.isTie()) // a tie in decimals need not be one in doubles
                 continue;
             EXPECT_EQ(found, exact.nearest()) << "estimate " << i;
             ++held;

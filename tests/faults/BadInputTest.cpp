@@ -1,5 +1,5 @@
-// Thousands of random texts in every box of the road, through the handlers that a user reaches: no crash, no
-// hang, and no row that a save did not write.
+// Thousands of random texts in every box of the sizing screens, through the handlers a user reaches: no
+// crash, no hang, and no row that no save has written.
 
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
@@ -215,7 +215,7 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
         for (const char* box : boxes)
             if (texts.below(3) != 0)
                 Driver::enter("frmJobConditions", box, texts.any());
-        if (texts.below(3) == 0) // a sound set now and then
+        if (texts.below(3) == 0) // a valid set now and then
             Driver::enterConditions();
         const int before = count("tblJobData");
         const QString volume = Driver::control<QLineEdit>("frmJobConditions", "txtTotSysFluid")->text();
@@ -259,7 +259,7 @@ TEST_F(BadInput, ShockAndPackagesStoreNumbersOrNothing) {
             Driver::enter("frmJobConditionsSHK", box, texts.below(4) == 0 ? texts.any() : QString(good));
         const int before = count("tblJobData");
         Driver::press("frmJobConditionsSHK", "cmdNext");
-        // A line may be stored and then be none that the search can compute with.
+        // A line may be stored even though the search cannot compute with it.
         const bool saved =
             Driver::isOpen("frmtankselection") || Driver::report().contains("frmtankselection.FindSHKTanks");
         ASSERT_EQ(count("tblJobData"), before + (saved ? 1 : 0));

@@ -1,5 +1,5 @@
 // A copy of the program that opens the getting-started screen, which takes over prior data, for the test that
-// kills it meanwhile. Usage: brennoval-convert-once SESSION_FOLDER INSTALLER_FOLDER
+// kills it along the way. Usage: brennoval-convert-once SESSION_FOLDER INSTALLER_FOLDER
 
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/Screens.h"

@@ -1,5 +1,5 @@
 // Files and folders that are missing, damaged, locked, read-only or full: the error dialog or the path dialog
-// comes, and what was stored before stays.
+// opens, and everything stored before is kept.
 
 #include "app/Register.h"
 #include "core/shell/BrennovalMain.h"
@@ -79,7 +79,7 @@ TEST_F(DamagedFiles, UnreadableContentsEndInTheErrorDialog) {
     QByteArray noise(20000, Qt::Uninitialized);
     for (char& byte : noise)
         byte = static_cast<char>(random());
-    QByteArray scratched = good; // sound header, broken pages
+    QByteArray scratched = good; // valid header, broken pages
     for (qsizetype i = 4096; i < scratched.size(); i += 3)
         scratched[i] = static_cast<char>(random());
     const QByteArray damages[] = {
@@ -189,8 +189,8 @@ TEST_F(DamagedFiles, HeldReturnStaysWithItsScreen) {
     EXPECT_EQ(jobs(), "Before,Held");
 }
 
-// The splash goes on behind a lock: its report stands as it came, and is an ordinary window once the lock is
-// gone.
+// The splash continues during a lock: its report stays as it appeared, and becomes an ordinary window once
+// the lock is gone.
 TEST(Start, WaitsForALockWithoutFreezing) {
     const TemporaryHome home;
     home.installData();

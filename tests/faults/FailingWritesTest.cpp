@@ -1,5 +1,5 @@
-// Each write of the roads fails once: no row and no session value has changed, the screen stays with what was
-// typed, and the same button stores it once the cause is gone.
+// Makes each write of the sizing screens fail once: no row and no session value changes, the screen keeps
+// what was typed, and the same button stores it once the cause is gone.
 
 #include "core/store/SessionStore.h"
 #include "tests/support/Driver.h"
@@ -13,9 +13,9 @@ namespace {
 struct Step {
     const char* screen;
     const char* button;
-    const char* table;     // that the step writes
+    const char* table;     // written by the step
     const char* operation; // INSERT or UPDATE
-    const char* next;      // the screen that comes when the write succeeds
+    const char* next;      // the screen that opens when the write succeeds
     void (*fill)();
 };
 
@@ -65,7 +65,7 @@ const Step steps[] = {
      }},
 };
 
-/// All that the road writes, in one text.
+/// Everything the sizing screens write, as one text.
 QString stored() {
     QString all;
     for (const char* sql :

@@ -1,4 +1,5 @@
-// The program is killed at random moments while it saves; what it had saved is there, and the file opens.
+// Kills the program at random moments while it saves. Every save it reported must be there, and the file must
+// open.
 
 #include "core/store/Backup.h"
 #include "core/store/Gateway.h"
@@ -18,7 +19,7 @@
 
 namespace {
 
-/// A copy of the program that saves on the files of a home, with a session store of its own.
+/// A copy of the program that saves into the files of a home, with its own session store.
 class SavingCopy {
   public:
     SavingCopy(const TemporaryHome& home, const QString& prefix, int count) {
@@ -28,7 +29,7 @@ class SavingCopy {
                       {sessionFolder.path(), prefix, QString::number(count)});
     }
 
-    /// Waits until it has told a number of saves; false when it ended before.
+    /// Waits until it has reported a number of saves; false if it ended first.
     bool waitForSaves(int count) {
         while (told.count('\n') < count) {
             if (!process.waitForReadyRead(30000))
@@ -49,7 +50,7 @@ class SavingCopy {
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
-    /// What it told, without a last line that the kill cut.
+    /// The saves it reported, without a last line cut off by the kill.
     QStringList saves() const {
         QStringList lines = QString::fromUtf8(told).split('\n');
         lines.removeLast();
@@ -111,7 +112,7 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     const int kills = Rounds(12, 100);
     for (int i = 0; i < kills; ++i) {
         SavingCopy copy(home, QString("K%1-").arg(i), 1000);
-        // After a random number of saves and a random part of the next.
+        // After a random number of saves, somewhere in the next one.
         ASSERT_TRUE(copy.waitForSaves(std::uniform_int_distribution(1, 9)(random)));
         const int spins = std::uniform_int_distribution(0, 200000)(random);
         volatile int spun = 0;
@@ -124,14 +125,14 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     expectAllThere(all, home);
 }
 
-// Whole with the mark that it was done, or not at all; the source goes when all of it is there.
+// The data are complete and marked as done, or absent; the source is deleted only once everything is there.
 TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
     const QString source = SOURCE_FOLDER "/../shared/fixtures/prior/prior-worn.mdb";
     if (!QFile::exists(source))
         GTEST_SKIP() << "SKIPPED: there is no " << source.toStdString();
     std::mt19937 random(78);
     std::array<int, 2> outcomes{};
-    qint64 longest = 0; // milliseconds, of a conversion that nobody killed
+    qint64 longest = 0; // milliseconds, of an undisturbed conversion
     const int kills = Rounds(12, 300);
     for (int i = 0; i <= kills; ++i) {
         const TemporaryHome home;
@@ -170,11 +171,11 @@ TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
     EXPECT_GT(outcomes[1], 0);
 }
 
-// Backup, deletion, undo, export, import and restore: whatever is killed, the job stands as it was, or is
-// gone while it is deleted, and every file that has its name is whole.
-TEST(Kill, LeavesDataAndCopiesWholeOnEveryWayBack) {
+// Backup, deletion, undo, export, import and restore: wherever the kill hits, the job is unchanged, or gone
+// during its deletion, and every file under its final name is complete.
+TEST(Kill, LeavesDataAndCopiesWholeDuringBackupAndRestore) {
     std::mt19937 random(79);
-    std::map<std::string, int> last; // what was told last before the kill
+    std::map<std::string, int> last; // the last report before the kill
     const int kills = Rounds(12, 300);
     const TemporaryHome home;
     for (int i = 0; i < kills; ++i) {
@@ -227,8 +228,8 @@ TEST(Kill, LeavesDataAndCopiesWholeOnEveryWayBack) {
     EXPECT_GT(last.size(), 3U);
 }
 
-// As of two users, each with a session of his own. Two copies of one user share the session and overwrite
-// each other's, so nothing is promised of them.
+// Two users, each with a session. Two copies run by one user share a session and overwrite each other's
+// values, so nothing is promised about them.
 TEST(TwoCopies, OfTwoUsersBothSaveAndNeitherCorrupts) {
     const TemporaryHome home;
     home.installData();

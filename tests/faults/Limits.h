@@ -6,7 +6,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-/// Gives up the rights of the superuser, whom no permission of a file stops, for as long as it lives.
+/// Drops superuser rights, which override file permissions, during its lifetime.
 class OrdinaryUser {
   public:
     OrdinaryUser() {
@@ -24,7 +24,7 @@ class OrdinaryUser {
     bool dropped = false;
 };
 
-/// Lets no file grow beyond a size, as a full disk does, for as long as it lives.
+/// Prevents any file from growing beyond a size during its lifetime, as a full disk does.
 class FullDisk {
   public:
     explicit FullDisk(rlim_t bytes) {

@@ -1,5 +1,6 @@
-// A copy of the program that backs up, deletes, undoes, exports, imports and restores in a loop and tells
-// what has returned, for the test that kills it. Usage: brennoval-restore-loop SESSION_FOLDER WORK_FOLDER
+// A copy of the program that backs up, deletes, undoes, exports, imports and restores in a loop and reports
+// each call that has returned, for the test that kills it. Usage: brennoval-restore-loop SESSION_FOLDER
+// WORK_FOLDER
 
 #include "core/base/Fault.h"
 #include "core/store/Backup.h"

@@ -1,4 +1,4 @@
-// A copy of the program that saves job after job through its screens and tells each save that has returned,
+// A copy of the program that saves job after job through its screens and reports each save that has returned,
 // for the tests that kill it. Usage: brennoval-save-loop SESSION_FOLDER PREFIX COUNT
 
 #include "core/shell/DesktopApplication.h"

@@ -1,6 +1,6 @@
-// A copy of the program that does different things to one job, beside another copy on the same file. It takes
-// a step at each line of its input, and tells what it stored and deleted, and what the user was told. Usage:
-// brennoval-shared-job SESSION_FOLDER NAME SEED
+// A copy of the program that does various things to one job while another copy works on the same file. It
+// takes one step for each line of input, and reports what it stored and deleted and what the user was told.
+// Usage: brennoval-shared-job SESSION_FOLDER NAME SEED
 
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/Fields.h"
@@ -30,7 +30,7 @@ QString textOf(const QString& screen, const QString& box) {
     return found ? Fields::FieldText(found) : QString();
 }
 
-/// The rows of a list; none without the list.
+/// The rows of a list; none if the list is not open.
 QStringList rowsOf(const QString& screen) {
     QStringList rows;
     const auto* list = Driver::control<QTreeWidget>(screen, "lvOptions");
@@ -39,7 +39,7 @@ QStringList rowsOf(const QString& screen) {
     return rows;
 }
 
-/// Someone who begins one thing after the other, and ends each with the next step or a later one.
+/// A user who starts one thing after another and finishes each in the next step or a later one.
 class User {
   public:
     User(const Stage& stage, QString ownName, unsigned seed)
@@ -48,14 +48,14 @@ class User {
     }
 
     void step() {
-        if (finish && below(3) == 0) // it stands open for a while
+        if (finish && below(3) == 0) // leave it open for a while
             return;
         try {
             if (finish)
                 std::exchange(finish, {})();
             else
                 begin();
-        } catch (const Failure&) { // what it was about is gone, as the user was told
+        } catch (const Failure&) { // its record is gone, and the user has been told
             finish = {};
         }
         if (!finish)
@@ -79,7 +79,7 @@ class User {
         return QMessageBox::Ok;
     }
 
-    /// Nothing is saved by the way.
+    /// Closes everything without saving.
     void closeAll() {
         closing = true;
         const QStringList open = Screens::loaded();
@@ -98,10 +98,10 @@ class User {
         player.play(QString("row %1.lvOptions %2").arg(screen).arg(index + 1));
     }
 
-    /// A number that no other save has.
+    /// A number that no other save uses.
     QString token() { return QString("%1%2").arg(name == "A" ? 1 : 2).arg(++tokens, 4, 10, QChar('0')); }
 
-    /// Goes to the job by way of the search; false when it is not there.
+    /// Goes to the job through the search; false if it is not there.
     bool search(const QString& menu) {
         player.play("menu " + menu);
         click("frmjobsearchdialog.bttnFind");
@@ -119,7 +119,7 @@ class User {
         if (!search("mnuEditJob"))
             return beginJob();
         click("frmJobHeader.cmdNext");
-        const QStringList tanks = rowsOf("frmTankIDSearch"); // the last is the one to add
+        const QStringList tanks = rowsOf("frmTankIDSearch"); // the last row adds a tank
         const bool adds = tanks.size() < 2 || (tanks.size() < 6 && choice < 9);
         tank = adds ? tanks.last() : tanks[below(int(tanks.size()) - 1)];
         row("frmTankIDSearch", tanks.indexOf(tank));
@@ -141,7 +141,7 @@ class User {
             click("frmJobHeader.cmdNext");
             if (!Driver::isOpen("frmClassSelect"))
                 return;
-            click("frmClassSelect.cmdEXP"); // a job that is left without a tank goes again
+            click("frmClassSelect.cmdEXP"); // a job left without a tank is deleted
             beginConditions(true);
         };
     }
@@ -215,11 +215,11 @@ class User {
     Player player;
     QString name;
     std::mt19937 random;
-    QString tank; // that it is about
+    QString tank; // that the step is about
     std::function<void()> finish;
     int tokens = 0;
     int messages = 0;
-    bool overwrites = false; // what someone else has changed
+    bool overwrites = false; // someone else's changes
     bool closing = false;
 };
 

@@ -1,5 +1,6 @@
-// Two copies of the program do different things to one job, at the same time and over each other's open
-// windows: no line without its job, no line lost, and each save is there, or its user was told why not.
+// Two copies of the program do various things to one job, at the same time and across each other's open
+// windows: no line exists without its job, no line is lost, and each save is there or its user was told why
+// not.
 
 #include "core/store/Database.h"
 #include "tests/support/Rounds.h"
@@ -11,7 +12,7 @@
 
 namespace {
 
-/// A copy of the program on the files of a home, with a session store of its own.
+/// A copy of the program on the files of a home, with its own session store.
 class Copy {
   public:
     Copy(const TemporaryHome& home, const QString& name, unsigned seed) {
@@ -27,7 +28,7 @@ class Copy {
         process.waitForBytesWritten();
     }
 
-    /// What it told of its step, each in words; an empty list when it ended before.
+    /// What it reported about its step, split into words; an empty list if it ended first.
     QList<QStringList> told() {
         QList<QStringList> lines;
         while (true) {
@@ -53,7 +54,7 @@ class Copy {
 
 using Line = QMap<QString, QString>; // by column
 
-/// All tank lines by their keys.
+/// All tank lines by key.
 QMap<QString, Line> storedLines(Connection& user) {
     QMap<QString, Line> lines;
     Recordset rows;
@@ -69,7 +70,7 @@ int count(Connection& user, const QString& sql) {
     return rows["V"].text().toInt();
 }
 
-/// Checks what two copies told of a step, in which neither could know of the other's, against what was
+/// Checks what two copies report about a step, in which neither could know of the other's, against what is
 /// stored.
 class Referee {
   public:
@@ -102,16 +103,16 @@ class Referee {
     QMap<QString, int> tellings;
 
   private:
-    /// A save is stored, unless the other copy told that it did away with it; and it wrote over what its user
-    /// had seen, unless he was asked.
+    /// A save is stored unless the other copy reports having removed it, and it wrote over what its user had
+    /// seen, unless the user was asked.
     void checkSaved(const QStringList& words, const QList<QStringList>& told,
                     const QMap<QString, Line>& after) {
         const QString& tank = words[1];
         const QString& column = words[2];
         const bool asked = words[5] == "asked";
         bool deleted = false;
-        bool saved = false;       // by the other, too
-        bool overwritten = false; // after a question
+        bool saved = false;       // by the other copy too
+        bool overwritten = false; // after asking
         for (const QStringList& other : told) {
             deleted = deleted || (other[0] == "deleted" && (other[1] == tank || other[1] == "S"));
             if (other[0] == "saved" && other[1] == tank && other != words && other[2] == column) {
@@ -162,7 +163,7 @@ TEST(TwoCopies, DoDifferentThingsToOneJob) {
     EXPECT_EQ(second.finish(), 0);
     EXPECT_EQ(count(user, "SELECT COUNT(*) AS V FROM pragma_integrity_check WHERE integrity_check <> 'ok'"),
               0);
-    // Each kind of thing has happened.
+    // Every kind of event has occurred.
     for (const char* kind : {"saved", "deleted", "told"})
         EXPECT_GT(referee.tellings[kind], rounds / 20) << kind;
 }

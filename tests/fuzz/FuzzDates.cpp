@@ -1,4 +1,4 @@
-// Date literals with any text: a day or a refusal.
+// Feeds any text to the date literals: the result is a day or a refusal.
 
 #include "core/base/Fault.h"
 #include "core/store/SqliteEngine.h"

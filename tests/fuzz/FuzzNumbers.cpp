@@ -1,4 +1,4 @@
-// The number parser, writer and display formats with any text.
+// Feeds any text to the number parser, the number writer and the display formats.
 
 #include "core/base/Fault.h"
 #include "core/base/Format.h"

@@ -1,4 +1,4 @@
-// The statement tokenizer with any text: it answers or refuses, and what it answers the engine can read
+// Feeds any text to the statement tokenizer: it answers or refuses, and the engine can read every answer
 // safely.
 
 #include "core/base/Fault.h"
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     } catch (const DatabaseFault&) {
         return 0;
     }
-    // A text between quotes comes out as it went in, whatever it holds.
+    // Quoted text comes out as it went in, whatever it contains.
     if (statement.contains(QChar(0)))
         return 0;
     const QString quoted =

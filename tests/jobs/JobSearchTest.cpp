@@ -1,4 +1,4 @@
-// The search among the jobs, through its screen.
+// Searches for jobs through the search screen.
 
 #include "core/store/Database.h"
 #include "core/store/Gateway.h"
@@ -17,12 +17,12 @@ using namespace Gateway;
 
 namespace {
 
-/// What a user enters: text and comparison of each criterion.
+/// What a user enters: text and comparison for each criterion.
 struct Entries {
     QStringList jobID = {"", ""};
     QStringList contractor = {"", ""};
     QStringList engineer = {"", ""};
-    QStringList created = {"", "", ""}; // the last is the second date
+    QStringList created = {"", "", ""}; // the last is the second date of a range
 };
 
 struct Job {
@@ -132,7 +132,7 @@ TEST_F(JobSearch, FindsByEachCriterionAndComparison) {
         {{.jobID = {"North", ""}}, all},
         {{.contractor = {"THE BAY", "Equals"}}, {"North 2"}},
         {{.contractor = {"bay", "Starts With"}}, {"North 1", "South 1"}},
-        {{.contractor = {"view", "Ends With"}}, {"South 1"}}, // in its middle; meant so
+        {{.contractor = {"view", "Ends With"}}, {"South 1"}}, // inside the name; deliberate
         {{.contractor = {"bay", "Contains"}}, all},
         {{.engineer = {"O'Neil", "Equals"}}, {"North 1"}},
         {{.engineer = {"D'", "Starts With"}}, {"North 2"}},
@@ -176,7 +176,7 @@ TEST_F(JobSearch, ListsWhatAPlainFilterKeeps) {
         e.created = {random() % 3 ? "" : date().toString("M/d/yyyy"),
                      one({"", "Equals", "Later than", "Earlier than", "Range"}),
                      random() % 4 ? date().toString("M/d/yyyy") : ""};
-        if (random() % 4 == 0) // one that exists
+        if (random() % 4 == 0) // an existing one
             e.jobID[0] = jobs[int(random() % 120)].jobID;
         QStringList kept;
         for (const Job& job : jobs)

@@ -96,14 +96,14 @@ bool buttonIsDown() {
     });
 }
 
-/// A row, from 1, of a list.
+/// A row of a list, counted from 1.
 QModelIndex rowOf(const QAbstractItemView* list, const QString& number, int column = 0) {
     const QModelIndex found = list->model()->index(number.toInt() - 1, column);
     require(found.isValid(), QString("the list has %1 rows").arg(list->model()->rowCount()));
     return found;
 }
 
-/// Scrolls to a row and gives its place on the list.
+/// Scrolls to a row and returns its place in the list.
 QRect placeOf(QAbstractItemView* list, const QString& number) {
     const QModelIndex row = rowOf(list, number);
     list->scrollTo(row);
@@ -119,7 +119,7 @@ int columnOf(const QAbstractItemView* list, const QString& heading) {
     fail("the list has no column " + heading);
 }
 
-/// A caption as it shows: without the marks of its mnemonic.
+/// A caption as displayed, without mnemonic markers.
 QString shown(QString caption) {
     return caption.replace("&&", QString(QChar(1))).remove('&').replace(QChar(1), '&');
 }
@@ -140,7 +140,8 @@ QString textOf(QWidget* widget) {
     return Fields::FieldText(widget);
 }
 
-/// The one value of a query in the engine's own dialect, in the engine's words and in the program's.
+/// The single value that a query in the engine's own dialect returns, as the engine and as the program write
+/// it.
 QStringList queried(const QString& database, const QString& sql) {
     const QByteArray file = Gateway::dbConnection(database).dataSource().toUtf8();
     sqlite3* handle = nullptr;
@@ -178,7 +179,7 @@ QString fileText(const QString& path) {
     return QString::fromUtf8(file.readAll());
 }
 
-/// Runs the splash's road until the main window stands or the road ends at another screen.
+/// Runs the splash until the main window is open or another screen comes up instead.
 void start(Stage& stage) {
     stage.started = true;
     Screens::open("frmSplash");
@@ -187,7 +188,7 @@ void start(Stage& stage) {
     };
     require(QTest::qWaitFor(arrived, 10000), "the main window did not come");
     if (BrennovalMain* window = BrennovalMain::instance()) {
-        window->resize(1180, 800); // the display without a display is smaller than any that users have
+        window->resize(stage.window);
         window->activateWindow();
     }
     settle();
@@ -246,8 +247,8 @@ void key(Stage&, Words w) {
         QWidget* window = focus ? focus->window() : BrennovalMain::instance();
         QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
         if (stroke.key() == Qt::Key_Tab && stroke.keyboardModifiers() == Qt::ControlModifier)
-            QTest::keyRelease(window->windowHandle(), Qt::Key_Control); // which goes to the window it is at
-        // A mnemonic shows its button pressed for a moment before it clicks it.
+            QTest::keyRelease(window->windowHandle(), Qt::Key_Control); // goes to the window that has focus
+        // A mnemonic shows its button pressed for a moment before clicking it.
         require(QTest::qWaitFor([] { return !buttonIsDown(); }, 5000), "a button stays pressed");
         settle();
     }
@@ -260,7 +261,7 @@ void pick(Stage& stage, Words w) {
     const int index = combo->findText(w.value(1));
     require(index >= 0 && combo->isEnabled(), w[0] + " does not offer " + w.value(1));
     combo->setCurrentIndex(index);
-    emit combo->activated(index); // which a list tells of the row that is clicked, the current one, too
+    emit combo->activated(index); // a list sends this even when the clicked row is already current
     emit combo->textActivated(w.value(1));
 }
 
@@ -286,14 +287,14 @@ void sort(Stage&, Words w) {
     press(header->viewport(), {header->sectionViewportPosition(column) + 20, header->height() / 2});
 }
 
-/// Turns a calendar to the month of a day and presses the day.
+/// Turns a calendar to the month of a date and presses the day.
 void date(Stage&, Words w) {
     auto* calendar = control<QCalendarWidget>(w[0]);
     const QDate day = QDate::fromString(w[1], Qt::ISODate);
     require(day.isValid(), w[1] + " is no day");
     calendar->setCurrentPage(day.year(), day.month());
     auto* days = calendar->findChild<QTableView*>();
-    int past = 0; // days of the month so far; those of the month before stand in front of the 1st
+    int past = 0; // days of the month so far; days of the month before come first
     for (int cell = 0; cell < days->model()->rowCount() * days->model()->columnCount(); ++cell) {
         const QModelIndex place =
             days->model()->index(cell / days->model()->columnCount(), cell % days->model()->columnCount());
@@ -309,12 +310,12 @@ void answer(Stage& stage, Words w) {
     stage.dialogs.answers.append({w[0], w.value(1), w.size() < 2});
 }
 
-/// What is typed into the next input box, which must say the second word when there is one.
+/// Prepares the text for the next input box, whose prompt must be the second word if there is one.
 void input(Stage& stage, Words w) {
     stage.dialogs.inputs.append({w[0], w.value(1), w.size() < 2});
 }
 
-/// Leaves a file in the installer's folder of the story.
+/// Puts a file into the installer's folder of the scenario.
 void installerFile(Stage&, Words w) {
     const QDir folder(InstallerFiles::InstallerFolder());
     QFile target(folder.filePath(w[0]));
@@ -340,7 +341,7 @@ void noBrowser(Stage& stage, Words) {
     stage.dialogs.hasBrowser = false;
 }
 
-/// Expects the next of the web addresses and programs that were asked for.
+/// Expects the next web address or program that was requested.
 void expectOpened(Stage& stage, Words w) {
     expectEqual("opened", w[0],
                 stage.dialogs.opened.isEmpty() ? QString() : stage.dialogs.opened.takeFirst());
@@ -350,7 +351,7 @@ void expectSuggested(Stage& stage, Words w) {
     expectEqual("suggested name", w[0], stage.dialogs.suggestedName);
 }
 
-/// Expects a text on a page, from 1, of the report in the viewer.
+/// Expects a text on a page, counted from 1, of the report in the viewer.
 void expectPage(Stage&, Words w) {
     const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
     const int number = w[0].toInt();
@@ -362,7 +363,7 @@ void expectPage(Stage&, Words w) {
             "page " + w[0] + " does not hold \"" + w[1] + "\"; it holds: " + found.join(" | "));
 }
 
-/// Drags the frame of a screen to a size.
+/// Drags a screen's frame to a size.
 void size(Stage&, Words w) {
     windowOf(w[0])->resize(w[1].toInt(), w[2].toInt());
 }
@@ -371,13 +372,13 @@ void close(Stage&, Words w) {
     windowOf(w[0])->close();
 }
 
-/// Presses the title bar of a screen.
+/// Presses a screen's title bar.
 void title(Stage&, Words w) {
     QWidget* frame = windowOf(w[0]);
     press(frame, {frame->width() / 3, 8});
 }
 
-/// Brings a screen to the front by the Windows menu. Several may have the same title there.
+/// Brings a screen to the front through the Windows menu. Several may have the same title there.
 void front(Stage&, Words w) {
     QMenu* menu = command("mnuWindows")->menu();
     emit menu->aboutToShow();
@@ -431,7 +432,7 @@ void expectScreen(Stage&, Words w) {
             w[0] == "BrennovalMain" ? static_cast<QWidget*>(BrennovalMain::instance()) : Screens::find(w[0]);
         return window && window->isVisible();
     };
-    // A screen that a timer brings may take its time.
+    // A screen opened by a timer may take a while.
     require(QTest::qWaitFor(visible, 2000), w[0] + " is not open; open are: " + Screens::loaded().join(", "));
 }
 void expectClosed(Stage&, Words w) {
@@ -444,7 +445,7 @@ void expectTitle(Stage&, Words w) {
 }
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
-    // What a thread of the start finds may take its time.
+    // Results of a thread started at launch may take a while.
     static_cast<void>(QTest::qWaitFor([&] { return StatusBar::StatusText() == w[0]; }, 2000));
     expectEqual("status", w[0], StatusBar::StatusText());
 }
@@ -502,14 +503,15 @@ void sql(Stage&, Words w) {
     const int opened = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     SqliteLetters::add(handle);
     const bool done = opened == SQLITE_OK &&
-                      sqlite3_busy_timeout(handle, 4000) == SQLITE_OK && // beside the program's daily copy
+                      // The program may be making its daily copy.
+                      sqlite3_busy_timeout(handle, 4000) == SQLITE_OK &&
                       sqlite3_exec(handle, w[1].toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
     const QString problem = done ? QString() : QString::fromUtf8(sqlite3_errmsg(handle));
     sqlite3_close(handle);
     require(done, problem);
 }
 
-/// Arranges a session value: writes a text, or removes the value when there is none.
+/// Arranges a session value: writes a text, or removes the value if none is given.
 void session(Stage&, Words w) {
     using namespace Registry;
     if (w.size() > 1)
@@ -530,7 +532,7 @@ void shot(Stage& stage, Words w) {
 struct Command {
     void (*run)(Stage&, Words);
     int leastWords;
-    bool acts = false; // an answer that was prepared must have been asked for by its end
+    bool acts = false; // prepared answers must have been asked for by its end
 };
 
 const QHash<QString, Command>& commands() {
@@ -603,7 +605,7 @@ void Player::play(const QString& line) {
     QStringList words = wordsOf(line);
     if (words.isEmpty())
         return;
-    words.replaceInStrings("{data}", stage.homeFolder); // the story's own data folder
+    words.replaceInStrings("{data}", stage.homeFolder); // the scenario's own data folder
     words.replaceInStrings("{program}", Program::ProgramFolder());
     words.replaceInStrings("{installer}", InstallerFiles::InstallerFolder());
     words.replaceInStrings("{shots}", // where its pictures go
@@ -617,7 +619,7 @@ void Player::play(const QString& line) {
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
     static const QStringList preparations = {"sql",    "session", "answer",         "input",     "file",
                                              "cancel", "print",   "installer-file", "no-browser"};
-    if (name == "start" && stage.started) // once more, on the same data
+    if (name == "start" && stage.started) // again, on the same data
         end(stage);
     if (!stage.started && !preparations.contains(name))
         start(stage);

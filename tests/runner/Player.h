@@ -2,28 +2,30 @@
 
 #include "tests/support/ScriptedDialogs.h"
 
+#include <QSize>
 #include <QString>
 
-/// Why a line of a story failed.
+/// Why a line of a scenario failed.
 struct Failure {
     QString what;
 };
 
-/// What the commands of a story work on.
+/// What the commands of a scenario work on.
 struct Stage {
     ScriptedDialogs& dialogs;
-    QString shotFolder; // empty for no pictures
-    QString homeFolder; // relative paths of a story are below it
+    QString shotFolder;         // empty to take no pictures
+    QString homeFolder;         // a scenario's relative paths start here
+    QSize window = {1180, 800}; // main window; the offscreen display is smaller than any that users have
     bool started = false;
 };
 
-/// Plays the lines of one story on the real screens.
+/// Plays the lines of one scenario on the real screens.
 class Player {
   public:
     explicit Player(Stage where) : stage(std::move(where)) {}
     /// Plays one line. Throws Failure.
     void play(const QString& line);
-    /// Ends the program, as the story left it.
+    /// Shuts the program down in whatever state the scenario left it.
     void finish();
 
   private:

@@ -1,6 +1,6 @@
-// Plays user stories against the real screens with mouse and key events, without a display.
-// Usage: brennoval-scenario [--shots DIR] [--keep DIR] [--dark] FILE...
-// Each file runs in a process, a data folder and a session store of its own.
+// Plays scenarios on the real screens with mouse and key events, without a display.
+// Usage: brennoval-scenario [--shots DIR] [--keep DIR] [--points N] [--size WxH] [--dark] FILE...
+// Each file runs in its own process, with its own data folder and session store.
 
 #include "app/Install.h"
 #include "app/Register.h"
@@ -26,7 +26,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
         return false;
     };
     try {
-        // A story begins behind the getting-started screen, unless it is about that screen.
+        // A scenario starts after the getting-started screen, unless it is about that screen.
         if (!lines.contains("firstrun"))
             player.play("sql User \"UPDATE tblFirstTime SET FirstTime = 1\"");
         for (const QString& line : lines) {
@@ -42,7 +42,13 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
     }
 }
 
-bool playFile(const QString& path, const QString& shots, const QString& keep) {
+/// A size such as "911x485"; an empty one for other text.
+QSize sizeOf(const QString& text) {
+    const QStringList sides = text.split('x');
+    return sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
+}
+
+bool playFile(const QString& path, const QString& shots, const QString& keep, const QSize& window) {
     const TemporaryHome home;
     InstallForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
     InstallerFiles::SetInstallerFolder(QDir(home.path()).filePath("installer"));
@@ -53,7 +59,10 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
     }
     if (!shots.isEmpty())
         QDir().mkpath(shots);
-    Player player(Stage{ScriptedDialogs::install(), shots, home.dataFolder()});
+    Stage stage{ScriptedDialogs::install(), shots, home.dataFolder()};
+    if (!window.isEmpty())
+        stage.window = window;
+    Player player(stage);
     const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
     player.finish();
     if (!keep.isEmpty()) {
@@ -67,7 +76,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep) {
     return passed;
 }
 
-/// Plays each file in a process of its own; the number of those that passed.
+/// Plays each file in its own process and returns the number that passed.
 int playEach(const QStringList& files, const QStringList& options) {
     int passed = 0;
     for (const QString& file : files) {
@@ -92,6 +101,8 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.addOptions({{"shots", "Folder for the pictures.", "DIR"},
                        {"keep", "Folder that gets the data files as the story left them.", "DIR"},
+                       {"points", "Size of the letters.", "N"},
+                       {"size", "Size of the main window, such as 911x485.", "WIDTHxHEIGHT"},
                        {"dark", "The dark look."}});
     parser.addPositionalArgument("FILE", "The stories.", "FILE...");
     parser.addHelpOption();
@@ -102,13 +113,20 @@ int main(int argc, char** argv) {
     int passed = 0;
     if (files.size() == 1) {
         Appearance::apply(parser.isSet("dark") ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
+        if (const int points = parser.value("points").toInt(); points > 0) {
+            QFont font = DesktopApplication::font();
+            font.setPointSize(points);
+            DesktopApplication::setFont(font);
+        }
         registerAll();
-        passed = playFile(files[0], parser.value("shots"), parser.value("keep")) ? 1 : 0;
+        passed = playFile(files[0], parser.value("shots"), parser.value("keep"), sizeOf(parser.value("size")))
+                     ? 1
+                     : 0;
     } else {
         QStringList options;
-        for (const char* folder : {"shots", "keep"})
-            if (parser.isSet(folder))
-                options << QString("--%1=%2").arg(folder, parser.value(folder));
+        for (const char* option : {"shots", "keep", "points", "size"})
+            if (parser.isSet(option))
+                options << QString("--%1=%2").arg(option, parser.value(option));
         if (parser.isSet("dark"))
             options << "--dark";
         passed = playEach(files, options);

@@ -1,4 +1,4 @@
-// Every screen as a user without a mouse, without sight or with large letters meets it.
+// Every screen as met by a user without a mouse, without sight or with large fonts.
 
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Translations.h"
@@ -9,19 +9,22 @@
 
 #include <QAccessible>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QTreeWidget>
 
 #include <set>
 
 namespace {
 
-/// The program with a job of one tank of each kind, so that every screen has something to show.
+/// The program with a job that has one tank of each kind, so that every screen has something to show.
 class EveryScreen : public testing::Test {
   protected:
     EveryScreen() {
@@ -43,7 +46,7 @@ class EveryScreen : public testing::Test {
     }
     ~EveryScreen() override { Driver::stop(); }
 
-    /// Opens each screen of the main window alone, in each application that it adapts to.
+    /// Opens each screen of the main window by itself, in each application it adapts to.
     template<typename Look>
     void forEach(Look look) {
         for (const QString& name : Screens::names()) {
@@ -61,7 +64,7 @@ class EveryScreen : public testing::Test {
                 look(*Screens::find(name), where);
                 Screens::unload(name);
                 Driver::settle();
-                for (const QString& other : Screens::loaded()) // that a closing may have opened
+                for (const QString& other : Screens::loaded()) // closing may have opened it
                     Screens::unload(other);
             }
         }
@@ -77,7 +80,7 @@ QChar mnemonicOf(const QString& text) {
     return at >= 0 && at + 1 < single.size() ? single[at + 1].toUpper() : QChar();
 }
 
-/// The text that carries a widget's mnemonic.
+/// The text that holds a widget's mnemonic.
 QString captionOf(const QWidget* widget) {
     if (const auto* button = dynamic_cast<const QAbstractButton*>(widget))
         return button->text();
@@ -108,7 +111,7 @@ TEST_F(EveryScreen, HasMnemonicsOfItsOwn) {
     });
 }
 
-TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
+TEST_F(EveryScreen, NamesEachControlThatTheKeyboardReaches) {
     forEach([](const Screen& screen, const std::string& where) {
         std::set<QString> given;
         for (QWidget* widget : screen.findChildren<QWidget*>()) {
@@ -128,29 +131,79 @@ TEST_F(EveryScreen, NamesWhatTheKeyboardReachesByItself) {
     });
 }
 
-TEST_F(EveryScreen, FitsAnOrdinaryDisplayWithFontsOfEveryOrdinarySize) {
-    BrennovalMain::instance()->resize(1366, 740); // of 768, less the desktop's own bar
-    Driver::settle();
-    const QFont before = QApplication::font();
-    for (const int points : {8, 10, 12, 13}) { // 13: some systems have taller letters
-        QFont font = before;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-        Driver::settle();
-        forEach([points](const Screen& screen, const std::string& where) {
-            const bool inside = !screen.isTopLevel(); // else on the display itself
-            const QSize space =
-                inside ? BrennovalMain::instance()->area()->size() : BrennovalMain::instance()->size();
-            const QSize frame = inside ? screen.parentWidget()->size() : screen.size();
-            EXPECT_LE(frame.width(), space.width()) << where << " with " << points << " points";
-            EXPECT_LE(frame.height(), space.height()) << where << " with " << points << " points";
-        });
+/// What is cut off or out of reach on a screen, even by scrolling; empty if everything can be seen.
+QStringList unseen(const Screen& screen) {
+    QStringList faults;
+    const auto* middle = screen.findChild<QScrollArea*>("middle");
+    for (const QWidget* widget : screen.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->objectName().startsWith("qt_") || widget->objectName().isEmpty())
+            continue;
+        const bool scrolls = middle && middle->isAncestorOf(widget);
+        const QWidget* field = scrolls ? middle->widget() : &screen;
+        if (widget != field && widget != middle &&
+            !field->rect().contains(QRect(widget->mapTo(field, QPoint()), widget->size())))
+            faults << widget->objectName() + " lies beyond its frame";
+        int needed = 0;
+        if (const auto* label = dynamic_cast<const QLabel*>(widget)) {
+            if (!label->wordWrap() && !label->text().isEmpty())
+                needed = label->minimumSizeHint().width();
+            else if (!label->text().isEmpty() && label->heightForWidth(label->width()) > label->height())
+                faults << widget->objectName() + " is cut at the bottom";
+        } else if (const auto* button = dynamic_cast<const QAbstractButton*>(widget)) {
+            needed = button->text().isEmpty() ? 0 : button->minimumSizeHint().width();
+        } else if (const auto* box = dynamic_cast<const QLineEdit*>(widget)) {
+            const int letters = box->fontMetrics().horizontalAdvance(box->text());
+            needed = letters < 26 * box->fontMetrics().horizontalAdvance('x') ? letters + 6 : 0;
+        } else if (const auto* list = dynamic_cast<const QTreeWidget*>(widget)) {
+            const QHeaderView* heads = list->header();
+            for (int column = 0; !heads->isHidden() && column < heads->count(); ++column)
+                if (heads->sectionSize(column) < heads->sectionSizeHint(column))
+                    faults << QString("%1 cuts the heading %2").arg(widget->objectName()).arg(column);
+        }
+        if (needed > widget->width())
+            faults << QString("%1 has %2 of %3 pixels")
+                          .arg(widget->objectName())
+                          .arg(widget->width())
+                          .arg(needed);
     }
+    return faults;
+}
+
+TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
+    const struct {
+        QSize window; // of the display at its scale, less the desktop's panel
+        std::vector<int> points;
+    } displays[] = {{{1366, 740}, {8, 10, 12, 13, 14}}, // 13, because some systems have taller letters
+                    {{911, 485}, {9, 12}},              // 1366 x 768 at 150 %
+                    {{960, 512}, {9, 12}},              // 1920 x 1080 at 200 %
+                    {{683, 357}, {9}}};                 // 1366 x 768 at 200 %
+    const QFont before = QApplication::font();
+    for (const auto& display : displays)
+        for (const int points : display.points) {
+            QFont font = before;
+            font.setPointSize(points);
+            QApplication::setFont(font);
+            BrennovalMain::instance()->resize(display.window);
+            Driver::settle();
+            const std::string with = " with " + std::to_string(points) + " points in " +
+                                     std::to_string(display.window.width()) + " x " +
+                                     std::to_string(display.window.height());
+            forEach([&](const Screen& screen, const std::string& where) {
+                const bool inside = !screen.isTopLevel(); // otherwise on the display itself
+                const QSize space =
+                    inside ? BrennovalMain::instance()->area()->size() : BrennovalMain::instance()->size();
+                const QSize frame = inside ? screen.parentWidget()->size()
+                                           : screen.minimumSizeHint().expandedTo(screen.minimumSize());
+                EXPECT_LE(frame.width(), space.width()) << where << with;
+                EXPECT_LE(frame.height(), space.height()) << where << with;
+                EXPECT_EQ(unseen(screen).join("; ").toStdString(), "") << where << with;
+            });
+        }
     QApplication::setFont(before);
 }
 
-// Another language changes the program's own texts; the maker's stand in English.
-TEST_F(EveryScreen, AnotherLanguageChangesOwnTextsAlone) {
+// Another language changes the program's own texts; the maker's stay English.
+TEST_F(EveryScreen, AnotherLanguageChangesOnlyOwnTexts) {
     EXPECT_FALSE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
     ASSERT_TRUE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
     Session::TankClass.write("Expansion Tank");

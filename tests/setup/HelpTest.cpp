@@ -1,4 +1,4 @@
-// The manual and the demonstration: F1 finds its topic, and no link leads nowhere.
+// The manual and the demonstration: F1 finds its topic, and no link is dead.
 
 #include "core/shell/BrennovalMain.h"
 #include "setup/pages/HelpEngine.h"
@@ -23,7 +23,7 @@ namespace {
 
 const QString prefix = QStringLiteral("qthelp://ordwick.brennoval.help/brennoval/");
 
-/// Follows every target of a page and of the pages behind it, and keeps what was reached.
+/// Follows every link from a page and from the pages behind it, and records what was reached.
 class Walk {
   public:
     explicit Walk(std::function<QByteArray(const QUrl&)> readPage) : read(std::move(readPage)) {}
@@ -59,7 +59,7 @@ class Help : public testing::Test {
         home.installData();
         Driver::start();
         const QString manual = QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch";
-        engine.setReadOnly(false); // as which it opens only a collection that is there already
+        engine.setReadOnly(false); // read-only mode opens only an existing collection
         ready = engine.setupData() && engine.registerDocumentation(manual);
     }
     ~Help() override { Driver::stop(); }
@@ -99,7 +99,7 @@ TEST_F(Help, F1OpensTheTopicOfACommandAndOfAScreen) {
             const int context = action->property("helpContext").toInt();
             if (context == 0 || !action->isVisible())
                 continue;
-            action->setEnabled(true); // printing and exporting wait for something to print
+            action->setEnabled(true); // printing and exporting are disabled until there is something to print
             menu->popup({});
             menu->setActiveAction(action);
             shows(menu, QString::number(context));
@@ -111,7 +111,7 @@ TEST_F(Help, F1OpensTheTopicOfACommandAndOfAScreen) {
     }
 }
 
-TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached) {
+TEST_F(Help, ContentsIndexAndLinksResolveAndReachEveryFile) {
     QEventLoop created;
     QObject::connect(engine.contentModel(), &QHelpContentModel::contentsCreated, &created, &QEventLoop::quit);
     engine.contentModel()->createContents({});
@@ -138,11 +138,11 @@ TEST_F(Help, EveryPlaceOfContentsAndIndexAndEveryLinkStandsAndEveryFileIsReached
         walk.visit(QUrl(prefix + keyword.captured(1)), "the index");
 }
 
-// A view that is closed at once goes while the threads still read.
-TEST(HelpEngineOfItsOwn, EndsItsThreadsBeforeItFreesWhatTheyRead) {
+// A view closed at once is destroyed while its threads still read.
+TEST(HelpEngineOfItsOwn, StopsItsThreadsBeforeFreeingWhatTheyRead) {
     const QTemporaryDir folder;
     bool freed = false;
-    QList<QThread*> threads; // outlives the engine, whose end reads it
+    QList<QThread*> threads; // outlives the engine, whose destruction reads it
     {
         HelpEngine engine(folder.filePath("help.qhc"));
         engine.setReadOnly(false);
@@ -159,12 +159,12 @@ TEST(HelpEngineOfItsOwn, EndsItsThreadsBeforeItFreesWhatTheyRead) {
                     for (const QThread* thread : std::as_const(threads))
                         EXPECT_FALSE(thread->isRunning());
                 });
-        QCoreApplication::processEvents(); // which starts them
+        QCoreApplication::processEvents(); // starts them
     }
     EXPECT_TRUE(freed);
 }
 
-TEST(Demo, EveryLinkAndPictureOfItsPagesStands) {
+TEST(Demo, EveryLinkAndPictureExists) {
     const QString folder = QCoreApplication::applicationDirPath() + "/Demo/";
     Walk walk([](const QUrl& page) {
         QFile file(page.toLocalFile());
@@ -172,21 +172,21 @@ TEST(Demo, EveryLinkAndPictureOfItsPagesStands) {
     });
     for (const char* page : {"BrennovalDemo.htm", "ErrorDemo.htm"})
         walk.visit(QUrl::fromLocalFile(folder + page), "the program");
-    EXPECT_GT(walk.reached.size(), 15); // the tour has that many pictures and more
+    EXPECT_GT(walk.reached.size(), 15); // the tour has more than that many pictures
 }
 
-TEST(HelpFolder, OfAKilledCopyGoesAtTheNextStart) {
+TEST(HelpFolder, OfAKilledCopyIsRemovedAtTheNextStart) {
     const QTemporaryDir temporary;
     const QByteArray before = qgetenv("TMPDIR");
     qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-    const QTemporaryDir other; // of another program
+    const QTemporaryDir other; // another program's
     {
         const HelpFolder running;
         const pid_t killed = fork();
         if (killed == 0) {
             const HelpFolder folder;
             QFile file(folder.filePath("help.qhc"));
-            _exit(file.open(QIODevice::WriteOnly) ? 0 : 1); // as a kill leaves it
+            _exit(file.open(QIODevice::WriteOnly) ? 0 : 1); // the way a kill leaves it
         }
         int status = 1;
         ASSERT_EQ(waitpid(killed, &status, 0), killed);

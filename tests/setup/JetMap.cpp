@@ -89,7 +89,7 @@ std::vector<std::pair<qsizetype, qsizetype>> JetMap::rowsOf(qsizetype definition
     return found;
 }
 
-/// The catalogue says where each begins. Its names alone are compressed, without anything but ASCII.
+/// The catalogue table says where each table begins. Only its names are compressed, and they are plain ASCII.
 QHash<QString, qsizetype> JetMap::tables() const {
     constexpr qsizetype catalogue = 2 * pageSize;
     const QHash<QString, Column> columns = columnsOf(catalogue);
@@ -120,7 +120,7 @@ void JetMap::own(const Cell& cell, qsizetype begin, qsizetype end, unsigned bits
 void JetMap::readRow(int table, int row, const QHash<QString, Column>& columns, qsizetype begin,
                      qsizetype end) {
     const qsizetype nulls = end - (word(begin) + 7) / 8;
-    const qsizetype borders = nulls - 4; // of the first; those that follow stand ahead of it
+    const qsizetype borders = nulls - 4; // of the first value; the following ones come before it
     nullPlaces[size_t(table)].push_back(nulls);
     addStructure(begin, begin + 2);
     addStructure(borders - 2 * qsizetype(word(nulls - 2)), end);
@@ -138,7 +138,7 @@ void JetMap::readRow(int table, int row, const QHash<QString, Column>& columns, 
             const qsizetype border = borders - 2 * qsizetype(column.place);
             valueBegin = begin + word(border);
             valueEnd = begin + word(border - 2);
-            if (column.place > 0) // the first begins where the fixed values end
+            if (column.place > 0) // the first begins after the fixed values
                 own(cell, border, border + 2);
             if (column.place + 1 < word(nulls - 2)) // the last ends where the borders begin
                 own(cell, border - 2, border);

@@ -9,14 +9,13 @@
 #include <array>
 #include <vector>
 
-/// A second, small reader of the earlier program's files, which shares nothing with the program's: it takes a
-/// sound file of version 4 without compressed texts for granted, and tells of every byte which values it is
-/// part of.
+/// A small second reader of the earlier program's files that shares no code with the program's. It assumes a
+/// sound version 4 file without compressed texts, and knows for every byte which values it belongs to.
 class JetMap {
   public:
     explicit JetMap(QByteArray file);
 
-    /// A value by the places of its table, row and column in PriorTables.
+    /// A value, identified by the indices of its table, row and column in PriorTables.
     struct Cell {
         int table = 0;
         int row = 0;
@@ -31,22 +30,22 @@ class JetMap {
     /// By table and row.
     const std::array<std::vector<QVariantList>, 5>& rows() const { return values; }
 
-    /// Whether a value may read otherwise when the byte at a place is changed by the bits of a mask: the byte
-    /// belongs to it, is one of its borders, or the bit of its null is among them.
+    /// Whether a value may change when the byte at a place is changed by the bits of a mask: the byte is part
+    /// of the value or of one of its borders, or the mask contains its null bit.
     bool belongs(qsizetype place, unsigned changed, const Cell& cell) const;
 
-    /// Where the definition of a table begins.
+    /// The offset of a table's definition.
     qsizetype definition(int table) const { return definitions[size_t(table)]; }
-    /// Where a row begins.
+    /// The offset of a row.
     qsizetype row(int table, int index) const { return rowPlaces[size_t(table)][size_t(index)]; }
-    /// Where its marks of nulls begin.
+    /// The offset of a row's null bits.
     qsizetype nulls(int table, int index) const { return nullPlaces[size_t(table)][size_t(index)]; }
-    /// The places of the memos that stand in a chain of pieces: of their heads of 12 bytes.
+    /// The offsets of the memos stored as a chain of pieces: of their 12-byte heads.
     const std::vector<qsizetype>& chainedMemos() const { return chained; }
-    /// Where a piece of a memo begins.
+    /// The offset of a piece of a memo.
     qsizetype piece(quint32 place) const;
-    /// The places of the bytes that say where values are: those of the definitions, the tables of rows of
-    /// each page, and the heads and ends of the rows.
+    /// The offsets of the bytes that locate values: those of the definitions, the row tables of each page,
+    /// and the heads and ends of the rows.
     const std::vector<qsizetype>& structure() const { return structurePlaces; }
 
     quint16 word(qsizetype at) const { return number<quint16>(at); }
@@ -73,7 +72,7 @@ class JetMap {
     }
     QString text(qsizetype begin, qsizetype end) const;
     QHash<QString, Column> columnsOf(qsizetype definition) const;
-    /// The rows of a table: where each begins and ends.
+    /// The rows of a table: the begin and end of each.
     std::vector<std::pair<qsizetype, qsizetype>> rowsOf(qsizetype definition) const;
     QHash<QString, qsizetype> tables() const;
     void readRow(int table, int row, const QHash<QString, Column>& columns, qsizetype begin, qsizetype end);

@@ -1,4 +1,4 @@
-// The texts of the earlier program's files, in both ways in which they are stored, and what no writer leaves.
+// Texts in the earlier program's files, in both encodings, and bytes that no writer produces.
 
 #include "setup/prior/JetText.h"
 
@@ -31,13 +31,13 @@ TEST(JetText, IsReadToTheLastCharacter) {
         {"\xff\xfe"s + "7-\0\x34\x6c\x53\x90"s, "7-\u6c34\u9053"},
         {"\x34\x6c\x53\x90", "\u6c34\u9053"},
         {"\x3d\xd8\x4d\xdc", "\U0001f44d"},
-        {"\x6c\x51\x08\xff\xfe\x4e", "\u516c\uff08\u4efe"}, // the mark between two characters
+        {"\x6c\x51\x08\xff\xfe\x4e", "\u516c\uff08\u4efe"}, // the marker between two characters
     };
     for (const auto& row : cases)
         EXPECT_EQ(textOf(row.stored), row.text);
 }
 
-TEST(JetText, IsRefusedWhenNoWriterLeavesIt) {
+TEST(JetText, IsRefusedWhenNoWriterProducesIt) {
     const std::pair<const char*, std::string> cases[] = {
         {"NULs", "\0\0\0\0"s},
         {"a NUL among characters", "A\0\0\0B\0"s},

@@ -1,5 +1,5 @@
-// Files of the earlier program that were cut short, damaged at random, or made by someone with bad intent:
-// every value against a second reader, and what their reading costs.
+// Files of the earlier program that are truncated, randomly damaged or malicious: every value is checked
+// against a second reader, and so is the cost of reading them.
 
 #include "core/base/Fault.h"
 #include "setup/PriorFile.h"
@@ -46,7 +46,7 @@ class PriorDamage : public testing::Test {
     }
     void TearDown() override { SetPriorHelper({}); }
 
-    /// Reads a file that begins with some bytes and goes on with zeros, which take no room on the disk.
+    /// Reads a file that begins with these bytes and continues with zeros, which take no disk space.
     PriorRows read(const QByteArray& bytes, qint64 size = 0) const {
         QFile file(folder.filePath("Data.mdb"));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
@@ -57,7 +57,7 @@ class PriorDamage : public testing::Test {
         return rows;
     }
 
-    /// Why a file is refused; an empty text when it is not.
+    /// Why a file is refused; empty if it is not.
     std::string refusal(const QByteArray& bytes, qint64 size) const {
         try {
             read(bytes, size);
@@ -72,7 +72,7 @@ class PriorDamage : public testing::Test {
         EXPECT_NE(found.find(reason), std::string::npos) << found << " instead of " << reason;
     }
 
-    /// What came of a file that differs from the sound one in some places.
+    /// The result of reading a file that differs from the sound one in a few places.
     Result resultOf(const QByteArray& damaged, const QByteArray& sound, const JetMap& map,
                     const std::vector<qsizetype>& places) const {
         PriorRows rows;
@@ -116,7 +116,7 @@ void put(QByteArray& bytes, qsizetype at, Number number) {
 
 } // namespace
 
-TEST_F(PriorDamage, NoneMeansThatEveryValueIsEqual) {
+TEST_F(PriorDamage, AbsentLeavesEveryValueEqual) {
     for (const char* name : {"typical", "distinct", "worn", "large", "empty"}) {
         const QByteArray sound = contents(name);
         EXPECT_EQ(resultOf(sound, sound, JetMap(sound), {}), Result::Equal) << name;
@@ -132,7 +132,7 @@ TEST_F(PriorDamage, EveryFileCutShortIsRefused) {
                 continue;
             SCOPED_TRACE(std::string(name) + ", " + std::to_string(length));
             expectRefused(sound.first(length), isWholePages || length < pageSize ? "" : "cut short");
-            if (isWholePages) // what a file system leaves of a file that was not written whole
+            if (isWholePages) // what a file system leaves of a partly written file
                 expectRefused(sound.first(length) + QByteArray(sound.size() - length, '\0'), "");
         }
     }
@@ -153,7 +153,7 @@ TEST_F(PriorDamage, ChangesTheValuesThatItHitsOrEndsTheReading) {
     std::array<int, 3> counts{};
     const int rounds = Rounds(300, 10000);
     for (int round = 0; round < rounds && !HasFailure(); ++round) {
-        const bool takesLarge = round % 20 == 0; // whose reading takes a hundred times as long
+        const bool takesLarge = round % 20 == 0; // reading it takes a hundred times as long
         const auto& [sound, map] = files[takesLarge ? 3 : size_t(round % 3)];
         QByteArray damaged = sound;
         std::vector<qsizetype> places;
@@ -175,7 +175,7 @@ TEST_F(PriorDamage, ChangesTheValuesThatItHitsOrEndsTheReading) {
         EXPECT_GT(count, rounds / 100);
 }
 
-TEST_F(PriorDamage, OfWhatSaysWhereValuesAreIsSeen) {
+TEST_F(PriorDamage, ToTheStructureIsDetected) {
     std::mt19937 random(22);
     const auto below = [&random](size_t limit) {
         return std::uniform_int_distribution<size_t>(0, limit - 1)(random);
@@ -208,7 +208,7 @@ TEST_F(PriorDamage, HostileFilesCostLittle) {
         (put(file, edits.first, edits.second), ...);
         return file;
     };
-    QByteArray shared = sound; // 70,000 characters for each
+    QByteArray shared = sound; // 70,000 characters each
     for (const qsizetype other : map.chainedMemos()) {
         put(shared, other, map.doubleWord(map.chainedMemos().back()));
         put(shared, other + lengthOfHead, map.doubleWord(map.chainedMemos().back() + lengthOfHead));

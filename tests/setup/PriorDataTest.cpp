@@ -1,5 +1,5 @@
-// The files of the earlier program, taken over through the getting-started screen: row by row against another
-// reader, and broken in every way.
+// The earlier program's files, taken over through the getting-started screen: compared row by row with
+// another reader, and damaged in every way.
 
 #include "core/shell/Status.h"
 #include "setup/InstallerFiles.h"
@@ -61,7 +61,7 @@ class PriorData : public testing::Test {
         Screens::open("frmFirstTime");
         Driver::settle();
     }
-    /// Ends it, and leaves the data as they are shipped.
+    /// Closes the program and restores the data as shipped.
     void beginAnew() const {
         for (const char* screen : {"frmFirstTime", "frmError"})
             Screens::unload(screen);
@@ -84,9 +84,9 @@ class PriorData : public testing::Test {
     ScriptedDialogs* dialogs = nullptr;
 };
 
-using Row = QHash<QString, QString>; // by column; an empty text for a null
+using Row = QHash<QString, QString>; // by column; a null is an empty text
 
-/// The rows of a table as mdbtools' exporter reads them.
+/// The rows of a table as read by mdbtools' exporter.
 QList<Row> exported(const QString& file, const QString& table) {
     QProcess exporter;
     exporter.start("mdb-export", {"-Q", "-d", "\x1f", "-R", "\x1e", "-T", "%Y-%m-%d %H:%M:%S", "-D",
@@ -94,7 +94,7 @@ QList<Row> exported(const QString& file, const QString& table) {
     EXPECT_TRUE(exporter.waitForFinished() && exporter.exitCode() == 0) << "mdb-export of mdbtools";
     QStringList lines = QString::fromUtf8(exporter.readAllStandardOutput()).split(QChar(0x1e));
     const QStringList columns = lines.takeFirst().split(QChar(0x1f));
-    lines.removeLast(); // what stands behind the last row
+    lines.removeLast(); // the rest after the last row
     QList<Row> rows;
     for (const QString& line : lines) {
         const QStringList values = line.split(QChar(0x1f));
@@ -106,19 +106,19 @@ QList<Row> exported(const QString& file, const QString& table) {
     return rows;
 }
 
-/// A stored value as the exporter writes it: numbers with 16 digits.
+/// Compares a stored value as the exporter would write it: numbers with 16 digits.
 bool isSame(Recordset::Field stored, const QString& expected) {
     bool isNumber = false;
     expected.toDouble(&isNumber);
     return stored.text() == expected || (isNumber && QString::asprintf("%.16g", stored.number()) == expected);
 }
 
-/// The rows of a query beside expected ones: the columns of these, under our names.
+/// Compares a query's rows with expected ones, column by column under our names.
 void expectRows(const QString& sql, const QList<Row>& expected) {
     const QHash<QString, QString> renamed = {
         {"PipeFt", "PipeLength"},
         {"TagID", "TagID01"},
-        {"Registered", {}}, // columns of a later version, which nobody needs
+        {"Registered", {}}, // columns of a later version that nobody needs
         {"Archived", {}}};
     Rows stored("User", sql);
     for (const Row& row : expected) {
@@ -154,7 +154,7 @@ TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
                    withColumn(exported(file, "tblEngineer"), "Engineer", "fldName"));
         expectRows("SELECT * FROM tblJobHeader", exported(file, "tblJobHeader"));
         QList<Row> users = exported(file, "tblUser");
-        for (Row& user : users) { // the contractor stands in both places
+        for (Row& user : users) { // the contractor is in both places
             user["DefaultEngineer"] = user["DefaultContractor"];
             if (user["DefaultPSIa"].isEmpty())
                 user["DefaultPSIa"] = "14.7";
@@ -185,7 +185,7 @@ TEST_F(PriorData, KeepsANullApartFromAnEmptyText) {
 }
 
 TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
-    QStringList told; // in the status bar, as a timer sees it that runs with the windows
+    QStringList told; // status bar texts, as seen by a timer that runs while the windows are alive
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&told] { told.append(StatusText()); });
     timer.start(0);
@@ -198,7 +198,7 @@ TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
     EXPECT_TRUE(QFile::exists(fixtures + "prior-large.mdb")) << "his file stays";
 }
 
-// Later, at the user's wish: beside what he has, whose jobs and names stay as they are.
+// Later, on request: next to the user's own data, whose jobs and names do not change.
 TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
     convert(contents(fixtures + "prior-typical.mdb"));
     const QString all = counts();
@@ -211,7 +211,7 @@ TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
     const QByteArray bytes = contents(file);
     const QString before = counts();
     dialogs->files = {file};
-    Driver::command("mnuPriorData"); // whose question is declined
+    Driver::command("mnuPriorData"); // its question is declined
     EXPECT_TRUE(dialogs->last.text.startsWith("These jobs stand in your data already:\n"));
     EXPECT_FALSE(dialogs->last.text.contains(job + ",")) << "which does not";
     EXPECT_EQ(counts(), before);
@@ -251,7 +251,7 @@ TEST_F(PriorData, LeavesOutAJobOfWhichOnlyTankLinesStand) {
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData WHERE JobID = '" + job + "'"), lines);
 }
 
-TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
+TEST_F(PriorData, ReportsWhyAFileIsOfNoUse) {
     const QByteArray typical = contents(fixtures + "prior-typical.mdb");
     QByteArray foreign = typical;
     foreign.replace(QByteArray("t\0b\0l\0U\0s\0e\0r\0", 14), QByteArray("t\0b\0l\0U\0s\0e\0x\0", 14));
@@ -260,7 +260,7 @@ TEST_F(PriorData, EndsAsToldWhenTheFileIsOfNoUse) {
         const char* name;
         QByteArray file;
         const char* converted;
-        const char* report; // a part of it
+        const char* report; // part of it
         bool keepsFile;
     } cases[] = {
         {"text", contents(fixtures + "not-a-database.mdb"), "1", "", false},
@@ -352,7 +352,7 @@ TEST_F(PriorData, TouchesNothingButPlainFiles) {
          {folder.filePath("folder"), folder.filePath("folder/"), folder.filePath("link"),
           folder.filePath("link to torn"), folder.filePath("link to nothing"), folder.filePath("pipe"),
           QString("/dev/null"), home.dataFolder(), journal}) {
-        write(journal, {}); // an empty one is of no account to the engine
+        write(journal, {}); // the engine ignores an empty journal
         convertNamed(path);
         EXPECT_EQ(Driver::report(), "") << path.toStdString();
         EXPECT_EQ(converted(), "1");
@@ -364,7 +364,7 @@ TEST_F(PriorData, TouchesNothingButPlainFiles) {
     EXPECT_EQ(contents(folder.filePath("whole.mdb")), typical);
 }
 
-TEST_F(PriorData, TakesALongInstallersFileForNoneAndANulInItForNothing) {
+TEST_F(PriorData, IgnoresAnOverlongInstallersFileAndANulInIt) {
     const QByteArray typical = contents(fixtures + "prior-typical.mdb");
     write(priorFile(), typical);
     QStringList asked;
@@ -386,7 +386,7 @@ TEST_F(PriorData, TakesALongInstallersFileForNoneAndANulInItForNothing) {
 
 TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
     const Rows taken("User",
-                     "INSERT INTO tblJobHeader (JobID) VALUES ('A-7')"); // the fourth of its five jobs
+                     "INSERT INTO tblJobHeader (JobID) VALUES ('A-7')"); // the fourth of the file's five jobs
     convert(contents(fixtures + "prior-typical.mdb"));
     EXPECT_TRUE(Driver::report().contains("ConvertPriorData")) << Driver::report().toStdString();
     EXPECT_EQ(converted() + ", " + counts(), "0, 0 0 0 1 0");

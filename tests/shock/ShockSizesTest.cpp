@@ -56,10 +56,10 @@ TEST(ShockSizes, ObjectToWhatCannotBeRight) {
                                              "models.  Custom tank may be available.");
 }
 
-TEST(ShockSizes, DivideByNothing) {
+TEST(ShockSizes, FailInsteadOfDividingByZero) {
     EXPECT_THROW(ComputeShockSizes(job, 0), Fault);
     EXPECT_THROW(ShockAcceptanceFactor(40, -14.7, 14.7), Fault);
-    ShockConditions even = job; // nine tenths of the flow pressure is the static pressure
+    ShockConditions even = job; // nine tenths of the flow pressure equals the static pressure
     even.flowPressure = 50;
     even.staticPressure = 45;
     EXPECT_EQ(ShockAcceptanceFactor(50, 45, 14.7), 0);
@@ -68,7 +68,7 @@ TEST(ShockSizes, DivideByNothing) {
     EXPECT_THROW(PumpStartupDelay(.3, 10, 1, 0), Fault);
 }
 
-TEST(ShockSizes, TellLeakLoadAndDelay) {
+TEST(ShockSizes, GiveLeakLoadAndDelay) {
     const double area = PipeArea(2);
     EXPECT_DOUBLE_EQ(area, 22.0 / 7);
     EXPECT_DOUBLE_EQ(LeakLoad(.25, 20, 2, 100, area), .6125);

@@ -1,4 +1,4 @@
-// The search on the catalogue as it is shipped.
+// Searches the catalogue as shipped.
 
 #include "sizing/CatalogueSearch.h"
 #include "core/store/Gateway.h"
@@ -38,7 +38,7 @@ TEST(CatalogueSearch, OffersWhatMeetsBothRequirements) {
         for (const TankOption& option : FindModels(one, volume, acceptance)) {
             const double each = acceptanceOf(option.model);
             EXPECT_GE(each * option.quantity, acceptance) << option.model;
-            // A model of the same acceptance as one that fits is listed beside it, whatever its volume.
+            // A model with the same acceptance as one that fits is listed next to it, whatever its volume.
             if (acceptances.insert(each).second) {
                 EXPECT_GE(option.tankVolume * option.quantity, volume) << option.model;
             }
@@ -72,7 +72,8 @@ TEST(CatalogueSearch, OffersTheseModels) {
         double acceptance;
         std::vector<std::string> options;
     } cases[] = {
-        // The volume decides, then the acceptance: one that a model just reaches, and a hundredth more.
+        // Volume decides first, then acceptance: once when a model just meets it, and once for a hundredth
+        // more.
         {"RCBD", 100, 50, {"1 x RCBD 450", "2 x RCBD 200", "3 x RCBD 130"}},
         {"RGB", 10, 31.7, {"1 x RGB 200", "2 x RGB 110", "3 x RGB 80"}},
         {"RGB", 10, 31.71, {"1 x RGB 240", "2 x RGB 110", "3 x RGB 80"}},
@@ -105,7 +106,8 @@ TEST(CatalogueSearch, ReplacesSteelTanksByVolumeAlone) {
     EXPECT_TRUE(FindConvertedModels("RCBD", 1e6).empty());
 }
 
-// The connection of each of n tanks reaches .47 bores over the root of n: here just, and there just not.
+// Each of n tanks needs a connection of .47 bores divided by the root of n: here just enough, and just too
+// little.
 TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
     const TemporaryHome home;
     home.installData();

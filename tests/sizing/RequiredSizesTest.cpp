@@ -85,7 +85,7 @@ TEST(RequiredSizes, ColumnOfTheWaterTable) {
         EXPECT_EQ(ExpansionColumn(temperature), column) << temperature;
 }
 
-TEST(RequiredSizes, HaveFloorsOfTheirOwn) {
+TEST(RequiredSizes, HaveLowerLimits) {
     const RequiredSizes none = ExpansionTankSizes(glycolJob, 0, .4);
     EXPECT_EQ(none.acceptance, .1);
     EXPECT_EQ(none.volume, .1);

@@ -17,8 +17,8 @@ ScriptedDialogs& start() {
     InstallerFiles::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
-    auto* window = new BrennovalMain; // stop deletes it
-    window->resize(1180, 800);        // the display without a display is smaller than any that users have
+    auto* window = new BrennovalMain; // stop() deletes it
+    window->resize(1180, 800);        // the offscreen display is smaller than any that users have
     window->show();
     window->activateWindow();
     settle();
@@ -53,11 +53,11 @@ QString pressAt(QWidget* target, const QPoint& point, bool twice) {
     if (!target->isVisible())
         return target->objectName() + " is not visible";
     QWidget* window = target->window();
-    if (!window->isActiveWindow()) { // a press into a window brings it to the front
+    if (!window->isActiveWindow()) { // a press brings its window to the front
         const QPointer<QWidget> there = target;
         window->activateWindow();
         settle();
-        if (!there) // its record is gone, and its screen with it
+        if (!there) // its record and its screen are gone
             return {};
     }
     const QPoint place = target->mapTo(window, point);
@@ -73,7 +73,7 @@ QString pressAt(QWidget* target, const QPoint& point, bool twice) {
 
 QPoint pressPoint(const QWidget* widget) {
     if (dynamic_cast<const QRadioButton*>(widget) || dynamic_cast<const QCheckBox*>(widget))
-        return {12, widget->height() / 2}; // only indicator and text take the click
+        return {12, widget->height() / 2}; // only the indicator and the text react to clicks
     return widget->rect().center();
 }
 

@@ -10,10 +10,10 @@
 #include <functional>
 #include <memory>
 
-/// The one stand-in for the dialogs in all tests: gives the answers that were prepared, or those of a rule.
+/// The single stand-in for the dialogs in all tests. It gives prepared answers, or those of a rule.
 class ScriptedDialogs : public Dialogs {
   public:
-    /// Puts a new one in the place of the dialogs.
+    /// Replaces the dialogs with a new one.
     static ScriptedDialogs& install() {
         auto scripted = std::make_unique<ScriptedDialogs>();
         ScriptedDialogs& installed = *scripted;
@@ -65,7 +65,7 @@ class ScriptedDialogs : public Dialogs {
     }
     QString input(const QString&, const QString& prompt) override {
         if (inputs.isEmpty()) {
-            if (!files.isEmpty() && files.first().isNull()) // a cancel is for whichever comes
+            if (!files.isEmpty() && files.first().isNull()) // a cancel applies to whichever box comes
                 files.removeFirst();
             else if (!rule)
                 problem = "an input box came that nobody answers: \"" + prompt + "\"";
@@ -109,16 +109,16 @@ class ScriptedDialogs : public Dialogs {
         return {};
     }
 
-    /// Yes to nothing: No where it can be had, else OK.
+    /// Agrees to nothing: No if available, otherwise OK.
     static QMessageBox::StandardButton decline(const Message& message) {
         return message.buttons & QMessageBox::Yes ? QMessageBox::No : QMessageBox::Ok;
     }
 
     QList<Answer> answers;
-    Rule rule;             // answers when no answer was prepared
-    Message last;          // that came
-    QList<Answer> inputs;  // what is typed stands in the place of the button
-    QStringList files;     // null for a cancel
+    Rule rule;             // answers when no answer is prepared
+    Message last;          // the last one shown
+    QList<Answer> inputs;  // the button holds what is typed
+    QStringList files;     // a null text cancels
     QList<Print> prints;   // for the next printer dialogs
     QString suggestedName; // of the last save dialog
     QStringList opened;    // web addresses and programs

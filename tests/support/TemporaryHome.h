@@ -9,11 +9,11 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-/// A session store and a folder of its own for the databases, gone with the object.
+/// A session store and a database folder of its own, deleted with the object.
 class TemporaryHome {
   public:
     TemporaryHome() {
-        Session::putToWork(nullptr); // of the test before
+        Session::putToWork(nullptr); // left by the test before
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                            folder.filePath(QStringLiteral("user")));
         QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope,
@@ -26,7 +26,7 @@ class TemporaryHome {
     /// The file of the session store.
     QString sessionFile() const { return folder.filePath(QStringLiteral("user/Fennerbrooke/Brennoval.ini")); }
 
-    /// Copies the two databases as they are shipped and makes them the program's.
+    /// Copies the two databases as shipped and makes the program use them.
     void installData() const {
         using namespace Registry;
         QDir().mkpath(dataFolder());

@@ -1,6 +1,6 @@
-// A walk at random over the whole program. Usage: brennoval-walk [--seed N] [--steps N]
-// The walk runs in a process of its own. One that fails is shortened to the shortest that still fails, and
-// told as a story that brennoval-scenario plays.
+// A random walk over the whole program. Usage: brennoval-walk [--seed N] [--steps N]
+// The walk runs in its own process. A failing walk is reduced to the shortest one that still fails and
+// reported as a scenario that brennoval-scenario can play.
 
 #include "core/shell/DesktopApplication.h"
 #include "tests/support/Driver.h"
@@ -32,7 +32,7 @@ void note(QFile& trace, const Taken& step) {
     trace.flush(); // the step may end the process
 }
 
-/// A step at random of those that the open windows allow, each as often as it weighs.
+/// Picks a random step among those that the open windows allow, in proportion to their weights.
 Taken draw(const Walk& walk, std::mt19937& random) {
     QList<double> weights;
     for (const Step& step : AllSteps())
@@ -41,12 +41,12 @@ Taken draw(const Walk& walk, std::mt19937& random) {
     return {step, unsigned(random())};
 }
 
-/// Runs a walk in this process and tells what was played, and why it ended; false when it failed.
+/// Runs a walk in this process and reports what was played and why it ended; false if it failed.
 bool run(const std::function<void(Walk&)>& steps) {
     const TemporaryHome home;
     home.installData();
     ScriptedDialogs& dialogs = Driver::start();
-    dialogs.rule = nullptr; // each message box must be foreseen
+    dialogs.rule = nullptr; // every message box must be expected
     Walk walk(Stage{dialogs, {}, home.dataFolder(), true});
     QString failure;
     try {
@@ -62,7 +62,7 @@ bool run(const std::function<void(Walk&)>& steps) {
     return failure.isEmpty();
 }
 
-/// Takes so many steps at random, which are noted in a file before they are taken.
+/// Takes a number of random steps, each recorded in a file before it is taken.
 void wander(Walk& walk, unsigned seed, int count, const QString& path) {
     std::mt19937 random(seed);
     QFile trace(path);
@@ -75,7 +75,7 @@ void wander(Walk& walk, unsigned seed, int count, const QString& path) {
     }
 }
 
-/// Runs a walk in a process of its own, which a fault may end; what it told.
+/// Runs a walk in a separate process, which a fault may end; told is its report.
 bool passes(const QStringList& arguments, QString& told) {
     QProcess walker;
     walker.start(QCoreApplication::applicationFilePath(), arguments);
@@ -96,7 +96,7 @@ bool fails(const Steps& steps, const QString& path, QString& told) {
     return !passes({"--play", path}, told);
 }
 
-/// The shortest walk that still fails, as far as leaving out runs of steps finds it; what it told.
+/// The shortest walk that still fails, as far as dropping runs of steps can find it; told is its report.
 QString shortest(Steps steps, const QString& path) {
     QString told;
     QString last;

@@ -8,7 +8,7 @@ namespace {
 const QString addNew = QStringLiteral("Add New...");
 const QString steelJob = QStringLiteral("CONVERT");
 
-/// The tank of a piece of work; a line to come has none, under the picker's name for it, too.
+/// The tank of a task; a line still to come has none, even under the picker's name for it.
 QString tankOf(const Values& values) {
     const QString tank = values.tank.value_or(QString());
     return tank == addNew ? QString() : tank;
@@ -32,7 +32,7 @@ bool leavesRecord(About about, const Values& before, const Values& now) {
     return about != About::Nothing && (leavesJob || (about == About::Line && leavesTank));
 }
 
-/// A box of a screen with the column that it shows.
+/// Each box of a screen with the column it shows.
 using BoxColumns = QList<std::pair<QString, QString>>;
 
 const QMap<QString, BoxColumns>& boxColumns() {
@@ -79,7 +79,7 @@ Row conditionBoxes(const Row& line, const Values& values) {
     return boxes;
 }
 
-/// The code that the stored series selects again; that of RCBD is not the one that is stored.
+/// The code that the stored series selects again; for RCBD it differs from the stored one.
 QString preselected(const QString& stored) {
     static const QStringList codes = {"RCB", "R",   "RB", "RC",  "RGB", "RHB", "JW",
                                       "JWB", "JWG", "G",  "GGB", "GWB", "GW"};
@@ -152,7 +152,7 @@ void Notes::set(const Work& task, const QString& writer, std::optional<QString> 
             window->line = tankOf(*task);
         if (window.key() != writer && leavesRecord(window->shows, before, *task))
             window->work = kept;
-        else // opened for a line to come, it is now about the one that got its number
+        else // opened for a line to come, which now has its number
             window->openedFor = *task;
     }
 }
@@ -172,7 +172,7 @@ bool Notes::open(const QString& window, const Work& task) {
     const Face face = FaceOf(window);
     if (isOpen(window)) {
         Window& present = windows[window];
-        // An estimate that was begun without a job goes along with the first that takes it up.
+        // An estimate begun without a job joins the first job that takes it up.
         const bool goesAlong = face.serves && face.about == About::Job && jobOf(present.openedFor).isEmpty();
         const bool same = goesAlong || sameRecord(face.about, present.openedFor, *task);
         if (same && (!face.fresh || present.typed)) {
@@ -202,7 +202,7 @@ bool Notes::leave(const QString& window, const QString& next) {
     return true;
 }
 
-/// What a screen does before it goes, for whatever reason.
+/// What a screen does before it closes, for whatever reason.
 bool Notes::closingCheck(const QString& window) {
     const Window& closing = windows[window];
     if (window == "frmTankIDSearch")
@@ -262,7 +262,7 @@ QStringList Notes::listFor(const QString& window) const {
     return list;
 }
 
-/// What a screen shows when it has read its record.
+/// What a screen shows after reading its record.
 void Notes::fill(const QString& window) {
     Window& filled = windows[window];
     const Values& values = *filled.work;
@@ -299,7 +299,7 @@ void Notes::refresh(const QString& window) {
         return;
     const int chosen = front.chosen;
     const QString kept = front.list.value(chosen);
-    // A screen for a line to come goes on with what it has.
+    // A screen for a line to come keeps what it has.
     if (FaceOf(window).about == About::Line && lineOf(window).isEmpty())
         return;
     if (window == "frmTankSeries" || (window == "frmJobHeader" && !headers.contains(jobOf(*front.work))))

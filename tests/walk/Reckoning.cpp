@@ -18,7 +18,7 @@ QString quoted(QString text) {
     return "'" + text.replace("'", "''") + "'";
 }
 
-/// The first value of a query of the catalogue; an empty text when it has no row.
+/// The first value of a catalogue query; empty if it has no row.
 QString lookUp(const QString& sql) {
     const QList<Row> rows = query("Sys", sql);
     return rows.isEmpty() || rows.first().isEmpty() ? QString() : rows.first().first();
@@ -52,7 +52,7 @@ Row optionOf(const TankOption& option) {
     return {{"Qty", QString::number(option.quantity)}, {"ModelNo", QString::fromStdString(option.model)}};
 }
 
-/// A shock option also stores its two figures, as they show: with one decimal.
+/// A shock option also stores its two figures as displayed, to one decimal.
 Row shockOptionOf(const TankOption& option, const Row& line) {
     const double acceptance = ShockAcceptanceFactor(
         line["FlowPressure"].toDouble(), line["StaticPressure"].toDouble(), line["AtmPressure"].toDouble());

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A box in which a step types a number, with its range.
+/// A box that a step fills with a number, and its range.
 struct Entry {
     const char* window;
     const char* box;
@@ -108,7 +108,7 @@ void maintainNames(Walk& walk, const QString&) {
     walk.command("mnu" + list, work, list);
 }
 
-/// A report shows what it tells of, whatever the viewer was opened for.
+/// A report shows what it is about, whatever the viewer was opened for.
 void showReport(Notes& notes, const Work& work, About about) {
     notes.open("frmReportViewer", work);
     notes.windows["frmReportViewer"].shows = about;
@@ -204,7 +204,7 @@ void closeWindow(Walk& walk, const QString&) {
     walk.say("close " + window);
 }
 
-/// A Cancel, which does what the closing by the title bar does.
+/// Presses Cancel, which does the same as closing by the title bar.
 void cancel(Walk& walk, const QString& window) {
     walk.reach(window, "cmdCancel");
     walk.notes.close(window);
@@ -351,7 +351,7 @@ bool isHydro(const Walk& walk, const QString& window) {
     return walk.notes.windows[window].work->application == "Hydropneumatic Tank";
 }
 
-/// Types into all boxes of a conditions screen, or only into one.
+/// Types into all boxes of a conditions screen, or into only one.
 void typeConditions(Walk& walk, const QString& window) {
     walk.front(window);
     const Notes& notes = walk.notes;
@@ -382,7 +382,7 @@ void chooseFluid(Walk& walk, const QString& window) {
     noted.boxes["cmboFluidType"] = fluid;
 }
 
-/// The columns that a conditions screen stores; nothing when it refuses what stands in its boxes.
+/// The columns that a conditions screen stores; nothing if it refuses its entries.
 std::optional<Row> conditionColumns(const Walk& walk, const QString& window) {
     const Row& boxes = walk.notes.windows[window].boxes;
     Row row;
@@ -501,7 +501,7 @@ void seriesPrevious(Walk& walk, const QString& window) {
     walk.press(window, "cmdPrevious");
 }
 
-/// The chosen option's columns; nothing when there are none.
+/// The columns of the chosen option; nothing if there is none.
 std::optional<Row> chosenOption(const Walk& walk, const QString& window) {
     const Window& noted = walk.notes.windows[window];
     const QList<Row> options = Reckoning::options(walk.notes.lineOf(window), *noted.work);
@@ -624,7 +624,7 @@ void openPadByMenu(Walk& walk, const QString&) {
     walk.command("mnuMetric", walk.notes.begin());
 }
 
-/// A box of a pad, with the box that it fills.
+/// A box of a pad, and the box it fills.
 struct Conversion {
     const char* pad;
     const char* box;

@@ -21,7 +21,7 @@ QString quoted(QString text) {
     throw Failure{what};
 }
 
-/// Whether a press into the middle of a widget would reach it.
+/// Whether a press in the middle of a widget would reach it.
 bool shows(const QWidget* widget) {
     if (!widget->isVisible() || widget->window()->isMinimized())
         return false;
@@ -154,7 +154,8 @@ void Walk::compareRows(const QString& table, const QString& key, const QMap<QStr
     QMap<QString, Row> stored;
     for (Row row : Reckoning::query("User", "SELECT * FROM " + table)) {
         row.remove("DateCreated");
-        if (table == "tblJobHeader") // the converter describes its own job, and the lists give no names here
+        // The converter describes its own job, and the lists supply no names here.
+        if (table == "tblJobHeader")
             row = {{"JobID", row["JobID"]}, {"JobDscrptn", row["JobDscrptn"]}};
         stored[row[key]] = withoutEmpty(row);
     }
@@ -166,7 +167,7 @@ void Walk::compareRows(const QString& table, const QString& key, const QMap<QStr
             fail(record + " is stored as " + told(stored[record]) + " instead of " + told(row));
 }
 
-/// Whatever a window says of its record is said of the one that it is for.
+/// Everything that a window says about its record must match the record it is for.
 void Walk::compareWindow(const QString& window) const {
     const Face face = FaceOf(window);
     const Values& record = notes.windows[window].openedFor;
@@ -189,14 +190,14 @@ void Walk::compareWindow(const QString& window) const {
         fail(window + " has the title " + title + " instead of " + face.title + record.job.value_or(""));
 }
 
-/// The window in front shows what is stored, and what the user typed.
+/// The front window shows what is stored and what the user typed.
 void Walk::compareFront(const QString& window) const {
     const Window& noted = notes.windows[window];
     for (auto box = noted.boxes.cbegin(); box != noted.boxes.cend(); ++box) {
         const auto* field = Driver::control(window, box.key());
         const QString text = field ? Fields::FieldText(field) : "no box";
         if (text != box.value() &&
-            !(text == "0" && box.value().isEmpty())) // a box that is left empty becomes 0
+            !(text == "0" && box.value().isEmpty())) // an empty box becomes 0 when left
             fail(QString("%1.%2 shows \"%3\" instead of \"%4\"").arg(window, box.key(), text, box.value()));
     }
     const auto* list = Driver::control<QTreeWidget>(window, "lvOptions");

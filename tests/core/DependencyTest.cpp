@@ -1,4 +1,4 @@
-// The folders include each other in one direction only, and so do the units of each.
+// Dependencies among the folders run in one direction only, and so do those among the units of each folder.
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,7 @@ bool isSource(const fs::path& path) {
     return path.extension() == ".h" || path.extension() == ".cpp";
 }
 
-/// The row of `allowed` that a path below the project belongs to, the innermost; an empty text for none.
+/// The innermost row of `allowed` that covers a path in the project; empty if none does.
 std::string folderOf(const std::string& path) {
     std::string innermost;
     for (const auto& [folder, targets] : allowed)
@@ -61,7 +61,7 @@ std::string folderOf(const std::string& path) {
     return innermost;
 }
 
-/// A row that names a folder allows all folders in it, too.
+/// Naming a folder in a row also allows the folders inside it.
 bool mayInclude(const std::string& folder, const std::string& target) {
     const Targets& targets = allowed.at(folder);
     return folder == target || std::any_of(targets.begin(), targets.end(), [&](const std::string& name) {
@@ -69,7 +69,7 @@ bool mayInclude(const std::string& folder, const std::string& target) {
            });
 }
 
-/// The paths that a file includes of the project's own.
+/// The project's own paths that a file includes.
 std::vector<std::string> includesOf(const fs::path& file) {
     static const std::regex include(R"re(^\s*#include\s+"([^"/]+/[^"]+)".*)re");
     std::ifstream text(file);
@@ -81,7 +81,7 @@ std::vector<std::string> includesOf(const fs::path& file) {
     return found;
 }
 
-/// Every source of the project, by its path below it.
+/// The path of every source file, relative to the project.
 std::vector<std::string> sources() {
     const fs::path root = SOURCE_FOLDER;
     std::vector<std::string> paths;
@@ -96,14 +96,14 @@ std::vector<std::string> sources() {
     return paths;
 }
 
-/// Looks for the ways on which something includes itself.
+/// Finds the paths along which something includes itself.
 class CycleSearch {
   public:
     explicit CycleSearch(const Graph& searched) : graph(searched) {
         for (const auto& [name, targets] : graph)
             follow(name);
     }
-    /// Each cycle as its members in a row.
+    /// Each cycle as the list of its members.
     const std::vector<std::string>& found() const { return cycles; }
 
   private:
@@ -132,12 +132,12 @@ class CycleSearch {
 
 } // namespace
 
-TEST(Arrows, PointOneWay) {
+TEST(Dependencies, RunOneWay) {
     const auto paths = sources();
     EXPECT_GT(paths.size(), 100U);
     for (const std::string& path : paths) {
         const std::string folder = folderOf(path);
-        EXPECT_FALSE(folder.empty()) << path << " stands in a folder that has no arrows";
+        EXPECT_FALSE(folder.empty()) << path << " is in a folder without dependencies in the table";
         if (folder.empty())
             continue;
         for (const std::string& included : includesOf(fs::path(SOURCE_FOLDER) / path)) {
@@ -147,8 +147,8 @@ TEST(Arrows, PointOneWay) {
     }
 }
 
-TEST(Arrows, MakeNoCycle) {
-    // A unit is a header with its source; a screen and the registry that opens it are two halves of one.
+TEST(Dependencies, HaveNoCycles) {
+    // A unit is a header and its source. A screen and the registry that opens it count as one unit.
     const auto unitOf = [](const std::string& path) {
         const std::string unit = path.substr(0, path.rfind('.'));
         return unit == "core/shell/Screen" ? std::string("core/shell/Screens") : unit;
@@ -166,7 +166,7 @@ TEST(Arrows, MakeNoCycle) {
         EXPECT_EQ(CycleSearch(graph).found(), std::vector<std::string>());
 }
 
-TEST(Arrows, KeepWindowsOutOfTheStore) {
+TEST(Dependencies, KeepWindowsOutOfTheStore) {
     const std::regex window(
         R"re(^\s*#include\s+<(Q(Widget|Dialog|MessageBox|Application|MainWindow)|QtWidgets|QtGui).*)re");
     for (const std::string& path : sources()) {

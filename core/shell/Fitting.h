@@ -1,0 +1,22 @@
+#pragma once
+
+class QLineEdit;
+class Screen;
+
+/// Makes a screen fit: its boxes the texts in them, and the whole of it the space that there is.
+namespace Fitting {
+
+/// Gives a box that only shows room for the text that it has now; long texts such as names are left to
+/// scroll.
+void makeRoomForText(QLineEdit& box);
+/// Boxes and lists that are given a width in pixels get it for the letters in use.
+void scaleWidths(const Screen& screen);
+/// Lessens the space between the rows.
+void tighten(const Screen& screen);
+/// Leaves the icons alone in a screen's tool bar when its captions take more than a width in pixels.
+void fitToolBar(const Screen& screen, int width);
+/// Makes the middle of a screen scroll, so that it can be smaller than its content; tool bar and buttons stay
+/// in sight.
+void letScroll(Screen& screen);
+
+} // namespace Fitting
