@@ -94,7 +94,7 @@ void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
 void Fitting::makeRoomForText(QLineEdit& box) {
     const QFontMetrics letters = box.fontMetrics();
     const int frame = box.sizeHint().width() - 17 * letters.horizontalAdvance('x'); // which is Qt's own width
-    const int longest = 26 * letters.horizontalAdvance('x');
+    const int longest = 40 * letters.horizontalAdvance('x');
     const int width = std::min(letters.horizontalAdvance(box.text()), longest) + frame + 2;
     box.setMaximumWidth(std::max(box.maximumWidth(), width));
     box.setMinimumWidth(std::max(box.minimumWidth(), width));
@@ -150,7 +150,7 @@ void Fitting::letScroll(Screen& screen) {
     auto* middle = new Middle(&screen);
     middle->setObjectName("middle");
     auto* column = new QVBoxLayout(middle->widget());
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(0, 0, 8, 0); // clear of the scroll bar
     column->setSpacing(rows->spacing());
     const int first = toolBar ? 1 : 0;
     for (int left = rows->count() - first - (buttons ? 1 : 0); left > 0; --left)

@@ -226,12 +226,81 @@ void applyState(const Screen& screen, QMdiSubWindow* window) {
         window->showNormal();
 }
 
+/// The least size of a screen's window. A form has a least size of its own, which large letters exceed.
+QSize leastSize(Screen& screen, const QMdiSubWindow& window) {
+    if (const QLayout* rows = screen.layout()) {
+        const QSize needed = rows->totalMinimumSize();
+        if (screen.minimumWidth() > 0)
+            screen.setMinimumWidth(std::max(screen.minimumWidth(), needed.width()));
+        if (screen.minimumHeight() > 0)
+            screen.setMinimumHeight(std::max(screen.minimumHeight(), needed.height()));
+    }
+    return window.minimumSizeHint();
+}
+
+/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
+/// then by letting it scroll.
+void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
+    const auto tooLarge = [&] {
+        QSize least = leastSize(screen, window);
+        window.adjustSize();
+        if (const QLayout* rows = screen.layout(); rows && rows->hasHeightForWidth()) // its texts wrap
+            least.setHeight(std::max(least.height(), rows->totalMinimumHeightForWidth(screen.width()) +
+                                                         window.height() - screen.height()));
+        return least.height() > space.height() || least.width() > space.width();
+    };
+    if (!tooLarge())
+        return;
+    if (screen.layout())
+        Fitting::tighten(screen);
+    if (tooLarge()) {
+        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
+        Fitting::letScroll(screen);
+        window.adjustSize();
+    }
+}
+
+/// Where to place a window of this size to centre it.
+QPoint middle(const QSize& size) {
+    const QSize space = registry().area->viewport()->size();
+    return {std::max(0, (space.width() - size.width()) / 2),
+            std::max(0, (space.height() - size.height()) / 2)};
+}
+
+/// Gives a window the size that its screen wants, as far as there is space, and centres it.
+void fit(Screen& screen, Entry& entry) {
+    const QSize space = registry().area->viewport()->size();
+    adaptTo(space, screen, *entry.window);
+    // On a low display shrink the screen to the space, if a list or text in it can give way.
+    const QSize least = leastSize(screen, *entry.window);
+    const QSize wanted = entry.window->size();
+    entry.window->resize(wanted.boundedTo(space).expandedTo(least));
+    entry.placedAt = middle(entry.window->size());
+    entry.window->move(entry.placedAt);
+}
+
 /// A screen's frame inside the main window.
 class ScreenWindow : public QMdiSubWindow {
   public:
     using QMdiSubWindow::QMdiSubWindow;
 
   protected:
+    /// A screen that has come to show more, such as a longer figure, gets the room for it.
+    bool event(QEvent* event) override {
+        const bool handled = QMdiSubWindow::event(event);
+        if (event->type() != QEvent::LayoutRequest || !isVisible() || isMaximized() || isMinimized())
+            return handled;
+        const auto entry = std::ranges::find(registry().entries, this, &Entry::window);
+        if (entry == registry().entries.end())
+            return handled;
+        const auto within = [](const QSize& inner, const QSize& outer) {
+            return inner == inner.boundedTo(outer);
+        };
+        const QSize least = leastSize(*entry->screen, *this);
+        if (!within(least, size()) || (!within(least, registry().area->viewport()->size())))
+            fit(*entry->screen, *entry);
+        return handled;
+    }
     void closeEvent(QCloseEvent* event) override {
         auto* screen = dynamic_cast<Screen*>(widget());
         const bool live = screen && Screens::find(screen->name()) == screen;
@@ -282,32 +351,6 @@ void discard(const QString& name) {
     }
     updateHandOvers();
     registry().changed();
-}
-
-/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
-/// then by letting it scroll.
-void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
-    const auto tooLarge = [&] {
-        window.adjustSize();
-        const QSize least = window.minimumSizeHint();
-        return least.height() > space.height() || least.width() > space.width();
-    };
-    if (!tooLarge())
-        return;
-    if (screen.layout())
-        Fitting::tighten(screen);
-    if (tooLarge()) {
-        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
-        Fitting::letScroll(screen);
-        window.adjustSize();
-    }
-}
-
-/// Where to place a window of this size to centre it.
-QPoint middle(const QSize& size) {
-    const QSize space = registry().area->viewport()->size();
-    return {std::max(0, (space.width() - size.width()) / 2),
-            std::max(0, (space.height() - size.height()) / 2)};
 }
 
 /// Closes a screen that is loaded for another record, if its closing check allows. Unlike when the user
@@ -541,12 +584,8 @@ void show(const QString& name) {
     if (find(name) != screen) // its record was gone
         return;
     applyState(*screen, window);
-    if (!first)
-        return;
-    if (const QSize least = window->minimumSizeHint(); // what it shows now may take more room
-        !screen->fillsWindow() && (least.width() > window->width() || least.height() > window->height()))
-        Screens::FormatScreen(*screen);
-    focusFirstField(screen);
+    if (first)
+        focusFirstField(screen);
 }
 
 bool open(const QString& name) {
@@ -657,12 +696,5 @@ void Screens::FormatScreen(Screen& screen) {
     Screens::Entry* entry = Screens::entryOf(screen.name());
     if (!entry || !entry->window || !Screens::registry().area)
         return;
-    const QSize space = Screens::registry().area->viewport()->size();
-    Screens::adaptTo(space, screen, *entry->window);
-    // On a low display shrink the screen to the space, if a list or text in it can give way.
-    const QSize least = entry->window->minimumSizeHint();
-    const QSize wanted = entry->window->size();
-    entry->window->resize(wanted.boundedTo(space).expandedTo(least));
-    entry->placedAt = Screens::middle(entry->window->size());
-    entry->window->move(entry->placedAt);
+    Screens::fit(screen, *entry);
 }

@@ -148,12 +148,15 @@ QStringList unseen(const Screen& screen) {
             if (!label->wordWrap() && !label->text().isEmpty())
                 needed = label->minimumSizeHint().width();
             else if (!label->text().isEmpty() && label->heightForWidth(label->width()) > label->height())
-                faults << widget->objectName() + " is cut at the bottom";
+                faults << QString("%1 has %2 of %3 pixels of height")
+                              .arg(widget->objectName())
+                              .arg(widget->height())
+                              .arg(label->heightForWidth(label->width()));
         } else if (const auto* button = dynamic_cast<const QAbstractButton*>(widget)) {
             needed = button->text().isEmpty() ? 0 : button->minimumSizeHint().width();
         } else if (const auto* box = dynamic_cast<const QLineEdit*>(widget)) {
             const int letters = box->fontMetrics().horizontalAdvance(box->text());
-            needed = letters < 26 * box->fontMetrics().horizontalAdvance('x') ? letters + 6 : 0;
+            needed = letters < 40 * box->fontMetrics().horizontalAdvance('x') ? letters + 6 : 0;
         } else if (const auto* list = dynamic_cast<const QTreeWidget*>(widget)) {
             const QHeaderView* heads = list->header();
             for (int column = 0; !heads->isHidden() && column < heads->count(); ++column)
