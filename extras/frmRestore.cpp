@@ -72,6 +72,13 @@ std::unique_ptr<ListRow> rowOf(const Backup::Copy& copy) {
     return row;
 }
 
+/// Makes a list wide enough for a row of such texts in the font that is set.
+void makeRoom(QTreeWidget* list, const QString& texts) {
+    constexpr int gaps = 90; // pixels between five columns
+    list->setMinimumWidth(
+        std::max(list->minimumWidth(), list->fontMetrics().horizontalAdvance(texts) + gaps));
+}
+
 bool closeOtherScreens(const QString& own) {
     const QStringList names = Screens::loaded();
     return std::all_of(names.crbegin(), names.crend(),
@@ -94,6 +101,9 @@ frmRestore::frmRestore() : Screen("frmRestore") {
     lvCopies->setColumnCount(Tanks + 1);
     lvCopies->header()->setStretchLastSection(false); // keeps the numbers together
     lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
+    makeRoom(lvCopies, "00/00/00  00:00Before a conversion100.0 MB10,000Tanks");
+    for (QTreeWidget* list : {lvJobs, lvTanks})
+        makeRoom(list, "Tank ID Compared with today Tanks Description");
     SortByHeadings(lvCopies);
     SortByHeadings(lvJobs);
     connect(lvCopies, &QTreeWidget::itemSelectionChanged, this, [this] {
