@@ -339,11 +339,10 @@ class SqliteEngine final : public Engine {
     /// The counter in the header, which each transaction increments. Read through the engine's own file
     /// handle: closing another handle would drop the engine's locks.
     quint32 changeCounter() override {
-        sqlite3_file* file = nullptr;
+        sqlite3_file* file = openFile();
         std::array<unsigned char, 4> bytes{};
         constexpr sqlite3_int64 place = 24;
-        if (sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-            !file || file->pMethods->xRead(file, bytes.data(), int(bytes.size()), place) != SQLITE_OK)
+        if (!file || file->pMethods->xRead(file, bytes.data(), int(bytes.size()), place) != SQLITE_OK)
             return 0;
         return qFromBigEndian<quint32>(bytes.data());
     }
@@ -385,7 +384,15 @@ class SqliteEngine final : public Engine {
         SqliteCursor rows(handle.get(), QStringLiteral("SELECT %1 FROM pragma_%1(1)").arg(pragma), {}, {},
                           connectionString);
         const QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
-        return found == u"ok" ? QString() : found;
+        if (found != u"ok")
+            return found;
+        // The engine takes the missing end of a last page for zeros.
+        const int pageSize = number(QStringLiteral("SELECT page_size AS V FROM pragma_page_size"));
+        sqlite3_int64 size = 0;
+        sqlite3_file* file = openFile();
+        return file && file->pMethods->xFileSize(file, &size) == SQLITE_OK && size % pageSize != 0
+                   ? QStringLiteral("the file is cut short")
+                   : QString();
     }
 
     void limitTime(int milliseconds) override {
@@ -429,6 +436,15 @@ class SqliteEngine final : public Engine {
         if (stepped != SQLITE_DONE || finished != SQLITE_OK)
             throwFault(finished != SQLITE_OK ? teller : nullptr, finished != SQLITE_OK ? finished : stepped,
                        source);
+    }
+
+    /// The engine's own handle of the file; null for data in memory.
+    sqlite3_file* openFile() {
+        sqlite3_file* file = nullptr;
+        return sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK &&
+                       file && file->pMethods
+                   ? file
+                   : nullptr;
     }
 
     void run(const QByteArray& sql) {

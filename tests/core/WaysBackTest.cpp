@@ -9,11 +9,13 @@
 #include "core/store/JobCopies.h"
 #include "core/store/Schema.h"
 #include "core/store/StoredRows.h"
+#include "tests/support/Rounds.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
+#include <random>
+#include <thread>
 
 #include <sqlite3.h>
 
@@ -159,4 +161,101 @@ TEST_F(WaysBackTest, JobsThatSwapATankComeBackTogether) {
 TEST_F(WaysBackTest, AnExportDoesNotReplaceTheData) {
     EXPECT_THROW(JobCopies::Export(user(), "A", file()), DatabaseFault);
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "2");
+}
+
+TEST_F(WaysBackTest, AFileCutShortIsRefusedAndADamagedOneHarmsNothing) {
+    const QString sound = home.path() + "/job.brennoval";
+    JobCopies::Export(user(), "A", sound);
+    QFile file(sound);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const auto write = [this](const QByteArray& content) {
+        QFile target(home.path() + "/other.brennoval");
+        EXPECT_TRUE(target.open(QIODevice::WriteOnly) && target.write(content) == content.size());
+        return target.fileName();
+    };
+    for (qsizetype size = 0; size < bytes.size(); size += 1000)
+        EXPECT_THROW(Source(write(bytes.left(size)), Origin::Foreign), DatabaseFault) << size;
+    std::mt19937 random(21);
+    int taken = 0;
+    const int rounds = Rounds(100, 10000);
+    for (int round = 0; round < rounds; ++round) {
+        QByteArray damaged = bytes;
+        for (auto hits = 1 + random() % 20; hits > 0; --hits)
+            damaged[qsizetype(random() % std::size_t(bytes.size()))] = char(random());
+        try {
+            const Source source(write(damaged), Origin::Foreign);
+            JobCopies::AllJobs(source, user());
+            JobCopies::TanksOf(source, user(), "A");
+            JobCopies::Restore(source, user(), {"A"}, {"A"});
+            ++taken;
+        } catch (const Fault&) {
+            continue; // refused
+        }
+        EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader WHERE JobID = 'B'"), "second");
+    }
+    EXPECT_LT(taken, rounds);
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "2");
+    EXPECT_EQ(user().engine().findDamage(Engine::Check::Thorough), "");
+}
+
+TEST_F(WaysBackTest, ALockEndsTheRestoreAndChangesNothing) {
+    const Source copy(backup(), Origin::Own);
+    Execute("User", "DELETE FROM tblJobHeader");
+    for (const char* lock : {"BEGIN EXCLUSIVE", "BEGIN IMMEDIATE"}) {
+        Connection other = user();
+        Recordset().Open(lock, other);
+        Connection waiting = dbConnection("User");
+        waiting.setBusyTimeout(20);
+        EXPECT_THROW(
+            {
+                waiting.Open();
+                JobCopies::Restore(copy, waiting, {"A"}, {"A"});
+            },
+            DataLocked)
+            << lock;
+        EXPECT_THROW(
+            {
+                waiting.Open();
+                JobCopies::RestoreAll(copy, waiting);
+            },
+            DataLocked)
+            << lock;
+    }
+    { // someone who only reads
+        Connection other = user();
+        const Transaction reading(other, Transaction::For::Reading);
+        Connection waiting = dbConnection("User");
+        waiting.setBusyTimeout(20);
+        waiting.Open();
+        EXPECT_THROW(JobCopies::RestoreAll(copy, waiting), DataLocked);
+    }
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData"), "3");
+    JobCopies::RestoreAll(copy, user());
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "2");
+}
+
+// Two copies of the program restore at once: each restore is one write, so one of the two states is there.
+TEST_F(WaysBackTest, TwoAtOnceLeaveOneOfTheirStates) {
+    const QString first = backup();
+    Execute("User", "UPDATE tblJobHeader SET JobInfo = 'later'");
+    Execute("User", "UPDATE tblJobData SET TagID03 = 'later'");
+    const QString second = backup();
+    const auto restore = [](const QString& path) {
+        for (int round = 0; round < 8; ++round)
+            try {
+                JobCopies::RestoreAll(Source(path, Origin::Own), user());
+                JobCopies::Restore(Source(path, Origin::Own), user(), {"A", "B"}, {"A", "B"});
+            } catch (const DataLocked&) {
+                continue; // by the other, for longer than it waits
+            }
+    };
+    std::thread other(restore, first);
+    restore(second);
+    other.join();
+    const Connection data = user();
+    EXPECT_EQ(data.engine().findDamage(Engine::Check::Thorough), "");
+    EXPECT_TRUE(JobCopies::ChangedJobs(Source(first, Origin::Own), data).empty() ||
+                JobCopies::ChangedJobs(Source(second, Origin::Own), data).empty());
 }
