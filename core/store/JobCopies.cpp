@@ -170,6 +170,11 @@ Source::Source(const QString& source, Origin origin) : path(source), comesFrom(o
     if (version == 0 || !connection.engine().hasTable("tblJobHeader") ||
         !connection.engine().hasTable("tblJobData"))
         refuse("The file holds no jobs of Brennoval.");
+    constexpr Backup::Counts most{.jobs = 1000, .tanks = 100000}; // a list of more would hold the windows up
+    if (origin == Origin::Foreign)
+        if (const Backup::Counts counts = Backup::CountsOf(connection);
+            counts.jobs > most.jobs || counts.tanks > most.tanks)
+            refuse("The file holds more jobs or tanks than the program takes from a file.");
     if (version < Schema::currentVersion())
         bringUp();
 }

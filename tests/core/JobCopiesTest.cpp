@@ -152,6 +152,14 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
         {"DROP TABLE tblJobData", "no jobs"},
         {"UPDATE tblJobHeader SET Engineer = printf('%.*c', 3000000, 'x')", "too long"},
         {"UPDATE tblJobData SET SOPMax = 'lots'", "wrong kind"},
+        {"UPDATE tblJobData SET SOPMax = 9e999", "wrong kind"},
+        {"UPDATE tblJobData SET TankNo = 1e10", "wrong kind"},
+        {"UPDATE tblJobData SET TankID = TankID || char(32)", "none in"},
+        {"UPDATE tblJobHeader SET JobInfo = char(65, 0, 66)", "none in"},
+        {"INSERT INTO tblJobHeader (JobID) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+         "WHERE "
+         "i < 1001) SELECT 'J' || i FROM n",
+         "more jobs"},
         {"UPDATE tblJobData SET TankID = 'Mine.1'", "another job"}};
     int number = 0;
     for (const auto& [statement, why] : hostile) {
