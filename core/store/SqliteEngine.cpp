@@ -370,7 +370,7 @@ class SqliteEngine final : public Engine {
             FROM sqlite_master AS m)"),
                            {}, {}, connectionString);
         while (parts.step())
-            if (const QString name = parts.value(0).toString();
+            if (QString name = parts.value(0).toString();
                 parts.value(2).toInt() == 0 &&
                 (tables.contains(name, Qt::CaseInsensitive) ||
                  tables.contains(parts.value(1).toString(), Qt::CaseInsensitive)))
@@ -383,7 +383,7 @@ class SqliteEngine final : public Engine {
             check == Check::Quick ? QStringLiteral("quick_check") : QStringLiteral("integrity_check");
         SqliteCursor rows(handle.get(), QStringLiteral("SELECT %1 FROM pragma_%1(1)").arg(pragma), {}, {},
                           connectionString);
-        const QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
+        QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
         if (found != u"ok")
             return found;
         // The engine takes the missing end of a last page for zeros.
