@@ -22,10 +22,12 @@
 #include <QMenuBar>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -161,10 +163,18 @@ class FrameArea : public QMdiArea {
   public:
     using QMdiArea::QMdiArea;
 
+    /// The background lies over the area, not in it: assistive technology sees nothing of an area but its
+    /// windows. It scrolls where the main window is too small for it.
     void setBackground(QWidget* widget) {
-        background = widget;
-        background->setGeometry(viewport()->rect());
-        background->lower();
+        auto* scroller = new QScrollArea(parentWidget());
+        scroller->setFrameShape(QFrame::NoFrame);
+        scroller->setFocusPolicy(Qt::NoFocus);
+        scroller->setWidgetResizable(true);
+        scroller->setWidget(widget);
+        scroller->viewport()->setAutoFillBackground(false);
+        widget->setAutoFillBackground(false);
+        background = scroller;
+        background->setGeometry(geometry());
         background->hide();
         showBackground();
     }
@@ -186,7 +196,7 @@ class FrameArea : public QMdiArea {
     void resizeEvent(QResizeEvent* event) override {
         QMdiArea::resizeEvent(event);
         if (background)
-            background->setGeometry(viewport()->rect());
+            background->setGeometry(geometry());
         Screens::placeAgain();
     }
 
@@ -257,7 +267,11 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     mdiArea->setActivationOrder(
         QMdiArea::ActivationHistoryOrder);   // closing a pad returns to the screen that opened it
     setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
-    setCentralWidget(mdiArea);
+    auto* center = new QWidget(this);
+    auto* rows = new QVBoxLayout(center);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(mdiArea);
+    setCentralWidget(center);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
@@ -270,7 +284,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     if (backgroundMaker()) {
         auto* area = static_cast<FrameArea*>(mdiArea);
         Screens::onChange([area] { area->showBackground(); });
-        area->setBackground(backgroundMaker()(area->viewport()));
+        area->setBackground(backgroundMaker()(area->parentWidget()));
     }
     setWindowTitle("Ordwick Company Brennoval Version " + Program::ProgramVersion());
     StatusBar::SetStatusBarText();
