@@ -241,7 +241,7 @@ void BrennovalMain::setStartWork(const std::function<void()>& work) {
 
 void BrennovalMain::beginStartWork() {
     constexpr int idle = 250; // milliseconds, enough for the window and the start page to paint
-    QTimer::singleShot(idle, this, [] { Faults::Trap("BrennovalMain.StartWork", startWork()); });
+    QTimer::singleShot(idle, this, [] { Faults::runTrapped("BrennovalMain.StartWork", startWork()); });
 }
 
 void BrennovalMain::refreshBackground() {
@@ -260,7 +260,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuHelpSub", [this] { Help::pressKey(this); });
     Commands::set("mnuSupport", [] { WebPages::LaunchInternetExplorer("TechSupport"); });
     Commands::set("mnuWebSite", [] { WebPages::LaunchInternetExplorer("Web"); });
-    Commands::set("mnuDemo", [] { WebPages::OpenDemo("BrennovalDemo.htm"); });
+    Commands::set("mnuDemo", [] { WebPages::openDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
@@ -275,8 +275,8 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
-            Faults::Trap("BrennovalMain.Activate",
-                         [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
+            Faults::runTrapped("BrennovalMain.Activate",
+                               [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
     });
     buildMenus();
     buildToolbar();
@@ -286,7 +286,7 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
         Screens::onChange([area] { area->showBackground(); });
         area->setBackground(backgroundMaker()(area->parentWidget()));
     }
-    setWindowTitle("Ordwick Company Brennoval Version " + Program::ProgramVersion());
+    setWindowTitle("Ordwick Company Brennoval Version " + Program::programVersion());
     StatusBar::SetStatusBarText();
     // On smaller displays use what is available, minus the desktop's window frame.
     const QSize frame(8, 40);
@@ -319,7 +319,7 @@ void BrennovalMain::buildMenus() {
             action->setEnabled(static_cast<bool>(handler));
             connect(action, &QAction::triggered, this, [name, handler] {
                 const Hourglass hourglass;
-                Screens::beginTask([&] { Faults::Trap("BrennovalMain." + name, handler); });
+                Screens::beginTask([&] { Faults::runTrapped("BrennovalMain." + name, handler); });
             });
         }
         action->setObjectName(name);
@@ -389,7 +389,7 @@ void BrennovalMain::buildStatusBar() {
     bar->setObjectName("sbStatusBar");
     auto* statusLabel = new QLabel(bar);
     bar->addWidget(statusLabel, 1);
-    StatusBar::SetStatusPanel(statusLabel);
+    StatusBar::setStatusPanel(statusLabel);
     dateLabel = new QLabel(bar);
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})
@@ -400,7 +400,7 @@ void BrennovalMain::buildStatusBar() {
                                                 {Qt::Key_ScrollLock, "SCRL"}};
     for (const auto& [key, text] : keys) {
         auto* label = new QLabel(text, bar);
-        label->setEnabled(LockKeyOn(key).value_or(false));
+        label->setEnabled(lockKeyOn(key).value_or(false));
         bar->addPermanentWidget(label);
         keyLabels.insert(key, label);
     }
@@ -420,7 +420,7 @@ void BrennovalMain::toggleKey(int key) {
     QLabel* label = keyLabels.value(key);
     if (!label)
         return;
-    label->setEnabled(LockKeyOn(key).value_or(!label->isEnabled()));
+    label->setEnabled(lockKeyOn(key).value_or(!label->isEnabled()));
 }
 
 bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
@@ -438,7 +438,7 @@ void BrennovalMain::changeEvent(QEvent* event) {
         mdiArea->setBackground(palette().brush(QPalette::Mid));
     // The user returns from another program, possibly another instance of this one.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        Faults::Trap("BrennovalMain.Activate", Screens::freshenActive);
+        Faults::runTrapped("BrennovalMain.Activate", Screens::freshenActive);
     QMainWindow::changeEvent(event);
 }
 

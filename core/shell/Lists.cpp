@@ -107,7 +107,7 @@ void KeptRows::restore() const {
     }
 }
 
-void FitColumns(QTreeWidget* list) {
+void fitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
     constexpr int widest = 600; // pixels; a name is hardly ever wider
     for (int column = 0; column + 1 < list->columnCount(); ++column) {
@@ -130,7 +130,7 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
     return textOrder().compare(text(column), other.text(column)) < 0;
 }
 
-void SortByHeadings(QTreeWidget* list) {
+void sortByHeadings(QTreeWidget* list) {
     list->header()->setSectionsClickable(true);
     QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int column) {
         if (list->isSortingEnabled()) // from here on the list sorts itself
@@ -140,12 +140,12 @@ void SortByHeadings(QTreeWidget* list) {
     });
 }
 
-QString Beginning(const QString& text) {
+QString beginningOf(const QString& text) {
     constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
     return text.left(maxLength);
 }
 
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
+void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
     list->setSortingEnabled(false); // this also stops the headings from being clickable
     list->header()->setSectionsClickable(sorts);
@@ -155,11 +155,11 @@ void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
-            row->setText(column, Beginning(row->text(column)));
+            row->setText(column, beginningOf(row->text(column)));
         items.append(row.release());
     }
     list->addTopLevelItems(items);
     if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());
-    FitColumns(list);
+    fitColumns(list);
 }

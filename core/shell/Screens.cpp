@@ -57,7 +57,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID);
 Registry& registry() {
     static Registry instance = [] {
         Session::onTaskWrite(detachOtherScreens);
-        Deletion::OnDeleted(dropScreensOf);
+        Deletion::onDeleted(dropScreensOf);
         return Registry();
     }();
     return instance;
@@ -143,7 +143,7 @@ std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
     const Subject subject = entry.screen->subject();
-    return Gateway::ReadDataState(subject == Subject::None ? QString()
+    return Gateway::readDataState(subject == Subject::None ? QString()
                                                            : entry.task->jobID.value_or(QString()),
                                   subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
 }
@@ -158,7 +158,7 @@ bool recordExists(const Entry& entry, const Gateway::DataState& state) {
 /// Whether a screen is for a new line of the reserved job, which is created on demand.
 bool createsItsJob(const Entry& entry) {
     return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
-           entry.task->jobID == Records::ReservedJob();
+           entry.task->jobID == Records::reservedJob();
 }
 
 /// Notes whether a screen's record exists, just after the screen was filled.
@@ -386,7 +386,7 @@ bool stands(Screen* screen) {
     const QString job = entry->task->jobID.value_or(QString());
     const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
     entry->stored = false; // report it only once
-    Faults::Trap(screen->name(), [&tank] {
+    Faults::runTrapped(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
     dropScreensOf(job, tank); // all at once, so that none of them reports it again
@@ -410,7 +410,7 @@ bool freshen(Screen* screen) {
         return true;
     const AtWork work(screen);
     const KeptRows rows(*screen);
-    Faults::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
+    Faults::runTrapped(screen->name() + ".ShowChanges", [screen] { screen->showChanges(); });
     rows.restore();
     screen->setEntered(false);
     entry = entryOf(screen->name());
@@ -517,7 +517,7 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
         throw Fault(Fault::ObjectNotSet, "There is no field " + (target + "." + control).toStdString());
     if (box->isHidden())
         return;
-    Fields::SetFieldText(box, text);
+    Fields::setFieldText(box, text);
     owner->setEntered(true);
 }
 
@@ -550,7 +550,7 @@ Screen* load(const QString& name) {
                                .application = task->tankClass});
     const auto before = stateFor(registry().entries.last());
     const AtWork work(screen);
-    const bool filled = Faults::Trap(
+    const bool filled = Faults::runTrapped(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
     if (!filled)
         discard(name);
@@ -613,7 +613,7 @@ Closing close(const QString& name) {
     };
     {
         const AtWork work(screen);
-        checked = Faults::Trap(name + ".QueryUnload", check);
+        checked = Faults::runTrapped(name + ".QueryUnload", check);
     }
     if (entry = entryOf(name); !allowed) {
         if (entry)

@@ -13,9 +13,9 @@
 #include <algorithm>
 #include <cmath>
 
-using Gateway::AddStoredRows;
-using Gateway::HasRow;
-using Gateway::ReadStoredRows;
+using Gateway::addStoredRows;
+using Gateway::hasRow;
+using Gateway::readStoredRows;
 using Gateway::StoredRows;
 
 namespace JobCopies {
@@ -51,7 +51,7 @@ QHash<QString, Digest> digestsOf(const Connection& data) {
     Recordset headers;
     headers.Open("SELECT JobID, JobDscrptn, " + digestOf(data, "tblJobHeader") + " AS D FROM tblJobHeader",
                  data);
-    for (; !headers.AtEnd(); headers.MoveNext()) {
+    for (; !headers.atEnd(); headers.moveNext()) {
         const QString jobID = headers["JobID"].text();
         digests.insert(jobID.toCaseFolded(), {.jobID = jobID,
                                               .description = headers["JobDscrptn"].text(),
@@ -62,7 +62,7 @@ QHash<QString, Digest> digestsOf(const Connection& data) {
     lines.Open("SELECT JobID, SUM(" + digestOf(data, "tblJobData") +
                    ") AS D, COUNT(*) AS N FROM tblJobData GROUP BY JobID",
                data);
-    for (; !lines.AtEnd(); lines.MoveNext()) {
+    for (; !lines.atEnd(); lines.moveNext()) {
         Digest& job = digests[lines["JobID"].text().toCaseFolded()];
         job.lines += lines["D"].number();
         job.tanks += static_cast<int>(lines["N"].number());
@@ -112,22 +112,22 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
 void requireFreeKeys(const Connection& user, const StoredRows& lines) {
     const qsizetype key = lines.columns.indexOf("TankID");
     for (const QVariantList& row : lines.rows)
-        if (HasRow(user, "tblJobData", "TankID", row[key].toString()))
+        if (hasRow(user, "tblJobData", "TankID", row[key].toString()))
             refuse("A tank " + row[key].toString() + " belongs to another job. Nothing was changed.");
 }
 
 /// Adds a job whose rows of today are gone.
 void restoreOne(const Source& copy, const Connection& user, const QString& jobID) {
-    const StoredRows header = ReadStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
-    const StoredRows lines = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    const StoredRows header = readStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
+    const StoredRows lines = readStoredRows(copy.data(), "tblJobData", "JobID", jobID);
     if (header.rows.size() != 1)
         refuse("There is no job " + jobID + " in the file.");
     if (copy.origin() == Origin::Foreign)
         for (const StoredRows& rows : {header, lines})
             requireOrdinary(user, rows);
     requireFreeKeys(user, lines);
-    AddStoredRows(user, header);
-    AddStoredRows(user, lines);
+    addStoredRows(user, header);
+    addStoredRows(user, lines);
 }
 
 std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSame) {
@@ -172,7 +172,7 @@ Source::Source(const QString& source, Origin origin) : path(source), comesFrom(o
         refuse("The file holds no jobs of Brennoval.");
     constexpr Backup::Counts most{.jobs = 1000, .tanks = 100000}; // a list of more would hold the windows up
     if (origin == Origin::Foreign)
-        if (const Backup::Counts counts = Backup::CountsOf(connection);
+        if (const Backup::Counts counts = Backup::countsOf(connection);
             counts.jobs > most.jobs || counts.tanks > most.tanks)
             refuse("The file holds more jobs or tanks than the program takes from a file.");
     if (version < Schema::currentVersion())
@@ -188,17 +188,17 @@ void Source::bringUp() {
     Schema::upgrade(connection, Schema::ownScripts(), Schema::CopyFirst::No);
 }
 
-std::vector<Job> ChangedJobs(const Source& copy, const Connection& user) {
+std::vector<Job> changedJobs(const Source& copy, const Connection& user) {
     return jobsOf(copy, user, false);
 }
 
-std::vector<Job> AllJobs(const Source& copy, const Connection& user) {
+std::vector<Job> allJobs(const Source& copy, const Connection& user) {
     return jobsOf(copy, user, true);
 }
 
-std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID) {
-    const StoredRows then = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
-    const StoredRows now = ReadStoredRows(user, "tblJobData", "JobID", jobID);
+std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QString& jobID) {
+    const StoredRows then = readStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    const StoredRows now = readStoredRows(user, "tblJobData", "JobID", jobID);
     const auto tankOf = [](const StoredRows& rows, const QVariantList& row, Today today) {
         const auto text = [&](const char* column) { return row[rows.columns.indexOf(column)].toString(); };
         return Tank{
@@ -228,7 +228,7 @@ std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QStr
 QStringList StandingOf(const QStringList& jobIDs, const Connection& user) {
     QStringList standing;
     for (const QString& jobID : jobIDs)
-        if (HasRow(user, "tblJobHeader", "JobID", jobID) || HasRow(user, "tblJobData", "JobID", jobID))
+        if (hasRow(user, "tblJobHeader", "JobID", jobID) || hasRow(user, "tblJobData", "JobID", jobID))
             standing.append(jobID);
     return standing;
 }
@@ -240,15 +240,15 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
         if (!replaced.contains(jobID))
             refuse("There is a job " + jobID + " by now. Nothing was changed.");
     for (const QString& jobID : jobIDs)
-        Deletion::RemoveJobRows(user, jobID);
+        Deletion::removeJobRows(user, jobID);
     for (const QString& jobID : jobIDs)
         restoreOne(copy, user, jobID);
-    write.Commit();
+    write.commit();
     for (const QString& jobID : jobIDs)
-        Deletion::TellDeleted(jobID);
+        Deletion::tellDeleted(jobID);
 }
 
-void RestoreAll(const Source& copy, const Connection& user) {
+void restoreAll(const Source& copy, const Connection& user) {
     if (const QString damage = copy.data().engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
         refuse("The backup is damaged: " + damage);
     Backup::Make(user, Backup::Reason::Restore, copy.file());
@@ -266,15 +266,15 @@ void Export(const Connection& user, const QString& jobID, const QString& path) {
         file.Open();
         Schema::create(file);
         Transaction moment(user, Transaction::For::Reading);
-        const StoredRows header = ReadStoredRows(user, "tblJobHeader", "JobID", jobID);
-        const StoredRows lines = ReadStoredRows(user, "tblJobData", "JobID", jobID);
-        moment.Commit();
+        const StoredRows header = readStoredRows(user, "tblJobHeader", "JobID", jobID);
+        const StoredRows lines = readStoredRows(user, "tblJobData", "JobID", jobID);
+        moment.commit();
         if (header.rows.isEmpty())
             throw RecordGone("This job has been deleted.");
         Transaction write(file);
-        AddStoredRows(file, header);
-        AddStoredRows(file, lines);
-        write.Commit();
+        addStoredRows(file, header);
+        addStoredRows(file, lines);
+        write.commit();
     }
     QFile::setPermissions(part.path(),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);

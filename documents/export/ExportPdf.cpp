@@ -90,7 +90,7 @@ void Export::pdf(const Document& document, QIODevice& file) {
             writer.newPage();
         painter.save();
         painter.scale(resolution / 72.0, resolution / 72.0);
-        PaintPage(painter, page);
+        paintPage(painter, page);
         painter.restore();
     }
     painter.end();

@@ -186,6 +186,6 @@ void HelpView::open(const QUrl& address) {
     page->setSource(address, QTextDocument::HtmlResource);
 }
 
-extern "C" Q_DECL_EXPORT PageView* CreatePageView(const char* version, QWidget* parent) {
+extern "C" Q_DECL_EXPORT PageView* createPageView(const char* version, QWidget* parent) {
     return std::strcmp(version, BRENNOVAL_VERSION) == 0 ? new HelpView(parent) : nullptr;
 }

@@ -72,7 +72,7 @@ class FailingDiskTest : public testing::Test {
         QFile::remove(file() + "-journal");
         QFile::remove(file());
         QFile::copy(original, file());
-        QDir(Backup::FolderOf(file())).removeRecursively();
+        QDir(Backup::folderOf(file())).removeRecursively();
     }
 
     TemporaryHome home;
@@ -92,11 +92,11 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
         std::function<void()> prepare;
         std::function<void()> run;
     } ways[] = {{"backup", sound, [] {}, [] { Backup::Make(openDatabase("User"), Backup::Reason::ByHand); }},
-                {"deletion of a job", sound, [] {}, [] { DeleteJob("Kept"); }},
-                {"deletion of a tank", sound, [] {}, [] { DeleteTankLines({"Kept.7"}); }},
-                {"undo", sound, [] { DeleteJob("Kept"); },
+                {"deletion of a job", sound, [] {}, [] { deleteJob("Kept"); }},
+                {"deletion of a tank", sound, [] {}, [] { deleteTankLines({"Kept.7"}); }},
+                {"undo", sound, [] { deleteJob("Kept"); },
                  [] {
-                     if (const QString problem = UndoDeletion(); !problem.isEmpty())
+                     if (const QString problem = undoDeletion(); !problem.isEmpty())
                          throw Fault(1, problem.toStdString());
                  }},
                 {"export", sound, [this] { QFile::remove(exported); },
@@ -112,7 +112,7 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
                                         {"Kept", "Other"}, {"Kept"});
                  }},
                 {"restore of the whole file", changed, [] {},
-                 [this] { JobCopies::RestoreAll(Source(sound, Origin::Own), openDatabase("User")); }},
+                 [this] { JobCopies::restoreAll(Source(sound, Origin::Own), openDatabase("User")); }},
                 {"upgrade", older, [] {},
                  [] {
                      Connection user = openDatabase("User");
@@ -120,21 +120,21 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
                  }}};
     FailingDisk disk;
     using Then = FailingDisk::Then;
-    const int step = Rounds(5, 1); // of the operations that fail
+    const int step = roundCount(5, 1); // of the operations that fail
     int faults = 0;
     for (const auto& way : ways) {
         begin(way.before);
         way.prepare();
         const QString before = contentsOf(file());
-        FailingDisk::failAt(0, Then::GoOn);
+        FailingDisk::failAt(0, Then::goOn);
         way.run();
         const int operations = FailingDisk::operations();
         const QString after = contentsOf(file());
         ASSERT_GT(operations, 3) << way.what;
-        for (const Then then : {Then::GoOn, Then::StayDead})
+        for (const Then then : {Then::goOn, Then::StayDead})
             for (int number = 1; number <= operations; number += number < 12 ? 1 : step) {
                 const auto where = testing::Message() << way.what << ", operation " << number << " of "
-                                                      << operations << (then == Then::GoOn ? "" : ", killed");
+                                                      << operations << (then == Then::goOn ? "" : ", killed");
                 begin(way.before);
                 way.prepare();
                 ++faults;
@@ -145,14 +145,14 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
                 } catch (const Fault&) {
                     told = false;
                 }
-                FailingDisk::failAt(0, Then::GoOn);
+                FailingDisk::failAt(0, Then::goOn);
                 const QString now = contentsOf(file());
                 EXPECT_TRUE(now == after || (!told && now == before)) << where << " told " << told;
-                for (const Backup::Copy& copy : Backup::CopiesOf(file()))
+                for (const Backup::Copy& copy : Backup::copiesOf(file()))
                     EXPECT_EQ(contentsOf(copy.path),
                               way.what == std::string("undo") ? contentsOf(sound) : before)
                         << where;
-                const QStringList halves = QDir(Backup::FolderOf(file())).entryList({"*.part"}, QDir::Files) +
+                const QStringList halves = QDir(Backup::folderOf(file())).entryList({"*.part"}, QDir::Files) +
                                            QDir(home.path()).entryList({"*.part"}, QDir::Files);
                 EXPECT_TRUE(halves.isEmpty()) << where;
                 if (QFile::exists(exported)) {

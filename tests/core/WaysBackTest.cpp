@@ -31,8 +31,8 @@ class WaysBackTest : public testing::Test {
   protected:
     WaysBackTest() {
         home.installData();
-        Execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('A', 'first'), ('B', 'second')");
-        Execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, SOPMax, TagID03) VALUES "
+        execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('A', 'first'), ('B', 'second')");
+        execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, SOPMax, TagID03) VALUES "
                         "('A.1', 1, 'A', 0.3, 'T'), ('A.2', 2, 'A', NULL, NULL), ('B.1', 1, 'B', 30, '')");
     }
     QString file() const { return home.dataFolder() + "/BrennovalUserData.mdb"; }
@@ -40,7 +40,7 @@ class WaysBackTest : public testing::Test {
     static QString backup() { return Backup::Make(user(), Backup::Reason::ByHand); }
     static QString value(const QString& sql) {
         Rows rows("User", sql);
-        return rows.AtEnd() ? QString() : rows["V"].text();
+        return rows.atEnd() ? QString() : rows["V"].text();
     }
     static void run(const QString& path, const QByteArray& sql) {
         sqlite3* handle = nullptr;
@@ -57,35 +57,35 @@ class WaysBackTest : public testing::Test {
 
 TEST_F(WaysBackTest, LinesWithoutAHeaderAreNotReplacedUnasked) {
     const Source copy(backup(), Origin::Own);
-    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'A'");
-    Execute("User", "UPDATE tblJobData SET TagID03 = 'newer' WHERE TankID = 'A.1'");
-    const auto jobs = JobCopies::ChangedJobs(copy, user());
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'A'");
+    execute("User", "UPDATE tblJobData SET TagID03 = 'newer' WHERE TankID = 'A.1'");
+    const auto jobs = JobCopies::changedJobs(copy, user());
     ASSERT_EQ(jobs.size(), 1U);
     EXPECT_EQ(jobs[0].today, Today::Differs);
 }
 
 TEST_F(WaysBackTest, NamesAreTheSameForTheEngineAndAllThatLooksForThem) {
-    Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Maß'), ('Mass')");
+    execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Maß'), ('Mass')");
     const Source copy(backup(), Origin::Own);
-    Execute("User", "DELETE FROM tblJobHeader WHERE JobID LIKE 'Ma%'");
-    EXPECT_EQ(JobCopies::ChangedJobs(copy, user()).size(), 2U);
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID LIKE 'Ma%'");
+    EXPECT_EQ(JobCopies::changedJobs(copy, user()).size(), 2U);
     EXPECT_TRUE(Schema::collidingNames(copy.data()).isEmpty());
 }
 
 TEST_F(WaysBackTest, ADifferenceInTheLastBitIsSeen) {
     const Source copy(backup(), Origin::Own);
-    Execute("User", "UPDATE tblJobData SET SOPMax = 0.1 + 0.2 WHERE TankID = 'A.1'");
-    EXPECT_EQ(JobCopies::ChangedJobs(copy, user()).size(), 1U);
+    execute("User", "UPDATE tblJobData SET SOPMax = 0.1 + 0.2 WHERE TankID = 'A.1'");
+    EXPECT_EQ(JobCopies::changedJobs(copy, user()).size(), 1U);
 }
 
 TEST_F(WaysBackTest, TheOldestOfManyCopiesCanBeRestored) {
     const QString oldest = backup();
-    Execute("User", "DELETE FROM tblJobHeader");
+    execute("User", "DELETE FROM tblJobHeader");
     for (int i = 0; i < 19; ++i)
         backup();
     ASSERT_TRUE(QFile::exists(oldest));
     const Source copy(oldest, Origin::Own);
-    EXPECT_NO_THROW(JobCopies::RestoreAll(copy, user()));
+    EXPECT_NO_THROW(JobCopies::restoreAll(copy, user()));
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "2");
     EXPECT_TRUE(QFile::exists(oldest));
 }
@@ -112,7 +112,7 @@ TEST_F(WaysBackTest, TablesThatComputeAreRefused) {
         data.Open();
         EXPECT_THROW(Schema::upgrade(data), DatabaseFault) << what << ", at the start";
     }
-    EXPECT_EQ(JobCopies::AllJobs(Source(sound, Origin::Foreign), user()).size(), 1U);
+    EXPECT_EQ(JobCopies::allJobs(Source(sound, Origin::Foreign), user()).size(), 1U);
 }
 
 TEST(Letters, AreFoldedAlikeByEngineAndTexts) {
@@ -121,14 +121,14 @@ TEST(Letters, AreFoldedAlikeByEngineAndTexts) {
             continue;
         const QString one = QString::fromUcs4(&code, 1);
         const QString fold = one.toCaseFolded();
-        EXPECT_EQ(CompareLetters(one.toStdString(), fold.toStdString()), 0) << int(code);
+        EXPECT_EQ(compareLetters(one.toStdString(), fold.toStdString()), 0) << int(code);
     }
 }
 
 // Whoever made a job meanwhile, here or in another copy of the program, was not asked.
 TEST_F(WaysBackTest, AJobThatCameMeanwhileIsNotReplaced) {
     const Source copy(backup(), Origin::Own);
-    Execute("User", "UPDATE tblJobHeader SET JobInfo = 'newer' WHERE JobID = 'B'");
+    execute("User", "UPDATE tblJobHeader SET JobInfo = 'newer' WHERE JobID = 'B'");
     EXPECT_THROW(JobCopies::Restore(copy, user(), {"A", "B"}, {"A"}), DatabaseFault);
     EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader WHERE JobID = 'B'"), "newer");
     EXPECT_EQ(JobCopies::StandingOf({"A", "b", "C"}, user()), QStringList({"A", "b"}));
@@ -146,16 +146,16 @@ TEST_F(WaysBackTest, AnOlderCopyLeavesNothingInTheTemporaryFolder) {
     const Source copy(path, Origin::Own);
     qputenv("TMPDIR", usual);
     EXPECT_TRUE(temporary.isEmpty());
-    JobCopies::RestoreAll(copy, user());
+    JobCopies::restoreAll(copy, user());
     EXPECT_EQ(value("SELECT group_concat(JobID) AS V FROM tblJobHeader"), "Old");
     EXPECT_EQ(Schema::versionOf(user()), Schema::currentVersion());
 }
 
 TEST_F(WaysBackTest, JobsThatSwapATankComeBackTogether) {
     const Source copy(backup(), Origin::Own);
-    Execute("User", "UPDATE tblJobData SET JobID = 'B' WHERE TankID = 'A.1'");
+    execute("User", "UPDATE tblJobData SET JobID = 'B' WHERE TankID = 'A.1'");
     JobCopies::Restore(copy, user(), {"A", "B"}, {"A", "B"});
-    EXPECT_TRUE(JobCopies::ChangedJobs(copy, user()).empty());
+    EXPECT_TRUE(JobCopies::changedJobs(copy, user()).empty());
 }
 
 TEST_F(WaysBackTest, AnExportDoesNotReplaceTheData) {
@@ -178,15 +178,15 @@ TEST_F(WaysBackTest, AFileCutShortIsRefusedAndADamagedOneHarmsNothing) {
         EXPECT_THROW(Source(write(bytes.left(size)), Origin::Foreign), DatabaseFault) << size;
     std::mt19937 random(21);
     int taken = 0;
-    const int rounds = Rounds(100, 10000);
+    const int rounds = roundCount(100, 10000);
     for (int round = 0; round < rounds; ++round) {
         QByteArray damaged = bytes;
         for (auto hits = 1 + random() % 20; hits > 0; --hits)
             damaged[qsizetype(random() % std::size_t(bytes.size()))] = char(random());
         try {
             const Source source(write(damaged), Origin::Foreign);
-            JobCopies::AllJobs(source, user());
-            JobCopies::TanksOf(source, user(), "A");
+            JobCopies::allJobs(source, user());
+            JobCopies::tanksOf(source, user(), "A");
             JobCopies::Restore(source, user(), {"A"}, {"A"});
             ++taken;
         } catch (const Fault&) {
@@ -201,7 +201,7 @@ TEST_F(WaysBackTest, AFileCutShortIsRefusedAndADamagedOneHarmsNothing) {
 
 TEST_F(WaysBackTest, ALockEndsTheRestoreAndChangesNothing) {
     const Source copy(backup(), Origin::Own);
-    Execute("User", "DELETE FROM tblJobHeader");
+    execute("User", "DELETE FROM tblJobHeader");
     for (const char* lock : {"BEGIN EXCLUSIVE", "BEGIN IMMEDIATE"}) {
         Connection other = user();
         Recordset().Open(lock, other);
@@ -217,7 +217,7 @@ TEST_F(WaysBackTest, ALockEndsTheRestoreAndChangesNothing) {
         EXPECT_THROW(
             {
                 waiting.Open();
-                JobCopies::RestoreAll(copy, waiting);
+                JobCopies::restoreAll(copy, waiting);
             },
             DataLocked)
             << lock;
@@ -228,24 +228,24 @@ TEST_F(WaysBackTest, ALockEndsTheRestoreAndChangesNothing) {
         Connection waiting = dbConnection("User");
         waiting.setBusyTimeout(20);
         waiting.Open();
-        EXPECT_THROW(JobCopies::RestoreAll(copy, waiting), DataLocked);
+        EXPECT_THROW(JobCopies::restoreAll(copy, waiting), DataLocked);
     }
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData"), "3");
-    JobCopies::RestoreAll(copy, user());
+    JobCopies::restoreAll(copy, user());
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "2");
 }
 
 // Two copies of the program restore at once: each restore is one write, so one of the two states is there.
 TEST_F(WaysBackTest, TwoAtOnceLeaveOneOfTheirStates) {
     const QString first = backup();
-    Execute("User", "UPDATE tblJobHeader SET JobInfo = 'later'");
-    Execute("User", "UPDATE tblJobData SET TagID03 = 'later'");
+    execute("User", "UPDATE tblJobHeader SET JobInfo = 'later'");
+    execute("User", "UPDATE tblJobData SET TagID03 = 'later'");
     const QString second = backup();
     const auto restore = [](const QString& path) {
         for (int round = 0; round < 8; ++round)
             try {
-                JobCopies::RestoreAll(Source(path, Origin::Own), user());
+                JobCopies::restoreAll(Source(path, Origin::Own), user());
                 JobCopies::Restore(Source(path, Origin::Own), user(), {"A", "B"}, {"A", "B"});
             } catch (const DataLocked&) {
                 continue; // by the other, for longer than it waits
@@ -256,6 +256,6 @@ TEST_F(WaysBackTest, TwoAtOnceLeaveOneOfTheirStates) {
     other.join();
     const Connection data = user();
     EXPECT_EQ(data.engine().findDamage(Engine::Check::Thorough), "");
-    EXPECT_TRUE(JobCopies::ChangedJobs(Source(first, Origin::Own), data).empty() ||
-                JobCopies::ChangedJobs(Source(second, Origin::Own), data).empty());
+    EXPECT_TRUE(JobCopies::changedJobs(Source(first, Origin::Own), data).empty() ||
+                JobCopies::changedJobs(Source(second, Origin::Own), data).empty());
 }

@@ -14,7 +14,7 @@ namespace Driver {
 
 ScriptedDialogs& start() {
     registerAll();
-    InstallerFiles::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
+    InstallerFiles::setInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
     auto* window = new BrennovalMain; // stop() deletes it
@@ -118,7 +118,7 @@ void enterConditions(const QString& volume) {
 
 QString report() {
     const auto* box = control("frmError", "lblTechSupport");
-    return box ? Fields::FieldText(box) : QString();
+    return box ? Fields::fieldText(box) : QString();
 }
 
 } // namespace Driver
