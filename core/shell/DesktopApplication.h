@@ -18,13 +18,13 @@ class DesktopApplication : public QApplication {
     /// Whether an event continues something that began on another screen.
     bool strays(QObject* receiver, QEvent* event);
 
-    struct beginningOf {
+    struct Beginning {
         QPointer<Screen> screen;
         bool onScreen = false;
         bool isAt(Screen* other) const { return onScreen ? screen == other && other : !other; }
     };
-    beginningOf press;
+    Beginning press;
     QPoint pressPlace;
     unsigned long long pressTime = 0;
-    beginningOf stroke;
+    Beginning stroke;
 };

@@ -16,7 +16,7 @@ PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
         return nullptr;
     const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";
     QLibrary library(Program::programFolder() + "/Plugins/" + name);
-    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("CreatePageView"));
+    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("createPageView"));
     return create ? create(Program::fullProgramVersion().toUtf8().constData(), parent) : nullptr;
 }
 
