@@ -8,6 +8,7 @@
 #include "core/shell/Status.h"
 #include "core/store/DataCheck.h"
 #include "core/store/Gateway.h"
+#include "core/store/Schema.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -72,6 +73,13 @@ std::unique_ptr<ListRow> rowOf(const Backup::Copy& copy) {
     return row;
 }
 
+/// Makes a list wide enough for a row of such texts in the font that is set.
+void makeRoom(QTreeWidget* list, const QString& texts) {
+    constexpr int gaps = 90; // pixels between five columns
+    list->setMinimumWidth(
+        std::max(list->minimumWidth(), list->fontMetrics().horizontalAdvance(texts) + gaps));
+}
+
 bool closeOtherScreens(const QString& own) {
     const QStringList names = Screens::loaded();
     return std::all_of(names.crbegin(), names.crend(),
@@ -94,6 +102,9 @@ frmRestore::frmRestore() : Screen("frmRestore") {
     lvCopies->setColumnCount(Tanks + 1);
     lvCopies->header()->setStretchLastSection(false); // keeps the numbers together
     lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
+    makeRoom(lvCopies, "00/00/00  00:00Before a conversion100.0 MB10,000Tanks");
+    for (QTreeWidget* list : {lvJobs, lvTanks})
+        makeRoom(list, "Tank ID Compared with today Tanks Description");
     sortByHeadings(lvCopies);
     sortByHeadings(lvJobs);
     connect(lvCopies, &QTreeWidget::itemSelectionChanged, this, [this] {
@@ -167,6 +178,7 @@ void frmRestore::countCopies() {
             copy.setProperty("Data Source", path);
             copy.setReadOnly();
             copy.Open();
+            Schema::requirePlainTables(copy);
             const Backup::Counts counts = Backup::countsOf(copy);
             for (const auto& [column, count] : {std::pair(Jobs, counts.jobs), {Tanks, counts.tanks}}) {
                 row->setText(column, number(count));
@@ -257,10 +269,8 @@ void frmRestore::restoreJobs() {
         Dialogs::current().show({.text = "Please tick the jobs in the list!", .title = "Error"});
         return;
     }
-    QStringList replaced;
-    for (const JobCopies::Job& job : jobs)
-        if (job.today != Today::Missing && ticked.contains(job.jobID))
-            replaced.append(job.jobID);
+    // What the list says may have become another since.
+    const QStringList replaced = JobCopies::standingOf(ticked, openDatabase("User"));
     if (!replaced.isEmpty() && !confirm("These jobs stand in your data today and will be replaced:\n" +
                                             replaced.join(", ") + "\nDo you want to replace them?",
                                         windowTitle()))
@@ -269,8 +279,8 @@ void frmRestore::restoreJobs() {
     procedure(".RestoreJobs", [&] {
         const Connection user = openDatabase("User");
         if (!replaced.isEmpty())
-            Backup::makeIfPossible(user, Backup::Reason::Restore);
-        JobCopies::Restore(*source, user, ticked);
+            Backup::makeIfPossible(user, Backup::Reason::Restore, source->file());
+        JobCopies::Restore(*source, user, ticked, replaced);
     });
     setStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
     const JobCopies::Origin origin = source->origin();
