@@ -20,6 +20,13 @@ frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
                                                             {cmdPKG, Application::Package}};
     for (const auto& [button, application] : choices)
         on(button, "." + button->objectName(), [this, application = application] { Select(application); });
+    const std::pair<QPushButton*, const QLabel*> explained[] = {{cmdEXP, lblSubEXP},
+                                                                {cmdTHM, lblSubTHM},
+                                                                {cmdHYD, lblSubHYD},
+                                                                {cmdSHK, lblSubSHK},
+                                                                {cmdPKG, lblSubPKG}};
+    for (const auto& [button, label] : explained)
+        button->setAccessibleDescription(label->text());
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }
 
