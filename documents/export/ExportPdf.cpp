@@ -1,4 +1,5 @@
 #include "core/base/Fault.h"
+#include "core/base/PdfText.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
@@ -10,14 +11,6 @@
 #include <algorithm>
 
 namespace {
-
-/// Text as PDF stores it: UTF-16 in hexadecimal.
-QByteArray pdfText(const QString& text) {
-    QByteArray digits = "<feff";
-    for (const QChar c : text)
-        digits += QByteArray::number(c.unicode(), 16).rightJustified(4, '0');
-    return digits + '>';
-}
 
 /// Passes on what is written and keeps only the beginning and the end, where a PDF describes itself: a long
 /// list would fill the memory.
@@ -61,7 +54,7 @@ void addAuthor(Ends& file, const QString& author) {
         throw Fault(Fault::PathFileAccess, "The PDF has no description.");
     QByteArray description =
         file.beginning.mid(start + 1, file.beginning.indexOf("endobj", start) - start - 1);
-    description.insert(description.indexOf("<<") + 2, "\n/Author " + pdfText(author));
+    description.insert(description.indexOf("<<") + 2, "\n/Author " + PdfText(author));
     const QByteArray place = QByteArray::number(file.length).rightJustified(10, '0');
     file.write(description + "endobj\n");
     const qint64 table = file.length;
