@@ -59,11 +59,11 @@ std::optional<QString> storedFolder() {
 /// Where the catalogue belongs in a folder that holds the program's data. Empty for any other folder: it is
 /// not ours to fill, or it is offline at the moment.
 QString catalogueIn(const QString& folder) {
-    const QString user = FindDatabaseFile(folder, "User");
+    const QString user = findDatabaseFile(folder, "User");
     if (user.isEmpty())
         return {};
-    const QString catalogue = FindDatabaseFile(folder, "Sys");
-    return catalogue.isEmpty() ? QDir(QFileInfo(user).path()).filePath(DatabaseFileName("Sys")) : catalogue;
+    const QString catalogue = findDatabaseFile(folder, "Sys");
+    return catalogue.isEmpty() ? QDir(QFileInfo(user).path()).filePath(databaseFileName("Sys")) : catalogue;
 }
 
 /// Replaces the catalogue in a data folder if it differs from the shipped one.
@@ -82,30 +82,30 @@ void updateCatalogue(const QString& folder, const QString& shipped) {
 
 } // namespace
 
-void InstallForUser(const QString& shippedFolder, const QString& defaultDataFolder) {
-    if (CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey()) != 0)
+void installForUser(const QString& shippedFolder, const QString& defaultDataFolder) {
+    if (createRegistryKey(HKeyCurrentUser(), AppRegistryKey()) != 0)
         cannotStore();
     const QDir shipped(shippedFolder);
     if (const auto stored = storedFolder())
-        return updateCatalogue(*stored, shipped.filePath(DatabaseFileName("Sys")));
+        return updateCatalogue(*stored, shipped.filePath(databaseFileName("Sys")));
     const QDir folder(defaultDataFolder);
     QDir().mkpath(folder.path());
     for (const char* database : {"User", "Sys"})
-        if (FindDatabaseFile(folder.path(), database).isEmpty() &&
-            !QFileInfo(folder.filePath(DatabaseFileName(database))).isSymLink()) // a dangling link
-            copyFile(shipped.filePath(DatabaseFileName(database)),
-                     folder.filePath(DatabaseFileName(database)));
-    updateCatalogue(folder.path(), shipped.filePath(DatabaseFileName("Sys")));
+        if (findDatabaseFile(folder.path(), database).isEmpty() &&
+            !QFileInfo(folder.filePath(databaseFileName(database))).isSymLink()) // a dangling link
+            copyFile(shipped.filePath(databaseFileName(database)),
+                     folder.filePath(databaseFileName(database)));
+    updateCatalogue(folder.path(), shipped.filePath(databaseFileName("Sys")));
     if (SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
                    folder.path()) != 0)
         cannotStore();
 }
 
-QString RestoreCatalogue(const QString& shippedFolder, const QString& defaultDataFolder) {
+QString restoreCatalogue(const QString& shippedFolder, const QString& defaultDataFolder) {
     const QString folder = storedFolder().value_or(defaultDataFolder);
     QString target = catalogueIn(folder);
     if (target.isEmpty())
         throw Fault(Fault::PathNotFound, "There are no data of Brennoval in " + folder.toStdString());
-    copyFile(QDir(shippedFolder).filePath(DatabaseFileName("Sys")), target);
+    copyFile(QDir(shippedFolder).filePath(databaseFileName("Sys")), target);
     return target;
 }

@@ -43,12 +43,12 @@ void requireHome() {
 int install(bool restoresCatalogue) {
     try {
         requireHome();
-        const QString shipped = Program::ProgramFolder() + "/Data";
+        const QString shipped = Program::programFolder() + "/Data";
         const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
         if (restoresCatalogue)
-            std::cout << "Restored " << RestoreCatalogue(shipped, data).toStdString() << '\n';
+            std::cout << "Restored " << restoreCatalogue(shipped, data).toStdString() << '\n';
         else
-            InstallForUser(shipped, data);
+            installForUser(shipped, data);
         return 0;
     } catch (const Fault& fault) {
         std::cerr << "brennoval-install: " << fault.what() << '\n';
@@ -59,7 +59,7 @@ int install(bool restoresCatalogue) {
 } // namespace
 
 int main(int argc, char** argv) {
-    Program::IgnoreRelativeFolders();
+    Program::ignoreRelativeFolders();
     int argumentCount = 1; // Qt sees none of the options: its own count as unknown too
     const QCoreApplication application(argumentCount, argv);
     QCoreApplication::setOrganizationName("Fennerbrooke");
@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (argc == 2 && option == "--version") {
-        std::cout << "brennoval-install " << Program::FullProgramVersion().toStdString() << '\n';
+        std::cout << "brennoval-install " << Program::fullProgramVersion().toStdString() << '\n';
         return 0;
     }
     std::cerr << "brennoval-install: takes --restore-catalogue, --help, --version or nothing\n";

@@ -10,14 +10,14 @@
 #include <QLocale>
 
 int main(int /*argc*/, char** argv) {
-    Program::IgnoreRelativeFolders();
+    Program::ignoreRelativeFolders();
     int argumentCount = 1; // the command line is ignored, Qt's own options included
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
-    LoadTranslations(Program::ProgramFolder() + "/Translations", QLocale());
+    loadTranslations(Program::programFolder() + "/Translations", QLocale());
     const SystemScheme scheme; // follows the desktop while the program runs
-    PreviousInstance();
+    previousInstance();
     registerAll();
     Screens::open("frmSplash");
     const int result = DesktopApplication::exec();

@@ -42,18 +42,18 @@ void restoreJob(benchmark::State& state) {
 void lookInside(benchmark::State& state) {
     const Data data(200, lines);
     const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
-    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'J7'");
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'J7'");
     for (auto _ : state)
         benchmark::DoNotOptimize(
-            JobCopies::ChangedJobs(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User")));
+            JobCopies::changedJobs(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User")));
 }
 
 /// A deletion, with the backup made before it, and its undo.
 void deleteAndUndo(benchmark::State& state) {
     const Data data(200, lines);
     for (auto _ : state) {
-        DeleteJob("J7");
-        if (!UndoDeletion().isEmpty())
+        deleteJob("J7");
+        if (!undoDeletion().isEmpty())
             state.SkipWithError("the job did not come back");
     }
 }

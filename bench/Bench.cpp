@@ -96,8 +96,8 @@ int emptyWindow(int argc, char** argv) {
 void printFootprints() {
     const QString installed = QStandardPaths::findExecutable("brennoval");
     const QString built = QCoreApplication::applicationDirPath() + "/brennoval";
-    const Footprint program = FootprintOf(installed.isEmpty() ? built : installed);
-    const Footprint empty = FootprintOf(QCoreApplication::applicationFilePath(), {"--empty-window"});
+    const Footprint program = footprintOf(installed.isEmpty() ? built : installed);
+    const Footprint empty = footprintOf(QCoreApplication::applicationFilePath(), {"--empty-window"});
     std::printf("Start of the %s program until it rests, without its install step: %.1f ms of processor "
                 "time, %.0f MB; "
                 "an empty window: %.1f ms, %.0f MB\n",
@@ -110,7 +110,7 @@ void searchProgram(benchmark::State& state, int models) {
     double volume = 20;
     for (auto _ : state) {
         volume = volume > 2000 ? 20 : volume * 1.3;
-        benchmark::DoNotOptimize(FindModels("RCB", volume, volume * .4));
+        benchmark::DoNotOptimize(findModels("RCB", volume, volume * .4));
     }
 }
 
@@ -139,7 +139,7 @@ void searchBare(benchmark::State& state, int models) {
                     .toUtf8());
             return std::vector<TankOption>(1);
         };
-        benchmark::DoNotOptimize(SearchModels({smallest, rows}));
+        benchmark::DoNotOptimize(searchModels({smallest, rows}));
     }
 }
 
@@ -198,7 +198,7 @@ void jobSearchBare(benchmark::State& state, const JobSearch::Criteria& criteria,
     const Data data(200, 1);
     addJobs(data, jobs);
     constexpr std::array listedColumns = {0, 3, 2, 5}; // ID, contractor, engineer and date
-    const QByteArray sql = RewriteJetSql(*JobSearch::Query(criteria), SqliteDialect()).sql.toUtf8();
+    const QByteArray sql = rewriteJetSql(*JobSearch::Query(criteria), sqliteDialect()).sql.toUtf8();
     const QString file = data.file("User");
     for (auto _ : state) {
         Bare user(file);
@@ -421,7 +421,7 @@ int main(int argc, char** argv) {
     registerBenchmarks();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
-    std::printf("Pages of the longest list: %.0f MB\n", LongestListMemory());
+    std::printf("Pages of the longest list: %.0f MB\n", longestListMemory());
     printFootprints();
     std::printf("Peak memory of this run: %.0f MB\n", peakMemory());
     return 0;

@@ -105,7 +105,7 @@ void toFile(void (*write)(const Pages&, QIODevice&), const Pages& pages) {
 void pdfOfSubmittal(benchmark::State& state, void (*write)(const Pages&, QIODevice&)) {
     const Data data(200, 100);
     addFinishedTank(data);
-    const Pages pages = Report(*FindReport(SetReport("RCB 500"))).Run().pages;
+    const Pages pages = Report(*findReport(SetReport("RCB 500"))).Run().pages;
     for (auto _ : state)
         toFile(write, pages);
 }
@@ -119,7 +119,7 @@ class TankList {
                  "App = 'EXP'");
         Session::TankClass.write("Expansion Tank");
     }
-    static Pages pages() { return Report(*FindReport("rptExpTankList")).Run().pages; }
+    static Pages pages() { return Report(*findReport("rptExpTankList")).Run().pages; }
     /// Reads the report's columns as text and does nothing else.
     void readBare() const {
         constexpr std::array columns = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
@@ -258,6 +258,6 @@ void registerDocumentBenchmarks() {
         ->Iterations(5);
 }
 
-double LongestListMemory() {
+double longestListMemory() {
     return listMemory;
 }

@@ -76,7 +76,7 @@ Footprint once(const QString& program, const QStringList& arguments) {
 
 } // namespace
 
-Footprint FootprintOf(const QString& program, const QStringList& arguments) {
+Footprint footprintOf(const QString& program, const QStringList& arguments) {
     Footprint sum{};
     for (int run = 0; run < runs; ++run) {
         const Footprint used = once(program, arguments);

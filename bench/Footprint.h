@@ -10,4 +10,4 @@ struct Footprint {
 
 /// Starts a program without a display, on user data past its first start, waits until it is idle, and ends
 /// it. Returns the mean of several runs.
-Footprint FootprintOf(const QString& program, const QStringList& arguments = {});
+Footprint footprintOf(const QString& program, const QStringList& arguments = {});

@@ -94,7 +94,7 @@ void bindField(sqlite3_stmt* insert, int place, const std::string& field, const 
     if (field.empty()) {
         sqlite3_bind_null(insert, place);
     } else if (rule.number) {
-        const auto value = ParseNumber(field);
+        const auto value = parseNumber(field);
         if (!value)
             fail(line, "'" + field + "' is not a number");
         sqlite3_bind_double(insert, place, *value);

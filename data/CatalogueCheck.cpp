@@ -37,12 +37,12 @@ double nominalSize(std::string text) {
     text.pop_back();
     double size = 0;
     if (const auto dash = text.find('-'); dash != std::string::npos) {
-        size = ParseNumber(text.substr(0, dash)).value_or(0);
+        size = parseNumber(text.substr(0, dash)).value_or(0);
         text = text.substr(dash + 1);
     }
     const auto stroke = text.find('/');
-    const double below = stroke == std::string::npos ? 1 : ParseNumber(text.substr(stroke + 1)).value_or(0);
-    return size + ParseNumber(text.substr(0, stroke)).value_or(0) / below;
+    const double below = stroke == std::string::npos ? 1 : parseNumber(text.substr(stroke + 1)).value_or(0);
+    return size + parseNumber(text.substr(0, stroke)).value_or(0) / below;
 }
 
 class Check {
@@ -51,11 +51,11 @@ class Check {
         : catalogue(database), folder(std::move(drawingsFolder)) {}
 
     CheckResult run() {
-        for (const CatalogueQuery& query : CatalogueQueries())
+        for (const CatalogueQuery& query : catalogueQueries())
             for (const std::string& key : catalogue.column(query.sql))
                 fault(key, query.meaning);
         readDrawings();
-        for (const CatalogueModel& model : ReadModels(catalogue))
+        for (const CatalogueModel& model : readModels(catalogue))
             if (const auto drawing = drawings.find(model.drawing); drawing != drawings.end())
                 checkModel(model, drawing->second);
         return std::move(result);
@@ -69,8 +69,8 @@ class Check {
     void readDrawings() {
         for (const auto& row : catalogue.rows("SELECT TankDraw, X, Y, Ext FROM tblTankDrawMaster")) {
             try {
-                const Drawing drawing = ReadDrawing(folder / (row[0] + '.' + row[3]));
-                if (std::abs(drawing.widthToHeight / (ToDouble(row[1]) / ToDouble(row[2])) - 1) > .01)
+                const Drawing drawing = readDrawing(folder / (row[0] + '.' + row[3]));
+                if (std::abs(drawing.widthToHeight / (toDouble(row[1]) / toDouble(row[2])) - 1) > .01)
                     fault(row[0], "its picture has not the proportions of its row");
                 drawings[row[0]] = drawing;
             } catch (const std::exception& error) {
@@ -97,7 +97,7 @@ class Check {
 
     void checkModel(const CatalogueModel& model, const Drawing& drawing) {
         ++figures(model.series).models;
-        for (const std::string& wrong : WordingFaults(model, drawing))
+        for (const std::string& wrong : wordingFaults(model, drawing))
             fault(model.name, wrong);
         if (nominalSize(model.connectionText) != model.connection)
             fault(model.name, "its connection is " + model.connectionText + " in words and " +
@@ -109,7 +109,7 @@ class Check {
     }
 
     void checkTank(const CatalogueModel& model, const Drawing& drawing) {
-        const double ends = BaseAndNozzles(drawing, model.diameter, model.connection);
+        const double ends = baseAndNozzles(drawing, model.diameter, model.connection);
         const Vessel vessel{.diameter = model.diameter,
                             .headToHead = model.overall - ends,
                             .pressure = model.pressure,
@@ -117,8 +117,8 @@ class Check {
                             .volume = model.volume,
                             .code = model.code};
         SeriesFigures& series = figures(model.series);
-        note(series.shape, ShellVolume(vessel) / model.volume - 1, model, maxShapeDeviation, "shape");
-        note(series.weight, model.weight / PlateWeight(vessel) - 1, model, maxWeightDeviation, "weight");
+        note(series.shape, shellVolume(vessel) / model.volume - 1, model, maxShapeDeviation, "shape");
+        note(series.weight, model.weight / plateWeight(vessel) - 1, model, maxWeightDeviation, "weight");
         const bool hangs = !drawing.ringBase && !drawing.legs && !drawing.saddles;
         const double filled = model.weight + model.acceptance * waterWeight;
         if (hangs && filled > maxWeightOnPiping)
@@ -140,7 +140,7 @@ class Check {
         litres = litres.substr(litres.find('-') + 1);
         if (litres.ends_with('L') || litres.ends_with('V'))
             litres.pop_back();
-        if (std::abs(ParseNumber(litres).value_or(0) - model.volume * litresInGallon) > .2)
+        if (std::abs(parseNumber(litres).value_or(0) - model.volume * litresInGallon) > .2)
             fault(model.name, "its name is not its volume in litres");
     }
 
@@ -150,7 +150,7 @@ class Check {
              "drawing's proportion");
         note(series.weight,
              model.weight /
-                     PackageWeight(model.volume, model.pumps(), model.horsepower, model.series == "FDM") -
+                     packageWeight(model.volume, model.pumps(), model.horsepower, model.series == "FDM") -
                  1,
              model, maxWeightDeviation, "weight");
         const double share =
@@ -165,7 +165,7 @@ class Check {
     }
 
     void checkPump(const CatalogueModel& model, SeriesFigures& series) {
-        const double efficiency = PumpEfficiency(model.flow, model.pressure, model.horsepower);
+        const double efficiency = pumpEfficiency(model.flow, model.pressure, model.horsepower);
         series.lowestPower = series.models == 1 ? efficiency : std::min(series.lowestPower, efficiency);
         series.highestPower = std::max(series.highestPower, efficiency);
         if (!(efficiency >= minEfficiency && efficiency <= maxEfficiency))
@@ -185,6 +185,6 @@ class Check {
 
 } // namespace
 
-CheckResult CheckCatalogue(Database& catalogue, const fs::path& drawings) {
+CheckResult checkCatalogue(Database& catalogue, const fs::path& drawings) {
     return Check(catalogue, drawings).run();
 }

@@ -30,4 +30,4 @@ struct CheckResult {
 
 /// Checks every model of a catalogue against the physics, its specification text and its drawing, and the
 /// tables against one another. Throws std::runtime_error if the file is not a catalogue.
-CheckResult CheckCatalogue(Database& catalogue, const std::filesystem::path& drawings);
+CheckResult checkCatalogue(Database& catalogue, const std::filesystem::path& drawings);

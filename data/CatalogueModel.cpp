@@ -12,12 +12,12 @@ constexpr const char* modelsWithTexts =
     "FROM tblModelMaster JOIN tblSpecMaster USING (Submittal) ORDER BY tblModelMaster.rowid";
 
 double number(const std::string& text) {
-    return ParseNumber(text).value_or(0);
+    return parseNumber(text).value_or(0);
 }
 
 } // namespace
 
-std::vector<CatalogueModel> ReadModels(Database& catalogue) {
+std::vector<CatalogueModel> readModels(Database& catalogue) {
     std::vector<CatalogueModel> models;
     for (const auto& row : catalogue.rows(modelsWithTexts))
         models.push_back({.name = row[0],

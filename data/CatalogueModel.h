@@ -34,4 +34,4 @@ struct CatalogueModel {
 };
 
 /// All models in catalogue order. Throws std::runtime_error.
-std::vector<CatalogueModel> ReadModels(Database& catalogue);
+std::vector<CatalogueModel> readModels(Database& catalogue);

@@ -1,6 +1,6 @@
 #include "data/CatalogueQueries.h"
 
-const std::vector<CatalogueQuery>& CatalogueQueries() {
+const std::vector<CatalogueQuery>& catalogueQueries() {
     static const std::vector<CatalogueQuery> queries = {
         {"SELECT ModelDscrptn FROM tblModelMaster WHERE App NOT IN (SELECT App FROM tblAppMaster)",
          "no such application"},

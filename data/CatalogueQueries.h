@@ -9,4 +9,4 @@ struct CatalogueQuery {
 };
 
 /// References, ranges and ordering within and between the tables.
-const std::vector<CatalogueQuery>& CatalogueQueries();
+const std::vector<CatalogueQuery>& catalogueQueries();

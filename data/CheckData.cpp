@@ -22,7 +22,7 @@ void print(const SeriesFigures& series) {
 
 int check(const char* file, const char* drawings, bool report) {
     Database catalogue(file, Database::Use::Read);
-    const CheckResult result = CheckCatalogue(catalogue, drawings);
+    const CheckResult result = checkCatalogue(catalogue, drawings);
     if (report) {
         std::printf("Series Models   Worst shape            Worst weight           Pump efficiency\n");
         for (const SeriesFigures& series : result.series)

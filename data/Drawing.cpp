@@ -33,7 +33,7 @@ double pictureShape(const std::string& picture) {
 
 } // namespace
 
-Drawing ReadDrawing(const std::filesystem::path& file) {
+Drawing readDrawing(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         throw std::runtime_error("cannot be read");
@@ -56,7 +56,7 @@ Drawing ReadDrawing(const std::filesystem::path& file) {
             .widthToHeight = pictureShape(picture)};
 }
 
-double BaseAndNozzles(const Drawing& drawing, double diameter, double connection) {
+double baseAndNozzles(const Drawing& drawing, double diameter, double connection) {
     const bool large = diameter >= 30;
     double length = drawing.topNozzle ? (large ? 1.5 : 1) : 0;
     if (drawing.ringBase)

@@ -19,8 +19,8 @@ struct Drawing {
 };
 
 /// Throws std::runtime_error for a file that cannot be read or has no dimension lines.
-Drawing ReadDrawing(const std::filesystem::path& file);
+Drawing readDrawing(const std::filesystem::path& file);
 
 /// How much the whole exceeds the vessel's head-to-head length, because of base, legs and nozzles, in inches.
 /// `diameter` and `connection` are in inches.
-double BaseAndNozzles(const Drawing& drawing, double diameter, double connection);
+double baseAndNozzles(const Drawing& drawing, double diameter, double connection);

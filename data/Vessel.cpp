@@ -12,7 +12,7 @@ constexpr double plates[] = {.0598, .0747, .1046, .1345, .1875, .25, .3125,
 
 } // namespace
 
-double PlateThickness(const Vessel& vessel) {
+double plateThickness(const Vessel& vessel) {
     const double needed = vessel.pressure * vessel.diameter / 2 / (20000 * .70 - .6 * vessel.pressure);
     const double least = vessel.code ? .1046 : .0598;
     for (const double plate : plates)
@@ -21,16 +21,16 @@ double PlateThickness(const Vessel& vessel) {
     throw std::runtime_error("no standard plate is thick enough");
 }
 
-double ShellVolume(const Vessel& vessel) {
-    const double plate = PlateThickness(vessel);
+double shellVolume(const Vessel& vessel) {
+    const double plate = plateThickness(vessel);
     const double bore = vessel.diameter - 2 * plate;
     const double straight = vessel.headToHead - 2 * plate - bore / 2; // a 2:1 head is a quarter bore deep
     const double heads = std::numbers::pi / 12 * bore * bore * bore;
     return (std::numbers::pi / 4 * bore * bore * straight + heads) / gallonInCubicInches;
 }
 
-double PlateWeight(const Vessel& vessel) {
-    const double plate = PlateThickness(vessel);
+double plateWeight(const Vessel& vessel) {
+    const double plate = plateThickness(vessel);
     const double bore = vessel.diameter - 2 * plate;
     const double heads = std::numbers::pi / 12 * bore * bore * bore;
     const double straight =
@@ -41,10 +41,10 @@ double PlateWeight(const Vessel& vessel) {
     return 1.06 * area * plate * steelDensity + fittings + .01 * vessel.volume;
 }
 
-double PumpEfficiency(double flow, double pressure, double horsepower) {
+double pumpEfficiency(double flow, double pressure, double horsepower) {
     return flow * pressure / 1714 / horsepower; // one horsepower is 1714 gpm psi
 }
 
-double PackageWeight(double gallons, int pumps, double horsepower, bool feeder) {
+double packageWeight(double gallons, int pumps, double horsepower, bool feeder) {
     return 1.6 * gallons + pumps * ((feeder ? 18 : 30) + 90 * horsepower);
 }

@@ -13,18 +13,18 @@ struct Vessel {
 /// The next standard plate thickness above `t = P R / (S E - 0.6 P)`, in inches: the code formula for a
 /// cylinder, with 20,000 psi for the stress S and 0.70 for the joint efficiency E. Never thinner than 16
 /// gauge, or 12 gauge for a code vessel. Throws std::runtime_error above the thickest plate.
-double PlateThickness(const Vessel& vessel);
+double plateThickness(const Vessel& vessel);
 
 /// The volume of a shell with this diameter and length, in gallons.
-double ShellVolume(const Vessel& vessel);
+double shellVolume(const Vessel& vessel);
 
 /// The weight of shell and heads for the vessel's volume, plus 6 % for welds and base, fittings according to
 /// the connection, and the bladder according to the volume; in pounds.
-double PlateWeight(const Vessel& vessel);
+double plateWeight(const Vessel& vessel);
 
 /// The efficiency of a pump with its motor: flow in gpm, pressure in psi, motor in hp.
-double PumpEfficiency(double flow, double pressure, double horsepower);
+double pumpEfficiency(double flow, double pressure, double horsepower);
 
 /// The weight of a glycol package without solution, in pounds: container and frame per gallon, each pump with
 /// pipes and switch, and its motor per horsepower.
-double PackageWeight(double gallons, int pumps, double horsepower, bool feeder);
+double packageWeight(double gallons, int pumps, double horsepower, bool feeder);

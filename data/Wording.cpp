@@ -65,7 +65,7 @@ bool has(const std::string& text, const char* words) {
 
 } // namespace
 
-std::vector<std::string> WordingFaults(const CatalogueModel& model, const Drawing& drawing) {
+std::vector<std::string> wordingFaults(const CatalogueModel& model, const Drawing& drawing) {
     std::vector<std::string> faults;
     for (const Claim& claim : claims) {
         const int times = count(model.specification, claim.words);

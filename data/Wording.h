@@ -8,4 +8,4 @@
 
 /// What a model's specification text and description get wrong, or leave out, about its construction and
 /// drawing; empty if they agree.
-std::vector<std::string> WordingFaults(const CatalogueModel& model, const Drawing& drawing);
+std::vector<std::string> wordingFaults(const CatalogueModel& model, const Drawing& drawing);

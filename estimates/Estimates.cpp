@@ -38,7 +38,7 @@ void registerEstimates() {
                                              {"mnuEstTHM", "frmcalcThmTSF"},
                                              {"mnuEstHYD", "frmCalcHydTSF"}})
         Commands::set(command, [estimator = QString(estimator)] {
-            OpenEstimator(estimator, EstimatorUse::FreeStanding);
+            openEstimator(estimator, EstimatorUse::FreeStanding);
         });
     Commands::set("mnuMetric", convertMetric);
 }

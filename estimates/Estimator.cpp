@@ -48,7 +48,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     });
     onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });
     handsOver(control<QToolButton>("bttnOK"), [this] { return serves ? conditions : QString(); });
-    on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { Confirm(); });
+    on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { confirm(); });
 }
 
 void Estimator::checksNumber(QLineEdit* box) {
@@ -61,7 +61,7 @@ void Estimator::checksPipe(QLineEdit* box) {
 }
 
 void Estimator::findsPipe(QAbstractButton* button) {
-    on(button, "." + button->objectName(), [this] { OpenPipeChooser(name()); });
+    on(button, "." + button->objectName(), [this] { openPipeChooser(name()); });
 }
 
 void Estimator::drawSketches() {
@@ -83,11 +83,11 @@ void Estimator::setHandsBack(bool handsBack) {
 
 bool Estimator::OpenMetricForm() {
     bool opened = false;
-    procedure(".OpenMetricForm", [&] { opened = frmMetricCalc::OpenFor(metricTag()); });
+    procedure(".OpenMetricForm", [&] { opened = frmMetricCalc::openFor(metricTag()); });
     return opened;
 }
 
-void Estimator::Confirm() {
+void Estimator::confirm() {
     const Hourglass hourglass;
     if (!ValidateValueEntered(result, asksForResult()))
         return;
@@ -105,14 +105,14 @@ void Estimator::Confirm() {
 
 /// Also closes the look-ups that would write into this screen.
 bool Estimator::QueryUnload() {
-    ClosePipeChooser(name());
+    closePipeChooser(name());
     if (const Screen* pad = Screens::find("frmMetricCalc"); pad && pad->Tag.section('-', 0, 0) == name())
         Screens::unload("frmMetricCalc");
     SetStatusBarText();
     return true;
 }
 
-void OpenEstimator(const QString& screen, EstimatorUse use) {
+void openEstimator(const QString& screen, EstimatorUse use) {
     if (use == EstimatorUse::FreeStanding) {
         if (Screens::find(screen)) // it may hold a job's estimate
             return Screens::show(screen);

@@ -41,7 +41,7 @@ class Estimator : public Screen {
     virtual QString metricTag() const { return name(); }
     /// Whether OK tells the user when there is no result yet.
     virtual bool asksForResult() const { return false; }
-    void Confirm();
+    void confirm();
     void drawSketches();
 
     QLineEdit* result = nullptr;
@@ -52,4 +52,4 @@ class Estimator : public Screen {
 /// How an estimator is opened: for the job conditions, which take its result, or on its own.
 enum class EstimatorUse { ForConditions, FreeStanding };
 /// Opens an estimator. Its OK button exists only for the conditions.
-void OpenEstimator(const QString& screen, EstimatorUse use);
+void openEstimator(const QString& screen, EstimatorUse use);

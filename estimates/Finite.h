@@ -5,7 +5,7 @@
 #include <cmath>
 
 /// The value itself. Throws Fault 6 when it overflows a double.
-inline double Finite(double value) {
+inline double requireFinite(double value) {
     if (!std::isfinite(value))
         throw Fault(Fault::Overflow, "Overflow");
     return value;

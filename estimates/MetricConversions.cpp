@@ -16,7 +16,7 @@ constexpr double fahrenheitInCelsius = 9.0 / 5.0; // degrees
 constexpr double fahrenheitAtZeroCelsius = 32;
 
 double oneDecimal(double value) {
-    return Round(Finite(value), 1);
+    return Round(requireFinite(value), 1);
 }
 
 } // namespace

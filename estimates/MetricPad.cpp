@@ -20,7 +20,7 @@ void MetricPad::Load() {
 }
 
 bool MetricPad::QueryUnload() {
-    ClosePipeChooser(name());
+    closePipeChooser(name());
     SetStatusBarText();
     return true;
 }
@@ -35,13 +35,13 @@ void MetricPad::converts(QLineEdit* box, QLabel* shown, Conversion conversion, c
 }
 
 QString MetricPad::converted(const QString& text, Conversion conversion, const QString& unit) const {
-    const auto value = ParseNumber(text.toStdString());
+    const auto value = parseNumber(text.toStdString());
     if (!value || *value < 0) // the check will refuse it
         return {};
     if (leavesTarget(text))
         return "left as it is";
     try {
-        return "= " + ShownNumber(conversion(*value)) + " " + unit;
+        return "= " + shownNumber(conversion(*value)) + " " + unit;
     } catch (const Fault&) { // too large; OK reports it
         return {};
     }
@@ -50,5 +50,5 @@ QString MetricPad::converted(const QString& text, Conversion conversion, const Q
 void MetricPad::handOver(const QLineEdit* box, const QString& screen, const QString& target) const {
     const QString text = box->text();
     if (!leavesTarget(text))
-        Screens::handOver(*this, screen, target, ShownNumber(conversions.value(box)(ToNumber(text))));
+        Screens::handOver(*this, screen, target, shownNumber(conversions.value(box)(toNumber(text))));
 }

@@ -13,20 +13,20 @@ bool ValidatePipeSize(const QString& text, const QString& mode) {
     if (text.isEmpty())
         return true;
     const QString key = mode == "Metric" ? "MetricIndex" : "PipeIndex";
-    const bool known = Named("ValidatePipeSize", [&] {
-        return !Rows("Sys", "SELECT * FROM tblPipeMaster WHERE " + key + " = '" + text + "'").AtEnd();
+    const bool known = underName("ValidatePipeSize", [&] {
+        return !Rows("Sys", "SELECT * FROM tblPipeMaster WHERE " + key + " = '" + text + "'").atEnd();
     });
     if (!known)
         Dialogs::current().show({"Please select a value from the list.", "Invalid", QMessageBox::Critical});
     return known;
 }
 
-QString PipeIndexOf(const QString& metricIndex) {
+QString pipeIndexOf(const QString& metricIndex) {
     Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = ?", {metricIndex});
-    return pipe.AtEnd() ? QString() : pipe["PipeIndex"].text();
+    return pipe.atEnd() ? QString() : pipe["PipeIndex"].text();
 }
 
-void OpenPipeChooser(const QString& opener) {
+void openPipeChooser(const QString& opener) {
     if (Screen* chooser = Screens::load("frmPipeSelect")) {
         chooser->Tag = opener;
         chooser->updateHandOver();
@@ -34,7 +34,7 @@ void OpenPipeChooser(const QString& opener) {
     Screens::show("frmPipeSelect");
 }
 
-void ClosePipeChooser(const QString& opener) {
+void closePipeChooser(const QString& opener) {
     if (const Screen* chooser = Screens::find("frmPipeSelect"); chooser && chooser->Tag == opener)
         Screens::unload("frmPipeSelect");
 }

@@ -10,11 +10,11 @@ namespace Pipes {
 bool ValidatePipeSize(const QString& text, const QString& mode);
 
 /// The U.S. key of a pipe for its metric key; empty when the catalogue has none. Throws DatabaseFault.
-QString PipeIndexOf(const QString& metricIndex);
+QString pipeIndexOf(const QString& metricIndex);
 
 /// Opens the chooser for a screen, which receives the pipe that the user chooses.
-void OpenPipeChooser(const QString& opener);
+void openPipeChooser(const QString& opener);
 /// Closes the chooser if it is open for a screen that is closing.
-void ClosePipeChooser(const QString& opener);
+void closePipeChooser(const QString& opener);
 
 } // namespace Pipes

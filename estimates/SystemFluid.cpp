@@ -39,7 +39,7 @@ constexpr double piOfItemizedRuns = 3.142857142857143;
 constexpr double piOfRecirculation = 3.14286;
 
 double wholeGallons(double gallons) {
-    return Round(Finite(gallons), 0);
+    return Round(requireFinite(gallons), 0);
 }
 
 double factorOf(const BoilerClasses& classes) {
@@ -57,24 +57,24 @@ double factorOf(const BoilerClasses& classes) {
 
 } // namespace
 
-double BuildingFluid(double height, double width, double depth, double transverseArea) {
+double buildingFluid(double height, double width, double depth, double transverseArea) {
     std::array sides = {height, width, depth};
     std::ranges::sort(sides);
     const double runLength = (sides[1] + sides[2]) * runsOfMain;
     return wholeGallons(runLength * transverseArea * gallonsInFootOfArea);
 }
 
-double BoilerFluid(std::int16_t output, const BoilerClasses& classes) {
+double boilerFluid(std::int16_t output, const BoilerClasses& classes) {
     const double blocks = output / blockOfOutput;
     const double perBlock = ToInt16(Divide(output, blocks)); // output of one block, for any output but 0
     return wholeGallons(perBlock * factorOf(classes) * blocks);
 }
 
-double ChillerFluid(double tons) {
+double chillerFluid(double tons) {
     return wholeGallons(tons * gallonsInTonOfChiller);
 }
 
-double ComponentFluid(double boiler, double further, double mainLength, double transverseArea) {
+double componentFluid(double boiler, double further, double mainLength, double transverseArea) {
     return wholeGallons(transverseArea * mainLength * gallonsInFootOfArea + (boiler + further));
 }
 
@@ -88,7 +88,7 @@ double ItemizedFluid::total() const {
     return wholeGallons(sum);
 }
 
-double HotWaterFluid(double heater, double bore, double length) {
+double hotWaterFluid(double heater, double bore, double length) {
     return wholeGallons((std::pow(bore / 2, 2) * piOfRecirculation / squareInchesInSquareFoot) * length *
                             gallonsInCubicFoot +
                         heater);

@@ -9,7 +9,7 @@
 
 /// Estimates a building's system from the length of its supply main: four times the sum of the two longest
 /// dimensions.
-double BuildingFluid(double height, double width, double depth, double transverseArea);
+double buildingFluid(double height, double width, double depth, double transverseArea);
 
 /// The classes of radiation and piping that select a boiler's factor. The estimator asks for both but sets
 /// neither, so the first row's factor applies to all systems.
@@ -20,13 +20,13 @@ struct BoilerClasses {
 
 /// Estimates a system from its boiler's net output in thousands of Btu/hr. Throws Fault 11 for an output of
 /// 0.
-double BoilerFluid(std::int16_t output, const BoilerClasses& classes);
+double boilerFluid(std::int16_t output, const BoilerClasses& classes);
 
 /// Estimates a system from its chiller's tons.
-double ChillerFluid(double tons);
+double chillerFluid(double tons);
 
 /// Estimates a system from its parts: boiler and other components in gallons, and the supply main.
-double ComponentFluid(double boiler, double further, double mainLength, double transverseArea);
+double componentFluid(double boiler, double further, double mainLength, double transverseArea);
 
 /// The sum of an itemized list, added in the order of its rows.
 class ItemizedFluid {
@@ -43,7 +43,7 @@ class ItemizedFluid {
 };
 
 /// Estimates a hot water system: the heater in gallons, and its recirculation line.
-double HotWaterFluid(double heater, double bore, double length);
+double hotWaterFluid(double heater, double bore, double length);
 
 /// What a pump (gallons per minute) delivers in a run of runTime minutes.
 double Drawdown(double pumpCapacity, double runTime);

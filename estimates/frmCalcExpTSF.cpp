@@ -14,7 +14,7 @@ using namespace Gateway;
 namespace {
 
 double numberIn(const QLineEdit* box) {
-    return ToNumber(box->text());
+    return toNumber(box->text());
 }
 
 /// Whether every box has text; an empty one silently ends a calculation.
@@ -26,14 +26,14 @@ bool allEntered(std::initializer_list<QWidget*> boxes) {
 void showsDimension(QLineEdit* box, QLabel* label) {
     QObject::connect(box, &QLineEdit::textChanged, label,
                      [label, dimension = label->text()](const QString& text) {
-                         const auto feet = ParseNumber(text.toStdString());
-                         label->setText(feet ? FormattedNumber(*feet, "#,##0 ft") : dimension);
+                         const auto feet = parseNumber(text.toStdString());
+                         label->setText(feet ? formattedNumber(*feet, "#,##0 ft") : dimension);
                      });
 }
 
 /// The transverse area of a pipe. Throws DatabaseFault if the catalogue does not have it.
 double transverseArea(const QLineEdit* box) {
-    return ReadPipe(box->text())["TransArea"].number();
+    return readPipe(box->text())["TransArea"].number();
 }
 
 } // namespace
@@ -41,11 +41,11 @@ double transverseArea(const QLineEdit* box) {
 frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
     setupUi(this);
     prepareEstimator(".tbToolbar.ButtonClick");
-    methods = {{bttnBldg, BldgFrame, &frmCalcExpTSF::EstimateByBuilding},
-               {bttnBoiler, BoilerFrame, &frmCalcExpTSF::EstimateByBoiler},
-               {bttnChiller, ChillerFrame, &frmCalcExpTSF::EstimateByChiller},
-               {bttnComponent, ComponentsFrame, &frmCalcExpTSF::EstimateByComponents},
-               {bttnDetail, frmDetailCalc, &frmCalcExpTSF::EstimateByList}};
+    methods = {{bttnBldg, BldgFrame, &frmCalcExpTSF::estimateByBuilding},
+               {bttnBoiler, BoilerFrame, &frmCalcExpTSF::estimateByBoiler},
+               {bttnChiller, ChillerFrame, &frmCalcExpTSF::estimateByChiller},
+               {bttnComponent, ComponentsFrame, &frmCalcExpTSF::estimateByComponents},
+               {bttnDetail, frmDetailCalc, &frmCalcExpTSF::estimateByList}};
     for (const Method& method : methods) {
         method.button->setFocusPolicy(Qt::StrongFocus); // a press leaves a box, whose check may refuse it
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
@@ -60,11 +60,11 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
     showsDimension(BldgHeight, lblBldgHeightImg);
     showsDimension(BldgWidth, lblBldgWidthImg);
     showsDimension(BldgDepth, lblBldgDepthImg);
-    on(cmdAddItemized, ".cmdAddItemized", [this] { AddItems(); });
+    on(cmdAddItemized, ".cmdAddItemized", [this] { addItems(); });
     on(cmdRestartItemized, ".cmdRestartItemized", [this] { lvItemized->clear(); });
 }
 
-const frmCalcExpTSF::Method& frmCalcExpTSF::PressedMethod() const {
+const frmCalcExpTSF::Method& frmCalcExpTSF::pressedMethod() const {
     const auto pressed =
         std::ranges::find_if(methods, [](const Method& method) { return method.button->isChecked(); });
     return pressed == methods.end() ? methods.first() : *pressed;
@@ -73,83 +73,83 @@ const frmCalcExpTSF::Method& frmCalcExpTSF::PressedMethod() const {
 /// Once another method has been chosen, the building's frame does not come back. Calculate still goes by the
 /// pressed button and uses its hidden boxes. The program has always done so.
 void frmCalcExpTSF::SetEstimateFrames() {
-    if (const Method& pressed = PressedMethod(); pressed.button != bttnBldg)
+    if (const Method& pressed = pressedMethod(); pressed.button != bttnBldg)
         frames->setCurrentWidget(pressed.frame);
 }
 
 std::optional<QString> frmCalcExpTSF::Calculate() {
-    const auto gallons = (this->*PressedMethod().calculate)();
-    return gallons ? std::optional(FormattedNumber(*gallons, "#,##0")) : std::nullopt;
+    const auto gallons = (this->*pressedMethod().calculate)();
+    return gallons ? std::optional(formattedNumber(*gallons, "#,##0")) : std::nullopt;
 }
 
 QString frmCalcExpTSF::metricTag() const {
-    return name() + "-" + PressedMethod().button->objectName();
+    return name() + "-" + pressedMethod().button->objectName();
 }
 
 /// Checks the height twice and never the depth, which counts as 0 when empty, nor the pipe, whose look-up
 /// then fails. The program has always done so.
-std::optional<double> frmCalcExpTSF::EstimateByBuilding() {
+std::optional<double> frmCalcExpTSF::estimateByBuilding() {
     if (!allEntered({BldgHeight, BldgWidth, BldgHeight}))
         return std::nullopt;
     const double width = numberIn(BldgWidth);
     const double height = numberIn(BldgHeight);
     const double depth = BldgDepth->text().isEmpty() ? 0 : numberIn(BldgDepth);
-    return BuildingFluid(height, width, depth, transverseArea(PipeIndex));
+    return buildingFluid(height, width, depth, transverseArea(PipeIndex));
 }
 
-std::optional<double> frmCalcExpTSF::EstimateByBoiler() {
+std::optional<double> frmCalcExpTSF::estimateByBoiler() {
     if (!ValidateItemSelected(RadType, false) || !ValidateItemSelected(PipeType, false) ||
         !allEntered({BoilerOutput}))
         return std::nullopt;
-    return BoilerFluid(ToInt16(numberIn(BoilerOutput)), {RadClass, PipeClass});
+    return boilerFluid(ToInt16(numberIn(BoilerOutput)), {RadClass, PipeClass});
 }
 
-std::optional<double> frmCalcExpTSF::EstimateByChiller() {
+std::optional<double> frmCalcExpTSF::estimateByChiller() {
     if (!allEntered({ChillerTons}))
         return std::nullopt;
-    return ChillerFluid(numberIn(ChillerTons));
+    return chillerFluid(numberIn(ChillerTons));
 }
 
-std::optional<double> frmCalcExpTSF::EstimateByComponents() {
+std::optional<double> frmCalcExpTSF::estimateByComponents() {
     if (!allEntered({BoilerCapacity, PipeIndexCom, PipeCapacity}))
         return std::nullopt;
     const double area = transverseArea(PipeIndexCom);
     const double further = AdditionalCapacity->text().isEmpty() ? 0 : numberIn(AdditionalCapacity);
-    return ComponentFluid(numberIn(BoilerCapacity), further, numberIn(PipeCapacity), area);
+    return componentFluid(numberIn(BoilerCapacity), further, numberIn(PipeCapacity), area);
 }
 
-std::optional<double> frmCalcExpTSF::EstimateByList() {
+std::optional<double> frmCalcExpTSF::estimateByList() {
     ItemizedFluid fluid;
     for (int row = 0; row < lvItemized->topLevelItemCount(); ++row) {
         const QTreeWidgetItem& item = *lvItemized->topLevelItem(row);
-        const double amount = ToNumber(item.text(1));
+        const double amount = toNumber(item.text(1));
         if (item.text(2) == lblCapacityItemUM->text()) {
             fluid.addEquipment(amount);
             continue;
         }
-        Rows pipe = ReadPipe(item.text(0));
-        fluid.addRun(pipe.AtEnd() ? std::nullopt : std::optional(pipe["ID"].number()), amount);
+        Rows pipe = readPipe(item.text(0));
+        fluid.addRun(pipe.atEnd() ? std::nullopt : std::optional(pipe["ID"].number()), amount);
     }
     return fluid.total();
 }
 
 /// Adds both halves of the entries. Feet and gallons share a column; the unit beside them tells which is
 /// which.
-void frmCalcExpTSF::AddItems() {
+void frmCalcExpTSF::addItems() {
     if (!txtPipeSizeItemized->text().isEmpty()) {
-        AddItem(txtPipeSizeItemized->text(), txtPipeLengthItemized->text(), lblPipeLengthItemizedUM->text());
+        addItem(txtPipeSizeItemized->text(), txtPipeLengthItemized->text(), lblPipeLengthItemizedUM->text());
         txtPipeSizeItemized->clear();
         txtPipeLengthItemized->clear();
     }
     if (!cmboFixtureItem->currentText().isEmpty()) {
-        AddItem(cmboFixtureItem->currentText(), txtCapacityItem->text(), lblCapacityItemUM->text());
+        addItem(cmboFixtureItem->currentText(), txtCapacityItem->text(), lblCapacityItemUM->text());
         cmboFixtureItem->setCurrentIndex(-1);
         txtCapacityItem->clear();
     }
 }
 
-void frmCalcExpTSF::AddItem(const QString& item, const QString& amount, const QString& unit) {
+void frmCalcExpTSF::addItem(const QString& item, const QString& amount, const QString& unit) {
     auto* row = new QTreeWidgetItem(lvItemized, {item, amount.isEmpty() ? "0" : amount, unit});
-    FitColumns(lvItemized);
+    fitColumns(lvItemized);
     lvItemized->scrollToItem(row);
 }

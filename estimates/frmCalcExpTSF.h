@@ -18,19 +18,19 @@ class frmCalcExpTSF : public Estimator, private Ui::frmCalcExpTSF {
         std::optional<double> (frmCalcExpTSF::*calculate)();
     };
 
-    const Method& PressedMethod() const;
+    const Method& pressedMethod() const;
     void SetEstimateFrames();
     std::optional<QString> Calculate() override;
     QString metricTag() const override;
     bool asksForResult() const override { return true; }
 
-    std::optional<double> EstimateByBuilding();
-    std::optional<double> EstimateByBoiler();
-    std::optional<double> EstimateByChiller();
-    std::optional<double> EstimateByComponents();
-    std::optional<double> EstimateByList();
-    void AddItems();
-    void AddItem(const QString& item, const QString& amount, const QString& unit);
+    std::optional<double> estimateByBuilding();
+    std::optional<double> estimateByBoiler();
+    std::optional<double> estimateByChiller();
+    std::optional<double> estimateByComponents();
+    std::optional<double> estimateByList();
+    void addItems();
+    void addItem(const QString& item, const QString& amount, const QString& unit);
 
     QList<Method> methods; // in the order of the toolbar
     /// Radiation and piping, which nothing ever sets: the two lists must be filled in but change nothing.

@@ -17,6 +17,6 @@ std::optional<QString> frmCalcHydTSF::Calculate() {
     for (QLineEdit* box : {PumpCapacity, PumpRunTime})
         if (!ValidateValueEntered(box, false))
             return std::nullopt;
-    const double gallons = Drawdown(ToNumber(PumpCapacity->text()), ToNumber(PumpRunTime->text()));
-    return FormattedNumber(gallons, "0"); // no separators, unlike the other estimates
+    const double gallons = Drawdown(toNumber(PumpCapacity->text()), toNumber(PumpRunTime->text()));
+    return formattedNumber(gallons, "0"); // no separators, unlike the other estimates
 }

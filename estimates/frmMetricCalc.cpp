@@ -49,11 +49,11 @@ frmMetricCalc::frmMetricCalc() : MetricPad("frmMetricCalc") {
     converts(txtVolWtrHtr, lblWtrHtrUS, LitersToGallons, "gal");
     converts(txtPumpCapacity, lblPumpCapacityUS, LitersToGallons, "gpm");
     handsOver(cmdOK, [this] { return Tag.section('-', 0, 0); });
-    on(cmdOK, ".cmdOK", [this] { Confirm(); });
-    ShowBoxes(); // none until it serves a method
+    on(cmdOK, ".cmdOK", [this] { confirm(); });
+    showBoxes(); // none until it serves a method
 }
 
-bool frmMetricCalc::OpenFor(const QString& tag) {
+bool frmMetricCalc::openFor(const QString& tag) {
     if (std::ranges::find(services, tag.toStdString(), &Service::tag) == services.end())
         return false;
     if (const Screen* open = Screens::find("frmMetricCalc"); open && open->Tag != tag)
@@ -63,14 +63,14 @@ bool frmMetricCalc::OpenFor(const QString& tag) {
         return true; // its failure has already been reported
     if (pad->Tag != tag) {
         pad->Tag = tag;
-        pad->ShowBoxes();
+        pad->showBoxes();
     }
     pad->updateHandOver();
     Screens::show("frmMetricCalc");
     return true;
 }
 
-void frmMetricCalc::ShowBoxes() {
+void frmMetricCalc::showBoxes() {
     struct Row {
         QLineEdit* box;
         QList<QWidget*> others; // the heading and labels of the box's line
@@ -100,7 +100,7 @@ void frmMetricCalc::ShowBoxes() {
         lblBoiler->setText("Fixture");
 }
 
-void frmMetricCalc::Confirm() {
+void frmMetricCalc::confirm() {
     const std::string tag = Tag.toStdString();
     for (const Service& service : services)
         if (service.tag == tag)

@@ -8,9 +8,9 @@ class frmMetricCalc : public MetricPad, private Ui::frmMetricCalc {
   public:
     frmMetricCalc();
     /// Opens the pad with the boxes of an estimator's method; false if the method has nothing to convert.
-    static bool OpenFor(const QString& tag);
+    static bool openFor(const QString& tag);
 
   private:
-    void ShowBoxes();
-    void Confirm();
+    void showBoxes();
+    void confirm();
 };

@@ -30,44 +30,44 @@ const HandOver handOvers[] = {
 frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
     setupUi(this);
     prepare();
-    SortByHeadings(lvPipeSizes);
+    sortByHeadings(lvPipeSizes);
     for (QRadioButton* family : {radSch40, radSch80, radTypeCu})
-        on(family, "." + family->objectName(), [this] { FillSizes(); });
-    on(bttnMetric, ".tbToolbar", [this] { FillSizes(); });
+        on(family, "." + family->objectName(), [this] { fillSizes(); });
+    on(bttnMetric, ".tbToolbar", [this] { fillSizes(); });
     handsOver(bttnOK, [this] { return Tag; });
-    on(bttnOK, ".tbToolbar", [this] { Confirm(); });
+    on(bttnOK, ".tbToolbar", [this] { confirm(); });
     onCancel(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
     connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
-            [this] { act(".lvPipeSizes", [this] { Confirm(); }); });
+            [this] { act(".lvPipeSizes", [this] { confirm(); }); });
 }
 
 void frmPipeSelect::Load() {
     radSch40->setChecked(true);
-    FillSizes();
+    fillSizes();
 }
 
-void frmPipeSelect::FillSizes() {
+void frmPipeSelect::fillSizes() {
     const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
     ListRows rows;
-    for (const PipeSize& pipe : PipesOf(schedule)) {
+    for (const PipeSize& pipe : pipesOf(schedule)) {
         rows.push_back(std::make_unique<ListRow>(
             QStringList{bttnMetric->isChecked() ? pipe.metricIndex : pipe.pipeIndex}));
         rows.back()->setSortKey(0, pipe.bore);
     }
-    FillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
+    fillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
 }
 
 /// Always the U.S. key, whichever the list shows.
-QString frmPipeSelect::SelectedKey() const {
+QString frmPipeSelect::selectedKey() const {
     const auto selected = lvPipeSizes->selectedItems();
     if (selected.isEmpty())
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
     const QString text = selected.first()->text(0);
-    return bttnMetric->isChecked() ? PipeIndexOf(text) : text;
+    return bttnMetric->isChecked() ? pipeIndexOf(text) : text;
 }
 
-void frmPipeSelect::Confirm() {
-    const QString key = SelectedKey();
+void frmPipeSelect::confirm() {
+    const QString key = selectedKey();
     for (const HandOver& handOver : handOvers)
         if (Tag == handOver.opener)
             for (const QString& box : handOver.boxes)

@@ -12,7 +12,7 @@ class frmPipeSelect : public Screen, private Ui::frmPipeSelect {
 
   private:
     void Load() override;
-    void FillSizes();
-    QString SelectedKey() const;
-    void Confirm();
+    void fillSizes();
+    QString selectedKey() const;
+    void confirm();
 };

@@ -38,6 +38,6 @@ std::optional<QString> frmcalcThmTSF::Calculate() {
         if (!ValidateValueEntered(box, false))
             return std::nullopt;
     const double gallons =
-        HotWaterFluid(ToNumber(WtrHtrVolume->text()), PipeBore(PipeIndex->text()), ToNumber(Pipeft->text()));
-    return FormattedNumber(gallons, "#,##0");
+        hotWaterFluid(toNumber(WtrHtrVolume->text()), pipeBore(PipeIndex->text()), toNumber(Pipeft->text()));
+    return formattedNumber(gallons, "#,##0");
 }

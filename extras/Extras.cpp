@@ -37,10 +37,10 @@ QString& unreported() {
 }
 
 void showDeletion() {
-    const QString what = UndoableDeletion();
+    const QString what = undoableDeletion();
     Commands::setEnabled("mnuUndo", !what.isEmpty());
     if (!what.isEmpty())
-        SetStatusText("Deleted " + what + ". \"Undo deletion\" (Ctrl+Z) brings it back." +
+        setStatusText("Deleted " + what + ". \"Undo deletion\" (Ctrl+Z) brings it back." +
                       std::exchange(unreported(), {}));
 }
 
@@ -50,7 +50,7 @@ void reportFailure(const QString& why) {
     if (std::exchange(reported, true))
         return;
     unreported() = " No backup could be made: " + why;
-    SetStatusText(unreported().trimmed());
+    setStatusText(unreported().trimmed());
 }
 
 /// Refreshes whatever shows data, once the command that changed it has finished.
@@ -62,27 +62,27 @@ void refresh() {
 }
 
 void undo() {
-    const QString what = UndoableDeletion();
+    const QString what = undoableDeletion();
     if (what.isEmpty())
         return;
-    const QString problem = UndoDeletion();
+    const QString problem = undoDeletion();
     if (!problem.isEmpty()) {
         Dialogs::current().show({.text = problem, .title = "Undo deletion"});
         return;
     }
-    SetStatusText("Brought back: " + what);
+    setStatusText("Brought back: " + what);
     refresh();
 }
 
 void backUp() {
     const Connection user = openDatabase("User");
     Backup::Make(user, Backup::Reason::ByHand);
-    SetStatusText("Backed up into the folder " + Backup::FolderOf(user.dataSource()));
+    setStatusText("Backed up into the folder " + Backup::folderOf(user.dataSource()));
 }
 
 void exportJob() {
     const QString jobID = Session::JobID.text();
-    if (jobID.isEmpty() || !ReadJobHeader(jobID)) {
+    if (jobID.isEmpty() || !readJobHeader(jobID)) {
         Dialogs::current().show(
             {.text = "Please open the job that is to be exported!", .title = "Export job"});
         return;
@@ -92,7 +92,7 @@ void exportJob() {
     if (path.isEmpty())
         return;
     JobCopies::Export(openDatabase("User"), jobID, path);
-    SetStatusText("Exported job " + jobID);
+    setStatusText("Exported job " + jobID);
 }
 
 void importJob() {
@@ -103,7 +103,7 @@ void importJob() {
     if (!screen)
         return;
     try {
-        screen->LookIntoFile(path);
+        screen->lookIntoFile(path);
     } catch (const DatabaseFault& fault) {
         Screens::drop(screen);
         Dialogs::current().show({.text = "This file cannot be imported.\n" + QString::fromUtf8(fault.what()),
@@ -114,9 +114,9 @@ void importJob() {
 }
 
 void showFindings(const DataCheck::Findings& findings) {
-    DataCheck::SetLatest(findings);
+    DataCheck::setLatestFindings(findings);
     if (!findings.isEmpty())
-        SetStatusText(findings.sentences().first() + " \"Restore\" in the menu Extras shows more.");
+        setStatusText(findings.sentences().first() + " \"Restore\" in the menu Extras shows more.");
 }
 
 } // namespace
@@ -125,19 +125,19 @@ void registerExtras() {
     Screens::add("frmRestore", [] { return new frmRestore; });
     Commands::set("mnuRestore", [] { Screens::open("frmRestore"); });
     Commands::set("mnuPriorData", [] {
-        TakeOverPriorData();
+        takeOverPriorData();
         refresh();
     });
     Commands::set("mnuExportJob", exportJob);
     Commands::set("mnuImportJob", importJob);
     Commands::set("mnuUndo", undo);
     Commands::set("mnuBackup", backUp);
-    OnUndoableChanged(showDeletion);
-    Backup::OnFailure([](const QString& why) {
+    onUndoableChanged(showDeletion);
+    Backup::onFailure([](const QString& why) {
         QMetaObject::invokeMethod(QCoreApplication::instance(), [why] { reportFailure(why); });
     });
     BrennovalMain::setStartWork([] {
-        Commands::setEnabled("mnuUndo", !UndoableDeletion().isEmpty());
-        BeginStartWork(dbConnection("User").dataSource(), showFindings);
+        Commands::setEnabled("mnuUndo", !undoableDeletion().isEmpty());
+        beginStartWork(dbConnection("User").dataSource(), showFindings);
     });
 }

@@ -44,9 +44,9 @@ std::optional<DataCheck::Findings> check(const QString& userFile) {
 
 } // namespace
 
-void BeginStartWork(const QString& userFile, const CheckListener& checked) {
+void beginStartWork(const QString& userFile, const CheckListener& checked) {
     new Worker(BrennovalMain::instance(), [userFile, checked] {
-        Backup::MakeDaily(userFile);
+        Backup::makeDaily(userFile);
         if (const auto findings = check(userFile))
             QMetaObject::invokeMethod(QCoreApplication::instance(),
                                       [findings, checked] { checked(*findings); });

@@ -9,4 +9,4 @@ using CheckListener = std::function<void(const DataCheck::Findings& findings)>;
 
 /// Background work on the user's data after the start: the daily backup and a quick check, in a thread and
 /// over connections of their own. The main window and the program wait for it when they close.
-void BeginStartWork(const QString& userFile, const CheckListener& checked);
+void beginStartWork(const QString& userFile, const CheckListener& checked);

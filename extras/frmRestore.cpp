@@ -93,19 +93,19 @@ frmRestore::frmRestore() : Screen("frmRestore") {
     lvCopies->setColumnCount(Tanks + 1);
     lvCopies->header()->setStretchLastSection(false); // keeps the numbers together
     lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
-    SortByHeadings(lvCopies);
-    SortByHeadings(lvJobs);
+    sortByHeadings(lvCopies);
+    sortByHeadings(lvJobs);
     connect(lvCopies, &QTreeWidget::itemSelectionChanged, this, [this] {
         trap(".lvCopies", [this] {
             if (const auto chosen = lvCopies->selectedItems(); !chosen.isEmpty())
-                LookInto(chosen.first()->data(For, Qt::UserRole + 1).toString(), JobCopies::Origin::Own);
+                lookInto(chosen.first()->data(For, Qt::UserRole + 1).toString(), JobCopies::Origin::Own);
         });
     });
     connect(lvJobs, &QTreeWidget::itemSelectionChanged, this,
-            [this] { trap(".lvJobs", [this] { FillTanks(); }); });
-    on(cmdRestore, ".cmdRestore", [this] { RestoreJobs(); });
-    on(cmdWhole, ".cmdWhole", [this] { RestoreAll(); });
-    on(cmdGiveHeader, ".cmdGiveHeader", [this] { GiveHeadersBack(); });
+            [this] { trap(".lvJobs", [this] { fillTanks(); }); });
+    on(cmdRestore, ".cmdRestore", [this] { restoreJobs(); });
+    on(cmdWhole, ".cmdWhole", [this] { restoreAll(); });
+    on(cmdGiveHeader, ".cmdGiveHeader", [this] { giveHeadersBack(); });
     onCancel(cmdClose, ".cmdClose", [this] { Screens::unload(name()); });
 }
 
@@ -114,12 +114,12 @@ QWidget* frmRestore::firstField() const {
 }
 
 void frmRestore::Load() {
-    FillCopies();
-    ShowFindings();
-    FillJobs();
+    fillCopies();
+    showFindings();
+    fillJobs();
 }
 
-void frmRestore::LookIntoFile(const QString& path) {
+void frmRestore::lookIntoFile(const QString& path) {
     setTitle("Import job");
     grpCopies->hide();
     cmdWhole->hide();
@@ -127,29 +127,29 @@ void frmRestore::LookIntoFile(const QString& path) {
     lblHeader->setText("Jobs in " + QFileInfo(path).fileName());
     grpInside->setTitle("Jobs in the file");
     cmdRestore->setText("Import &jobs");
-    LookInto(path, JobCopies::Origin::Foreign);
+    lookInto(path, JobCopies::Origin::Foreign);
     for (int i = 0; i < lvJobs->topLevelItemCount(); ++i)
         lvJobs->topLevelItem(i)->setCheckState(0, Qt::Checked);
 }
 
-void frmRestore::FillCopies() {
+void frmRestore::fillCopies() {
     const QString file = dbConnection("User").dataSource();
-    copies = Backup::CopiesOf(file);
-    lblFolder->setText(Backup::FolderOf(file));
+    copies = Backup::copiesOf(file);
+    lblFolder->setText(Backup::folderOf(file));
     ListRows rows;
     for (const Backup::Copy& copy : copies) {
         rows.push_back(rowOf(copy));
         rows.back()->setData(For, Qt::UserRole + 1, copy.path);
     }
     lvCopies->blockSignals(true);
-    FillList(lvCopies, {"Date", "Reason", "Size", "Jobs", "Tanks"}, std::move(rows), Selected::None);
+    fillList(lvCopies, {"Date", "Reason", "Size", "Jobs", "Tanks"}, std::move(rows), Selected::None);
     lvCopies->blockSignals(false);
     counted = 0;
-    CountCopies();
+    countCopies();
 }
 
 /// Counts what fits between two frames and leaves the rest for later, since many large copies take a while.
-void frmRestore::CountCopies() {
+void frmRestore::countCopies() {
     constexpr int maxTime = 8; // milliseconds
     QElapsedTimer clock;
     clock.start();
@@ -166,7 +166,7 @@ void frmRestore::CountCopies() {
             copy.setProperty("Data Source", path);
             copy.setReadOnly();
             copy.Open();
-            const Backup::Counts counts = Backup::CountsOf(copy);
+            const Backup::Counts counts = Backup::countsOf(copy);
             for (const auto& [column, count] : {std::pair(Jobs, counts.jobs), {Tanks, counts.tanks}}) {
                 row->setText(column, number(count));
                 row->setData(column, Qt::UserRole, count);
@@ -175,14 +175,14 @@ void frmRestore::CountCopies() {
             row->setText(Jobs, "unreadable");
         }
     }
-    FitColumns(lvCopies);
+    fitColumns(lvCopies);
     lvCopies->resizeColumnToContents(Tanks);
     if (counted < copies.size())
-        QTimer::singleShot(0, this, [this] { CountCopies(); });
+        QTimer::singleShot(0, this, [this] { countCopies(); });
 }
 
-void frmRestore::ShowFindings() {
-    const DataCheck::Findings& findings = DataCheck::Latest();
+void frmRestore::showFindings() {
+    const DataCheck::Findings& findings = DataCheck::latestFindings();
     grpFindings->setVisible(!findings.isEmpty());
     cmdGiveHeader->setVisible(!findings.orphanJobs.isEmpty());
     lblFindings->setText(findings.sentences().mid(0, 3).join('\n') +
@@ -191,11 +191,11 @@ void frmRestore::ShowFindings() {
                               : QString()));
 }
 
-void frmRestore::LookInto(const QString& path, JobCopies::Origin origin) {
+void frmRestore::lookInto(const QString& path, JobCopies::Origin origin) {
     const Hourglass hourglass;
     source.reset();
     jobs.clear();
-    FillJobs();
+    fillJobs();
     try {
         source.emplace(path, origin);
     } catch (const DatabaseFault& fault) {
@@ -205,11 +205,11 @@ void frmRestore::LookInto(const QString& path, JobCopies::Origin origin) {
         return;
     }
     const Connection user = openDatabase("User");
-    jobs = isImport() ? JobCopies::AllJobs(*source, user) : JobCopies::ChangedJobs(*source, user);
-    FillJobs();
+    jobs = isImport() ? JobCopies::allJobs(*source, user) : JobCopies::changedJobs(*source, user);
+    fillJobs();
 }
 
-void frmRestore::FillJobs() {
+void frmRestore::fillJobs() {
     ListRows rows;
     for (const JobCopies::Job& job : jobs) {
         auto row = std::make_unique<ListRow>(
@@ -226,20 +226,20 @@ void frmRestore::FillJobs() {
     lvJobs->setEnabled(!jobs.empty());
     cmdRestore->setEnabled(!jobs.empty());
     cmdWhole->setEnabled(source.has_value());
-    FillList(lvJobs, {"Job ID", "Compared with today", "Tanks", "Description"}, std::move(rows));
-    FillTanks();
+    fillList(lvJobs, {"Job ID", "Compared with today", "Tanks", "Description"}, std::move(rows));
+    fillTanks();
 }
 
-void frmRestore::FillTanks() {
+void frmRestore::fillTanks() {
     ListRows rows;
     const auto chosen = lvJobs->selectedItems();
     if (source && !chosen.isEmpty())
         for (const JobCopies::Tank& tank :
-             JobCopies::TanksOf(*source, openDatabase("User"), chosen.first()->text(0)))
+             JobCopies::tanksOf(*source, openDatabase("User"), chosen.first()->text(0)))
             rows.push_back(std::make_unique<ListRow>(
                 QStringList{tank.tankID, shown(tank.today), tank.quantity, tank.modelNo}));
     lvTanks->setEnabled(!rows.empty());
-    FillList(lvTanks, {"Tank ID", "Compared with today", "Qty", "Model No."}, std::move(rows));
+    fillList(lvTanks, {"Tank ID", "Compared with today", "Qty", "Model No."}, std::move(rows));
 }
 
 QStringList frmRestore::tickedJobs() const {
@@ -250,7 +250,7 @@ QStringList frmRestore::tickedJobs() const {
     return ticked;
 }
 
-void frmRestore::RestoreJobs() {
+void frmRestore::restoreJobs() {
     const QStringList ticked = tickedJobs();
     if (ticked.isEmpty()) {
         Dialogs::current().show({.text = "Please tick the jobs in the list!", .title = "Error"});
@@ -268,22 +268,22 @@ void frmRestore::RestoreJobs() {
     procedure(".RestoreJobs", [&] {
         const Connection user = openDatabase("User");
         if (!replaced.isEmpty())
-            Backup::MakeIfPossible(user, Backup::Reason::Restore);
+            Backup::makeIfPossible(user, Backup::Reason::Restore);
         JobCopies::Restore(*source, user, ticked);
     });
-    SetStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
+    setStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
     const JobCopies::Origin origin = source->origin();
     if (origin == JobCopies::Origin::Foreign) {
         Screens::unload(name());
         return;
     }
     const Connection user = openDatabase("User");
-    jobs = JobCopies::ChangedJobs(*source, user);
-    FillJobs();
+    jobs = JobCopies::changedJobs(*source, user);
+    fillJobs();
 }
 
-void frmRestore::RestoreAll() {
-    const Backup::Counts counts = Backup::CountsOf(source->data());
+void frmRestore::restoreAll() {
+    const Backup::Counts counts = Backup::countsOf(source->data());
     const auto chosen = lvCopies->selectedItems();
     if (chosen.isEmpty() ||
         !confirm(QString("All of your data will be replaced by the backup of %1, with %2 jobs and %3 tanks.\n"
@@ -295,23 +295,23 @@ void frmRestore::RestoreAll() {
     if (!closeOtherScreens(name()))
         return;
     const Hourglass hourglass;
-    procedure(".RestoreAll", [&] { JobCopies::RestoreAll(*source, openDatabase("User")); });
-    SetStatusText("Restored the backup of " + chosen.first()->text(Made).simplified());
+    procedure(".RestoreAll", [&] { JobCopies::restoreAll(*source, openDatabase("User")); });
+    setStatusText("Restored the backup of " + chosen.first()->text(Made).simplified());
     source.reset();
     jobs.clear();
-    FillJobs();
-    FillCopies();
+    fillJobs();
+    fillCopies();
 }
 
-void frmRestore::GiveHeadersBack() {
+void frmRestore::giveHeadersBack() {
     QStringList given;
     procedure(".GiveHeadersBack", [&] {
         const Connection user = openDatabase("User");
-        for (const QString& job : DataCheck::Latest().orphanJobs)
-            if (DataCheck::GiveHeaderBack(user, job))
+        for (const QString& job : DataCheck::latestFindings().orphanJobs)
+            if (DataCheck::giveHeaderBack(user, job))
                 given.append(job);
-        DataCheck::SetLatest(DataCheck::Check(user));
+        DataCheck::setLatestFindings(DataCheck::Check(user));
     });
-    SetStatusText("Header given back: " + given.join(", "));
-    ShowFindings();
+    setStatusText("Header given back: " + given.join(", "));
+    showFindings();
 }

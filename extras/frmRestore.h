@@ -18,20 +18,20 @@ class frmRestore : public Screen, private Ui::frmRestore {
     QWidget* firstField() const override;
 
     /// Shows a job's file instead of the backups.
-    void LookIntoFile(const QString& path);
+    void lookIntoFile(const QString& path);
 
   private:
     void Load() override;
-    void ShowChanges() override {}
-    void FillCopies();
-    void CountCopies();
-    void ShowFindings();
-    void LookInto(const QString& path, JobCopies::Origin origin);
-    void FillJobs();
-    void FillTanks();
-    void RestoreJobs();
-    void RestoreAll();
-    void GiveHeadersBack();
+    void showChanges() override {}
+    void fillCopies();
+    void countCopies();
+    void showFindings();
+    void lookInto(const QString& path, JobCopies::Origin origin);
+    void fillJobs();
+    void fillTanks();
+    void restoreJobs();
+    void restoreAll();
+    void giveHeadersBack();
     QStringList tickedJobs() const;
     bool isImport() const { return source && source->origin() == JobCopies::Origin::Foreign; }
 

@@ -69,7 +69,7 @@ std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most) {
     const Recordset::Field engineer = rows["Engineer"];
     const Recordset::Field created = rows["DateCreated"];
     std::vector<JobSearch::Job> jobs;
-    for (; !rows.AtEnd() && jobs.size() < most; rows.MoveNext())
+    for (; !rows.atEnd() && jobs.size() < most; rows.moveNext())
         jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
     return jobs;
 }
@@ -78,11 +78,11 @@ std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most) {
 
 namespace JobSearch {
 
-QStringList TextComparisons() {
+QStringList comparisonsOfTexts() {
     return words(jobComparisons);
 }
 
-QStringList DateComparisons() {
+QStringList comparisonsOfDates() {
     return words(dateComparisons);
 }
 
@@ -92,7 +92,7 @@ std::optional<QString> Query(const Criteria& criteria) {
                               condition("Engineer", criteria.engineer, nameComparisons)};
     if (criteria.created.counts()) {
         const bool isRange = criteria.created.comparison == QLatin1String(range);
-        if (!ReadDate(criteria.created.text) || (isRange && !ReadDate(criteria.createdUntil)))
+        if (!readDate(criteria.created.text) || (isRange && !readDate(criteria.createdUntil)))
             return std::nullopt;
         conditions.append(condition("", criteria.created, dateComparisons));
         if (isRange)
@@ -108,7 +108,7 @@ std::vector<Job> Find(const QString& query) {
     return jobsOf(*rows, std::numeric_limits<std::size_t>::max());
 }
 
-std::vector<Job> Newest(std::size_t most) {
+std::vector<Job> newest(std::size_t most) {
     constexpr int longestWait = 100; // milliseconds to wait for a lock: nobody asked for these jobs
     Connection user = dbConnection("User");
     user.setBusyTimeout(longestWait);
@@ -119,7 +119,7 @@ std::vector<Job> Newest(std::size_t most) {
     return jobsOf(rows, most);
 }
 
-QString EditScreenOf(const QString& jobID) {
+QString editScreenOf(const QString& jobID) {
     return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
 }
 

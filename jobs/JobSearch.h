@@ -12,8 +12,8 @@
 namespace JobSearch {
 
 /// The comparisons offered for text and for dates.
-QStringList TextComparisons();
-QStringList DateComparisons();
+QStringList comparisonsOfTexts();
+QStringList comparisonsOfDates();
 
 /// One criterion. It counts only if both its text and its comparison are filled in.
 struct Criterion {
@@ -46,9 +46,9 @@ std::vector<Job> Find(const QString& query);
 
 /// The most recently created jobs, newest first. Throws DatabaseFault, and NoDatabaseFile when there are no
 /// data.
-std::vector<Job> Newest(std::size_t most);
+std::vector<Job> newest(std::size_t most);
 
 /// The screen on which a job is edited: the reserved job of the steel conversions has no header.
-QString EditScreenOf(const QString& jobID);
+QString editScreenOf(const QString& jobID);
 
 } // namespace JobSearch

@@ -25,13 +25,13 @@ void newJob() {
     Session::JobID.write("");
     Session::TankID.write("");
     Screens::open("frmJobHeader");
-    StatusBar::SetStatusText("Spec a new job");
+    StatusBar::setStatusText("Spec a new job");
 }
 
 void searchJob(const QString& mode, const QString& status) {
     Session::Mode.write(mode);
     Screens::open("frmjobsearchdialog");
-    StatusBar::SetStatusText(status);
+    StatusBar::setStatusText(status);
 }
 
 void maintain(const QString& list) {

@@ -25,10 +25,10 @@ constexpr std::size_t newestJobs = 10;
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
-        Faults::Trap("StartPage.openJob", [&] {
+        Faults::runTrapped("StartPage.openJob", [&] {
             Session::Mode.write(Session::Modes::Edit);
             Session::JobID.write(jobID);
-            Screens::open(JobSearch::EditScreenOf(jobID));
+            Screens::open(JobSearch::editScreenOf(jobID));
         });
     });
 }
@@ -68,7 +68,7 @@ void StartPage::prepareTasks() {
 void StartPage::fillJobs() {
     ListRows rows;
     try {
-        for (const JobSearch::Job& job : JobSearch::Newest(newestJobs))
+        for (const JobSearch::Job& job : JobSearch::newest(newestJobs))
             rows.push_back(std::make_unique<ListRow>(
                 QStringList{job.jobID, job.contractor, job.created.toString("MM/dd/yy")}));
     } catch (const Fault&) {
@@ -76,7 +76,7 @@ void StartPage::fillJobs() {
     }
     lblJobs->setVisible(!rows.empty());
     lvJobs->setVisible(!rows.empty());
-    FillList(lvJobs, {"Job ID", "Contractor", "Date Created"}, std::move(rows), Selected::None);
+    fillList(lvJobs, {"Job ID", "Contractor", "Date Created"}, std::move(rows), Selected::None);
     lvJobs->header()->setStretchLastSection(false);
     lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
 }

@@ -24,14 +24,14 @@ frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
 }
 
 void frmClassSelect::Load() {
-    SetStatusText("Select application");
+    setStatusText("Select application");
     lblJobID->setText(Session::JobID.text());
 }
 
 void frmClassSelect::Select(Application application) {
     const Hourglass hourglass;
     Session::TankClass.write(AppName(application));
-    leaveFor(ToQString(InfoOf(application).conditionsScreen));
+    leaveFor(toQString(infoOf(application).conditionsScreen));
 }
 
 void frmClassSelect::Cancel() {

@@ -14,8 +14,9 @@ namespace {
 /// The list row of a tank, with a tick box. Its ID sorts by tank number.
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDate created = tank.dateCreated.value_or(QDateTime()).date();
-    auto line = std::make_unique<ListRow>(QStringList{Shown(tank.tankID), Shown(tank.modelNo),
-                                                      Shown(tank.tankClass), created.toString("MM/dd/yy")});
+    auto line =
+        std::make_unique<ListRow>(QStringList{shownText(tank.tankID), shownText(tank.modelNo),
+                                              shownText(tank.tankClass), created.toString("MM/dd/yy")});
     line->setCheckState(0, Qt::Unchecked);
     line->setSortKey(0, tank.tankNo.value_or(0));
     line->setSortKey(3, created);
@@ -27,7 +28,7 @@ std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
 frmDelete::frmDelete() : Screen("frmDelete") {
     setupUi(this);
     prepare();
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     on(bttnDelete, ".tbToolbar", [this] { DeleteRecords(); });
     on(bttnSearch, ".tbToolbar", [this] { leaveFor("frmjobsearchdialog"); });
     // The space bar toggles the tick box, which is in the first column.
@@ -48,30 +49,30 @@ void frmDelete::Load() {
 void frmDelete::FillListView() {
     procedure(".FillListView", [this] {
         ListRows lines;
-        for (const TankLine& tank : TankLinesOf(lblJobID->text()))
+        for (const TankLine& tank : tankLinesOf(lblJobID->text()))
             lines.push_back(lineOf(tank));
-        FillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, std::move(lines));
+        fillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, std::move(lines));
     });
 }
 
 void frmDelete::DeleteRecords() {
-    if (!ConfirmDeletion(
+    if (!confirmDeletion(
             "The selected item(s) will be deleted!\nDo you want to delete the selected item(s)?"))
         return;
     const Hourglass hourglass;
     procedure(".DeleteRecords", [this] {
         if (optJob->isChecked())
-            DeleteJob(lblJobID->text());
+            deleteJob(lblJobID->text());
         else
-            DeleteTickedTanks();
+            deleteTickedTanks();
     });
     FillListView();
 }
 
-void frmDelete::DeleteTickedTanks() {
+void frmDelete::deleteTickedTanks() {
     QStringList ticked;
     for (int i = 0; i < lvOptions->topLevelItemCount(); ++i)
         if (const QTreeWidgetItem* line = lvOptions->topLevelItem(i); line->checkState(0) == Qt::Checked)
             ticked.append(line->text(0));
-    DeleteTankLines(ticked);
+    deleteTankLines(ticked);
 }

@@ -19,5 +19,5 @@ class frmDelete : public Screen, private Ui::frmDelete {
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void DeleteRecords();
-    void DeleteTickedTanks();
+    void deleteTickedTanks();
 };

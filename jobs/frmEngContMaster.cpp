@@ -24,8 +24,8 @@ frmEngContMaster::frmEngContMaster() : Screen("frmEngContMaster") {
     prepare();
     connect(txtInput, &QLineEdit::textEdited, this, [this] { Dirty = true; });
     connect(txtInput, &QLineEdit::returnPressed, bttnSave, &QToolButton::click);
-    connect(lstBox, &QListWidget::itemSelectionChanged, this, &frmEngContMaster::TakeName);
-    connect(lstBox, &QListWidget::itemClicked, this, &frmEngContMaster::TakeName);
+    connect(lstBox, &QListWidget::itemSelectionChanged, this, &frmEngContMaster::takeName);
+    connect(lstBox, &QListWidget::itemClicked, this, &frmEngContMaster::takeName);
     on(bttnNew, ".tbToolbar", [this] { NewRecord(); });
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
     on(bttnDelete, ".tbToolbar", [this] { procedure(".DeleteRecord", [this] { DeleteRecord(); }); });
@@ -47,7 +47,7 @@ QString frmEngContMaster::SetTable() const {
 }
 
 void frmEngContMaster::FillListBox() {
-    SetStatusText("Add/edit/delete " + Tag.toLower());
+    setStatusText("Add/edit/delete " + Tag.toLower());
     lblHeader->setText(Tag);
     setTitle("Maintain " + Tag);
     lstBox->clear();
@@ -57,7 +57,7 @@ void frmEngContMaster::FillListBox() {
 }
 
 /// Picking a name counts as typing it.
-void frmEngContMaster::TakeName() {
+void frmEngContMaster::takeName() {
     const auto selected = lstBox->selectedItems();
     if (selected.isEmpty())
         return;
@@ -82,7 +82,7 @@ void frmEngContMaster::NewRecord() {
 /// Adds the name. A name already listed stays as it is: nothing is ever renamed here.
 void frmEngContMaster::SaveRecord() {
     const Hourglass hourglass;
-    SetStatusText("Saving...");
+    setStatusText("Saving...");
     const QString typed = txtInput->text();
     if (!typed.isEmpty() && !NameList::has(SetTable(), typed))
         NameList::add(SetTable(), typed);
@@ -93,7 +93,7 @@ void frmEngContMaster::SaveRecord() {
 
 void frmEngContMaster::DeleteRecord() {
     const Hourglass hourglass;
-    SetStatusText("Deleting...");
+    setStatusText("Deleting...");
     NameList::remove(SetTable(), txtInput->text());
     FillListBox();
     txtInput->clear();

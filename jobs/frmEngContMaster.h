@@ -9,7 +9,7 @@ class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
     frmEngContMaster();
     Subject subject() const override { return Subject::None; }
     bool followsData() const override { return true; }
-    void ShowChanges() override { FillListBox(); }
+    void showChanges() override { FillListBox(); }
     bool growsWithWindow() const override { return true; }
 
     /// Switches to the list that a tag names.
@@ -21,7 +21,7 @@ class frmEngContMaster : public Screen, private Ui::frmEngContMaster {
     bool QueryUnload() override;
     QString SetTable() const;
     void FillListBox();
-    void TakeName();
+    void takeName();
     void NewRecord();
     void SaveRecord();
     void DeleteRecord();

@@ -42,11 +42,11 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
     connect(txtJobID, &QLineEdit::textEdited, this, touched);
     connect(txtJobDscrptn, &QLineEdit::textEdited, this, touched);
     connect(txtJobInfo, &QPlainTextEdit::textChanged, this, touched);
-    onLeaving(txtJobID, ".txtJobID_Validate", [this] { return ValidateJobID(); });
+    onLeaving(txtJobID, ".txtJobID_Validate", [this] { return validateJobID(); });
     onLeaving(txtEng, ".txtEng_Validate",
-              [this] { return ValidateName(txtEng, "tblEngineer", "This engineer is not on file!"); });
+              [this] { return validateName(txtEng, "tblEngineer", "This engineer is not on file!"); });
     onLeaving(txtCont, ".txtCont_Validate",
-              [this] { return ValidateName(txtCont, "tblContractor", "This Contractor is not on file!"); });
+              [this] { return validateName(txtCont, "tblContractor", "This Contractor is not on file!"); });
     on(cmdFindEng, ".cmdFindEng", [this] { FillListView(txtEng, "tblEngineer", "frmJobHeaderEngineer"); });
     on(cmdFindCont, ".cmdFindCont",
        [this] { FillListView(txtCont, "tblContractor", "frmJobHeaderContractor"); });
@@ -55,79 +55,79 @@ frmJobHeader::frmJobHeader() : Screen("frmJobHeader") {
 }
 
 void frmJobHeader::Load() {
-    const JobHeader::Sizes sizes = JobHeaderSizes();
+    const JobHeader::Sizes sizes = jobHeaderSizes();
     txtJobID->setMaxLength(sizes.jobID);
     txtJobDscrptn->setMaxLength(sizes.jobDscrptn);
     txtEng->setMaxLength(sizes.engineer);
     txtCont->setMaxLength(sizes.contractor);
     if (QString jobID; Session::JobID.read(jobID))
-        asRead = ReadJobHeader(jobID);
+        asRead = readJobHeader(jobID);
     if (!asRead && Session::Mode.text() == Session::Modes::Edit && !Session::JobID.text().isEmpty())
         throw RecordGone("This job has been deleted.");
     if (asRead)
-        ShowStored(*asRead);
+        showStored(*asRead);
     else
-        ShowDefaults();
+        showDefaults();
     showSchedule(asRead.has_value());
     Dirty = false;
 }
 
-void frmJobHeader::ShowStored(const JobHeader& job) {
-    txtJobID->setText(Shown(job.jobID));
-    txtJobDscrptn->setText(Shown(job.jobDscrptn));
-    txtEng->setText(Shown(job.engineer));
-    txtCont->setText(Shown(job.contractor));
-    txtJobInfo->setPlainText(Shown(job.jobInfo));
-    SetStatusText("Edit Job Header");
+void frmJobHeader::showStored(const JobHeader& job) {
+    txtJobID->setText(shownText(job.jobID));
+    txtJobDscrptn->setText(shownText(job.jobDscrptn));
+    txtEng->setText(shownText(job.engineer));
+    txtCont->setText(shownText(job.contractor));
+    txtJobInfo->setPlainText(shownText(job.jobInfo));
+    setStatusText("Edit Job Header");
     txtJobID->setEnabled(false);
 }
 
-void frmJobHeader::ShowDefaults() {
-    SetStatusText("Create New Job Header");
-    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
-    txtCont->setText(Shown(user.defaultContractor));
-    txtEng->setText(Shown(user.defaultEngineer));
+void frmJobHeader::showDefaults() {
+    setStatusText("Create New Job Header");
+    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
+    txtCont->setText(shownText(user.defaultContractor));
+    txtEng->setText(shownText(user.defaultEngineer));
 }
 
 void frmJobHeader::Deactivate() {
     showSchedule(false);
 }
 
-bool frmJobHeader::RefuseJobID(const QString& title, const QString& text) {
+bool frmJobHeader::refuseJobID(const QString& title, const QString& text) {
     Dialogs::current().show({text, title});
     txtJobID->setFocus();
     return false;
 }
 
 QString frmJobHeader::jobID() const {
-    return WithoutTrailingBlanks(txtJobID->text());
+    return withoutTrailingBlanks(txtJobID->text());
 }
 
 /// Tells the user when a new job cannot have its ID because it is reserved or taken.
-bool frmJobHeader::JobIDIsFree() {
-    if (jobID() == ReservedJob())
-        return RefuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
-    return !ReadJobHeader(jobID()) ||
-           RefuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
+bool frmJobHeader::jobIDIsFree() {
+    if (jobID() == reservedJob())
+        return refuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
+    return !readJobHeader(jobID()) ||
+           refuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
 }
 
 /// Offers the defaults again for a job that was started with empty fields.
-void frmJobHeader::OfferDefaults() {
-    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
-    offer(txtEng, Shown(user.defaultEngineer));
-    offer(txtCont, Shown(user.defaultContractor));
+void frmJobHeader::offerDefaults() {
+    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
+    offer(txtEng, shownText(user.defaultEngineer));
+    offer(txtCont, shownText(user.defaultContractor));
 }
 
-bool frmJobHeader::ValidateJobID() {
+bool frmJobHeader::validateJobID() {
     if (!Dirty || !ValidateValueEntered(txtJobID, false))
         return true;
-    if (!JobIDIsFree())
+    if (!jobIDIsFree())
         return false;
-    OfferDefaults();
+    offerDefaults();
     return true;
 }
 
-bool frmJobHeader::ValidateName(QLineEdit* field, const QString& table, const QString& question) {
+bool frmJobHeader::validateName(QLineEdit* field, const QString& table, const QString& question) {
     if (!ValidateValueEntered(field, false))
         return true;
     if (NameList::has(table, field->text()))
@@ -147,7 +147,7 @@ bool frmJobHeader::SaveRecord() {
     QString mode;
     if (Dirty && Session::Mode.read(mode)) {
         const bool isNew = mode == Session::Modes::New;
-        if (isNew && !JobIDIsFree()) // its field may have been left through a menu
+        if (isNew && !jobIDIsFree()) // its field may have been left through a menu
             return false;
         const JobHeader job = {.jobID = jobID(),
                                .jobDscrptn = txtJobDscrptn->text(),
@@ -155,9 +155,9 @@ bool frmJobHeader::SaveRecord() {
                                .contractor = txtCont->text(),
                                .jobInfo = txtJobInfo->toPlainText(),
                                .dateCreated = QDateTime::currentDateTime()};
-        if (isNew && !AddJobHeader(job)) // another copy of the program was faster
-            return JobIDIsFree();
-        if (!isNew && !saves([&](Record::IfChanged ifChanged) { UpdateJobHeader(job, asRead, ifChanged); }))
+        if (isNew && !addJobHeader(job)) // another copy of the program was faster
+            return jobIDIsFree();
+        if (!isNew && !saves([&](Record::IfChanged ifChanged) { updateJobHeader(job, asRead, ifChanged); }))
             return false;
         asRead = job;
         Dirty = false;

@@ -40,25 +40,25 @@ frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
     setupUi(this);
     prepare();
     setDefault(cmdOK);
-    SortByHeadings(lvSearch);
+    sortByHeadings(lvSearch);
     handsOver(cmdOK, [this] {
         const auto* asking = std::ranges::find_if(
             handOvers, [this](const HandOver& handOver) { return Tag == QLatin1String(handOver.tag); });
         return asking == std::end(handOvers) ? QString() : QString(asking->screen);
     });
-    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    on(cmdOK, ".cmdOK", [this] { confirm(); });
     connect(lvSearch, &QTreeWidget::itemDoubleClicked, this,
-            [this] { act(".lvSearch", [this] { Confirm(); }); });
+            [this] { act(".lvSearch", [this] { confirm(); }); });
 }
 
 void frmOneColumnLookup::List(const QString& table) {
     ListRows rows;
     for (const QString& listed : NameList::names(table))
         rows.push_back(std::make_unique<ListRow>(QStringList{listed}));
-    FillList(lvSearch, {"Name"}, std::move(rows));
+    fillList(lvSearch, {"Name"}, std::move(rows));
 }
 
-void frmOneColumnLookup::Confirm() {
+void frmOneColumnLookup::confirm() {
     const QTreeWidgetItem* selected = lvSearch->currentItem();
     if (!selected || selected->text(0).isEmpty()) {
         Dialogs::current().show({"Please select a value from the list.", "Error"});

@@ -15,5 +15,5 @@ class frmOneColumnLookup : public Screen, private Ui::frmOneColumnLookup {
     void List(const QString& table);
 
   private:
-    void Confirm();
+    void confirm();
 };

@@ -23,16 +23,16 @@ const QString addNew = QStringLiteral("Add New...");
 
 /// The application of a model; nothing if the catalogue does not have it.
 std::optional<Application> applicationOf(const QString& model) {
-    const auto found = ReadModel(model);
-    return found ? ApplicationCoded(Shown(found->app).toStdString()) : std::nullopt;
+    const auto found = findModel(model);
+    return found ? applicationCoded(shownText(found->app).toStdString()) : std::nullopt;
 }
 
 /// The list row of a tank. Its ID sorts by tank number.
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDateTime created = tank.dateCreated.value_or(QDateTime());
-    auto line =
-        std::make_unique<ListRow>(QStringList{Shown(tank.tankID), Shown(tank.qty), Shown(tank.modelNo),
-                                              QLocale().toString(created, QLocale::ShortFormat)});
+    auto line = std::make_unique<ListRow>(QStringList{shownText(tank.tankID), shownText(tank.qty),
+                                                      shownText(tank.modelNo),
+                                                      QLocale().toString(created, QLocale::ShortFormat)});
     line->setSortKey(0, tank.tankNo.value_or(0));
     if (tank.qty)
         line->setSortKey(1, *tank.qty);
@@ -46,7 +46,7 @@ frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { leaveFor("frmJobHeader"); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
@@ -55,26 +55,26 @@ frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
 }
 
 void frmTankIDSearch::Load() {
-    SetStatusText("Select Tank to Edit");
+    setStatusText("Select Tank to Edit");
     ListRows lines;
     QString jobID;
     if (Session::JobID.read(jobID)) {
         lblJobID->setText(jobID);
-        for (const TankLine& tank : TankLinesOf(jobID))
+        for (const TankLine& tank : tankLinesOf(jobID))
             lines.push_back(lineOf(tank));
     }
     lines.push_back(std::make_unique<ListRow>(QStringList{addNew}));
-    FillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, std::move(lines));
+    fillList(lvOptions, {"TankID", "Qty", "ModelNo", "Date Created"}, std::move(lines));
 }
 
-QString frmTankIDSearch::SelectedTank() const {
+QString frmTankIDSearch::selectedTank() const {
     const QTreeWidgetItem* selected = lvOptions->currentItem();
     return selected ? selected->text(0) : QString();
 }
 
 void frmTankIDSearch::Next() {
     const Hourglass hourglass;
-    const QString tankID = SelectedTank();
+    const QString tankID = selectedTank();
     if (tankID.isEmpty()) {
         Dialogs::current().show({"Please select an item from the list!", "Error"});
         return;
@@ -86,13 +86,13 @@ void frmTankIDSearch::Next() {
     }
     Session::TankID.write(tankID);
     const auto application = applicationOf(lvOptions->currentItem()->text(2));
-    SetStatusText("Edit job conditions for " + tankID);
+    setStatusText("Edit job conditions for " + tankID);
     if (application)
         Session::TankClass.write(AppName(*application));
-    if (Session::JobID.text() == ReservedJob())
+    if (Session::JobID.text() == reservedJob())
         leaveFor("frmConvertSteel");
     else if (application)
-        leaveFor(ToQString(InfoOf(*application).conditionsScreen));
+        leaveFor(toQString(infoOf(*application).conditionsScreen));
     else // a tank without a model opens in the session's application
         leaveFor("frmJobConditions");
 }
@@ -103,7 +103,7 @@ void frmTankIDSearch::Cancel() {
 }
 
 bool frmTankIDSearch::QueryUnload() {
-    Session::TankID.write(SelectedTank()); // at every closing, after "Add New..." too
+    Session::TankID.write(selectedTank()); // at every closing, after "Add New..." too
     if (Tag != "1")
         SetStatusBarText();
     return true;

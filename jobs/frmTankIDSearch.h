@@ -14,7 +14,7 @@ class frmTankIDSearch : public Screen, private Ui::frmTankIDSearch {
   private:
     void Load() override;
     bool QueryUnload() override;
-    QString SelectedTank() const;
+    QString selectedTank() const;
     void Next();
     void Cancel();
 };

@@ -31,10 +31,10 @@ QString shortDate(const QDate& date) {
 frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
     setupUi(this);
     prepare();
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     for (QComboBox* operators : {cmboCriteriaJob, cmboCriteriaContractor, cmboCriteriaEngineer})
-        operators->addItems(JobSearch::TextComparisons());
-    cmboCriteriaDateCreated->addItems(JobSearch::DateComparisons());
+        operators->addItems(JobSearch::comparisonsOfTexts());
+    cmboCriteriaDateCreated->addItems(JobSearch::comparisonsOfDates());
     for (QComboBox* operators : findChildren<QComboBox*>()) {
         operators->setCurrentIndex(-1);
         operators->installEventFilter(this);
@@ -43,9 +43,9 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
         connect(box, &QLineEdit::returnPressed, this,
                 [this] { trap(".tbToolbar", [this] { FillResultsBox(); }); });
     for (QLineEdit* box : {txtDate1, txtDate2})
-        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return ValidateDate(box); });
-    PrepareCalendar();
-    connect(Calendar1, &QCalendarWidget::clicked, this, &frmjobsearchdialog::TakeDate);
+        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return validateDate(box); });
+    prepareCalendar();
+    connect(Calendar1, &QCalendarWidget::clicked, this, &frmjobsearchdialog::takeDate);
     on(bttnFind, ".tbToolbar", [this] { FillResultsBox(); });
     on(bttnOK, ".tbToolbar", [this] { SearchFinished(); });
     connect(lvOptions, &QTreeWidget::itemActivated, this,
@@ -54,10 +54,10 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
 
 void frmjobsearchdialog::Load() {
     Calendar1->setSelectedDate(QDate::currentDate());
-    FillList(lvOptions, headings(), {});
+    fillList(lvOptions, headings(), {});
 }
 
-JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
+JobSearch::Criteria frmjobsearchdialog::enteredCriteria() const {
     return {.jobID = {txtJobID->text(), cmboCriteriaJob->currentText()},
             .contractor = {txtContractor->text(), cmboCriteriaContractor->currentText()},
             .engineer = {txtEngineer->text(), cmboCriteriaEngineer->currentText()},
@@ -68,7 +68,7 @@ JobSearch::Criteria frmjobsearchdialog::EnteredCriteria() const {
 void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
     frameCalendar->hide();
-    listedQuery = JobSearch::Query(EnteredCriteria()).value_or(QString());
+    listedQuery = JobSearch::Query(enteredCriteria()).value_or(QString());
     List(listedQuery);
     if (lvOptions->topLevelItemCount() == 0)
         Dialogs::current().beep();
@@ -78,7 +78,7 @@ void frmjobsearchdialog::FillResultsBox() {
 
 /// Lists what a statement finds; clears the list for an empty statement.
 void frmjobsearchdialog::List(const QString& query) {
-    FillList(lvOptions, headings(), {});
+    fillList(lvOptions, headings(), {});
     if (query.isEmpty())
         return;
     ListRows rows;
@@ -87,10 +87,10 @@ void frmjobsearchdialog::List(const QString& query) {
             QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
         row->setSortKey(3, job.created);
     }
-    FillList(lvOptions, headings(), std::move(rows));
+    fillList(lvOptions, headings(), std::move(rows));
 }
 
-void frmjobsearchdialog::ShowChanges() {
+void frmjobsearchdialog::showChanges() {
     List(listedQuery);
 }
 
@@ -106,7 +106,7 @@ void frmjobsearchdialog::SearchFinished() {
     const QString mode = Session::Mode.text();
     Tag = "1";
     if (mode == Session::Modes::Edit)
-        leaveFor(JobSearch::EditScreenOf(jobID));
+        leaveFor(JobSearch::editScreenOf(jobID));
     else if (mode == Session::Modes::Delete)
         leaveFor("frmDelete");
     else
@@ -114,7 +114,7 @@ void frmjobsearchdialog::SearchFinished() {
 }
 
 /// Gives the calendar the program's look. Clicking it leaves the focus in the date's box.
-void frmjobsearchdialog::PrepareCalendar() {
+void frmjobsearchdialog::prepareCalendar() {
     frameCalendar->hide();
     for (QWidget* part : Calendar1->findChildren<QWidget*>())
         part->setFocusPolicy(Qt::NoFocus);
@@ -133,7 +133,7 @@ void frmjobsearchdialog::PrepareCalendar() {
 }
 
 /// Places the calendar below the box, or beside it if the screen is too low.
-void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
+void frmjobsearchdialog::showCalendar(const QLineEdit* box) {
     Tag = box->objectName();
     frameCalendar->adjustSize();
     QPoint corner = box->mapTo(this, QPoint(0, box->height() + 3));
@@ -150,13 +150,13 @@ void frmjobsearchdialog::ShowCalendar(const QLineEdit* box) {
     frameCalendar->show();
 }
 
-void frmjobsearchdialog::TakeDate(const QDate& date) {
+void frmjobsearchdialog::takeDate(const QDate& date) {
     (Tag == "txtDate2" ? txtDate2 : txtDate1)->setText(shortDate(date));
     frameCalendar->hide();
 }
 
-bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
-    if (box->text().isEmpty() || ReadDate(box->text()))
+bool frmjobsearchdialog::validateDate(QLineEdit* box) {
+    if (box->text().isEmpty() || readDate(box->text()))
         return true;
     Dialogs::current().show({"Please select a valid date!", "Error"});
     box->selectAll();
@@ -167,7 +167,7 @@ bool frmjobsearchdialog::ValidateDate(QLineEdit* box) {
 bool frmjobsearchdialog::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
         if (object == txtDate1 || object == txtDate2)
-            ShowCalendar(static_cast<QLineEdit*>(object));
+            showCalendar(static_cast<QLineEdit*>(object));
         else
             frameCalendar->hide();
     }

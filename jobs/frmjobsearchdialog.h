@@ -12,7 +12,7 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
     bool followsData() const override { return true; }
     /// The search runs again on opening; the criteria stay.
     bool hasEntries() const override { return false; }
-    void ShowChanges() override;
+    void showChanges() override;
     bool growsWithWindow() const override { return true; }
 
   protected:
@@ -22,14 +22,14 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
   private:
     void Load() override;
     bool QueryUnload() override;
-    JobSearch::Criteria EnteredCriteria() const;
+    JobSearch::Criteria enteredCriteria() const;
     void List(const QString& query);
     void FillResultsBox();
     void SearchFinished();
-    void PrepareCalendar();
-    void ShowCalendar(const QLineEdit* box);
-    void TakeDate(const QDate& date);
-    bool ValidateDate(QLineEdit* box);
+    void prepareCalendar();
+    void showCalendar(const QLineEdit* box);
+    void takeDate(const QDate& date);
+    bool validateDate(QLineEdit* box);
 
     QString listedQuery; // empty while nothing is listed
 };

@@ -28,7 +28,7 @@ constexpr QSize drawingArea(505, 273); // the picture box as laid out in the for
 frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
     setupUi(this);
     prepare();
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     enlarges(imgDrawing, [this] { return familyDrawing; });
     const struct {
         QRadioButton* option;
@@ -40,13 +40,13 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
                     {optFDM, "FDM", "PKG4"}};
     for (const auto& family : families)
         on(family.option, "." + family.option->objectName(),
-           [this, family] { SelectFamily(family.packageClass, family.drawing); });
+           [this, family] { selectFamily(family.packageClass, family.drawing); });
     for (QLineEdit* box : {txtModelNo, txtQty, txtSysPressure})
         connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
     for (QLineEdit* box : {txtQty, txtSysPressure})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
     connect(lvOptions, &QTreeWidget::itemSelectionChanged, this,
-            [this] { trap(".lvOptions", [this] { SelectModel(); }); });
+            [this] { trap(".lvOptions", [this] { selectModel(); }); });
 
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
     offersSubmittal(bttnPreview, bttnPrint);
@@ -61,29 +61,29 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
 }
 
 void frmPKGSelect::Load() {
-    txtModelNo->setMaxLength(TankLineTextSize("ModelNo"));
+    txtModelNo->setMaxLength(tankLineTextSize("ModelNo"));
     optPKG->click();
-    SetStatusText("Select Package");
+    setStatusText("Select Package");
     QString jobID;
     if (Session::JobID.read(jobID)) {
         setTitle("Select Glycol Make-up Package for Job: " + jobID);
         lblJobID->setText(jobID);
     }
-    ShowChanges();
+    showChanges();
 }
 
 /// Shows what is stored for the line, without leaving the family that the user is viewing.
-void frmPKGSelect::ShowChanges() {
-    asRead = ReadTankLineToEdit();
+void frmPKGSelect::showChanges() {
+    asRead = readTankLineToEdit();
     if (!asRead)
         return;
-    txtModelNo->setText(Shown(asRead->modelNo));
-    txtQty->setText(Shown(asRead->qty));
-    txtSysPressure->setText(Shown(asRead->sopMax));
+    txtModelNo->setText(shownText(asRead->modelNo));
+    txtQty->setText(shownText(asRead->qty));
+    txtSysPressure->setText(shownText(asRead->sopMax));
     Dirty = false; // what is stored needs no saving
 }
 
-void frmPKGSelect::SelectFamily(const QString& packageClass, const QString& drawing) {
+void frmPKGSelect::selectFamily(const QString& packageClass, const QString& drawing) {
     FillListView(packageClass);
     familyDrawing = drawing;
     imgDrawing->setGeometry(QRect({0, 0}, drawingArea)); // or the box drifts between drawings
@@ -92,16 +92,16 @@ void frmPKGSelect::SelectFamily(const QString& packageClass, const QString& draw
 }
 
 void frmPKGSelect::FillListView(const QString& packageClass) {
-    SetStatusText("Select Package");
+    setStatusText("Select Package");
     const QSignalBlocker noSelection(lvOptions);
     ListRows rows;
-    for (const Model& model : ModelsOf(packageClass)) {
-        rows.push_back(std::make_unique<ListRow>(
-            QStringList{Shown(model.modelDscrptn),
-                        Shown(model.makeUpCapacity) + "gpm @ " + Shown(model.tankWkPressure) + " psi",
-                        Shown(model.pumpHp), Shown(model.tankVolume) + " gal",
-                        Shown(model.minSysPressure) + "-" + Shown(model.tankWkPressure) + " psi",
-                        Shown(model.oal), Shown(model.tankOD), Shown(model.shipWeight) + " lbs"}));
+    for (const Model& model : modelsOf(packageClass)) {
+        rows.push_back(std::make_unique<ListRow>(QStringList{
+            shownText(model.modelDscrptn),
+            shownText(model.makeUpCapacity) + "gpm @ " + shownText(model.tankWkPressure) + " psi",
+            shownText(model.pumpHp), shownText(model.tankVolume) + " gal",
+            shownText(model.minSysPressure) + "-" + shownText(model.tankWkPressure) + " psi",
+            shownText(model.oal), shownText(model.tankOD), shownText(model.shipWeight) + " lbs"}));
         int column = 0;
         for (const auto& key : {model.makeUpCapacity, model.pumpHp, model.tankVolume, model.minSysPressure,
                                 model.oal, model.tankOD, model.shipWeight}) {
@@ -110,12 +110,12 @@ void frmPKGSelect::FillListView(const QString& packageClass) {
                 rows.back()->setSortKey(column, *key);
         }
     }
-    FillList(lvOptions,
+    fillList(lvOptions,
              {"Model No.", "Make Up Capacity", "Pump hp", "Volume", "psi Range", "Height", "Width", "Weight"},
              std::move(rows), Selected::None);
 }
 
-void frmPKGSelect::SelectModel() {
+void frmPKGSelect::selectModel() {
     const auto selected = lvOptions->selectedItems();
     if (selected.isEmpty())
         return;
@@ -134,21 +134,21 @@ void frmPKGSelect::SaveRecord() {
             return;
     TankLine line;
     line.tankClass = ""; // the model's, whichever family the list shows
-    if (const auto model = ReadModel(txtModelNo->text()))
-        line.tankClass = Shown(model->series);
+    if (const auto model = findModel(txtModelNo->text()))
+        line.tankClass = shownText(model->series);
     line.jobID = lblJobID->text();
     line.dateCreated = QDate::currentDate().startOfDay(); // of the last save
     line.modelNo = txtModelNo->text();
-    line.qty = ToInt32(ToNumber(txtQty->text()));
-    line.sopMax = ToNumber(txtSysPressure->text());
+    line.qty = toInt32(toNumber(txtQty->text()));
+    line.sopMax = toNumber(txtSysPressure->text());
     bool stored = false;
     const bool saved = saves([&](Record::IfChanged ifChanged) {
-        stored = SaveTankLine(line, TankLine::package(), asRead, ifChanged);
+        stored = saveTankLine(line, TankLine::package(), asRead, ifChanged);
     });
     if (!saved || !stored)
         return;
-    asRead = ReadTankLine(Session::TankID.text());
-    SetStatusText("Record Saved");
+    asRead = findTankLine(Session::TankID.text());
+    setStatusText("Record Saved");
     Dirty = false;
 }
 

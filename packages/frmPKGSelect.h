@@ -13,12 +13,12 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
 
   private:
     void Load() override;
-    void ShowChanges() override;
+    void showChanges() override;
     bool QueryUnload() override;
     QString modelText() const override { return txtModelNo->text(); }
-    void SelectFamily(const QString& packageClass, const QString& drawing);
+    void selectFamily(const QString& packageClass, const QString& drawing);
     void FillListView(const QString& packageClass);
-    void SelectModel();
+    void selectModel();
     void SaveRecord();
 
     std::optional<TankLine> asRead; // nothing for a new line

@@ -21,16 +21,16 @@ QString& installerFolder() {
 }
 } // namespace
 
-QString InstallerFolder() {
+QString installerFolderPath() {
     return installerFolder();
 }
 
-void SetInstallerFolder(const QString& folder) {
+void setInstallerFolder(const QString& folder) {
     installerFolder() = folder;
 }
 
-QString ReadInstallerFile(const QString& name) {
-    const QDir folder(InstallerFolder());
+QString readInstallerFile(const QString& name) {
+    const QDir folder(installerFolderPath());
     if (!folder.exists())
         throw Fault(Fault::PathNotFound, "Path not found");
     constexpr qint64 maxSize = 4096; // bytes; no system allows longer paths
@@ -45,7 +45,7 @@ QString ReadInstallerFile(const QString& name) {
     return QString::fromLocal8Bit(text).remove(QChar(0));
 }
 
-bool IsInstallersToTake(const QString& path) {
+bool isInstallersToTake(const QString& path) {
     const QFileInfo file(path);
     if (file.isSymLink() || !file.isFile())
         return false;

@@ -68,7 +68,7 @@ class Progress {
             return;
         clock.restart();
         const QLocale english(QLocale::English);
-        SetStatusText(QStringLiteral("%1 %2 of %3 %4")
+        setStatusText(QStringLiteral("%1 %2 of %3 %4")
                           .arg(converting, english.toString(done), english.toString(total), things));
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
@@ -97,7 +97,7 @@ QDateTime momentOf(double days) {
 }
 
 QString textOf(const QVariant& value) {
-    return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
+    return value.typeId() == QMetaType::Double ? shownNumber(value.toDouble()) : value.toString();
 }
 
 /// Copies an earlier value to a column; a null leaves the column unchanged.
@@ -146,7 +146,7 @@ class Conversion {
     QSet<QString> namesIn(PriorTables::Index index) const {
         QSet<QString> found;
         Recordset names;
-        for (openTable(names, index); !names.AtEnd(); names.MoveNext())
+        for (openTable(names, index); !names.atEnd(); names.moveNext())
             found.insert(names["fldName"].text().toCaseFolded());
         return found;
     }
@@ -185,7 +185,7 @@ class Conversion {
         const QVariant& pressure = row[2];
         Recordset defaults;
         openTable(defaults, PriorTables::User);
-        if (defaults.AtEnd())
+        if (defaults.atEnd())
             defaults.AddNew();
         take(defaults["DefaultContractor"], contractor);
         // The earlier program never took over the engineer's name: both columns get the contractor's.
@@ -209,7 +209,7 @@ class Conversion {
                 if (column == "DateCreated" && row[i].isValid())
                     jobs[column] =
                         momentOf(row[i].typeId() == QMetaType::Double ? row[i].toDouble()
-                                                                      : ToNumber(row[i].toString()));
+                                                                      : toNumber(row[i].toString()));
                 else
                     take(jobs[column], row[i]);
             }
@@ -248,7 +248,7 @@ class Conversion {
     /// The series of a model, cached; empty if the catalogue does not have the model.
     QString classOf(const QString& model) {
         if (!classes.contains(model)) {
-            const auto found = ReadModel(model);
+            const auto found = findModel(model);
             classes.insert(model, found ? found->series.value_or(QString()) : QString());
         }
         return classes[model];
@@ -259,8 +259,8 @@ class Conversion {
     void setClasses() {
         QList<std::pair<QString, QString>> tanks; // key and series, read completely before the first change
         Recordset lines;
-        for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.AtEnd();
-             lines.MoveNext())
+        for (lines.Open("tblJobData", user, CursorType::ForwardOnly, CommandType::Table); !lines.atEnd();
+             lines.moveNext())
             if (const QString series = classOf(lines["ModelNo"].text());
                 !series.isEmpty() && (!hasOwnData || added.contains(lines["TankID"].text())))
                 tanks.append({lines["TankID"].text(), series});
@@ -289,7 +289,7 @@ class Conversion {
 void setConverted(const Connection& user) {
     Recordset flags;
     flags.Open("tblFirstTime", user, CursorType::Keyset, CommandType::Table);
-    if (flags.AtEnd())
+    if (flags.atEnd())
         return;
     flags["Convert"] = 1;
     flags.Update();
@@ -322,7 +322,7 @@ std::optional<Source> askForFile() {
 
 std::optional<Source> priorFile() {
     try {
-        return Source{ReadInstallerFile("datasource.ini"), true};
+        return Source{readInstallerFile("datasource.ini"), true};
     } catch (const Fault& fault) {
         if (fault.number() != Fault::FileNotFound && fault.number() != Fault::PathNotFound)
             throw;
@@ -333,7 +333,7 @@ std::optional<Source> priorFile() {
 /// False, with the reason, for a file that the provider cannot read.
 bool readPrior(const QString& path, PriorRows& rows, QString* why = nullptr) {
     try {
-        ReadPriorFile(path, rows);
+        readPriorFile(path, rows);
         return true;
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::Unspecified &&
@@ -357,7 +357,7 @@ QString freeName(const QDir& folder, const QString& name) {
 /// A file that could not be read counts as converted and would be deleted. Renames it, so that somebody may
 /// still repair it. False if that fails, in which case it must not be deleted.
 bool putAside(const QString& path) {
-    if (!IsInstallersToTake(path))
+    if (!isInstallersToTake(path))
         return true;
     const QFileInfo file(path);
     for (QString name = file.fileName(); !name.isEmpty();
@@ -373,19 +373,19 @@ bool convert(const Source& source) {
     bool complete = false;
     if (readPrior(source.path, rows)) {
         const Counts expected = countsOf(rows);
-        Backup::MakeIfPossible(user, Backup::Reason::Conversion);
+        Backup::makeIfPossible(user, Backup::Reason::Conversion);
         Transaction transaction(user);
         Conversion(user, rows).run();
         complete = countsOf(user) == expected;
         setConverted(user);
-        transaction.Commit();
+        transaction.commit();
     } else {
         complete = countsOf(rows) == Counts{};
         if (complete && source.namedByInstaller)
             complete = putAside(source.path);
         setConverted(user);
     }
-    SetStatusText("Finished!");
+    setStatusText("Finished!");
     return complete;
 }
 
@@ -395,7 +395,7 @@ const QString takeOverTitle = QStringLiteral("Take over prior data");
 QStringList equalJobs(const PriorRows& rows, const Connection& user) {
     QStringList equal;
     for (const QVariantList& row : rows.tables[PriorTables::JobHeader].rows)
-        if (HasRow(user, "tblJobHeader", "JobID", WithoutTrailingBlanks(textOf(row[0]))))
+        if (hasRow(user, "tblJobHeader", "JobID", withoutTrailingBlanks(textOf(row[0]))))
             equal.append(textOf(row[0]));
     return equal;
 }
@@ -416,7 +416,7 @@ void report(const QString& text) {
 void takeOver(const QString& path) {
     PriorRows rows;
     QString why;
-    SetStatusText(converting);
+    setStatusText(converting);
     if (!readPrior(path, rows, &why)) {
         SetStatusBarText();
         return report("Nothing was taken over, as the file cannot be read.\n" + why);
@@ -425,14 +425,14 @@ void takeOver(const QString& path) {
     const QStringList equal = equalJobs(rows, user);
     if (!equal.isEmpty() && !confirmWithout(equal))
         return SetStatusBarText();
-    Backup::MakeIfPossible(user, Backup::Reason::Conversion);
+    Backup::makeIfPossible(user, Backup::Reason::Conversion);
     QSet<QString> skipped;
     for (const QString& job : equal)
         skipped.insert(job.toCaseFolded());
     Transaction write(user);
     const TakenOver taken = Conversion(user, rows).addToExisting(skipped);
-    write.Commit();
-    SetStatusText("Finished!");
+    write.commit();
+    setStatusText("Finished!");
     report(QStringLiteral("Taken over: %1 jobs, %2 tanks, %3 names of engineers and contractors.")
                .arg(taken.jobs)
                .arg(taken.tanks)
@@ -443,19 +443,19 @@ void takeOver(const QString& path) {
 
 } // namespace
 
-void PriorData::TakeOverPriorData() {
+void PriorData::takeOverPriorData() {
     const QString path = Dialogs::current().openFile("*.mdb (*.mdb)", {}, takeOverTitle);
     if (path.isEmpty())
         return;
     const Hourglass hourglass;
-    Named("TakeOverPriorData", [&path] { takeOver(path); });
+    underName("TakeOverPriorData", [&path] { takeOver(path); });
 }
 
 bool PriorData::ConvertPriorData() {
     const Hourglass hourglass;
-    SetStatusText(converting);
+    setStatusText(converting);
     bool complete = false;
-    Trap("ConvertPriorData", [&] {
+    runTrapped("ConvertPriorData", [&] {
         if (const auto source = priorFile())
             complete = convert(*source);
         else

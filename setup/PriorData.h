@@ -13,6 +13,6 @@ bool ConvertPriorData();
 /// Adds the jobs, tanks and names of a file that the user selects to their existing data, completely or not
 /// at all; the file is not changed. Jobs with IDs that they already have are listed and can be skipped; a
 /// short report follows at the end. Throws Fault.
-void TakeOverPriorData();
+void takeOverPriorData();
 
 } // namespace PriorData

@@ -222,11 +222,11 @@ void run(const PriorHelper& helper, const QString& path, Reader& reader) {
 
 } // namespace
 
-void SetPriorHelper(const PriorHelper& helper) {
+void setPriorHelper(const PriorHelper& helper) {
     installedHelper() = helper;
 }
 
-void ReadPriorFile(const QString& path, PriorRows& rows) {
+void readPriorFile(const QString& path, PriorRows& rows) {
     if (!QFileInfo(path).isFile())
         unreadable(QStringLiteral("Could not find file '%1'.").arg(path));
     Reader reader(rows);

@@ -27,10 +27,10 @@ struct PriorHelper {
 };
 
 /// Replaces the program's own helper. For tests.
-void SetPriorHelper(const PriorHelper& helper);
+void setPriorHelper(const PriorHelper& helper);
 
 /// Reads a file of the earlier program; meanwhile the windows repaint but take no input. Throws DatabaseFault
 /// with the general error if the file is missing, damaged or of a different kind, or needs more time or room
 /// than such a file ever should; the rows then have the counts of the tables started so far. Throws Fault 6
 /// for a table with more than 32,767 rows.
-void ReadPriorFile(const QString& path, PriorRows& rows);
+void readPriorFile(const QString& path, PriorRows& rows);

@@ -21,7 +21,7 @@ void registerSetup() {
     Screens::add("frmFirstTime", [] { return new frmFirstTime; });
     Screens::add("frmUserInput", [] { return new frmUserInput; });
     Screens::add("frmValidateRep", [] { return new frmValidateRep; });
-    QTimer::singleShot(0, RemoveLeftHelpFolders); // while the splash is showing
+    QTimer::singleShot(0, removeLeftHelpFolders); // while the splash is showing
     Commands::set("mnuAboutSub", [] { Screens::open("frmAbout"); });
     Commands::set("mnuSetup", [] { Screens::open("frmUserInput"); });
 }

@@ -31,7 +31,7 @@ frmAbout::frmAbout() : Screen("frmAbout") {
     setupUi(this);
     prepare();
     imgMark->setPixmap(Appearance::splashPicture(imgMark->minimumSize(), devicePixelRatioF()));
-    lblVersion->setText("Version " + FullProgramVersion());
+    lblVersion->setText("Version " + fullProgramVersion());
     lblSupport->setText(
         QCoreApplication::translate("frmAbout", "Technical support: %1").arg(BRENNOVAL_SUPPORT_PHONE));
     setDefault(cmdOK);

@@ -26,14 +26,14 @@ constexpr qsizetype zipLength = 5;
 /// Deletes a file, unless it is missing or not one that the installer may name. Throws Fault 75 if it cannot
 /// be deleted.
 void deleteFile(const QString& path) {
-    if (!IsInstallersToTake(path))
+    if (!isInstallersToTake(path))
         return;
     if (!QFile::remove(path))
         throw Fault(Fault::PathFileAccess, "Path/File access error: " + path.toStdString());
 }
 
 bool needsZip() {
-    const auto user = ReadUserDefaults();
+    const auto user = readUserDefaults();
     return !user || user->postalCode.value_or(QString()).isEmpty();
 }
 
@@ -53,7 +53,7 @@ std::optional<QString> zipFromUser() {
         return std::nullopt;
     if (zip == "HOME" || zip == "CAN")
         return zip;
-    const bool numeric = ParseNumber(zip.toStdString()).has_value();
+    const bool numeric = parseNumber(zip.toStdString()).has_value();
     if (!numeric || zip.size() < zipLength)
         return askForZip("Invalid Response\n");
     return zip.left(zipLength);
@@ -72,12 +72,12 @@ frmFirstTime::frmFirstTime() : Screen("frmFirstTime") {
         Screens::open("frmUserInput");
     });
     on(cmdDemo, ".cmdDemo", Commands::handlerOf("mnuDemo"));
-    on(cmdCheck, ".cmdCheck", [this] { StoreTick(); });
+    on(cmdCheck, ".cmdCheck", [this] { storeTick(); });
     on(cmdContinue, ".cmdContinue", [this] { Continue(); });
 }
 
 void frmFirstTime::Load() {
-    const int Convert = ToInt16(ReadFirstTimeFlag("Convert").value_or(0));
+    const int Convert = ToInt16(readFirstTimeFlag("Convert").value_or(0));
     if (Convert == 0 && ConvertPriorData())
         DeleteFiles("Data");
     DeleteFiles("Demo");
@@ -89,37 +89,37 @@ void frmFirstTime::DeleteFiles(const QString& kind) {
         const QString ini = kind == "Demo" ? "demosource.ini" : "datasource.ini";
         QString path;
         try {
-            path = ReadInstallerFile(ini);
+            path = readInstallerFile(ini);
         } catch (const Fault& fault) {
             if (fault.number() != Fault::FileNotFound && fault.number() != Fault::PathNotFound)
                 throw;
             return;
         }
         deleteFile(path);
-        deleteFile(QDir(InstallerFolder()).filePath(ini));
+        deleteFile(QDir(installerFolderPath()).filePath(ini));
     });
 }
 
-void frmFirstTime::StoreTick() {
-    SaveFirstTimeFlag("FirstTime", cmdCheck->isChecked());
+void frmFirstTime::storeTick() {
+    saveFirstTimeFlag("FirstTime", cmdCheck->isChecked());
 }
 
 void frmFirstTime::LookRepInDb(const QString& zip, bool& found) {
     auto* screen = dynamic_cast<frmValidateRep*>(Screens::find("frmValidateRep"));
-    const auto representative = FindRepresentative(zip);
+    const auto representative = findRepresentative(zip);
     found = representative.has_value();
     if (screen && found)
         screen->Show(zip, *representative);
 }
 
 /// Shows the representative for a ZIP code, or an empty record if there is none.
-void frmFirstTime::ShowRepresentative(const QString& zip) {
+void frmFirstTime::showRepresentative(const QString& zip) {
     auto* screen = dynamic_cast<frmValidateRep*>(Screens::load("frmValidateRep"));
     if (!screen)
         return;
     bool found = false;
     LookRepInDb(zip, found);
-    screen->SetFound(found);
+    screen->setFound(found);
     Screens::show(screen->name());
 }
 
@@ -127,7 +127,7 @@ void frmFirstTime::Continue() {
     const Hourglass hourglass;
     Tag = "1";
     if (const auto zip = needsZip() ? zipFromUser() : std::nullopt)
-        ShowRepresentative(*zip);
+        showRepresentative(*zip);
     Screens::unload(name());
 }
 

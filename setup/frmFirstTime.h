@@ -15,8 +15,8 @@ class frmFirstTime : public Screen, private Ui::frmFirstTime {
     QWidget* firstField() const override { return cmdContinue; }
     bool QueryUnload() override;
     void DeleteFiles(const QString& kind);
-    void StoreTick();
+    void storeTick();
     void Continue();
-    void ShowRepresentative(const QString& zip);
+    void showRepresentative(const QString& zip);
     void LookRepInDb(const QString& zip, bool& found);
 };

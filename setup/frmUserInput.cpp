@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -11,6 +12,7 @@
 #include "jobs/NameLookup.h"
 #include "setup/frmValidateRep.h"
 
+#include <QCoreApplication>
 #include <QFocusEvent>
 
 using namespace Fields;
@@ -46,23 +48,32 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
         ValidateforNewEntry(txtCont, "tblContractor");
         return true;
     });
-    onLeaving(txtDefaultPSIa, ".txtDefaultPSIa_Validate",
-              [this] { return ValidateNumeric(txtDefaultPSIa, true); });
+    onLeaving(txtDefaultPSIa, ".txtDefaultPSIa_Validate", [this] {
+        if (!ValidateNumeric(txtDefaultPSIa, true))
+            return false;
+        setStatusText(markNoPressure()
+                          ? QCoreApplication::translate(
+                                "frmUserInput",
+                                "With an atmospheric pressure of 0 psia every tank comes out too small.")
+                          : QStringLiteral("Maintain user setup"));
+        return true;
+    });
     on(cmdFindRep, ".cmdFindRep", [this] { procedure(".GetRepInfo", [this] { GetRepInfo("Find"); }); });
     on(cmdFindEng, ".cmdFindEng", [this] { FillListView(txtEng, "tblEngineer", "frmUserInputEngineer"); });
     on(cmdFindCont, ".cmdFindCont",
        [this] { FillListView(txtCont, "tblContractor", "frmUserInputContractor"); });
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
-    on(bttnChange, ".tbToolbar", [this] { ChangeRepresentative(); });
-    const auto taken = [this] { trap(".lvOptions", [this] { TakeRepresentative(); }); };
+    on(bttnChange, ".tbToolbar", [this] { changeRepresentative(); });
+    const auto taken = [this] { trap(".lvOptions", [this] { takeRepresentative(); }); };
     connect(lvOptions, &QTreeWidget::itemClicked, this, taken);
     connect(lvOptions, &QTreeWidget::itemActivated, this, taken);
 }
 
 void frmUserInput::Load() {
     lblMessage->hide();
-    ShowRepresentative(false);
-    FillDefaults();
+    showRepresentative(false);
+    fillDefaults();
+    markNoPressure();
     if (txtPostalCode->text().isEmpty())
         lblMessage->show();
     else
@@ -71,26 +82,35 @@ void frmUserInput::Load() {
 }
 
 void frmUserInput::Activate() {
-    SetStatusText("Maintain user setup");
+    setStatusText("Maintain user setup");
 }
 
-void frmUserInput::FillDefaults() {
-    const UserDefaults::Sizes sizes = UserDefaultsSizes();
+/// An emptied box counts as 0 and is stored, but with it every tank comes out too small. Says whether it is
+/// so.
+bool frmUserInput::markNoPressure() {
+    if (toNumber(txtDefaultPSIa->text()) != 0)
+        return false;
+    markField(txtDefaultPSIa);
+    return true;
+}
+
+void frmUserInput::fillDefaults() {
+    const UserDefaults::Sizes sizes = userDefaultsSizes();
     txtPostalCode->setMaxLength(sizes.postalCode);
     txtEng->setMaxLength(sizes.defaultEngineer);
     txtCont->setMaxLength(sizes.defaultContractor);
     txtDefaultPSIa->setMaxLength(sizes.defaultPSIa);
-    const auto user = ReadUserDefaults();
+    const auto user = readUserDefaults();
     txtDefaultPSIa->setText(
-        ShownNumber(user.value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
+        shownNumber(user.value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
     if (!user)
         return;
-    txtEng->setText(Shown(user->defaultEngineer));
-    txtCont->setText(Shown(user->defaultContractor));
-    txtPostalCode->setText(Shown(user->postalCode));
+    txtEng->setText(shownText(user->defaultEngineer));
+    txtCont->setText(shownText(user->defaultContractor));
+    txtPostalCode->setText(shownText(user->postalCode));
 }
 
-void frmUserInput::ShowRepresentative(bool visible) {
+void frmUserInput::showRepresentative(bool visible) {
     for (QLabel* label : {lblName, lblRepAddress, lblPhone, lblFAX, lblRepCompanyNameVal, lblAddress1Val,
                           lblAddress2Val, lblPhoneNoVal, lblFAXNoVal})
         label->setVisible(visible);
@@ -99,17 +119,17 @@ void frmUserInput::ShowRepresentative(bool visible) {
 }
 
 void frmUserInput::LookupRepInDb(const QString& source, const QString& zip) {
-    const auto found = source == "Sys" ? FindRepresentative(zip) : OwnRepresentative(zip);
-    ShowRepresentative(found.has_value());
+    const auto found = source == "Sys" ? findRepresentative(zip) : ownRepresentative(zip);
+    showRepresentative(found.has_value());
     if (!found)
         return;
     representative = *found;
     // The stored names have & doubled, for labels that would take a single one as a mnemonic.
-    lblRepCompanyNameVal->setText(Shown(found->companyName).replace("&&", "&"));
-    lblAddress1Val->setText(Shown(found->address1));
-    lblAddress2Val->setText(Shown(found->address2));
-    lblPhoneNoVal->setText(Shown(found->phoneNo));
-    lblFAXNoVal->setText(Shown(found->faxNo));
+    lblRepCompanyNameVal->setText(shownText(found->companyName).replace("&&", "&"));
+    lblAddress1Val->setText(shownText(found->address1));
+    lblAddress2Val->setText(shownText(found->address2));
+    lblPhoneNoVal->setText(shownText(found->phoneNo));
+    lblFAXNoVal->setText(shownText(found->faxNo));
 }
 
 void frmUserInput::GetRepInfo(const QString& sender) {
@@ -121,27 +141,27 @@ void frmUserInput::GetRepInfo(const QString& sender) {
     }
     if (!ValidateValueEntered(txtPostalCode, false) || !Dirty || zipAtFocus == zipAtLeaving)
         return;
-    if (OwnRepresentatives().empty()) {
+    if (ownRepresentatives().empty()) {
         LookupRepInDb("Sys", zip);
         TransferRepInfoToUser(zip);
     } else {
-        OfferRepresentatives();
-        DeleteDirectory(); // the catalogue's, oddly: kept as it always was
+        offerRepresentatives();
+        deleteDirectory(); // the catalogue's, oddly: kept as it always was
     }
     Dirty = false;
 }
 
 /// Lists the user's own representatives to choose from.
-void frmUserInput::OfferRepresentatives() {
+void frmUserInput::offerRepresentatives() {
     ListRows rows;
-    for (const Representative& own : OwnRepresentatives())
+    for (const Representative& own : ownRepresentatives())
         rows.push_back(std::make_unique<ListRow>(
-            QStringList{Shown(own.userPostalCode), Shown(own.companyName), Shown(own.address2)}));
-    FillList(lvOptions, {"ZIP Code", "Rep Name", "Address"}, std::move(rows));
+            QStringList{shownText(own.userPostalCode), shownText(own.companyName), shownText(own.address2)}));
+    fillList(lvOptions, {"ZIP Code", "Rep Name", "Address"}, std::move(rows));
     pages->setCurrentWidget(lvOptions);
 }
 
-void frmUserInput::TakeRepresentative() {
+void frmUserInput::takeRepresentative() {
     const QTreeWidgetItem* picked = lvOptions->currentItem();
     if (!picked || pages->currentWidget() != lvOptions)
         return;
@@ -167,7 +187,7 @@ void frmUserInput::ValidateforNewEntry(QLineEdit* field, const QString& table) {
 }
 
 void frmUserInput::SaveRecord() {
-    const auto stored = ReadUserDefaults();
+    const auto stored = readUserDefaults();
     UserDefaults user = stored.value_or(UserDefaults());
     const QString zip = txtPostalCode->text();
     if (zip.size() == zipLength) // others, such as CAN, are stored with the representative
@@ -178,11 +198,11 @@ void frmUserInput::SaveRecord() {
     user.defaultEngineer = txtEng->text();
     if (!ValidateNumeric(txtDefaultPSIa, false))
         return;
-    user.defaultPSIa = ToNumber(txtDefaultPSIa->text());
-    SaveUserDefaults(user);
+    user.defaultPSIa = toNumber(txtDefaultPSIa->text());
+    saveUserDefaults(user);
 }
 
-void frmUserInput::ChangeRepresentative() {
+void frmUserInput::changeRepresentative() {
     const Hourglass hourglass;
     auto* next = dynamic_cast<frmValidateRep*>(Screens::load("frmValidateRep"));
     if (!next)

@@ -10,7 +10,7 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     frmUserInput();
     Subject subject() const override { return Subject::None; }
     bool followsData() const override { return true; }
-    void ShowChanges() override { FillDefaults(); }
+    void showChanges() override { fillDefaults(); }
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -20,15 +20,16 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     void Activate() override;
     QWidget* firstField() const override { return txtPostalCode; }
     bool QueryUnload() override;
-    void FillDefaults();
+    bool markNoPressure();
+    void fillDefaults();
     void GetRepInfo(const QString& sender);
     void LookupRepInDb(const QString& source, const QString& zip);
-    void ShowRepresentative(bool visible);
-    void OfferRepresentatives();
-    void TakeRepresentative();
+    void showRepresentative(bool visible);
+    void offerRepresentatives();
+    void takeRepresentative();
     void ValidateforNewEntry(QLineEdit* field, const QString& table);
     void SaveRecord();
-    void ChangeRepresentative();
+    void changeRepresentative();
 
     bool Dirty = false;            // whether the ZIP code has changed
     Representative representative; // last one shown

@@ -29,7 +29,7 @@ std::array<frmValidateRep::Box, 6> frmValidateRep::boxes() const {
 
 void frmValidateRep::Load() {
     for (const Box& entry : boxes())
-        entry.box->setMaxLength(RepresentativeTextSize(entry.column));
+        entry.box->setMaxLength(representativeTextSize(entry.column));
 }
 
 void frmValidateRep::Show(const QString& zip, const Representative& representative) {
@@ -38,7 +38,7 @@ void frmValidateRep::Show(const QString& zip, const Representative& representati
     txtPostalCode->setText(zip);
 }
 
-void frmValidateRep::SetFound(bool found) {
+void frmValidateRep::setFound(bool found) {
     cmdOK->setVisible(found);
     cmdSave->setVisible(!found);
     setDefault(found ? cmdOK : cmdSave);
@@ -47,21 +47,21 @@ void frmValidateRep::SetFound(bool found) {
 }
 
 /// The user has a single representative, in the first row.
-void frmValidateRep::SaveRepresentative() {
+void frmValidateRep::saveRepresentative() {
     Representative own;
     for (const Box& entry : boxes())
         own.*entry.member = entry.box->text();
     if (txtPostalCode->text().isEmpty())
         own.userPostalCode = ".";
-    SaveDefaultRepresentative(own);
+    saveDefaultRepresentative(own);
 }
 
-void frmValidateRep::SavePostalCode() {
+void frmValidateRep::savePostalCode() {
     UserDefaults first;
     first.defaultPSIa = UserDefaults::standardAtmosphere;
-    UserDefaults user = ReadUserDefaults().value_or(first);
+    UserDefaults user = readUserDefaults().value_or(first);
     user.postalCode = txtPostalCode->text();
-    SaveUserDefaults(user);
+    saveUserDefaults(user);
 }
 
 void frmValidateRep::Save() {
@@ -70,12 +70,12 @@ void frmValidateRep::Save() {
     if (std::ranges::all_of(all, [](const Box& entry) { return entry.box->text().isEmpty(); })) {
         Dialogs::current().beep();
     } else {
-        SaveRepresentative();
-        SavePostalCode();
+        saveRepresentative();
+        savePostalCode();
     }
     // Kept as it always was: a user who still has no representative loses the directory.
-    if (OwnRepresentatives().empty())
-        DeleteDirectory();
+    if (ownRepresentatives().empty())
+        deleteDirectory();
     Dirty = false;
     Screens::unload(name());
 }

@@ -16,15 +16,15 @@ class frmValidateRep : public Screen, private Ui::frmValidateRep {
     /// Fills the boxes.
     void Show(const QString& zip, const Representative& representative);
     /// A record that was found only needs confirming; otherwise the screen says that none was.
-    void SetFound(bool found);
+    void setFound(bool found);
 
   private:
     void Load() override;
     QWidget* firstField() const override { return txtPostalCode; }
     bool QueryUnload() override;
     void Save();
-    void SaveRepresentative();
-    void SavePostalCode();
+    void saveRepresentative();
+    void savePostalCode();
 
     /// A box and the column of the user's tblRepMaster that it shows.
     struct Box {

@@ -10,11 +10,11 @@ constexpr double pi = 3.142857142857143;
 constexpr double gallonsInCubicFoot = 7.48;
 } // namespace
 
-double ShockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure) {
+double shockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure) {
     return 1 - Divide(.9 * flowPressure + atmosphericPressure, staticPressure + atmosphericPressure);
 }
 
-double ShockPressureBand(double shockPressure) {
+double shockPressureBand(double shockPressure) {
     for (int top = 100; top <= 180; top += 10)
         if (shockPressure <= top)
             return top;
@@ -22,35 +22,35 @@ double ShockPressureBand(double shockPressure) {
     return shockPressure > 190 && shockPressure <= 200 ? 200 : shockPressure;
 }
 
-double StaticPressureBand(double staticPressure) {
+double staticPressureBand(double staticPressure) {
     for (int top = 20; top <= 110; top += 10)
         if (staticPressure <= top)
             return top;
     return staticPressure;
 }
 
-bool TableHasPressureFactor(double shockBand, double staticBand) {
+bool tableHasPressureFactor(double shockBand, double staticBand) {
     return shockBand <= 200 && staticBand <= 110;
 }
 
-double HighPressureFactor(double shockBand, double staticBand) {
+double highPressureFactor(double shockBand, double staticBand) {
     const double rise = shockBand - staticBand;
     return (37.95 - rise * .0241) * rise - staticBand * 7.24 - 234.1;
 }
 
-ShockSizes ComputeShockSizes(const ShockConditions& conditions, double pressureFactor) {
+ShockSizes computeShockSizes(const ShockConditions& conditions, double pressureFactor) {
     ShockSizes sizes;
     sizes.waterVelocity = Divide(.409 * conditions.flowRate, std::pow(conditions.bore, 2));
     sizes.kineticEnergy = std::pow(conditions.bore / 2, 2) * pi * std::pow(sizes.waterVelocity, 2) / 144;
     sizes.totalKineticEnergy = conditions.length * sizes.kineticEnergy;
     sizes.requiredAcceptance = Divide(sizes.totalKineticEnergy, pressureFactor) * gallonsInCubicFoot;
     sizes.requiredVolume = Divide(sizes.requiredAcceptance,
-                                  ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+                                  shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
                                                         conditions.atmosphericPressure));
     return sizes;
 }
 
-std::optional<std::string_view> ShockObjection(double waterVelocity, double acceptanceFactor,
+std::optional<std::string_view> shockObjection(double waterVelocity, double acceptanceFactor,
                                                double shockBand) {
     constexpr double fastest = 20; // ft/s
     constexpr double leastShare = .05;
@@ -65,7 +65,7 @@ std::optional<std::string_view> ShockObjection(double waterVelocity, double acce
     return std::nullopt;
 }
 
-double PipeArea(double bore) {
+double pipeArea(double bore) {
     return pi * std::pow(bore / 2, 2);
 }
 
@@ -74,6 +74,6 @@ double LeakLoad(double acceptanceFactor, double tankVolume, int quantity, double
     return Divide(acceptanceFactor * footSquareInchesInGallon * tankVolume * quantity, length * area);
 }
 
-double PumpStartupDelay(double acceptanceFactor, double tankVolume, int quantity, double flowRate) {
+double pumpStartupDelay(double acceptanceFactor, double tankVolume, int quantity, double flowRate) {
     return Divide(acceptanceFactor * tankVolume * quantity, flowRate) * 60;
 }

@@ -24,32 +24,32 @@ struct ShockSizes {
 
 /// The fraction of a tank that fills between nine tenths of the flow pressure and the static pressure
 /// (Boyle's law). Throws Fault 11 when the absolute static pressure is 0.
-double ShockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure);
+double shockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure);
 
 /// The shock pressure (psig) used to look up the pressure factor: the top of its band.
-double ShockPressureBand(double shockPressure);
+double shockPressureBand(double shockPressure);
 
 /// The static pressure (psig) used to look up the pressure factor: the top of its band, 20 to 110 in steps of
 /// 10.
-double StaticPressureBand(double staticPressure);
+double staticPressureBand(double staticPressure);
 
 /// Whether the table of pressure factors covers two band values in psig.
-bool TableHasPressureFactor(double shockBand, double staticBand);
+bool tableHasPressureFactor(double shockBand, double staticBand);
 
 /// The pressure factor beyond the table, in foot-pounds per cubic foot of tank: a polynomial fitted to the
 /// rise from the static to the shock pressure (psig).
-double HighPressureFactor(double shockBand, double staticBand);
+double highPressureFactor(double shockBand, double staticBand);
 
 /// Computes velocity, energies and sizes. Throws Fault 11 when the pressure factor or the acceptance factor
 /// is 0.
-ShockSizes ComputeShockSizes(const ShockConditions& conditions, double pressureFactor);
+ShockSizes computeShockSizes(const ShockConditions& conditions, double pressureFactor);
 
 /// Why the figures cannot be right, in the wording shown to the user; nothing when they are plausible.
-std::optional<std::string_view> ShockObjection(double waterVelocity, double acceptanceFactor,
+std::optional<std::string_view> shockObjection(double waterVelocity, double acceptanceFactor,
                                                double shockBand);
 
 /// The area of a pipe's bore in square inches, from the bore in inches.
-double PipeArea(double bore);
+double pipeArea(double bore);
 
 /// The water that the tanks give back, as a fraction of the pipe's contents. Volumes in gallons per tank, the
 /// length in feet, the area in square inches. Throws Fault 11 when the pipe has no volume.
@@ -57,4 +57,4 @@ double LeakLoad(double acceptanceFactor, double tankVolume, int quantity, double
 
 /// The seconds for which the tanks can supply the flow (gallons per minute) before the pump must start.
 /// Throws Fault 11 for a flow of 0.
-double PumpStartupDelay(double acceptanceFactor, double tankVolume, int quantity, double flowRate);
+double pumpStartupDelay(double acceptanceFactor, double tankVolume, int quantity, double flowRate);

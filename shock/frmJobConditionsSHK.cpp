@@ -26,20 +26,20 @@ using namespace StatusBar;
 namespace {
 
 double numberIn(const QLineEdit* box) {
-    return ToNumber(box->text());
+    return toNumber(box->text());
 }
 
 /// The user's atmospheric pressure in psia.
 double atmosphericPressure() {
-    const double stored = ReadUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(0);
+    const double stored = readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(0);
     return stored == 0 ? UserDefaults::standardAtmosphere : stored;
 }
 
 /// The pressure factor for two band values in psig; 0 when the table has no row for them.
 double pressureFactor(double shockBand, double staticBand) {
-    if (!TableHasPressureFactor(shockBand, staticBand))
-        return HighPressureFactor(shockBand, staticBand);
-    return ReadPressureFactor(shockBand, staticBand);
+    if (!tableHasPressureFactor(shockBand, staticBand))
+        return highPressureFactor(shockBand, staticBand);
+    return readPressureFactor(shockBand, staticBand);
 }
 
 } // namespace
@@ -68,35 +68,35 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
     });
     onLeaving(FlowRate, ".FlowRate_Validate", [this] { return ValidateNumeric(FlowRate, false); });
     onLeaving(FlowPressure, ".FlowPressure_Validate", [this] { return ValidateNumeric(FlowPressure, true); });
-    onLeaving(StaticPressure, ".StaticPressure_Validate", [this] { return CheckStaticPressure(); });
-    onLeaving(ShockPressure, ".ShockPressure_Validate", [this] { return CheckShockPressure(); });
+    onLeaving(StaticPressure, ".StaticPressure_Validate", [this] { return checkStaticPressure(); });
+    onLeaving(ShockPressure, ".ShockPressure_Validate", [this] { return checkShockPressure(); });
 
-    on(cmdFindPipe2, ".cmdFindPipe2", [this] { OpenPipeChooser(name()); });
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] { openPipeChooser(name()); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdMetric, Metric})
         opens(button, "frmMetricSHK");
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdNext, Next})
-        on(button, ".cmdNext", [this] { GoOn(); });
+        on(button, ".cmdNext", [this] { goOn(); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdPrevious, Previous})
-        on(button, ".cmdPrevious", [this] { GoBack(); });
+        on(button, ".cmdPrevious", [this] { goBack(); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdCancel, Cancel})
-        onCancel(button, ".cmdCancel", [this] { GiveUp(); });
+        onCancel(button, ".cmdCancel", [this] { giveUp(); });
 }
 
 void frmJobConditionsSHK::Load() {
-    SetStatusText("Enter job conditions");
+    setStatusText("Enter job conditions");
     lblJobID->setText(Session::JobID.text());
-    PipeIndex->setMaxLength(TankLineTextSize("PipeIndex"));
+    PipeIndex->setMaxLength(tankLineTextSize("PipeIndex"));
     SetPipeGraphic();
-    asRead = ReadTankLineToEdit();
+    asRead = readTankLineToEdit();
     if (!asRead)
         return;
-    PipeIndex->setText(Shown(asRead->pipeIndex));
+    PipeIndex->setText(shownText(asRead->pipeIndex));
     for (const auto& [box, value] : {std::pair(PipeLength, asRead->pipeLength),
                                      {FlowRate, asRead->flowRate},
                                      {FlowPressure, asRead->flowPressure},
                                      {StaticPressure, asRead->staticPressure},
                                      {ShockPressure, asRead->shockPressure}})
-        box->setText(Shown(value));
+        box->setText(shownText(value));
     SetPipeGraphic();
 }
 
@@ -106,9 +106,9 @@ void frmJobConditionsSHK::SetPipeGraphic() {
     lblPipeIDGraphic->clear();
     lblLenGraphic->clear();
     if (hasPipe)
-        lblPipeIDGraphic->setText(FormattedNumber(PipeBore(PipeIndex->text()), "#,##0.0 in"));
+        lblPipeIDGraphic->setText(formattedNumber(pipeBore(PipeIndex->text()), "#,##0.0 in"));
     if (hasLength)
-        lblLenGraphic->setText(FormattedNumber(numberIn(PipeLength), "#,##0 ft"));
+        lblLenGraphic->setText(formattedNumber(numberIn(PipeLength), "#,##0 ft"));
     for (QFrame* line : {linDiameter, linDiameterTop, linDiameterBottom})
         line->setVisible(hasPipe);
     for (QFrame* line : {linLength, linLengthStart, linLengthEnd})
@@ -116,29 +116,29 @@ void frmJobConditionsSHK::SetPipeGraphic() {
     imgPipe->setVisible(hasPipe && hasLength);
 }
 
-bool frmJobConditionsSHK::CheckStaticPressure() {
+bool frmJobConditionsSHK::checkStaticPressure() {
     if (!ValidateNumeric(StaticPressure, true) || !ValidateMinMax(StaticPressure, 20, 110))
         return false;
-    UnmarkField(FlowPressure);
-    UnmarkField(ShockPressure);
+    unmarkField(FlowPressure);
+    unmarkField(ShockPressure);
     return true;
 }
 
-bool frmJobConditionsSHK::CheckShockPressure() { // only Next checks the upper limit
+bool frmJobConditionsSHK::checkShockPressure() { // only Next checks the upper limit
     if (!ValidateNumeric(ShockPressure, true))
         return false;
-    UnmarkField(StaticPressure);
+    unmarkField(StaticPressure);
     return true;
 }
 
-void frmJobConditionsSHK::Refuse(const QString& text) {
-    SetStatusText("Error...");
+void frmJobConditionsSHK::refuse(const QString& text) {
+    setStatusText("Error...");
     Dialogs::current().show({text, "Error"});
 }
 
-void frmJobConditionsSHK::GoOn() {
+void frmJobConditionsSHK::goOn() {
     const Hourglass hourglass;
-    SetStatusText("Processing...");
+    setStatusText("Processing...");
     for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
         if (!ValidateValueEntered(box, false))
             return;
@@ -151,21 +151,21 @@ void frmJobConditionsSHK::GoOn() {
                                .staticPressure = numberIn(StaticPressure),
                                .shockPressure = numberIn(ShockPressure)};
     conditions.atmosphericPressure = atmosphericPressure();
-    txtAtmPressure->setText(ShownNumber(conditions.atmosphericPressure));
-    conditions.bore = PipeBore(PipeIndex->text());
+    txtAtmPressure->setText(shownNumber(conditions.atmosphericPressure));
+    conditions.bore = pipeBore(PipeIndex->text());
     if (conditions.bore == 0) {
-        MarkField(PipeIndex);
+        markField(PipeIndex);
         Dirty = false;
-        Refuse("Not a valid Pipe Index");
+        refuse("Not a valid Pipe Index");
         return;
     }
-    const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+    const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
                                                     conditions.atmosphericPressure);
-    const double shockBand = ShockPressureBand(conditions.shockPressure);
-    const double staticBand = StaticPressureBand(conditions.staticPressure);
-    const ShockSizes sizes = ComputeShockSizes(conditions, pressureFactor(shockBand, staticBand));
-    if (const auto objection = ShockObjection(sizes.waterVelocity, acceptance, shockBand)) {
-        Refuse("Check input.\n\r" + ToQString(*objection));
+    const double shockBand = shockPressureBand(conditions.shockPressure);
+    const double staticBand = staticPressureBand(conditions.staticPressure);
+    const ShockSizes sizes = computeShockSizes(conditions, pressureFactor(shockBand, staticBand));
+    if (const auto objection = shockObjection(sizes.waterVelocity, acceptance, shockBand)) {
+        refuse("Check input.\n\r" + toQString(*objection));
         PipeIndex->setFocus();
         return;
     }
@@ -195,11 +195,11 @@ bool frmJobConditionsSHK::SaveRecord(const ShockConditions& conditions, const Sh
     line.requiredAcceptance = Round(sizes.requiredAcceptance, decimals);
     line.tankClass = "SHK";
     return saves([&](Record::IfChanged ifChanged) {
-        SaveTankLine(line, TankLine::shockConditions(), asRead, ifChanged);
+        saveTankLine(line, TankLine::shockConditions(), asRead, ifChanged);
     });
 }
 
-void frmJobConditionsSHK::GoBack() {
+void frmJobConditionsSHK::goBack() {
     const Hourglass hourglass;
     Tag = "1";
     QString mode;
@@ -208,19 +208,19 @@ void frmJobConditionsSHK::GoBack() {
     Screens::unload(name());
 }
 
-void frmJobConditionsSHK::GiveUp() {
+void frmJobConditionsSHK::giveUp() {
     const Hourglass hourglass;
     Tag = "1";
     CancelJobInput(lblJobID->text());
     if (const Screen* pad = Screens::find("frmMetricSHK"); pad && !Screens::isOfAnotherJob(*pad, name()))
         Screens::unload(pad->name());
-    ClosePipeChooser(name());
+    closePipeChooser(name());
     Screens::unload(name());
 }
 
 bool frmJobConditionsSHK::QueryUnload() {
     if (Tag != "1") {
-        GiveUp();
+        giveUp();
         SetStatusBarText();
     }
     return true;

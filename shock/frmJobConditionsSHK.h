@@ -14,13 +14,13 @@ class frmJobConditionsSHK : public Screen, private Ui::frmJobConditionsSHK {
     void Load() override;
     bool QueryUnload() override;
     void SetPipeGraphic();
-    bool CheckStaticPressure();
-    bool CheckShockPressure();
-    void Refuse(const QString& text);
+    bool checkStaticPressure();
+    bool checkShockPressure();
+    void refuse(const QString& text);
     bool SaveRecord(const ShockConditions& conditions, const ShockSizes& sizes);
-    void GoOn();
-    void GoBack();
-    void GiveUp();
+    void goOn();
+    void goBack();
+    void giveUp();
 
     std::optional<TankLine> asRead; // nothing for a new line
     bool Dirty = false;

@@ -19,7 +19,7 @@ frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     prepare();
     setDefault(cmdOK);
     connect(txtPipeIndex, &QLineEdit::textChanged, this,
-            [this](const QString& text) { trap(".txtPipeIndex_Change", [&] { ShowPipe(text); }); });
+            [this](const QString& text) { trap(".txtPipeIndex_Change", [&] { showPipe(text); }); });
     onLeaving(txtPipeIndex, ".txtPipeIndex_Validate",
               [this] { return ValidatePipeSize(txtPipeIndex->text(), "Metric"); });
     converts(txtPipeLength, lblPipeLengthUS, MetersToFeet, "ft");
@@ -27,18 +27,18 @@ frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     converts(txtFlowPressure, lblFlowPressureUS, kPaToPSI, "psig");
     converts(txtStaticPressure, lblStaticPressureUS, kPaToPSI, "psig");
     converts(txtShockPressure, lblShockPressureUS, kPaToPSI, "psig");
-    on(cmdFindPipe2, ".cmdFindPipe2", [this] { OpenPipeChooser(name()); });
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] { openPipeChooser(name()); });
     handsOver(cmdOK, [] { return conditions; });
-    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    on(cmdOK, ".cmdOK", [this] { confirm(); });
 }
 
 void frmMetricSHK::Load() {
     MetricPad::Load();
-    SetStatusText("Convert Metric");
+    setStatusText("Convert Metric");
 }
 
-void frmMetricSHK::ShowPipe(const QString& metricIndex) {
-    const QString pipe = metricIndex.isEmpty() ? QString() : PipeIndexOf(metricIndex);
+void frmMetricSHK::showPipe(const QString& metricIndex) {
+    const QString pipe = metricIndex.isEmpty() ? QString() : pipeIndexOf(metricIndex);
     lblPipeIndexUS->setText(metricIndex.isEmpty() ? QString()
                             : pipe.isEmpty()      ? "not a metric size"
                                                   : "= " + pipe);
@@ -46,9 +46,9 @@ void frmMetricSHK::ShowPipe(const QString& metricIndex) {
 
 /// The chooser hands over U.S. keys even to this pad, and none of them is a metric key: such a text leaves
 /// the pipe on the conditions unchanged.
-void frmMetricSHK::Confirm() {
+void frmMetricSHK::confirm() {
     if (const QString text = txtPipeIndex->text(); !text.isEmpty())
-        if (const QString pipe = PipeIndexOf(text); !pipe.isEmpty())
+        if (const QString pipe = pipeIndexOf(text); !pipe.isEmpty())
             Screens::handOver(*this, conditions, "PipeIndex", pipe);
     for (const QLineEdit* box :
          {txtFlowRate, txtFlowPressure, txtStaticPressure, txtShockPressure, txtPipeLength})

@@ -10,6 +10,6 @@ class frmMetricSHK : public MetricPad, private Ui::frmMetricSHK {
 
   private:
     void Load() override;
-    void ShowPipe(const QString& metricIndex);
-    void Confirm();
+    void showPipe(const QString& metricIndex);
+    void confirm();
 };

@@ -26,29 +26,29 @@ void frmResultSHK::Load() {
     FinishedTankScreen::Load();
 }
 
-void frmResultSHK::ShowTankLine(const TankLine& tank) {
-    ShowTexts({{Qty, Shown(tank.qty)},
-               {ModelNo, Shown(tank.modelNo)},
-               {WaterVelocity, Shown(tank.waterVelocity, "#,##0.0 ft/sec")},
-               {KineticEnergy, Shown(tank.kineticEnergy, "#,##0.00 ft lbs/ft")},
-               {TotalKineticEnergy, Shown(tank.totalKineticEnergy, "#,##0.00 ft lbs")},
-               {RequiredVolume, Shown(tank.requiredVolume, "#,##0.0 gal")},
-               {LeakLoad, Shown(tank.leakLoad, "#,##0.0%")},
-               {PumpRunTime, Shown(tank.pumpRunTime, "#,##0.0 sec")},
-               {PipeIndex, Shown(tank.pipeIndex)},
-               {PipeLength, Shown(tank.pipeLength, "#,##0 ft")},
-               {FlowRate, Shown(tank.flowRate, "#,##0 gpm")},
-               {FlowPressure, Shown(tank.flowPressure, "#,##0 psi")},
-               {StaticPressure, Shown(tank.staticPressure, "#,##0 psi")},
-               {ShockPressure, Shown(tank.shockPressure, "#,##0 psi")}});
+void frmResultSHK::showTankLine(const TankLine& tank) {
+    showTexts({{Qty, shownText(tank.qty)},
+               {ModelNo, shownText(tank.modelNo)},
+               {WaterVelocity, shownText(tank.waterVelocity, "#,##0.0 ft/sec")},
+               {KineticEnergy, shownText(tank.kineticEnergy, "#,##0.00 ft lbs/ft")},
+               {TotalKineticEnergy, shownText(tank.totalKineticEnergy, "#,##0.00 ft lbs")},
+               {RequiredVolume, shownText(tank.requiredVolume, "#,##0.0 gal")},
+               {LeakLoad, shownText(tank.leakLoad, "#,##0.0%")},
+               {PumpRunTime, shownText(tank.pumpRunTime, "#,##0.0 sec")},
+               {PipeIndex, shownText(tank.pipeIndex)},
+               {PipeLength, shownText(tank.pipeLength, "#,##0 ft")},
+               {FlowRate, shownText(tank.flowRate, "#,##0 gpm")},
+               {FlowPressure, shownText(tank.flowPressure, "#,##0 psi")},
+               {StaticPressure, shownText(tank.staticPressure, "#,##0 psi")},
+               {ShockPressure, shownText(tank.shockPressure, "#,##0 psi")}});
 }
 
-void frmResultSHK::ShowModel(const Model& model) {
-    ShowTexts({{TankVolume, Shown(model.tankVolume, "#,##0 gal")},
-               {Weight, Shown(model.shipWeight, "#,##0 lbs")},
-               {txtTankSysConn, Shown(model.sysConnStd)}});
-    Diameter->setText(Shown(model.tankOD, "#,##0 ") + u'"');
-    HeightBox->setText(Shown(model.oal, "#,##0") + u'"');
+void frmResultSHK::showModel(const Model& model) {
+    showTexts({{TankVolume, shownText(model.tankVolume, "#,##0 gal")},
+               {Weight, shownText(model.shipWeight, "#,##0 lbs")},
+               {txtTankSysConn, shownText(model.sysConnStd)}});
+    Diameter->setText(shownText(model.tankOD, "#,##0 ") + u'"');
+    HeightBox->setText(shownText(model.oal, "#,##0") + u'"');
     BladderType->setText(bladderType(model));
     BladderType->setCursorPosition(0);
 }

@@ -11,6 +11,6 @@ class frmResultSHK : public FinishedTankScreen, private Ui::frmResultSHK {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(const Model& model) override;
+    void showTankLine(const TankLine& tank) override;
+    void showModel(const Model& model) override;
 };

@@ -19,15 +19,15 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
                                   question.condition(QString::number(quantity)) +
                                   " GROUP BY Class HAVING CLASS = '" + series + "'",
                               catalogue);
-                return smallest.AtEnd() ? std::nullopt : std::optional(smallest["MinAccVol"].number());
+                return smallest.atEnd() ? std::nullopt : std::optional(smallest["MinAccVol"].number());
             },
             [&](double size) {
                 std::vector<TankOption> options;
                 Recordset models;
                 models.Open("SELECT * FROM tblModelMaster WHERE " + question.sizeColumn + " = " +
-                                StatementNumber(size) + " AND Class = ?",
+                                statementNumber(size) + " AND Class = ?",
                             catalogue, {series});
-                for (; !models.AtEnd(); models.MoveNext())
+                for (; !models.atEnd(); models.moveNext())
                     options.push_back({0, models["ModelDscrptn"].text().toStdString(),
                                        models["TankVolume"].number(), models["TankOD"].number(),
                                        models["OAL"].number()});
@@ -37,30 +37,30 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
 
 } // namespace
 
-std::vector<TankOption> FindModels(const QString& series, double requiredVolume, double requiredAcceptance) {
+std::vector<TankOption> findModels(const QString& series, double requiredVolume, double requiredAcceptance) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "AcceptanceVolume * " + quantity +
-                                       " >= " + StatementNumber(requiredAcceptance) + " AND TankVolume * " +
-                                       quantity + " >= " + StatementNumber(requiredVolume);
+                                       " >= " + statementNumber(requiredAcceptance) + " AND TankVolume * " +
+                                       quantity + " >= " + statementNumber(requiredVolume);
                             }};
-    return SearchModels(sourceOf(question, series, catalogue));
+    return searchModels(sourceOf(question, series, catalogue));
 }
 
-std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume) {
+std::vector<TankOption> findConvertedModels(const QString& series, double requiredVolume) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"TankVolume", [&](const QString& quantity) {
-                                return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume);
+                                return "TankVolume * " + quantity + " >= " + statementNumber(requiredVolume);
                             }};
-    return SearchModels(sourceOf(question, series, catalogue));
+    return searchModels(sourceOf(question, series, catalogue));
 }
 
-std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore) {
+std::vector<TankOption> findShockModels(const QString& series, double requiredVolume, double bore) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
-                                return "TankVolume * " + quantity + " >= " + StatementNumber(requiredVolume) +
+                                return "TankVolume * " + quantity + " >= " + statementNumber(requiredVolume) +
                                        " AND TankSysConn >= (1/" + quantity + "^.5) * (" +
-                                       StatementNumber(bore) + " * .47)";
+                                       statementNumber(bore) + " * .47)";
                             }};
-    return SearchShockModels(sourceOf(question, series, catalogue));
+    return searchShockModels(sourceOf(question, series, catalogue));
 }

@@ -8,12 +8,12 @@
 /// connection. All throw DatabaseFault.
 
 /// Options that meet both the required volume and the required acceptance.
-std::vector<TankOption> FindModels(const QString& series, double requiredVolume, double requiredAcceptance);
+std::vector<TankOption> findModels(const QString& series, double requiredVolume, double requiredAcceptance);
 
 /// Options to replace a steel tank: only the volume has to be met.
-std::vector<TankOption> FindConvertedModels(const QString& series, double requiredVolume);
+std::vector<TankOption> findConvertedModels(const QString& series, double requiredVolume);
 
 /// Options for a shock arrestor tank on a pipe whose bore is given in inches. Their total volume meets the
 /// required volume; with n tanks side by side, each connection is at least 0.47 bores divided by the square
 /// root of n.
-std::vector<TankOption> FindShockModels(const QString& series, double requiredVolume, double bore);
+std::vector<TankOption> findShockModels(const QString& series, double requiredVolume, double bore);

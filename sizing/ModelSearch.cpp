@@ -14,7 +14,7 @@ bool offer(std::vector<TankOption>& options, std::vector<TankOption> models, int
 }
 } // namespace
 
-std::vector<TankOption> SearchModels(const ModelSource& source) {
+std::vector<TankOption> searchModels(const ModelSource& source) {
     std::vector<TankOption> options;
     double found = 0;
     double last = 0;
@@ -33,7 +33,7 @@ std::vector<TankOption> SearchModels(const ModelSource& source) {
     return options;
 }
 
-std::vector<TankOption> SearchShockModels(const ModelSource& source) {
+std::vector<TankOption> searchShockModels(const ModelSource& source) {
     std::vector<TankOption> options;
     double found = 0;
     double last = 0;

@@ -26,8 +26,8 @@ struct ModelSource {
 /// Offers the smallest fitting size for up to three quantities. A quantity that yields the same size as the
 /// one before is skipped. If the rows of a size cannot be found again, the search tries the next quantity, up
 /// to six, without using up one of the three.
-std::vector<TankOption> SearchModels(const ModelSource& source);
+std::vector<TankOption> searchModels(const ModelSource& source);
 
 /// The same for shock arrestor tanks: tries all quantities up to six and offers each new size. The third
 /// quantity that yields the same size as the one before ends the search.
-std::vector<TankOption> SearchShockModels(const ModelSource& source);
+std::vector<TankOption> searchShockModels(const ModelSource& source);

@@ -32,7 +32,7 @@ RequiredSizes withFloors(RequiredSizes sizes) {
 
 } // namespace
 
-int ExpansionColumn(double minimumTemperature) {
+int expansionColumn(double minimumTemperature) {
     int column = 40;
     while (column < 100 && minimumTemperature > column)
         column += 5;
@@ -47,13 +47,13 @@ std::optional<double> SpecVol(std::string_view fluid, double temperature) {
            row->b * std::pow(10.0, row->bPower) * temperature + row->c;
 }
 
-double FluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature) {
+double fluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature) {
     const double cold = SpecVol(fluid, minimumTemperature).value_or(1.0);
     const double hot = SpecVol(fluid, maximumTemperature).value_or(1.5);
     return Round(Divide(hot - cold, cold), 5);
 }
 
-double AcceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
+double acceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
     const double atmosphere = conditions.atmosphericPressure;
     const double low = atmosphere + conditions.minimumPressure;
     const double high = atmosphere + conditions.maximumPressure;
@@ -62,17 +62,17 @@ double AcceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
     return Round(factor, 4);
 }
 
-RequiredSizes ExpansionTankSizes(const SystemConditions& conditions, double expansionFactor,
+RequiredSizes expansionTankSizes(const SystemConditions& conditions, double expansionFactor,
                                  double acceptanceFactor) {
     const double expanded = conditions.volume * expansionFactor;
     return withFloors({Round(Divide(expanded, acceptanceFactor), 4), Round(expanded, 4)});
 }
 
-RequiredSizes HydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor) {
+RequiredSizes hydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor) {
     return withFloors({Round(Divide(conditions.volume, acceptanceFactor), 4), Round(conditions.volume, 4)});
 }
 
-RequiredSizes ConvertedTankSizes(const SystemConditions& conditions) {
+RequiredSizes convertedTankSizes(const SystemConditions& conditions) {
     const double atmosphere = conditions.atmosphericPressure;
     const double size =
         Round(Divide(atmosphere, atmosphere + conditions.minimumPressure) * conditions.volume, 0);

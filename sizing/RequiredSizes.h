@@ -21,7 +21,7 @@ struct RequiredSizes {
 };
 
 /// The column of the water table for a minimum temperature in °F: the next step of 5, from 40 to 100.
-int ExpansionColumn(double minimumTemperature);
+int expansionColumn(double minimumTemperature);
 
 /// The specific volume of a glycol mixture at a temperature in °F, relative to water; nothing for other
 /// fluids. The polynomials are the glycol makers' correlations.
@@ -29,18 +29,18 @@ std::optional<double> SpecVol(std::string_view fluid, double temperature);
 
 /// The expansion factor of a fluid other than water between two temperatures in °F, to five decimals. An
 /// unknown fluid is assumed to grow by half.
-double FluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature);
+double fluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature);
 
 /// The fraction of a tank that can fill between the two pressures (Boyle's law), to four decimals. A plain
 /// steel tank has no precharge and starts from atmospheric pressure. Throws Fault 11 or 6.
-double AcceptanceFactor(const SystemConditions& conditions, bool plainSteel);
+double acceptanceFactor(const SystemConditions& conditions, bool plainSteel);
 
 /// Sizes an expansion or thermal tank. Throws Fault 11 when the acceptance factor is 0.
-RequiredSizes ExpansionTankSizes(const SystemConditions& conditions, double expansionFactor,
+RequiredSizes expansionTankSizes(const SystemConditions& conditions, double expansionFactor,
                                  double acceptanceFactor);
 
 /// Sizes a hydropneumatic tank, whose acceptance is its drawdown. Throws Fault 11 as above.
-RequiredSizes HydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor);
+RequiredSizes hydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor);
 
 /// Sizes the bladder tank that replaces a plain steel tank, in whole gallons. Throws Fault 11 or 6.
-RequiredSizes ConvertedTankSizes(const SystemConditions& conditions);
+RequiredSizes convertedTankSizes(const SystemConditions& conditions);

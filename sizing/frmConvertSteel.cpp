@@ -24,7 +24,7 @@ namespace {
 /// The user's atmospheric pressure in psia, or the standard one for a user without settings. Throws Fault 94
 /// when the settings leave it empty: a conversion has no default of its own.
 double defaultPressure() {
-    const auto user = ReadUserDefaults();
+    const auto user = readUserDefaults();
     if (!user)
         return UserDefaults::standardAtmosphere;
     if (!user->defaultPSIa)
@@ -59,18 +59,18 @@ bool frmConvertSteel::eventFilter(QObject* object, QEvent* event) {
 }
 
 void frmConvertSteel::Load() {
-    SetStatusText("Convert steel tank(s) to bladder tank(s)");
+    setStatusText("Convert steel tank(s) to bladder tank(s)");
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    asRead = ReadTankLine(tankID);
+    asRead = findTankLine(tankID);
     if (!asRead) {
-        txtAtmPressure->setText(ShownNumber(defaultPressure()));
+        txtAtmPressure->setText(shownNumber(defaultPressure()));
         return;
     }
-    txtAtmPressure->setText(Shown(asRead->atmPressure));
-    txtSOPMin->setText(Shown(asRead->sopMin));
-    txtTotSysFluid->setText(Shown(asRead->totSysVolume));
+    txtAtmPressure->setText(shownText(asRead->atmPressure));
+    txtSOPMin->setText(shownText(asRead->sopMin));
+    txtTotSysFluid->setText(shownText(asRead->totSysVolume));
 }
 
 void frmConvertSteel::Next() {
@@ -80,7 +80,7 @@ void frmConvertSteel::Next() {
             return;
     const QString jobBefore = Session::JobID.text();
     const QString classBefore = Session::TankClass.text();
-    Session::JobID.write(ReservedJob());
+    Session::JobID.write(reservedJob());
     Session::TankClass.write(AppNameExpansion()); // the frame shown by the series screen
     const auto putBack = [&] {                    // a failed save leaves the session as it was
         Session::JobID.write(jobBefore);
@@ -101,17 +101,17 @@ void frmConvertSteel::Next() {
 
 /// False when the user chose to keep someone else's changes.
 bool frmConvertSteel::SaveRecord() {
-    AddReservedJob();
+    addReservedJob();
     TankLine line;
-    line.jobID = ReservedJob();
+    line.jobID = reservedJob();
     line.dateCreated = QDateTime::currentDateTime();
     line.sysFluidType = "Water";
-    line.atmPressure = ToNumber(txtAtmPressure->text());
-    line.sopMin = ToNumber(txtSOPMin->text());
-    line.totSysVolume = ToNumber(txtTotSysFluid->text());
+    line.atmPressure = toNumber(txtAtmPressure->text());
+    line.sopMin = toNumber(txtSOPMin->text());
+    line.totSysVolume = toNumber(txtTotSysFluid->text());
     const bool isNew = Session::Mode.text() == Session::Modes::New;
     const TankLine::Columns columns = isNew ? TankLine::newSteelTank() : TankLine::steelTank();
-    return saves([&](Record::IfChanged ifChanged) { SaveTankLine(line, columns, asRead, ifChanged); });
+    return saves([&](Record::IfChanged ifChanged) { saveTankLine(line, columns, asRead, ifChanged); });
 }
 
 bool frmConvertSteel::QueryUnload() {

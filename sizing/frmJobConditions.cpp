@@ -32,14 +32,14 @@ frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    connect(cmboFluidType, &QComboBox::currentTextChanged, this, [this] { SelectFluid(); });
+    connect(cmboFluidType, &QComboBox::currentTextChanged, this, [this] { selectFluid(); });
     for (QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] {
             ValidateNumeric(box, true); // the focus may move on; Next checks again
             return true;
         });
     for (QLineEdit* box : {txtSOTMin, txtSOTMax})
-        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return CheckTemperature(box); });
+        onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return checkTemperature(box); });
     on(cmdCalcTSF, ".cmdCalcTSF", [] { Estimate(); });
     opens(cmdMetric, "frmMetric");
     on(cmdNext, ".cmdNext", [this] { Next(); });
@@ -65,45 +65,45 @@ void frmJobConditions::Load() {
         lblHeader->setText("Enter Job Conditions for " + text + "...");
     cmboFluidType->clear();
     for (const FluidLimits& row : fluidLimits)
-        cmboFluidType->addItem(ToQString(row.fluid));
+        cmboFluidType->addItem(toQString(row.fluid));
     cmboFluidType->setCurrentText("Water");
     txtSOTMin->setText("40");
-    asRead = ReadTankLineToEdit();
+    asRead = readTankLineToEdit();
     if (asRead)
-        ShowStored(*asRead);
+        showStored(*asRead);
     else
-        ShowDefaults();
-    AdaptToApplication();
+        showDefaults();
+    adaptToApplication();
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmJobConditions::ShowStored(const TankLine& tank) {
+void frmJobConditions::showStored(const TankLine& tank) {
     for (const auto& [box, value] : {std::pair(txtAtmPressure, tank.atmPressure),
                                      {txtSOTMin, tank.sotMin},
                                      {txtSOTMax, tank.sotMax},
                                      {txtSOPMin, tank.sopMin},
                                      {txtSOPMax, tank.sopMax},
                                      {txtTotSysFluid, tank.totSysVolume}})
-        box->setText(Shown(value));
+        box->setText(shownText(value));
     // A tank line of another application may have no fluid, or one that is not in the list: Water stays.
-    if (const int fluid = cmboFluidType->findText(Shown(tank.sysFluidType)); fluid >= 0)
+    if (const int fluid = cmboFluidType->findText(shownText(tank.sysFluidType)); fluid >= 0)
         cmboFluidType->setCurrentIndex(fluid);
 }
 
-void frmJobConditions::ShowDefaults() {
-    SetStatusText("Enter job conditions");
-    const UserDefaults user = ReadUserDefaults().value_or(UserDefaults());
-    txtAtmPressure->setText(ShownNumber(user.defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
+void frmJobConditions::showDefaults() {
+    setStatusText("Enter job conditions");
+    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
+    txtAtmPressure->setText(shownNumber(user.defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
 }
 
-void frmJobConditions::AdaptToApplication() {
+void frmJobConditions::adaptToApplication() {
     const auto application = Session::application();
     if (!application)
         return;
-    const ApplicationInfo& info = InfoOf(*application);
+    const ApplicationInfo& info = infoOf(*application);
     switch (*application) {
     case Application::Expansion:
-        ShowLimits();
+        showLimits();
         break;
     case Application::Thermal:
         if (Session::Mode.text() ==
@@ -112,7 +112,7 @@ void frmJobConditions::AdaptToApplication() {
         cmboFluidType->setToolTip("");
         cmboFluidType->setEnabled(false);
         limits = info.limits.value_or(limits);
-        ShowLimits();
+        showLimits();
         break;
     case Application::Hydropneumatic:
         for (QWidget* hidden :
@@ -126,36 +126,36 @@ void frmJobConditions::AdaptToApplication() {
     case Application::Package:
         return; // these have screens of their own
     }
-    lblHeader->setText(ToQString(info.conditionsHeading));
-    lblSysFluidContent->setText(ToQString(info.volumeCaption));
+    lblHeader->setText(toQString(info.conditionsHeading));
+    lblSysFluidContent->setText(toQString(info.volumeCaption));
 }
 
-void frmJobConditions::SelectFluid() {
+void frmJobConditions::selectFluid() {
     const std::string fluid = cmboFluidType->currentText().toStdString();
     const auto* row = std::ranges::find(fluidLimits, std::string_view(fluid), &FluidLimits::fluid);
     if (row != fluidLimits.end())
         limits = row->limits;
-    ShowLimits();
+    showLimits();
 }
 
-void frmJobConditions::ShowLimits() {
+void frmJobConditions::showLimits() {
     txtSOTMin->setToolTip(range(limits.minimumLow, limits.minimumHigh));
     txtSOTMax->setToolTip(range(limits.maximumLow, limits.maximumHigh));
 }
 
-TemperatureLimits frmJobConditions::LimitsInForce() const {
+TemperatureLimits frmJobConditions::limitsInForce() const {
     const auto application = Session::application();
-    return application ? InfoOf(*application).limits.value_or(limits) : limits;
+    return application ? infoOf(*application).limits.value_or(limits) : limits;
 }
 
-bool frmJobConditions::CheckTemperature(QLineEdit* box) {
-    const TemperatureLimits force = LimitsInForce();
+bool frmJobConditions::checkTemperature(QLineEdit* box) {
+    const TemperatureLimits force = limitsInForce();
     return ValidateNumeric(box, true) &&
            (box == txtSOTMin ? ValidateMinMax(box, force.minimumLow, force.minimumHigh)
                              : ValidateMinMax(box, force.maximumLow, force.maximumHigh));
 }
 
-bool frmJobConditions::CheckFields() {
+bool frmJobConditions::checkFields() {
     if (!ValidateValueEntered(txtAtmPressure, true) || !ValidateItemSelected(cmboFluidType, true))
         return false;
     for (QLineEdit* box : {txtTotSysFluid, txtSOPMin, txtSOPMax, txtSOTMin, txtSOTMax})
@@ -166,7 +166,7 @@ bool frmJobConditions::CheckFields() {
             return false;
     if (!ValidateValueRange(txtSOTMin, txtSOTMax) || !ValidateValueRange(txtSOPMin, txtSOPMax))
         return false;
-    const TemperatureLimits force = LimitsInForce();
+    const TemperatureLimits force = limitsInForce();
     return ValidateMinMax(txtSOTMin, force.minimumLow, force.minimumHigh) &&
            ValidateMinMax(txtSOTMax, force.maximumLow, force.maximumHigh);
 }
@@ -176,15 +176,15 @@ bool frmJobConditions::SaveRecord() {
     TankLine line;
     line.jobID = lblJobID->text();
     line.dateCreated = QDateTime::currentDateTime();
-    line.atmPressure = ToNumber(txtAtmPressure->text());
-    line.sopMin = ToNumber(txtSOPMin->text());
-    line.sopMax = ToNumber(txtSOPMax->text());
-    line.sotMin = ToNumber(txtSOTMin->text());
-    line.sotMax = ToNumber(txtSOTMax->text());
-    line.totSysVolume = ToNumber(txtTotSysFluid->text());
+    line.atmPressure = toNumber(txtAtmPressure->text());
+    line.sopMin = toNumber(txtSOPMin->text());
+    line.sopMax = toNumber(txtSOPMax->text());
+    line.sotMin = toNumber(txtSOTMin->text());
+    line.sotMax = toNumber(txtSOTMax->text());
+    line.totSysVolume = toNumber(txtTotSysFluid->text());
     line.sysFluidType = cmboFluidType->currentText();
     return saves(
-        [&](Record::IfChanged ifChanged) { SaveTankLine(line, TankLine::conditions(), asRead, ifChanged); });
+        [&](Record::IfChanged ifChanged) { saveTankLine(line, TankLine::conditions(), asRead, ifChanged); });
 }
 
 void frmJobConditions::Estimate() {
@@ -194,11 +194,11 @@ void frmJobConditions::Estimate() {
         return;
     switch (*application) {
     case Application::Expansion:
-        return OpenEstimator("frmCalcExpTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmCalcExpTSF", EstimatorUse::ForConditions);
     case Application::Thermal:
-        return OpenEstimator("frmcalcThmTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmcalcThmTSF", EstimatorUse::ForConditions);
     case Application::Hydropneumatic:
-        return OpenEstimator("frmCalcHydTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmCalcHydTSF", EstimatorUse::ForConditions);
     case Application::Shock:
     case Application::Package:
         return; // these have screens of their own
@@ -207,7 +207,7 @@ void frmJobConditions::Estimate() {
 
 void frmJobConditions::Next() {
     const Hourglass hourglass;
-    if (!CheckFields())
+    if (!checkFields())
         return;
     bool saved = false;
     procedure(".SaveRecord", [&] { saved = SaveRecord(); });

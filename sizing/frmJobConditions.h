@@ -17,14 +17,14 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void SelectFluid();
-    void ShowLimits();
-    void AdaptToApplication();
-    void ShowStored(const TankLine& tank);
-    void ShowDefaults();
-    TemperatureLimits LimitsInForce() const;
-    bool CheckTemperature(QLineEdit* box);
-    bool CheckFields();
+    void selectFluid();
+    void showLimits();
+    void adaptToApplication();
+    void showStored(const TankLine& tank);
+    void showDefaults();
+    TemperatureLimits limitsInForce() const;
+    bool checkTemperature(QLineEdit* box);
+    bool checkFields();
     bool SaveRecord();
     static void Estimate();
     void Next();

@@ -24,18 +24,18 @@ frmMetric::frmMetric() : MetricPad("frmMetric") {
     converts(txtSOTMin, lblSOTMinUS, CelsiusToFahrenHeit, "°F");
     converts(txtSOTMax, lblSOTMaxUS, CelsiusToFahrenHeit, "°F");
     handsOver(cmdOK, [] { return conditions; });
-    on(cmdOK, ".cmdOK", [this] { Confirm(); });
+    on(cmdOK, ".cmdOK", [this] { confirm(); });
 }
 
 void frmMetric::Load() {
     MetricPad::Load();
-    SetStatusText("Convert Metric");
+    setStatusText("Convert Metric");
     if (Screens::find(conditions) && Session::application() == Application::Hydropneumatic)
-        AdaptToDrawdown();
+        adaptToDrawdown();
 }
 
 /// The conditions of a hydropneumatic tank have no temperatures.
-void frmMetric::AdaptToDrawdown() {
+void frmMetric::adaptToDrawdown() {
     for (QWidget* hidden :
          std::initializer_list<QWidget*>{lblSOT, lblSOTMin, lblSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOTMinUS,
                                          lblSOTMaxUS, txtSOTMin, txtSOTMax})
@@ -49,7 +49,7 @@ bool frmMetric::leavesTarget(const QString& text) const {
     return text.isEmpty() || text == "0";
 }
 
-void frmMetric::Confirm() {
+void frmMetric::confirm() {
     for (const QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid, txtSOTMin, txtSOTMax})
         handOver(box, conditions, box->objectName()); // each has the same name as its target
     Screens::unload(name());

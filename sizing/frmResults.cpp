@@ -33,35 +33,35 @@ void frmResults::Load() {
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResults::ShowTankLine(const TankLine& tank) {
-    ShowTexts({{txtQty, Shown(tank.qty)},
-               {txtModelNo, Shown(tank.modelNo)},
-               {txtRequiredAcceptance, Shown(tank.requiredAcceptance, "#,##0 gal")},
-               {txtRequiredVolume, Shown(tank.requiredVolume, "#,##0 gal")},
-               {txtTotSysFluid, Shown(tank.totSysVolume, "#,##0 gal")},
-               {txtAtmPressure, Shown(tank.atmPressure, "#,##0.0 psi")},
-               {txtSOPMin, Shown(tank.sopMin, "#,##0 psi")},
-               {txtSOPMax, Shown(tank.sopMax, "#,##0 psi")},
-               {txtSOTMin, Shown(tank.sotMin, "#,##0°F")},
-               {txtSOTMax, Shown(tank.sotMax, "#,##0°F")},
-               {txtSysFluidType, Shown(tank.sysFluidType)}});
+void frmResults::showTankLine(const TankLine& tank) {
+    showTexts({{txtQty, shownText(tank.qty)},
+               {txtModelNo, shownText(tank.modelNo)},
+               {txtRequiredAcceptance, shownText(tank.requiredAcceptance, "#,##0 gal")},
+               {txtRequiredVolume, shownText(tank.requiredVolume, "#,##0 gal")},
+               {txtTotSysFluid, shownText(tank.totSysVolume, "#,##0 gal")},
+               {txtAtmPressure, shownText(tank.atmPressure, "#,##0.0 psi")},
+               {txtSOPMin, shownText(tank.sopMin, "#,##0 psi")},
+               {txtSOPMax, shownText(tank.sopMax, "#,##0 psi")},
+               {txtSOTMin, shownText(tank.sotMin, "#,##0°F")},
+               {txtSOTMax, shownText(tank.sotMax, "#,##0°F")},
+               {txtSysFluidType, shownText(tank.sysFluidType)}});
 }
 
-void frmResults::ShowModel(const Model& model) {
-    ShowTexts({{txtDiameter, Shown(model.tankOD)},
-               {txtHeightBox, Shown(model.oal)},
-               {txtWeight, Shown(model.shipWeight, "#,##0 lbs")},
-               {txtTankAcceptance, Shown(model.acceptanceVolume, "#,##0 gal")},
-               {txtTankVolume, Shown(model.tankVolume, "#,## gal")},
-               {txtTankSysConn, Shown(model.sysConnStd)}});
+void frmResults::showModel(const Model& model) {
+    showTexts({{txtDiameter, shownText(model.tankOD)},
+               {txtHeightBox, shownText(model.oal)},
+               {txtWeight, shownText(model.shipWeight, "#,##0 lbs")},
+               {txtTankAcceptance, shownText(model.acceptanceVolume, "#,##0 gal")},
+               {txtTankVolume, shownText(model.tankVolume, "#,## gal")},
+               {txtTankSysConn, shownText(model.sysConnStd)}});
     chkASMEFlag->setChecked(model.asme.value_or(false));
     txtBladderType->setText(bladderType(model));
     txtBladderType->setCursorPosition(0);
-    const auto application = ApplicationCoded(Shown(model.app).toStdString());
+    const auto application = applicationCoded(shownText(model.app).toStdString());
     if (application != Application::Hydropneumatic)
         return;
     for (QWidget* hidden : std::initializer_list<QWidget*>{lblTemp, lblTempMin, lblTempMax, txtSOTMin,
                                                            txtSOTMax, lblFluidType, txtSysFluidType})
         hidden->hide();
-    lblSysVolume->setText(ToQString(InfoOf(*application).resultCaption));
+    lblSysVolume->setText(toQString(infoOf(*application).resultCaption));
 }

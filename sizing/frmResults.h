@@ -10,6 +10,6 @@ class frmResults : public FinishedTankScreen, private Ui::frmResults {
 
   private:
     void Load() override;
-    void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(const Model& model) override;
+    void showTankLine(const TankLine& tank) override;
+    void showModel(const Model& model) override;
 };

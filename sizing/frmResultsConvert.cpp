@@ -25,22 +25,22 @@ void frmResultsConvert::Load() {
     setProperty("helpContext", SetHelpContext());
 }
 
-void frmResultsConvert::ShowTankLine(const TankLine& tank) {
-    ShowTexts({{txtQty, Shown(tank.qty)},
-               {txtModelNo, Shown(tank.modelNo)},
-               {txtRequiredAcceptance, Shown(tank.requiredAcceptance, "#,##0 gal")},
-               {txtSteelTankVol, Shown(tank.totSysVolume, "#,##0 gal")}});
+void frmResultsConvert::showTankLine(const TankLine& tank) {
+    showTexts({{txtQty, shownText(tank.qty)},
+               {txtModelNo, shownText(tank.modelNo)},
+               {txtRequiredAcceptance, shownText(tank.requiredAcceptance, "#,##0 gal")},
+               {txtSteelTankVol, shownText(tank.totSysVolume, "#,##0 gal")}});
 }
 
-void frmResultsConvert::ShowModel(const Model& model) {
-    ShowTexts({{txtDiameter, Shown(model.tankOD)},
-               {txtHeightBox, Shown(model.oal)},
-               {txtWeight, Shown(model.shipWeight, "#,##0 lbs")},
-               {txtTankVolume, Shown(model.tankVolume, "#,## gal")},
-               {txtTankSysConn, Shown(model.sysConnStd)}});
+void frmResultsConvert::showModel(const Model& model) {
+    showTexts({{txtDiameter, shownText(model.tankOD)},
+               {txtHeightBox, shownText(model.oal)},
+               {txtWeight, shownText(model.shipWeight, "#,##0 lbs")},
+               {txtTankVolume, shownText(model.tankVolume, "#,## gal")},
+               {txtTankSysConn, shownText(model.sysConnStd)}});
 }
 
 void frmResultsConvert::Activate() {
     enablePrinting(true);
-    SetStatusText("View results");
+    setStatusText("View results");
 }

@@ -12,6 +12,6 @@ class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConve
     void Load() override;
     void Activate() override;
     void Deactivate() override {} // deliberately leaves on what the activation enabled
-    void ShowTankLine(const TankLine& tank) override;
-    void ShowModel(const Model& model) override;
+    void showTankLine(const TankLine& tank) override;
+    void showModel(const Model& model) override;
 };

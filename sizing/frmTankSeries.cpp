@@ -53,7 +53,7 @@ constexpr Series allSeries[] = {
 
 /// The expansion of water from the table; 0 when the maximum temperature is beyond its last row.
 double waterExpansion(const SystemConditions& conditions) {
-    return ReadExpansionFactor(ExpansionColumn(conditions.minimumTemperature), conditions.maximumTemperature);
+    return readExpansionFactor(expansionColumn(conditions.minimumTemperature), conditions.maximumTemperature);
 }
 
 /// What the tank line requires.
@@ -64,7 +64,7 @@ struct Line {
 
 /// The stored tank line; zeros if there is none.
 Line readLine(const QString& tankID) {
-    const TankLine tank = ReadTankLine(tankID).value_or(TankLine());
+    const TankLine tank = findTankLine(tankID).value_or(TankLine());
     return {.conditions = {.minimumTemperature = tank.sotMin.value_or(0),
                            .maximumTemperature = tank.sotMax.value_or(0),
                            .minimumPressure = tank.sopMin.value_or(0),
@@ -77,22 +77,22 @@ Line readLine(const QString& tankID) {
 double expansionFactor(const Line& line) {
     if (line.fluid == "Water")
         return waterExpansion(line.conditions);
-    return FluidExpansionFactor(line.fluid.toStdString(), line.conditions.minimumTemperature,
+    return fluidExpansionFactor(line.fluid.toStdString(), line.conditions.minimumTemperature,
                                 line.conditions.maximumTemperature);
 }
 
 /// The required sizes of a line in an application. Throws Fault 11 when the pressures leave no acceptance.
 RequiredSizes sizesOf(const Line& line, Application application, const QString& series) {
     if (Session::Mode.text() == Session::Modes::Convert)
-        return ConvertedTankSizes(line.conditions);
+        return convertedTankSizes(line.conditions);
     const double expansion = expansionFactor(line);
-    const double acceptance = AcceptanceFactor(line.conditions, series == "RB");
+    const double acceptance = acceptanceFactor(line.conditions, series == "RB");
     switch (application) {
     case Application::Expansion:
     case Application::Thermal:
-        return ExpansionTankSizes(line.conditions, expansion, acceptance);
+        return expansionTankSizes(line.conditions, expansion, acceptance);
     case Application::Hydropneumatic:
-        return HydropneumaticTankSizes(line.conditions, acceptance);
+        return hydropneumaticTankSizes(line.conditions, acceptance);
     case Application::Shock:
     case Application::Package:
         break; // these have no series to choose from
@@ -121,7 +121,7 @@ frmTankSeries::frmTankSeries() : Screen("frmTankSeries") {
 }
 
 /// Arrow keys choose among the visible series and keep the focus on the chosen one.
-bool frmTankSeries::ChooseByArrow(QObject* option, int key) {
+bool frmTankSeries::chooseByArrow(QObject* option, int key) {
     const bool forward = key == Qt::Key_Down || key == Qt::Key_Right;
     if (!forward && key != Qt::Key_Up && key != Qt::Key_Left)
         return false;
@@ -142,7 +142,7 @@ bool frmTankSeries::ChooseByArrow(QObject* option, int key) {
 
 bool frmTankSeries::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::KeyPress && dynamic_cast<QAbstractButton*>(object) &&
-        ChooseByArrow(object, static_cast<QKeyEvent*>(event)->key()))
+        chooseByArrow(object, static_cast<QKeyEvent*>(event)->key()))
         return true;
     if (event->type() == QEvent::MouseButtonDblClick) {
         for (const Series& series : allSeries) {
@@ -159,7 +159,7 @@ bool frmTankSeries::eventFilter(QObject* object, QEvent* event) {
 }
 
 void frmTankSeries::Load() {
-    SetStatusText("Select series");
+    setStatusText("Select series");
     QString tankID;
     const bool hasTank = Session::TankID.read(tankID);
     lblTankID->setText(tankID);
@@ -170,32 +170,32 @@ void frmTankSeries::Load() {
         lblHeader->setText("Select series of " + application);
         setTitle(lblHeader->text());
     }
-    ShowFrame(Session::application());
+    showFrame(Session::application());
     if (hasTank)
-        ShowChanges();
+        showChanges();
     setProperty("helpContext", SetHelpContext());
 }
 
 /// Shows the series stored for the line.
-void frmTankSeries::ShowChanges() {
-    asRead = ReadTankLine(lblTankID->text());
+void frmTankSeries::showChanges() {
+    asRead = findTankLine(lblTankID->text());
     if (asRead && asRead->tankClass)
-        Preselect(*asRead->tankClass);
+        preselect(*asRead->tankClass);
 }
 
-void frmTankSeries::ShowFrame(std::optional<Application> application) {
+void frmTankSeries::showFrame(std::optional<Application> application) {
     OptGroupEXP->setVisible(application == Application::Expansion);
     OptGroupTHM->setVisible(application == Application::Thermal);
     OptGroupHYD->setVisible(application == Application::Hydropneumatic);
     shownApplication = application;
-    const bool hasFrame = application && InfoOf(*application).conditionsScreen == "frmJobConditions";
+    const bool hasFrame = application && infoOf(*application).conditionsScreen == "frmJobConditions";
     if (!hasFrame)
         Dialogs::current().show({"Error loading data", "Error"});
     else if (application == Application::Thermal)
         lblHeader->setText(AppNameThermal());
 }
 
-void frmTankSeries::Preselect(const QString& stored) {
+void frmTankSeries::preselect(const QString& stored) {
     for (const Series& series : allSeries)
         if (stored.compare(series.storedCode, Qt::CaseInsensitive) == 0)
             control<QAbstractButton>(series.option)->click();
@@ -203,7 +203,7 @@ void frmTankSeries::Preselect(const QString& stored) {
 
 /// False when there is no tank line to size, which the user has been told, or when the user chose to keep
 /// someone else's changes.
-bool frmTankSeries::StoreSizes() {
+bool frmTankSeries::storeSizes() {
     QString tankID;
     if (!Session::TankID.read(tankID)) {
         Dialogs::current().show({"Error loading data!\nPlease try again!", "Error", QMessageBox::Critical});
@@ -217,13 +217,13 @@ bool frmTankSeries::StoreSizes() {
     line.requiredVolume = sizes.volume;
     line.requiredAcceptance = sizes.acceptance;
     return saves([&](Record::IfChanged ifChanged) {
-        UpdateTankLine(lblTankID->text(), line, TankLine::sizes(), asRead, ifChanged);
+        updateTankLine(lblTankID->text(), line, TankLine::sizes(), asRead, ifChanged);
     });
 }
 
 void frmTankSeries::Next() {
     const Hourglass hourglass;
-    if (ValidateValueEntered(txtTankType, true) && StoreSizes())
+    if (ValidateValueEntered(txtTankType, true) && storeSizes())
         leaveFor("frmtankselection");
 }
 

@@ -15,12 +15,12 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
 
   private:
     void Load() override;
-    void ShowChanges() override;
+    void showChanges() override;
     bool QueryUnload() override;
-    void ShowFrame(std::optional<Application> application);
-    void Preselect(const QString& stored);
-    bool StoreSizes();
-    bool ChooseByArrow(QObject* option, int key);
+    void showFrame(std::optional<Application> application);
+    void preselect(const QString& stored);
+    bool storeSizes();
+    bool chooseByArrow(QObject* option, int key);
     void goOnWith(QAbstractButton* option);
     void Next();
     void Previous();

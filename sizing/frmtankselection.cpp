@@ -24,7 +24,7 @@ using namespace StatusBar;
 namespace {
 
 /// A list row for a quantity of a model, sorted numerically and by capacity, with additional texts.
-std::unique_ptr<ListRow> RowOf(const TankOption& option, const QStringList& more) {
+std::unique_ptr<ListRow> rowOf(const TankOption& option, const QStringList& more) {
     auto row = std::make_unique<ListRow>(
         QStringList{QString::number(option.quantity), QString::fromStdString(option.model)} + more);
     row->setSortKey(0, option.quantity);
@@ -43,7 +43,7 @@ QString screenBefore(Application application) {
     case Application::Package:
         break;
     }
-    return ToQString(InfoOf(application).conditionsScreen);
+    return toQString(infoOf(application).conditionsScreen);
 }
 
 } // namespace
@@ -52,7 +52,7 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     lblNoTanks->hide();
     lblConsultFactory->hide();
     on(cmdNext, ".cmdNext", [this] { Next(); });
@@ -63,24 +63,24 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
 }
 
 void frmtankselection::Load() {
-    SetStatusText("Multiple options");
+    setStatusText("Multiple options");
     lblJobID->setText(Session::JobID.text());
     QString mode;
     QString application;
     if (!Session::Mode.read(mode) ||
         (mode != Session::Modes::Convert && !Session::TankClass.read(application))) {
-        SetStatusText("Error");
+        setStatusText("Error");
         Dialogs::current().show({"Error loading data", "Error", QMessageBox::Critical});
         Tag = "1";
         Screens::unload(name());
         return;
     }
-    ShowChanges();
+    showChanges();
     setTitle(windowTitle() + " " + lblTankID->text());
 }
 
 /// Searches again with the line's current requirements.
-void frmtankselection::ShowChanges() {
+void frmtankselection::showChanges() {
     if (Session::Mode.text() == Session::Modes::Convert)
         FindConvertedTanks();
     else if (Session::application() == Application::Shock)
@@ -97,45 +97,45 @@ void frmtankselection::ShowChanges() {
 
 void frmtankselection::FindOtherTanks() {
     procedure(".FindOtherTanks", [this] {
-        if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
+        if (!beginSearch({"Qty", "Model No.", "Dimensions"}))
             return;
-        const Requirement required = ReadRequirement();
-        ShowTanks(FindModels(required.series, required.volume, required.acceptance));
+        const Requirement required = readRequirement();
+        showTanks(findModels(required.series, required.volume, required.acceptance));
     });
 }
 
 void frmtankselection::FindConvertedTanks() {
     procedure(".FindConvertedTanks", [this] {
-        if (!BeginSearch({"Qty", "Model No.", "Dimensions"}))
+        if (!beginSearch({"Qty", "Model No.", "Dimensions"}))
             return;
-        const Requirement required = ReadRequirement();
-        ShowTanks(FindConvertedModels(required.series, required.volume));
+        const Requirement required = readRequirement();
+        showTanks(findConvertedModels(required.series, required.volume));
     });
 }
 
 /// Throws RecordGone if there is no line.
-frmtankselection::Requirement frmtankselection::ReadRequirement() {
-    asRead = ReadTankLine(lblTankID->text());
+frmtankselection::Requirement frmtankselection::readRequirement() {
+    asRead = findTankLine(lblTankID->text());
     if (!asRead)
         throw RecordGone("This tank has been deleted.");
     return {asRead->tankClass.value_or(QString()), asRead->requiredVolume.value_or(0),
             asRead->requiredAcceptance.value_or(0)};
 }
 
-void frmtankselection::ShowTanks(const std::vector<TankOption>& options) {
+void frmtankselection::showTanks(const std::vector<TankOption>& options) {
     ListRows rows;
     for (const TankOption& option : options) {
-        rows.push_back(RowOf(option, {ShownNumber(option.tankVolume) + " gal " +
-                                      ShownNumber(option.diameter) + " X " + ShownNumber(option.length)}));
+        rows.push_back(rowOf(option, {shownNumber(option.tankVolume) + " gal " +
+                                      shownNumber(option.diameter) + " X " + shownNumber(option.length)}));
         rows.back()->setSortKey(2, option.tankVolume);
     }
-    ShowOptions(std::move(rows));
+    showOptions(std::move(rows));
     SearchFamily = "NonSHK";
 }
 
-bool frmtankselection::BeginSearch(const QStringList& headings) {
+bool frmtankselection::beginSearch(const QStringList& headings) {
     headings_ = headings;
-    FillList(lvOptions, headings, {});
+    fillList(lvOptions, headings, {});
     QString tankID;
     if (!Session::TankID.read(tankID)) {
         Dialogs::current().show({"Error loading data!\nPlease try again!", "Error", QMessageBox::Critical});
@@ -145,39 +145,39 @@ bool frmtankselection::BeginSearch(const QStringList& headings) {
     return true;
 }
 
-void frmtankselection::ShowOptions(ListRows rows) {
+void frmtankselection::showOptions(ListRows rows) {
     severalTanks = !rows.empty() && rows.front()->text(0).toInt() > 1;
-    FillList(lvOptions, headings_, std::move(rows));
+    fillList(lvOptions, headings_, std::move(rows));
 }
 
 void frmtankselection::FindSHKTanks() {
     procedure(".FindSHKTanks", [this] {
-        if (!BeginSearch({"Qty", "Model No.", "Leak Load", "Pump Startup Delay"}))
+        if (!beginSearch({"Qty", "Model No.", "Leak Load", "Pump Startup Delay"}))
             return;
-        const Requirement required = ReadRequirement();
-        const ShockConditions conditions = ReadShockConditions();
-        const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+        const Requirement required = readRequirement();
+        const ShockConditions conditions = readShockConditions();
+        const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
                                                         conditions.atmosphericPressure);
-        const double area = PipeArea(conditions.bore);
+        const double area = pipeArea(conditions.bore);
         ListRows rows;
-        for (const TankOption& option : FindShockModels(required.series, required.volume, conditions.bore)) {
+        for (const TankOption& option : findShockModels(required.series, required.volume, conditions.bore)) {
             const double leakLoad =
                 LeakLoad(acceptance, option.tankVolume, option.quantity, conditions.length, area);
             const double delay =
-                PumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
-            rows.push_back(RowOf(
-                option, {FormattedNumber(leakLoad, "#,##0.0%"), FormattedNumber(delay, "#,##0.0 sec")}));
+                pumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
+            rows.push_back(rowOf(
+                option, {formattedNumber(leakLoad, "#,##0.0%"), formattedNumber(delay, "#,##0.0 sec")}));
             rows.back()->setSortKey(2, leakLoad);
             rows.back()->setSortKey(3, delay);
         }
-        ShowOptions(std::move(rows));
+        showOptions(std::move(rows));
         SearchFamily = "SHK";
     });
 }
 
-ShockConditions frmtankselection::ReadShockConditions() const {
+ShockConditions frmtankselection::readShockConditions() const {
     const TankLine tank = asRead.value_or(TankLine());
-    return {.bore = PipeBore(tank.pipeIndex.value_or(QString())),
+    return {.bore = pipeBore(tank.pipeIndex.value_or(QString())),
             .length = tank.pipeLength.value_or(0),
             .flowRate = tank.flowRate.value_or(0),
             .flowPressure = tank.flowPressure.value_or(0),
@@ -196,12 +196,12 @@ bool frmtankselection::SaveRecord() {
     line.qty = chosen->text(0).toInt();
     line.modelNo = chosen->text(1);
     if (shock) { // stores the figures as shown, to one decimal
-        line.leakLoad = ToNumber(chosen->text(2).chopped(1)) / 100;
-        line.pumpRunTime = ToNumber(chosen->text(3).chopped(4));
+        line.leakLoad = toNumber(chosen->text(2).chopped(1)) / 100;
+        line.pumpRunTime = toNumber(chosen->text(3).chopped(4));
     }
     const TankLine::Columns columns = shock ? TankLine::shockChoice() : TankLine::choice();
     return saves([&](Record::IfChanged ifChanged) {
-        UpdateTankLine(lblTankID->text(), line, columns, asRead, ifChanged);
+        updateTankLine(lblTankID->text(), line, columns, asRead, ifChanged);
     });
 }
 
@@ -214,11 +214,11 @@ void frmtankselection::Next() {
         return;
     Tag = "1";
     Screens::unload(name());
-    ShowResults();
-    SetStatusText("Selection completed");
+    showResults();
+    setStatusText("Selection completed");
 }
 
-void frmtankselection::ShowResults() {
+void frmtankselection::showResults() {
     QString mode;
     if (!Session::Mode.read(mode))
         return;
@@ -229,7 +229,7 @@ void frmtankselection::ShowResults() {
     const auto application = Session::application();
     if (!application)
         return;
-    const QString screen = ToQString(InfoOf(*application).resultsScreen);
+    const QString screen = toQString(infoOf(*application).resultsScreen);
     const Screen* results = Screens::load(screen);
     if (results && severalTanks && screen == "frmResults") // the only screen with these warnings
         for (const char* warning : {"lblConsultFactory", "lblMsgFlag"})
@@ -254,7 +254,7 @@ void frmtankselection::Cancel() {
     Tag = "1";
     CancelJobInput(lblJobID->text());
     Screens::unload(name());
-    SetStatusText("Recalc");
+    setStatusText("Recalc");
 }
 
 bool frmtankselection::QueryUnload() {

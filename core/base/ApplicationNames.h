@@ -7,7 +7,7 @@
 namespace ApplicationNames {
 
 inline QString AppName(Application application) {
-    return ToQString(InfoOf(application).name);
+    return toQString(infoOf(application).name);
 }
 inline QString AppNameExpansion() {
     return AppName(Application::Expansion);

@@ -11,14 +11,14 @@ std::optional<Application> applicationWith(std::string_view ApplicationInfo::*me
 
 } // namespace
 
-const ApplicationInfo& InfoOf(Application application) {
+const ApplicationInfo& infoOf(Application application) {
     return *std::ranges::find(allApplications, application, &ApplicationInfo::application);
 }
 
-std::optional<Application> ApplicationNamed(std::string_view name) {
+std::optional<Application> applicationNamed(std::string_view name) {
     return applicationWith(&ApplicationInfo::name, name);
 }
 
-std::optional<Application> ApplicationCoded(std::string_view code) {
+std::optional<Application> applicationCoded(std::string_view code) {
     return applicationWith(&ApplicationInfo::code, code);
 }

@@ -47,8 +47,8 @@ inline constexpr std::array<ApplicationInfo, 5> allApplications = {{
 }};
 
 /// The row of an application.
-const ApplicationInfo& InfoOf(Application application);
+const ApplicationInfo& infoOf(Application application);
 /// The application with a display name such as "Expansion Tank" (case-sensitive); nothing for other text.
-std::optional<Application> ApplicationNamed(std::string_view name);
+std::optional<Application> applicationNamed(std::string_view name);
 /// The application with a catalogue code such as "EXP"; nothing for other text.
-std::optional<Application> ApplicationCoded(std::string_view code);
+std::optional<Application> applicationCoded(std::string_view code);

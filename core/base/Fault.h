@@ -88,7 +88,7 @@ class RecordChanged : public DatabaseFault {
 /// Runs a routine and adds its name to any failure that leaves it, for the error report. Throws Fault;
 /// converts other exceptions to Fault.
 template<typename Body>
-auto Named(const std::string& routine, Body&& body) -> decltype(body()) {
+auto underName(const std::string& routine, Body&& body) -> decltype(body()) {
     try {
         return std::forward<Body>(body)();
     } catch (Fault& fault) {

@@ -13,14 +13,14 @@ char32_t folded(char32_t code) {
 
 /// Removes the first character of a text and returns it case-folded.
 char32_t takeFolded(std::string_view& text) {
-    const Letter letter = FirstLetter(text);
+    const Letter letter = firstLetter(text);
     text.remove_prefix(letter.bytes);
     return folded(letter.code);
 }
 
 } // namespace
 
-Letter FirstLetter(std::string_view text) {
+Letter firstLetter(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
     if (lead < 0x80)
@@ -41,7 +41,7 @@ Letter FirstLetter(std::string_view text) {
     return {code, length};
 }
 
-int CompareLetters(std::string_view one, std::string_view other) {
+int compareLetters(std::string_view one, std::string_view other) {
     while (!one.empty() && !other.empty()) {
         const char32_t left = takeFolded(one);
         const char32_t right = takeFolded(other);
@@ -51,7 +51,7 @@ int CompareLetters(std::string_view one, std::string_view other) {
     return one.empty() == other.empty() ? 0 : one.empty() ? -1 : 1;
 }
 
-bool HasForm(std::string_view text, std::string_view pattern, std::optional<char32_t> escape) {
+bool hasForm(std::string_view text, std::string_view pattern, std::optional<char32_t> escape) {
     // The last % seen, and where matching resumes in the text; no earlier % ever needs a retry.
     std::optional<std::string_view> afterPercent;
     std::string_view retry;
@@ -60,7 +60,7 @@ bool HasForm(std::string_view text, std::string_view pattern, std::optional<char
             return true;
         bool fits = false;
         if (!pattern.empty()) {
-            Letter wanted = FirstLetter(pattern);
+            Letter wanted = firstLetter(pattern);
             const bool escaped = escape && wanted.code == *escape && pattern.size() > wanted.bytes;
             if (!escaped && wanted.code == U'%') {
                 pattern.remove_prefix(1);
@@ -72,7 +72,7 @@ bool HasForm(std::string_view text, std::string_view pattern, std::optional<char
             }
             if (escaped) {
                 pattern.remove_prefix(wanted.bytes);
-                wanted = FirstLetter(pattern);
+                wanted = firstLetter(pattern);
             }
             if (!text.empty()) {
                 pattern.remove_prefix(wanted.bytes);

@@ -6,11 +6,11 @@
 /// Case-insensitive comparison of texts, for letters of any script. All texts are UTF-8.
 
 /// Negative, zero or positive as `one` sorts before, equal to or after `other`.
-int CompareLetters(std::string_view one, std::string_view other);
+int compareLetters(std::string_view one, std::string_view other);
 
 /// Whether a text matches a pattern in which % matches any characters and _ a single one. A character after
 /// the escape, if there is one, matches itself.
-bool HasForm(std::string_view text, std::string_view pattern, std::optional<char32_t> escape = {});
+bool hasForm(std::string_view text, std::string_view pattern, std::optional<char32_t> escape = {});
 
 /// The first character of a non-empty text, and its length in bytes. An invalid byte counts as a character of
 /// its own.
@@ -18,4 +18,4 @@ struct Letter {
     char32_t code;
     std::size_t bytes;
 };
-Letter FirstLetter(std::string_view text);
+Letter firstLetter(std::string_view text);

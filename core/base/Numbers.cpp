@@ -59,7 +59,7 @@ std::string takeDigits(std::string_view& text) {
 
 } // namespace
 
-std::optional<double> ParseNumber(std::string_view text) {
+std::optional<double> parseNumber(std::string_view text) {
     text = trimmed(text);
     std::string plain;
     if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
@@ -104,8 +104,8 @@ std::optional<double> ParseNumber(std::string_view text) {
     return value;
 }
 
-double ToDouble(std::string_view text) {
-    const auto value = ParseNumber(text);
+double toDouble(std::string_view text) {
+    const auto value = parseNumber(text);
     if (!value)
         throw Fault(Fault::TypeMismatch, "Type mismatch");
     return *value;
@@ -148,7 +148,7 @@ std::string NumberText(double value) {
     return sign + digits.substr(0, point) + "." + digits.substr(point);
 }
 
-std::string ShownNumberText(double value) {
+std::string shownNumberText(double value) {
     std::string text = NumberText(value);
     const std::size_t point = text.starts_with('-') ? 1 : 0;
     if (text.size() > point && text[point] == '.')
@@ -186,7 +186,7 @@ std::int16_t ToInt16(double value) {
     return static_cast<std::int16_t>(whole);
 }
 
-std::int32_t ToInt32(double value) {
+std::int32_t toInt32(double value) {
     const double whole = Round(value, 0);
     if (!(whole >= -2147483648.0 && whole <= 2147483647.0))
         throw Fault(Fault::Overflow, "Overflow");

@@ -4,19 +4,19 @@
 
 namespace Program {
 
-QString ProgramVersion() {
+QString programVersion() {
     return QStringLiteral("%1.%2").arg(BRENNOVAL_MAJOR).arg(BRENNOVAL_MINOR);
 }
 
-QString FullProgramVersion() {
-    return QStringLiteral("%1.%2").arg(ProgramVersion()).arg(BRENNOVAL_REVISION);
+QString fullProgramVersion() {
+    return QStringLiteral("%1.%2").arg(programVersion()).arg(BRENNOVAL_REVISION);
 }
 
-QString ProgramFolder() {
+QString programFolder() {
     return QCoreApplication::applicationDirPath();
 }
 
-void IgnoreRelativeFolders() {
+void ignoreRelativeFolders() {
     for (const char* name :
          {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
         if (!qEnvironmentVariableIsEmpty(name) && !qgetenv(name).startsWith('/'))

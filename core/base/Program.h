@@ -5,15 +5,15 @@
 namespace Program {
 
 /// "1.0", the program's major and minor version.
-QString ProgramVersion();
+QString programVersion();
 /// "1.0.0", including the revision.
-QString FullProgramVersion();
+QString fullProgramVersion();
 /// The program's folder, which holds the drawings.
-QString ProgramFolder();
+QString programFolder();
 
 /// Removes relative paths to the user's folders from the environment. The convention says that they count as
 /// unset, and they must not depend on where the program is started. Must run before anything looks up a
 /// folder.
-void IgnoreRelativeFolders();
+void ignoreRelativeFolders();
 
 } // namespace Program

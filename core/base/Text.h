@@ -8,33 +8,33 @@
 #include <string_view>
 
 /// A number for screens and pages: the shortest decimal text, with a zero before the point.
-inline QString ShownNumber(double value) {
-    return QString::fromStdString(ShownNumberText(value));
+inline QString shownNumber(double value) {
+    return QString::fromStdString(shownNumberText(value));
 }
 
 /// A number for an SQL statement: the shortest decimal text, ".5" for one half.
-inline QString StatementNumber(double value) {
+inline QString statementNumber(double value) {
     return QString::fromStdString(NumberText(value));
 }
 
 /// A number in a display pattern such as "#,##0 gal".
-inline QString FormattedNumber(double value, std::string_view pattern) {
+inline QString formattedNumber(double value, std::string_view pattern) {
     return QString::fromStdString(Format(value, pattern));
 }
 
 /// Converts the UTF-8 text of the plain C++ tables.
-inline QString ToQString(std::string_view text) {
+inline QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 /// Trailing blanks are ignored in comparisons and never stored.
-inline QString WithoutTrailingBlanks(QString text) {
+inline QString withoutTrailingBlanks(QString text) {
     while (text.endsWith(u' '))
         text.chop(1);
     return text;
 }
 
 /// The number in a text. Throws Fault 13 if it is not one.
-inline double ToNumber(const QString& text) {
-    return ToDouble(text.toStdString());
+inline double toNumber(const QString& text) {
+    return toDouble(text.toStdString());
 }

@@ -19,7 +19,7 @@ char escaped(char letter) {
 
 } // namespace
 
-std::vector<std::string> SplitWords(std::string_view line) {
+std::vector<std::string> splitWords(std::string_view line) {
     constexpr std::string_view blanks = " \t\r\n\v\f";
     std::vector<std::string> words;
     bool inWord = false;

@@ -22,10 +22,12 @@
 #include <QMenuBar>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -161,10 +163,18 @@ class FrameArea : public QMdiArea {
   public:
     using QMdiArea::QMdiArea;
 
+    /// The background lies over the area, not in it: assistive technology sees nothing of an area but its
+    /// windows. It scrolls where the main window is too small for it.
     void setBackground(QWidget* widget) {
-        background = widget;
-        background->setGeometry(viewport()->rect());
-        background->lower();
+        auto* scroller = new QScrollArea(parentWidget());
+        scroller->setFrameShape(QFrame::NoFrame);
+        scroller->setFocusPolicy(Qt::NoFocus);
+        scroller->setWidgetResizable(true);
+        scroller->setWidget(widget);
+        scroller->viewport()->setAutoFillBackground(false);
+        widget->setAutoFillBackground(false);
+        background = scroller;
+        background->setGeometry(geometry());
         background->hide();
         showBackground();
     }
@@ -186,7 +196,7 @@ class FrameArea : public QMdiArea {
     void resizeEvent(QResizeEvent* event) override {
         QMdiArea::resizeEvent(event);
         if (background)
-            background->setGeometry(viewport()->rect());
+            background->setGeometry(geometry());
         Screens::placeAgain();
     }
 
@@ -231,7 +241,7 @@ void BrennovalMain::setStartWork(const std::function<void()>& work) {
 
 void BrennovalMain::beginStartWork() {
     constexpr int idle = 250; // milliseconds, enough for the window and the start page to paint
-    QTimer::singleShot(idle, this, [] { Faults::Trap("BrennovalMain.StartWork", startWork()); });
+    QTimer::singleShot(idle, this, [] { Faults::runTrapped("BrennovalMain.StartWork", startWork()); });
 }
 
 void BrennovalMain::refreshBackground() {
@@ -250,19 +260,23 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     Commands::set("mnuHelpSub", [this] { Help::pressKey(this); });
     Commands::set("mnuSupport", [] { WebPages::LaunchInternetExplorer("TechSupport"); });
     Commands::set("mnuWebSite", [] { WebPages::LaunchInternetExplorer("Web"); });
-    Commands::set("mnuDemo", [] { WebPages::OpenDemo("BrennovalDemo.htm"); });
+    Commands::set("mnuDemo", [] { WebPages::openDemo("BrennovalDemo.htm"); });
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().brush(QPalette::Mid));
     mdiArea->setActivationOrder(
         QMdiArea::ActivationHistoryOrder);   // closing a pad returns to the screen that opened it
     setContextMenuPolicy(Qt::NoContextMenu); // it would hide the toolbar
-    setCentralWidget(mdiArea);
+    auto* center = new QWidget(this);
+    auto* rows = new QVBoxLayout(center);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(mdiArea);
+    setCentralWidget(center);
     Screens::setArea(mdiArea);
     connect(mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (window)
-            Faults::Trap("BrennovalMain.Activate",
-                         [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
+            Faults::runTrapped("BrennovalMain.Activate",
+                               [window] { Screens::setActive(dynamic_cast<Screen*>(window->widget())); });
     });
     buildMenus();
     buildToolbar();
@@ -270,9 +284,9 @@ BrennovalMain::BrennovalMain() : mdiArea(new FrameArea(this)) {
     if (backgroundMaker()) {
         auto* area = static_cast<FrameArea*>(mdiArea);
         Screens::onChange([area] { area->showBackground(); });
-        area->setBackground(backgroundMaker()(area->viewport()));
+        area->setBackground(backgroundMaker()(area->parentWidget()));
     }
-    setWindowTitle("Ordwick Company Brennoval Version " + Program::ProgramVersion());
+    setWindowTitle("Ordwick Company Brennoval Version " + Program::programVersion());
     StatusBar::SetStatusBarText();
     // On smaller displays use what is available, minus the desktop's window frame.
     const QSize frame(8, 40);
@@ -305,7 +319,7 @@ void BrennovalMain::buildMenus() {
             action->setEnabled(static_cast<bool>(handler));
             connect(action, &QAction::triggered, this, [name, handler] {
                 const Hourglass hourglass;
-                Screens::beginTask([&] { Faults::Trap("BrennovalMain." + name, handler); });
+                Screens::beginTask([&] { Faults::runTrapped("BrennovalMain." + name, handler); });
             });
         }
         action->setObjectName(name);
@@ -375,7 +389,7 @@ void BrennovalMain::buildStatusBar() {
     bar->setObjectName("sbStatusBar");
     auto* statusLabel = new QLabel(bar);
     bar->addWidget(statusLabel, 1);
-    StatusBar::SetStatusPanel(statusLabel);
+    StatusBar::setStatusPanel(statusLabel);
     dateLabel = new QLabel(bar);
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})
@@ -386,7 +400,7 @@ void BrennovalMain::buildStatusBar() {
                                                 {Qt::Key_ScrollLock, "SCRL"}};
     for (const auto& [key, text] : keys) {
         auto* label = new QLabel(text, bar);
-        label->setEnabled(LockKeyOn(key).value_or(false));
+        label->setEnabled(lockKeyOn(key).value_or(false));
         bar->addPermanentWidget(label);
         keyLabels.insert(key, label);
     }
@@ -406,7 +420,7 @@ void BrennovalMain::toggleKey(int key) {
     QLabel* label = keyLabels.value(key);
     if (!label)
         return;
-    label->setEnabled(LockKeyOn(key).value_or(!label->isEnabled()));
+    label->setEnabled(lockKeyOn(key).value_or(!label->isEnabled()));
 }
 
 bool BrennovalMain::eventFilter(QObject* object, QEvent* event) {
@@ -424,7 +438,7 @@ void BrennovalMain::changeEvent(QEvent* event) {
         mdiArea->setBackground(palette().brush(QPalette::Mid));
     // The user returns from another program, possibly another instance of this one.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        Faults::Trap("BrennovalMain.Activate", Screens::freshenActive);
+        Faults::runTrapped("BrennovalMain.Activate", Screens::freshenActive);
     QMainWindow::changeEvent(event);
 }
 

@@ -122,7 +122,7 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
         return true;
     }
     if (isHelpKey(receiver, *event)) {
-        Faults::Trap("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
+        Faults::runTrapped("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });
         event->accept();
         return true;
     }

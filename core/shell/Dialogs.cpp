@@ -83,7 +83,7 @@ void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
     installed() = std::move(dialogs);
 }
 
-bool ConfirmDeletion(const QString& question) {
+bool confirmDeletion(const QString& question) {
     return Dialogs::current().show({.text = question,
                                     .title = "Delete?",
                                     .icon = QMessageBox::Question,

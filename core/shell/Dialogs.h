@@ -47,4 +47,4 @@ class Dialogs {
 };
 
 /// Asks before something is deleted. The default answer is No, in case Return is pressed in haste.
-bool ConfirmDeletion(const QString& question);
+bool confirmDeletion(const QString& question);

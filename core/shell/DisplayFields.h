@@ -9,23 +9,23 @@
 #include <optional>
 
 /// A column in a display pattern such as "#,##0 gal"; empty for null.
-inline QString FormattedField(const Recordset::Field& field, const char* pattern) {
-    return field.isNull() ? QString() : FormattedNumber(field.number(), pattern);
+inline QString formattedField(const Recordset::Field& field, const char* pattern) {
+    return field.isNull() ? QString() : formattedNumber(field.number(), pattern);
 }
 
 /// A record value for display; empty if there is none.
-inline QString Shown(const std::optional<QString>& text) {
+inline QString shownText(const std::optional<QString>& text) {
     return text.value_or(QString());
 }
-inline QString Shown(const std::optional<double>& number) {
-    return number ? ShownNumber(*number) : QString();
+inline QString shownText(const std::optional<double>& number) {
+    return number ? shownNumber(*number) : QString();
 }
-inline QString Shown(const std::optional<int>& number) {
+inline QString shownText(const std::optional<int>& number) {
     return number ? QString::number(*number) : QString();
 }
 /// The same in a display pattern.
-inline QString Shown(const std::optional<double>& number, const char* pattern) {
-    return number ? FormattedNumber(*number, pattern) : QString();
+inline QString shownText(const std::optional<double>& number, const char* pattern) {
+    return number ? formattedNumber(*number, pattern) : QString();
 }
 
 /// A box and the text that it shows.
@@ -34,7 +34,7 @@ struct ShownText {
     QString text;
 };
 /// Shows texts in their boxes, scrolled to the start.
-inline void ShowTexts(std::initializer_list<ShownText> texts) {
+inline void showTexts(std::initializer_list<ShownText> texts) {
     for (const ShownText& shown : texts) {
         shown.box->setText(shown.text);
         shown.box->setCursorPosition(0);
@@ -49,10 +49,10 @@ struct DisplayField {
 };
 
 /// Shows columns of the current row in their boxes, scrolled to the start.
-inline void ShowFields(Recordset& row, std::initializer_list<DisplayField> fields) {
+inline void showFields(Recordset& row, std::initializer_list<DisplayField> fields) {
     for (const DisplayField& field : fields) {
         const Recordset::Field value = row[field.column];
-        field.box->setText(field.pattern ? FormattedField(value, field.pattern) : value.text());
+        field.box->setText(field.pattern ? formattedField(value, field.pattern) : value.text());
         field.box->setCursorPosition(0);
     }
 }

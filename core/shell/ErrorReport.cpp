@@ -30,7 +30,7 @@ void askForFolder() {
 
 } // namespace
 
-void ShowErrorText(const QString& text, const QString& module) {
+void showErrorText(const QString& text, const QString& module) {
     auto* screen = static_cast<frmError*>(Screens::load("frmError"));
     if (!screen)
         return;
@@ -45,37 +45,37 @@ void ShowErrorText(const QString& text, const QString& module) {
 void ReportError(std::int32_t number, const QString& description, const QString& dll, const QString& source,
                  const QString& codeSource, const QString& module) {
     const QString systemSource =
-        source.isEmpty() ? codeSource : QString(source).replace(DatabasePassword(), "********");
+        source.isEmpty() ? codeSource : QString(source).replace(databasePassword(), "********");
     // Line 3 has the date and time, which would make the next tick's identical failure look new.
     const QString failure =
         QStringList{QString::number(number), description, systemSource, codeSource}.join(u'\n');
     const auto* shown = static_cast<const frmError*>(Screens::find("frmError"));
     if (!module.isEmpty() && shown && shown->Tag == module && shown->failure() == failure)
         return;
-    SetStatusText("Error");
+    setStatusText("Error");
     while (QApplication::overrideCursor())
         QApplication::restoreOverrideCursor();
     const QStringList lines = {
         "ERROR MESSAGE",
-        "Version: " + FullProgramVersion(),
+        "Version: " + fullProgramVersion(),
         "Date: " + QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss"),
         QString("Error No. %1").arg(number),
         "Desc: " + description,
         "DLL: " + dll,
         "System Source: " + systemSource,
         "Code Source: " + codeSource,
-        "Path: " + ProgramFolder(),
+        "Path: " + programFolder(),
         "File Description:Brennoval, electronic catalog tool and expansion tank selection software",
         QString("Instance:%1").arg(QCoreApplication::applicationPid()),
-        QString("PrevInstance:") + (PreviousInstance() ? "True" : "False"),
+        QString("PrevInstance:") + (previousInstance() ? "True" : "False"),
         QString("Other: Qt %1, %2").arg(qVersion(), QGuiApplication::platformName()),
     };
-    ShowErrorText(lines.join("\r\n") + "\r\n", module);
+    showErrorText(lines.join("\r\n") + "\r\n", module);
     if (auto* screen = static_cast<frmError*>(Screens::find("frmError")))
         screen->setFailure(failure);
 }
 
-void ShowFailure(const Fault& fault, const QString& codeSource, const QString& module) {
+void showFailure(const Fault& fault, const QString& codeSource, const QString& module) {
     if (dynamic_cast<const NoDatabaseFile*>(&fault))
         return askForFolder();
     if (dynamic_cast<const RecordGone*>(&fault)) { // not an error: somebody else deleted it

@@ -15,10 +15,10 @@ void ReportError(std::int32_t number, const QString& description, const QString&
 
 /// What the user sees of a failure: if the database is missing, the question for its folder, otherwise the
 /// report.
-void ShowFailure(const Fault& fault, const QString& codeSource, const QString& module);
+void showFailure(const Fault& fault, const QString& codeSource, const QString& module);
 
 /// Shows a text in frmError. A failure at the start recurs with every tick; the same text is then not shown
 /// again.
-void ShowErrorText(const QString& text, const QString& module = {});
+void showErrorText(const QString& text, const QString& module = {});
 
 } // namespace Faults

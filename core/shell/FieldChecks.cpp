@@ -15,62 +15,62 @@ void showError(const QString& text) {
 }
 
 bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
-    MarkField(field);
+    markField(field);
     field->setFocus();
     if (showMessage)
         showError(message);
     else
-        SetFieldText(field, "0");
+        setFieldText(field, "0");
     return false;
 }
 
 } // namespace
 
 bool ValidateNumeric(QWidget* field, bool showMessage) {
-    if (FieldText(field).isEmpty()) {
-        SetFieldText(field, "0");
+    if (fieldText(field).isEmpty()) {
+        setFieldText(field, "0");
         return true;
     }
-    const auto value = ParseNumber(FieldText(field).toStdString());
+    const auto value = parseNumber(fieldText(field).toStdString());
     if (!value)
         return failNumeric(field, showMessage, "Please enter a valid numeric value!");
     if (*value < 0)
         return failNumeric(field, showMessage, "Please enter a positive number!");
-    UnmarkField(field);
+    unmarkField(field);
     return true;
 }
 
 bool ValidateMinMax(QWidget* field, double minimum, double maximum) {
-    const double value = Named("ValidateMinMax", [field] { return ToNumber(FieldText(field)); });
+    const double value = underName("ValidateMinMax", [field] { return toNumber(fieldText(field)); });
     if (value == 0) // an empty field has become 0, which is not an error
         return true;
     if (value >= minimum && value <= maximum) {
-        UnmarkField(field);
+        unmarkField(field);
         return true;
     }
-    showError("Please enter a value between " + ShownNumber(minimum) + " and " + ShownNumber(maximum) + ".");
-    MarkField(field);
+    showError("Please enter a value between " + shownNumber(minimum) + " and " + shownNumber(maximum) + ".");
+    markField(field);
     return false;
 }
 
 bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField) {
-    const bool passed = Named("ValidateValueRange", [=] {
-        return ToNumber(FieldText(minimumField)) < ToNumber(FieldText(maximumField));
+    const bool passed = underName("ValidateValueRange", [=] {
+        return toNumber(fieldText(minimumField)) < toNumber(fieldText(maximumField));
     });
     if (!passed)
         showError("The maximum value must be greater than the minimum value!");
     for (QWidget* field : {minimumField, maximumField})
-        passed ? UnmarkField(field) : MarkField(field);
+        passed ? unmarkField(field) : markField(field);
     return passed;
 }
 
 bool ValidateValueEntered(QWidget* field, bool showMessage) {
-    if (!FieldText(field).isEmpty()) {
-        UnmarkField(field);
+    if (!fieldText(field).isEmpty()) {
+        unmarkField(field);
         return true;
     }
     if (showMessage) {
-        MarkField(field);
+        markField(field);
         field->setFocus();
         showError("Please enter a valid value!");
     }
@@ -78,11 +78,11 @@ bool ValidateValueEntered(QWidget* field, bool showMessage) {
 }
 
 bool ValidateItemSelected(QWidget* field, bool showMessage) {
-    if (!FieldText(field).isEmpty()) {
-        UnmarkField(field);
+    if (!fieldText(field).isEmpty()) {
+        unmarkField(field);
         return true;
     }
-    MarkField(field);
+    markField(field);
     field->setFocus();
     if (showMessage)
         showError("Please enter a valid value!");
@@ -91,7 +91,7 @@ bool ValidateItemSelected(QWidget* field, bool showMessage) {
 
 std::int16_t SetHelpContext() {
     const auto application = Session::application();
-    return application ? static_cast<std::int16_t>(InfoOf(*application).helpContext) : std::int16_t(0);
+    return application ? static_cast<std::int16_t>(infoOf(*application).helpContext) : std::int16_t(0);
 }
 
 } // namespace Fields

@@ -12,7 +12,7 @@ namespace {
 const char* const markProperty = "fieldError";
 } // namespace
 
-QString FieldText(const QWidget* field) {
+QString fieldText(const QWidget* field) {
     if (const auto* line = dynamic_cast<const QLineEdit*>(field))
         return line->text();
     if (const auto* area = dynamic_cast<const QPlainTextEdit*>(field))
@@ -21,7 +21,7 @@ QString FieldText(const QWidget* field) {
     return combo ? combo->currentText() : QString();
 }
 
-void SetFieldText(QWidget* field, const QString& text) {
+void setFieldText(QWidget* field, const QString& text) {
     if (auto* line = dynamic_cast<QLineEdit*>(field))
         line->setText(text);
     else if (auto* area = dynamic_cast<QPlainTextEdit*>(field))
@@ -30,17 +30,17 @@ void SetFieldText(QWidget* field, const QString& text) {
         list->setCurrentText(text);
 }
 
-void MarkField(QWidget* field) {
+void markField(QWidget* field) {
     field->setPalette(Appearance::errorPalette(field->palette()));
     field->setProperty(markProperty, true);
 }
 
-void UnmarkField(QWidget* field) {
+void unmarkField(QWidget* field) {
     field->setPalette(QPalette());
     field->setProperty(markProperty, false);
 }
 
-bool IsMarked(const QWidget* field) {
+bool isMarked(const QWidget* field) {
     return field->property(markProperty).toBool();
 }
 

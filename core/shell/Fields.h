@@ -6,12 +6,12 @@
 /// Texts and error marks of entry fields: text boxes, text areas and combo boxes.
 namespace Fields {
 
-QString FieldText(const QWidget* field);
-void SetFieldText(QWidget* field, const QString& text);
+QString fieldText(const QWidget* field);
+void setFieldText(QWidget* field, const QString& text);
 
 /// Shows a field as wrong, or in the system's colours again.
-void MarkField(QWidget* field);
-void UnmarkField(QWidget* field);
-bool IsMarked(const QWidget* field);
+void markField(QWidget* field);
+void unmarkField(QWidget* field);
+bool isMarked(const QWidget* field);
 
 } // namespace Fields

@@ -1,7 +1,5 @@
 #include "core/shell/Fitting.h"
 
-#include "core/shell/Screen.h"
-
 #include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
@@ -53,7 +51,7 @@ class Middle : public QScrollArea {
 };
 
 /// The row of tools at the top of a screen; null when it has none.
-QLayout* toolBarOf(const Screen& screen) {
+QLayout* toolBarOf(const QWidget& screen) {
     QLayoutItem* first = screen.layout() ? screen.layout()->itemAt(0) : nullptr;
     QLayout* row = first ? first->layout() : nullptr;
     return row && row->objectName().compare("tbToolbar", Qt::CaseInsensitive) == 0 ? row : nullptr;
@@ -94,13 +92,13 @@ void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
 void Fitting::makeRoomForText(QLineEdit& box) {
     const QFontMetrics letters = box.fontMetrics();
     const int frame = box.sizeHint().width() - 17 * letters.horizontalAdvance('x'); // which is Qt's own width
-    const int longest = 26 * letters.horizontalAdvance('x');
+    const int longest = 40 * letters.horizontalAdvance('x');
     const int width = std::min(letters.horizontalAdvance(box.text()), longest) + frame + 2;
     box.setMaximumWidth(std::max(box.maximumWidth(), width));
     box.setMinimumWidth(std::max(box.minimumWidth(), width));
 }
 
-void Fitting::scaleWidths(const Screen& screen) {
+void Fitting::scaleWidths(const QWidget& screen) {
     const double scale = QApplication::font().pointSizeF() / pointsDrawnFor;
     if (scale <= 1)
         return;
@@ -114,7 +112,7 @@ void Fitting::scaleWidths(const Screen& screen) {
         }
 }
 
-void Fitting::tighten(const Screen& screen) {
+void Fitting::tighten(const QWidget& screen) {
     constexpr int gap = 2;
     for (QLayout* layout : screen.findChildren<QLayout*>()) {
         const QMargins margins = layout->contentsMargins();
@@ -128,7 +126,7 @@ void Fitting::tighten(const Screen& screen) {
     screen.layout()->activate();
 }
 
-void Fitting::fitToolBar(const Screen& screen, int width) {
+void Fitting::fitToolBar(const QWidget& screen, int width) {
     const QLayout* toolBar = toolBarOf(screen);
     if (!toolBar)
         return;
@@ -141,7 +139,7 @@ void Fitting::fitToolBar(const Screen& screen, int width) {
                 button->setToolButtonStyle(Qt::ToolButtonIconOnly);
 }
 
-void Fitting::letScroll(Screen& screen) {
+void Fitting::letScroll(QWidget& screen) {
     auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
     if (!rows || rows->isEmpty() || screen.findChild<QScrollArea*>("middle", Qt::FindDirectChildrenOnly))
         return;
@@ -150,7 +148,7 @@ void Fitting::letScroll(Screen& screen) {
     auto* middle = new Middle(&screen);
     middle->setObjectName("middle");
     auto* column = new QVBoxLayout(middle->widget());
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(0, 0, 8, 0); // clear of the scroll bar
     column->setSpacing(rows->spacing());
     const int first = toolBar ? 1 : 0;
     for (int left = rows->count() - first - (buttons ? 1 : 0); left > 0; --left)

@@ -1,7 +1,7 @@
 #pragma once
 
 class QLineEdit;
-class Screen;
+class QWidget;
 
 /// Makes a screen fit: its boxes the texts in them, and the whole of it the space that there is.
 namespace Fitting {
@@ -10,13 +10,13 @@ namespace Fitting {
 /// scroll.
 void makeRoomForText(QLineEdit& box);
 /// Boxes and lists that are given a width in pixels get it for the letters in use.
-void scaleWidths(const Screen& screen);
+void scaleWidths(const QWidget& screen);
 /// Lessens the space between the rows.
-void tighten(const Screen& screen);
+void tighten(const QWidget& screen);
 /// Leaves the icons alone in a screen's tool bar when its captions take more than a width in pixels.
-void fitToolBar(const Screen& screen, int width);
+void fitToolBar(const QWidget& screen, int width);
 /// Makes the middle of a screen scroll, so that it can be smaller than its content; tool bar and buttons stay
 /// in sight.
-void letScroll(Screen& screen);
+void letScroll(QWidget& screen);
 
 } // namespace Fitting

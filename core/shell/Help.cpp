@@ -41,7 +41,7 @@ void show(QWidget* widget) {
     const QString topic = topicAt(widget);
     while (QWidget* popup = QApplication::activePopupWidget())
         popup->close();
-    WebPages::OpenPage("frmHelp", topic);
+    WebPages::openPage("frmHelp", topic);
 }
 
 void pressKey(QWidget* window) {

@@ -107,7 +107,7 @@ void KeptRows::restore() const {
     }
 }
 
-void FitColumns(QTreeWidget* list) {
+void fitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
     constexpr int widest = 600; // pixels; a name is hardly ever wider
     for (int column = 0; column + 1 < list->columnCount(); ++column) {
@@ -130,7 +130,7 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
     return textOrder().compare(text(column), other.text(column)) < 0;
 }
 
-void SortByHeadings(QTreeWidget* list) {
+void sortByHeadings(QTreeWidget* list) {
     list->header()->setSectionsClickable(true);
     QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int column) {
         if (list->isSortingEnabled()) // from here on the list sorts itself
@@ -145,7 +145,7 @@ QString Beginning(const QString& text) {
     return text.left(maxLength);
 }
 
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
+void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
     const bool sorts = list->header()->sectionsClickable();
     list->setSortingEnabled(false); // this also stops the headings from being clickable
     list->header()->setSectionsClickable(sorts);
@@ -161,5 +161,5 @@ void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     list->addTopLevelItems(items);
     if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());
-    FitColumns(list);
+    fitColumns(list);
 }

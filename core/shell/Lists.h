@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Fits the columns of a list to their texts, plus a gap; the last column takes the rest.
-void FitColumns(QTreeWidget* list);
+void fitColumns(QTreeWidget* list);
 
 /// A row of a list that sorts by its headings: texts ignore case and compare embedded numbers by value; keys
 /// compare as values.
@@ -22,7 +22,7 @@ class ListRow : public QTreeWidgetItem {
 using ListRows = std::vector<std::unique_ptr<ListRow>>;
 
 /// Makes a list of ListRows sort by its headings from the first click on one.
-void SortByHeadings(QTreeWidget* list);
+void sortByHeadings(QTreeWidget* list);
 
 /// The selected and ticked rows of a screen's lists, kept while the lists are refilled. Rows are identified
 /// by their first text and, where that is ambiguous, by the second as well.
@@ -49,5 +49,5 @@ QString Beginning(const QString& text);
 enum class Selected { First, None };
 
 /// Refills a list. Rows keep the given order until a heading is clicked.
-void FillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
+void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
               Selected selected = Selected::First);

@@ -7,7 +7,7 @@
 #include <qt_windows.h>
 #endif
 
-std::optional<bool> LockKeyOn(int key) {
+std::optional<bool> lockKeyOn(int key) {
     if (key != Qt::Key_CapsLock && key != Qt::Key_NumLock && key != Qt::Key_ScrollLock)
         return std::nullopt;
 #ifdef Q_OS_WIN

@@ -4,4 +4,4 @@
 
 /// Whether a lock key (Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_ScrollLock) is on; nothing if the system
 /// does not say.
-std::optional<bool> LockKeyOn(int key);
+std::optional<bool> lockKeyOn(int key);

@@ -32,7 +32,7 @@ bool lockIsTaken() {
 
 } // namespace
 
-bool PreviousInstance() {
+bool previousInstance() {
     static const bool other = lockIsTaken();
     return other;
 }

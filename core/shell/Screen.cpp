@@ -90,14 +90,14 @@ bool Screen::trap(const QString& procedure, const std::function<void()>& body) c
         }
     };
     const bool passed =
-        Faults::Trap(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
+        Faults::runTrapped(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
     if (gone)
         Screens::drop(this);
     return passed;
 }
 
 void Screen::procedure(const QString& procedureName, const std::function<void()>& body) const {
-    Named((screenName_ + procedureName).toStdString(), body);
+    underName((screenName_ + procedureName).toStdString(), body);
 }
 
 void Screen::on(QAbstractButton* button, const QString& procedure, const std::function<void()>& handler) {
@@ -168,7 +168,7 @@ void Screen::updateHandOver() {
 
 bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
     try {
-        save(Record::IfChanged::Refuse);
+        save(Record::IfChanged::refuse);
         return true;
     } catch (const RecordChanged& changed) {
         if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),
@@ -188,9 +188,9 @@ bool Screen::leaveFor(const QString& screen) {
         Tag = "0";
         return false;
     }
-    const QString status = StatusBar::StatusText(); // set by the next screen; unload would reset it
+    const QString status = StatusBar::statusText(); // set by the next screen; unload would reset it
     Screens::unload(name());
-    StatusBar::SetStatusText(status);
+    StatusBar::setStatusText(status);
     Screens::show(screen);
     return true;
 }

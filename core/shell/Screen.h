@@ -48,7 +48,7 @@ class Screen : public QWidget {
     virtual bool loadsAfresh() const { return false; }
     /// Shows changes made to the data since loading. A list keeps its selected row. Not called for a screen
     /// in which something was typed, so entries stay.
-    virtual void ShowChanges() { Load(); }
+    virtual void showChanges() { Load(); }
     /// Whether the screen shows user data, and so must show changes that others make to it.
     virtual bool followsData() const { return subject() != Subject::None; }
     /// Whether the user has entered or selected something not yet stored.

@@ -57,7 +57,7 @@ void dropScreensOf(const QString& jobID, const QString& tankID);
 Registry& registry() {
     static Registry instance = [] {
         Session::onTaskWrite(detachOtherScreens);
-        Deletion::OnDeleted(dropScreensOf);
+        Deletion::onDeleted(dropScreensOf);
         return Registry();
     }();
     return instance;
@@ -143,7 +143,7 @@ std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
     const Subject subject = entry.screen->subject();
-    return Gateway::ReadDataState(subject == Subject::None ? QString()
+    return Gateway::readDataState(subject == Subject::None ? QString()
                                                            : entry.task->jobID.value_or(QString()),
                                   subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
 }
@@ -158,7 +158,7 @@ bool recordExists(const Entry& entry, const Gateway::DataState& state) {
 /// Whether a screen is for a new line of the reserved job, which is created on demand.
 bool createsItsJob(const Entry& entry) {
     return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
-           entry.task->jobID == Records::ReservedJob();
+           entry.task->jobID == Records::reservedJob();
 }
 
 /// Notes whether a screen's record exists, just after the screen was filled.
@@ -226,12 +226,81 @@ void applyState(const Screen& screen, QMdiSubWindow* window) {
         window->showNormal();
 }
 
+/// The least size of a screen's window. A form has a least size of its own, which large letters exceed.
+QSize leastSize(Screen& screen, const QMdiSubWindow& window) {
+    if (const QLayout* rows = screen.layout()) {
+        const QSize needed = rows->totalMinimumSize();
+        if (screen.minimumWidth() > 0)
+            screen.setMinimumWidth(std::max(screen.minimumWidth(), needed.width()));
+        if (screen.minimumHeight() > 0)
+            screen.setMinimumHeight(std::max(screen.minimumHeight(), needed.height()));
+    }
+    return window.minimumSizeHint();
+}
+
+/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
+/// then by letting it scroll.
+void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
+    const auto tooLarge = [&] {
+        QSize least = leastSize(screen, window);
+        window.adjustSize();
+        if (const QLayout* rows = screen.layout(); rows && rows->hasHeightForWidth()) // its texts wrap
+            least.setHeight(std::max(least.height(), rows->totalMinimumHeightForWidth(screen.width()) +
+                                                         window.height() - screen.height()));
+        return least.height() > space.height() || least.width() > space.width();
+    };
+    if (!tooLarge())
+        return;
+    if (screen.layout())
+        Fitting::tighten(screen);
+    if (tooLarge()) {
+        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
+        Fitting::letScroll(screen);
+        window.adjustSize();
+    }
+}
+
+/// Where to place a window of this size to centre it.
+QPoint middle(const QSize& size) {
+    const QSize space = registry().area->viewport()->size();
+    return {std::max(0, (space.width() - size.width()) / 2),
+            std::max(0, (space.height() - size.height()) / 2)};
+}
+
+/// Gives a window the size that its screen wants, as far as there is space, and centres it.
+void fit(Screen& screen, Entry& entry) {
+    const QSize space = registry().area->viewport()->size();
+    adaptTo(space, screen, *entry.window);
+    // On a low display shrink the screen to the space, if a list or text in it can give way.
+    const QSize least = leastSize(screen, *entry.window);
+    const QSize wanted = entry.window->size();
+    entry.window->resize(wanted.boundedTo(space).expandedTo(least));
+    entry.placedAt = middle(entry.window->size());
+    entry.window->move(entry.placedAt);
+}
+
 /// A screen's frame inside the main window.
 class ScreenWindow : public QMdiSubWindow {
   public:
     using QMdiSubWindow::QMdiSubWindow;
 
   protected:
+    /// A screen that has come to show more, such as a longer figure, gets the room for it.
+    bool event(QEvent* event) override {
+        const bool handled = QMdiSubWindow::event(event);
+        if (event->type() != QEvent::LayoutRequest || !isVisible() || isMaximized() || isMinimized())
+            return handled;
+        const auto entry = std::ranges::find(registry().entries, this, &Entry::window);
+        if (entry == registry().entries.end())
+            return handled;
+        const auto within = [](const QSize& inner, const QSize& outer) {
+            return inner == inner.boundedTo(outer);
+        };
+        const QSize least = leastSize(*entry->screen, *this);
+        if (!within(least, size()) || (!within(least, registry().area->viewport()->size())))
+            fit(*entry->screen, *entry);
+        return handled;
+    }
     void closeEvent(QCloseEvent* event) override {
         auto* screen = dynamic_cast<Screen*>(widget());
         const bool live = screen && Screens::find(screen->name()) == screen;
@@ -284,32 +353,6 @@ void discard(const QString& name) {
     registry().changed();
 }
 
-/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
-/// then by letting it scroll.
-void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
-    const auto tooLarge = [&] {
-        window.adjustSize();
-        const QSize least = window.minimumSizeHint();
-        return least.height() > space.height() || least.width() > space.width();
-    };
-    if (!tooLarge())
-        return;
-    if (screen.layout())
-        Fitting::tighten(screen);
-    if (tooLarge()) {
-        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
-        Fitting::letScroll(screen);
-        window.adjustSize();
-    }
-}
-
-/// Where to place a window of this size to centre it.
-QPoint middle(const QSize& size) {
-    const QSize space = registry().area->viewport()->size();
-    return {std::max(0, (space.width() - size.width()) / 2),
-            std::max(0, (space.height() - size.height()) / 2)};
-}
-
 /// Closes a screen that is loaded for another record, if its closing check allows. Unlike when the user
 /// closes it, the job that it was opened for is kept.
 bool closeForOther(const QString& name) {
@@ -343,7 +386,7 @@ bool stands(Screen* screen) {
     const QString job = entry->task->jobID.value_or(QString());
     const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
     entry->stored = false; // report it only once
-    Faults::Trap(screen->name(), [&tank] {
+    Faults::runTrapped(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
     dropScreensOf(job, tank); // all at once, so that none of them reports it again
@@ -367,7 +410,7 @@ bool freshen(Screen* screen) {
         return true;
     const AtWork work(screen);
     const KeptRows rows(*screen);
-    Faults::Trap(screen->name() + ".ShowChanges", [screen] { screen->ShowChanges(); });
+    Faults::runTrapped(screen->name() + ".ShowChanges", [screen] { screen->showChanges(); });
     rows.restore();
     screen->setEntered(false);
     entry = entryOf(screen->name());
@@ -474,7 +517,7 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
         throw Fault(Fault::ObjectNotSet, "There is no field " + (target + "." + control).toStdString());
     if (box->isHidden())
         return;
-    Fields::SetFieldText(box, text);
+    Fields::setFieldText(box, text);
     owner->setEntered(true);
 }
 
@@ -507,7 +550,7 @@ Screen* load(const QString& name) {
                                .application = task->tankClass});
     const auto before = stateFor(registry().entries.last());
     const AtWork work(screen);
-    const bool filled = Faults::Trap(
+    const bool filled = Faults::runTrapped(
         name + ".Load", [screen] { screen->Load(); }, name == u"frmSplash" ? "Splash" : "");
     if (!filled)
         discard(name);
@@ -541,12 +584,8 @@ void show(const QString& name) {
     if (find(name) != screen) // its record was gone
         return;
     applyState(*screen, window);
-    if (!first)
-        return;
-    if (const QSize least = window->minimumSizeHint(); // what it shows now may take more room
-        !screen->fillsWindow() && (least.width() > window->width() || least.height() > window->height()))
-        Screens::FormatScreen(*screen);
-    focusFirstField(screen);
+    if (first)
+        focusFirstField(screen);
 }
 
 bool open(const QString& name) {
@@ -574,7 +613,7 @@ Closing close(const QString& name) {
     };
     {
         const AtWork work(screen);
-        checked = Faults::Trap(name + ".QueryUnload", check);
+        checked = Faults::runTrapped(name + ".QueryUnload", check);
     }
     if (entry = entryOf(name); !allowed) {
         if (entry)
@@ -657,12 +696,5 @@ void Screens::FormatScreen(Screen& screen) {
     Screens::Entry* entry = Screens::entryOf(screen.name());
     if (!entry || !entry->window || !Screens::registry().area)
         return;
-    const QSize space = Screens::registry().area->viewport()->size();
-    Screens::adaptTo(space, screen, *entry->window);
-    // On a low display shrink the screen to the space, if a list or text in it can give way.
-    const QSize least = entry->window->minimumSizeHint();
-    const QSize wanted = entry->window->size();
-    entry->window->resize(wanted.boundedTo(space).expandedTo(least));
-    entry->placedAt = Screens::middle(entry->window->size());
-    entry->window->move(entry->placedAt);
+    Screens::fit(screen, *entry);
 }

@@ -8,7 +8,7 @@
 #include "core/shell/frmSplash.h"
 
 void registerShell() {
-    Faults::SetFailureHandler(Faults::ShowFailure);
+    Faults::setFailureHandler(Faults::showFailure);
     Screens::add("frmSplash", [] { return new frmSplash; });
     Screens::add("frmDatabasePath", [] { return new frmDatabasePath; });
     Screens::add("frmError", [] { return new frmError; });

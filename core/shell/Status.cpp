@@ -16,20 +16,20 @@ QPointer<QLabel>& statusPanel() {
 }
 } // namespace
 
-void SetStatusText(const QString& text) {
+void setStatusText(const QString& text) {
     if (statusPanel())
         statusPanel()->setText(text);
 }
 
 void SetStatusBarText() {
-    SetStatusText(QStringLiteral("Ordwick Company Brennoval Version ") + ProgramVersion());
+    setStatusText(QStringLiteral("Ordwick Company Brennoval Version ") + programVersion());
 }
 
-QString StatusText() {
+QString statusText() {
     return statusPanel() ? statusPanel()->text() : QString();
 }
 
-void SetStatusPanel(QLabel* panel) {
+void setStatusPanel(QLabel* panel) {
     statusPanel() = panel;
 }
 

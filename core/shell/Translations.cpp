@@ -20,7 +20,7 @@ bool load(const QString& name, const QString& folder, const QLocale& language) {
 
 } // namespace
 
-bool LoadTranslations(const QString& folder, const QLocale& language) {
+bool loadTranslations(const QString& folder, const QLocale& language) {
     // Only the user's first language counts: those who prefer English must not get their second choice.
     const QStringList wanted = language.uiLanguages();
     const QLocale first(wanted.isEmpty() ? QString() : wanted.first());

@@ -11,9 +11,9 @@ FailureHandler& failureHandler() {
 }
 } // namespace
 
-bool Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
+bool runTrapped(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
     try {
-        Named(codeSource.toStdString(), procedure);
+        underName(codeSource.toStdString(), procedure);
         return true;
     } catch (const Fault& fault) {
         failureHandler()(fault, QString::fromStdString(fault.routine()), module);
@@ -21,7 +21,7 @@ bool Trap(const QString& codeSource, const std::function<void()>& procedure, con
     }
 }
 
-void SetFailureHandler(FailureHandler handler) {
+void setFailureHandler(FailureHandler handler) {
     failureHandler() = std::move(handler);
 }
 

@@ -10,11 +10,12 @@ namespace Faults {
 
 /// The only error trap: runs a procedure and passes a failure to the handler, with the name of the routine
 /// that failed, or else the given name. The module is "Splash" or empty. True on success.
-bool Trap(const QString& codeSource, const std::function<void()>& procedure, const QString& module = {});
+bool runTrapped(const QString& codeSource, const std::function<void()>& procedure,
+                const QString& module = {});
 
 /// What the trap does with a failure.
 using FailureHandler =
     std::function<void(const Fault& fault, const QString& codeSource, const QString& module)>;
-void SetFailureHandler(FailureHandler handler);
+void setFailureHandler(FailureHandler handler);
 
 } // namespace Faults

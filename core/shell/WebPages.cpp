@@ -26,7 +26,7 @@ QString registeredBrowser() {
 
 } // namespace
 
-void OpenPage(const QString& screen, const QString& address) {
+void openPage(const QString& screen, const QString& address) {
     auto* shown = dynamic_cast<PageScreen*>(Screens::load(screen));
     if (!shown)
         return;
@@ -40,25 +40,25 @@ void OpenPage(const QString& screen, const QString& address) {
     }
 }
 
-QString HomePage() {
+QString homePage() {
     return QStringLiteral(BRENNOVAL_WEB_HOST);
 }
 
 void LaunchInternetExplorer(const QString& page) {
-    Named("LaunchInternetExplorer", [&] {
-        const QString address = page == "TechSupport" ? HomePage() + "/brennovalsupport.htm" : HomePage();
+    underName("LaunchInternetExplorer", [&] {
+        const QString address = page == "TechSupport" ? homePage() + "/brennovalsupport.htm" : homePage();
         if (const QString command = registeredBrowser(); !command.isEmpty()) {
             if (!Dialogs::current().startProgram(QString(command).replace("%1", address),
                                                  SystemPrograms::Window::Maximised))
                 throw Fault(Fault::FileNotFound, "File not found: " + command.toStdString());
         } else if (!Dialogs::current().openInBrowser(QUrl(address))) {
-            OpenPage("frmBrowser", address);
+            openPage("frmBrowser", address);
         }
     });
 }
 
-void OpenDemo(const QString& page) {
-    OpenPage("frmDemo", ProgramFolder() + "/Demo/" + page);
+void openDemo(const QString& page) {
+    openPage("frmDemo", programFolder() + "/Demo/" + page);
 }
 
 } // namespace WebPages

@@ -17,10 +17,10 @@ class PageScreen : public Screen {
 namespace WebPages {
 
 /// Opens a page screen at an address, or brings it to the front.
-void OpenPage(const QString& screen, const QString& address);
+void openPage(const QString& screen, const QString& address);
 
 /// The maker's home page.
-QString HomePage();
+QString homePage();
 
 /// Opens a page of the maker in the system's browser, or in the program's own if there is none: "TechSupport"
 /// is the support page, any other word the home page. Throws Fault 53 if the registered browser cannot be
@@ -28,6 +28,6 @@ QString HomePage();
 void LaunchInternetExplorer(const QString& page);
 
 /// Opens a page in the folder Demo, below the program's.
-void OpenDemo(const QString& page);
+void openDemo(const QString& page);
 
 } // namespace WebPages

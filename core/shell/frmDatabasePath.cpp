@@ -20,15 +20,15 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
     });
     on(OKButton, ".OKButton", [this] {
         if (!txtPath->text().isEmpty())
-            StorePath();
+            storePath();
         Screens::unload(name());
     });
     onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
 }
 
-void frmDatabasePath::StorePath() {
+void frmDatabasePath::storePath() {
     const QString folder = txtPath->text().remove("BrennovalUserData.mdb");
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, folder);
 }
 

@@ -12,5 +12,5 @@ class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
 
   private:
     bool QueryUnload() override;
-    void StorePath();
+    void storePath();
 };

@@ -19,7 +19,7 @@ frmError::frmError() : Screen("frmError") {
         Dialogs::current().copy(report);
         WebPages::LaunchInternetExplorer("TechSupport");
     });
-    on(cmdDemo, ".cmdDemo", [] { WebPages::OpenDemo("ErrorDemo.htm"); });
+    on(cmdDemo, ".cmdDemo", [] { WebPages::openDemo("ErrorDemo.htm"); });
 }
 
 void frmError::setReport(const QString& newReport) {

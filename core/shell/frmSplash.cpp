@@ -26,7 +26,7 @@ int firstTimeFlag() {
     Schema::upgrade(connection);
     Recordset rows;
     rows.Open("tblFirstTime", connection, CursorType::Keyset, CommandType::Table);
-    return rows.AtEnd() ? 2 : ToInt16(rows["FirstTime"].number());
+    return rows.atEnd() ? 2 : ToInt16(rows["FirstTime"].number());
 }
 
 /// The failure of an earlier tick is over, so its window becomes an ordinary one.
@@ -41,7 +41,7 @@ frmSplash::frmSplash() : Screen("frmSplash") {
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_QuitOnClose); // the dialog above it must not end the program
     Image2->setPixmap(Appearance::splashPicture(Image2->size(), devicePixelRatioF()));
-    connect(&Timer1, &QTimer::timeout, this, [this] { trap(".Timer", [this] { Timer1_Timer(); }); });
+    connect(&Timer1, &QTimer::timeout, this, [this] { trap(".Timer", [this] { timer1Elapsed(); }); });
 }
 
 void frmSplash::setTimerInterval(int interval) {
@@ -67,7 +67,7 @@ void frmSplash::Load() {
     setTimerInterval(tickMilliseconds);
 }
 
-void frmSplash::Timer1_Timer() {
+void frmSplash::timer1Elapsed() {
     const Hourglass hourglass;
     int flag = 2;
     try {

@@ -20,7 +20,7 @@ class frmSplash : public Screen, private Ui::frmSplash {
 
   private:
     void Load() override;
-    void Timer1_Timer();
+    void timer1Elapsed();
 
     QTimer Timer1{this};
     int lockedTicks = 0; // ticks that found the data locked

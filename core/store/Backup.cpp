@@ -39,7 +39,7 @@ QList<std::pair<QString, double>> rowsOf(const Connection& data) {
     QStringList tables;
     Recordset names;
     for (names.Open("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name", data);
-         !names.AtEnd(); names.MoveNext())
+         !names.atEnd(); names.moveNext())
         tables.append(names["name"].text());
     names.Close();
     QList<std::pair<QString, double>> counts;
@@ -79,7 +79,7 @@ std::optional<Copy> copyOf(const QFileInfo& file, const QString& base) {
 
 /// Deletes the copies that are not kept, and leftovers of an interrupted one.
 void prune(const QString& userFile) {
-    const QList<Copy> copies = CopiesOf(userFile);
+    const QList<Copy> copies = copiesOf(userFile);
     QList<QDateTime> moments;
     for (const Copy& copy : copies)
         moments.append(copy.made);
@@ -88,7 +88,7 @@ void prune(const QString& userFile) {
         if (!kept[i])
             QFile::remove(copies[i].path);
     constexpr int hour = 3600; // seconds; by then nobody is still writing it
-    const QDir folder(FolderOf(userFile));
+    const QDir folder(folderOf(userFile));
     for (const QFileInfo& file : folder.entryInfoList({u'*' + PartFile::ending() + u'*'}, QDir::Files))
         if (file.lastModified().secsTo(QDateTime::currentDateTime()) > hour)
             QFile::remove(file.filePath());
@@ -112,13 +112,13 @@ bool tryMaking(const std::function<void()>& make) noexcept {
 
 } // namespace
 
-QString FolderOf(const QString& userFile) {
+QString folderOf(const QString& userFile) {
     return QFileInfo(userFile).absolutePath() + QStringLiteral("/backups");
 }
 
 QString Make(const Connection& user, Reason reason) {
     const QString source = user.dataSource();
-    const QDir folder(FolderOf(source));
+    const QDir folder(folderOf(source));
     if (!QDir().mkpath(folder.path()))
         fail("Cannot make the folder " + folder.path());
     const QString base = QFileInfo(source).completeBaseName();
@@ -127,7 +127,7 @@ QString Make(const Connection& user, Reason reason) {
         Transaction moment(user, Transaction::For::Reading);
         const auto rows = rowsOf(user);
         user.engine().copyTo(part.path());
-        moment.Commit();
+        moment.commit();
         check(part.path(), rows);
     }
     part.takeMode(source);
@@ -138,17 +138,17 @@ QString Make(const Connection& user, Reason reason) {
     return path;
 }
 
-bool MakeIfPossible(const Connection& user, Reason reason) noexcept {
+bool makeIfPossible(const Connection& user, Reason reason) noexcept {
     return tryMaking([&] { Make(user, reason); });
 }
 
-void OnFailure(std::function<void(const QString& why)> listener) {
+void onFailure(std::function<void(const QString& why)> listener) {
     failureListener() = std::move(listener);
 }
 
-void MakeDaily(const QString& userFile) noexcept {
+void makeDaily(const QString& userFile) noexcept {
     tryMaking([&] {
-        for (const Copy& copy : CopiesOf(userFile))
+        for (const Copy& copy : copiesOf(userFile))
             if (copy.reason == Reason::Daily && copy.made.date() == QDate::currentDate())
                 return;
         constexpr int maxWait = 1000; // milliseconds for another instance's save
@@ -160,10 +160,10 @@ void MakeDaily(const QString& userFile) noexcept {
     });
 }
 
-QList<Copy> CopiesOf(const QString& userFile) {
+QList<Copy> copiesOf(const QString& userFile) {
     const QString base = QFileInfo(userFile).completeBaseName();
     QList<Copy> copies;
-    for (const QFileInfo& file : QDir(FolderOf(userFile)).entryInfoList({"*.mdb"}, QDir::Files))
+    for (const QFileInfo& file : QDir(folderOf(userFile)).entryInfoList({"*.mdb"}, QDir::Files))
         if (const auto copy = copyOf(file, base))
             copies.append(*copy);
     std::ranges::sort(copies, [](const Copy& one, const Copy& other) {
@@ -174,7 +174,7 @@ QList<Copy> CopiesOf(const QString& userFile) {
     return copies;
 }
 
-Counts CountsOf(const Connection& data) {
+Counts countsOf(const Connection& data) {
     const auto count = [&data](const QString& table) {
         Recordset rows;
         rows.Open("SELECT COUNT(*) AS N FROM " + table, data);

@@ -29,7 +29,7 @@ struct Counts {
 };
 
 /// The folder with the copies of a user file.
-QString FolderOf(const QString& userFile);
+QString folderOf(const QString& userFile);
 
 /// Copies open user data to a temporary file, checks it, and only then renames it. The copy gets the mode and
 /// owner of the original; copies that are too old are deleted. Returns the copy's path. Throws DatabaseFault
@@ -38,19 +38,19 @@ QString Make(const Connection& user, Reason reason);
 
 /// The same where a failure must not stop the caller: it is reported to the listener. Returns whether there
 /// is a copy.
-bool MakeIfPossible(const Connection& user, Reason reason) noexcept;
+bool makeIfPossible(const Connection& user, Reason reason) noexcept;
 
 /// Sets the listener for copies that could not be made. It is called in the thread that tried.
-void OnFailure(std::function<void(const QString& why)> listener);
+void onFailure(std::function<void(const QString& why)> listener);
 
 /// Makes the day's copy over its own connection, unless it exists. Failures go to the listener.
-void MakeDaily(const QString& userFile) noexcept;
+void makeDaily(const QString& userFile) noexcept;
 
 /// The copies of a user file, newest first.
-QList<Copy> CopiesOf(const QString& userFile);
+QList<Copy> copiesOf(const QString& userFile);
 
 /// What a copy contains. Throws DatabaseFault.
-Counts CountsOf(const Connection& data);
+Counts countsOf(const Connection& data);
 
 /// Which of these moments, newest first, are kept on a given day: the newest of each of ten days, eight weeks
 /// and twelve months, and the twenty newest of the day itself.

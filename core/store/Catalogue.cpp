@@ -7,49 +7,49 @@ using namespace Gateway;
 
 namespace Catalogue {
 
-Rows ReadPipe(const QString& pipeIndex) {
+Rows readPipe(const QString& pipeIndex) {
     return {"Sys", "SELECT * FROM tblPipeMaster WHERE PipeIndex = ?", {pipeIndex}};
 }
 
-std::vector<PipeSize> PipesOf(const QString& schedule) {
+std::vector<PipeSize> pipesOf(const QString& schedule) {
     std::vector<PipeSize> sizes;
-    for (Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE Schedule = ?", {schedule}); !pipe.AtEnd();
-         pipe->MoveNext())
+    for (Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE Schedule = ?", {schedule}); !pipe.atEnd();
+         pipe->moveNext())
         sizes.push_back({pipe["PipeIndex"].text(), pipe["MetricIndex"].text(), pipe["ID"].number()});
     return sizes;
 }
 
-double PipeBore(const QString& pipeIndex) {
-    Rows pipe = ReadPipe(pipeIndex);
-    return pipe.AtEnd() ? 0 : pipe["ID"].number();
+double pipeBore(const QString& pipeIndex) {
+    Rows pipe = readPipe(pipeIndex);
+    return pipe.atEnd() ? 0 : pipe["ID"].number();
 }
 
-double ReadPressureFactor(double shockBand, double staticBand) {
+double readPressureFactor(double shockBand, double staticBand) {
     Rows factor("Sys",
-                "SELECT [" + StatementNumber(staticBand) + "] AS P1 FROM tblPressureFactor WHERE SOPMax = ?",
+                "SELECT [" + statementNumber(staticBand) + "] AS P1 FROM tblPressureFactor WHERE SOPMax = ?",
                 {shockBand});
-    return factor.AtEnd() ? 0 : factor["P1"].number();
+    return factor.atEnd() ? 0 : factor["P1"].number();
 }
 
-double ReadExpansionFactor(int column, double maximumTemperature) {
+double readExpansionFactor(int column, double maximumTemperature) {
     Rows factor("Sys",
                 "SELECT [" + QString::number(column) +
                     "] AS minSOT FROM tblExpFactor WHERE SOTMax >= ? ORDER BY SOTMax",
                 {maximumTemperature});
-    return factor.AtEnd() ? 0 : factor["minSOT"].number();
+    return factor.atEnd() ? 0 : factor["minSOT"].number();
 }
 
 QString FractionConversion(double value) {
-    return Named("FractionConversion", [value]() -> QString {
-        const QString text = StatementNumber(value);
+    return underName("FractionConversion", [value]() -> QString {
+        const QString text = statementNumber(value);
         const QString inch = "\"";
         const auto point = text.indexOf('.');
         if (point < 1) // no fraction, or below one: unchanged
             return text + inch;
         const QString fraction = text.mid(point);
-        const double whole = Round(value - ToNumber(fraction), 0); // removes the subtraction's rounding error
-        Rows rows("Sys", "SELECT * FROM tblFractionConversion WHERE DecimalValue = ?", {ToNumber(fraction)});
-        return ShownNumber(whole) + "-" + (rows.AtEnd() ? QString() : rows["Fraction"].text()) + inch;
+        const double whole = Round(value - toNumber(fraction), 0); // removes the subtraction's rounding error
+        Rows rows("Sys", "SELECT * FROM tblFractionConversion WHERE DecimalValue = ?", {toNumber(fraction)});
+        return shownNumber(whole) + "-" + (rows.atEnd() ? QString() : rows["Fraction"].text()) + inch;
     });
 }
 

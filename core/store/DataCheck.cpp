@@ -15,7 +15,7 @@ constexpr qsizetype maxReported = 100;
 QStringList textsOf(const Connection& user, const QString& statement) {
     QStringList texts;
     Recordset rows;
-    for (rows.Open(statement, user); !rows.AtEnd() && texts.size() < maxReported; rows.MoveNext())
+    for (rows.Open(statement, user); !rows.atEnd() && texts.size() < maxReported; rows.moveNext())
         texts.append(rows["V"].text());
     return texts;
 }
@@ -27,11 +27,11 @@ Findings& latest() {
 
 } // namespace
 
-const Findings& Latest() {
+const Findings& latestFindings() {
     return latest();
 }
 
-void SetLatest(const Findings& findings) {
+void setLatestFindings(const Findings& findings) {
     latest() = findings;
 }
 
@@ -64,9 +64,9 @@ Findings Check(const Connection& user) {
     return found;
 }
 
-bool GiveHeaderBack(const Connection& user, const QString& jobID) {
+bool giveHeaderBack(const Connection& user, const QString& jobID) {
     Transaction write(user);
-    if (Gateway::HasRow(user, "tblJobHeader", "JobID", jobID))
+    if (Gateway::hasRow(user, "tblJobHeader", "JobID", jobID))
         return false;
     Recordset header;
     header.Open("tblJobHeader", user, CursorType::Keyset, CommandType::Table);
@@ -75,7 +75,7 @@ bool GiveHeaderBack(const Connection& user, const QString& jobID) {
     header["JobDscrptn"] = "Header given back";
     header["DateCreated"] = QDateTime::currentDateTime();
     header.Update();
-    write.Commit();
+    write.commit();
     return true;
 }
 

@@ -23,10 +23,10 @@ struct Findings {
 Findings Check(const Connection& user);
 
 /// The last check's findings, for whoever shows them. Only for use from one thread.
-const Findings& Latest();
-void SetLatest(const Findings& findings);
+const Findings& latestFindings();
+void setLatestFindings(const Findings& findings);
 
 /// Gives orphaned tank lines a header again. False if the job already has one. Throws DatabaseFault.
-bool GiveHeaderBack(const Connection& user, const QString& jobID);
+bool giveHeaderBack(const Connection& user, const QString& jobID);
 
 } // namespace DataCheck

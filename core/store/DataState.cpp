@@ -5,7 +5,7 @@
 
 namespace Gateway {
 
-std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID) {
+std::optional<DataState> readDataState(const QString& jobID, const QString& tankID) {
     constexpr int maxWait = 100; // milliseconds for a lock; the next activation tries again
     try {
         Connection user = dbConnection("User");
@@ -16,7 +16,7 @@ std::optional<DataState> ReadDataState(const QString& jobID, const QString& tank
                 return false;
             Recordset row;
             row.Open(QString("SELECT %1 FROM %2 WHERE %1 = ?").arg(key, table), user, {value});
-            return !row.AtEnd();
+            return !row.atEnd();
         };
         return DataState{.version = user.engine().changeCounter(),
                          .jobStands = stands("tblJobHeader", "JobID", jobID),

@@ -14,6 +14,6 @@ struct DataState {
 };
 
 /// The state of a job and a tank line; nothing if the data cannot be read right now.
-std::optional<DataState> ReadDataState(const QString& jobID, const QString& tankID);
+std::optional<DataState> readDataState(const QString& jobID, const QString& tankID);
 
 } // namespace Gateway

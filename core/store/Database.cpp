@@ -14,7 +14,7 @@ void Connection::setProperty(const QString& name, const QString& value) {
     properties.insert(name, value);
 }
 
-QString Connection::ConnectionString() const {
+QString Connection::connectionString() const {
     QStringList parts;
     for (auto property = properties.cbegin(); property != properties.cend(); ++property)
         parts.append(property.key() + u'=' + property.value());
@@ -25,10 +25,10 @@ QString Connection::ConnectionString() const {
 void Connection::Open() {
     if (dataSource().isEmpty())
         throw DatabaseFault(DatabaseFault::NoDataSource, "No data source was given for the connection.",
-                            ConnectionString().toStdString());
-    opened = OpenSqlite(
+                            connectionString().toStdString());
+    opened = openSqlite(
         dataSource(),
-        {.busyMilliseconds = busyMilliseconds, .readOnly = readOnly, .connectionString = ConnectionString()});
+        {.busyMilliseconds = busyMilliseconds, .readOnly = readOnly, .connectionString = connectionString()});
 }
 
 Engine& Connection::engine() const {
@@ -87,7 +87,7 @@ void Recordset::letGo() {
     resting = true;
 }
 
-void Recordset::MoveNext() {
+void Recordset::moveNext() {
     if (!std::exchange(deleted, false))
         requireRow();
     if (std::exchange(resting, false)) // return to the row that was current before the write
@@ -181,12 +181,12 @@ QVariant Recordset::Field::stored() const {
 
 QString Recordset::Field::text() const {
     const QVariant value = recordset.value(index);
-    return value.typeId() == QMetaType::Double ? ShownNumber(value.toDouble()) : value.toString();
+    return value.typeId() == QMetaType::Double ? shownNumber(value.toDouble()) : value.toString();
 }
 
 double Recordset::Field::number() const {
     const QVariant value = recordset.value(index);
-    return value.typeId() == QMetaType::QString ? ToNumber(value.toString()) : value.toDouble();
+    return value.typeId() == QMetaType::QString ? toNumber(value.toString()) : value.toDouble();
 }
 
 bool Recordset::Field::boolean() const {
@@ -230,14 +230,14 @@ Recordset::Field& Recordset::Field::operator=(const QString& text) {
     case Kind::Integer:
     case Kind::SmallInteger:
     case Kind::Boolean:
-        return *this = ToNumber(text);
+        return *this = toNumber(text);
     case Kind::Text:
     case Kind::Memo:
     case Kind::Moment:
     case Kind::Unknown:
         break;
     }
-    const QString kept = WithoutTrailingBlanks(text);
+    const QString kept = withoutTrailingBlanks(text);
     if (kept.size() > DefinedSize())
         throw DatabaseFault(DatabaseFault::DataOverflow,
                             "The field is too small to accept the amount of data you attempted to add.");
@@ -271,7 +271,7 @@ Recordset::Field& Recordset::Field::operator=(double number) {
     case Kind::Memo:
     case Kind::Moment:
     case Kind::Unknown:
-        *this = ShownNumber(number);
+        *this = shownNumber(number);
     }
     return *this;
 }

@@ -15,7 +15,7 @@ class Connection {
     /// Parameters with the data layer's names: "Provider", "Mode", "Data Source" and the password.
     void setProperty(const QString& name, const QString& value);
     /// All parameters in one text, password included.
-    QString ConnectionString() const;
+    QString connectionString() const;
     QString dataSource() const { return properties.value(QStringLiteral("Data Source")); }
 
     /// How long Open and later calls wait while another instance of the program saves.
@@ -27,7 +27,7 @@ class Connection {
     /// Opens the data for reading and writing; the file must exist. Throws DatabaseFault.
     void Open();
     void Close() { opened.reset(); }
-    bool IsOpen() const { return opened != nullptr; }
+    bool isOpen() const { return opened != nullptr; }
 
     /// The engine of an open connection. Throws DatabaseFault 3709 if it is closed.
     Engine& engine() const;
@@ -58,7 +58,7 @@ class Transaction {
     }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
-    void Commit() {
+    void commit() {
         engine.commit();
         committed = true;
     }
@@ -121,8 +121,8 @@ class Recordset {
     void Close();
 
     /// True if there is no current row.
-    bool AtEnd() const { return !onRow; }
-    void MoveNext();
+    bool atEnd() const { return !onRow; }
+    void moveNext();
     int RecordCount() const { return cursor->count(); }
     /// Column names, in the order of the table or statement.
     QStringList columnNames() const;

@@ -49,7 +49,7 @@ void remember(const Deletion& deletion) {
 QString obstacle(const Connection& user, const Deletion& deletion) {
     if (user.dataSource() != deletion.file)
         return "The deletion was made in other data. Nothing was brought back.";
-    if (!deletion.jobID.isEmpty() && HasRow(user, "tblJobHeader", "JobID", deletion.jobID))
+    if (!deletion.jobID.isEmpty() && hasRow(user, "tblJobHeader", "JobID", deletion.jobID))
         return "There is another job " + deletion.jobID + " by now. The deleted one was not brought back.";
     for (const StoredRows& lines : deletion.rows) {
         if (lines.table != u"tblJobData")
@@ -58,10 +58,10 @@ QString obstacle(const Connection& user, const Deletion& deletion) {
             const auto text = [&](const char* column) {
                 return row[lines.columns.indexOf(QLatin1String(column))].toString();
             };
-            if (HasRow(user, "tblJobData", "TankID", text("TankID")))
+            if (hasRow(user, "tblJobData", "TankID", text("TankID")))
                 return "There is another tank " + text("TankID") +
                        " by now. The deleted one was not brought back.";
-            if (deletion.jobID.isEmpty() && !HasRow(user, "tblJobHeader", "JobID", text("JobID")))
+            if (deletion.jobID.isEmpty() && !hasRow(user, "tblJobHeader", "JobID", text("JobID")))
                 return "The job " + text("JobID") +
                        " has been deleted, too. Its tanks were not brought back.";
         }
@@ -71,30 +71,30 @@ QString obstacle(const Connection& user, const Deletion& deletion) {
 
 } // namespace
 
-void RemoveJobRows(const Connection& user, const QString& jobID) {
+void removeJobRows(const Connection& user, const QString& jobID) {
     for (const char* table : {"tblJobData", "tblJobHeader"})
         Recordset().Open("DELETE * FROM " + QString(table) + " WHERE JobID = ?", user, {jobID});
 }
 
 /// Deletes lines and header in one write, so that no job is ever half there.
-void DeleteJob(const QString& jobID) {
+void deleteJob(const QString& jobID) {
     const Connection connection = openDatabase("User");
-    Backup::MakeIfPossible(connection, Backup::Reason::Deletion);
+    Backup::makeIfPossible(connection, Backup::Reason::Deletion);
     Transaction write(connection);
     Deletion deletion{.file = connection.dataSource(), .what = "job " + jobID, .jobID = jobID, .rows = {}};
     for (const char* table : {"tblJobData", "tblJobHeader"})
-        deletion.rows.append(ReadStoredRows(connection, table, "JobID", jobID));
-    RemoveJobRows(connection, jobID);
-    write.Commit();
+        deletion.rows.append(readStoredRows(connection, table, "JobID", jobID));
+    removeJobRows(connection, jobID);
+    write.commit();
     remember(deletion);
     deletionListener()(jobID, {});
 }
 
-void DeleteTankLines(const QStringList& tankIDs) {
+void deleteTankLines(const QStringList& tankIDs) {
     if (tankIDs.isEmpty())
         return;
     const Connection connection = openDatabase("User");
-    Backup::MakeIfPossible(connection, Backup::Reason::Deletion);
+    Backup::makeIfPossible(connection, Backup::Reason::Deletion);
     Deletion deletion{.file = connection.dataSource(), .what = {}, .jobID = {}, .rows = {}};
     const auto rememberThem = [&deletion] {
         if (deletion.rows.isEmpty())
@@ -106,7 +106,7 @@ void DeleteTankLines(const QStringList& tankIDs) {
     };
     try {
         for (const QString& tankID : tankIDs) {
-            const StoredRows row = ReadStoredRows(connection, "tblJobData", "TankID", tankID);
+            const StoredRows row = readStoredRows(connection, "tblJobData", "TankID", tankID);
             Recordset().Open("DELETE * FROM tblJobData WHERE TankID = ?", connection, {tankID});
             if (!row.rows.isEmpty())
                 deletion.rows.append(row);
@@ -119,11 +119,11 @@ void DeleteTankLines(const QStringList& tankIDs) {
     rememberThem();
 }
 
-QString UndoableDeletion() {
+QString undoableDeletion() {
     return deletions().isEmpty() ? QString() : deletions().last().what;
 }
 
-QString UndoDeletion() {
+QString undoDeletion() {
     if (deletions().isEmpty())
         return {};
     const Connection connection = openDatabase("User");
@@ -132,24 +132,24 @@ QString UndoDeletion() {
     if (!problem.isEmpty())
         return problem;
     for (const StoredRows& rows : deletions().last().rows)
-        AddStoredRows(connection, rows);
-    write.Commit();
+        addStoredRows(connection, rows);
+    write.commit();
     deletions().removeLast();
     undoableListener()();
     return {};
 }
 
-void OnUndoableChanged(std::function<void()> listener) {
+void onUndoableChanged(std::function<void()> listener) {
     undoableListener() = std::move(listener);
 }
 
-void TellDeleted(const QString& jobID) {
+void tellDeleted(const QString& jobID) {
     deletionListener()(jobID, {});
 }
 
 void CancelJobInput(const QString& jobID) {
     bool deleted = false;
-    Named("CancelJobInput", [&] {
+    underName("CancelJobInput", [&] {
         QString mode;
         if (!Session::Mode.read(mode))
             return;
@@ -160,22 +160,22 @@ void CancelJobInput(const QString& jobID) {
             "SELECT * FROM tblJobData INNER JOIN tblJobHeader ON tblJobData.JobID = tblJobHeader.JobID WHERE "
             "tblJobHeader.JobID = ?",
             connection, {jobID}, CursorType::Keyset);
-        if (!tanks.AtEnd())
+        if (!tanks.atEnd())
             return;
         tanks.Close();
         Recordset header;
         header.Open("SELECT * FROM tblJobHeader WHERE JobID = ?", connection, {jobID}, CursorType::Keyset);
-        deleted = !header.AtEnd();
+        deleted = !header.atEnd();
         if (deleted)
             header.Delete();
         header.Close();
-        write.Commit();
+        write.commit();
     });
     if (deleted)
         deletionListener()(jobID, {});
 }
 
-void OnDeleted(std::function<void(const QString& jobID, const QString& tankID)> listener) {
+void onDeleted(std::function<void(const QString& jobID, const QString& tankID)> listener) {
     deletionListener() = std::move(listener);
 }
 

@@ -10,22 +10,22 @@ using namespace Registry;
 
 namespace Gateway {
 
-QString DatabasePassword() {
+QString databasePassword() {
     return QStringLiteral("tinsplum");
 }
 
-QString DatabaseFileName(const QString& databaseName) {
+QString databaseFileName(const QString& databaseName) {
     return databaseName == u"User" ? QStringLiteral("BrennovalUserData.mdb")
                                    : QStringLiteral("BrennovalSysData.mdb");
 }
 
-QString FindDatabaseFile(const QString& folder, const QString& databaseName) {
+QString findDatabaseFile(const QString& folder, const QString& databaseName) {
     QString path = folder;
 #ifndef Q_OS_WIN
     path.replace(u'\\', u'/');
 #endif
     const QDir directory(path);
-    const QString name = DatabaseFileName(databaseName);
+    const QString name = databaseFileName(databaseName);
     if (QFileInfo(directory.filePath(name)).isFile())
         return directory.filePath(name);
     const QStringList files = directory.entryList(QDir::Files);
@@ -39,17 +39,17 @@ Connection dbConnection(const QString& databaseName) {
     Connection connection;
     connection.setProperty(QStringLiteral("Provider"), QStringLiteral("Microsoft.Jet.OLEDB.4.0"));
     connection.setProperty(QStringLiteral("Mode"), QStringLiteral("3"));
-    connection.setProperty(QStringLiteral("Jet OLEDB:Database Password"), DatabasePassword());
+    connection.setProperty(QStringLiteral("Jet OLEDB:Database Password"), databasePassword());
     QString folder;
     if (!GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder) &&
         !GetRegValue(HKeyLocalMachine(), AppRegistryKey(), DatabaseDirectoryValue(), folder))
         return connection;
-    const QString file = FindDatabaseFile(folder, databaseName);
+    const QString file = findDatabaseFile(folder, databaseName);
     if (file.isEmpty())
         throw NoDatabaseFile(DatabaseFault::Unspecified,
-                             "There is no " + DatabaseFileName(databaseName).toStdString() +
+                             "There is no " + databaseFileName(databaseName).toStdString() +
                                  " in the folder " + folder.toStdString(),
-                             connection.ConnectionString().toStdString());
+                             connection.connectionString().toStdString());
     connection.setProperty(QStringLiteral("Data Source"), file);
     return connection;
 }
@@ -73,7 +73,7 @@ Rows::Rows(const QString& databaseName, const QString& statement, const QVariant
     recordset->Open(statement, *connection, parameters, cursor);
 }
 
-void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters) {
+void execute(const QString& databaseName, const QString& statement, const QVariantList& parameters) {
     const Rows none(databaseName, statement, parameters);
 }
 

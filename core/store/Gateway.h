@@ -14,14 +14,14 @@ Connection openDatabase(const QString& databaseName);
 
 /// The path of a database file in a folder, matching its name regardless of case; the folder may use either
 /// kind of separator. Empty if there is none.
-QString FindDatabaseFile(const QString& folder, const QString& databaseName);
+QString findDatabaseFile(const QString& folder, const QString& databaseName);
 
 /// The file name of a database as shipped.
-QString DatabaseFileName(const QString& databaseName);
+QString databaseFileName(const QString& databaseName);
 
 /// The password among the connection parameters. Our files have none; it remains for the error report's mask
 /// and for databases of earlier versions.
-QString DatabasePassword();
+QString databasePassword();
 
 /// The rows of a statement, together with their connection. Both close with the object.
 class Rows {
@@ -33,7 +33,7 @@ class Rows {
     Rows(const QString& databaseName, const QString& statement, const QVariantList& parameters,
          CursorType cursor = CursorType::ForwardOnly);
 
-    bool AtEnd() const { return recordset->AtEnd(); }
+    bool atEnd() const { return recordset->atEnd(); }
     Recordset::Field operator[](const QString& column) { return (*recordset)[column]; }
     Recordset* operator->() { return recordset.get(); }
     Recordset& operator*() { return *recordset; }
@@ -44,6 +44,6 @@ class Rows {
 };
 
 /// Runs a statement that returns no rows. Throws as openDatabase.
-void Execute(const QString& databaseName, const QString& statement, const QVariantList& parameters = {});
+void execute(const QString& databaseName, const QString& statement, const QVariantList& parameters = {});
 
 } // namespace Gateway

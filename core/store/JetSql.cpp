@@ -140,7 +140,7 @@ bool isSymbol(const Token& token, const char* symbol) {
 }
 
 QString isoDate(const QString& text) {
-    const std::optional<QDate> date = ReadDate(text);
+    const std::optional<QDate> date = readDate(text);
     if (!date)
         syntaxError(QStringLiteral("'%1' is not a date.").arg(text));
     return date->toString(Qt::ISODate);
@@ -225,7 +225,7 @@ QList<bool> trimComparedTexts(Tokens& tokens) {
         if (tokens[i].kind == Kind::Parameter)
             parameters.append(compared && !joined);
         else if (compared && !joined)
-            tokens[i].text = WithoutTrailingBlanks(tokens[i].text);
+            tokens[i].text = withoutTrailingBlanks(tokens[i].text);
     }
     return parameters;
 }
@@ -406,7 +406,7 @@ QString updatableTable(const Tokens& tokens) {
 
 } // namespace
 
-std::optional<QDate> ReadDate(const QString& text) {
+std::optional<QDate> readDate(const QString& text) {
     const QLocale locale;
     QString format = locale.dateFormat(QLocale::ShortFormat);
     for (const QString& pattern : {QString(format)
@@ -425,7 +425,7 @@ std::optional<QDate> ReadDate(const QString& text) {
     return std::nullopt;
 }
 
-JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect) {
+JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) {
     Tokens tokens = Tokenizer(statement).all();
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         if (!isWord(tokens[i], "DELETE"))

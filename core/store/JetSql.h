@@ -9,7 +9,7 @@
 /// The day in a text: in the user's short date format, with a year of two or four digits, or as
 /// month/day/year or year-month-day. Nothing if it is not a date. Statements read dates between # signs this
 /// way.
-std::optional<QDate> ReadDate(const QString& text);
+std::optional<QDate> readDate(const QString& text);
 
 /// How an engine expresses what the program's own SQL dialect says.
 class SqlDialect {
@@ -46,4 +46,4 @@ struct JetStatement {
 /// index. A ? is a parameter; the engine gets it numbered: ?1, ?2. Quoted texts stay as they are, except that
 /// compared ones lose their trailing blanks, which do not count. Throws DatabaseFault for an unterminated or
 /// unreadable quote, bracket or date.
-JetStatement RewriteJetSql(const QString& statement, const SqlDialect& dialect);
+JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect);

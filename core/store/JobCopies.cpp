@@ -12,9 +12,9 @@
 
 #include <algorithm>
 
-using Gateway::AddStoredRows;
-using Gateway::HasRow;
-using Gateway::ReadStoredRows;
+using Gateway::addStoredRows;
+using Gateway::hasRow;
+using Gateway::readStoredRows;
 using Gateway::StoredRows;
 
 namespace JobCopies {
@@ -49,7 +49,7 @@ QHash<QString, Digest> digestsOf(const Connection& data) {
     Recordset headers;
     headers.Open("SELECT JobID, JobDscrptn, " + digestOf(data, "tblJobHeader") + " AS D FROM tblJobHeader",
                  data);
-    for (; !headers.AtEnd(); headers.MoveNext()) {
+    for (; !headers.atEnd(); headers.moveNext()) {
         const QString jobID = headers["JobID"].text();
         digests.insert(
             jobID.toCaseFolded(),
@@ -59,7 +59,7 @@ QHash<QString, Digest> digestsOf(const Connection& data) {
     lines.Open("SELECT JobID, SUM(" + digestOf(data, "tblJobData") +
                    ") AS D, COUNT(*) AS N FROM tblJobData GROUP BY JobID",
                data);
-    for (; !lines.AtEnd(); lines.MoveNext())
+    for (; !lines.atEnd(); lines.moveNext())
         if (const auto job = digests.find(lines["JobID"].text().toCaseFolded()); job != digests.end()) {
             job->lines += lines["D"].number();
             job->tanks += static_cast<int>(lines["N"].number());
@@ -97,22 +97,22 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
 void requireFreeKeys(const Connection& user, const StoredRows& lines) {
     const qsizetype key = lines.columns.indexOf("TankID");
     for (const QVariantList& row : lines.rows)
-        if (HasRow(user, "tblJobData", "TankID", row[key].toString()))
+        if (hasRow(user, "tblJobData", "TankID", row[key].toString()))
             refuse("A tank " + row[key].toString() + " belongs to another job. Nothing was changed.");
 }
 
 void restoreOne(const Source& copy, const Connection& user, const QString& jobID) {
-    const StoredRows header = ReadStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
-    const StoredRows lines = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    const StoredRows header = readStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
+    const StoredRows lines = readStoredRows(copy.data(), "tblJobData", "JobID", jobID);
     if (header.rows.size() != 1)
         refuse("There is no job " + jobID + " in the file.");
     if (copy.origin() == Origin::Foreign)
         for (const StoredRows& rows : {header, lines})
             requireOrdinary(user, rows);
-    Deletion::RemoveJobRows(user, jobID);
+    Deletion::removeJobRows(user, jobID);
     requireFreeKeys(user, lines);
-    AddStoredRows(user, header);
-    AddStoredRows(user, lines);
+    addStoredRows(user, header);
+    addStoredRows(user, lines);
 }
 
 std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSame) {
@@ -170,17 +170,17 @@ void Source::bringUp() {
     Schema::upgrade(connection, Schema::ownScripts(), Schema::CopyFirst::No);
 }
 
-std::vector<Job> ChangedJobs(const Source& copy, const Connection& user) {
+std::vector<Job> changedJobs(const Source& copy, const Connection& user) {
     return jobsOf(copy, user, false);
 }
 
-std::vector<Job> AllJobs(const Source& copy, const Connection& user) {
+std::vector<Job> allJobs(const Source& copy, const Connection& user) {
     return jobsOf(copy, user, true);
 }
 
-std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID) {
-    const StoredRows then = ReadStoredRows(copy.data(), "tblJobData", "JobID", jobID);
-    const StoredRows now = ReadStoredRows(user, "tblJobData", "JobID", jobID);
+std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QString& jobID) {
+    const StoredRows then = readStoredRows(copy.data(), "tblJobData", "JobID", jobID);
+    const StoredRows now = readStoredRows(user, "tblJobData", "JobID", jobID);
     const auto tankOf = [](const StoredRows& rows, const QVariantList& row, Today today) {
         const auto text = [&](const char* column) { return row[rows.columns.indexOf(column)].toString(); };
         return Tank{
@@ -211,12 +211,12 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
     Transaction write(user);
     for (const QString& jobID : jobIDs)
         restoreOne(copy, user, jobID);
-    write.Commit();
+    write.commit();
     for (const QString& jobID : jobIDs)
-        Deletion::TellDeleted(jobID);
+        Deletion::tellDeleted(jobID);
 }
 
-void RestoreAll(const Source& copy, const Connection& user) {
+void restoreAll(const Source& copy, const Connection& user) {
     if (const QString damage = copy.data().engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
         refuse("The backup is damaged: " + damage);
     Backup::Make(user, Backup::Reason::Restore);
@@ -232,15 +232,15 @@ void Export(const Connection& user, const QString& jobID, const QString& path) {
         file.Open();
         Schema::create(file);
         Transaction moment(user, Transaction::For::Reading);
-        const StoredRows header = ReadStoredRows(user, "tblJobHeader", "JobID", jobID);
-        const StoredRows lines = ReadStoredRows(user, "tblJobData", "JobID", jobID);
-        moment.Commit();
+        const StoredRows header = readStoredRows(user, "tblJobHeader", "JobID", jobID);
+        const StoredRows lines = readStoredRows(user, "tblJobData", "JobID", jobID);
+        moment.commit();
         if (header.rows.isEmpty())
             throw RecordGone("This job has been deleted.");
         Transaction write(file);
-        AddStoredRows(file, header);
-        AddStoredRows(file, lines);
-        write.Commit();
+        addStoredRows(file, header);
+        addStoredRows(file, lines);
+        write.commit();
     }
     QFile::setPermissions(part.path(),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);

@@ -52,13 +52,13 @@ struct Tank {
 };
 
 /// The jobs of a copy that are missing or different in today's data, ordered by ID. Throws DatabaseFault.
-std::vector<Job> ChangedJobs(const Source& copy, const Connection& user);
+std::vector<Job> changedJobs(const Source& copy, const Connection& user);
 
 /// All jobs of a copy. Throws DatabaseFault.
-std::vector<Job> AllJobs(const Source& copy, const Connection& user);
+std::vector<Job> allJobs(const Source& copy, const Connection& user);
 
 /// The tank lines of a job, from both the copy and today. Throws DatabaseFault.
-std::vector<Tank> TanksOf(const Source& copy, const Connection& user, const QString& jobID);
+std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QString& jobID);
 
 /// Copies jobs with every column into the user's data, in one write; jobs with the same IDs are replaced.
 /// Throws DatabaseFault and then changes nothing.
@@ -66,7 +66,7 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
 
 /// Backs up the current data and replaces all of it with a copy's, in one write. Throws DatabaseFault and
 /// then changes nothing.
-void RestoreAll(const Source& copy, const Connection& user);
+void restoreAll(const Source& copy, const Connection& user);
 
 /// Writes a job to a file of its own, which only appears once it is complete. Throws DatabaseFault, and
 /// RecordGone if there is no such job.

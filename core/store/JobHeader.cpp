@@ -31,16 +31,16 @@ JobHeader::Columns JobHeader::entries() {
 
 namespace Records {
 
-QString ReservedJob() {
+QString reservedJob() {
     return QStringLiteral("CONVERT");
 }
 
-std::optional<JobHeader> ReadJobHeader(const QString& jobID) {
+std::optional<JobHeader> readJobHeader(const QString& jobID) {
     Rows job("User", byKey, {jobID});
-    return job.AtEnd() ? std::nullopt : std::optional(Record::read(*job, JobHeader::all()));
+    return job.atEnd() ? std::nullopt : std::optional(Record::read(*job, JobHeader::all()));
 }
 
-JobHeader::Sizes JobHeaderSizes() {
+JobHeader::Sizes jobHeaderSizes() {
     Rows table("User", "tblJobHeader", CursorType::ForwardOnly, CommandType::Table);
     return {.jobID = table["JobID"].DefinedSize(),
             .jobDscrptn = table["JobDscrptn"].DefinedSize(),
@@ -49,12 +49,12 @@ JobHeader::Sizes JobHeaderSizes() {
 }
 
 /// The check and the write share a transaction, so that no other instance can get in between.
-bool AddJobHeader(const JobHeader& header) {
+bool addJobHeader(const JobHeader& header) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset same;
     same.Open(byKey, connection, {header.jobID.value_or(QString())});
-    if (!same.AtEnd())
+    if (!same.atEnd())
         return false;
     same.Close();
     Recordset job;
@@ -63,32 +63,32 @@ bool AddJobHeader(const JobHeader& header) {
     Record::write(job, header, JobHeader::all());
     job.Update();
     job.Close();
-    write.Commit();
+    write.commit();
     return true;
 }
 
-void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
+void updateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
                      Record::IfChanged ifChanged) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset job;
     job.Open(byKey, connection, {header.jobID.value_or(QString())}, CursorType::Keyset);
-    if (job.AtEnd())
+    if (job.atEnd())
         throw RecordGone("This job has been deleted.");
-    if (ifChanged == Record::IfChanged::Refuse && asRead &&
+    if (ifChanged == Record::IfChanged::refuse && asRead &&
         !Record::agree(Record::read(job, JobHeader::entries()), *asRead, JobHeader::entries()))
         throw RecordChanged("This job has been changed since it was opened. Save anyway?");
     Record::write(job, header, JobHeader::entries());
     Record::assign(job["DateCreated"], header.dateCreated);
     job.Update();
     job.Close();
-    write.Commit();
+    write.commit();
 }
 
-void AddReservedJob() {
-    if (ReadJobHeader(ReservedJob()))
+void addReservedJob() {
+    if (readJobHeader(reservedJob()))
         return;
-    AddJobHeader({.jobID = ReservedJob(),
+    addJobHeader({.jobID = reservedJob(),
                   .jobDscrptn = "Convert Plain Steel to Bladder Tank",
                   .engineer = "",
                   .contractor = "",

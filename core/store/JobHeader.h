@@ -28,23 +28,23 @@ struct JobHeader {
 namespace Records {
 
 /// The job that holds the steel tank conversions. Its header is not shown for editing.
-QString ReservedJob();
+QString reservedJob();
 
 /// The header of a job; nothing if there is none. Throws DatabaseFault.
-std::optional<JobHeader> ReadJobHeader(const QString& jobID);
+std::optional<JobHeader> readJobHeader(const QString& jobID);
 
 /// Throws DatabaseFault.
-JobHeader::Sizes JobHeaderSizes();
+JobHeader::Sizes jobHeaderSizes();
 
 /// Adds the header of a new job; false if a job with this ID exists. Throws DatabaseFault.
-bool AddJobHeader(const JobHeader& header);
+bool addJobHeader(const JobHeader& header);
 
 /// Overwrites a job's header with what the user entered. `asRead` shows whether someone else has changed it
 /// in the meantime. Throws RecordGone, RecordChanged and DatabaseFault.
-void UpdateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
+void updateJobHeader(const JobHeader& header, const std::optional<JobHeader>& asRead,
                      Record::IfChanged ifChanged);
 
 /// Adds the reserved job's header if missing. Throws DatabaseFault.
-void AddReservedJob();
+void addReservedJob();
 
 } // namespace Records

@@ -40,19 +40,19 @@ std::span<const Record::Column<Model>> Model::columns() {
 
 namespace Catalogue {
 
-std::optional<Model> ReadModel(const QString& model) {
+std::optional<Model> findModel(const QString& model) {
     Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn = ?", {model});
-    return rows.AtEnd() ? std::nullopt : std::optional(Record::read(*rows, Model::columns()));
+    return rows.atEnd() ? std::nullopt : std::optional(Record::read(*rows, Model::columns()));
 }
 
-std::vector<Model> ModelsOf(const QString& series) {
+std::vector<Model> modelsOf(const QString& series) {
     Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE Class = ?", {series});
     return Record::readAll(*rows, Model::columns());
 }
 
-QString ApplicationDescription(const QString& code) {
+QString applicationDescription(const QString& code) {
     Rows rows("Sys", "SELECT Description FROM tblAppMaster WHERE App = ?", {code});
-    return rows.AtEnd() ? QString() : rows["Description"].text();
+    return rows.atEnd() ? QString() : rows["Description"].text();
 }
 
 } // namespace Catalogue

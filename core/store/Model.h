@@ -37,13 +37,13 @@ struct Model {
 namespace Catalogue {
 
 /// A model of the catalogue by name; nothing if the catalogue does not have it. Throws DatabaseFault.
-std::optional<Model> ReadModel(const QString& model);
+std::optional<Model> findModel(const QString& model);
 
 /// The models of a series, in catalogue order. Throws DatabaseFault.
-std::vector<Model> ModelsOf(const QString& series);
+std::vector<Model> modelsOf(const QString& series);
 
 /// The name of the application with this code, such as "Expansion Tank"; empty for an unknown code. Throws
 /// DatabaseFault.
-QString ApplicationDescription(const QString& code);
+QString applicationDescription(const QString& code);
 
 } // namespace Catalogue

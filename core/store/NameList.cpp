@@ -16,8 +16,8 @@ Rows find(const QString& table, const QString& name) {
 
 QStringList names(const QString& table) {
     QStringList listed;
-    for (Rows rows("User", table, CursorType::ForwardOnly, CommandType::Table); !rows.AtEnd();
-         rows->MoveNext())
+    for (Rows rows("User", table, CursorType::ForwardOnly, CommandType::Table); !rows.atEnd();
+         rows->moveNext())
         listed.append(rows["fldName"].text());
     return listed;
 }
@@ -27,7 +27,7 @@ int longest(const QString& table) {
 }
 
 bool has(const QString& table, const QString& name) {
-    return !find(table, name).AtEnd();
+    return !find(table, name).atEnd();
 }
 
 void add(const QString& table, const QString& name) {
@@ -40,7 +40,7 @@ void add(const QString& table, const QString& name) {
 void remove(const QString& table, const QString& name) {
     Rows rows("User", "SELECT * FROM " + table + " WHERE fldName = '" + name + "'", CursorType::Keyset);
     // A name that reads as an SQL condition must not delete a different name.
-    if (!rows.AtEnd() && rows["fldName"].text().compare(name, Qt::CaseInsensitive) == 0)
+    if (!rows.atEnd() && rows["fldName"].text().compare(name, Qt::CaseInsensitive) == 0)
         rows->Delete();
 }
 

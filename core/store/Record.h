@@ -73,7 +73,7 @@ std::vector<Row> readAll(Recordset& rows, std::span<const Column<Row>> columns,
     for (const Column<Row>& column : columns)
         fields.push_back(rows[column.name]);
     std::vector<Row> all;
-    for (; !rows.AtEnd() && all.size() < most; rows.MoveNext()) {
+    for (; !rows.atEnd() && all.size() < most; rows.moveNext()) {
         Row row;
         for (std::size_t i = 0; i < columns.size(); ++i)
             columns[i].read(row, fields[i]);
@@ -97,6 +97,6 @@ bool agree(const Row& one, const Row& other, std::span<const Column<Row>> column
 
 /// What a save does with a row that has changed since it was read: refuse with RecordChanged, or overwrite
 /// it.
-enum class IfChanged { Refuse, Overwrite };
+enum class IfChanged { refuse, Overwrite };
 
 } // namespace Record

@@ -21,12 +21,12 @@ std::span<const Record::Column<Representative>> Representative::columns() {
 
 namespace Records {
 
-std::optional<Representative> FindRepresentative(const QString& zip) {
+std::optional<Representative> findRepresentative(const QString& zip) {
     Rows joined("Sys",
                 "SELECT * FROM tblPostalCodes INNER JOIN tblRepMaster ON tblPostalCodes.RepID = "
                 "tblRepMaster.RepID WHERE tblPostalCodes.PostalCode = ?",
                 {zip});
-    if (joined.AtEnd())
+    if (joined.atEnd())
         return std::nullopt;
     // Both tables have a PostalCode, and the joined row returns the user's; the address needs the other.
     Rows own("Sys", "SELECT * FROM tblRepMaster WHERE RepID = ?", {joined["RepID"].text()});
@@ -39,40 +39,40 @@ std::optional<Representative> FindRepresentative(const QString& zip) {
                           .faxNo = own["FAXNo"].text()};
 }
 
-QString DirectoryCompany(const QString& postalCode) {
+QString directoryCompany(const QString& postalCode) {
     Rows code("Sys", "SELECT * FROM tblPostalCodes WHERE PostalCode = '" + postalCode + "'");
-    if (code.AtEnd() || code["RepID"].text().isEmpty())
+    if (code.atEnd() || code["RepID"].text().isEmpty())
         return {};
     Rows representative("Sys", "SELECT * FROM tblRepMaster WHERE RepID = ?", {code["RepID"].text()});
-    return representative.AtEnd() ? QString() : representative["CompanyName"].text();
+    return representative.atEnd() ? QString() : representative["CompanyName"].text();
 }
 
-std::vector<Representative> OwnRepresentatives() {
+std::vector<Representative> ownRepresentatives() {
     Rows own("User", "SELECT * FROM tblRepMaster");
     return Record::readAll(*own, Representative::columns());
 }
 
-std::optional<Representative> OwnRepresentative(const QString& zip) {
+std::optional<Representative> ownRepresentative(const QString& zip) {
     Rows own("User", "SELECT * FROM tblRepMaster WHERE UserPostalCode = ?", {zip});
-    return own.AtEnd() ? std::nullopt : std::optional(Record::read(*own, Representative::columns()));
+    return own.atEnd() ? std::nullopt : std::optional(Record::read(*own, Representative::columns()));
 }
 
-void SaveDefaultRepresentative(const Representative& representative) {
+void saveDefaultRepresentative(const Representative& representative) {
     Rows own("User", "tblRepMaster", CursorType::Keyset, CommandType::Table);
-    if (own.AtEnd())
+    if (own.atEnd())
         own->AddNew();
     Record::write(*own, representative, Representative::columns());
     own["Default"] = true;
     own->Update();
 }
 
-int RepresentativeTextSize(const QString& column) {
+int representativeTextSize(const QString& column) {
     return Rows("User", "tblRepMaster", CursorType::ForwardOnly, CommandType::Table)[column].DefinedSize();
 }
 
 void TransferRepInfoToUser(const QString& zip) {
-    Named("TransferRepInfoToUser", [&] {
-        const auto found = FindRepresentative(zip);
+    underName("TransferRepInfoToUser", [&] {
+        const auto found = findRepresentative(zip);
         if (!found || found->companyName->isEmpty())
             return;
         Rows user("User", "tblRepMaster", CursorType::Keyset, CommandType::Table);
@@ -82,8 +82,8 @@ void TransferRepInfoToUser(const QString& zip) {
     });
 }
 
-void DeleteDirectory() {
-    Execute("Sys", "DELETE * FROM tblRepMaster");
+void deleteDirectory() {
+    execute("Sys", "DELETE * FROM tblRepMaster");
 }
 
 } // namespace Records

@@ -17,25 +17,25 @@ struct Representative {
 namespace Records {
 
 /// The catalogue directory's representative for a ZIP code. Throws DatabaseFault, like everything here.
-std::optional<Representative> FindRepresentative(const QString& zip);
+std::optional<Representative> findRepresentative(const QString& zip);
 
 /// The company of the directory's representative for a postal code, which is inserted into the statement
 /// unescaped; empty if there is none.
-QString DirectoryCompany(const QString& postalCode);
+QString directoryCompany(const QString& postalCode);
 
 /// The user's own representatives, in table order.
-std::vector<Representative> OwnRepresentatives();
+std::vector<Representative> ownRepresentatives();
 /// The user's own representative for a ZIP code.
-std::optional<Representative> OwnRepresentative(const QString& zip);
+std::optional<Representative> ownRepresentative(const QString& zip);
 /// Makes a representative the user's default, in the first row.
-void SaveDefaultRepresentative(const Representative& representative);
+void saveDefaultRepresentative(const Representative& representative);
 /// The maximum length of a column, as declared.
-int RepresentativeTextSize(const QString& column);
+int representativeTextSize(const QString& column);
 
 /// Copies a ZIP code's representative to the user's own; writes nothing if there is none.
 void TransferRepInfoToUser(const QString& zip);
 
 /// Empties the catalogue's directory. Fails if the user may not write the catalogue.
-void DeleteDirectory();
+void deleteDirectory();
 
 } // namespace Records

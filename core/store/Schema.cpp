@@ -16,7 +16,7 @@ const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", 
                                "tblContractor", "tblJobHeader", "tblJobData",   "tblSchedule"};
 
 [[noreturn]] void refuse(const Connection& user, const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.ConnectionString().toStdString());
+    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
 }
 
 /// Backs up over a separate connection, which only reads what the caller has locked.
@@ -42,8 +42,8 @@ QStringList collidingNames(const Connection& user) {
     for (const auto& [table, column] : {std::pair("tblJobHeader", "JobID"), {"tblJobData", "TankID"}}) {
         QHash<QString, QString> seen;
         Recordset keys;
-        for (keys.Open(QString("SELECT %1 FROM %2").arg(column, table), user); !keys.AtEnd();
-             keys.MoveNext()) {
+        for (keys.Open(QString("SELECT %1 FROM %2").arg(column, table), user); !keys.atEnd();
+             keys.moveNext()) {
             const QString key = keys[column].text();
             const QString folded = key.toCaseFolded();
             if (seen.contains(folded))
@@ -109,14 +109,14 @@ void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) 
         putCopyAside(user);
     for (int next = version; next < newest && !waitsForNames(user, next); ++next)
         user.engine().runScript(scripts[next], next + 1);
-    lock.Commit();
+    lock.commit();
 }
 
 void create(Connection& user) {
     Transaction write(user);
     for (int version = 0; version < currentVersion(); ++version)
         user.engine().runScript(ownScripts()[version], version + 1);
-    write.Commit();
+    write.commit();
 }
 
 } // namespace Schema

@@ -197,7 +197,7 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
     return settings->status() == QSettings::NoError ? 0 : errorFileNotFound;
 }
 
-void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
+void removeRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName) {
     const auto settings = openRoot(root, keyPath);
     if (const QString name = storedName(*settings, valueName); !name.isEmpty())
         settings->remove(name);
@@ -206,7 +206,7 @@ void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& va
         noteWrite(*own, std::nullopt);
 }
 
-long CreateRegistryKey(RegistryRoot root, const QString& keyPath) {
+long createRegistryKey(RegistryRoot root, const QString& keyPath) {
     const auto settings = openRoot(root, keyPath);
     keepPrivate(*settings);
     if (!keyExists(*settings))
@@ -236,7 +236,7 @@ using namespace Registry;
 namespace Session {
 
 std::optional<Application> application() {
-    return ApplicationNamed(TankClass.text().toStdString());
+    return applicationNamed(TankClass.text().toStdString());
 }
 
 QString lineOf(const TaskValues& values) {

@@ -44,11 +44,11 @@ long SetValueEx(const RegistryKey& openKey, const QString& valueName, RegistryTy
                 const QVariant& value);
 
 /// Removes a value; does nothing if it is absent.
-void RemoveRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName);
+void removeRegValue(RegistryRoot root, const QString& keyPath, const QString& valueName);
 
 /// Creates a key if it is absent. Returns 0 if it exists and is writable, otherwise an error code. Only the
 /// install step and the database path dialog call this.
-long CreateRegistryKey(RegistryRoot root, const QString& keyPath);
+long createRegistryKey(RegistryRoot root, const QString& keyPath);
 
 /// One named value of the program's own key under the user's root.
 class SessionValue {

@@ -77,7 +77,7 @@ void joinFunction(sqlite3_context* context, int /*count*/, sqlite3_value** argum
     std::string text;
     for (sqlite3_value* part : {arguments[0], arguments[1]}) {
         if (sqlite3_value_type(part) == SQLITE_FLOAT)
-            text += ShownNumberText(sqlite3_value_double(part));
+            text += shownNumberText(sqlite3_value_double(part));
         else if (const auto* characters = reinterpret_cast<const char*>(sqlite3_value_text(part)))
             text += characters;
     }
@@ -202,11 +202,11 @@ class SqliteCursor final : public EngineCursor {
         QStringList columnNames;
         QStringList marks;
         for (const auto& [column, value] : values) {
-            columnNames.append(SqliteDialect().quotedName(names[column].name));
+            columnNames.append(sqliteDialect().quotedName(names[column].name));
             marks.append(QStringLiteral("?"));
         }
         write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                  .arg(SqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u',')),
+                  .arg(sqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u',')),
               values);
         return sqlite3_last_insert_rowid(database);
     }
@@ -214,15 +214,15 @@ class SqliteCursor final : public EngineCursor {
     void update(qint64 row, const RowValues& values) override {
         QStringList assignments;
         for (const auto& [column, value] : values)
-            assignments.append(SqliteDialect().quotedName(names[column].name) + QStringLiteral("=?"));
+            assignments.append(sqliteDialect().quotedName(names[column].name) + QStringLiteral("=?"));
         write(QStringLiteral("UPDATE %1 SET %2 WHERE rowid=%3")
-                  .arg(SqliteDialect().quotedName(table), assignments.join(u','), QString::number(row)),
+                  .arg(sqliteDialect().quotedName(table), assignments.join(u','), QString::number(row)),
               values);
     }
 
     void remove(qint64 row) override {
         write(QStringLiteral("DELETE FROM %1 WHERE rowid=%2")
-                  .arg(SqliteDialect().quotedName(table), QString::number(row)),
+                  .arg(sqliteDialect().quotedName(table), QString::number(row)),
               {});
     }
 
@@ -310,13 +310,13 @@ class SqliteEngine final : public Engine {
     }
 
     std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) override {
-        const JetStatement rewritten = RewriteJetSql(
+        const JetStatement rewritten = rewriteJetSql(
             options.wholeTable ? QStringLiteral("SELECT * FROM [%1]").arg(statement) : statement,
-            SqliteDialect());
+            sqliteDialect());
         QVariantList values = options.parameters;
         for (int i = 0; i < values.size() && i < rewritten.compared.size(); ++i)
             if (rewritten.compared[i] && values[i].typeId() == QMetaType::QString)
-                values[i] = WithoutTrailingBlanks(values[i].toString());
+                values[i] = withoutTrailingBlanks(values[i].toString());
         const bool changes = options.forChange || options.wholeTable;
         return std::make_unique<SqliteCursor>(handle.get(), rewritten.sql, values,
                                               changes ? rewritten.updatableTable : QString(),
@@ -448,11 +448,11 @@ class SqliteEngine final : public Engine {
 
 } // namespace
 
-const SqlDialect& SqliteDialect() {
+const SqlDialect& sqliteDialect() {
     static const Dialect instance;
     return instance;
 }
 
-std::unique_ptr<Engine> OpenSqlite(const QString& path, const SqliteOptions& options) {
+std::unique_ptr<Engine> openSqlite(const QString& path, const SqliteOptions& options) {
     return std::make_unique<SqliteEngine>(path, options);
 }

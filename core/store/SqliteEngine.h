@@ -11,7 +11,7 @@ struct SqliteOptions {
 };
 
 /// Opens an existing database file. Throws DatabaseFault.
-std::unique_ptr<Engine> OpenSqlite(const QString& path, const SqliteOptions& options);
+std::unique_ptr<Engine> openSqlite(const QString& path, const SqliteOptions& options);
 
 /// How SQLite expresses the program's statements.
-const SqlDialect& SqliteDialect();
+const SqlDialect& sqliteDialect();

@@ -17,7 +17,7 @@ inline std::string_view textOf(sqlite3_value* value) {
 }
 
 inline int compare(void* /*unused*/, int oneSize, const void* one, int otherSize, const void* other) {
-    return CompareLetters({static_cast<const char*>(one), static_cast<std::size_t>(oneSize)},
+    return compareLetters({static_cast<const char*>(one), static_cast<std::size_t>(oneSize)},
                           {static_cast<const char*>(other), static_cast<std::size_t>(otherSize)});
 }
 
@@ -29,11 +29,11 @@ inline void like(sqlite3_context* context, int count, sqlite3_value** arguments)
     std::optional<char32_t> escape;
     if (count > 2) {
         const std::string_view text = textOf(arguments[2]);
-        if (text.empty() || FirstLetter(text).bytes != text.size())
+        if (text.empty() || firstLetter(text).bytes != text.size())
             return sqlite3_result_error(context, "ESCAPE expression must be a single character", -1);
-        escape = FirstLetter(text).code;
+        escape = firstLetter(text).code;
     }
-    sqlite3_result_int(context, HasForm(textOf(arguments[1]), textOf(arguments[0]), escape) ? 1 : 0);
+    sqlite3_result_int(context, hasForm(textOf(arguments[1]), textOf(arguments[0]), escape) ? 1 : 0);
 }
 
 /// Registers both with a handle.

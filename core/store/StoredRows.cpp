@@ -10,12 +10,12 @@ QString rowsWhere(const QString& table, const QString& column) {
 
 } // namespace
 
-StoredRows ReadStoredRows(const Connection& data, const QString& table, const QString& column,
+StoredRows readStoredRows(const Connection& data, const QString& table, const QString& column,
                           const QString& text) {
     Recordset found;
     found.Open(rowsWhere(table, column), data, {text});
     StoredRows all{.table = table, .columns = found.columnNames(), .rows = {}};
-    for (; !found.AtEnd(); found.MoveNext()) {
+    for (; !found.atEnd(); found.moveNext()) {
         QVariantList row;
         for (const QString& name : all.columns)
             row.append(found[name].stored());
@@ -24,7 +24,7 @@ StoredRows ReadStoredRows(const Connection& data, const QString& table, const QS
     return all;
 }
 
-void AddStoredRows(const Connection& data, const StoredRows& rows) {
+void addStoredRows(const Connection& data, const StoredRows& rows) {
     Recordset table;
     table.Open(rows.table, data, CursorType::Keyset, CommandType::Table);
     for (const QVariantList& row : rows.rows) {
@@ -35,10 +35,10 @@ void AddStoredRows(const Connection& data, const StoredRows& rows) {
     }
 }
 
-bool HasRow(const Connection& data, const QString& table, const QString& column, const QString& text) {
+bool hasRow(const Connection& data, const QString& table, const QString& column, const QString& text) {
     Recordset found;
     found.Open(rowsWhere(table, column), data, {text});
-    return !found.AtEnd();
+    return !found.atEnd();
 }
 
 } // namespace Gateway

@@ -14,14 +14,14 @@ struct StoredRows {
 };
 
 /// The rows of a table in which a column has this text. Throws DatabaseFault.
-StoredRows ReadStoredRows(const Connection& data, const QString& table, const QString& column,
+StoredRows readStoredRows(const Connection& data, const QString& table, const QString& column,
                           const QString& text);
 
 /// Adds rows. A caller adding to several tables wraps the calls in a transaction. Throws DatabaseFault, also
 /// for an unknown column and a key already in use.
-void AddStoredRows(const Connection& data, const StoredRows& rows);
+void addStoredRows(const Connection& data, const StoredRows& rows);
 
 /// Whether a table has a row in which a column has this text. Throws DatabaseFault.
-bool HasRow(const Connection& data, const QString& table, const QString& column, const QString& text);
+bool hasRow(const Connection& data, const QString& table, const QString& column, const QString& text);
 
 } // namespace Gateway

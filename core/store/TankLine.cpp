@@ -104,7 +104,7 @@ const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
 bool hasHeader(const Connection& connection, const QString& jobID) {
     Recordset header;
     header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = ?", connection, {jobID});
-    return !header.AtEnd();
+    return !header.atEnd();
 }
 
 RecordGone jobGone() {
@@ -116,7 +116,7 @@ std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
     Recordset rows;
     rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = ?", connection,
               {jobID});
-    return rows.AtEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
+    return rows.atEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
 }
 
 /// Adds a line below its job's header. Number and row are one write, so that no other instance can take the
@@ -138,7 +138,7 @@ QString add(const TankLine& line, TankLine::Columns columns) {
     Record::assign(tank["DateCreated"], line.dateCreated);
     Record::write(tank, line, columns);
     tank.Update();
-    write.Commit();
+    write.commit();
     return tankID;
 }
 
@@ -178,41 +178,41 @@ TankLine::Columns TankLine::unitTags() {
 
 namespace Records {
 
-std::optional<TankLine> ReadTankLine(const QString& tankID) {
+std::optional<TankLine> findTankLine(const QString& tankID) {
     Rows tank("User", byKey, {tankID});
-    return tank.AtEnd() ? std::nullopt : std::optional(Record::read(*tank, TankLine::all()));
+    return tank.atEnd() ? std::nullopt : std::optional(Record::read(*tank, TankLine::all()));
 }
 
-std::optional<TankLine> ReadTankLineToEdit() {
+std::optional<TankLine> readTankLineToEdit() {
     const QString tankID = Session::TankID.text();
-    auto line = ReadTankLine(tankID);
+    auto line = findTankLine(tankID);
     if (!line && !tankID.isEmpty() && Session::Mode.text() == Session::Modes::Edit)
         throw RecordGone("This tank has been deleted.");
     return line;
 }
 
-std::vector<TankLine> TankLinesOf(const QString& jobID) {
-    return TankLinesOf(jobID, openDatabase("User"));
+std::vector<TankLine> tankLinesOf(const QString& jobID) {
+    return tankLinesOf(jobID, openDatabase("User"));
 }
 
-std::vector<TankLine> TankLinesOf(const QString& jobID, const Connection& user) {
+std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) {
     Recordset tanks;
     tanks.Open("SELECT * FROM tblJobData WHERE JobID = ?", user, {jobID});
     return Record::readAll(tanks, TankLine::all());
 }
 
-int TankLineTextSize(const QString& column) {
+int tankLineTextSize(const QString& column) {
     return Rows("User", "tblJobData", CursorType::ForwardOnly, CommandType::Table)[column].DefinedSize();
 }
 
 std::int16_t GetNextNumber() {
-    return Named("GetNextNumber", []() -> std::int16_t {
+    return underName("GetNextNumber", []() -> std::int16_t {
         QString jobID;
         return Session::JobID.read(jobID) ? nextNumber(openDatabase("User"), jobID) : std::int16_t(1);
     });
 }
 
-bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
+bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
                   IfChanged ifChanged) {
     QString mode;
     if (!Session::Mode.read(mode))
@@ -223,29 +223,29 @@ bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
         (hasTank && tankID.isEmpty())) // a package's Add More does not change the mode
         tankID = add(line, columns);
     else if (hasTank)
-        UpdateTankLine(tankID, line, columns, asRead, ifChanged);
+        updateTankLine(tankID, line, columns, asRead, ifChanged);
     else
         return false;
     Session::TankID.write(tankID);
     return true;
 }
 
-void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
+void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
                     const std::optional<TankLine>& asRead, IfChanged ifChanged) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset tank;
     tank.Open(byKey, connection, {tankID}, CursorType::Keyset);
-    if (tank.AtEnd())
+    if (tank.atEnd())
         throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
                                                                 : RecordGone("This tank has been deleted.");
-    if (ifChanged == IfChanged::Refuse && asRead &&
+    if (ifChanged == IfChanged::refuse && asRead &&
         !Record::agree(Record::read(tank, columns), *asRead, columns))
         throw RecordChanged("This tank has been changed since it was opened. Save anyway?");
     Record::write(tank, line, columns);
     tank.Update();
     tank.Close();
-    write.Commit();
+    write.commit();
 }
 
 } // namespace Records

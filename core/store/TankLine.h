@@ -55,19 +55,19 @@ struct TankLine {
 namespace Records {
 
 /// The tank line with this key; nothing if there is none. Throws DatabaseFault.
-std::optional<TankLine> ReadTankLine(const QString& tankID);
+std::optional<TankLine> findTankLine(const QString& tankID);
 
 /// The session's tank line; nothing for a new one. Throws RecordGone if the line to be edited does not exist,
 /// and DatabaseFault.
-std::optional<TankLine> ReadTankLineToEdit();
+std::optional<TankLine> readTankLineToEdit();
 
 /// The tank lines of a job, in table order. Throws DatabaseFault.
-std::vector<TankLine> TankLinesOf(const QString& jobID);
+std::vector<TankLine> tankLinesOf(const QString& jobID);
 /// The same over an open connection to the user database.
-std::vector<TankLine> TankLinesOf(const QString& jobID, const Connection& user);
+std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user);
 
 /// The maximum length of a tank line's column, as declared. Throws DatabaseFault.
-int TankLineTextSize(const QString& column);
+int tankLineTextSize(const QString& column);
 
 /// The next free tank number of the session's job. Throws DatabaseFault, and Fault 6 past 32,767.
 std::int16_t GetNextNumber();
@@ -77,11 +77,11 @@ std::int16_t GetNextNumber();
 /// key once the line is stored. `asRead` shows whether someone else has changed those columns since. Returns
 /// false, and saves nothing, if the mode, or in another mode the key, cannot be read. Throws RecordGone if
 /// the job or the line does not exist, RecordChanged, and DatabaseFault.
-bool SaveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
+bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
                   Record::IfChanged ifChanged);
 
 /// Stores columns of the tank line with this key. Throws as above.
-void UpdateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
+void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
                     const std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
 
 } // namespace Records

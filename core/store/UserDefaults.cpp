@@ -24,12 +24,12 @@ Gateway::Rows table(const char* name, CursorType cursor = CursorType::ForwardOnl
 
 namespace Records {
 
-std::optional<UserDefaults> ReadUserDefaults() {
+std::optional<UserDefaults> readUserDefaults() {
     Rows user = table("tblUser");
-    return user.AtEnd() ? std::nullopt : std::optional(Record::read<UserDefaults>(*user, columns));
+    return user.atEnd() ? std::nullopt : std::optional(Record::read<UserDefaults>(*user, columns));
 }
 
-UserDefaults::Sizes UserDefaultsSizes() {
+UserDefaults::Sizes userDefaultsSizes() {
     Rows user = table("tblUser");
     return {.postalCode = user["PostalCode"].DefinedSize(),
             .defaultEngineer = user["DefaultEngineer"].DefinedSize(),
@@ -37,20 +37,20 @@ UserDefaults::Sizes UserDefaultsSizes() {
             .defaultPSIa = user["DefaultPSIa"].DefinedSize()};
 }
 
-void SaveUserDefaults(const UserDefaults& defaults) {
+void saveUserDefaults(const UserDefaults& defaults) {
     Rows user = table("tblUser", CursorType::Keyset);
-    if (user.AtEnd())
+    if (user.atEnd())
         user->AddNew();
     Record::write<UserDefaults>(*user, defaults, columns);
     user->Update();
 }
 
-std::optional<double> ReadFirstTimeFlag(const QString& flag) {
+std::optional<double> readFirstTimeFlag(const QString& flag) {
     Rows flags = table("tblFirstTime");
-    return flags.AtEnd() ? std::nullopt : std::optional(flags[flag].number());
+    return flags.atEnd() ? std::nullopt : std::optional(flags[flag].number());
 }
 
-void SaveFirstTimeFlag(const QString& flag, bool set) {
+void saveFirstTimeFlag(const QString& flag, bool set) {
     Rows flags = table("tblFirstTime", CursorType::Keyset);
     flags[flag] = set;
     flags->Update();

@@ -25,18 +25,18 @@ struct UserDefaults {
 namespace Records {
 
 /// The user's defaults; nothing if there are none. Throws DatabaseFault.
-std::optional<UserDefaults> ReadUserDefaults();
+std::optional<UserDefaults> readUserDefaults();
 
 /// Throws DatabaseFault.
-UserDefaults::Sizes UserDefaultsSizes();
+UserDefaults::Sizes userDefaultsSizes();
 
 /// Stores the user's defaults in their only row, adding it if missing. Throws DatabaseFault.
-void SaveUserDefaults(const UserDefaults& defaults);
+void saveUserDefaults(const UserDefaults& defaults);
 
 /// Whether a first-start flag is set: "FirstTime" or "Convert"; nothing if there are no flags. Throws
 /// DatabaseFault.
-std::optional<double> ReadFirstTimeFlag(const QString& flag);
+std::optional<double> readFirstTimeFlag(const QString& flag);
 /// Throws DatabaseFault.
-void SaveFirstTimeFlag(const QString& flag, bool set);
+void saveFirstTimeFlag(const QString& flag, bool set);
 
 } // namespace Records

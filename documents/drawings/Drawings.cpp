@@ -21,7 +21,7 @@
 using namespace Faults;
 using namespace Gateway;
 
-PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
+PictureFrame fitPicture(double x, double y, const PictureFrame& area) {
     const bool widthLimits =
         x >= y ? Divide(x, y) * area.height > area.width : Divide(y, x) * area.width <= area.height;
     PictureFrame fitted = area;
@@ -35,14 +35,14 @@ PictureFrame FitPicture(double x, double y, const PictureFrame& area) {
     return fitted;
 }
 
-QString DrawingPath(const QString& name, const QString& ending) {
+QString drawingPath(const QString& name, const QString& ending) {
     const QString file = name + u'.' + ending;
     const bool plain = std::none_of(file.begin(), file.end(), [](QChar c) {
         return c == u'/' || c == u'\\' || c == u':' || c.unicode() < u' ';
     });
     if (!plain || name.startsWith(u'.'))
         throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-    return Program::ProgramFolder() + "/Drawings/" + file;
+    return Program::programFolder() + "/Drawings/" + file;
 }
 
 namespace Drawings {
@@ -53,7 +53,7 @@ namespace {
 constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
 
 void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
-    QSvgRenderer renderer(ReadPicture(path));
+    QSvgRenderer renderer(readPicture(path));
     const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
     const double scale = box->devicePixelRatioF();
     QPixmap pixmap(place.size() * scale);
@@ -78,20 +78,20 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         Connection connection = openDatabase("Sys");
         Recordset rows;
         rows.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
-        if (rows.AtEnd()) {
+        if (rows.atEnd()) {
             Dialogs::current().beep();
             return false;
         }
         const double x = ToInt16(rows["X"].number());
         const double y = ToInt16(rows["Y"].number());
-        const QString file = DrawingPath(drawing, rows["Ext"].text());
+        const QString file = drawingPath(drawing, rows["Ext"].text());
         showPicture(
             box, file,
-            FitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
+            fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
         path = file;
         return true;
     } catch (const Fault& fault) {
-        ShowErrorText(QString("Error Loading Picture%1\n%2\n%3\n%4\n")
+        showErrorText(QString("Error Loading Picture%1\n%2\n%3\n%4\n")
                           .arg(fault.number())
                           .arg(QString::fromUtf8(fault.what()))
                           .arg(errno)
@@ -100,7 +100,7 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
     }
 }
 
-void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
+void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
     QString path;
     const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path);
     if (!loaded && drawing.isEmpty())

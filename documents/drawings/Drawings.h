@@ -15,11 +15,11 @@ struct PictureFrame {
 
 /// Fits a picture of proportions x : y into an area without distortion, centred in the direction that has
 /// room to spare. Throws Fault 11 when a side of the picture is 0.
-PictureFrame FitPicture(double x, double y, const PictureFrame& area);
+PictureFrame fitPicture(double x, double y, const PictureFrame& area);
 
 /// The path of a catalogue drawing. Throws Fault 53 unless name and ending are plain, so no path can leave
 /// the drawings folder.
-QString DrawingPath(const QString& name, const QString& ending);
+QString drawingPath(const QString& name, const QString& ending);
 
 namespace Drawings {
 
@@ -30,6 +30,6 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
 
 /// Shows a model's drawing in a result screen's picture box, or its name in the text box if it cannot be
 /// loaded. An empty name leaves both unchanged.
-void ShowTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
+void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
 
 } // namespace Drawings

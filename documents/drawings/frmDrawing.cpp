@@ -29,7 +29,7 @@ void frmDrawing::Load() {
     Timer1.start(fallbackMilliseconds);
 }
 
-void frmDrawing::ShowDrawing(const QString& drawing) {
+void frmDrawing::showDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
     imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // or the box drifts between drawings
     QString path;
@@ -53,9 +53,9 @@ void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {
         trap(".imgDrawing", [this] { Screens::unload(name()); });
 }
 
-void ShowLargeDrawing(const QString& drawing) {
+void showLargeDrawing(const QString& drawing) {
     if (Screen* screen = Screens::load("frmDrawing")) {
         Screens::show("frmDrawing");
-        static_cast<frmDrawing*>(screen)->ShowDrawing(drawing);
+        static_cast<frmDrawing*>(screen)->showDrawing(drawing);
     }
 }

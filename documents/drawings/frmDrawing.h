@@ -12,7 +12,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     Subject subject() const override { return Subject::None; }
     Subject shownRecord() const override { return Subject::TankLine; }
     bool closesOnEscape() const override { return true; }
-    void ShowDrawing(const QString& drawing);
+    void showDrawing(const QString& drawing);
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -24,4 +24,4 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
 };
 
 /// Opens the full-size view of a drawing.
-void ShowLargeDrawing(const QString& drawing);
+void showLargeDrawing(const QString& drawing);

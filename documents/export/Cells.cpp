@@ -15,7 +15,7 @@ QString spreadsheetFormat(const QString& pattern, double number) {
     if (pattern.isEmpty() || pattern.startsWith(general)) {
         // Keep the decimals of the stored number: a spreadsheet's own general format rounds to the column
         // width.
-        const QString shown = ShownNumber(number, general);
+        const QString shown = shownNumber(number, general);
         const qsizetype point = shown.indexOf(u'.');
         QString format = point < 0 ? "0" : "0." + QString(shown.size() - point - 1, u'0');
         if (pattern.size() > general.size())
@@ -52,7 +52,7 @@ QString spreadsheetFormat(const QString& pattern, double number) {
 
 } // namespace
 
-Workbook::CellStyle CellStyleOf(const PageText& text) {
+Workbook::CellStyle cellStyleOf(const PageText& text) {
     Workbook::CellStyle style;
     style.size = int(std::lround(text.style->size));
     style.bold = text.style->bold;
@@ -64,8 +64,8 @@ Workbook::CellStyle CellStyleOf(const PageText& text) {
     return style;
 }
 
-void AddCell(Workbook& book, int row, int column, const PageText& text, bool indented) {
-    Workbook::CellStyle style = CellStyleOf(text);
+void addCell(Workbook& book, int row, int column, const PageText& text, bool indented) {
+    Workbook::CellStyle style = cellStyleOf(text);
     style.indented = indented;
     if (!text.isNumber()) // text that looks like a number is a name or a code, and stays text
         return book.text(row, column, text.plain(), style);
@@ -73,7 +73,7 @@ void AddCell(Workbook& book, int row, int column, const PageText& text, bool ind
     book.number(row, column, text.number, style);
 }
 
-QString SheetName(const Document& document, int number) {
+QString sheetName(const Document& document, int number) {
     static const QRegularExpression refused(R"([\[\]:*?/\\])");
     const QString name = QString(document.title).remove(refused).section(u',', 0, 0);
     return number == 1 ? name : QStringLiteral("%1 %2").arg(name.left(24)).arg(number);

@@ -4,10 +4,10 @@
 #include "documents/report/Document.h"
 
 /// The cell style that matches a text of a page.
-Workbook::CellStyle CellStyleOf(const PageText& text);
+Workbook::CellStyle cellStyleOf(const PageText& text);
 
 /// Writes a text into a cell: numbers with their format, anything else as text.
-void AddCell(Workbook& book, int row, int column, const PageText& text, bool indented = false);
+void addCell(Workbook& book, int row, int column, const PageText& text, bool indented = false);
 
 /// The name of a document's sheet, counted from 1.
-QString SheetName(const Document& document, int number);
+QString sheetName(const Document& document, int number);

@@ -52,7 +52,7 @@ QByteArray directoryEntry(const QString& name, std::uint8_t type, std::uint32_t 
 
 } // namespace
 
-QByteArray CompoundFileOf(const QString& streamName, const QByteArray& content) {
+QByteArray compoundFileOf(const QString& streamName, const QByteArray& content) {
     QByteArray stream = content;
     pad(stream, std::max(smallestStream, sectorsFor(stream.size(), sectorSize) * sectorSize));
     const qsizetype streamSectors = stream.size() / sectorSize;

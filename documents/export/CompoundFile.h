@@ -5,4 +5,4 @@
 
 /// A compound file (the container of binary office documents, version 3 with 512-byte sectors) that holds one
 /// stream.
-QByteArray CompoundFileOf(const QString& streamName, const QByteArray& stream);
+QByteArray compoundFileOf(const QString& streamName, const QByteArray& stream);

@@ -13,7 +13,7 @@ namespace {
 /// Writes rows of text into sheets, one below the other.
 class SheetWriter {
   public:
-    explicit SheetWriter(const Document& written) : document(written), edges(ColumnEdges(written.pages)) {}
+    explicit SheetWriter(const Document& written) : document(written), edges(columnEdges(written.pages)) {}
 
     QByteArray file() {
         for (const Page& page : document.pages) {
@@ -44,10 +44,10 @@ class SheetWriter {
         int next = 0; // no two texts share a cell
         for (qsizetype i = 0; i < texts.size(); ++i) {
             const PageText& text = *texts[i];
-            const int column = std::max(next, ColumnOf(edges, text));
-            AddCell(book, row, column, text);
+            const int column = std::max(next, columnOf(edges, text));
+            addCell(book, row, column, text);
             next = column + 1;
-            joinCells(column, i + 1 < texts.size() ? ColumnOf(edges, *texts[i + 1]) : int(edges.size()),
+            joinCells(column, i + 1 < texts.size() ? columnOf(edges, *texts[i + 1]) : int(edges.size()),
                       text);
             constexpr double defaultSize = 10; // points, for a row's own height
             if (text.breaks() || text.style->size > defaultSize)
@@ -73,7 +73,7 @@ class SheetWriter {
         for (qsizetype i = 0; i < edges.size(); ++i)
             widths.append((i + 1 < edges.size() ? edges[i + 1] : document.pages.first().size.width() - 36) -
                           edges[i]);
-        book.addSheet(SheetName(document, ++sheets), widths, document.pages.first().size);
+        book.addSheet(sheetName(document, ++sheets), widths, document.pages.first().size);
         row = 0;
     }
 
@@ -87,5 +87,5 @@ class SheetWriter {
 } // namespace
 
 void Export::excel(const Document& document, QIODevice& file) {
-    file.write(document.table ? TableWorkbook(document) : SheetWriter(document).file());
+    file.write(document.table ? tableWorkbook(document) : SheetWriter(document).file());
 }

@@ -24,7 +24,7 @@ QString textElement(const PageText& text) {
                           : text.style->alignment & Qt::AlignHCenter ? "center"
                                                                      : "left";
     QRectF place = text.place;
-    place.setTop(TopOf(text));
+    place.setTop(topOf(text));
     const QString content = text.text.toHtmlEscaped()
                                 .replace(PageText::blankBreak, " ")
                                 .replace(PageText::wordBreak, "<wbr>")
@@ -67,7 +67,7 @@ QString checkElement(const PageCheck& check) {
 }
 
 QString pictureElement(const PagePicture& picture) {
-    const QRectF place = PicturePlace(QSvgRenderer(picture.svg).defaultSize(), picture.place);
+    const QRectF place = picturePlace(QSvgRenderer(picture.svg).defaultSize(), picture.place);
     return "<img alt=\"" + picture.description.toHtmlEscaped() + "\" style=\"" + placed(place) +
            "\" src=\"data:image/svg+xml;base64," + picture.svg.toBase64() + "\">\n";
 }

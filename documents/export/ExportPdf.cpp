@@ -54,7 +54,7 @@ void addAuthor(Ends& file, const QString& author) {
         throw Fault(Fault::PathFileAccess, "The PDF has no description.");
     QByteArray description =
         file.beginning.mid(start + 1, file.beginning.indexOf("endobj", start) - start - 1);
-    description.insert(description.indexOf("<<") + 2, "\n/Author " + PdfText(author));
+    description.insert(description.indexOf("<<") + 2, "\n/Author " + pdfText(author));
     const QByteArray place = QByteArray::number(file.length).rightJustified(10, '0');
     file.write(description + "endobj\n");
     const qint64 table = file.length;
@@ -83,7 +83,7 @@ void Export::pdf(const Document& document, QIODevice& file) {
             writer.newPage();
         painter.save();
         painter.scale(resolution / 72.0, resolution / 72.0);
-        PaintPage(painter, page);
+        paintPage(painter, page);
         painter.restore();
     }
     painter.end();

@@ -68,15 +68,15 @@ double lineHeight(const GridRow& row) {
 }
 
 double topOf(const GridRow& row) {
-    double top = TopOf(*row.first());
+    double top = topOf(*row.first());
     for (const PageText* text : row)
-        top = std::min(top, TopOf(*text));
+        top = std::min(top, topOf(*text));
     return top;
 }
 
 /// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
 QByteArray paragraphs(const Page& page) {
-    const PageGrid grid(page, PageGrid::Lines::Split);
+    const PageGrid grid(page, PageGrid::Lines::split);
     QByteArray document;
     double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
     for (qsizetype i = 0; i < grid.rows().size(); ++i) {
@@ -96,11 +96,11 @@ QByteArray paragraphs(const Page& page) {
 
 /// A picture at its place on the page.
 QByteArray picture(const PagePicture& drawing) {
-    const QRectF place = PicturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
+    const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
     return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
            twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
            twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
-           PictureAsPng(drawing).toHex() + "}\\par\n";
+           pictureAsPng(drawing).toHex() + "}\\par\n";
 }
 
 } // namespace

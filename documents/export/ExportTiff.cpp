@@ -65,7 +65,7 @@ QImage painted(const Page& page) {
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.scale(scale, scale);
-    PaintPage(painter, page);
+    paintPage(painter, page);
     return image;
 }
 

@@ -73,7 +73,7 @@ QByteArray object(int number) {
 
 } // namespace
 
-QByteArray OfSheet(int sheet, int row, int columns) {
+QByteArray ofSheet(int sheet, int row, int columns) {
     const int firstShape = sheet * shapesOfASheet;
     const QByteArray group = atom(container, 0, 0xF004,
                                   atom(1, 0, 0xF009, QByteArray(16, 0)) +
@@ -99,7 +99,7 @@ QByteArray OfSheet(int sheet, int row, int columns) {
     return stream;
 }
 
-QByteArray OfWorkbook(const QList<int>& columnsOfSheets) {
+QByteArray ofWorkbook(const QList<int>& columnsOfSheets) {
     std::uint32_t shapes = 0;
     QByteArray clusters;
     for (qsizetype i = 0; i < columnsOfSheets.size(); ++i) {

@@ -7,9 +7,9 @@
 namespace FilterButtons {
 
 /// The records for one sheet; sheets are counted from 1.
-QByteArray OfSheet(int sheet, int row, int columns);
+QByteArray ofSheet(int sheet, int row, int columns);
 
 /// The workbook's record of its sheets' drawings. Gives the number of button columns for each sheet, or 0.
-QByteArray OfWorkbook(const QList<int>& columnsOfSheets);
+QByteArray ofWorkbook(const QList<int>& columnsOfSheets);
 
 } // namespace FilterButtons

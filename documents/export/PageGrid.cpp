@@ -22,10 +22,10 @@ double heightOf(const PageText& text) {
 
 /// Whether a wrapped text has no other text beside it.
 bool hasNothingBeside(const PageText& text, const Page& page) {
-    const double top = TopOf(text);
+    const double top = topOf(text);
     const double bottom = top + heightOf(text);
     return std::none_of(page.texts.begin(), page.texts.end(), [&](const PageText& other) {
-        return &other != &text && TopOf(other) < bottom && TopOf(other) + heightOf(other) > top;
+        return &other != &text && topOf(other) < bottom && topOf(other) + heightOf(other) > top;
     });
 }
 
@@ -35,13 +35,13 @@ PageText lineOf(const PageText& text, const QString& line, int number) {
     TextStyle style = text.style;
     style.alignment &= ~Qt::AlignVCenter;
     single.style = style;
-    single.place.setTop(TopOf(text) + number * TextFit::lineHeight(text.style));
+    single.place.setTop(topOf(text) + number * TextFit::lineHeight(text.style));
     return single;
 }
 
 } // namespace
 
-double TopOf(const PageText& text) {
+double topOf(const PageText& text) {
     return text.style->alignment & Qt::AlignVCenter ? text.place.center().y() - heightOf(text) / 2
                                                     : text.place.top();
 }
@@ -49,7 +49,7 @@ double TopOf(const PageText& text) {
 PageGrid::PageGrid(const Page& page, Lines lines) {
     QList<std::pair<double, const PageText*>> texts;
     const auto add = [&](const PageText& text) {
-        texts.append({TopOf(text) + TextFit::ascent(text.style), &text});
+        texts.append({topOf(text) + TextFit::ascent(text.style), &text});
     };
     for (const PageText& text : page.texts) {
         if (lines == Lines::Whole || !text.breaks() || hasNothingBeside(text, page)) {
@@ -97,7 +97,7 @@ QList<const PageText*> PageGrid::readingOrder() const {
     return order;
 }
 
-QList<double> ColumnEdges(const Pages& pages) {
+QList<double> columnEdges(const Pages& pages) {
     QList<double> lefts;
     for (const Page& page : pages) {
         for (const PageText& text : page.texts)
@@ -116,15 +116,15 @@ QList<double> ColumnEdges(const Pages& pages) {
     return edges;
 }
 
-int ColumnOf(const QList<double>& edges, const PageText& text) {
+int columnOf(const QList<double>& edges, const PageText& text) {
     const auto after = std::upper_bound(edges.begin(), edges.end(), text.place.left());
     return std::max(0, int(after - edges.begin()) - 1);
 }
 
-QByteArray PictureAsPng(const PagePicture& picture) {
+QByteArray pictureAsPng(const PagePicture& picture) {
     constexpr double scale = 200 / 72.0;
     QSvgRenderer renderer(picture.svg);
-    const QRectF place = PicturePlace(renderer.defaultSize(), picture.place);
+    const QRectF place = picturePlace(renderer.defaultSize(), picture.place);
     QImage image((place.size() * scale).toSize(), QImage::Format_ARGB32);
     image.fill(Qt::white);
     QPainter painter(&image);

@@ -10,7 +10,7 @@ using GridRow = QList<const PageText*>;
 /// text freely. Check boxes and marks are included as words.
 class PageGrid {
   public:
-    enum class Lines : std::uint8_t { Whole, Split };
+    enum class Lines : std::uint8_t { Whole, split };
     /// Split puts each line of a wrapped text into the row at that height, unless the text has nothing beside
     /// it.
     explicit PageGrid(const Page& page, Lines lines = Lines::Whole);
@@ -27,13 +27,13 @@ class PageGrid {
 };
 
 /// The distance from the top of the page to the start of a text, in points.
-double TopOf(const PageText& text);
+double topOf(const PageText& text);
 
 /// The left edges of the texts on the pages, in points, ascending; edges within a few points of each other
 /// count as one.
-QList<double> ColumnEdges(const Pages& pages);
+QList<double> columnEdges(const Pages& pages);
 /// The index, among ascending edges, of the one at which a text begins.
-int ColumnOf(const QList<double>& edges, const PageText& text);
+int columnOf(const QList<double>& edges, const PageText& text);
 
 /// A picture of a page as PNG at 200 dpi, for formats without vector graphics.
-QByteArray PictureAsPng(const PagePicture& picture);
+QByteArray pictureAsPng(const PagePicture& picture);

@@ -59,7 +59,7 @@ class TableWriter {
                 if (text.section == Section::Detail)
                     details.last().texts.append(text);
         }
-        return ColumnEdges(details);
+        return columnEdges(details);
     }
 
     template<typename Use>
@@ -80,7 +80,7 @@ class TableWriter {
                 takeGroup(row);
             if (row.first()->section == Section::Detail)
                 for (const PageText* text : row)
-                    alignments.insert(ColumnOf(edges, *text), CellStyleOf(*text).align);
+                    alignments.insert(columnOf(edges, *text), cellStyleOf(*text).align);
         });
         for (GroupColumn& group : groups) // no group has a value when writing begins
             group.value = PageText();
@@ -110,7 +110,7 @@ class TableWriter {
         QStringList words;
         for (const PageText* text : row)
             words.append(text->plain());
-        Workbook::CellStyle style = CellStyleOf(*row.first());
+        Workbook::CellStyle style = cellStyleOf(*row.first());
         style.align = Workbook::CellStyle::Align::Left; // so that it extends over the empty cells beside it
         book.text(rows, 0, words.join(u' '), style);
         book.rowHeight(rows++, TextFit::lineHeight(row.first()->style) * 1.2);
@@ -148,11 +148,11 @@ class TableWriter {
         if (headingRow < 0)
             headings();
         for (const PageText* text : row)
-            AddCell(book, rows, ColumnOf(edges, *text), *text);
+            addCell(book, rows, columnOf(edges, *text), *text);
         int column = int(edges.size());
         for (const GroupColumn& group : groups) {
             if (!group.value.text.isEmpty())
-                AddCell(book, rows, column, group.value, true);
+                addCell(book, rows, column, group.value, true);
             ++column;
         }
         ++rows;
@@ -202,7 +202,7 @@ class TableWriter {
             widths.append(rightOf(i) - edges[i] + buttonWidth);
         for (const GroupColumn& group : groups)
             widths.append(group.width + buttonWidth);
-        book.addSheet(SheetName(document, ++sheets), widths, document.pages.first().size);
+        book.addSheet(sheetName(document, ++sheets), widths, document.pages.first().size);
         rows = 0;
         headingRow = -1;
     }
@@ -234,6 +234,6 @@ class TableWriter {
 
 } // namespace
 
-QByteArray TableWorkbook(const Document& document) {
+QByteArray tableWorkbook(const Document& document) {
     return TableWriter(document).file();
 }

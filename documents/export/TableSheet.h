@@ -4,4 +4,4 @@
 
 /// Writes a list as a workbook that can be sorted and filtered: one row of headings, then one row per detail,
 /// with the texts of its group's heading in extra columns.
-QByteArray TableWorkbook(const Document& document);
+QByteArray tableWorkbook(const Document& document);

@@ -190,7 +190,7 @@ QByteArray Workbook::filterNames() const {
     putWords(book, {int(sheets.size()), 0x0401}); // the workbook itself
     record(stream, 0x01AE, book);
     record(stream, 0x0017, ranges);
-    return stream + names + FilterButtons::OfWorkbook(buttons);
+    return stream + names + FilterButtons::ofWorkbook(buttons);
 }
 
 /// Every text once. A text that crosses the end of a record continues in the next, which repeats its width
@@ -329,7 +329,7 @@ QByteArray Workbook::sheetRecords(int number) const {
         record(stream, cell.string >= 0 ? 0x00FD : 0x0203, body);
     }
     if (filter.columns > 0)
-        stream += FilterButtons::OfSheet(number + 1, filter.headingRow, filter.columns);
+        stream += FilterButtons::ofSheet(number + 1, filter.headingRow, filter.columns);
     windowRecords(stream, number == 0, filter.columns > 0 ? filter.headingRow + 1 : 0);
     constexpr qsizetype mostMerged = 1000; // per record
     for (qsizetype from = 0; from < sheet.merged.size(); from += mostMerged) {
@@ -359,5 +359,5 @@ QByteArray Workbook::file() const {
         offsets.append(at);
         at += body.size();
     }
-    return CompoundFileOf(QStringLiteral("Workbook"), globals(offsets) + bodies.join());
+    return compoundFileOf(QStringLiteral("Workbook"), globals(offsets) + bodies.join());
 }

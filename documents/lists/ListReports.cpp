@@ -54,31 +54,31 @@ void filter(Report& report, bool sorted) {
     const auto application = Session::application();
     if (!application)
         return;
-    const ApplicationInfo& info = InfoOf(*application);
-    report.source += QStringLiteral(" WHERE tblModelMaster.App = '%1'").arg(ToQString(info.code));
+    const ApplicationInfo& info = infoOf(*application);
+    report.source += QStringLiteral(" WHERE tblModelMaster.App = '%1'").arg(toQString(info.code));
     if (sorted)
         report.source += QLatin1String(listOf(*application).order);
-    report.title += ", " + ToQString(info.name);
+    report.title += ", " + toQString(info.name);
     report.fileName = report.title;
 }
 
 // If a start routine fails, the error dialog opens and the pages show the data source unchanged.
 
-void StartTankList(Report& report) {
+void startTankList(Report& report) {
     report.source = columns + tables;
-    Trap("rptExpTankList", [&] { filter(report, true); });
+    runTrapped("rptExpTankList", [&] { filter(report, true); });
 }
 
-void StartPackageList(Report& report) {
+void startPackageList(Report& report) {
     report.source = columns + packageColumns + tables;
-    Trap("rptPKGTankList", [&] { filter(report, false); });
+    runTrapped("rptPKGTankList", [&] { filter(report, false); });
 }
 
-void StartSchedule(Report& report) {
+void startSchedule(Report& report) {
     report.source =
         "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
-    Trap("rptSchedule", [&] {
-        UpdateScheduleTable();
+    runTrapped("rptSchedule", [&] {
+        updateScheduleTable();
         QString job;
         if (!Session::JobID.read(job))
             return;
@@ -88,35 +88,35 @@ void StartSchedule(Report& report) {
 }
 
 constexpr ReportKind reports[] = {
-    {"rptExpTankList", "rptExpTankList", "Sys", StartTankList, ReportOf::Catalogue},
-    {"rptPKGTankList", "rptPKGTankList", "Sys", StartPackageList, ReportOf::Catalogue},
-    {"rptSchedule", "rptSchedule", "User", StartSchedule, ReportOf::Job},
+    {"rptExpTankList", "rptExpTankList", "Sys", startTankList, ReportOf::Catalogue},
+    {"rptPKGTankList", "rptPKGTankList", "Sys", startPackageList, ReportOf::Catalogue},
+    {"rptSchedule", "rptSchedule", "User", startSchedule, ReportOf::Job},
 };
 
 void show(Application application) {
     const List list = listOf(application);
-    Trap(list.command, [&] {
+    runTrapped(list.command, [&] {
         const Hourglass hourglass;
         Session::TankClass.write(AppName(application)); // which is how the report learns it
-        ShowDocument(Report(*FindReport(list.report)).Run());
+        showDocument(Report(*findReport(list.report)).Run());
     });
 }
 
 /// Shows the schedule of the session's job without changing the session's application.
 void showSchedule() {
-    Trap("mnuSchedule", [] {
+    runTrapped("mnuSchedule", [] {
         if (!Screens::activeStands())
             return;
         const Hourglass hourglass;
         FillScheduleTable();
-        ShowDocument(Report(*FindReport("rptSchedule")).Run());
+        showDocument(Report(*findReport("rptSchedule")).Run());
     });
 }
 
 } // namespace
 
 void registerLists() {
-    AddReports(reports);
+    addReports(reports);
     for (const ApplicationInfo& info : allApplications)
         Commands::set(listOf(info.application).command, [&info] { show(info.application); });
     Commands::set("mnuSchedule", showSchedule);

@@ -31,7 +31,7 @@ namespace {
 /// Takes the words of a line one after the other.
 class Words {
   public:
-    explicit Words(const QString& line) : words(SplitWords(line.toStdString())) {}
+    explicit Words(const QString& line) : words(splitWords(line.toStdString())) {}
     bool more() const { return next < words.size(); }
     QString take() {
         if (!more())

@@ -85,13 +85,13 @@ void paintCheck(Tools& tools, const PageCheck& check) {
 
 } // namespace
 
-QRectF PicturePlace(const QSizeF& picture, const QRectF& place) {
+QRectF picturePlace(const QSizeF& picture, const QRectF& place) {
     QSizeF size = picture;
     size.scale(place.size(), Qt::KeepAspectRatio);
     return {place.center() - QPointF(size.width() / 2, size.height() / 2), size};
 }
 
-void PaintPage(QPainter& painter, const Page& page) {
+void paintPage(QPainter& painter, const Page& page) {
     painter.setRenderHint(QPainter::Antialiasing);
     Tools tools(painter);
     for (const PageBox& box : page.boxes) {
@@ -105,7 +105,7 @@ void PaintPage(QPainter& painter, const Page& page) {
     }
     for (const PagePicture& picture : page.pictures) {
         QSvgRenderer renderer(picture.svg);
-        renderer.render(&painter, PicturePlace(renderer.defaultSize(), picture.place));
+        renderer.render(&painter, picturePlace(renderer.defaultSize(), picture.place));
     }
     for (const PageCheck& check : page.checks)
         paintCheck(tools, check);

@@ -5,7 +5,7 @@
 class QPainter;
 
 /// Paints a page; the painter's units must be points.
-void PaintPage(QPainter& painter, const Page& page);
+void paintPage(QPainter& painter, const Page& page);
 
 /// The largest rectangle of a picture's proportions that fits into a place, centred.
-QRectF PicturePlace(const QSizeF& picture, const QRectF& place);
+QRectF picturePlace(const QSizeF& picture, const QRectF& place);

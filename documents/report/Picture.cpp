@@ -45,7 +45,7 @@ bool isSelfContained(const QByteArray& svg) {
 
 } // namespace
 
-QByteArray ReadPicture(const QString& path) {
+QByteArray readPicture(const QString& path) {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         throw Fault(Fault::FileNotFound, "File not found: " + path.toStdString());

@@ -5,4 +5,4 @@
 
 /// Reads a picture from an SVG file or resource that refers to nothing outside itself. Throws Fault 53 when
 /// there is no such file and Fault 481 when it is not such a picture.
-QByteArray ReadPicture(const QString& path);
+QByteArray readPicture(const QString& path);

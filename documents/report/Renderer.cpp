@@ -26,7 +26,7 @@ class Renderer {
         const ReportSection* group = layout.section(Section::GroupHeader);
         QString groupValue;
         bool first = true;
-        for (; !rows.AtEnd(); rows.MoveNext()) {
+        for (; !rows.atEnd(); rows.moveNext()) {
             if (group) {
                 const QString value = rows[group->groupColumn].text();
                 if (first || value != groupValue) {
@@ -138,7 +138,7 @@ class Renderer {
             return control.svg;
         QByteArray& svg = pictures[control.picture];
         if (svg.isEmpty())
-            svg = ReadPicture(control.picture);
+            svg = readPicture(control.picture);
         return svg;
     }
 
@@ -146,7 +146,7 @@ class Renderer {
         constexpr double largest = 9; // points
         const double side = std::min(at.height(), largest);
         const bool checked =
-            row && !row->AtEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
+            row && !row->atEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
         PageText caption = placed(control, at.adjusted(side + 4, 0, 0, 0), control.text);
         TextStyle style = caption.style;
         style.alignment |= Qt::AlignVCenter;
@@ -157,7 +157,7 @@ class Renderer {
     void textOf(const ReportControl& control, const QRectF& at, Recordset* row) {
         if (control.column.isEmpty())
             return text(control, at, control.text, control.number);
-        if (!row || row->AtEnd())
+        if (!row || row->atEnd())
             return;
         const Recordset::Field field = (*row)[control.column];
         if (field.isNull())
@@ -166,12 +166,12 @@ class Renderer {
         if (pattern.isEmpty())
             return text(control, at, field.text(), std::nullopt);
         const std::optional<double> number = numberOf(field, pattern);
-        text(control, at, number ? ShownNumber(*number, pattern) : field.text(), number);
+        text(control, at, number ? shownNumber(*number, pattern) : field.text(), number);
     }
 
     /// A text shown as stored need not be a number.
     static std::optional<double> numberOf(const Recordset::Field& field, const QString& pattern) {
-        return pattern.startsWith(u"General") ? ParseNumber(field.text().toStdString()) : field.number();
+        return pattern.startsWith(u"General") ? parseNumber(field.text().toStdString()) : field.number();
     }
 
     PageText placed(const ReportControl& control, const QRectF& at, const QString& content) const {
@@ -315,13 +315,13 @@ class Renderer {
 
 } // namespace
 
-Pages RenderPages(const Layout& layout, Recordset& rows) {
+Pages renderPages(const Layout& layout, Recordset& rows) {
     return Renderer(layout).render(rows);
 }
 
-QString ShownNumber(double number, const QString& pattern) {
+QString shownNumber(double number, const QString& pattern) {
     constexpr QLatin1String general("General");
     if (!pattern.startsWith(general))
-        return FormattedNumber(number, pattern.toStdString());
-    return ShownNumber(number) + pattern.mid(general.size());
+        return formattedNumber(number, pattern.toStdString());
+    return shownNumber(number) + pattern.mid(general.size());
 }

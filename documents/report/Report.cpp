@@ -25,7 +25,7 @@ Document Report::Run() {
     return {.title = title,
             .author = author,
             .fileName = fileName,
-            .pages = RenderPages(reportLayout, rows),
+            .pages = renderPages(reportLayout, rows),
             .table = reportLayout.table,
             .of = kind.of};
 }

@@ -11,12 +11,12 @@ std::map<QString, ReportKind>& reports() {
 
 } // namespace
 
-void AddReports(std::span<const ReportKind> kinds) {
+void addReports(std::span<const ReportKind> kinds) {
     for (const ReportKind& kind : kinds)
         reports().insert_or_assign(QLatin1String(kind.name), kind);
 }
 
-const ReportKind* FindReport(const QString& name) {
+const ReportKind* findReport(const QString& name) {
     const auto found = reports().find(name);
     return found == reports().end() ? nullptr : &found->second;
 }

@@ -5,7 +5,7 @@
 #include <span>
 
 /// Registers reports, one per row. Each subsystem adds its own.
-void AddReports(std::span<const ReportKind> kinds);
+void addReports(std::span<const ReportKind> kinds);
 
 /// The report of a name, or null.
-const ReportKind* FindReport(const QString& name);
+const ReportKind* findReport(const QString& name);

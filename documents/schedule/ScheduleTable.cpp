@@ -37,15 +37,15 @@ void takeModel(const QString& modelNo, ModelValues& values) {
         values.OAL.clear();
         // This is no number, so the conversion fails: a job with a tank that has no model yet stops here,
         // because its schedule must not pass for a complete one.
-        values.TankVol = ToNumber("'");
+        values.TankVol = toNumber("'");
     }
-    const auto model = ReadModel(modelNo);
+    const auto model = findModel(modelNo);
     if (!model)
         return;
-    values = {.TankOD = Shown(model->tankOD),
-              .OAL = Shown(model->oal),
+    values = {.TankOD = shownText(model->tankOD),
+              .OAL = shownText(model->oal),
               .TankVol = model->tankVolume.value_or(0),
-              .App = Shown(model->app)};
+              .App = shownText(model->app)};
 }
 
 void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
@@ -54,7 +54,7 @@ void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& valu
     constexpr int room = 9;
     for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
         schedule.AddNew();
-        schedule["TagID"] = UnitTags::TagOf(tank, unit, room);
+        schedule["TagID"] = UnitTags::tagOf(tank, unit, room);
         schedule["TankID"] = tank.tankID.value_or(QString());
         schedule["TankOD"] = values.TankOD;
         schedule["OAL"] = values.OAL;
@@ -72,7 +72,7 @@ void rebuild(const Connection& user) {
     Recordset schedule;
     schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
     ModelValues values;
-    for (const TankLine& tank : TankLinesOf(job, user)) {
+    for (const TankLine& tank : tankLinesOf(job, user)) {
         takeModel(tank.modelNo.value_or(QString()), values);
         addUnits(schedule, tank, values);
     }
@@ -90,7 +90,7 @@ void fill() {
         failure = std::current_exception();
     }
     try {
-        write.Commit();
+        write.commit();
     } catch (const Fault&) {
         if (!failure) // otherwise report the failure that led here
             throw;
@@ -104,7 +104,7 @@ using State = std::pair<QString, quint32>;
 
 State currentState() {
     const QString job = Session::JobID.text();
-    const auto data = ReadDataState(job, {});
+    const auto data = readDataState(job, {});
     return {job, data ? data->version : 0};
 }
 
@@ -117,11 +117,11 @@ State& filledFor() {
 } // namespace
 
 void FillScheduleTable() {
-    Trap("FillScheduleTable", fill);
+    runTrapped("FillScheduleTable", fill);
     filledFor() = currentState();
 }
 
-void UpdateScheduleTable() {
+void updateScheduleTable() {
     if (filledFor() != currentState())
         FillScheduleTable();
 }

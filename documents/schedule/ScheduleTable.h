@@ -8,6 +8,6 @@ void FillScheduleTable();
 
 /// Does the same before a report if the table was last filled for another job or the data have changed since.
 /// All windows and all copies of the program share the one table.
-void UpdateScheduleTable();
+void updateScheduleTable();
 
 } // namespace Schedule

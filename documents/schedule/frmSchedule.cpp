@@ -49,14 +49,14 @@ void setNumber(ListRow& unit, int column, const std::optional<double>& value, co
 
 std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
     auto unit = std::make_unique<ListRow>();
-    unit->setText(TagColumn, UnitTags::TagOf(tank, number));
-    unit->setText(ModelColumn, Shown(tank.modelNo));
+    unit->setText(TagColumn, UnitTags::tagOf(tank, number));
+    unit->setText(ModelColumn, shownText(tank.modelNo));
     for (const auto& [column, value, unitOfMeasure] : {std::tuple{SOPMinColumn, tank.sopMin, " psi"},
                                                        {SOPMaxColumn, tank.sopMax, " psi"},
                                                        {SOTMinColumn, tank.sotMin, "°F"},
                                                        {SOTMaxColumn, tank.sotMax, "°F"}})
-        setNumber(*unit, column, value, Shown(value) + unitOfMeasure);
-    unit->setText(TankColumn, Shown(tank.tankID));
+        setNumber(*unit, column, value, shownText(value) + unitOfMeasure);
+    unit->setText(TankColumn, shownText(tank.tankID));
     unit->setSortKey(TankColumn, tank.tankNo.value_or(0));
     return unit;
 }
@@ -64,16 +64,17 @@ std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
 /// Shows the catalogue's data for a model in the rows of its units. A model that has left the catalogue
 /// leaves them blank.
 void showModel(const QString& modelNo, const QList<ListRow*>& units) {
-    const auto model = ReadModel(modelNo);
+    const auto model = findModel(modelNo);
     if (!model)
         return;
-    const QString application = ApplicationDescription(Shown(model->app));
-    const bool drawdown = ApplicationCoded(Shown(model->app).toStdString()) == Application::Hydropneumatic;
+    const QString application = applicationDescription(shownText(model->app));
+    const bool drawdown =
+        applicationCoded(shownText(model->app).toStdString()) == Application::Hydropneumatic;
     for (ListRow* unit : units) {
         unit->setText(ApplicationColumn, application);
-        setNumber(*unit, VolumeColumn, model->tankVolume, Shown(model->tankVolume, "#,##0 gal"));
-        setNumber(*unit, DiaColumn, model->tankOD, Shown(model->tankOD));
-        setNumber(*unit, HtColumn, model->oal, Shown(model->oal));
+        setNumber(*unit, VolumeColumn, model->tankVolume, shownText(model->tankVolume, "#,##0 gal"));
+        setNumber(*unit, DiaColumn, model->tankOD, shownText(model->tankOD));
+        setNumber(*unit, HtColumn, model->oal, shownText(model->oal));
         if (!drawdown)
             continue;
         for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // this tank has no temperatures
@@ -88,16 +89,16 @@ void showModel(const QString& modelNo, const QList<ListRow*>& units) {
 frmSchedule::frmSchedule() : ResultScreen("frmSchedule") {
     setupUi(this);
     prepare();
-    SortByHeadings(lvOptions);
+    sortByHeadings(lvOptions);
     offersSubmittal(bttnPreview, bttnPrint);
-    on(bttnDelete, ".tbToolbar", [this] { DeleteTank(); });
+    on(bttnDelete, ".tbToolbar", [this] { deleteTank(); });
 }
 
 void frmSchedule::Load() {
     QString job;
     if (Session::JobID.read(job)) {
         lblJobID->setText(job);
-        SetStatusText("Schedule for Job " + job);
+        setStatusText("Schedule for Job " + job);
     }
     FillScheduleTable();
     FillListView();
@@ -108,20 +109,20 @@ void frmSchedule::FillListView() {
     const Hourglass hourglass;
     ListRows units;
     trap(".FillListView", [&] {
-        AddUnits(units);
+        addUnits(units);
         QHash<QString, QList<ListRow*>> models; // each is read once
         for (const std::unique_ptr<ListRow>& unit : units)
             models[unit->text(ModelColumn)].append(unit.get());
         for (auto model = models.cbegin(); model != models.cend(); ++model)
             showModel(model.key(), *model);
     });
-    FillList(lvOptions, headings, std::move(units));
+    fillList(lvOptions, headings, std::move(units));
     for (int column = VolumeColumn; column <= SOTMaxColumn; ++column)
         lvOptions->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
 
-void frmSchedule::AddUnits(ListRows& units) const {
-    for (const TankLine& tank : TankLinesOf(lblJobID->text())) {
+void frmSchedule::addUnits(ListRows& units) const {
+    for (const TankLine& tank : tankLinesOf(lblJobID->text())) {
         const int quantity = ToInt16(tank.qty.value_or(0));
         for (int number = 1; number <= quantity; ++number)
             units.push_back(rowOf(tank, number));
@@ -130,14 +131,14 @@ void frmSchedule::AddUnits(ListRows& units) const {
 
 /// Deletes the whole tank line of the selected unit. The work table stays as it is: the report skips the
 /// units of a deleted line.
-void frmSchedule::DeleteTank() {
+void frmSchedule::deleteTank() {
     const auto selected = lvOptions->selectedItems();
     if (selected.isEmpty())
         throw Fault(Fault::ObjectNotSet, "Object variable or With block variable not set");
     if (selected.first()->text(TagColumn).isEmpty())
         return;
-    if (!ConfirmDeletion("Selected item will be permantently deleted!\n\rDo you wish to continue?"))
+    if (!confirmDeletion("Selected item will be permantently deleted!\n\rDo you wish to continue?"))
         return;
-    DeleteTankLines({selected.first()->text(TankColumn)});
+    deleteTankLines({selected.first()->text(TankColumn)});
     FillListView();
 }

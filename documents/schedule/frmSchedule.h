@@ -16,9 +16,9 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
   private:
     void Load() override;
     /// The work table is rebuilt only on opening and for the report.
-    void ShowChanges() override { FillListView(); }
+    void showChanges() override { FillListView(); }
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
-    void AddUnits(ListRows& units) const;
-    void DeleteTank();
+    void addUnits(ListRows& units) const;
+    void deleteTank();
 };

@@ -2,12 +2,12 @@
 
 #include "core/store/Gateway.h"
 
-Specification ReadSpecification(const QString& key) {
+Specification readSpecification(const QString& key) {
     Specification specification;
     Connection connection = Gateway::openDatabase("Sys");
     Recordset row;
     row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = ?", connection, {key});
-    if (row.AtEnd())
+    if (row.atEnd())
         return specification;
     for (int i = 1; i <= 10; ++i)
         specification.text += row["Spec" + QString::number(i)].text();

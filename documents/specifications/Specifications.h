@@ -13,4 +13,4 @@ struct Specification {
 
 /// Reads a specification by its key, which goes into the statement as it is; an empty one when the catalogue
 /// has none. Throws DatabaseFault.
-Specification ReadSpecification(const QString& key);
+Specification readSpecification(const QString& key);

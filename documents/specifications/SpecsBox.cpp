@@ -10,7 +10,7 @@ namespace {
 const char* const shownText = "shownText";
 } // namespace
 
-void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine) {
+void showSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine) {
     const QString shown = Specification::shown(text, lastLine);
     box->setPlainText(shown);
     box->setProperty(shownText, shown);
@@ -18,16 +18,16 @@ void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& 
     box->selectAll();
 }
 
-void ClearSpecification(QPlainTextEdit* box) {
+void clearSpecification(QPlainTextEdit* box) {
     box->clear();
     box->setProperty(shownText, QString());
 }
 
-QString SpecificationText(const QPlainTextEdit* box) {
+QString specificationText(const QPlainTextEdit* box) {
     return box->document()->isModified() ? box->toPlainText() : box->property(shownText).toString();
 }
 
-void AskForClipboard(bool copied) {
+void askForClipboard(bool copied) {
     if (!copied)
         return;
     const auto answer =

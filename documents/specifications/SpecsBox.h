@@ -5,13 +5,13 @@
 class QPlainTextEdit;
 
 /// Shows a specification and its last line in a text box, with everything selected.
-void ShowSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine);
+void showSpecification(QPlainTextEdit* box, const QString& text, const QString& lastLine);
 
 /// Empties the box.
-void ClearSpecification(QPlainTextEdit* box);
+void clearSpecification(QPlainTextEdit* box);
 
 /// The contents of the box, for the clipboard.
-QString SpecificationText(const QPlainTextEdit* box);
+QString specificationText(const QPlainTextEdit* box);
 
 /// Asks, when a screen that has copied closes, whether the text should stay on the clipboard.
-void AskForClipboard(bool copied);
+void askForClipboard(bool copied);

@@ -24,37 +24,37 @@ void readTankLine(Placeholders::Values& values) {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return;
-    const auto tank = ReadTankLine(tankID);
+    const auto tank = findTankLine(tankID);
     if (!tank)
         return;
-    values.qty = StatementNumber(tank->qty.value_or(0));
-    values.modelNo = Shown(tank->modelNo);
+    values.qty = statementNumber(tank->qty.value_or(0));
+    values.modelNo = shownText(tank->modelNo);
 }
 
 /// Fills in the model's figures and returns the key of its specification, or an empty text.
 QString readModel(Placeholders::Values& values) {
     if (values.modelNo.isEmpty())
         return {};
-    const auto model = ReadModel(values.modelNo);
+    const auto model = findModel(values.modelNo);
     if (!model)
         return {};
-    values.tankGal = Shown(model->tankVolume, "#,##0 gal");
-    values.tankOD = Shown(model->tankOD);
-    values.tankOAL = Shown(model->oal);
+    values.tankGal = shownText(model->tankVolume, "#,##0 gal");
+    values.tankOD = shownText(model->tankOD);
+    values.tankOAL = shownText(model->oal);
     values.sysConn =
         FractionConversion(model->tankSysConn.value_or(0)); // as a fraction, unlike the submittal
-    values.wkPressure = Shown(model->tankWkPressure);
-    values.precharge = Shown(model->precharge);
-    values.makeUpCapacity = Shown(model->makeUpCapacity);
-    values.hp = Shown(model->pumpHp);
-    return Shown(model->submittal);
+    values.wkPressure = shownText(model->tankWkPressure);
+    values.precharge = shownText(model->precharge);
+    values.makeUpCapacity = shownText(model->makeUpCapacity);
+    values.hp = shownText(model->pumpHp);
+    return shownText(model->submittal);
 }
 
 /// The representative for the user's postal code, looked up each time.
 QString representative() {
-    const auto user = ReadUserDefaults();
-    const QString postalCode = user ? Shown(user->postalCode) : QString();
-    return postalCode.isEmpty() ? QString() : DirectoryCompany(postalCode);
+    const auto user = readUserDefaults();
+    const QString postalCode = user ? shownText(user->postalCode) : QString();
+    return postalCode.isEmpty() ? QString() : directoryCompany(postalCode);
 }
 
 } // namespace
@@ -63,25 +63,25 @@ frmResultSpecs::frmResultSpecs() : Screen("frmResultSpecs") {
     setupUi(this);
     prepare();
     on(cmdCopy, ".cmdCopy", [this] {
-        Dialogs::current().copy(SpecificationText(txtSpecBox));
+        Dialogs::current().copy(specificationText(txtSpecBox));
         Copied = true;
     });
 }
 
 void frmResultSpecs::Load() {
     const Hourglass hourglass;
-    SetStatusText("Copy & paste specifications to another application");
+    setStatusText("Copy & paste specifications to another application");
     lblTankID->setText(Session::tankLine());
     Placeholders::Values values;
     readTankLine(values);
     const QString key = readModel(values);
     values.rep = representative();
-    const Specification specification = key.isEmpty() ? Specification() : ReadSpecification(key);
-    ShowSpecification(txtSpecBox, Placeholders::replaced(specification.text, values),
+    const Specification specification = key.isEmpty() ? Specification() : readSpecification(key);
+    showSpecification(txtSpecBox, Placeholders::replaced(specification.text, values),
                       Placeholders::replaced(specification.lastLine, values));
 }
 
 bool frmResultSpecs::QueryUnload() {
-    AskForClipboard(Copied);
+    askForClipboard(Copied);
     return true;
 }

@@ -43,28 +43,28 @@ frmSpecs::frmSpecs() : Screen("frmSpecs") {
         on(option, "." + option->objectName(), [this, style] { FillSpecsBox(style.key); });
     }
     connect(cmdCopy, &QPushButton::clicked, this, [this] {
-        Dialogs::current().copy(SpecificationText(txtSpecBox));
+        Dialogs::current().copy(specificationText(txtSpecBox));
         Copied = true;
     });
 }
 
 void frmSpecs::Load() {
-    SetStatusText("Copy & paste specifications to another application");
+    setStatusText("Copy & paste specifications to another application");
     FillSpecsBox("0"); // no such key: the box stays empty until the first choice
 }
 
 void frmSpecs::FillSpecsBox(const QString& key) {
     procedure(".FillSpecsBox", [&] {
-        ClearSpecification(txtSpecBox); // after a failed read, no other style's text is left to copy
-        const Specification specification = ReadSpecification(key);
+        clearSpecification(txtSpecBox); // after a failed read, no other style's text is left to copy
+        const Specification specification = readSpecification(key);
         // The blank for a quantity is shorter in the text than in its last line.
-        ShowSpecification(txtSpecBox, Placeholders::replaced(specification.text, blanks("____")),
+        showSpecification(txtSpecBox, Placeholders::replaced(specification.text, blanks("____")),
                           Placeholders::replaced(specification.lastLine, blanks("______")));
     });
 }
 
 bool frmSpecs::QueryUnload() {
-    AskForClipboard(Copied);
+    askForClipboard(Copied);
     SetStatusBarText();
     return true;
 }

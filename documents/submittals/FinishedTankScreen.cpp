@@ -24,7 +24,7 @@ void FinishedTankScreen::shows(const Fields& shownFields) {
 }
 
 QString FinishedTankScreen::bladderType(const Model& model) {
-    return (model.asme.value_or(false) ? "ASME " : "non-ASME ") + Shown(model.bladder);
+    return (model.asme.value_or(false) ? "ASME " : "non-ASME ") + shownText(model.bladder);
 }
 
 QString FinishedTankScreen::modelText() const {
@@ -32,25 +32,25 @@ QString FinishedTankScreen::modelText() const {
 }
 
 void FinishedTankScreen::Load() {
-    SetStatusText("View results");
+    setStatusText("View results");
     QString tankID;
     if (Session::TankID.read(tankID)) {
-        const auto tank = ReadTankLine(tankID);
+        const auto tank = findTankLine(tankID);
         if (!tank) // the form's sample figures are nobody's tank
             throw RecordGone("This tank has been deleted.");
-        ShowTankLine(*tank);
+        showTankLine(*tank);
     }
     QString drawing;
-    if (const auto model = ReadModel(modelText())) {
-        ShowModel(*model);
-        drawing = Shown(model->tankDraw);
+    if (const auto model = findModel(modelText())) {
+        showModel(*model);
+        drawing = shownText(model->tankDraw);
     }
-    ShowTankDrawing(fields.picture, fields.drawing, drawing);
+    showTankDrawing(fields.picture, fields.drawing, drawing);
 }
 
 void FinishedTankScreen::Activate() {
     showResultCommands(true);
-    SetStatusText("View results");
+    setStatusText("View results");
 }
 
 void FinishedTankScreen::Deactivate() {

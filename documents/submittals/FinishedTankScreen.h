@@ -26,8 +26,8 @@ class FinishedTankScreen : public ResultScreen {
     /// Call once the controls exist.
     void shows(const Fields& shownFields);
 
-    virtual void ShowTankLine(const TankLine& tank) = 0;
-    virtual void ShowModel(const Model& model) = 0;
+    virtual void showTankLine(const TankLine& tank) = 0;
+    virtual void showModel(const Model& model) = 0;
     /// "ASME " or "non-ASME " followed by the model's bladder.
     static QString bladderType(const Model& model);
 

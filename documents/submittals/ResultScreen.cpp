@@ -33,7 +33,7 @@ bool presses(const QEvent* event) {
 /// The report of a screen; null when it has none.
 const ReportKind* reportOf(const QString& screenName) {
     const auto* screen = dynamic_cast<const ResultScreen*>(Screens::find(screenName));
-    const ReportKind* report = screen ? FindReport(screen->reportName()) : nullptr;
+    const ReportKind* report = screen ? findReport(screen->reportName()) : nullptr;
     return report && report->of != ReportOf::Catalogue ? report : nullptr;
 }
 
@@ -106,18 +106,18 @@ bool ResultScreen::eventFilter(QObject* object, QEvent* event) {
         ring->setWidget(event->type() == QEvent::FocusIn ? enlarged : nullptr);
     if (object != enlarged || !presses(event))
         return Screen::eventFilter(object, event);
-    trap(".imgDrawing", [this] { ShowLargeDrawing(drawingName()); });
+    trap(".imgDrawing", [this] { showLargeDrawing(drawingName()); });
     return true;
 }
 
 namespace Submittals {
 
 void PrintSubmittal(const QString& screen) {
-    Trap("PrintSubmittal", [&] { withReport(screen, PrintDocument); });
+    runTrapped("PrintSubmittal", [&] { withReport(screen, printDocument); });
 }
 
 void PreviewSubmittal(const QString& screen) {
-    Trap("PreviewSubmittal", [&] { withReport(screen, ShowDocument); });
+    runTrapped("PreviewSubmittal", [&] { withReport(screen, showDocument); });
 }
 
 } // namespace Submittals

@@ -61,7 +61,7 @@ class Filler {
         readRepresentative();
         readModel();
         showSpecification();
-        set("lblVersion", "Version " + FullProgramVersion());
+        set("lblVersion", "Version " + fullProgramVersion());
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         describe();
         showDrawing();
@@ -91,24 +91,24 @@ class Filler {
             return;
         }
         control->number = *value;
-        control->text = ShownNumber(*value, pattern);
+        control->text = shownNumber(*value, pattern);
     }
 
     /// A stored number in readable form; empty for null.
     static QString stored(const std::optional<double>& value) {
-        return value ? ShownNumber(*value, "General") : QString();
+        return value ? shownNumber(*value, "General") : QString();
     }
 
     void readTankLine(const QString& tankID) {
-        const auto tank = ReadTankLine(tankID);
+        const auto tank = findTankLine(tankID);
         if (!tank)
             return;
-        values.modelNo = Shown(tank->modelNo);
-        values.qty = ShownNumber(tank->qty.value_or(0), "General");
-        job = Shown(tank->jobID);
+        values.modelNo = shownText(tank->modelNo);
+        values.qty = shownNumber(tank->qty.value_or(0), "General");
+        job = shownText(tank->jobID);
         QStringList tags;
         for (const auto& tag : tank->tags)
-            if (UnitTags::IsGiven(tag))
+            if (UnitTags::isGiven(tag))
                 tags.append(*tag);
         set("txtUnitTagNo", tags.join(", "));
     }
@@ -123,23 +123,24 @@ class Filler {
     }
 
     void readRepresentative() {
-        const auto own = OwnRepresentatives();
+        const auto own = ownRepresentatives();
         if (own.empty())
             return;
-        values.rep = Shown(own.front().companyName).replace("&&", "&");
+        values.rep = shownText(own.front().companyName).replace("&&", "&");
         set("txtRepName", values.rep);
-        set("txtRepPhone", Shown(own.front().phoneNo));
+        set("txtRepPhone", shownText(own.front().phoneNo));
     }
 
     void readModel() {
-        const auto model = ReadModel(values.modelNo);
+        const auto model = findModel(values.modelNo);
         if (!model)
             return;
         const QString pressure = stored(model->tankWkPressure);
-        set("txtShell", Shown(model->shell));
-        set("txtBladder", kind.bladderWord ? Shown(model->bladder) : Shown(model->bladder).remove("Bladder"));
-        set("txtFinish", Shown(model->finish));
-        set("txtSysConnType", Shown(model->sysConnType));
+        set("txtShell", shownText(model->shell));
+        set("txtBladder",
+            kind.bladderWord ? shownText(model->bladder) : shownText(model->bladder).remove("Bladder"));
+        set("txtFinish", shownText(model->finish));
+        set("txtSysConnType", shownText(model->sysConnType));
         setNumber("txtMaxTemp", model->maxTemp, "General°F");
         setNumber("txtMaxPressure", model->tankWkPressure, "General psi");
         setNumber("txtPrecharge", model->precharge, "General psi");
@@ -149,30 +150,30 @@ class Filler {
         setNumber("txtDia", model->tankOD, "General");
         setNumber("txtWidth", model->tankOD, "General");
         setNumber("txtHeight", model->oal, "General");
-        set("txtSysConnSize", Shown(model->sysConnStd));
+        set("txtSysConnSize", shownText(model->sysConnStd));
         setNumber("txtWeight", model->shipWeight, "General lbs");
         set("txtMakeUpCap", stored(model->makeUpCapacity) + " gpm @ " + pressure + " psi");
         set("txtPressureRange", stored(model->minSysPressure) + " psi - " + pressure + " psi");
         setNumber("txtHorsePower", model->pumpHp, "General hp");
-        set("txtClearance", Shown(model->clearance));
-        values.tankGal = Shown(model->tankVolume, "#,##0");
+        set("txtClearance", shownText(model->clearance));
+        values.tankGal = shownText(model->tankVolume, "#,##0");
         values.tankOD = stored(model->tankOD);
         values.tankOAL = stored(model->oal);
-        values.sysConn = kind.connectionAsNumber ? stored(model->tankSysConn) : Shown(model->sysConnStd);
+        values.sysConn = kind.connectionAsNumber ? stored(model->tankSysConn) : shownText(model->sysConnStd);
         values.wkPressure = pressure;
         values.precharge = stored(model->precharge);
         values.makeUpCapacity = stored(model->makeUpCapacity);
         values.hp = stored(model->pumpHp);
-        submittal = Shown(model->submittal);
-        drawing = Shown(model->tankDraw);
-        application = ApplicationCoded(Shown(model->app).toStdString());
-        nsf = Shown(model->nsf);
-        iapmo = Shown(model->iapmo);
+        submittal = shownText(model->submittal);
+        drawing = shownText(model->tankDraw);
+        application = applicationCoded(shownText(model->app).toStdString());
+        nsf = shownText(model->nsf);
+        iapmo = shownText(model->iapmo);
     }
 
     void showSpecification() {
         const Specification specification =
-            submittal.isEmpty() ? Specification() : ReadSpecification(submittal);
+            submittal.isEmpty() ? Specification() : readSpecification(submittal);
         set("txtTypSpecs", Specification::shown(Placeholders::replaced(specification.text, values),
                                                 Placeholders::replaced(specification.lastLine, values)));
         const auto& parts = specification.description;
@@ -185,10 +186,10 @@ class Filler {
         Connection connection = openDatabase("Sys");
         Recordset row;
         row.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = ?", connection, {drawing});
-        if (row.AtEnd())
+        if (row.atEnd())
             return;
         ReportControl& picture = report.control("imgDrawing");
-        picture.svg = ReadPicture(DrawingPath(drawing, row["Ext"].text()));
+        picture.svg = readPicture(drawingPath(drawing, row["Ext"].text()));
         picture.description = "Drawing of " + values.modelNo;
     }
 
@@ -218,24 +219,24 @@ class Filler {
 /// Reports a failure under the data source's connection.
 void start(Report& report, const Kind& kind) {
     QString connection;
-    Trap("ActiveReport_ReportStart", [&] { connection = dbConnection("User").ConnectionString(); });
-    Trap(connection, [&] { Filler(report, kind).fill(); });
+    runTrapped("ActiveReport_ReportStart", [&] { connection = dbConnection("User").connectionString(); });
+    runTrapped(connection, [&] { Filler(report, kind).fill(); });
 }
 
 } // namespace
 
-void StartBladderSubmittal(Report& report) {
+void startBladderSubmittal(Report& report) {
     start(report, {.drawdown = true});
 }
 
-void StartSteelSubmittal(Report& report) {
+void startSteelSubmittal(Report& report) {
     start(report, {.connectionAsNumber = false, .formattedVolumes = false});
 }
 
-void StartPackageSubmittal(Report& report) {
+void startPackageSubmittal(Report& report) {
     start(report, {.threePartDescription = false, .connectionAsNumber = false});
 }
 
-void StartShockSubmittal(Report& report) {
+void startShockSubmittal(Report& report) {
     start(report, {.bladderWord = true, .shock = true});
 }

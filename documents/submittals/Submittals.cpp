@@ -9,20 +9,20 @@ using namespace Catalogue;
 using namespace Gateway;
 
 QString Submittals::SetReport(const QString& model) {
-    const auto found = ReadModel(model);
+    const auto found = findModel(model);
     const QString submittal = found ? found->submittal.value_or(QString()) : QString();
     if (submittal.isEmpty())
         return {};
     Rows specification("Sys", "SELECT Report FROM tblSpecMaster WHERE Submittal = ?", {submittal});
-    return specification.AtEnd() ? QString() : specification["Report"].text();
+    return specification.atEnd() ? QString() : specification["Report"].text();
 }
 
 void registerSubmittals() {
     static constexpr ReportKind reports[] = {
-        {"rptSubmittal1", "rptSubmittal1", "User", StartBladderSubmittal, ReportOf::TankLine},
-        {"rptSubmittal2", "rptSubmittal2", "User", StartSteelSubmittal, ReportOf::TankLine},
-        {"rptSubmittal3", "rptSubmittal3", "User", StartPackageSubmittal, ReportOf::TankLine},
-        {"rptSubmittal4", "rptSubmittal4", "User", StartShockSubmittal, ReportOf::TankLine},
+        {"rptSubmittal1", "rptSubmittal1", "User", startBladderSubmittal, ReportOf::TankLine},
+        {"rptSubmittal2", "rptSubmittal2", "User", startSteelSubmittal, ReportOf::TankLine},
+        {"rptSubmittal3", "rptSubmittal3", "User", startPackageSubmittal, ReportOf::TankLine},
+        {"rptSubmittal4", "rptSubmittal4", "User", startShockSubmittal, ReportOf::TankLine},
     };
-    AddReports(reports);
+    addReports(reports);
 }

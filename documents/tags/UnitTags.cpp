@@ -4,19 +4,19 @@
 
 namespace UnitTags {
 
-bool IsGiven(const std::optional<QString>& tag) {
+bool isGiven(const std::optional<QString>& tag) {
     return tag && *tag != u"-";
 }
 
-QString TagOf(const TankLine& tank, int unit, int room) {
+QString tagOf(const TankLine& tank, int unit, int room) {
     if (unit > room)
         throw DatabaseFault(DatabaseFault::NoSuchColumn,
                             "Item cannot be found in the collection: TagID0" + std::to_string(unit));
     const auto& tag = tank.tags[std::size_t(unit - 1)];
-    return IsGiven(tag) ? *tag : tank.tankID.value_or(QString()) + u'.' + QString::number(unit);
+    return isGiven(tag) ? *tag : tank.tankID.value_or(QString()) + u'.' + QString::number(unit);
 }
 
-Parts Split(const QString& tag) {
+Parts split(const QString& tag) {
     if (const qsizetype hyphen = tag.indexOf(u'-'); hyphen >= 0)
         return {tag.left(hyphen), tag.mid(hyphen + 1)};
     constexpr qsizetype prefixLength = 5;

@@ -9,10 +9,10 @@
 namespace UnitTags {
 
 /// Whether a stored text is a tag: a hyphen alone is two empty parts and therefore none.
-bool IsGiven(const std::optional<QString>& tag);
+bool isGiven(const std::optional<QString>& tag);
 /// What a unit, counted from 1, is called: its tag, or its tank's tag and its number. Throws DatabaseFault
 /// 3265 for a unit that the tank line has no room for.
-QString TagOf(const TankLine& tank, int unit, int room = TankLine::mostTags);
+QString tagOf(const TankLine& tank, int unit, int room = TankLine::mostTags);
 
 /// The parts on either side of a tag's first hyphen.
 struct Parts {
@@ -21,6 +21,6 @@ struct Parts {
 };
 /// Splits a tag. One without a hyphen, from data that predate the two parts, is split after its fifth
 /// character. Throws Fault 5 if it has fewer.
-Parts Split(const QString& tag);
+Parts split(const QString& tag);
 
 } // namespace UnitTags

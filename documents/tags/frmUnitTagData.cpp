@@ -41,22 +41,22 @@ frmUnitTagData::frmUnitTagData() : Screen("frmUnitTagData") {
 }
 
 void frmUnitTagData::Load() {
-    SetStatusText("Unit Tag ID(s)");
-    ShowRows(ReadTags());
+    setStatusText("Unit Tag ID(s)");
+    showRows(readTags());
 }
 
 /// Fills the boxes and returns the quantity of the tank line, 0 when there is none.
-int frmUnitTagData::ReadTags() {
+int frmUnitTagData::readTags() {
     QString tankID;
     if (!Session::TankID.read(tankID))
         return 0;
-    asRead = ReadTankLine(tankID);
+    asRead = findTankLine(tankID);
     if (!asRead)
         return 0;
     lblTankID->setText(tankID);
     for (std::size_t unit = 0; unit < rows.size(); ++unit) {
         const auto& tag = asRead->tags[unit];
-        const UnitTags::Parts parts = UnitTags::IsGiven(tag) ? UnitTags::Split(*tag) : UnitTags::Parts{};
+        const UnitTags::Parts parts = UnitTags::isGiven(tag) ? UnitTags::split(*tag) : UnitTags::Parts{};
         fillBox(rows[unit].prefix, parts.prefix);
         fillBox(rows[unit].suffix, parts.suffix);
     }
@@ -64,7 +64,7 @@ int frmUnitTagData::ReadTags() {
 }
 
 /// A unit that the line no longer has is hidden and loses its tag at the next save.
-void frmUnitTagData::ShowRows(int quantity) {
+void frmUnitTagData::showRows(int quantity) {
     int unit = 0;
     for (const Row& row : rows) {
         const bool visible = unit++ < quantity;
@@ -99,7 +99,7 @@ void frmUnitTagData::Save() {
             line.tags[unit] =
                 rows[unit].prefix->text() + rows[unit].hyphen->text() + rows[unit].suffix->text();
         saved = saves([&](Record::IfChanged ifChanged) {
-            UpdateTankLine(tankID, line, TankLine::unitTags(), asRead, ifChanged);
+            updateTankLine(tankID, line, TankLine::unitTags(), asRead, ifChanged);
         });
     }
     if (saved)

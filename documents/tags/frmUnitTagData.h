@@ -23,8 +23,8 @@ class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
 
     void Load() override;
     bool eventFilter(QObject* object, QEvent* event) override;
-    int ReadTags();
-    void ShowRows(int quantity);
+    int readTags();
+    void showRows(int quantity);
     void Save();
 
     std::array<Row, TankLine::mostTags> rows;

@@ -58,7 +58,7 @@ void paint(QPrinter& printer, const Pages& pages) {
             std::min({1.0, paper.width() / pages[i].size.width(), paper.height() / pages[i].size.height()});
         painter.save();
         painter.scale(printer.logicalDpiX() / 72.0 * reduced, printer.logicalDpiY() / 72.0 * reduced);
-        PaintPage(painter, pages[i]);
+        paintPage(painter, pages[i]);
         painter.restore();
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
@@ -67,7 +67,7 @@ void paint(QPrinter& printer, const Pages& pages) {
 
 } // namespace
 
-void PrintDocument(const Document& document) {
+void printDocument(const Document& document) {
     if (document.pages.isEmpty())
         return;
     QPrinter printer(QPrinter::HighResolution);

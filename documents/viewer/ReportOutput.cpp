@@ -37,7 +37,7 @@ void exportDocument(const Export::Format& format) {
 
 } // namespace
 
-void ShowDocument(const Document& document) {
+void showDocument(const Document& document) {
     if (!Screens::load(viewerName))
         return;
     viewer()->setDocument(document);

@@ -3,7 +3,7 @@
 #include "documents/report/Document.h"
 
 /// Shows a document in the viewer, replacing the one before.
-void ShowDocument(const Document& document);
+void showDocument(const Document& document);
 
 /// Registers the viewer and the main window's export commands.
 void registerViewer();

@@ -118,7 +118,7 @@ void ReportView::zoomAbout(double percent, const QPointF& anchor) {
 
 void ReportView::search(const QString& text) {
     searchedText = text;
-    found = FindAll(shownPages, text);
+    found = findAll(shownPages, text);
     const TextPlace here{currentPage(), -1, 0};
     const auto next =
         std::find_if(found.begin(), found.end(), [&](const TextRange& range) { return range.from > here; });
@@ -140,7 +140,7 @@ void ReportView::goToFound(int step) {
 /// Scrolls a place into view, and does nothing if it already is.
 void ReportView::reveal(const TextRange& range) {
     const auto places =
-        PlacesOf(shownPages[range.from.page].texts[range.from.text], range.from.letter, range.to);
+        placesOf(shownPages[range.from.page].texts[range.from.text], range.from.letter, range.to);
     if (places.isEmpty())
         return;
     const QRectF place = places.first();
@@ -157,7 +157,7 @@ void ReportView::reveal(const TextRange& range) {
 QString ReportView::selectedText() const {
     if (selectionStart == selectionEnd)
         return {};
-    return TextBetween(shownPages, std::min(selectionStart, selectionEnd),
+    return textBetween(shownPages, std::min(selectionStart, selectionEnd),
                        std::max(selectionStart, selectionEnd));
 }
 
@@ -185,7 +185,7 @@ void ReportView::paintEvent(QPaintEvent*) {
         painter.setClipRect(sheet);
         painter.translate(sheet.topLeft());
         painter.scale(shownScale, shownScale);
-        PaintPage(painter, shownPages[i]);
+        paintPage(painter, shownPages[i]);
         paintMarks(painter, i);
         painter.restore();
     }
@@ -196,7 +196,7 @@ void ReportView::paintMarks(QPainter& painter, int page) const {
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     const auto& texts = shownPages[page].texts;
     const auto mark = [&](int text, int from, int to, const QColor& color) {
-        for (const QRectF& place : PlacesOf(texts[text], from, to))
+        for (const QRectF& place : placesOf(texts[text], from, to))
             painter.fillRect(place, color);
     };
     const auto before = [](const TextRange& range, int number) { return range.from.page < number; };
@@ -265,9 +265,9 @@ void ReportView::mousePressEvent(QMouseEvent* event) {
         return;
     dragged = event->pos();
     const auto [page, point] = onPage(event->position());
-    if (event->button() == Qt::LeftButton && IsOnText(shownPages[page], point)) {
+    if (event->button() == Qt::LeftButton && isOnText(shownPages[page], point)) {
         drag = Drag::Selection;
-        selectionStart = selectionEnd = PlaceAt(shownPages, page, point);
+        selectionStart = selectionEnd = placeAt(shownPages, page, point);
     } else {
         drag = Drag::Hand;
         selectionStart = selectionEnd = {};
@@ -286,10 +286,10 @@ void ReportView::mouseMoveEvent(QMouseEvent* event) {
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
         verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
     } else if (drag == Drag::Selection) {
-        selectionEnd = PlaceAt(shownPages, page, point);
+        selectionEnd = placeAt(shownPages, page, point);
         viewport()->update();
     } else {
-        viewport()->setCursor(IsOnText(shownPages[page], point) ? Qt::IBeamCursor : Qt::OpenHandCursor);
+        viewport()->setCursor(isOnText(shownPages[page], point) ? Qt::IBeamCursor : Qt::OpenHandCursor);
     }
 }
 

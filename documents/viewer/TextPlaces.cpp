@@ -72,7 +72,7 @@ Readable readable(const QString& text) {
 
 } // namespace
 
-TextPlace PlaceAt(const Pages& pages, int page, const QPointF& point) {
+TextPlace placeAt(const Pages& pages, int page, const QPointF& point) {
     TextPlace nearest{page, -1, 0};
     double least = std::numeric_limits<double>::max();
     const auto& texts = pages[page].texts;
@@ -87,7 +87,7 @@ TextPlace PlaceAt(const Pages& pages, int page, const QPointF& point) {
     return nearest;
 }
 
-bool IsOnText(const Page& page, const QPointF& point) {
+bool isOnText(const Page& page, const QPointF& point) {
     return std::any_of(page.texts.begin(), page.texts.end(), [&](const PageText& text) {
         if (!QRectF(text.place).adjusted(-2, -2, 2, text.place.height()).contains(point))
             return false;
@@ -97,7 +97,7 @@ bool IsOnText(const Page& page, const QPointF& point) {
     });
 }
 
-QList<QRectF> PlacesOf(const PageText& text, int from, int to) {
+QList<QRectF> placesOf(const PageText& text, int from, int to) {
     QList<QRectF> places;
     for (const Line& line : linesOf(text)) {
         const int first = std::max(0, from - line.start);
@@ -112,7 +112,7 @@ QList<QRectF> PlacesOf(const PageText& text, int from, int to) {
     return places;
 }
 
-QList<TextRange> FindAll(const Pages& pages, const QString& wanted) {
+QList<TextRange> findAll(const Pages& pages, const QString& wanted) {
     QList<TextRange> found;
     if (wanted.isEmpty())
         return found;
@@ -126,7 +126,7 @@ QList<TextRange> FindAll(const Pages& pages, const QString& wanted) {
     return found;
 }
 
-QString TextBetween(const Pages& pages, const TextPlace& from, const TextPlace& to) {
+QString textBetween(const Pages& pages, const TextPlace& from, const TextPlace& to) {
     QStringList lines;
     for (int page = std::max(0, from.page); page <= to.page; ++page) {
         const auto& texts = pages[page].texts;

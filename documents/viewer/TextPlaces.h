@@ -20,16 +20,16 @@ struct TextRange {
 };
 
 /// The position nearest to a point of a page, in points; text is -1 on a page without texts.
-TextPlace PlaceAt(const Pages& pages, int page, const QPointF& point);
+TextPlace placeAt(const Pages& pages, int page, const QPointF& point);
 
 /// Whether a point of a page lies on a text.
-bool IsOnText(const Page& page, const QPointF& point);
+bool isOnText(const Page& page, const QPointF& point);
 
 /// The rectangles that a range of a text covers on its page, one per line.
-QList<QRectF> PlacesOf(const PageText& text, int from, int to);
+QList<QRectF> placesOf(const PageText& text, int from, int to);
 
 /// All occurrences of a text, ignoring case and the way the pages wrap it.
-QList<TextRange> FindAll(const Pages& pages, const QString& wanted);
+QList<TextRange> findAll(const Pages& pages, const QString& wanted);
 
 /// The text between two positions as plain text, one line per text.
-QString TextBetween(const Pages& pages, const TextPlace& from, const TextPlace& to);
+QString textBetween(const Pages& pages, const TextPlace& from, const TextPlace& to);

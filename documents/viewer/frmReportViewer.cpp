@@ -35,14 +35,14 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnZoomOut, ".bttnZoomOut", [this] { ARViewer21->zoomBy(1 / zoomStep); });
     on(bttnPageWidth, ".bttnPageWidth", [this] { ARViewer21->setZoom(ReportView::Zoom::PageWidth); });
     on(bttnWholePage, ".bttnWholePage", [this] { ARViewer21->setZoom(ReportView::Zoom::WholePage); });
-    on(bttnPrint, ".bttnPrint", [this] { PrintDocument(document()); });
+    on(bttnPrint, ".bttnPrint", [this] { printDocument(document()); });
     on(bttnFind, ".bttnFind", [this] { Find(1); });
     on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
-    connect(txtPage, &QLineEdit::editingFinished, this, [this] { GoToTypedPage(); });
+    connect(txtPage, &QLineEdit::editingFinished, this, [this] { goToTypedPage(); });
     cboZoom->lineEdit()->setAccessibleName(cboZoom->accessibleName());
-    connect(cboZoom, &QComboBox::currentIndexChanged, this, [this] { ZoomAsTyped(); });
-    connect(cboZoom, &QComboBox::textActivated, this, [this] { ZoomAsTyped(); });
-    connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { ZoomAsTyped(); });
+    connect(cboZoom, &QComboBox::currentIndexChanged, this, [this] { zoomAsTyped(); });
+    connect(cboZoom, &QComboBox::textActivated, this, [this] { zoomAsTyped(); });
+    connect(cboZoom->lineEdit(), &QLineEdit::editingFinished, this, [this] { zoomAsTyped(); });
     connect(txtFind, &QLineEdit::returnPressed, this, [this] { Find(1); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { lblFound->clear(); });
     lstContents->header()->setStretchLastSection(false);
@@ -55,7 +55,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
     connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // works on the current row too
     addShortcuts();
-    ARViewer21->changed = [this] { ShowPage(); };
+    ARViewer21->changed = [this] { showPage(); };
 }
 
 Subject frmReportViewer::shownRecord() const {
@@ -72,10 +72,10 @@ Subject frmReportViewer::shownRecord() const {
 
 void frmReportViewer::setDocument(const Document& shown) {
     shownDocument = shown;
-    ShowContents();
+    showContents();
     ARViewer21->setPages(shown.pages);
     lblFound->clear();
-    ShowPage();
+    showPage();
 }
 
 void frmReportViewer::addShortcuts() {
@@ -96,7 +96,7 @@ void frmReportViewer::addShortcuts() {
 }
 
 /// Lists the groups; a report without groups has no contents.
-void frmReportViewer::ShowContents() {
+void frmReportViewer::showContents() {
     const QSignalBlocker noSelection(lstContents);
     lstContents->clear();
     contents.clear();
@@ -113,16 +113,16 @@ void frmReportViewer::ShowContents() {
     lstContents->setVisible(!contents.isEmpty());
 }
 
-void frmReportViewer::ShowPage() {
+void frmReportViewer::showPage() {
     const auto& pages = shownDocument.pages;
     txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
     lblPages->setText(QCoreApplication::translate("frmReportViewer", "of %1").arg(pages.size()));
-    ShowZoom();
+    showZoom();
 }
 
 /// Selects the largest listed zoom that is not above the current one, so that the arrow keys continue from
 /// there.
-void frmReportViewer::ShowZoom() {
+void frmReportViewer::showZoom() {
     const long percent = std::lround(ARViewer21->percent());
     int row = cboZoom->count() - 1;
     while (row > 0 && percentOf(cboZoom->itemText(row)) > percent)
@@ -132,19 +132,19 @@ void frmReportViewer::ShowZoom() {
     cboZoom->setEditText(QString("%1 %").arg(percent));
 }
 
-void frmReportViewer::GoToTypedPage() {
+void frmReportViewer::goToTypedPage() {
     bool number = false;
     const int page = txtPage->text().toInt(&number);
     if (number && page != ARViewer21->currentPage() + 1)
         ARViewer21->goTo(page - 1);
-    ShowPage(); // shows the page that was reached, whatever was typed
+    showPage(); // shows the page that was reached, whatever was typed
 }
 
-void frmReportViewer::ZoomAsTyped() {
+void frmReportViewer::zoomAsTyped() {
     const int percent = percentOf(cboZoom->currentText());
     if (percent > 0 && percent != std::lround(ARViewer21->percent()))
         ARViewer21->setPercent(percent);
-    ShowPage();
+    showPage();
 }
 
 void frmReportViewer::Find(int step) {
@@ -154,10 +154,10 @@ void frmReportViewer::Find(int step) {
         ARViewer21->search(txtFind->text());
     if (ARViewer21->foundCount() == 0)
         Dialogs::current().beep();
-    ShowFound();
+    showFound();
 }
 
-void frmReportViewer::ShowFound() {
+void frmReportViewer::showFound() {
     lblFound->setText(ARViewer21->foundCount() == 0
                           ? QCoreApplication::translate("frmReportViewer", "not found")
                           : QCoreApplication::translate("frmReportViewer", "%1 of %2")
@@ -166,11 +166,11 @@ void frmReportViewer::ShowFound() {
 }
 
 void frmReportViewer::Load() {
-    SetStatusText("Brennoval Report Viewer");
+    setStatusText("Brennoval Report Viewer");
 }
 
 void frmReportViewer::Activate() {
-    SetStatusText("Brennoval Report Viewer");
+    setStatusText("Brennoval Report Viewer");
     Commands::setEnabled("mnuExport", true);
 }
 

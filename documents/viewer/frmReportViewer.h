@@ -21,13 +21,13 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Activate() override;
     void Deactivate() override;
     bool QueryUnload() override;
-    void ShowContents();
-    void ShowPage();
-    void ShowZoom();
-    void GoToTypedPage();
-    void ZoomAsTyped();
+    void showContents();
+    void showPage();
+    void showZoom();
+    void goToTypedPage();
+    void zoomAsTyped();
     void Find(int step);
-    void ShowFound();
+    void showFound();
     void addShortcuts();
 
     Document shownDocument;

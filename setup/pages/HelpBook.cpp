@@ -32,7 +32,7 @@ class BookPage : public QTextDocument {
   protected:
     QVariant loadResource(int type, const QUrl& name) override {
         const QByteArray bytes = engine.fileData(address.resolved(name));
-        return type == ImageResource ? QVariant(HelpPicture(bytes, printedDots))
+        return type == ImageResource ? QVariant(helpPicture(bytes, printedDots))
                                      : QVariant(QString::fromUtf8(bytes));
     }
 
@@ -211,5 +211,5 @@ QByteArray HelpBook::pdf() {
         entries.append(
             {place.title, place.depth, target.sheet, paper - margin - target.down * pointsPerPixel});
     }
-    return WithOutline(file.data(), entries);
+    return withOutline(file.data(), entries);
 }

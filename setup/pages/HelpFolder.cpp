@@ -20,7 +20,7 @@ bool isOwn(const QFileInfo& folder) {
 
 } // namespace
 
-void RemoveLeftHelpFolders() {
+void removeLeftHelpFolders() {
     const QFileInfoList folders =
         QDir::temp().entryInfoList({HelpFolder::name + u'*'}, QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QFileInfo& found : folders) {

@@ -23,4 +23,4 @@ class HelpFolder {
 };
 
 /// Removes the folders of instances that were killed.
-void RemoveLeftHelpFolders();
+void removeLeftHelpFolders();

@@ -10,7 +10,7 @@
 inline constexpr int helpPictureWidth = 550;
 
 /// A picture as a page shows it: reduced to its width, with all the dots that the display has there.
-inline QImage HelpPicture(const QByteArray& bytes, double dotsPerPixel) {
+inline QImage helpPicture(const QByteArray& bytes, double dotsPerPixel) {
     QImage picture = QImage::fromData(bytes);
     if (picture.width() <= helpPictureWidth)
         return picture;

@@ -48,7 +48,7 @@ QVariant HelpText::loadResource(int type, const QUrl& name) {
         return {};
     const QByteArray bytes = engine.fileData(address.adjusted(QUrl::RemoveQuery));
     if (type == QTextDocument::ImageResource)
-        return address.hasQuery() ? QVariant(bytes) : QVariant(HelpPicture(bytes, devicePixelRatioF()));
+        return address.hasQuery() ? QVariant(bytes) : QVariant(helpPicture(bytes, devicePixelRatioF()));
     if (type == QTextDocument::HtmlResource && address.path().endsWith(u".png"))
         return QStringLiteral("<title>%1 - Brennoval</title><p><img src=\"%2?full\"></p>")
             .arg(QCoreApplication::translate("HelpView", "Picture"), address.toString());
@@ -150,7 +150,7 @@ QWidget* HelpView::buildSearch() {
     found->setAccessibleName(QCoreApplication::translate("HelpView", "Found topics"));
     found->setWordWrap(true);
     const auto look = [this, search] {
-        wanted = WidenedQuery(searchBox->text());
+        wanted = widenedQuery(searchBox->text());
         if (indexed && !wanted.typed.isEmpty())
             search->search(wanted.expression);
     };
@@ -180,7 +180,7 @@ void HelpView::showFound() {
     found->clear();
     auto results = engine.searchEngine()->searchResults(0, most);
     std::ranges::stable_sort(results, std::ranges::greater(), [this](const QHelpSearchResult& result) {
-        return TitleRank(result.title(), wanted);
+        return titleRank(result.title(), wanted);
     });
     for (const QHelpSearchResult& result : results) {
         auto* row = new QListWidgetItem(result.title().section(" - ", 0, 0), found);
@@ -220,6 +220,6 @@ QByteArray HelpView::pdf() {
     return HelpBook(engine).pdf();
 }
 
-extern "C" Q_DECL_EXPORT PageView* CreatePageView(const char* version, QWidget* parent) {
+extern "C" Q_DECL_EXPORT PageView* createPageView(const char* version, QWidget* parent) {
     return std::strcmp(version, BRENNOVAL_VERSION) == 0 ? new HelpView(parent) : nullptr;
 }

@@ -59,7 +59,7 @@ QString searched(QString term) {
 
 } // namespace
 
-HelpQuery WidenedQuery(const QString& typed) {
+HelpQuery widenedQuery(const QString& typed) {
     static const QRegularExpression separators("[^\\w&-]+", QRegularExpression::UseUnicodePropertiesOption);
     QString rest = u' ' + typed.toLower().split(separators, Qt::SkipEmptyParts).join(u' ') + u' ';
     QStringList groups;
@@ -92,7 +92,7 @@ HelpQuery WidenedQuery(const QString& typed) {
     return query;
 }
 
-int TitleRank(const QString& title, const HelpQuery& query) {
+int titleRank(const QString& title, const HelpQuery& query) {
     const QString words = u' ' + title.toLower();
     const auto held = [&words](const QStringList& terms) {
         return int(std::ranges::count_if(

@@ -11,7 +11,7 @@ struct HelpQuery {
 };
 
 /// Widens what the user typed by the words that the pages use for the same things.
-HelpQuery WidenedQuery(const QString& typed);
+HelpQuery widenedQuery(const QString& typed);
 
 /// How well a title answers a query: the more, the better; 0 if it holds none of the words.
-int TitleRank(const QString& title, const HelpQuery& query);
+int titleRank(const QString& title, const HelpQuery& query);

@@ -42,6 +42,6 @@ class PageView : public QWidget {
     std::function<void(const QUrl& address)> leave = [](const QUrl&) {};
 };
 
-/// The function that a plugin exports as CreatePageView: creates its control for a program of the same
+/// The function that a plugin exports as createPageView: creates its control for a program of the same
 /// version, otherwise returns null.
 using PageViewFactory = PageView* (*)(const char* version, QWidget* parent);

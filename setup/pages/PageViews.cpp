@@ -15,14 +15,14 @@ PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
     if (plugin == PagePlugin::Web && SystemPrograms::userIsAdministrator())
         return nullptr;
     const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";
-    QLibrary library(Program::ProgramFolder() + "/Plugins/" + name);
-    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("CreatePageView"));
-    return create ? create(Program::FullProgramVersion().toUtf8().constData(), parent) : nullptr;
+    QLibrary library(Program::programFolder() + "/Plugins/" + name);
+    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("createPageView"));
+    return create ? create(Program::fullProgramVersion().toUtf8().constData(), parent) : nullptr;
 }
 
 } // namespace
 
-PageView* NewPageView(PagePlugin plugin, QWidget* parent) {
+PageView* newPageView(PagePlugin plugin, QWidget* parent) {
     PageView* view = fromPlugin(plugin, parent);
     if (!view)
         view = new TextPageView(parent);

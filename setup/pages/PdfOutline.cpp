@@ -77,7 +77,7 @@ QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList
         qsizetype parent = i - 1;
         while (parent >= 0 && entries[parent].depth >= entry.depth)
             --parent;
-        QByteArray text = "<<\n/Title " + PdfText(entry.title) + "\n/Parent " +
+        QByteArray text = "<<\n/Title " + pdfText(entry.title) + "\n/Parent " +
                           reference(parent < 0 ? first : number(parent));
         if (const qsizetype before = neighbour(i, -1); before >= 0)
             text += "/Prev " + reference(number(before));
@@ -93,7 +93,7 @@ QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList
 } // namespace
 
 /// Appends the outline, and the catalog that names it, the way the format provides for updates.
-QByteArray WithOutline(QByteArray pdf, const QList<OutlineEntry>& entries) {
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries) {
     const Trailer end = trailerOf(pdf);
     const QList<QByteArray> sheets = sheetsOf(pdf);
     const qsizetype start = pdf.indexOf('\n' + end.root + " 0 obj\n<<");

@@ -14,4 +14,4 @@ struct OutlineEntry {
 
 /// A PDF of Qt's writer with an outline, which that writer has no way to make. Empty if the PDF is not built
 /// as expected.
-QByteArray WithOutline(QByteArray pdf, const QList<OutlineEntry>& entries);
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries);

@@ -78,7 +78,7 @@ void drawBySoftware() {
 
 } // namespace
 
-extern "C" Q_DECL_EXPORT PageView* CreatePageView(const char* version, QWidget* parent) {
+extern "C" Q_DECL_EXPORT PageView* createPageView(const char* version, QWidget* parent) {
     if (std::strcmp(version, BRENNOVAL_VERSION) != 0)
         return nullptr;
     drawBySoftware();

@@ -9,7 +9,7 @@ using namespace WebPages;
 frmBrowser::frmBrowser() : PageScreen("frmBrowser") {
     setupUi(this);
     prepare();
-    brwWebBrowser = NewPageView(PagePlugin::Web, pageFrame);
+    brwWebBrowser = newPageView(PagePlugin::Web, pageFrame);
     brwWebBrowser->setObjectName("brwWebBrowser");
     brwWebBrowser->started = [this] {
         busy = true;
@@ -23,7 +23,7 @@ frmBrowser::frmBrowser() : PageScreen("frmBrowser") {
     on(Back, ".Back", [this] { brwWebBrowser->back(); });
     on(Forward, ".Forward", [this] { brwWebBrowser->forward(); });
     on(Refresh, ".Refresh", [this] { brwWebBrowser->reload(); });
-    on(Home, ".Home", [this] { goTo(HomePage()); });
+    on(Home, ".Home", [this] { goTo(homePage()); });
     on(Search, ".Search", [this] { goTo(QStringLiteral(BRENNOVAL_SEARCH_PAGE)); });
     on(Stop, ".Stop", [this] {
         brwWebBrowser->stop();

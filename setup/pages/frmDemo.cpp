@@ -8,7 +8,7 @@
 frmDemo::frmDemo() : PageScreen("frmDemo") {
     setupUi(this);
     prepare();
-    brwWebBrowser = NewPageView(PagePlugin::Web, pageFrame);
+    brwWebBrowser = newPageView(PagePlugin::Web, pageFrame);
     brwWebBrowser->setObjectName("brwWebBrowser");
 }
 

@@ -15,7 +15,7 @@
 frmHelp::frmHelp() : PageScreen("frmHelp") {
     setupUi(this);
     prepare();
-    view = NewPageView(PagePlugin::Help, pageFrame);
+    view = newPageView(PagePlugin::Help, pageFrame);
     view->setObjectName("helpView");
     view->finished = [this](const QUrl& address, const QString& title) {
         topicShown = topicShown || address.scheme() == u"qthelp";
@@ -39,7 +39,7 @@ void frmHelp::Start() {
     raise(); // early, so that an error window ends up in front
     activateWindow();
     procedure(".Load", [this] {
-        if (const QString file = Program::ProgramFolder() + "/Help/brennovalhelp.qch";
+        if (const QString file = Program::programFolder() + "/Help/brennovalhelp.qch";
             !QFileInfo::exists(file))
             throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
         if (!view->knowsTopics()) // the plain control

@@ -77,7 +77,7 @@ void allowHarmless(bool openingToo) {
 
 } // namespace
 
-void Confine() {
+void confine() {
 #ifndef _WIN32
     constexpr rlim_t seconds = 120;
     limit(RLIMIT_CPU, seconds);
@@ -92,7 +92,7 @@ void Confine() {
 #endif
 }
 
-void ConfineToOpenFiles() {
+void confineToOpenFiles() {
 #ifdef FILTERS_CALLS
     allowHarmless(false);
 #endif

@@ -4,7 +4,7 @@
 /// memory, more than two minutes of processor time, the network, other programs, and every way of writing
 /// except to pipes already open. Limits that the system does not support are skipped; under the sanitizers,
 /// which need more of everything, only processor time is limited.
-void Confine();
+void confine();
 
 /// After this no other file can be opened, not even for reading.
-void ConfineToOpenFiles();
+void confineToOpenFiles();

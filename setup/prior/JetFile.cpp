@@ -105,7 +105,7 @@ Bytes File::pieceOfText(std::uint32_t place) {
 
 std::string File::text(Bytes stored) const {
     if (!isVersion3())
-        return TextOf(stored);
+        return textOf(stored);
     std::string text(stored.size() * 3 + 16, '\0'); // at most three bytes per character
     const int length = mdb_unicode2ascii(library.get(), reinterpret_cast<const char*>(stored.data()),
                                          stored.size(), text.data(), text.size());

@@ -60,7 +60,7 @@ double checkedNumber(float number) {
 
 } // namespace
 
-std::string Folded(std::string name) {
+std::string caseFolded(std::string name) {
     std::ranges::transform(name, name.begin(), g_ascii_tolower);
     return name;
 }
@@ -141,8 +141,9 @@ void Table::requireLayout() {
 }
 
 const Table::Column* Table::find(const std::string& name) const {
-    const auto found = std::ranges::find_if(
-        columns, [wanted = Folded(name)](const Column& column) { return Folded(column.name) == wanted; });
+    const auto found = std::ranges::find_if(columns, [wanted = caseFolded(name)](const Column& column) {
+        return caseFolded(column.name) == wanted;
+    });
     return found == columns.end() ? nullptr : &*found;
 }
 
@@ -313,7 +314,7 @@ std::string Table::memoOf(Bytes stored) {
     return file.text(bytes);
 }
 
-std::map<std::string, std::uint32_t> TablesOf(File& file) {
+std::map<std::string, std::uint32_t> tablesOf(File& file) {
     constexpr std::uint32_t catalogue = 2; // the page of its definition
     constexpr std::uint32_t pages = 0xffffff;
     constexpr int flags = ~0x7f;
@@ -336,7 +337,7 @@ std::map<std::string, std::uint32_t> TablesOf(File& file) {
             continue;
         const auto begin =
             static_cast<std::uint32_t>(static_cast<std::int32_t>(std::get<double>(page))) & pages;
-        if (!tables.emplace(Folded(std::get<std::string>(text)), begin).second)
+        if (!tables.emplace(caseFolded(std::get<std::string>(text)), begin).second)
             throw Damaged("two tables of one name");
     }
     return tables;

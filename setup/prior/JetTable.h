@@ -68,9 +68,9 @@ class Table {
 };
 
 /// The tables of the file: name, as returned by Folded, and the page where its definition starts.
-std::map<std::string, std::uint32_t> TablesOf(File& file);
+std::map<std::string, std::uint32_t> tablesOf(File& file);
 
 /// A name with its case folded.
-std::string Folded(std::string name);
+std::string caseFolded(std::string name);
 
 } // namespace Jet

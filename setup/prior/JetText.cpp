@@ -66,7 +66,7 @@ std::u16string decompressed(Bytes bytes) {
 
 } // namespace
 
-std::string TextOf(Bytes stored) {
+std::string textOf(Bytes stored) {
     const bool compressed = stored.size() >= compressionMark.size() &&
                             std::ranges::equal(stored.first(compressionMark.size()), compressionMark);
     std::u16string text;

@@ -19,6 +19,6 @@ using Bytes = std::span<const unsigned char>;
 /// with FF FE and has one byte for each Latin-1 character; a NUL then switches between the two modes. Throws
 /// Damaged for what no writer produces: a NUL among the characters, half a character, a switch with nothing
 /// after it, and FF FE within the text, which shows that two values have run together.
-std::string TextOf(Bytes stored);
+std::string textOf(Bytes stored);
 
 } // namespace Jet

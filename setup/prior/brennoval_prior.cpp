@@ -97,10 +97,10 @@ void writeTable(Output& output, Jet::Table& table, const PriorTables::Table& wan
 
 void writeFile(Output& output, const char* path) {
     Jet::File file(path);
-    ConfineToOpenFiles();
-    const std::map<std::string, std::uint32_t> tables = Jet::TablesOf(file);
+    confineToOpenFiles();
+    const std::map<std::string, std::uint32_t> tables = Jet::tablesOf(file);
     for (const PriorTables::Table& wanted : PriorTables::all) {
-        const auto found = tables.find(Jet::Folded(wanted.name));
+        const auto found = tables.find(Jet::caseFolded(wanted.name));
         if (found == tables.end())
             throw DatabaseFault(DatabaseFault::NoSuchTable,
                                 std::string("The database has no table ") + wanted.name + ".");
@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "Usage: brennoval-prior FILE\n");
         return 2;
     }
-    Confine();
+    confine();
     g_unsetenv("MDBICONV"); // texts come as UTF-8, whatever the user has set for tools of their own
     Output output;
     try {

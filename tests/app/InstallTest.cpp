@@ -42,7 +42,7 @@ void write(const QString& path, const QByteArray& bytes) {
 TEST(Install, GivesANewUserKeyFolderAndFiles) {
     const TemporaryHome home;
     const QString folder = home.dataFolder();
-    InstallForUser(shippedFolder(), folder);
+    installForUser(shippedFolder(), folder);
     EXPECT_EQ(storedFolder(), folder);
     EXPECT_EQ(contents(folder + u'/' + userFile), contents(shippedFolder() + u'/' + userFile));
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
@@ -51,10 +51,10 @@ TEST(Install, GivesANewUserKeyFolderAndFiles) {
 TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnotherCatalogue) {
     const TemporaryHome home;
     const QString folder = home.dataFolder();
-    InstallForUser(shippedFolder(), folder);
+    installForUser(shippedFolder(), folder);
     write(folder + u'/' + userFile, "the user's own");
     write(folder + u'/' + catalogueFile, "not a catalogue");
-    InstallForUser(shippedFolder(), folder);
+    installForUser(shippedFolder(), folder);
     EXPECT_EQ(contents(folder + u'/' + userFile), "the user's own");
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
     {
@@ -64,53 +64,53 @@ TEST(Install, NeverTouchesAUserFileAndReplacesOnlyAnotherCatalogue) {
         Recordset().Open("DELETE * FROM tblPostalCodes", newer);
     }
     const QByteArray changed = contents(folder + u'/' + catalogueFile);
-    InstallForUser(shippedFolder(), folder); // same version
+    installForUser(shippedFolder(), folder); // same version
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), changed);
-    EXPECT_EQ(RestoreCatalogue(shippedFolder(), "/nowhere"), folder + u'/' + catalogueFile);
+    EXPECT_EQ(restoreCatalogue(shippedFolder(), "/nowhere"), folder + u'/' + catalogueFile);
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), contents(shippedFolder() + u'/' + catalogueFile));
     EXPECT_EQ(contents(folder + u'/' + userFile), "the user's own");
     QFile::remove(folder + u'/' + userFile);
-    EXPECT_THROW(RestoreCatalogue(shippedFolder(), "/nowhere"), Fault) << "not a folder of ours";
+    EXPECT_THROW(restoreCatalogue(shippedFolder(), "/nowhere"), Fault) << "not a folder of ours";
 }
 
 TEST(Install, NeverRewritesAStoredFolder) {
     const TemporaryHome home;
     const QString real = home.dataFolder() + "/real";
-    InstallForUser(shippedFolder(), real);
+    installForUser(shippedFolder(), real);
     QFile::rename(real + u'/' + userFile, real + "/brennovaluserdata.MDB");
     QFile::link(home.dataFolder() + "/nowhere", home.dataFolder() + "/dangling");
     // Unchanged, with the other system's separators, temporarily missing, and a dangling link.
     for (const QString& stored : {real, QString(real).replace('/', '\\') + '\\', home.dataFolder() + "/away",
                                   home.dataFolder() + "/dangling"}) {
         SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), stored, RegistryType::Text);
-        InstallForUser(shippedFolder(), home.dataFolder() + "/default");
+        installForUser(shippedFolder(), home.dataFolder() + "/default");
         EXPECT_EQ(storedFolder(), stored);
         EXPECT_FALSE(QFile::exists(home.dataFolder() + "/default"));
         EXPECT_FALSE(QFile::exists(home.dataFolder() + "/away"));
     }
     EXPECT_EQ(QDir(real).entryList(QDir::Files).size(), 2) << "no second user file beside the renamed one";
-    RemoveRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue());
-    CreateRegistryKey(HKeyLocalMachine(), AppRegistryKey());
+    removeRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue());
+    createRegistryKey(HKeyLocalMachine(), AppRegistryKey());
     SetValueEx({HKeyLocalMachine(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, real);
-    InstallForUser(shippedFolder(), home.dataFolder() + "/default");
+    installForUser(shippedFolder(), home.dataFolder() + "/default");
     EXPECT_EQ(storedFolder(), QString()) << "the machine's folder serves";
 }
 
 TEST(Install, SaysWhatItCannotCopy) {
     const TemporaryHome home;
-    EXPECT_THROW(InstallForUser(home.dataFolder() + "/none", home.dataFolder()), Fault);
+    EXPECT_THROW(installForUser(home.dataFolder() + "/none", home.dataFolder()), Fault);
     EXPECT_TRUE(QDir(home.dataFolder()).entryList(QDir::Files).isEmpty()) << "nothing is left half done";
 }
 
 TEST(Install, KeepsTheOldCatalogueWhenTheDiskIsFull) {
     const TemporaryHome home;
     const QString folder = home.dataFolder();
-    InstallForUser(shippedFolder(), folder);
+    installForUser(shippedFolder(), folder);
     write(folder + u'/' + catalogueFile, "an older catalogue");
     {
         const FullDisk full(100000);
-        EXPECT_THROW(InstallForUser(shippedFolder(), folder), Fault);
-        EXPECT_THROW(RestoreCatalogue(shippedFolder(), folder), Fault);
+        EXPECT_THROW(installForUser(shippedFolder(), folder), Fault);
+        EXPECT_THROW(restoreCatalogue(shippedFolder(), folder), Fault);
     }
     EXPECT_EQ(contents(folder + u'/' + catalogueFile), "an older catalogue");
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2) << "no part is left";
@@ -185,7 +185,7 @@ TEST(Install, SessionIsNobodyElsesToRead) {
 TEST(Install, SaysThatTheDiskIsFullForTheSession) {
     const TemporaryHome home;
     const FullDisk full(8);
-    EXPECT_THROW(InstallForUser(shippedFolder(), home.dataFolder()), Fault);
+    EXPECT_THROW(installForUser(shippedFolder(), home.dataFolder()), Fault);
     EXPECT_FALSE(QFile::exists(home.dataFolder()));
 }
 

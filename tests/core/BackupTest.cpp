@@ -17,8 +17,8 @@ class BackupTest : public testing::Test {
   protected:
     BackupTest() {
         home.installData();
-        Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('A'), ('B')");
-        Execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('A.1', 1, 'A')");
+        execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('A'), ('B')");
+        execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('A.1', 1, 'A')");
     }
     QString file() const { return home.dataFolder() + "/BrennovalUserData.mdb"; }
     QString folder() const { return home.dataFolder() + "/backups"; }
@@ -43,12 +43,12 @@ TEST_F(BackupTest, IsWholeAndHasTheModeOfTheFile) {
     copy.setProperty("Data Source", path);
     copy.setReadOnly();
     copy.Open();
-    EXPECT_EQ(Backup::CountsOf(copy), (Backup::Counts{.jobs = 2, .tanks = 1}));
+    EXPECT_EQ(Backup::countsOf(copy), (Backup::Counts{.jobs = 2, .tanks = 1}));
     EXPECT_THROW(Recordset().Open("DELETE * FROM tblJobData", copy), DatabaseFault)
         << "opened for reading alone";
     // Even within the same second each gets its own name.
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
-    const auto copies = Backup::CopiesOf(file());
+    const auto copies = Backup::copiesOf(file());
     ASSERT_EQ(copies.size(), 2);
     EXPECT_EQ(copies[0].reason, Backup::Reason::ByHand);
     EXPECT_EQ(copies[0].made.date(), QDate::currentDate());
@@ -56,26 +56,26 @@ TEST_F(BackupTest, IsWholeAndHasTheModeOfTheFile) {
 }
 
 TEST_F(BackupTest, OfTheDayIsMadeOnce) {
-    Backup::MakeDaily(file());
-    Backup::MakeDaily(file());
-    EXPECT_EQ(Backup::CopiesOf(file()).size(), 1);
+    Backup::makeDaily(file());
+    Backup::makeDaily(file());
+    EXPECT_EQ(Backup::copiesOf(file()).size(), 1);
     // Other files and other people's copies are neither listed nor removed.
     for (const char* name : {"BrennovalUserData 2020-01-01 10.00.00 mine.mdb", "notes.txt",
                              "BrennovalUserData 2020-13-01 10.00.00 daily.mdb"})
         QFile::copy(file(), folder() + '/' + name);
     QFile::copy(file(), folder() + "/BrennovalUserData 2020-01-01 10.00.00 daily.mdb");
-    EXPECT_EQ(Backup::CopiesOf(file()).size(), 2);
+    EXPECT_EQ(Backup::copiesOf(file()).size(), 2);
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
-    EXPECT_EQ(Backup::CopiesOf(file()).size(), 2);
+    EXPECT_EQ(Backup::copiesOf(file()).size(), 2);
     EXPECT_EQ(files().size(), 5);
 }
 
 TEST_F(BackupTest, ThatFailsLeavesNothingAndIsReported) {
     QString told;
-    Backup::OnFailure([&told](const QString& why) { told = why; });
+    Backup::onFailure([&told](const QString& why) { told = why; });
     QFile inTheWay(folder());
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
-    EXPECT_FALSE(Backup::MakeIfPossible(openDatabase("User"), Backup::Reason::Deletion));
+    EXPECT_FALSE(Backup::makeIfPossible(openDatabase("User"), Backup::Reason::Deletion));
     EXPECT_TRUE(told.contains("backups")) << told.toStdString();
     inTheWay.remove();
     // A file with damaged pages is not copied as if it were sound.
@@ -89,7 +89,7 @@ TEST_F(BackupTest, ThatFailsLeavesNothingAndIsReported) {
     }
     EXPECT_THROW(Backup::Make(openDatabase("User"), Backup::Reason::ByHand), DatabaseFault);
     EXPECT_TRUE(files().isEmpty()) << files().join(", ").toStdString();
-    Backup::OnFailure([](const QString&) {});
+    Backup::onFailure([](const QString&) {});
 }
 
 TEST(Backups, AreThinnedToDaysWeeksAndMonths) {
@@ -130,7 +130,7 @@ TEST_F(BackupTest, OfOlderDataIsMadeOnceByManyCopiesOfTheProgram) {
         user.engine().runScript(QString::fromUtf8(script.readAll()), 0);
         for (int i = 0; i < 3000; ++i)
             Recordset().Open(QString("INSERT INTO tblEngineer VALUES ('Engineer %1 ')").arg(i), user);
-        write.Commit();
+        write.commit();
     }
     const QString original = home.path() + "/original";
     ASSERT_TRUE(QFile::copy(file(), original));
@@ -148,7 +148,7 @@ TEST_F(BackupTest, OfOlderDataIsMadeOnceByManyCopiesOfTheProgram) {
             ASSERT_TRUE(program->waitForFinished(60000));
             EXPECT_EQ(program->exitCode(), 0) << program->readAllStandardError().toStdString();
         }
-        const auto copies = Backup::CopiesOf(file());
+        const auto copies = Backup::copiesOf(file());
         ASSERT_EQ(copies.size(), 1);
         Connection copy;
         copy.setProperty("Data Source", copies.first().path);

@@ -23,7 +23,7 @@ class DatabaseTest : public testing::Test {
     QString value(Connection& connection, const QString& sql) {
         Recordset rows;
         rows.Open(sql, connection);
-        return rows.AtEnd() ? QStringLiteral("(no row)") : rows[QStringLiteral("V")].text();
+        return rows.atEnd() ? QStringLiteral("(no row)") : rows[QStringLiteral("V")].text();
     }
 
     void addJob(const QString& id) {
@@ -106,14 +106,14 @@ TEST_F(DatabaseTest, RefusesBrokenStatements) {
 }
 
 TEST_F(DatabaseTest, MovesTheGroupedConditionInFront) {
-    const JetStatement moved = RewriteJetSql(
+    const JetStatement moved = rewriteJetSql(
         QStringLiteral(
             "SELECT MAX(TankNo) AS M FROM tblJobData GROUP BY JobID HAVING JobID = 'a'' GROUP BY x'"),
-        SqliteDialect());
+        sqliteDialect());
     EXPECT_EQ(moved.sql.simplified().toStdString(),
               "SELECT MAX(TankNo) AS M FROM tblJobData WHERE JobID='a'' GROUP BY x' GROUP BY JobID");
     const QString other = QStringLiteral("SELECT Min(a) FROM t GROUP BY b HAVING Min(a) > 3");
-    EXPECT_EQ(RewriteJetSql(other, SqliteDialect()).sql, other);
+    EXPECT_EQ(rewriteJetSql(other, sqliteDialect()).sql, other);
 }
 
 TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
@@ -121,7 +121,7 @@ TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
     Recordset job;
     job.Open(QStringLiteral("SELECT * FROM tblJobHeader WHERE JobID = 'ST. JOHN''S'"), user,
              CursorType::Keyset);
-    ASSERT_FALSE(job.AtEnd());
+    ASSERT_FALSE(job.atEnd());
     EXPECT_EQ(job.RecordCount(), 1);
     EXPECT_TRUE(job[QStringLiteral("Engineer")].isNull());
     EXPECT_EQ(job[QStringLiteral("DateCreated")].dateTime(), QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)));
@@ -131,7 +131,7 @@ TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
     EXPECT_EQ(value(user, QStringLiteral("SELECT Engineer AS V FROM tblJobHeader")),
               QStringLiteral("Łukasz 水"));
     job.Delete();
-    EXPECT_TRUE(job.AtEnd());
+    EXPECT_TRUE(job.atEnd());
     EXPECT_EQ(value(user, QStringLiteral("SELECT COUNT(*) AS V FROM tblJobHeader")), QStringLiteral("0"));
 }
 
@@ -141,14 +141,14 @@ TEST_F(DatabaseTest, ContinuesAfterARowThatItChangedOrDeleted) {
     Recordset jobs;
     QString seen;
     for (jobs.Open(QStringLiteral("SELECT * FROM tblJobHeader ORDER BY JobID"), user, CursorType::Keyset);
-         !jobs.AtEnd(); jobs.MoveNext()) {
+         !jobs.atEnd(); jobs.moveNext()) {
         const QString id = jobs[QStringLiteral("JobID")].text();
         seen += id;
         if (id == QStringLiteral("B") || id == QStringLiteral("D"))
             jobs.Delete();
         else
             jobs[QStringLiteral("JobInfo")] = id;
-        if (!jobs.AtEnd()) {
+        if (!jobs.atEnd()) {
             jobs.Update();
             EXPECT_EQ(jobs[QStringLiteral("JobID")].text(), id);
         }
@@ -214,5 +214,5 @@ TEST_F(DatabaseTest, NamesTheFailureOfAnOpen) {
     text.close();
     closed.setProperty(QStringLiteral("Data Source"), text.fileName());
     EXPECT_EQ(faultOf([&] { closed.Open(); }), DatabaseFault::Unspecified);
-    EXPECT_FALSE(closed.IsOpen());
+    EXPECT_FALSE(closed.isOpen());
 }

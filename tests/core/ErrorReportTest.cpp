@@ -58,15 +58,15 @@ TEST_F(ErrorReport, MasksThePasswordInTheSourceOnly) {
 
 TEST_F(ErrorReport, ShowsEveryKindOfFailure) {
     bool ended = false;
-    Trap("outer", [&] {
-        Named("inner", [] { throw Fault(Fault::Overflow, "Overflow"); });
+    runTrapped("outer", [&] {
+        underName("inner", [] { throw Fault(Fault::Overflow, "Overflow"); });
         ended = true;
     });
     EXPECT_FALSE(ended) << "a failed procedure ends its handler";
     EXPECT_EQ(shownReport()[7], QStringLiteral("Code Source: inner"));
-    Trap("bad", [] { throw std::out_of_range("place"); });
+    runTrapped("bad", [] { throw std::out_of_range("place"); });
     EXPECT_EQ(shownReport()[4], QStringLiteral("Desc: place"));
-    Trap(
+    runTrapped(
         "splash", [] { throw Fault(1, "x"); }, "Splash");
     EXPECT_EQ(Screens::find("frmError")->Tag, QStringLiteral("Splash"));
 }

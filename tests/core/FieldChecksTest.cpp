@@ -57,7 +57,7 @@ TEST_F(FieldChecks, Numeric) {
         dialogs.last = {};
         field.setText(c.text);
         EXPECT_EQ(ValidateNumeric(&field, true), c.passes) << c.text;
-        EXPECT_EQ(IsMarked(&field), !c.passes) << c.text;
+        EXPECT_EQ(isMarked(&field), !c.passes) << c.text;
         EXPECT_EQ(shown().toStdString(), c.message);
         EXPECT_EQ(field.text(), c.text);
     }
@@ -72,7 +72,7 @@ TEST_F(FieldChecks, NumericEmptyAndSilent) {
     field.setText("abc");
     EXPECT_FALSE(ValidateNumeric(&field, false));
     EXPECT_EQ(field.text(), "0");
-    EXPECT_TRUE(IsMarked(&field));
+    EXPECT_TRUE(isMarked(&field));
     EXPECT_EQ(shown(), "");
 }
 
@@ -87,24 +87,24 @@ TEST_F(FieldChecks, MinMaxAndRange) {
     field.setText("5");
     other.setText("5");
     EXPECT_FALSE(ValidateValueRange(&field, &other));
-    EXPECT_TRUE(IsMarked(&field) && IsMarked(&other));
+    EXPECT_TRUE(isMarked(&field) && isMarked(&other));
     EXPECT_EQ(shown(), "Error: The maximum value must be greater than the minimum value!");
     other.setText("5.1");
     EXPECT_TRUE(ValidateValueRange(&field, &other));
-    EXPECT_FALSE(IsMarked(&field) || IsMarked(&other));
+    EXPECT_FALSE(isMarked(&field) || isMarked(&other));
 }
 
 TEST_F(FieldChecks, EnteredAndSelected) {
     EXPECT_FALSE(ValidateValueEntered(&field, false));
-    EXPECT_FALSE(IsMarked(&field));
+    EXPECT_FALSE(isMarked(&field));
     EXPECT_FALSE(ValidateValueEntered(&field, true));
-    EXPECT_TRUE(IsMarked(&field));
+    EXPECT_TRUE(isMarked(&field));
     QComboBox box;
     EXPECT_FALSE(ValidateItemSelected(&box, false));
-    EXPECT_TRUE(IsMarked(&box));
+    EXPECT_TRUE(isMarked(&box));
     box.addItem("Water");
     EXPECT_TRUE(ValidateItemSelected(&box, true));
-    EXPECT_FALSE(IsMarked(&box));
+    EXPECT_FALSE(isMarked(&box));
 }
 
 TEST(SharedServices, FractionsOfInches) {
@@ -119,8 +119,8 @@ TEST(SharedServices, FractionsOfInches) {
 TEST(SharedServices, BoresOfPipes) {
     const TemporaryHome home;
     home.installData();
-    EXPECT_EQ(PipeBore("2 in Sch 40"), 2.067);
-    EXPECT_EQ(PipeBore("2' in Sch 40"), 0);
+    EXPECT_EQ(pipeBore("2 in Sch 40"), 2.067);
+    EXPECT_EQ(pipeBore("2' in Sch 40"), 0);
 }
 
 TEST(SharedServices, NextNumberAndCancelledJobs) {

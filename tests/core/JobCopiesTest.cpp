@@ -40,8 +40,8 @@ class JobCopiesTest : public testing::Test {
             row["JobID"].setStored("Full's");
             row.Update();
         }
-        Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Empty')");
-        Execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.1', 'Empty')");
+        execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Empty')");
+        execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.1', 'Empty')");
         before = contents();
     }
 
@@ -50,13 +50,13 @@ class JobCopiesTest : public testing::Test {
         QList<QList<QVariantList>> all;
         for (const char* table : {"tblJobHeader", "tblJobData"})
             for (const char* job : {"Full's", "Empty"})
-                all.append(ReadStoredRows(user, table, "JobID", job).rows);
+                all.append(readStoredRows(user, table, "JobID", job).rows);
         return all;
     }
 
     static void removeJobs() {
-        Execute("User", "DELETE FROM tblJobHeader");
-        Execute("User", "DELETE FROM tblJobData");
+        execute("User", "DELETE FROM tblJobHeader");
+        execute("User", "DELETE FROM tblJobData");
     }
 
     /// A job's file, as exported.
@@ -87,20 +87,20 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     EXPECT_EQ(contents(), before) << "restored";
     JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"});
     EXPECT_EQ(contents(), before) << "over itself";
-    DeleteJob("Full's");
-    DeleteTankLines({"Empty.1"});
-    EXPECT_EQ(UndoDeletion(), "");
-    EXPECT_EQ(UndoDeletion(), "");
+    deleteJob("Full's");
+    deleteTankLines({"Empty.1"});
+    EXPECT_EQ(undoDeletion(), "");
+    EXPECT_EQ(undoDeletion(), "");
     EXPECT_EQ(contents(), before) << "undone";
     removeJobs();
-    JobCopies::RestoreAll(Source(backup, Origin::Own), openDatabase("User"));
+    JobCopies::restoreAll(Source(backup, Origin::Own), openDatabase("User"));
     EXPECT_EQ(contents(), before) << "the whole file";
 }
 
 // Changing any single column makes it a different job.
 TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsDetected) {
     const Source copy(Backup::Make(openDatabase("User"), Backup::Reason::ByHand), Origin::Own);
-    EXPECT_TRUE(JobCopies::ChangedJobs(copy, openDatabase("User")).empty());
+    EXPECT_TRUE(JobCopies::changedJobs(copy, openDatabase("User")).empty());
     for (const char* table : {"tblJobHeader", "tblJobData"})
         for (const QString& column :
              Rows("User", table, CursorType::ForwardOnly, CommandType::Table)->columnNames()) {
@@ -110,13 +110,13 @@ TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsDetected) {
             user.engine().begin();
             Recordset().Open("UPDATE " + QString(table) + " SET [" + column + "] = 5 WHERE JobID = 'Full''s'",
                              user);
-            const auto jobs = JobCopies::ChangedJobs(copy, user);
+            const auto jobs = JobCopies::changedJobs(copy, user);
             ASSERT_EQ(jobs.size(), 1U) << column.toStdString();
             EXPECT_EQ(jobs[0].today, JobCopies::Today::Differs);
             user.engine().rollback();
         }
-    DeleteJob("Empty");
-    ASSERT_EQ(JobCopies::ChangedJobs(copy, openDatabase("User")).size(), 1U);
+    deleteJob("Empty");
+    ASSERT_EQ(JobCopies::changedJobs(copy, openDatabase("User")).size(), 1U);
 }
 
 TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
@@ -134,18 +134,18 @@ TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
     JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"});
-    EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobHeader", "JobID", "Old"));
+    EXPECT_TRUE(hasRow(openDatabase("User"), "tblJobHeader", "JobID", "Old"));
     file.seek(0);
     EXPECT_EQ(file.readAll(), bytes);
 }
 
 TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
-    Execute("User", "UPDATE tblJobData SET TankID = 'Full''s.1', DateCreated = NULL WHERE JobID = 'Full''s'");
-    Execute("User", "UPDATE tblJobHeader SET DateCreated = NULL");
+    execute("User", "UPDATE tblJobData SET TankID = 'Full''s.1', DateCreated = NULL WHERE JobID = 'Full''s'");
+    execute("User", "UPDATE tblJobHeader SET DateCreated = NULL");
     const QString sound = exported();
     removeJobs();
-    Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Mine')");
-    Execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Mine.1', 'Mine')");
+    execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('Mine')");
+    execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Mine.1', 'Mine')");
     const std::pair<const char*, const char*> hostile[] = {
         {"PRAGMA user_version = 99", "newer version"},
         {"CREATE TRIGGER t AFTER INSERT ON tblJobData BEGIN DELETE FROM tblJobHeader; END", "none of"},
@@ -181,7 +181,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     EXPECT_THROW(Schema::upgrade(user), DatabaseFault) << "nor at the start";
     // The sound file still works.
     JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"});
-    EXPECT_TRUE(HasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
+    EXPECT_TRUE(hasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
 }
 
 TEST_F(JobCopiesTest, AnExportLeavesNoHalfFileAndNothingButPlainFiles) {

@@ -8,21 +8,21 @@
 #include <cmath>
 #include <random>
 
-TEST(ParseNumber, ReadsWhatUsersType) {
+TEST(parseNumber, ReadsWhatUsersType) {
     const std::pair<const char*, double> cases[] = {
         {"12", 12},          {" 12 ", 12},           {"+5", 5},     {"-5", -5},       {".5", .5},  {"5.", 5},
         {"1,234.5", 1234.5}, {"1,234,567", 1234567}, {"1e3", 1000}, {"1.5E-2", .015}, {"- 5", -5}, {"0", 0},
         {"\t7\n", 7},        {"1e-400", 0},          {"007", 7},
     };
     for (const auto& [text, value] : cases)
-        EXPECT_EQ(ParseNumber(text), value) << text;
+        EXPECT_EQ(parseNumber(text), value) << text;
 }
 
-TEST(ParseNumber, RefusesAllElse) {
+TEST(parseNumber, RefusesAllElse) {
     for (const char* text : {"",    " ",   "abc",   "1,5", "1,23,456", ",123",  "1234,567", "1,234,",
                              ".",   "-",   "e5",    "1e",  "1e+",      "1.2.3", "12 gal",   "0x10",
                              "inf", "nan", "1e400", "--1", "1 2",      "٣",     "1,2345"})
-        EXPECT_FALSE(ParseNumber(text)) << text;
+        EXPECT_FALSE(parseNumber(text)) << text;
 }
 
 TEST(NumberText, IsShortestAndHasNoZeroBeforeThePoint) {
@@ -49,7 +49,7 @@ TEST(NumberText, ReadsBackToTheSameDouble) {
     std::uniform_real_distribution<double> exponent(-300, 300);
     for (int i = 0; i < 5000; ++i) {
         const double value = std::pow(10.0, exponent(random)) * (i % 2 ? -1 : 1);
-        ASSERT_EQ(ParseNumber(NumberText(value)), value) << NumberText(value);
+        ASSERT_EQ(parseNumber(NumberText(value)), value) << NumberText(value);
     }
 }
 
@@ -78,7 +78,7 @@ TEST(Faults, ReportWhatArithmeticCannotDo) {
     EXPECT_EQ(numberOf([] { Divide(1e300, 1e-300); }), 6);
     EXPECT_EQ(numberOf([] { ToInt16(32768); }), 6);
     EXPECT_EQ(numberOf([] { ToInt16(std::nan("")); }), 6);
-    EXPECT_EQ(numberOf([] { ToDouble("x"); }), 13);
+    EXPECT_EQ(numberOf([] { toDouble("x"); }), 13);
     EXPECT_EQ(ToInt16(32767.4), 32767);
     EXPECT_EQ(ToInt16(-2.5), -2);
     EXPECT_EQ(Divide(1, 4), .25);
@@ -124,8 +124,8 @@ TEST(Letters, CompareWithoutCaseAndInTheOrderOfTheirCodes) {
                  {"\xFFz", "z", 1}, {"𐐀", "𐐨", 0}};
     for (const auto& pair : pairs) {
         const auto sign = [](int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; };
-        EXPECT_EQ(sign(CompareLetters(pair.one, pair.other)), pair.order) << pair.one << " " << pair.other;
-        EXPECT_EQ(sign(CompareLetters(pair.other, pair.one)), -pair.order) << pair.one << " " << pair.other;
+        EXPECT_EQ(sign(compareLetters(pair.one, pair.other)), pair.order) << pair.one << " " << pair.other;
+        EXPECT_EQ(sign(compareLetters(pair.other, pair.one)), -pair.order) << pair.one << " " << pair.other;
     }
 }
 
@@ -151,6 +151,6 @@ TEST(Letters, MatchAPattern) {
                  {"a_b", "a#_B", true},
                  {"axb", "a#_b", false}};
     for (const auto& row : cases)
-        EXPECT_EQ(HasForm(row.text, row.pattern, U'#'), row.fits) << row.text << " LIKE " << row.pattern;
-    EXPECT_TRUE(HasForm("a#b", "a#b")) << "without an escape";
+        EXPECT_EQ(hasForm(row.text, row.pattern, U'#'), row.fits) << row.text << " LIKE " << row.pattern;
+    EXPECT_TRUE(hasForm("a#b", "a#b")) << "without an escape";
 }

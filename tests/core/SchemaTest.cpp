@@ -42,7 +42,7 @@ class SchemaTest : public testing::Test {
 
     static QString value(const QString& sql) {
         Rows rows("User", sql);
-        return rows.AtEnd() ? QStringLiteral("(no row)") : rows[QStringLiteral("V")].text();
+        return rows.atEnd() ? QStringLiteral("(no row)") : rows[QStringLiteral("V")].text();
     }
 
     static void expectJobs() {
@@ -89,7 +89,7 @@ TEST_F(SchemaTest, LettersOfAllScriptsCompareWithoutCase) {
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = 'ökohaus'"), "1");
     EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE Engineer LIKE '%müll%'"), "Ökohaus");
     EXPECT_EQ(value("SELECT TankID AS V FROM tblJobData WHERE TankID = 'ÖKOHAUS.1'"), "Ökohaus.1");
-    EXPECT_THROW(Execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('öKOHAUS')"), DatabaseFault);
+    EXPECT_THROW(execute("User", "INSERT INTO tblJobHeader (JobID) VALUES ('öKOHAUS')"), DatabaseFault);
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "3");
     EXPECT_EQ(value("SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM sqlite_master WHERE sql LIKE '%NOCASE%'"), "0");
@@ -107,7 +107,7 @@ TEST_F(SchemaTest, NamesThatWouldCollideAreReportedAndLeftAlone) {
         EXPECT_EQ(copies().size(), 1) << "no further copy at each start";
     }
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = 'öl'"), "1");
-    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'öl'");
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'öl'");
     Schema::upgrade(user);
     EXPECT_EQ(Schema::versionOf(user), Schema::currentVersion());
     EXPECT_TRUE(DataCheck::Check(user).equalNames.isEmpty());

@@ -21,7 +21,7 @@ TEST(SessionStore, LosesAWriteWithoutItsKey) {
 
 TEST(SessionStore, TellsAnEmptyTextFromAnAbsentOne) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     QString text;
     EXPECT_FALSE(Session::TankID.read(text));
     Session::TankID.write(QString());
@@ -30,7 +30,7 @@ TEST(SessionStore, TellsAnEmptyTextFromAnAbsentOne) {
 
 TEST(SessionStore, ComparesNamesWithoutRegardToCase) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     Session::JobID.write(QStringLiteral("2001-17"));
     QString text;
     EXPECT_TRUE(GetRegValue(HKeyCurrentUser(), AppRegistryKey(), QStringLiteral("JobId"), text));
@@ -41,7 +41,7 @@ TEST(SessionStore, ComparesNamesWithoutRegardToCase) {
 
 TEST(SessionStore, KeepsEveryKindOfText) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     for (const QString& text :
          {QStringLiteral("O'Brien \"and\" sons, 100%"), QStringLiteral("a,b"),
           QStringLiteral("@ByteArray(x)"), QStringLiteral(" blanks "), QStringLiteral("C:\\data\\"),
@@ -53,7 +53,7 @@ TEST(SessionStore, KeepsEveryKindOfText) {
 
 TEST(SessionStore, CannotReadATextThatFillsTheBuffer) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     Session::JobID.write(fill(1024));
     QString text = QStringLiteral("before");
     EXPECT_FALSE(Session::JobID.read(text));
@@ -62,14 +62,14 @@ TEST(SessionStore, CannotReadATextThatFillsTheBuffer) {
 
 TEST(SessionStore, CutsATextAtItsFirstNul) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     Session::JobID.write(QStringLiteral("ab") + QChar() + QStringLiteral("cd"));
     EXPECT_EQ(Session::JobID.text(), QStringLiteral("ab"));
 }
 
 TEST(SessionStore, KeepsNumbersToo) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+    createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
     for (const int number : {0, 1, 255, 65536, -1, 2147483647}) {
         SetRegValue(AppRegistryKey(), QStringLiteral("Number"), number, RegistryType::Number);
         QString text;
@@ -85,7 +85,7 @@ TEST(SessionStore, KeepsNumbersToo) {
 
 TEST(SessionStore, KeepsTheRootsApart) {
     const TemporaryHome home;
-    CreateRegistryKey(HKeyLocalMachine(), AppRegistryKey());
+    createRegistryKey(HKeyLocalMachine(), AppRegistryKey());
     SetValueEx({HKeyLocalMachine(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
                QStringLiteral("/shared"));
     QString text;

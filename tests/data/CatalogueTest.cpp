@@ -30,7 +30,7 @@ class CatalogueTest : public testing::Test {
     int forEach(const QString& sql, Body body) {
         Recordset rows;
         int count = 0;
-        for (rows.Open(sql, catalogue); !rows.AtEnd(); rows.MoveNext(), ++count)
+        for (rows.Open(sql, catalogue); !rows.atEnd(); rows.moveNext(), ++count)
             body(rows);
         return count;
     }
@@ -38,7 +38,7 @@ class CatalogueTest : public testing::Test {
     double number(const QString& sql) {
         Recordset rows;
         rows.Open(sql, catalogue);
-        return rows.AtEnd() ? -1 : rows[QStringLiteral("V")].number();
+        return rows.atEnd() ? -1 : rows[QStringLiteral("V")].number();
     }
 
     Connection catalogue;

@@ -92,21 +92,21 @@ class Exports : public testing::Test {
 
     static Pages submittal(const QString& tank, const QString& model) {
         Session::TankID.write(tank);
-        return Report(*FindReport(Submittals::SetReport(model))).Run().pages;
+        return Report(*findReport(Submittals::SetReport(model))).Run().pages;
     }
 
     static Pages list(const QString& sql) {
         Connection catalogue = Gateway::openDatabase("Sys");
         Recordset rows;
         rows.Open(sql, catalogue);
-        return RenderPages(listLayout(), rows);
+        return renderPages(listLayout(), rows);
     }
 
     static Document report(const char* name, const char* application = "") {
         Session::JobID.write("O'Hara & 水 <7>");
         Session::TankClass.write(application);
         Schedule::FillScheduleTable();
-        return Report(*FindReport(name)).Run();
+        return Report(*findReport(name)).Run();
     }
 
     QString write(const char* command, const Document& document, const char* name) {
@@ -283,7 +283,7 @@ TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
                  {"Glycol Make-up Package", "PKG", "rptPKGTankList", false}};
     for (const auto& list : lists) {
         Session::TankClass.write(list.application);
-        const Pages pages = Report(*FindReport(list.report)).Run().pages;
+        const Pages pages = Report(*findReport(list.report)).Run().pages;
         QStringList found;
         for (const Page& page : pages)
             for (qsizetype i = 0; i + 2 < page.texts.size(); ++i)
@@ -296,7 +296,7 @@ TEST_F(Exports, ListsHoldEveryModelOfTheirApplicationOnce) {
         model.Open(QString("SELECT * FROM tblModelMaster WHERE App = '%1'").arg(list.code) +
                        (list.sorted ? " ORDER BY Class, TankVolume" : ""),
                    catalogue);
-        for (; !model.AtEnd(); model.MoveNext())
+        for (; !model.atEnd(); model.moveNext())
             expected.append(model["ModelDscrptn"].text() + '|' + model["TankOD"].text() + " X " +
                             model["OAL"].text() + '|' + QString::number(model["TankVolume"].number()));
         EXPECT_EQ(found, expected) << list.application;
@@ -404,6 +404,6 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     EXPECT_EQ(drawdown[0].pictures.size(), 4) << "with both marks";
     // Without a tank in the session the report covers all lines, one page each.
     Session::TankID.write("nothing");
-    Registry::RemoveRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), "TankID");
-    EXPECT_EQ(Report(*FindReport("rptSubmittal1")).Run().pages.size(), 5);
+    Registry::removeRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), "TankID");
+    EXPECT_EQ(Report(*findReport("rptSubmittal1")).Run().pages.size(), 5);
 }

@@ -6,7 +6,7 @@
 
 #include <QTemporaryDir>
 
-TEST(FitPicture, KeepsProportionsAndCentres) {
+TEST(fitPicture, KeepsProportionsAndCentres) {
     const struct {
         double x;
         double y;
@@ -20,14 +20,14 @@ TEST(FitPicture, KeepsProportionsAndCentres) {
         {100, 110, {0, 0, 100, 400}, {0, 145, 100, 110}},
     };
     for (const auto& c : cases) {
-        const PictureFrame fitted = FitPicture(c.x, c.y, c.area);
+        const PictureFrame fitted = fitPicture(c.x, c.y, c.area);
         EXPECT_DOUBLE_EQ(fitted.left, c.fitted.left) << c.x << " : " << c.y;
         EXPECT_DOUBLE_EQ(fitted.top, c.fitted.top) << c.x << " : " << c.y;
         EXPECT_DOUBLE_EQ(fitted.width, c.fitted.width) << c.x << " : " << c.y;
         EXPECT_DOUBLE_EQ(fitted.height, c.fitted.height) << c.x << " : " << c.y;
     }
-    EXPECT_THROW(FitPicture(0, 10, {0, 0, 5, 5}), Fault);
-    EXPECT_THROW(FitPicture(10, 0, {0, 0, 5, 5}), Fault);
+    EXPECT_THROW(fitPicture(0, 10, {0, 0, 5, 5}), Fault);
+    EXPECT_THROW(fitPicture(10, 0, {0, 0, 5, 5}), Fault);
 }
 
 TEST(Pictures, LoadOnlyIfSelfContained) {
@@ -42,7 +42,7 @@ TEST(Pictures, LoadOnlyIfSelfContained) {
                    body + "</svg>");
         file.close();
         try {
-            return !ReadPicture(path).isEmpty();
+            return !readPicture(path).isEmpty();
         } catch (const Fault&) {
             return false;
         }
@@ -54,8 +54,8 @@ TEST(Pictures, LoadOnlyIfSelfContained) {
          {"<image xlink:href=\"/etc/passwd\"/>", "<image href=\"http://a.example/b.png\"/>",
           "<script>1</script>", "<rect style=\"fill: url( 'b.svg#c')\"/>", "<style>@import 'a.css';</style>"})
         EXPECT_FALSE(reads("", outside)) << outside;
-    EXPECT_THROW(ReadPicture(folder.path()), Fault);
+    EXPECT_THROW(readPicture(folder.path()), Fault);
     for (const char* name : {"../a", "b/a", "b\\a", "c:a", "."})
-        EXPECT_THROW(DrawingPath(name, "svg"), Fault) << name;
-    EXPECT_THROW(DrawingPath("a", "/../b"), Fault);
+        EXPECT_THROW(drawingPath(name, "svg"), Fault) << name;
+    EXPECT_THROW(drawingPath("a", "/../b"), Fault);
 }

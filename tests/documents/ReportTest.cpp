@@ -20,7 +20,7 @@ class ReportEngine : public testing::Test {
         Connection catalogue = Gateway::openDatabase("Sys");
         Recordset rows;
         rows.Open(sql, catalogue);
-        return RenderPages(layout, rows);
+        return renderPages(layout, rows);
     }
 
     static QStringList textsOf(const Page& page) {

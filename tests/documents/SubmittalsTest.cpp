@@ -23,27 +23,27 @@ class Submittals : public testing::Test {
     Submittals() {
         registerDocuments();
         home.installData();
-        Execute("Sys",
+        execute("Sys",
                 "UPDATE tblModelMaster SET TankVolume = 1500, AcceptanceVolume = 1234.5, TankOD = 48.5, "
                 "OAL = 96.25, SysConnStd = '2-1/2 in', TankSysConn = 2.5, TankWkPressure = 150, "
                 "MinSysPressure = 12, Precharge = 37, ShipWeight = 1875, MakeUpCapacity = 5.5, "
                 "PumpHp = .75, MaxTemp = 240, Bladder = 'Bladder of Butyl Bladder', Shell = 'Steel', "
                 "Finish = 'Red', SysConnType = 'Flanged', Clearance = '36 in'");
-        Execute("Sys",
+        execute("Sys",
                 "UPDATE tblSpecMaster SET Spec1 = '@TankGal@ @tankgal@,', Spec2 = ' @Qty@,', Spec3 = "
                 "' @TankOD@,', Spec4 = ' @TankOAL@,', Spec5 = ' @SysConn@,', Spec6 = ' @ModelNo@,', "
                 "Spec7 = ' @WkPressure@,', Spec8 = ' @Precharge@,', Spec9 = ' @Rep@,', Spec10 = "
                 "' @MakeUpCapacity@, @Hp@', LastLine = '@Qty@ of @Qty@ @ModelNo@', Description1 = 'One', "
                 "Description2 = ' Two', Description3 = ' Three @Qty@'");
-        Execute("User",
+        execute("User",
                 "INSERT INTO tblRepMaster (CompanyName, PhoneNo) VALUES ('Pump && Tank', '555-0100')");
-        Execute("User", "INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('J', 'Ohm', 'Watt')");
+        execute("User", "INSERT INTO tblJobHeader (JobID, Engineer, Contractor) VALUES ('J', 'Ohm', 'Watt')");
     }
 
     /// The submittal of a tank line with a model.
     static Document documentOf(const QString& model) {
-        Execute("User", "DELETE FROM tblJobData");
-        Execute(
+        execute("User", "DELETE FROM tblJobData");
+        execute(
             "User",
             "INSERT INTO tblJobData (TankID, JobID, ModelNo, Qty, TotSysVolume, SysFluidType, SOTMin, "
             "SOTMax, SOPMin, SOPMax, FlowRate, FlowPressure, StaticPressure, ShockPressure, WaterVelocity, "
@@ -52,7 +52,7 @@ class Submittals : public testing::Test {
                 "', 4, 2345.6, 'Brine', 41, 199, 13, 28, 1260, 45, 65, 155, 8.44, .136, 5.62, 'N-1', '-', "
                 "'S-3', 'W-9')");
         Session::TankID.write("J.1");
-        return Report(*FindReport(SetReport(model))).Run();
+        return Report(*findReport(SetReport(model))).Run();
     }
     static Pages pagesOf(const QString& model) { return documentOf(model).pages; }
 
@@ -91,7 +91,7 @@ class Submittals : public testing::Test {
 www.ordwick.example
 Page 1 of 1
 Brennoval Submittal
-)" + ("Version " + FullProgramVersion().toStdString()) +
+)" + ("Version " + fullProgramVersion().toStdString()) +
                "\n" BRENNOVAL_RELEASE_DATE R"(
 JOB | J
 Engineer | Ohm
@@ -299,16 +299,16 @@ TEST_F(Submittals, DescribeThemselvesInFiles) {
     EXPECT_EQ(document.title, "Brennoval Submittal, J, RCB 5000");
     EXPECT_EQ(document.author, "Pump & Tank");
     EXPECT_EQ(document.fileName, "J.1 RCB 5000");
-    Execute("User", "DELETE FROM tblRepMaster");
+    execute("User", "DELETE FROM tblRepMaster");
     EXPECT_EQ(documentOf("SHK 300").author, "Ordwick Company");
 }
 
 TEST_F(Submittals, ShowAMarkForNothingButACapitalY) {
     for (const char* mark : {"'y'", "'N'", "''", "NULL"}) {
-        Execute("Sys", QString("UPDATE tblModelMaster SET NSF = %1, IAPMO = %1").arg(mark));
+        execute("Sys", QString("UPDATE tblModelMaster SET NSF = %1, IAPMO = %1").arg(mark));
         EXPECT_EQ(submittal("JWB 10000").find("mark"), std::string::npos) << mark;
     }
-    Execute("Sys", "UPDATE tblModelMaster SET NSF = 'Y'");
+    execute("Sys", "UPDATE tblModelMaster SET NSF = 'Y'");
     EXPECT_TRUE(submittal("JWB 10000").ends_with("[NSF mark]\n[Drawing of JWB 10000]"));
     EXPECT_EQ(submittal("SHK 300").find("mark"), std::string::npos);
 }

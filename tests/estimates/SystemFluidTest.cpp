@@ -19,19 +19,19 @@ double itemized(double bore, double length, double equipment) {
 }
 
 double boiler(int output, int radiation, int piping) {
-    return BoilerFluid(std::int16_t(output), {radiation, piping});
+    return boilerFluid(std::int16_t(output), {radiation, piping});
 }
 
 } // namespace
 
 TEST(SystemFluid, OfKnownCases) {
     const std::pair<double, double> cases[] = {
-        {BuildingFluid(20, 100, 50, 3), 8},
-        {BuildingFluid(50, 20, 100, 3), 8},
-        {BuildingFluid(20, 20, 10, 100), 69},
-        {BuildingFluid(0, 0, 0, 100), 0},
-        {BuildingFluid(1, 1, .25, 625), 22},     // 21.5
-        {BuildingFluid(1.25, 2.5, 1, 1000), 64}, // 64.5
+        {buildingFluid(20, 100, 50, 3), 8},
+        {buildingFluid(50, 20, 100, 3), 8},
+        {buildingFluid(20, 20, 10, 100), 69},
+        {buildingFluid(0, 0, 0, 100), 0},
+        {buildingFluid(1, 1, .25, 625), 22},     // 21.5
+        {buildingFluid(1.25, 2.5, 1, 1000), 64}, // 64.5
         {boiler(1000, 0, 0), 336},
         {boiler(2000, 1, 1), 672},
         {boiler(32767, 0, 0), 11010},
@@ -41,21 +41,21 @@ TEST(SystemFluid, OfKnownCases) {
         {boiler(1000, 5, 1), 673},
         {boiler(750, 2, 0), 310}, // 310.5
         {boiler(250, 2, 0), 104},
-        {ChillerFluid(50.5), 404},
-        {ChillerFluid(.3125), 2},
-        {ChillerFluid(.4375), 4},
-        {ComponentFluid(100, 0, 0, 3), 100},
-        {ComponentFluid(100, 50, 100, 40.539), 167},
-        {ComponentFluid(2.25, .25, 0, 3), 2},
-        {ComponentFluid(3.25, .25, 0, 3), 4},
+        {chillerFluid(50.5), 404},
+        {chillerFluid(.3125), 2},
+        {chillerFluid(.4375), 4},
+        {componentFluid(100, 0, 0, 3), 100},
+        {componentFluid(100, 50, 100, 40.539), 167},
+        {componentFluid(2.25, .25, 0, 3), 2},
+        {componentFluid(3.25, .25, 0, 3), 4},
         {ItemizedFluid().total(), 0},
         {itemized(2, 100, 80), 96},
         {itemized(2, 100, 0), 16},
         {itemized(2, 0, 2.5), 2},
         {itemized(0, 100, 3.5), 4},
-        {HotWaterFluid(50, 1, 100), 54},
-        {HotWaterFluid(50.5, 1, 0), 50},
-        {HotWaterFluid(51.5, 0, 100), 52},
+        {hotWaterFluid(50, 1, 100), 54},
+        {hotWaterFluid(50.5, 1, 0), 50},
+        {hotWaterFluid(51.5, 0, 100), 52},
         {Drawdown(25, 1.5), 38},
         {Drawdown(22.5, 1), 22},
         {Drawdown(1000, 10), 10000},
@@ -111,11 +111,11 @@ TEST(SystemFluid, FailsBeyondADouble) {
         return 0;
     };
     EXPECT_EQ(faultOf([] { return boiler(0, 0, 0); }), Fault::DivisionByZero);
-    EXPECT_EQ(faultOf([] { return BuildingFluid(1e200, 1e200, 1, 1e200); }), Fault::Overflow);
-    EXPECT_EQ(faultOf([] { return ComponentFluid(1e308, 1e308, 1, 1); }), Fault::Overflow);
+    EXPECT_EQ(faultOf([] { return buildingFluid(1e200, 1e200, 1, 1e200); }), Fault::Overflow);
+    EXPECT_EQ(faultOf([] { return componentFluid(1e308, 1e308, 1, 1); }), Fault::Overflow);
     EXPECT_EQ(faultOf([] { return itemized(1e200, 1, 0); }), Fault::Overflow);
-    EXPECT_EQ(faultOf([] { return HotWaterFluid(1, 1e200, 1); }), Fault::Overflow);
-    EXPECT_EQ(faultOf([] { return ChillerFluid(1e308); }), Fault::Overflow);
+    EXPECT_EQ(faultOf([] { return hotWaterFluid(1, 1e200, 1); }), Fault::Overflow);
+    EXPECT_EQ(faultOf([] { return chillerFluid(1e308); }), Fault::Overflow);
     EXPECT_EQ(faultOf([] { return Drawdown(1e200, 1e200); }), Fault::Overflow);
     EXPECT_EQ(faultOf([] { return MetricConversions::MetersToFeet(1e308); }), Fault::Overflow);
 }
@@ -154,14 +154,14 @@ TEST(SystemFluid, AgreesWithExactArithmetic) {
         items.addRun(of(bore, 1000), of(b, 10));
         items.addEquipment(of(c, 10));
         const std::pair<double, Exact> estimates[] = {
-            {BuildingFluid(of(a, 10), of(b, 10), of(c, 10), of(area, 1000)),
+            {buildingFluid(of(a, 10), of(b, 10), of(c, 10), of(area, 1000)),
              {two * 4 * area * 43, 100000000}},
             {boiler(int(a), radiation, piping), {a * factors[radiation][piping], 1000}},
-            {ChillerFluid(of(a, 100)), {a * 8, 100}},
-            {ComponentFluid(of(a, 10), of(b, 10), of(c, 10), of(area, 1000)),
+            {chillerFluid(of(a, 100)), {a * 8, 100}},
+            {componentFluid(of(a, 10), of(b, 10), of(c, 10), of(area, 1000)),
              {area * c * 43 + (a + b) * 10000000, 100000000}},
             {items.total(), {bore * bore * (a + b) * 22 * 748 + c * 403200000000, 4032000000000}},
-            {HotWaterFluid(of(a, 10), of(bore, 1000), of(b, 10)),
+            {hotWaterFluid(of(a, 10), of(bore, 1000), of(b, 10)),
              {bore * bore * b * 314286 * 748 + a * 5760000000000000, 57600000000000000}},
             {Drawdown(of(a, 10), of(b, 100)), {a * b, 1000}},
         };

@@ -150,7 +150,7 @@ class BadInput : public testing::Test {
 TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
     Texts texts(101);
     int stored = 0;
-    const int rounds = Rounds(120, 600);
+    const int rounds = roundCount(120, 600);
     for (int i = 0; i < rounds; ++i) {
         dialogs->rule = [&](const Message& m) {
             return m.buttons & QMessageBox::Yes                             ? QMessageBox::No
@@ -173,8 +173,8 @@ TEST_F(BadInput, JobHeaderStoresWhatWasTypedOrNothing) {
                 Connection user = openDatabase("User");
                 Recordset job;
                 job.Open("SELECT * FROM tblJobHeader ORDER BY rowid DESC", user);
-                EXPECT_EQ(job["JobID"].text(), WithoutTrailingBlanks(id));
-                EXPECT_EQ(job["Engineer"].text(), WithoutTrailingBlanks(engineer));
+                EXPECT_EQ(job["JobID"].text(), withoutTrailingBlanks(id));
+                EXPECT_EQ(job["Engineer"].text(), withoutTrailingBlanks(engineer));
             }
             ++stored;
             if (i % 2 == 0)
@@ -203,7 +203,7 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
     const char* const applications[] = {"cmdEXP", "cmdTHM", "cmdHYD"};
     const char* const boxes[] = {"txtTotSysFluid", "txtSOTMin", "txtSOTMax",
                                  "txtSOPMin",      "txtSOPMax", "txtAtmPressure"};
-    const int rounds = Rounds(150, 600);
+    const int rounds = roundCount(150, 600);
     for (int i = 0; i < rounds; ++i) {
         if (!Driver::isOpen("frmJobConditions")) {
             if (!Driver::isOpen("frmClassSelect"))
@@ -225,7 +225,7 @@ TEST_F(BadInput, ConditionsStoreNumbersOrNothing) {
             Connection user = openDatabase("User");
             Recordset tank;
             tank.Open("SELECT * FROM tblJobData ORDER BY rowid DESC", user);
-            EXPECT_EQ(tank["TotSysVolume"].number(), ParseNumber(volume.toStdString()).value_or(-1));
+            EXPECT_EQ(tank["TotSysVolume"].number(), parseNumber(volume.toStdString()).value_or(-1));
             EXPECT_LT(tank["SOPMin"].number(), tank["SOPMax"].number());
             EXPECT_LT(tank["SOTMin"].number(), tank["SOTMax"].number());
             EXPECT_GE(tank["SOTMin"].number(), 0);
@@ -251,7 +251,7 @@ TEST_F(BadInput, ShockAndPackagesStoreNumbersOrNothing) {
         {"PipeIndex", "2 in Sch 40"}, {"PipeLength", "200"},    {"FlowRate", "100"},
         {"FlowPressure", "40"},       {"StaticPressure", "60"}, {"ShockPressure", "150"}};
     int stored = 0;
-    const int rounds = Rounds(120, 500);
+    const int rounds = roundCount(120, 500);
     for (int i = 0; i < rounds; ++i) {
         if (!Driver::isOpen("frmJobConditionsSHK"))
             Screens::open("frmJobConditionsSHK");

@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, argv[1]);
     QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, argv[1] + QString("/machine"));
     Driver::start();
-    InstallerFiles::SetInstallerFolder(argv[2]);
+    InstallerFiles::setInstallerFolder(argv[2]);
     Screens::open("frmFirstTime");
     Driver::stop();
     return 0;

@@ -163,7 +163,7 @@ TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
 TEST_F(DamagedFiles, FailedSaveStopsTheExit) {
     Driver::command("mnuNewJob");
     Driver::enter("frmJobHeader", "txtJobID", "Typed");
-    Execute("User",
+    execute("User",
             "CREATE TRIGGER refuses BEFORE INSERT ON tblJobHeader BEGIN SELECT RAISE(ABORT, 'refused'); END");
     dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
     Driver::command("mnuExit");

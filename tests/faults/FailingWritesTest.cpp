@@ -79,7 +79,7 @@ QString stored() {
 }
 
 void setTrigger(const Step& step) {
-    Execute("User",
+    execute("User",
             QString("CREATE TRIGGER refuses BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
                 .arg(step.operation, step.table));
 }
@@ -102,7 +102,7 @@ TEST(FailingWrites, LeaveNoRowAndNoSessionValue) {
         EXPECT_EQ(stored(), before) << where;
         ASSERT_TRUE(Driver::isOpen(step.screen)) << where;
         Screens::unload("frmError");
-        Execute("User", "DROP TRIGGER refuses");
+        execute("User", "DROP TRIGGER refuses");
         Driver::press(step.screen, step.button);
         EXPECT_NE(stored(), before) << where;
         ASSERT_TRUE(Driver::isOpen(step.next)) << where;

@@ -73,7 +73,7 @@ Connection openUser(const TemporaryHome& home) {
 QString value(Connection& connection, const QString& sql) {
     Recordset rows;
     rows.Open(sql, connection);
-    return rows.AtEnd() ? QString() : rows["V"].text();
+    return rows.atEnd() ? QString() : rows["V"].text();
 }
 
 void expectAllThere(const QStringList& saves, const TemporaryHome& home) {
@@ -109,7 +109,7 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
     home.installData();
     std::mt19937 random(77);
     QStringList all;
-    const int kills = Rounds(12, 100);
+    const int kills = roundCount(12, 100);
     for (int i = 0; i < kills; ++i) {
         SavingCopy copy(home, QString("K%1-").arg(i), 1000);
         // After a random number of saves, somewhere in the next one.
@@ -133,7 +133,7 @@ TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
     std::mt19937 random(78);
     std::array<int, 2> outcomes{};
     qint64 longest = 0; // milliseconds, of an undisturbed conversion
-    const int kills = Rounds(12, 300);
+    const int kills = roundCount(12, 300);
     for (int i = 0; i <= kills; ++i) {
         const TemporaryHome home;
         home.installData();
@@ -176,13 +176,13 @@ TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
 TEST(Kill, LeavesDataAndCopiesWholeDuringBackupAndRestore) {
     std::mt19937 random(79);
     std::map<std::string, int> last; // the last report before the kill
-    const int kills = Rounds(12, 300);
+    const int kills = roundCount(12, 300);
     const TemporaryHome home;
     for (int i = 0; i < kills; ++i) {
         QDir(home.dataFolder()).removeRecursively();
         home.installData();
-        Gateway::Execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('Kept', 'As it was')");
-        Gateway::Execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, Qty, TagID07) WITH "
+        Gateway::execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES ('Kept', 'As it was')");
+        Gateway::execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, Qty, TagID07) WITH "
                                  "RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
                                  "SELECT 'Kept.' || i, i, 'Kept', i % 9, 'T' || i FROM n");
         QProcess copy;
@@ -218,7 +218,7 @@ TEST(Kill, LeavesDataAndCopiesWholeDuringBackupAndRestore) {
         EXPECT_TRUE(state == sound || (mayBeGone && state == "0 0 ") ||
                     (mayBeChanged && state == "1 300 29700"))
             << lastTold.toStdString() << ": " << state.toStdString();
-        for (const Backup::Copy& backup : Backup::CopiesOf(home.dataFolder() + "/BrennovalUserData.mdb"))
+        for (const Backup::Copy& backup : Backup::copiesOf(home.dataFolder() + "/BrennovalUserData.mdb"))
             EXPECT_TRUE(stateOf(backup.path) == sound) << backup.path.toStdString();
         if (QFile::exists(home.path() + "/job.brennoval")) {
             EXPECT_EQ(stateOf(home.path() + "/job.brennoval"), sound);

@@ -27,17 +27,17 @@ void goRound(const QString& folder, const QString& original) {
     const QString job = folder + "/job.brennoval";
     JobCopies::Export(openDatabase("User"), "Kept", job);
     tell("exported");
-    DeleteJob("Kept");
+    deleteJob("Kept");
     tell("deleted");
-    if (!UndoDeletion().isEmpty())
+    if (!undoDeletion().isEmpty())
         std::exit(3);
     tell("undone");
-    Execute("User", "UPDATE tblJobData SET Qty = 99 WHERE JobID = 'Kept'");
+    execute("User", "UPDATE tblJobData SET Qty = 99 WHERE JobID = 'Kept'");
     JobCopies::Restore(JobCopies::Source(job, JobCopies::Origin::Foreign), openDatabase("User"), {"Kept"});
     tell("imported");
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     tell("backed up");
-    JobCopies::RestoreAll(JobCopies::Source(original, JobCopies::Origin::Own), openDatabase("User"));
+    JobCopies::restoreAll(JobCopies::Source(original, JobCopies::Origin::Own), openDatabase("User"));
     tell("restored");
 }
 

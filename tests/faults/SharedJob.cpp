@@ -27,7 +27,7 @@ void tell(const QStringList& words) {
 
 QString textOf(const QString& screen, const QString& box) {
     const auto* found = Driver::control(screen, box);
-    return found ? Fields::FieldText(found) : QString();
+    return found ? Fields::fieldText(found) : QString();
 }
 
 /// The rows of a list; none if the list is not open.
@@ -185,7 +185,7 @@ class User {
         finish = [this, old, mine, adds] {
             overwrites = false;
             click("frmPKGSelect.bttnSave");
-            if (StatusBar::StatusText() == "Record Saved")
+            if (StatusBar::statusText() == "Record Saved")
                 tellSaved(adds ? Session::TankID.text() : tank, "SOPMax", old, mine);
         };
     }

@@ -58,7 +58,7 @@ using Line = QMap<QString, QString>; // by column
 QMap<QString, Line> storedLines(Connection& user) {
     QMap<QString, Line> lines;
     Recordset rows;
-    for (rows.Open("SELECT * FROM tblJobData", user); !rows.AtEnd(); rows.MoveNext())
+    for (rows.Open("SELECT * FROM tblJobData", user); !rows.atEnd(); rows.moveNext())
         for (const char* column : {"JobID", "TankNo", "TotSysVolume", "SOPMax", "TagID01"})
             lines[rows["TankID"].text()][column] = rows[column].text();
     return lines;
@@ -141,7 +141,7 @@ class Referee {
 TEST(TwoCopies, DoDifferentThingsToOneJob) {
     const TemporaryHome home;
     home.installData();
-    const int seed = Rounds(5, int(QRandomGenerator::global()->bounded(1000)));
+    const int seed = roundCount(5, int(QRandomGenerator::global()->bounded(1000)));
     SCOPED_TRACE("seed " + std::to_string(seed));
     Copy first(home, "A", unsigned(seed));
     Copy second(home, "B", unsigned(seed) + 1000);

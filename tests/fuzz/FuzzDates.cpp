@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     const QString text = QString::fromUtf8(data, qsizetype(size)).remove(u'#');
     try {
-        const QString sql = RewriteJetSql(u'#' + text + u'#', SqliteDialect()).sql;
+        const QString sql = rewriteJetSql(u'#' + text + u'#', sqliteDialect()).sql;
         if (!QDate::fromString(sql.mid(1, sql.size() - 2), Qt::ISODate).isValid())
             __builtin_trap();
     } catch (const DatabaseFault&) {

@@ -11,10 +11,10 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     const std::string_view text(data, size);
     const auto line = text.find('\n');
-    const auto value = ParseNumber(text.substr(0, line));
+    const auto value = parseNumber(text.substr(0, line));
     if (!value)
         return 0;
-    if (ParseNumber(NumberText(*value)) != value) // what is written reads back the same
+    if (parseNumber(NumberText(*value)) != value) // what is written reads back the same
         __builtin_trap();
     Round(*value, 4);
     try {

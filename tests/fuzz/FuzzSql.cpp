@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     }();
     const QString statement = QString::fromUtf8(data, qsizetype(size));
     try {
-        const QByteArray sql = RewriteJetSql(statement, SqliteDialect()).sql.toUtf8();
+        const QByteArray sql = rewriteJetSql(statement, sqliteDialect()).sql.toUtf8();
         sqlite3_stmt* prepared = nullptr;
         sqlite3_prepare_v2(engine, sql.constData(), int(sql.size()), &prepared, nullptr);
         sqlite3_finalize(prepared);
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
         return 0;
     const QString quoted =
         QStringLiteral("SELECT '") + QString(statement).replace(u'\'', QStringLiteral("''")) + u'\'';
-    if (RewriteJetSql(quoted, SqliteDialect()).sql != quoted)
+    if (rewriteJetSql(quoted, sqliteDialect()).sql != quoted)
         __builtin_trap();
     return 0;
 }

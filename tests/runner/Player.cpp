@@ -44,7 +44,7 @@ void expectEqual(const QString& what, const QString& expected, const QString& fo
 
 QStringList wordsOf(const QString& line) {
     QStringList found;
-    for (const std::string& word : SplitWords(line.toStdString()))
+    for (const std::string& word : splitWords(line.toStdString()))
         found.append(QString::fromStdString(word));
     return found;
 }
@@ -137,7 +137,7 @@ QString textOf(QWidget* widget) {
         return spin->text();
     if (auto* pages = dynamic_cast<PageView*>(widget))
         return pages->plainText();
-    return Fields::FieldText(widget);
+    return Fields::fieldText(widget);
 }
 
 /// The single value that a query in the engine's own dialect returns, as the engine and as the program write
@@ -317,7 +317,7 @@ void input(Stage& stage, Words w) {
 
 /// Puts a file into the installer's folder of the scenario.
 void installerFile(Stage&, Words w) {
-    const QDir folder(InstallerFiles::InstallerFolder());
+    const QDir folder(InstallerFiles::installerFolderPath());
     QFile target(folder.filePath(w[0]));
     const QByteArray text = w.value(1).toLocal8Bit();
     require(folder.mkpath(".") && target.open(QIODevice::WriteOnly) && target.write(text) == text.size(),
@@ -414,10 +414,10 @@ void expectDisabled(Stage&, Words w) {
     require(!control(w[0])->isEnabled(), w[0] + " is enabled");
 }
 void expectError(Stage&, Words w) {
-    require(Fields::IsMarked(control(w[0])), w[0] + " is not marked");
+    require(Fields::isMarked(control(w[0])), w[0] + " is not marked");
 }
 void expectOk(Stage&, Words w) {
-    require(!Fields::IsMarked(control(w[0])), w[0] + " is marked");
+    require(!Fields::isMarked(control(w[0])), w[0] + " is marked");
 }
 void expectHint(Stage&, Words w) {
     expectEqual(w[0], w[1], control(w[0])->toolTip());
@@ -446,8 +446,8 @@ void expectTitle(Stage&, Words w) {
 void expectStatus(Stage&, Words w) {
     require(BrennovalMain::instance(), "the main window does not stand");
     // Results of a thread started at launch may take a while.
-    static_cast<void>(QTest::qWaitFor([&] { return StatusBar::StatusText() == w[0]; }, 2000));
-    expectEqual("status", w[0], StatusBar::StatusText());
+    static_cast<void>(QTest::qWaitFor([&] { return StatusBar::statusText() == w[0]; }, 2000));
+    expectEqual("status", w[0], StatusBar::statusText());
 }
 void expectRows(Stage&, Words w) {
     const auto* combo = dynamic_cast<QComboBox*>(control(w[0]));
@@ -517,7 +517,7 @@ void session(Stage&, Words w) {
     if (w.size() > 1)
         SetRegValue(AppRegistryKey(), w[0], w[1], RegistryType::Text);
     else
-        RemoveRegValue(HKeyCurrentUser(), AppRegistryKey(), w[0]);
+        removeRegValue(HKeyCurrentUser(), AppRegistryKey(), w[0]);
 }
 
 void shot(Stage& stage, Words w) {
@@ -606,8 +606,8 @@ void Player::play(const QString& line) {
     if (words.isEmpty())
         return;
     words.replaceInStrings("{data}", stage.homeFolder); // the scenario's own data folder
-    words.replaceInStrings("{program}", Program::ProgramFolder());
-    words.replaceInStrings("{installer}", InstallerFiles::InstallerFolder());
+    words.replaceInStrings("{program}", Program::programFolder());
+    words.replaceInStrings("{installer}", InstallerFiles::installerFolderPath());
     words.replaceInStrings("{shots}", // where its pictures go
                            stage.shotFolder.isEmpty() ? stage.homeFolder
                                                       : QDir(stage.shotFolder).absolutePath());

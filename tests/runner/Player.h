@@ -15,8 +15,8 @@ struct Stage {
     ScriptedDialogs& dialogs;
     QString shotFolder;         // empty to take no pictures
     QString homeFolder;         // a scenario's relative paths start here
-    QSize window = {1180, 800}; // main window; the offscreen display is smaller than any that users have
     bool started = false;
+    QSize window = {1180, 800}; // of the main window; the offscreen display is smaller than real ones
 };
 
 /// Plays the lines of one scenario on the real screens.

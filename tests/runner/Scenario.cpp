@@ -50,8 +50,8 @@ QSize sizeOf(const QString& text) {
 
 bool playFile(const QString& path, const QString& shots, const QString& keep, const QSize& window) {
     const TemporaryHome home;
-    InstallForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
-    InstallerFiles::SetInstallerFolder(QDir(home.path()).filePath("installer"));
+    installForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
+    InstallerFiles::setInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         std::cerr << path.toStdString() << ": cannot be read\n";

@@ -39,7 +39,7 @@ class EveryScreen : public testing::Test {
               "FlowPressure, StaticPressure, ShockPressure) VALUES ('J.1', 1, 'J', 'RCB', 'RCB 500', 2, "
               "14.7, 12, 30, 40, 180, "
               "'Water', 500, 100, 40, '4 in Sch 40', 300, 200, 50, 70, 150)"})
-            Gateway::Execute("User", sql);
+            Gateway::execute("User", sql);
         Session::Mode.write(Session::Modes::Edit);
         Session::JobID.write("J");
         Session::TankID.write("J.1");
@@ -148,12 +148,15 @@ QStringList unseen(const Screen& screen) {
             if (!label->wordWrap() && !label->text().isEmpty())
                 needed = label->minimumSizeHint().width();
             else if (!label->text().isEmpty() && label->heightForWidth(label->width()) > label->height())
-                faults << widget->objectName() + " is cut at the bottom";
+                faults << QString("%1 has %2 of %3 pixels of height")
+                              .arg(widget->objectName())
+                              .arg(widget->height())
+                              .arg(label->heightForWidth(label->width()));
         } else if (const auto* button = dynamic_cast<const QAbstractButton*>(widget)) {
             needed = button->text().isEmpty() ? 0 : button->minimumSizeHint().width();
         } else if (const auto* box = dynamic_cast<const QLineEdit*>(widget)) {
             const int letters = box->fontMetrics().horizontalAdvance(box->text());
-            needed = letters < 26 * box->fontMetrics().horizontalAdvance('x') ? letters + 6 : 0;
+            needed = letters < 40 * box->fontMetrics().horizontalAdvance('x') ? letters + 6 : 0;
         } else if (const auto* list = dynamic_cast<const QTreeWidget*>(widget)) {
             const QHeaderView* heads = list->header();
             for (int column = 0; !heads->isHidden() && column < heads->count(); ++column)
@@ -204,8 +207,8 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
 
 // Another language changes the program's own texts; the maker's stay English.
 TEST_F(EveryScreen, AnotherLanguageChangesOnlyOwnTexts) {
-    EXPECT_FALSE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
-    ASSERT_TRUE(LoadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
+    EXPECT_FALSE(loadTranslations(TRANSLATIONS_FOLDER, QLocale("fr_FR"))) << "there is no such file";
+    ASSERT_TRUE(loadTranslations(TRANSLATIONS_FOLDER, QLocale("de_AT")));
     Session::TankClass.write("Expansion Tank");
     ASSERT_TRUE(Screens::open("frmJobConditions"));
     const Screen& screen = *Screens::find("frmJobConditions");

@@ -194,7 +194,7 @@ TEST(HelpFolder, OfAKilledCopyIsRemovedAtTheNextStart) {
         EXPECT_EQ(status, 0);
         EXPECT_EQ(both.size(), 2);
         QFile::link(other.path(), temporary.filePath(HelpFolder::name + "link"));
-        RemoveLeftHelpFolders();
+        removeLeftHelpFolders();
         const QStringList left = QDir(temporary.path()).entryList({HelpFolder::name + '*'});
         EXPECT_EQ(left.size(), 2) << "the running copy's, and a link that is none";
         EXPECT_TRUE(QFile::exists(running.filePath(HelpFolder::lockName)));

@@ -11,7 +11,7 @@ using namespace std::string_literals;
 namespace {
 
 std::string textOf(const std::string& stored) {
-    return Jet::TextOf({reinterpret_cast<const unsigned char*>(stored.data()), stored.size()});
+    return Jet::textOf({reinterpret_cast<const unsigned char*>(stored.data()), stored.size()});
 }
 
 } // namespace

@@ -44,7 +44,7 @@ class PriorDamage : public testing::Test {
         if (!QFileInfo::exists(fixtures))
             GTEST_SKIP() << "SKIPPED: there are no prior databases at " << fixtures.toStdString();
     }
-    void TearDown() override { SetPriorHelper({}); }
+    void TearDown() override { setPriorHelper({}); }
 
     /// Reads a file that begins with these bytes and continues with zeros, which take no disk space.
     PriorRows read(const QByteArray& bytes, qint64 size = 0) const {
@@ -53,7 +53,7 @@ class PriorDamage : public testing::Test {
                     file.resize(std::max<qint64>(bytes.size(), size)));
         file.close();
         PriorRows rows;
-        ReadPriorFile(file.fileName(), rows);
+        readPriorFile(file.fileName(), rows);
         return rows;
     }
 
@@ -128,7 +128,7 @@ TEST_F(PriorDamage, EveryFileCutShortIsRefused) {
         const QByteArray sound = contents(name);
         for (qsizetype length = 0; length < sound.size(); length += 64) {
             const bool isWholePages = length % pageSize == 0;
-            if (!isWholePages && length / 64 % Rounds(67, 1) != 0)
+            if (!isWholePages && length / 64 % roundCount(67, 1) != 0)
                 continue;
             SCOPED_TRACE(std::string(name) + ", " + std::to_string(length));
             expectRefused(sound.first(length), isWholePages || length < pageSize ? "" : "cut short");
@@ -151,7 +151,7 @@ TEST_F(PriorDamage, ChangesTheValuesThatItHitsOrEndsTheReading) {
     for (const char* name : {"typical", "distinct", "worn", "large"})
         files.push_back({contents(name), JetMap(contents(name))});
     std::array<int, 3> counts{};
-    const int rounds = Rounds(300, 10000);
+    const int rounds = roundCount(300, 10000);
     for (int round = 0; round < rounds && !HasFailure(); ++round) {
         const bool takesLarge = round % 20 == 0; // reading it takes a hundred times as long
         const auto& [sound, map] = files[takesLarge ? 3 : size_t(round % 3)];
@@ -184,7 +184,7 @@ TEST_F(PriorDamage, ToTheStructureIsDetected) {
     for (const char* name : {"typical", "distinct", "worn"}) {
         const QByteArray sound = contents(name);
         const JetMap map(sound);
-        for (int round = 0; round < Rounds(150, 5000) && !HasFailure(); ++round) {
+        for (int round = 0; round < roundCount(150, 5000) && !HasFailure(); ++round) {
             const qsizetype place = map.structure()[below(map.structure().size())];
             QByteArray damaged = sound;
             damaged[place] = static_cast<char>(round % 2 == 0 ? random() : sound[place] + 1 + below(8));
@@ -291,7 +291,7 @@ TEST_F(PriorDamage, WhatTheHelperWritesHasLimits) {
         file.write(QByteArray("#!/bin/sh\n") + row.line + "\n");
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         file.close();
-        SetPriorHelper({.program = helper, .longestRun = std::chrono::seconds(row.run)});
+        setPriorHelper({.program = helper, .longestRun = std::chrono::seconds(row.run)});
         SCOPED_TRACE(row.name);
         expectRefused({}, row.reason);
     }
@@ -309,7 +309,7 @@ TEST(Confinement, LeavesReadingAndPipes) {
     ASSERT_EQ(::pipe(pipe.data()), 0);
     const pid_t child = fork();
     if (child == 0) {
-        Confine();
+        confine();
         const int opened = open(file.constData(), O_RDONLY | O_CLOEXEC);
         const std::unique_ptr<void, decltype(&std::free)> memory(std::malloc(600 << 20), std::free);
         const bool confined = opened >= 0 && !memory && isRefused(socket(AF_INET, SOCK_STREAM, 0)) &&
@@ -322,7 +322,7 @@ TEST(Confinement, LeavesReadingAndPipes) {
                               isRefused(rename(file.constData(), (file + "2").constData())) &&
                               isRefused(mkdir((file + "2").constData(), 0700)) &&
                               isRefused(execl("/bin/true", "true", nullptr)) && isRefused(fork());
-        ConfineToOpenFiles();
+        confineToOpenFiles();
         const bool closed = isRefused(open(file.constData(), O_RDONLY));
         const char answer = confined && closed ? 'y' : 'n';
         _exit(write(pipe[1], &answer, 1) == 1 ? 0 : 1);

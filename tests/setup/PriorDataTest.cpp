@@ -42,11 +42,11 @@ class PriorData : public testing::Test {
             GTEST_SKIP() << "SKIPPED: there are no prior databases at " << fixtures.toStdString();
         home.installData();
         dialogs = &Driver::start();
-        SetInstallerFolder(home.path());
+        setInstallerFolder(home.path());
     }
     void TearDown() override {
         Driver::stop();
-        SetPriorHelper({});
+        setPriorHelper({});
     }
 
     QString priorFile() const { return home.path() + "/Data.mdb"; }
@@ -70,7 +70,7 @@ class PriorData : public testing::Test {
 
     static QString value(const QString& sql) {
         Rows rows("User", sql);
-        return rows.AtEnd() ? QString() : rows["V"].text();
+        return rows.atEnd() ? QString() : rows["V"].text();
     }
     static QString counts() {
         QStringList all;
@@ -122,16 +122,16 @@ void expectRows(const QString& sql, const QList<Row>& expected) {
         {"Archived", {}}};
     Rows stored("User", sql);
     for (const Row& row : expected) {
-        ASSERT_FALSE(stored.AtEnd()) << sql.toStdString();
+        ASSERT_FALSE(stored.atEnd()) << sql.toStdString();
         for (auto column = row.cbegin(); column != row.cend(); ++column) {
             const QString name = renamed.value(column.key(), column.key());
             EXPECT_TRUE(name.isEmpty() || isSame(stored[name], *column))
                 << name.toStdString() << ": " << stored[name].text().toStdString() << " for "
                 << column->toStdString();
         }
-        stored->MoveNext();
+        stored->moveNext();
     }
-    EXPECT_TRUE(stored.AtEnd()) << sql.toStdString();
+    EXPECT_TRUE(stored.atEnd()) << sql.toStdString();
 }
 
 QList<Row> withColumn(QList<Row> rows, const QString& from, const QString& to) {
@@ -166,7 +166,7 @@ TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
             tanks[i]["TankID"] = tanks[i]["JobID"] + "." + tanks[i]["TankNo"];
             Rows model("Sys",
                        "SELECT Class FROM tblModelMaster WHERE ModelDscrptn = '" + tanks[i]["ModelNo"] + "'");
-            tanks[i]["TankClass"] = model.AtEnd() ? "" : model["Class"].text();
+            tanks[i]["TankClass"] = model.atEnd() ? "" : model["Class"].text();
         }
         expectRows("SELECT * FROM tblJobData ORDER BY TankNo", tanks);
         EXPECT_EQ(converted(), "1");
@@ -187,14 +187,14 @@ TEST_F(PriorData, KeepsANullApartFromAnEmptyText) {
 TEST_F(PriorData, ComesFromTheFileThatTheUserShowsAndKeepsTheWindowsAlive) {
     QStringList told; // status bar texts, as seen by a timer that runs while the windows are alive
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&told] { told.append(StatusText()); });
+    QObject::connect(&timer, &QTimer::timeout, [&told] { told.append(statusText()); });
     timer.start(0);
     dialogs->rule = [](const Message&) { return QMessageBox::Yes; };
     dialogs->files = {fixtures + "prior-large.mdb"};
     Screens::open("frmFirstTime");
     EXPECT_EQ(converted() + ", " + counts(), "1, 300 300 1 2000 10000");
     EXPECT_FALSE(told.filter(" of 10,000 tanks").isEmpty());
-    EXPECT_EQ(StatusText(), "Finished!");
+    EXPECT_EQ(statusText(), "Finished!");
     EXPECT_TRUE(QFile::exists(fixtures + "prior-large.mdb")) << "his file stays";
 }
 
@@ -203,10 +203,10 @@ TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
     convert(contents(fixtures + "prior-typical.mdb"));
     const QString all = counts();
     const QString job = value("SELECT JobID AS V FROM tblJobHeader");
-    Execute("User", "DELETE FROM tblJobHeader WHERE JobID = '" + job + "'");
-    Execute("User", "DELETE FROM tblJobData WHERE JobID = '" + job + "'");
-    Execute("User", "UPDATE tblJobHeader SET Engineer = 'His own'");
-    Execute("User", "UPDATE tblUser SET DefaultPSIa = 13");
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID = '" + job + "'");
+    execute("User", "DELETE FROM tblJobData WHERE JobID = '" + job + "'");
+    execute("User", "UPDATE tblJobHeader SET Engineer = 'His own'");
+    execute("User", "UPDATE tblUser SET DefaultPSIa = 13");
     const QString file = fixtures + "prior-typical.mdb";
     const QByteArray bytes = contents(file);
     const QString before = counts();
@@ -264,7 +264,7 @@ TEST_F(PriorData, TakesACrashOrAHangOfItsReaderForADamagedFile) {
     for (const char* line : {"kill -SEGV $$", "exec sleep 60", "printf T; exit 0"}) {
         write(helper, QByteArray("#!/bin/sh\n") + line + "\n");
         QFile(helper).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        SetPriorHelper({helper, std::chrono::milliseconds(300)});
+        setPriorHelper({helper, std::chrono::milliseconds(300)});
         convert(contents(fixtures + "prior-typical.mdb"));
         EXPECT_EQ(converted() + ", " + counts(), "1, 0 0 0 0 0") << line;
         EXPECT_EQ(Driver::report(), "");
@@ -371,7 +371,7 @@ TEST_F(PriorData, LeavesNothingBehindWhenAWriteFails) {
     EXPECT_TRUE(QFile::exists(priorFile()));
     Screens::unload("frmError");
     Screens::unload("frmFirstTime");
-    Execute("User", "DELETE FROM tblJobHeader");
+    execute("User", "DELETE FROM tblJobHeader");
     Screens::open("frmFirstTime"); // the cause is gone
     EXPECT_EQ(converted() + ", " + counts(), "1, 4 3 1 5 9");
 }
@@ -383,9 +383,9 @@ TEST_F(PriorData, SurvivesEveryDamage) {
     const auto below = [&random](qsizetype limit) {
         return std::uniform_int_distribution<qsizetype>(0, limit - 1)(random);
     };
-    SetPriorHelper({{}, std::chrono::seconds(2)});
+    setPriorHelper({{}, std::chrono::seconds(2)});
     int arrived = 0;
-    const int rounds = Rounds(60, 10000);
+    const int rounds = roundCount(60, 10000);
     for (int round = 0; round < rounds; ++round) {
         const QString name = QStringList{"typical", "distinct", "worn"}[round % 3];
         QByteArray file = contents(fixtures + "prior-" + name + ".mdb");

@@ -35,7 +35,7 @@ TEST(CatalogueSearch, OffersWhatMeetsBothRequirements) {
         const double acceptance = volume * std::uniform_real_distribution(.05, .95)(random);
         std::set<int> quantities;
         std::set<double> acceptances;
-        for (const TankOption& option : FindModels(one, volume, acceptance)) {
+        for (const TankOption& option : findModels(one, volume, acceptance)) {
             const double each = acceptanceOf(option.model);
             EXPECT_GE(each * option.quantity, acceptance) << option.model;
             // A model with the same acceptance as one that fits is listed next to it, whatever its volume.
@@ -84,9 +84,9 @@ TEST(CatalogueSearch, OffersTheseModels) {
         {"RCB", 12000, 10, {}},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(shown(FindModels(row.series, row.volume, row.acceptance)), row.options)
+        EXPECT_EQ(shown(findModels(row.series, row.volume, row.acceptance)), row.options)
             << row.series << ' ' << row.volume << ' ' << row.acceptance;
-    const TankOption first = FindModels("RGB", 10, 31.7).at(0);
+    const TankOption first = findModels("RGB", 10, 31.7).at(0);
     EXPECT_EQ(first.tankVolume, 52.8);
     EXPECT_EQ(first.diameter, 20);
     EXPECT_EQ(first.length, 46.25);
@@ -96,14 +96,14 @@ TEST(CatalogueSearch, ReplacesSteelTanksByVolumeAlone) {
     const TemporaryHome home;
     home.installData();
     using Texts = std::vector<std::string>;
-    EXPECT_EQ(shown(FindConvertedModels("RCBD", 212)),
+    EXPECT_EQ(shown(findConvertedModels("RCBD", 212)),
               (Texts{"1 x RCBD 1100", "2 x RCBD 450", "3 x RCBD 300"}));
-    EXPECT_EQ(shown(FindConvertedModels("RCBD", 290.6)),
+    EXPECT_EQ(shown(findConvertedModels("RCBD", 290.6)),
               (Texts{"1 x RCBD 1100", "2 x RCBD 600", "3 x RCBD 450"}));
-    EXPECT_EQ(shown(FindConvertedModels("RCBD", 290.7)), (Texts{"2 x RCBD 600", "3 x RCBD 450"}));
-    EXPECT_EQ(shown(FindConvertedModels("R", 1)), Texts{"1 x R 8"});
-    EXPECT_EQ(shown(FindConvertedModels("RB", 1500)), Texts{"3 x 42RB96"});
-    EXPECT_TRUE(FindConvertedModels("RCBD", 1e6).empty());
+    EXPECT_EQ(shown(findConvertedModels("RCBD", 290.7)), (Texts{"2 x RCBD 600", "3 x RCBD 450"}));
+    EXPECT_EQ(shown(findConvertedModels("R", 1)), Texts{"1 x R 8"});
+    EXPECT_EQ(shown(findConvertedModels("RB", 1500)), Texts{"3 x 42RB96"});
+    EXPECT_TRUE(findConvertedModels("RCBD", 1e6).empty());
 }
 
 // Each of n tanks needs a connection of .47 bores divided by the root of n: here just enough, and just too
@@ -128,6 +128,6 @@ TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
         {4000, 10, {}},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(shown(FindShockModels("SHK", row.volume, row.bore)), row.options)
+        EXPECT_EQ(shown(findShockModels("SHK", row.volume, row.bore)), row.options)
             << row.volume << " gal on a bore of " << row.bore << " in";
 }

@@ -14,7 +14,7 @@ struct Model {
 };
 
 std::vector<TankOption> search(const std::vector<Model>& catalogue, double volume, double acceptance) {
-    return SearchModels({[&](int quantity) {
+    return searchModels({[&](int quantity) {
                              std::optional<double> smallest;
                              for (const Model& m : catalogue)
                                  if (m.acceptance * quantity >= acceptance && m.volume * quantity >= volume)
@@ -61,7 +61,7 @@ TEST(ModelSearch, TriesTheNextQuantityWhenASizeIsNotFoundAgain) {
         [](double size) {
             return size < 21 ? std::vector<TankOption>{{0, "m", size, 0, 0}} : std::vector<TankOption>{};
         }};
-    EXPECT_EQ(offered(SearchModels(source)), (Pairs{{5, 20}, {6, 100.0 / 6}}));
+    EXPECT_EQ(offered(searchModels(source)), (Pairs{{5, 20}, {6, 100.0 / 6}}));
 }
 
 TEST(ModelSearch, MeetsBothRequirementsWithAtMostThreeQuantities) {

@@ -45,35 +45,35 @@ TEST(RequiredSizes, OfEachGlycol) {
         EXPECT_EQ(limitsOf(fluidLimits[place]), std::to_array(row.limits)) << row.fluid;
         EXPECT_DOUBLE_EQ(SpecVol(row.fluid, 60).value(), row.at60) << row.fluid;
         EXPECT_DOUBLE_EQ(SpecVol(row.fluid, 180).value(), row.at180) << row.fluid;
-        EXPECT_EQ(FluidExpansionFactor(row.fluid, 60, 180), row.expansion) << row.fluid;
+        EXPECT_EQ(fluidExpansionFactor(row.fluid, 60, 180), row.expansion) << row.fluid;
     }
 }
 
 TEST(RequiredSizes, GlycolJob) {
     EXPECT_DOUBLE_EQ(*SpecVol("30% Propylene Glycol", 50), 1.0070725);
     EXPECT_DOUBLE_EQ(*SpecVol("30% Propylene Glycol", 200), 1.05589);
-    const double e = FluidExpansionFactor("30% Propylene Glycol", 50, 200);
+    const double e = fluidExpansionFactor("30% Propylene Glycol", 50, 200);
     EXPECT_EQ(e, .04847);
-    const double bladder = AcceptanceFactor(glycolJob, false);
+    const double bladder = acceptanceFactor(glycolJob, false);
     EXPECT_EQ(bladder, .4027);
-    const RequiredSizes sizes = ExpansionTankSizes(glycolJob, e, bladder);
+    const RequiredSizes sizes = expansionTankSizes(glycolJob, e, bladder);
     EXPECT_EQ(sizes.acceptance, 48.47);
     EXPECT_EQ(sizes.volume, 120.3626);
-    const double plain = AcceptanceFactor(glycolJob, true);
+    const double plain = acceptanceFactor(glycolJob, true);
     EXPECT_EQ(plain, .2217);
-    EXPECT_EQ(ExpansionTankSizes(glycolJob, e, plain).volume, 218.6288);
-    EXPECT_EQ(ExpansionTankSizes(glycolJob, e, plain).acceptance, 48.47);
+    EXPECT_EQ(expansionTankSizes(glycolJob, e, plain).volume, 218.6288);
+    EXPECT_EQ(expansionTankSizes(glycolJob, e, plain).acceptance, 48.47);
 }
 
 TEST(RequiredSizes, Drawdown) {
     const SystemConditions job{0, 1, 40, 60, 14.7, 50};
-    EXPECT_EQ(AcceptanceFactor(job, false), .2677);
-    EXPECT_EQ(HydropneumaticTankSizes(job, .2677).acceptance, 50);
-    EXPECT_EQ(HydropneumaticTankSizes(job, .2677).volume, 186.7762);
+    EXPECT_EQ(acceptanceFactor(job, false), .2677);
+    EXPECT_EQ(hydropneumaticTankSizes(job, .2677).acceptance, 50);
+    EXPECT_EQ(hydropneumaticTankSizes(job, .2677).volume, 186.7762);
 }
 
 TEST(RequiredSizes, Conversion) {
-    const RequiredSizes sizes = ConvertedTankSizes({0, 0, 20, 0, 14.7, 500});
+    const RequiredSizes sizes = convertedTankSizes({0, 0, 20, 0, 14.7, 500});
     EXPECT_EQ(sizes.volume, 212);
     EXPECT_EQ(sizes.acceptance, 212);
 }
@@ -82,39 +82,39 @@ TEST(RequiredSizes, ColumnOfTheWaterTable) {
     const std::pair<double, int> cases[] = {{-20, 40},  {40, 40}, {40.5, 45},  {45, 45},
                                             {45.1, 50}, {95, 95}, {95.1, 100}, {400, 100}};
     for (const auto& [temperature, column] : cases)
-        EXPECT_EQ(ExpansionColumn(temperature), column) << temperature;
+        EXPECT_EQ(expansionColumn(temperature), column) << temperature;
 }
 
 TEST(RequiredSizes, HaveLowerLimits) {
-    const RequiredSizes none = ExpansionTankSizes(glycolJob, 0, .4);
+    const RequiredSizes none = expansionTankSizes(glycolJob, 0, .4);
     EXPECT_EQ(none.acceptance, .1);
     EXPECT_EQ(none.volume, .1);
     SystemConditions small = glycolJob;
     small.volume = 1;
-    const RequiredSizes sizes = ExpansionTankSizes(small, .04, .05);
+    const RequiredSizes sizes = expansionTankSizes(small, .04, .05);
     EXPECT_EQ(sizes.acceptance, .1);
     EXPECT_EQ(sizes.volume, .8);
-    const RequiredSizes drawdown = HydropneumaticTankSizes({0, 1, 40, 60, 14.7, .01}, .2677);
+    const RequiredSizes drawdown = hydropneumaticTankSizes({0, 1, 40, 60, 14.7, .01}, .2677);
     EXPECT_EQ(drawdown.acceptance, .1);
     EXPECT_EQ(drawdown.volume, .1);
-    const RequiredSizes converted = ConvertedTankSizes({0, 0, 20, 0, 14.7, 1}); // .42 rounds to 0
+    const RequiredSizes converted = convertedTankSizes({0, 0, 20, 0, 14.7, 1}); // .42 rounds to 0
     EXPECT_EQ(converted.acceptance, .1);
     EXPECT_EQ(converted.volume, .1);
 }
 
 TEST(RequiredSizes, FailWhenThePressuresAreTooClose) {
     const SystemConditions close{40, 200, 100, 100.001, 14.7, 1000};
-    EXPECT_EQ(AcceptanceFactor(close, false), 0);
-    EXPECT_THROW(ExpansionTankSizes(close, .04, AcceptanceFactor(close, false)), Fault);
-    EXPECT_THROW(HydropneumaticTankSizes(close, 0), Fault);
-    EXPECT_THROW(AcceptanceFactor({}, false), Fault);
-    EXPECT_THROW(AcceptanceFactor({}, true), Fault);
-    EXPECT_THROW(ConvertedTankSizes({}), Fault);
+    EXPECT_EQ(acceptanceFactor(close, false), 0);
+    EXPECT_THROW(expansionTankSizes(close, .04, acceptanceFactor(close, false)), Fault);
+    EXPECT_THROW(hydropneumaticTankSizes(close, 0), Fault);
+    EXPECT_THROW(acceptanceFactor({}, false), Fault);
+    EXPECT_THROW(acceptanceFactor({}, true), Fault);
+    EXPECT_THROW(convertedTankSizes({}), Fault);
 }
 
 TEST(RequiredSizes, UnknownFluidGrowsByHalf) {
     EXPECT_FALSE(SpecVol("Water", 50));
-    EXPECT_EQ(FluidExpansionFactor("Brine", 50, 200), .5);
+    EXPECT_EQ(fluidExpansionFactor("Brine", 50, 200), .5);
 }
 
 TEST(RequiredSizes, NeverFallWhenTheSystemGrowsOrGetsHotter) {
@@ -133,9 +133,9 @@ TEST(RequiredSizes, NeverFallWhenTheSystemGrowsOrGetsHotter) {
         job.volume = between(1, 50000);
         const bool plain = i % 3 == 0;
         const auto volumeOf = [&](const SystemConditions& c) {
-            return ExpansionTankSizes(
-                       c, FluidExpansionFactor(limits.fluid, c.minimumTemperature, c.maximumTemperature),
-                       AcceptanceFactor(c, plain))
+            return expansionTankSizes(
+                       c, fluidExpansionFactor(limits.fluid, c.minimumTemperature, c.maximumTemperature),
+                       acceptanceFactor(c, plain))
                 .volume;
         };
         SystemConditions larger = job;

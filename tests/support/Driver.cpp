@@ -14,7 +14,7 @@ namespace Driver {
 
 ScriptedDialogs& start() {
     registerAll();
-    InstallerFiles::SetInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
+    InstallerFiles::setInstallerFolder(QDir::tempPath() + "/no-installer-has-been-here");
     ScriptedDialogs& dialogs = ScriptedDialogs::install();
     dialogs.rule = ScriptedDialogs::decline;
     auto* window = new BrennovalMain; // stop() deletes it
@@ -60,6 +60,11 @@ QString pressAt(QWidget* target, const QPoint& point, bool twice) {
         if (!there) // its record and its screen are gone
             return {};
     }
+    for (QWidget* parent = target->parentWidget(); parent; parent = parent->parentWidget())
+        if (auto* area = dynamic_cast<QScrollArea*>(parent)) { // users scroll to what they press
+            const QPoint there = target->mapTo(area->widget(), point);
+            area->ensureVisible(there.x(), there.y());
+        }
     const QPoint place = target->mapTo(window, point);
     const QWidget* top = window->childAt(place);
     if (top && top != target && !target->isAncestorOf(top) && top->isEnabled())
@@ -113,7 +118,7 @@ void enterConditions(const QString& volume) {
 
 QString report() {
     const auto* box = control("frmError", "lblTechSupport");
-    return box ? Fields::FieldText(box) : QString();
+    return box ? Fields::fieldText(box) : QString();
 }
 
 } // namespace Driver

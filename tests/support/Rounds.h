@@ -4,6 +4,6 @@
 
 /// How often a random test repeats: a few times in every run, and often enough to be trusted in
 /// scripts/endurance.
-inline int Rounds(int everyRun, int endurance) {
+inline int roundCount(int everyRun, int endurance) {
     return qEnvironmentVariableIsSet("BRENNOVAL_ENDURANCE") ? endurance : everyRun;
 }

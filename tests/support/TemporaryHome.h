@@ -36,7 +36,7 @@ class TemporaryHome {
             QFile::remove(target);
             QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/Data/") + name, target);
         }
-        CreateRegistryKey(HKeyCurrentUser(), AppRegistryKey());
+        createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
         SetRegValue(AppRegistryKey(), DatabaseDirectoryValue(), dataFolder(), RegistryType::Text);
     }
 

@@ -35,7 +35,7 @@ void note(QFile& trace, const Taken& step) {
 /// Picks a random step among those that the open windows allow, in proportion to their weights.
 Taken draw(const Walk& walk, std::mt19937& random) {
     QList<double> weights;
-    for (const Step& step : AllSteps())
+    for (const Step& step : allSteps())
         weights.append(!*step.window || walk.notes.isOpen(step.window) ? step.weight : 0);
     const int step = std::discrete_distribution<int>(weights.begin(), weights.end())(random);
     return {step, unsigned(random())};
@@ -139,11 +139,11 @@ int main(int argc, char** argv) {
     parser.process(application);
     const QTemporaryDir folder;
     const QString trace = folder.filePath("steps");
-    const bool endurance = Rounds(0, 1) == 1;
+    const bool endurance = roundCount(0, 1) == 1;
     const unsigned seed = parser.isSet("seed") ? parser.value("seed").toUInt()
                           : endurance          ? std::random_device()()
                                                : 1;
-    const int count = parser.isSet("steps") ? parser.value("steps").toInt() : Rounds(2000, 10000);
+    const int count = parser.isSet("steps") ? parser.value("steps").toInt() : roundCount(2000, 10000);
     if (parser.isSet("wander"))
         return run([&](Walk& walk) { wander(walk, seed, count, parser.value("wander")); }) ? 0 : 1;
     if (parser.isSet("play"))

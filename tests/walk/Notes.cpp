@@ -99,7 +99,7 @@ Row tagBoxes(const Row& line) {
 
 } // namespace
 
-Face FaceOf(const QString& window) {
+Face faceOf(const QString& window) {
     static const QMap<QString, Face> faces = {
         {"frmJobHeader", {About::Job}},
         {"frmClassSelect", {About::Job, false, "lblJobID"}},
@@ -158,7 +158,7 @@ void Notes::set(const Work& task, const QString& writer, std::optional<QString> 
 }
 
 bool Notes::serves(const QString& pad, const QString& target) const {
-    if (!isOpen(target) || (FaceOf(pad).about == About::Job && !windows[pad].handsBack))
+    if (!isOpen(target) || (faceOf(pad).about == About::Job && !windows[pad].handsBack))
         return false;
     const Work own = windows[pad].work;
     const Work other = windows[target].work;
@@ -169,7 +169,7 @@ bool Notes::serves(const QString& pad, const QString& target) const {
 }
 
 bool Notes::open(const QString& window, const Work& task) {
-    const Face face = FaceOf(window);
+    const Face face = faceOf(window);
     if (isOpen(window)) {
         Window& present = windows[window];
         // An estimate begun without a job joins the first job that takes it up.
@@ -300,7 +300,7 @@ void Notes::refresh(const QString& window) {
     const int chosen = front.chosen;
     const QString kept = front.list.value(chosen);
     // A screen for a line to come keeps what it has.
-    if (FaceOf(window).about == About::Line && lineOf(window).isEmpty())
+    if (faceOf(window).about == About::Line && lineOf(window).isEmpty())
         return;
     if (window == "frmTankSeries" || (window == "frmJobHeader" && !headers.contains(jobOf(*front.work))))
         return;

@@ -101,7 +101,7 @@ struct Face {
     const char* title = nullptr;  // the text before the job in its title
     const char* serves = nullptr; // the screen it writes into
 };
-Face FaceOf(const QString& window);
+Face faceOf(const QString& window);
 
 /// The parts of the arithmetic and of the catalogue that the notes need.
 namespace Reckoning {

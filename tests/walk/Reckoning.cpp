@@ -41,10 +41,10 @@ double expansionOf(const Row& line) {
     const SystemConditions conditions = conditionsOf(line);
     if (line["SysFluidType"] == "Water")
         return lookUp(QString("SELECT [%1] FROM tblExpFactor WHERE SOTMax >= %2 ORDER BY SOTMax LIMIT 1")
-                          .arg(ExpansionColumn(conditions.minimumTemperature))
+                          .arg(expansionColumn(conditions.minimumTemperature))
                           .arg(line["SOTMax"]))
             .toDouble();
-    return FluidExpansionFactor(line["SysFluidType"].toStdString(), conditions.minimumTemperature,
+    return fluidExpansionFactor(line["SysFluidType"].toStdString(), conditions.minimumTemperature,
                                 conditions.maximumTemperature);
 }
 
@@ -54,21 +54,21 @@ Row optionOf(const TankOption& option) {
 
 /// A shock option also stores its two figures as displayed, to one decimal.
 Row shockOptionOf(const TankOption& option, const Row& line) {
-    const double acceptance = ShockAcceptanceFactor(
+    const double acceptance = shockAcceptanceFactor(
         line["FlowPressure"].toDouble(), line["StaticPressure"].toDouble(), line["AtmPressure"].toDouble());
     const double leakLoad = LeakLoad(acceptance, option.tankVolume, option.quantity,
-                                     line["PipeLength"].toDouble(), PipeArea(bore(line["PipeIndex"])));
+                                     line["PipeLength"].toDouble(), pipeArea(bore(line["PipeIndex"])));
     const double delay =
-        PumpStartupDelay(acceptance, option.tankVolume, option.quantity, line["FlowRate"].toDouble());
+        pumpStartupDelay(acceptance, option.tankVolume, option.quantity, line["FlowRate"].toDouble());
     Row row = optionOf(option);
-    row["LeakLoad"] = ShownNumber(ToNumber(FormattedNumber(leakLoad, "#,##0.0%").chopped(1)) / 100);
-    row["PumpRunTime"] = ShownNumber(ToNumber(FormattedNumber(delay, "#,##0.0 sec").chopped(4)));
+    row["LeakLoad"] = shownNumber(toNumber(formattedNumber(leakLoad, "#,##0.0%").chopped(1)) / 100);
+    row["PumpRunTime"] = shownNumber(toNumber(formattedNumber(delay, "#,##0.0 sec").chopped(4)));
     return row;
 }
 
 QString textOf(sqlite3_stmt* statement, int column) {
     if (sqlite3_column_type(statement, column) == SQLITE_FLOAT)
-        return ShownNumber(sqlite3_column_double(statement, column));
+        return shownNumber(sqlite3_column_double(statement, column));
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
 }
 
@@ -108,16 +108,16 @@ Row sizes(const Row& line, const QString& series, const Values& values) {
     const SystemConditions conditions = conditionsOf(line);
     RequiredSizes found;
     if (values.mode == "Convert") {
-        found = ConvertedTankSizes(conditions);
+        found = convertedTankSizes(conditions);
     } else {
-        const double acceptance = AcceptanceFactor(conditions, series == "RB");
+        const double acceptance = acceptanceFactor(conditions, series == "RB");
         found = values.application == "Hydropneumatic Tank"
-                    ? HydropneumaticTankSizes(conditions, acceptance)
-                    : ExpansionTankSizes(conditions, expansionOf(line), acceptance);
+                    ? hydropneumaticTankSizes(conditions, acceptance)
+                    : expansionTankSizes(conditions, expansionOf(line), acceptance);
     }
     return {{"TankClass", series},
-            {"RequiredVolume", ShownNumber(found.volume)},
-            {"RequiredAcceptance", ShownNumber(found.acceptance)}};
+            {"RequiredVolume", shownNumber(found.volume)},
+            {"RequiredAcceptance", shownNumber(found.acceptance)}};
 }
 
 QList<Row> options(const Row& line, const Values& values) {
@@ -125,13 +125,13 @@ QList<Row> options(const Row& line, const Values& values) {
     const double volume = line["RequiredVolume"].toDouble();
     QList<Row> rows;
     if (values.mode == "Convert") {
-        for (const TankOption& option : FindConvertedModels(series, volume))
+        for (const TankOption& option : findConvertedModels(series, volume))
             rows.append(optionOf(option));
     } else if (values.application == "Shock Arrestor Tank") {
-        for (const TankOption& option : FindShockModels(series, volume, bore(line["PipeIndex"])))
+        for (const TankOption& option : findShockModels(series, volume, bore(line["PipeIndex"])))
             rows.append(shockOptionOf(option, line));
     } else {
-        for (const TankOption& option : FindModels(series, volume, line["RequiredAcceptance"].toDouble()))
+        for (const TankOption& option : findModels(series, volume, line["RequiredAcceptance"].toDouble()))
             rows.append(optionOf(option));
     }
     return rows;
@@ -145,22 +145,22 @@ std::optional<Row> shockSizes(const Row& boxes) {
                                      .staticPressure = boxes["StaticPressure"].toDouble(),
                                      .shockPressure = boxes["ShockPressure"].toDouble(),
                                      .atmosphericPressure = 14.7};
-    const double shock = ShockPressureBand(conditions.shockPressure);
-    const double rest = StaticPressureBand(conditions.staticPressure);
+    const double shock = shockPressureBand(conditions.shockPressure);
+    const double rest = staticPressureBand(conditions.staticPressure);
     const double factor =
-        TableHasPressureFactor(shock, rest)
+        tableHasPressureFactor(shock, rest)
             ? lookUp(QString("SELECT [%1] FROM tblPressureFactor WHERE SOPMax = %2").arg(rest).arg(shock))
                   .toDouble()
-            : HighPressureFactor(shock, rest);
+            : highPressureFactor(shock, rest);
     if (factor == 0 || conditions.bore == 0)
         return std::nullopt;
-    const ShockSizes found = ComputeShockSizes(conditions, factor);
-    const double acceptance = ShockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+    const ShockSizes found = computeShockSizes(conditions, factor);
+    const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
                                                     conditions.atmosphericPressure);
-    if (ShockObjection(found.waterVelocity, acceptance, shock))
+    if (shockObjection(found.waterVelocity, acceptance, shock))
         return std::nullopt;
     Row row = boxes;
-    const auto put = [&](const char* column, double value) { row[column] = ShownNumber(Round(value, 8)); };
+    const auto put = [&](const char* column, double value) { row[column] = shownNumber(Round(value, 8)); };
     put("AtmPressure", conditions.atmosphericPressure);
     put("WaterVelocity", found.waterVelocity);
     put("KineticEnergy", found.kineticEnergy);

@@ -390,7 +390,7 @@ std::optional<Row> conditionColumns(const Walk& walk, const QString& window) {
         if (window == entry.window) {
             if (boxes[entry.box].isEmpty())
                 return std::nullopt;
-            row[entry.column] = ShownNumber(ToNumber(boxes[entry.box]));
+            row[entry.column] = shownNumber(toNumber(boxes[entry.box]));
         }
     if (window == "frmJobConditionsSHK") {
         row["PipeIndex"] = boxes["PipeIndex"];
@@ -588,7 +588,7 @@ void calculate(Walk& walk, const QString& window) {
         walk.type(window, box, walk.number(5, 90, walk.notes.windows[window].boxes[box]));
     walk.press(window, "bttnCalc");
     walk.notes.windows[window].boxes["TotSysFluidCalc"] =
-        Fields::FieldText(Driver::control(window, "TotSysFluidCalc"));
+        Fields::fieldText(Driver::control(window, "TotSysFluidCalc"));
 }
 
 void takeEstimate(Walk& walk, const QString& window) {
@@ -650,7 +650,7 @@ void typeMetric(Walk& walk, const QString& window) {
 }
 
 void takeMetric(Walk& walk, const QString& window) {
-    const QString target = FaceOf(window).serves;
+    const QString target = faceOf(window).serves;
     if (!walk.notes.serves(window, target))
         return;
     walk.reach(window, "cmdOK");
@@ -659,7 +659,7 @@ void takeMetric(Walk& walk, const QString& window) {
     for (const Conversion& conversion : conversions)
         if (window == conversion.pad && !boxes[conversion.box].isEmpty()) {
             conditions.boxes[conversion.target] =
-                ShownNumber(conversion.convert(boxes[conversion.box].toDouble()));
+                shownNumber(conversion.convert(boxes[conversion.box].toDouble()));
             conditions.typed = true;
         }
     walk.notes.remove(window);
@@ -787,7 +787,7 @@ const QStringList resultScreens = {"frmResults", "frmResultSHK", "frmResultsConv
 
 } // namespace
 
-const QList<Step>& AllSteps() {
+const QList<Step>& allSteps() {
     static const QList<Step> all = {
         {"new job", 4, "", newJob},
         {"edit job", 5, "", editJob},

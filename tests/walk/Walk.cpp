@@ -53,7 +53,7 @@ Walk::Walk(const Stage& stage) : player(stage) {
 }
 
 bool Walk::take(const Taken& taken) {
-    const Step& step = AllSteps()[taken.step];
+    const Step& step = allSteps()[taken.step];
     random.seed(taken.seed);
     if (*step.window && !notes.isOpen(step.window))
         return false;
@@ -83,7 +83,7 @@ QString Walk::number(double low, double high, const QString& present) {
     const int steps = int((high - low) * 100);
     QString text;
     do
-        text = ShownNumber(Round(low + (1 + below(steps)) / 100.0, 2));
+        text = shownNumber(Round(low + (1 + below(steps)) / 100.0, 2));
     while (text == present);
     return text;
 }
@@ -169,7 +169,7 @@ void Walk::compareRows(const QString& table, const QString& key, const QMap<QStr
 
 /// Everything that a window says about its record must match the record it is for.
 void Walk::compareWindow(const QString& window) const {
-    const Face face = FaceOf(window);
+    const Face face = faceOf(window);
     const Values& record = notes.windows[window].openedFor;
     const auto compareLabel = [&](const char* label, const QString& expected) {
         if (const auto* shown = label ? Driver::control<QLabel>(window, label) : nullptr;
@@ -195,13 +195,13 @@ void Walk::compareFront(const QString& window) const {
     const Window& noted = notes.windows[window];
     for (auto box = noted.boxes.cbegin(); box != noted.boxes.cend(); ++box) {
         const auto* field = Driver::control(window, box.key());
-        const QString text = field ? Fields::FieldText(field) : "no box";
+        const QString text = field ? Fields::fieldText(field) : "no box";
         if (text != box.value() &&
             !(text == "0" && box.value().isEmpty())) // an empty box becomes 0 when left
             fail(QString("%1.%2 shows \"%3\" instead of \"%4\"").arg(window, box.key(), text, box.value()));
     }
     const auto* list = Driver::control<QTreeWidget>(window, "lvOptions");
-    if (!list || list->isHidden() || (FaceOf(window).about == About::Nothing))
+    if (!list || list->isHidden() || (faceOf(window).about == About::Nothing))
         return;
     QStringList rows;
     for (int row = 0; row < list->topLevelItemCount(); ++row)

@@ -64,4 +64,4 @@ struct Step {
     const char* window; // the window in which it is taken; empty for none
     void (*act)(Walk& walk, const QString& window);
 };
-const QList<Step>& AllSteps();
+const QList<Step>& allSteps();
