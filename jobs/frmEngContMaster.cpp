@@ -53,7 +53,7 @@ void frmEngContMaster::FillListBox() {
     lstBox->clear();
     txtInput->setMaxLength(NameList::longest(SetTable()));
     for (const QString& listed : NameList::names(SetTable()))
-        lstBox->addItem(Beginning(listed));
+        lstBox->addItem(beginningOf(listed));
 }
 
 /// Picking a name counts as typing it.

@@ -19,7 +19,7 @@ inline QString statementNumber(double value) {
 
 /// A number in a display pattern such as "#,##0 gal".
 inline QString formattedNumber(double value, std::string_view pattern) {
-    return QString::fromStdString(Format(value, pattern));
+    return QString::fromStdString(formatted(value, pattern));
 }
 
 /// Converts the UTF-8 text of the plain C++ tables.

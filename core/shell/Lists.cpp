@@ -140,7 +140,7 @@ void sortByHeadings(QTreeWidget* list) {
     });
 }
 
-QString Beginning(const QString& text) {
+QString beginningOf(const QString& text) {
     constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
     return text.left(maxLength);
 }
@@ -155,7 +155,7 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
-            row->setText(column, Beginning(row->text(column)));
+            row->setText(column, beginningOf(row->text(column)));
         items.append(row.release());
     }
     list->addTopLevelItems(items);

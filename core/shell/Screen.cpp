@@ -168,7 +168,7 @@ void Screen::updateHandOver() {
 
 bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
     try {
-        save(Record::IfChanged::refuse);
+        save(Record::IfChanged::Refuse);
         return true;
     } catch (const RecordChanged& changed) {
         if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),
