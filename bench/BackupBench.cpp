@@ -35,7 +35,8 @@ void restoreJob(benchmark::State& state) {
     const Data data(200, lines);
     const QString copy = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     for (auto _ : state)
-        JobCopies::Restore(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User"), {"J7"});
+        JobCopies::Restore(JobCopies::Source(copy, JobCopies::Origin::Own), openDatabase("User"), {"J7"},
+                           {"J7"});
 }
 
 /// What the backups screen reads when a copy is selected.

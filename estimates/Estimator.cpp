@@ -40,8 +40,11 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     });
     on(control<QToolButton>("bttnCalc"), toolbarProcedure, [this] {
         const auto shown = Calculate();
-        if (!shown)
+        if (!shown) {
+            if (const QWidget* empty = focusWidget(); empty && isMarked(empty))
+                setStatusText(QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(empty)));
             return;
+        }
         result->setText(*shown);
         ValidateValueEntered(result, false); // clears the mark
         Dirty = false;

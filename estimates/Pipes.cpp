@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Screens.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 
 using namespace Gateway;
@@ -24,6 +25,11 @@ bool ValidatePipeSize(const QString& text, const QString& mode) {
 QString pipeIndexOf(const QString& metricIndex) {
     Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = ?", {metricIndex});
     return pipe.atEnd() ? QString() : pipe["PipeIndex"].text();
+}
+
+QString metricIndexOf(const QString& pipeIndex) {
+    Rows pipe = Catalogue::readPipe(pipeIndex);
+    return pipe.atEnd() ? QString() : pipe["MetricIndex"].text();
 }
 
 void openPipeChooser(const QString& opener) {

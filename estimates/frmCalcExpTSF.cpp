@@ -19,7 +19,7 @@ double numberIn(const QLineEdit* box) {
 
 /// Whether every box has text; an empty one silently ends a calculation.
 bool allEntered(std::initializer_list<QWidget*> boxes) {
-    return std::ranges::all_of(boxes, [](QWidget* box) { return ValidateValueEntered(box, false); });
+    return std::ranges::all_of(boxes, isEntered);
 }
 
 /// Copies a dimension of the building into its sketch as it is typed.
@@ -98,8 +98,7 @@ std::optional<double> frmCalcExpTSF::estimateByBuilding() {
 }
 
 std::optional<double> frmCalcExpTSF::estimateByBoiler() {
-    if (!ValidateItemSelected(RadType, false) || !ValidateItemSelected(PipeType, false) ||
-        !allEntered({BoilerOutput}))
+    if (!isEntered(RadType) || !isEntered(PipeType) || !allEntered({BoilerOutput}))
         return std::nullopt;
     return boilerFluid(ToInt16(numberIn(BoilerOutput)), {RadClass, PipeClass});
 }

@@ -15,7 +15,7 @@ frmCalcHydTSF::frmCalcHydTSF() : Estimator("frmCalcHydTSF") {
 
 std::optional<QString> frmCalcHydTSF::Calculate() {
     for (QLineEdit* box : {PumpCapacity, PumpRunTime})
-        if (!ValidateValueEntered(box, false))
+        if (!isEntered(box))
             return std::nullopt;
     const double gallons = Drawdown(toNumber(PumpCapacity->text()), toNumber(PumpRunTime->text()));
     return formattedNumber(gallons, "0"); // no separators, unlike the other estimates

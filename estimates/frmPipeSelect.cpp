@@ -34,7 +34,8 @@ frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
     for (QRadioButton* family : {radSch40, radSch80, radTypeCu})
         on(family, "." + family->objectName(), [this] { fillSizes(); });
     on(bttnMetric, ".tbToolbar", [this] { fillSizes(); });
-    handsOver(bttnOK, [this] { return Tag; });
+    handsOver(bttnOK, [this] { return lvPipeSizes->selectedItems().isEmpty() ? QString() : Tag; });
+    connect(lvPipeSizes, &QTreeWidget::itemSelectionChanged, this, [this] { updateHandOver(); });
     on(bttnOK, ".tbToolbar", [this] { confirm(); });
     onCancel(bttnCancel, ".tbToolbar", [this] { Screens::unload(name()); });
     connect(lvPipeSizes, &QTreeWidget::itemActivated, this,
@@ -44,6 +45,45 @@ frmPipeSelect::frmPipeSelect() : Screen("frmPipeSelect") {
 void frmPipeSelect::Load() {
     radSch40->setChecked(true);
     fillSizes();
+}
+
+QWidget* frmPipeSelect::firstField() const {
+    return lvPipeSizes;
+}
+
+/// The pipe that the screen which asks has now.
+QString frmPipeSelect::presentKey() const {
+    const Screen* opener = Screens::find(Tag);
+    for (const HandOver& handOver : handOvers)
+        for (const QString& name : Tag == handOver.opener && opener ? handOver.boxes : QStringList())
+            if (const auto* box = opener->control<QLineEdit>(name);
+                box && box->isVisible() && !box->text().isEmpty()) {
+                const QString key = pipeIndexOf(box->text()); // of a metric key
+                return key.isEmpty() ? box->text() : key;
+            }
+    return {};
+}
+
+/// Who asks is known only once the chooser has been loaded.
+void frmPipeSelect::Activate() {
+    if (preselectedFor != Tag)
+        preselect();
+    preselectedFor = Tag;
+}
+
+/// Chooses the pipe that the screen which asks has, in its family, or else the first of the list.
+void frmPipeSelect::preselect() {
+    const QString key = presentKey();
+    for (QRadioButton* family : {radSch40, radSch80, radTypeCu}) {
+        family->setChecked(true);
+        fillSizes();
+        if (const auto rows = lvPipeSizes->findItems(key, Qt::MatchFixedString); !rows.isEmpty()) {
+            lvPipeSizes->setCurrentItem(rows.first());
+            return;
+        }
+    }
+    Load();
+    lvPipeSizes->setCurrentItem(lvPipeSizes->topLevelItem(0));
 }
 
 void frmPipeSelect::fillSizes() {

@@ -12,7 +12,12 @@ class frmPipeSelect : public Screen, private Ui::frmPipeSelect {
 
   private:
     void Load() override;
+    void Activate() override;
+    QWidget* firstField() const override;
+    QString presentKey() const;
+    void preselect();
     void fillSizes();
     QString selectedKey() const;
     void confirm();
+    QString preselectedFor; // the screen that asked when a pipe was last chosen for the user
 };

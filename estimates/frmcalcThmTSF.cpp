@@ -35,7 +35,7 @@ bool frmcalcThmTSF::eventFilter(QObject* object, QEvent* event) {
 /// have holds nothing.
 std::optional<QString> frmcalcThmTSF::Calculate() {
     for (QLineEdit* box : {WtrHtrVolume, PipeIndex, Pipeft})
-        if (!ValidateValueEntered(box, false))
+        if (!isEntered(box))
             return std::nullopt;
     const double gallons =
         hotWaterFluid(toNumber(WtrHtrVolume->text()), pipeBore(PipeIndex->text()), toNumber(Pipeft->text()));

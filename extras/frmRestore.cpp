@@ -1,12 +1,14 @@
 #include "extras/frmRestore.h"
 
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/DataCheck.h"
 #include "core/store/Gateway.h"
+#include "core/store/Schema.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -62,13 +64,20 @@ QString number(double value) {
 std::unique_ptr<ListRow> rowOf(const Backup::Copy& copy) {
     const QLocale english(QLocale::English);
     auto row = std::make_unique<ListRow>(QStringList{
-        copy.made.toString("MM/dd/yy  hh:mm"), shown(copy.reason),
+        shownDate(copy.made.date()) + copy.made.toString("  hh:mm"), shown(copy.reason),
         english.formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat), QString(), QString()});
     row->setSortKey(Made, copy.made);
     row->setSortKey(Size, copy.size);
     for (const int column : {Size, Jobs, Tanks})
         row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     return row;
+}
+
+/// Makes a list wide enough for a row of such texts in the font that is set.
+void makeRoom(QTreeWidget* list, const QString& texts) {
+    constexpr int gaps = 90; // pixels between five columns
+    list->setMinimumWidth(
+        std::max(list->minimumWidth(), list->fontMetrics().horizontalAdvance(texts) + gaps));
 }
 
 bool closeOtherScreens(const QString& own) {
@@ -93,6 +102,9 @@ frmRestore::frmRestore() : Screen("frmRestore") {
     lvCopies->setColumnCount(Tanks + 1);
     lvCopies->header()->setStretchLastSection(false); // keeps the numbers together
     lvCopies->header()->setSectionResizeMode(For, QHeaderView::Stretch);
+    makeRoom(lvCopies, "00/00/00  00:00Before a conversion100.0 MB10,000Tanks");
+    for (QTreeWidget* list : {lvJobs, lvTanks})
+        makeRoom(list, "Tank ID Compared with today Tanks Description");
     sortByHeadings(lvCopies);
     sortByHeadings(lvJobs);
     connect(lvCopies, &QTreeWidget::itemSelectionChanged, this, [this] {
@@ -166,6 +178,7 @@ void frmRestore::countCopies() {
             copy.setProperty("Data Source", path);
             copy.setReadOnly();
             copy.Open();
+            Schema::requirePlainTables(copy);
             const Backup::Counts counts = Backup::countsOf(copy);
             for (const auto& [column, count] : {std::pair(Jobs, counts.jobs), {Tanks, counts.tanks}}) {
                 row->setText(column, number(count));
@@ -256,10 +269,8 @@ void frmRestore::restoreJobs() {
         Dialogs::current().show({.text = "Please tick the jobs in the list!", .title = "Error"});
         return;
     }
-    QStringList replaced;
-    for (const JobCopies::Job& job : jobs)
-        if (job.today != Today::Missing && ticked.contains(job.jobID))
-            replaced.append(job.jobID);
+    // What the list says may have become another since.
+    const QStringList replaced = JobCopies::standingOf(ticked, openDatabase("User"));
     if (!replaced.isEmpty() && !confirm("These jobs stand in your data today and will be replaced:\n" +
                                             replaced.join(", ") + "\nDo you want to replace them?",
                                         windowTitle()))
@@ -268,8 +279,8 @@ void frmRestore::restoreJobs() {
     procedure(".RestoreJobs", [&] {
         const Connection user = openDatabase("User");
         if (!replaced.isEmpty())
-            Backup::makeIfPossible(user, Backup::Reason::Restore);
-        JobCopies::Restore(*source, user, ticked);
+            Backup::makeIfPossible(user, Backup::Reason::Restore, source->file());
+        JobCopies::Restore(*source, user, ticked, replaced);
     });
     setStatusText((isImport() ? "Imported: " : "Restored: ") + ticked.join(", "));
     const JobCopies::Origin origin = source->origin();

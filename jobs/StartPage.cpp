@@ -1,6 +1,7 @@
 #include "jobs/StartPage.h"
 
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Hourglass.h"
@@ -69,8 +70,8 @@ void StartPage::fillJobs() {
     ListRows rows;
     try {
         for (const JobSearch::Job& job : JobSearch::newest(newestJobs))
-            rows.push_back(std::make_unique<ListRow>(
-                QStringList{job.jobID, job.contractor, job.created.toString("MM/dd/yy")}));
+            rows.push_back(
+                std::make_unique<ListRow>(QStringList{job.jobID, job.contractor, shownDate(job.created)}));
     } catch (const Fault&) {
         rows.clear();
     }

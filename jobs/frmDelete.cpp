@@ -14,9 +14,8 @@ namespace {
 /// The list row of a tank, with a tick box. Its ID sorts by tank number.
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDate created = tank.dateCreated.value_or(QDateTime()).date();
-    auto line =
-        std::make_unique<ListRow>(QStringList{shownText(tank.tankID), shownText(tank.modelNo),
-                                              shownText(tank.tankClass), created.toString("MM/dd/yy")});
+    auto line = std::make_unique<ListRow>(QStringList{shownText(tank.tankID), shownText(tank.modelNo),
+                                                      shownText(tank.tankClass), shownDate(created)});
     line->setCheckState(0, Qt::Unchecked);
     line->setSortKey(0, tank.tankNo.value_or(0));
     line->setSortKey(3, created);
@@ -30,6 +29,7 @@ frmDelete::frmDelete() : Screen("frmDelete") {
     prepare();
     sortByHeadings(lvOptions);
     on(bttnDelete, ".tbToolbar", [this] { DeleteRecords(); });
+    connect(optJob, &QRadioButton::toggled, this, [this] { showChoice(); });
     on(bttnSearch, ".tbToolbar", [this] { leaveFor("frmjobsearchdialog"); });
     // The space bar toggles the tick box, which is in the first column.
     connect(lvOptions, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* line) {
@@ -52,7 +52,17 @@ void frmDelete::FillListView() {
         for (const TankLine& tank : tankLinesOf(lblJobID->text()))
             lines.push_back(lineOf(tank));
         fillList(lvOptions, {"Tank ID", "Model No.", "App", "Date Created"}, std::move(lines));
+        if (optJob->isChecked())
+            showChoice();
     });
+}
+
+/// With the whole job all its tanks are deleted, and none can be chosen.
+void frmDelete::showChoice() {
+    const bool whole = optJob->isChecked();
+    for (int i = 0; i < lvOptions->topLevelItemCount(); ++i)
+        lvOptions->topLevelItem(i)->setCheckState(0, whole ? Qt::Checked : Qt::Unchecked);
+    lvOptions->setEnabled(!whole);
 }
 
 void frmDelete::DeleteRecords() {

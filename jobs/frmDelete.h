@@ -16,6 +16,7 @@ class frmDelete : public Screen, private Ui::frmDelete {
 
   private:
     void Load() override;
+    void showChoice();
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
     void DeleteRecords();

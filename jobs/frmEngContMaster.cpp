@@ -8,17 +8,6 @@
 
 using namespace StatusBar;
 
-namespace {
-
-QMessageBox::StandardButton askToSave(const QString& question) {
-    return Dialogs::current().show({.text = question,
-                                    .title = "Save?",
-                                    .icon = QMessageBox::Question,
-                                    .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
-}
-
-} // namespace
-
 frmEngContMaster::frmEngContMaster() : Screen("frmEngContMaster") {
     setupUi(this);
     prepare();
@@ -53,7 +42,7 @@ void frmEngContMaster::FillListBox() {
     lstBox->clear();
     txtInput->setMaxLength(NameList::longest(SetTable()));
     for (const QString& listed : NameList::names(SetTable()))
-        lstBox->addItem(Beginning(listed));
+        lstBox->addItem(beginningOf(listed));
 }
 
 /// Picking a name counts as typing it.

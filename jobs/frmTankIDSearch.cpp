@@ -31,8 +31,7 @@ std::optional<Application> applicationOf(const QString& model) {
 std::unique_ptr<ListRow> lineOf(const TankLine& tank) {
     const QDateTime created = tank.dateCreated.value_or(QDateTime());
     auto line = std::make_unique<ListRow>(QStringList{shownText(tank.tankID), shownText(tank.qty),
-                                                      shownText(tank.modelNo),
-                                                      QLocale().toString(created, QLocale::ShortFormat)});
+                                                      shownText(tank.modelNo), shownDate(created.date())});
     line->setSortKey(0, tank.tankNo.value_or(0));
     if (tank.qty)
         line->setSortKey(1, *tank.qty);

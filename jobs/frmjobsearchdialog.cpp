@@ -1,5 +1,6 @@
 #include "jobs/frmjobsearchdialog.h"
 
+#include "core/base/Text.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -36,7 +37,7 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
         operators->addItems(JobSearch::comparisonsOfTexts());
     cmboCriteriaDateCreated->addItems(JobSearch::comparisonsOfDates());
     for (QComboBox* operators : findChildren<QComboBox*>()) {
-        operators->setCurrentIndex(-1);
+        operators->setCurrentIndex(operators->findText("Contains")); // none among those of dates
         operators->installEventFilter(this);
     }
     for (QLineEdit* box : {txtJobID, txtContractor, txtEngineer, txtDate1, txtDate2})
@@ -55,6 +56,14 @@ frmjobsearchdialog::frmjobsearchdialog() : Screen("frmjobsearchdialog") {
 void frmjobsearchdialog::Load() {
     Calendar1->setSelectedDate(QDate::currentDate());
     fillList(lvOptions, headings(), {});
+    if (Session::Mode.text() == Session::Modes::Delete) // which the list itself would not tell
+        setTitle(windowTitle() + " to delete");
+    else if (Session::Mode.text() == Session::Modes::Edit)
+        setTitle(windowTitle() + " to edit");
+}
+
+QWidget* frmjobsearchdialog::firstField() const {
+    return txtJobID;
 }
 
 JobSearch::Criteria frmjobsearchdialog::enteredCriteria() const {
@@ -84,7 +93,7 @@ void frmjobsearchdialog::List(const QString& query) {
     ListRows rows;
     for (const JobSearch::Job& job : JobSearch::Find(query)) {
         auto& row = rows.emplace_back(std::make_unique<ListRow>(
-            QStringList{job.jobID, job.contractor, job.engineer, job.created.toString("MM/dd/yy")}));
+            QStringList{job.jobID, job.contractor, job.engineer, shownDate(job.created)}));
         row->setSortKey(3, job.created);
     }
     fillList(lvOptions, headings(), std::move(rows));

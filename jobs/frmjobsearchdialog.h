@@ -21,6 +21,7 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
 
   private:
     void Load() override;
+    QWidget* firstField() const override;
     bool QueryUnload() override;
     JobSearch::Criteria enteredCriteria() const;
     void List(const QString& query);

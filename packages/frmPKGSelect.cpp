@@ -42,7 +42,10 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
         on(family.option, "." + family.option->objectName(),
            [this, family] { selectFamily(family.packageClass, family.drawing); });
     for (QLineEdit* box : {txtModelNo, txtQty, txtSysPressure})
-        connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
+        connect(box, &QLineEdit::textChanged, this, [this] {
+            Dirty = true;
+            setStatusText("Not saved");
+        });
     for (QLineEdit* box : {txtQty, txtSysPressure})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
     connect(lvOptions, &QTreeWidget::itemSelectionChanged, this,
@@ -81,6 +84,7 @@ void frmPKGSelect::showChanges() {
     txtQty->setText(shownText(asRead->qty));
     txtSysPressure->setText(shownText(asRead->sopMax));
     Dirty = false; // what is stored needs no saving
+    setStatusText("Select Package");
 }
 
 void frmPKGSelect::selectFamily(const QString& packageClass, const QString& drawing) {
@@ -153,6 +157,13 @@ void frmPKGSelect::SaveRecord() {
 }
 
 bool frmPKGSelect::QueryUnload() {
+    if (Dirty && hasEntries()) {
+        const auto answer = askToSave("Current record has not been saved!\nDo you want to save the record?");
+        if (answer == QMessageBox::Yes)
+            procedure(".SaveRecord", [this] { SaveRecord(); });
+        if (answer == QMessageBox::Cancel || (answer == QMessageBox::Yes && Dirty))
+            return false;
+    }
     if (Tag != "1")
         SetStatusBarText();
     return true;

@@ -80,7 +80,7 @@ first_start() {
     wait_for window '^Waiting'
     types 44114
     keys Return
-    keys alt+o
+    keys alt+k
     wait_for is 'SELECT PostalCode FROM tblUser' 44114
 }
 

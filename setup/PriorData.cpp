@@ -8,8 +8,8 @@
 #include "core/shell/Trap.h"
 #include "core/store/Backup.h"
 #include "core/store/Gateway.h"
+#include "core/store/JobCopies.h"
 #include "core/store/Model.h"
-#include "core/store/StoredRows.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
 
@@ -99,6 +99,11 @@ QString textOf(const QVariant& value) {
     return value.typeId() == QMetaType::Double ? shownNumber(value.toDouble()) : value.toString();
 }
 
+/// A job ID in the form in which equal IDs are the same.
+QString keyOf(const QVariant& job) {
+    return withoutTrailingBlanks(textOf(job)).toCaseFolded();
+}
+
 /// Copies an earlier value to a column; a null leaves the column unchanged.
 void take(Recordset::Field column, const QVariant& value) {
     if (value.typeId() == QMetaType::Double)
@@ -150,7 +155,7 @@ class Conversion {
         return found;
     }
 
-    bool isSkipped(const QVariant& job) const { return skippedJobs.contains(textOf(job).toCaseFolded()); }
+    bool isSkipped(const QVariant& job) const { return skippedJobs.contains(keyOf(job)); }
 
     const std::vector<QVariantList>& rowsOf(PriorTables::Index table) const {
         return prior.tables[table].rows;
@@ -305,7 +310,8 @@ std::optional<Source> askForFile() {
                                                          "Do you have prior data to convert?",
                                                  .title = "Convert Data?",
                                                  .icon = QMessageBox::Question,
-                                                 .buttons = QMessageBox::Yes | QMessageBox::No});
+                                                 .buttons = QMessageBox::Yes | QMessageBox::No,
+                                                 .defaultButton = QMessageBox::No});
     if (answer != QMessageBox::Yes)
         return std::nullopt;
     // The dialog starts where no earlier program kept its data, so an unchanged name means none.
@@ -389,13 +395,18 @@ bool convert(const Source& source) {
 
 const QString takeOverTitle = QStringLiteral("Take over prior data");
 
-/// The jobs in a file that the user's data already has, as the file spells them.
+/// The jobs in a file that the user's data already has, as the file spells them. Tank lines without a header
+/// count too: they would become part of the user's job.
 QStringList equalJobs(const PriorRows& rows, const Connection& user) {
-    QStringList equal;
-    for (const QVariantList& row : rows.tables[PriorTables::JobHeader].rows)
-        if (hasRow(user, "tblJobHeader", "JobID", withoutTrailingBlanks(textOf(row[0]))))
-            equal.append(textOf(row[0]));
-    return equal;
+    QStringList jobs;
+    QSet<QString> seen;
+    for (const auto table : {PriorTables::JobHeader, PriorTables::JobData})
+        for (const QVariantList& row : rows.tables[table].rows)
+            if (const QString key = keyOf(row[0]); !seen.contains(key)) {
+                seen.insert(key);
+                jobs.append(withoutTrailingBlanks(textOf(row[0])));
+            }
+    return JobCopies::standingOf(jobs, user);
 }
 
 bool confirmWithout(const QStringList& equal) {
@@ -426,7 +437,7 @@ void takeOver(const QString& path) {
     Backup::makeIfPossible(user, Backup::Reason::Conversion);
     QSet<QString> skipped;
     for (const QString& job : equal)
-        skipped.insert(job.toCaseFolded());
+        skipped.insert(keyOf(job));
     Transaction write(user);
     const TakenOver taken = Conversion(user, rows).addToExisting(skipped);
     write.commit();

@@ -52,7 +52,10 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
     on(cmdFindEng, ".cmdFindEng", [this] { FillListView(txtEng, "tblEngineer", "frmUserInputEngineer"); });
     on(cmdFindCont, ".cmdFindCont",
        [this] { FillListView(txtCont, "tblContractor", "frmUserInputContractor"); });
-    on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
+    on(bttnSave, ".tbToolbar", [this] {
+        procedure(".SaveRecord", [this] { SaveRecord(); });
+        setStatusText("Saved");
+    });
     on(bttnChange, ".tbToolbar", [this] { changeRepresentative(); });
     const auto taken = [this] { trap(".lvOptions", [this] { takeRepresentative(); }); };
     connect(lvOptions, &QTreeWidget::itemClicked, this, taken);

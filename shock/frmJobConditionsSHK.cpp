@@ -140,7 +140,7 @@ void frmJobConditionsSHK::goOn() {
     const Hourglass hourglass;
     setStatusText("Processing...");
     for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
-        if (!ValidateValueEntered(box, false))
+        if (!isEntered(box))
             return;
     if (!ValidateValueRange(FlowPressure, StaticPressure) ||
         !ValidateValueRange(StaticPressure, ShockPressure))

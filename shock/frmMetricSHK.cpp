@@ -38,14 +38,17 @@ void frmMetricSHK::Load() {
 }
 
 void frmMetricSHK::showPipe(const QString& metricIndex) {
+    if (const QString metric = metricIndexOf(metricIndex); !metric.isEmpty()) { // the chooser's, a U.S. key
+        txtPipeIndex->setText(metric);
+        return;
+    }
     const QString pipe = metricIndex.isEmpty() ? QString() : pipeIndexOf(metricIndex);
     lblPipeIndexUS->setText(metricIndex.isEmpty() ? QString()
                             : pipe.isEmpty()      ? "not a metric size"
                                                   : "= " + pipe);
 }
 
-/// The chooser hands over U.S. keys even to this pad, and none of them is a metric key: such a text leaves
-/// the pipe on the conditions unchanged.
+/// A text that is no pipe leaves the pipe on the conditions unchanged.
 void frmMetricSHK::confirm() {
     if (const QString text = txtPipeIndex->text(); !text.isEmpty())
         if (const QString pipe = pipeIndexOf(text); !pipe.isEmpty())

@@ -107,11 +107,13 @@ frmTankSeries::frmTankSeries() : Screen("frmTankSeries") {
     prepare();
     setDefault(cmdNext);
     txtTankType->hide();
+    cmdNext->setEnabled(false); // until a series is chosen
     for (const Series& series : allSeries) {
         auto* option = control<QAbstractButton>(series.option);
         option->installEventFilter(this);
         on(option, "." + option->objectName(), [this, series] {
             txtTankType->setText(series.code);
+            cmdNext->setEnabled(true);
             cmdNext->setFocus();
         });
     }

@@ -66,6 +66,12 @@ class NoDatabaseFile : public DatabaseFault {
     using DatabaseFault::DatabaseFault;
 };
 
+/// User data that this program must not work with. The description tells the user why, and what to do.
+class RefusedData : public DatabaseFault {
+  public:
+    using DatabaseFault::DatabaseFault;
+};
+
 /// Another program, or another instance of this one, is using the data right now.
 class DataLocked : public DatabaseFault {
   public:

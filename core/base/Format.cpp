@@ -98,7 +98,7 @@ void roundTo(Decimal& number, std::size_t decimals) {
 
 } // namespace
 
-std::string Format(double value, std::string_view text) {
+std::string formatted(double value, std::string_view text) {
     const Pattern pattern = parsed(text);
     if (!std::isfinite(value))
         return pattern.before + NumberText(value) + pattern.after;

@@ -7,4 +7,4 @@
 /// that is always shown, # one shown only when needed, a comma turns on thousands separators, % shows the
 /// value times 100; text in double quotes and all other characters are copied. Halves round away from zero,
 /// unlike Round.
-std::string Format(double value, std::string_view pattern);
+std::string formatted(double value, std::string_view pattern);

@@ -3,6 +3,7 @@
 #include "core/base/Format.h"
 #include "core/base/Numbers.h"
 
+#include <QDate>
 #include <QString>
 
 #include <string_view>
@@ -19,7 +20,7 @@ inline QString statementNumber(double value) {
 
 /// A number in a display pattern such as "#,##0 gal".
 inline QString formattedNumber(double value, std::string_view pattern) {
-    return QString::fromStdString(Format(value, pattern));
+    return QString::fromStdString(formatted(value, pattern));
 }
 
 /// Converts the UTF-8 text of the plain C++ tables.
@@ -32,6 +33,11 @@ inline QString withoutTrailingBlanks(QString text) {
     while (text.endsWith(u' '))
         text.chop(1);
     return text;
+}
+
+/// A date for lists and the foot of the main window, such as "01/15/26".
+inline QString shownDate(const QDate& date) {
+    return date.toString("MM/dd/yy");
 }
 
 /// The number in a text. Throws Fault 13 if it is not one.

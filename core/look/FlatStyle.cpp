@@ -273,6 +273,19 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_FocusFrame: // around a clickable picture
         roundedBox(*painter, option->rect, Qt::NoBrush, accentColor(option->palette));
         return;
+    case CE_MenuBarItem: // without the line that the base style draws under each title
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+            const bool chosen = item->state & State_Selected;
+            painter->fillRect(item->rect,
+                              item->palette.brush(chosen ? QPalette::Highlight : QPalette::Window));
+            const int hidden =
+                proxy()->styleHint(SH_UnderlineShortcut, option, widget) ? 0 : Qt::TextHideMnemonic;
+            drawItemText(painter, item->rect,
+                         Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine | hidden, item->palette,
+                         item->state & State_Enabled, item->text,
+                         chosen ? QPalette::HighlightedText : QPalette::WindowText);
+        }
+        return;
     case CE_ToolBar:
     case CE_MenuBarEmptyArea:
         painter->fillRect(option->rect, option->palette.brush(QPalette::Window));

@@ -1,4 +1,5 @@
 #include "core/shell/BrennovalMain.h"
+#include "core/base/Text.h"
 
 #include "core/base/Program.h"
 #include "core/look/Appearance.h"
@@ -412,7 +413,7 @@ void BrennovalMain::buildStatusBar() {
 
 void BrennovalMain::updateClock() {
     const QDateTime now = QDateTime::currentDateTime();
-    dateLabel->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
+    dateLabel->setText(shownDate(now.date()));
     timeLabel->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
 }
 

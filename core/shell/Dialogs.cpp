@@ -5,7 +5,10 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QPrintDialog>
+#include <QScreen>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace {
 std::unique_ptr<Dialogs>& installed() {
@@ -23,11 +26,36 @@ class DefaultPointer {
 };
 } // namespace
 
+QRect placeBeside(const QRect& field, const QSize& size, const QRect& window, const QRect& display) {
+    constexpr int titleBar = 40; // pixels, which the window manager puts above the message
+    constexpr int gap = 8;
+    QRect place(QPoint(), size);
+    place.moveCenter(window.center());
+    if (place.adjusted(0, -titleBar, 0, 0).intersects(field)) {
+        place.moveTop(field.bottom() + titleBar + gap);
+        if (place.bottom() > display.bottom())
+            place.moveBottom(field.top() - gap);
+    }
+    const int rightmost = std::max(display.left(), display.right() + 1 - size.width());
+    place.moveLeft(std::clamp(place.left(), display.left(), rightmost));
+    place.moveTop(std::max(place.top(), display.top() + titleBar));
+    return place;
+}
+
 QMessageBox::StandardButton Dialogs::show(const Message& message) {
     const DefaultPointer pointer;
     QMessageBox box(message.icon, message.title, message.text, message.buttons, QApplication::activeWindow());
     if (message.defaultButton != QMessageBox::NoButton)
         box.setDefaultButton(message.defaultButton);
+    if (const QWidget* field = QApplication::focusWidget()) {
+        box.ensurePolished();
+        box.adjustSize();
+        const QWidget* window = field->window();
+        box.move(placeBeside(QRect(field->mapToGlobal(QPoint()), field->size()), box.size(),
+                             QRect(window->mapToGlobal(QPoint()), window->size()),
+                             field->screen()->availableGeometry())
+                     .topLeft());
+    }
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -81,6 +109,13 @@ Dialogs& Dialogs::current() {
 }
 void Dialogs::install(std::unique_ptr<Dialogs> dialogs) {
     installed() = std::move(dialogs);
+}
+
+QMessageBox::StandardButton askToSave(const QString& question) {
+    return Dialogs::current().show({.text = question,
+                                    .title = "Save?",
+                                    .icon = QMessageBox::Question,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel});
 }
 
 bool confirmDeletion(const QString& question) {

@@ -46,5 +46,10 @@ class Dialogs {
     static void install(std::unique_ptr<Dialogs> dialogs);
 };
 
+/// Asks whether to save before what was typed is left: Yes, No or Cancel.
+QMessageBox::StandardButton askToSave(const QString& question);
+/// Where a message of a size goes: the middle of its window, or clear of the field that it speaks of. All in
+/// pixels of the display.
+QRect placeBeside(const QRect& field, const QSize& size, const QRect& window, const QRect& display);
 /// Asks before something is deleted. The default answer is No, in case Return is pressed in haste.
 bool confirmDeletion(const QString& question);

@@ -77,6 +77,14 @@ bool ValidateValueEntered(QWidget* field, bool showMessage) {
     return false;
 }
 
+bool isEntered(QWidget* field) {
+    if (ValidateValueEntered(field, false))
+        return true;
+    markField(field);
+    field->setFocus();
+    return false;
+}
+
 bool ValidateItemSelected(QWidget* field, bool showMessage) {
     if (!fieldText(field).isEmpty()) {
         unmarkField(field);

@@ -17,6 +17,8 @@ bool ValidateMinMax(QWidget* field, double minimum, double maximum);
 bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField);
 bool ValidateValueEntered(QWidget* field, bool showMessage);
 bool ValidateItemSelected(QWidget* field, bool showMessage);
+/// Whether a field has a value. Without a message: an empty one is marked and gets the focus.
+bool isEntered(QWidget* field);
 
 /// The help topic of the session's application; 0 if there is none.
 std::int16_t SetHelpContext();

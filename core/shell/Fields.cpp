@@ -2,7 +2,9 @@
 
 #include "core/look/Appearance.h"
 
+#include <QAccessible>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -10,6 +12,7 @@ namespace Fields {
 
 namespace {
 const char* const markProperty = "fieldError";
+const char* const describedProperty = "describedBefore"; // the field's description while it has no mark
 } // namespace
 
 QString fieldText(const QWidget* field) {
@@ -30,14 +33,28 @@ void setFieldText(QWidget* field, const QString& text) {
         list->setCurrentText(text);
 }
 
+QString nameOf(const QWidget* field) {
+    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(field));
+    return face ? face->text(QAccessible::Name).remove(u'&') : QString();
+}
+
 void markField(QWidget* field) {
     field->setPalette(Appearance::errorPalette(field->palette()));
+    if (isMarked(field))
+        return;
     field->setProperty(markProperty, true);
+    field->setProperty(describedProperty, field->accessibleDescription());
+    field->setAccessibleDescription(QCoreApplication::translate("Fields", "This value is not accepted."));
+    QAccessibleEvent marked(field, QAccessible::Alert);
+    QAccessible::updateAccessibility(&marked);
 }
 
 void unmarkField(QWidget* field) {
     field->setPalette(QPalette());
+    if (!isMarked(field))
+        return;
     field->setProperty(markProperty, false);
+    field->setAccessibleDescription(field->property(describedProperty).toString());
 }
 
 bool isMarked(const QWidget* field) {

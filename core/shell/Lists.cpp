@@ -2,9 +2,12 @@
 
 #include <QCollator>
 #include <QHeaderView>
+#include <QPixmap>
+#include <QRegularExpression>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -69,6 +72,49 @@ class LastColumn : public QObject {
   private:
     QTreeWidget* list;
 };
+
+/// Whether a cell shows just the number that it sorts by, with or without a unit.
+bool showsItsNumber(const QTreeWidgetItem& row, int column) {
+    static const QRegularExpression number(R"(^(-?[\d,]*\.?\d+)\s*([^\s\d]{0,4})$)");
+    const QVariant key = row.data(column, Qt::UserRole);
+    const auto shown = number.match(row.text(column));
+    if (!shown.hasMatch() || !key.canConvert<double>())
+        return false;
+    const double share = shown.captured(2) == u"%" ? 100 : 1;
+    return std::abs(shown.captured(1).remove(u',').toDouble() - key.toDouble() * share) < .51;
+}
+
+/// Whether a column holds numbers alone; empty cells may stand between them.
+bool holdsNumbers(const QList<QTreeWidgetItem*>& rows, int column) {
+    bool any = false;
+    for (const QTreeWidgetItem* row : rows) {
+        if (row->text(column).isEmpty())
+            continue;
+        if (!showsItsNumber(*row, column))
+            return false;
+        any = true;
+    }
+    return any;
+}
+
+/// Numbers to the right, texts to the left, with a gap where a text follows a number.
+void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
+    static const QPixmap gap = [] {
+        QPixmap nothing(12, 1);
+        nothing.fill(Qt::transparent);
+        return nothing;
+    }();
+    bool afterNumbers = false;
+    for (int column = 0; column < list.columnCount(); ++column) {
+        const bool numbers = holdsNumbers(rows, column);
+        const QVariant before = afterNumbers && !numbers ? QVariant(gap) : QVariant();
+        for (QTreeWidgetItem* row : rows + QList<QTreeWidgetItem*>{list.headerItem()}) {
+            row->setTextAlignment(column, (numbers ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+            row->setData(column, Qt::DecorationRole, before);
+        }
+        afterNumbers = numbers;
+    }
+}
 
 } // namespace
 
@@ -140,7 +186,7 @@ void sortByHeadings(QTreeWidget* list) {
     });
 }
 
-QString Beginning(const QString& text) {
+QString beginningOf(const QString& text) {
     constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
     return text.left(maxLength);
 }
@@ -155,9 +201,10 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
-            row->setText(column, Beginning(row->text(column)));
+            row->setText(column, beginningOf(row->text(column)));
         items.append(row.release());
     }
+    alignNumbers(*list, items);
     list->addTopLevelItems(items);
     if (selected == Selected::First && !items.isEmpty())
         list->setCurrentItem(items.first());

@@ -43,7 +43,7 @@ class KeptRows {
 };
 
 /// The start of a text, as much of it as a list can use.
-QString Beginning(const QString& text);
+QString beginningOf(const QString& text);
 
 /// Which row is selected after a list was refilled.
 enum class Selected { First, None };

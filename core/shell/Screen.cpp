@@ -1,6 +1,7 @@
 #include "core/shell/Screen.h"
 
 #include "core/look/Appearance.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Fitting.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -62,8 +63,13 @@ void Screen::prepare() {
 /// What the user types or selects counts as an entry; what the program displays does not.
 void Screen::noteEntries() {
     const auto note = [this] { entered = true; };
-    for (QLineEdit* box : findChildren<QLineEdit*>())
+    for (QLineEdit* box : findChildren<QLineEdit*>()) {
         connect(box, &QLineEdit::textEdited, this, note);
+        connect(box, &QLineEdit::textChanged, this, [box] { // the value that was refused is no longer there
+            if (Fields::isMarked(box))
+                Fields::unmarkField(box);
+        });
+    }
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         connect(box, &QPlainTextEdit::textChanged, this,
                 [this, box] { entered = entered || box->hasFocus(); });
@@ -168,7 +174,7 @@ void Screen::updateHandOver() {
 
 bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
     try {
-        save(Record::IfChanged::refuse);
+        save(Record::IfChanged::Refuse);
         return true;
     } catch (const RecordChanged& changed) {
         if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),

@@ -5,6 +5,7 @@
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 
 using namespace Registry;
 using namespace StatusBar;
@@ -24,6 +25,22 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
         Screens::unload(name());
     });
     onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
+}
+
+/// Says what was tried, so that a folder that has moved need not be typed anew.
+void frmDatabasePath::Load() {
+    QString folder;
+    GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder);
+    txtPath->setText(folder);
+    QStringList reasons;
+    if (!folder.isEmpty())
+        reasons << QCoreApplication::translate("frmDatabasePath", "The data could not be opened in: %1")
+                       .arg(folder);
+    if (const QString install = qEnvironmentVariable("BRENNOVAL_INSTALL_FAILURE"); !install.isEmpty())
+        reasons << QCoreApplication::translate("frmDatabasePath", "The data could not be prepared: %1")
+                       .arg(install);
+    lblFailed->setText(reasons.join(u'\n'));
+    lblFailed->setVisible(!reasons.isEmpty());
 }
 
 void frmDatabasePath::storePath() {

@@ -11,6 +11,7 @@ class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
     Subject subject() const override { return Subject::None; }
 
   private:
+    void Load() override;
     bool QueryUnload() override;
     void storePath();
 };

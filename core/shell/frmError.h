@@ -9,6 +9,8 @@ class frmError : public Screen, private Ui::frmError {
     frmError();
     bool isTopLevel() const override { return true; }
     bool closesOnEscape() const override { return true; }
+    /// In the corner of the display, clear of the screen that the report is about.
+    void Load() override { move(0, 0); }
     Subject subject() const override { return Subject::None; }
     void setReport(const QString& newReport);
     /// What failed, without the time.

@@ -45,6 +45,7 @@ frmSplash::frmSplash() : Screen("frmSplash") {
 }
 
 void frmSplash::setTimerInterval(int interval) {
+    lblHint->setVisible(interval == 0);
     if (interval == 0)
         Timer1.stop();
     else
@@ -54,10 +55,8 @@ void frmSplash::setTimerInterval(int interval) {
 void frmSplash::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         QApplication::exit(0);
-}
-
-void frmSplash::mousePressEvent(QMouseEvent* /*event*/) {
-    QApplication::exit(0);
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        setTimerInterval(tickMilliseconds);
 }
 
 void frmSplash::Load() {
@@ -75,6 +74,11 @@ void frmSplash::timer1Elapsed() {
     } catch (const DataLocked&) {
         if (++lockedTicks > quietTicks)
             throw;
+        return;
+    } catch (const RefusedData& refused) { // not for the technical report: the user can do something about it
+        setTimerInterval(0);
+        Dialogs::current().show({QString::fromUtf8(refused.what()), "Brennoval"});
+        Screens::open("frmDatabasePath");
         return;
     } catch (const DatabaseFault& fault) {
         if (fault.number() != DatabaseFault::NoDataSource)

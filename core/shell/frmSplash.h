@@ -5,7 +5,8 @@
 
 #include <QTimer>
 
-/// The first screen: opens the user database, then the main window. A click or Escape exits the program.
+/// The first screen: opens the user database, then the main window. Escape exits the program; Return
+/// tries again after a start that could not go on.
 class frmSplash : public Screen, private Ui::frmSplash {
   public:
     frmSplash();
@@ -16,7 +17,6 @@ class frmSplash : public Screen, private Ui::frmSplash {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
 
   private:
     void Load() override;

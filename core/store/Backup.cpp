@@ -77,15 +77,15 @@ std::optional<Copy> copyOf(const QFileInfo& file, const QString& base) {
     return Copy{.path = file.filePath(), .made = made, .reason = reason->first, .size = file.size()};
 }
 
-/// Deletes the copies that are not kept, and leftovers of an interrupted one.
-void prune(const QString& userFile) {
+/// Deletes the copies that are neither kept nor in use, and leftovers of an interrupted one.
+void prune(const QString& userFile, const QString& inUse) {
     const QList<Copy> copies = copiesOf(userFile);
     QList<QDateTime> moments;
     for (const Copy& copy : copies)
         moments.append(copy.made);
     const QList<bool> kept = Kept(moments, QDate::currentDate());
     for (qsizetype i = 0; i < copies.size(); ++i)
-        if (!kept[i])
+        if (!kept[i] && copies[i].path != inUse)
             QFile::remove(copies[i].path);
     constexpr int hour = 3600; // seconds; by then nobody is still writing it
     const QDir folder(folderOf(userFile));
@@ -116,7 +116,7 @@ QString folderOf(const QString& userFile) {
     return QFileInfo(userFile).absolutePath() + QStringLiteral("/backups");
 }
 
-QString Make(const Connection& user, Reason reason) {
+QString Make(const Connection& user, Reason reason, const QString& inUse) {
     const QString source = user.dataSource();
     const QDir folder(folderOf(source));
     if (!QDir().mkpath(folder.path()))
@@ -134,12 +134,12 @@ QString Make(const Connection& user, Reason reason) {
     const QString name =
         base + u' ' + QDateTime::currentDateTime().toString(momentFormat) + u' ' + wordOf(reason);
     QString path = part.rename(folder.filePath(name), QStringLiteral(".mdb"));
-    prune(source);
+    prune(source, inUse);
     return path;
 }
 
-bool makeIfPossible(const Connection& user, Reason reason) noexcept {
-    return tryMaking([&] { Make(user, reason); });
+bool makeIfPossible(const Connection& user, Reason reason, const QString& inUse) noexcept {
+    return tryMaking([&] { Make(user, reason, inUse); });
 }
 
 void onFailure(std::function<void(const QString& why)> listener) {

@@ -32,13 +32,13 @@ struct Counts {
 QString folderOf(const QString& userFile);
 
 /// Copies open user data to a temporary file, checks it, and only then renames it. The copy gets the mode and
-/// owner of the original; copies that are too old are deleted. Returns the copy's path. Throws DatabaseFault
-/// and leaves no partial copy.
-QString Make(const Connection& user, Reason reason);
+/// owner of the original; copies that are too old are deleted, except one that is in use. Returns the copy's
+/// path. Throws DatabaseFault and leaves no partial copy.
+QString Make(const Connection& user, Reason reason, const QString& inUse = {});
 
 /// The same where a failure must not stop the caller: it is reported to the listener. Returns whether there
 /// is a copy.
-bool makeIfPossible(const Connection& user, Reason reason) noexcept;
+bool makeIfPossible(const Connection& user, Reason reason, const QString& inUse = {}) noexcept;
 
 /// Sets the listener for copies that could not be made. It is called in the thread that tried.
 void onFailure(std::function<void(const QString& why)> listener);

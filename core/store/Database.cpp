@@ -217,6 +217,10 @@ bool Recordset::Field::takesText() const {
     return kind == Kind::Text || kind == Kind::Memo || kind == Kind::Moment || kind == Kind::Unknown;
 }
 
+bool Recordset::Field::takesFractions() const {
+    return column().kind == ColumnInfo::Kind::Double;
+}
+
 void Recordset::Field::assign(const QVariant& value) {
     if (!recordset.adding)
         recordset.requireRow();

@@ -90,6 +90,7 @@ class Recordset {
         int DefinedSize() const;
         /// Whether the column holds texts or moments rather than numbers.
         bool takesText() const;
+        bool takesFractions() const;
 
         Field& operator=(const QString& text);
         Field& operator=(const char* text); // would otherwise convert to bool

@@ -106,8 +106,10 @@ void deleteTankLines(const QStringList& tankIDs) {
     };
     try {
         for (const QString& tankID : tankIDs) {
+            Transaction write(connection); // so that what comes back is what went
             const StoredRows row = readStoredRows(connection, "tblJobData", "TankID", tankID);
             Recordset().Open("DELETE * FROM tblJobData WHERE TankID = ?", connection, {tankID});
+            write.commit();
             if (!row.rows.isEmpty())
                 deletion.rows.append(row);
             deletionListener()({}, tankID);

@@ -77,8 +77,9 @@ class Engine {
     virtual bool hasTable(const QString& table) = 0;
     /// Runs a schema script in the caller's transaction and stores the resulting version.
     virtual void runScript(const QString& script, int versionAfter) = 0;
-    /// The name of the first view, trigger or other non-table that has the name of one of these tables or
-    /// acts on one; empty if there is none.
+    /// The name of the first view, trigger, virtual table or anything computed (a generated column, an index
+    /// of an expression, a check) that has the name of one of these tables or acts on one; empty if there is
+    /// none.
     virtual QString foreignPart(const QStringList& tables) = 0;
     /// What a check of the whole file finds wrong; empty if it is sound. A thorough check also compares the
     /// indexes with the rows and takes several times as long.
@@ -89,6 +90,7 @@ class Engine {
     virtual void limitTime(int milliseconds) = 0;
     /// Copies a snapshot of all data to a file that is empty or does not exist yet.
     virtual void copyTo(const QString& path) = 0;
-    /// Replaces all data with a file's in one write: a kill leaves either the old or the new.
-    virtual void replaceBy(const QString& path) = 0;
+    /// Replaces all data with those of another engine of the same kind in one write: a kill leaves either the
+    /// old or the new.
+    virtual void replaceBy(Engine& other) = 0;
 };

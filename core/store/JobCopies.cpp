@@ -11,6 +11,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <cmath>
 
 using Gateway::addStoredRows;
 using Gateway::hasRow;
@@ -29,6 +30,7 @@ namespace {
 struct Digest {
     QString jobID;
     QString description;
+    bool hasHeader = false;
     double header = 0;
     double lines = 0;
     int tanks = 0;
@@ -43,7 +45,7 @@ QString digestOf(const Connection& data, const QString& table) {
     return "RowDigest([" + names.join("], [") + "])";
 }
 
-/// The digests of all jobs, by case-folded ID.
+/// The digests of all jobs, by case-folded ID; also of those that have lost their header.
 QHash<QString, Digest> digestsOf(const Connection& data) {
     QHash<QString, Digest> digests;
     Recordset headers;
@@ -51,19 +53,20 @@ QHash<QString, Digest> digestsOf(const Connection& data) {
                  data);
     for (; !headers.atEnd(); headers.moveNext()) {
         const QString jobID = headers["JobID"].text();
-        digests.insert(
-            jobID.toCaseFolded(),
-            {.jobID = jobID, .description = headers["JobDscrptn"].text(), .header = headers["D"].number()});
+        digests.insert(jobID.toCaseFolded(), {.jobID = jobID,
+                                              .description = headers["JobDscrptn"].text(),
+                                              .hasHeader = true,
+                                              .header = headers["D"].number()});
     }
     Recordset lines;
     lines.Open("SELECT JobID, SUM(" + digestOf(data, "tblJobData") +
                    ") AS D, COUNT(*) AS N FROM tblJobData GROUP BY JobID",
                data);
-    for (; !lines.atEnd(); lines.moveNext())
-        if (const auto job = digests.find(lines["JobID"].text().toCaseFolded()); job != digests.end()) {
-            job->lines += lines["D"].number();
-            job->tanks += static_cast<int>(lines["N"].number());
-        }
+    for (; !lines.atEnd(); lines.moveNext()) {
+        Digest& job = digests[lines["JobID"].text().toCaseFolded()];
+        job.lines += lines["D"].number();
+        job.tanks += static_cast<int>(lines["N"].number());
+    }
     return digests;
 }
 
@@ -76,7 +79,14 @@ Today compared(const Digest& copy, const QHash<QString, Digest>& today) {
                : Today::Differs;
 }
 
-/// Rejects rows that no screen could have stored: a text too long for its column, or one in a numeric column.
+/// Whether a number is one that its column takes.
+bool fits(const Recordset::Field& column, double number) {
+    constexpr double largestWhole = 2147483647;
+    return std::isfinite(number) && (column.takesFractions() || std::abs(number) <= largestWhole);
+}
+
+/// Rejects rows that no screen could have stored: a text too long for its column, one in a numeric column, or
+/// a key that no statement finds.
 void requireOrdinary(const Connection& user, const StoredRows& rows) {
     constexpr qsizetype maxMemo = 1000000; // characters
     Recordset table;
@@ -85,10 +95,15 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
         const Recordset::Field column = table[rows.columns[i]];
         for (const QVariantList& row : rows.rows) {
             const bool isText = row[i].typeId() == QMetaType::QString;
-            if (row[i].isValid() && (isText ? !column.takesText() : column.takesText()))
+            if (row[i].isValid() &&
+                (isText ? !column.takesText() : column.takesText() || !fits(column, row[i].toDouble())))
                 refuse("The file holds a value of the wrong kind in the column " + rows.columns[i] + ".");
             if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), maxMemo))
                 refuse("The file holds a text that is too long for the column " + rows.columns[i] + ".");
+            if (isText &&
+                (row[i].toString().contains(QChar(0)) ||
+                 (rows.columns[i] == u"TankID" && row[i].toString().trimmed() != row[i].toString())))
+                refuse("The file holds a text that is none in the column " + rows.columns[i] + ".");
         }
     }
 }
@@ -101,6 +116,7 @@ void requireFreeKeys(const Connection& user, const StoredRows& lines) {
             refuse("A tank " + row[key].toString() + " belongs to another job. Nothing was changed.");
 }
 
+/// Adds a job whose rows of today are gone.
 void restoreOne(const Source& copy, const Connection& user, const QString& jobID) {
     const StoredRows header = readStoredRows(copy.data(), "tblJobHeader", "JobID", jobID);
     const StoredRows lines = readStoredRows(copy.data(), "tblJobData", "JobID", jobID);
@@ -109,7 +125,6 @@ void restoreOne(const Source& copy, const Connection& user, const QString& jobID
     if (copy.origin() == Origin::Foreign)
         for (const StoredRows& rows : {header, lines})
             requireOrdinary(user, rows);
-    Deletion::removeJobRows(user, jobID);
     requireFreeKeys(user, lines);
     addStoredRows(user, header);
     addStoredRows(user, lines);
@@ -119,7 +134,8 @@ std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSam
     const auto today = digestsOf(user);
     std::vector<Job> jobs;
     for (const Digest& digest : digestsOf(copy.data()))
-        if (const Today state = compared(digest, today); withSame || state != Today::Same)
+        if (const Today state = compared(digest, today);
+            digest.hasHeader && (withSame || state != Today::Same))
             jobs.push_back({.jobID = digest.jobID,
                             .description = digest.description,
                             .tanks = digest.tanks,
@@ -130,7 +146,7 @@ std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSam
 
 } // namespace
 
-Source::Source(const QString& path, Origin origin) : comesFrom(origin) {
+Source::Source(const QString& source, Origin origin) : path(source), comesFrom(origin) {
     constexpr qint64 largestForeign = 64LL << 20; // bytes; a job of a thousand lines takes half a megabyte
     constexpr int maxStatementTime = 10000;       // milliseconds
     const QFileInfo file(path);
@@ -154,19 +170,21 @@ Source::Source(const QString& path, Origin origin) : comesFrom(origin) {
     if (version == 0 || !connection.engine().hasTable("tblJobHeader") ||
         !connection.engine().hasTable("tblJobData"))
         refuse("The file holds no jobs of Brennoval.");
+    constexpr Backup::Counts most{.jobs = 1000, .tanks = 100000}; // a list of more would hold the windows up
+    if (origin == Origin::Foreign)
+        if (const Backup::Counts counts = Backup::countsOf(connection);
+            counts.jobs > most.jobs || counts.tanks > most.tanks)
+            refuse("The file holds more jobs or tanks than the program takes from a file.");
     if (version < Schema::currentVersion())
         bringUp();
 }
 
 void Source::bringUp() {
-    folder.emplace();
-    if (!folder->isValid())
-        refuse("Cannot make a temporary folder: " + folder->errorString());
-    const QString path = folder->filePath("older.mdb");
-    connection.engine().copyTo(path);
+    const Connection older = std::move(connection);
     connection = Connection();
-    connection.setProperty("Data Source", path);
+    connection.setProperty("Data Source", ":memory:"); // a kill would leave a file
     connection.Open();
+    connection.engine().replaceBy(older.engine());
     Schema::upgrade(connection, Schema::ownScripts(), Schema::CopyFirst::No);
 }
 
@@ -207,8 +225,22 @@ std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QStr
     return tanks;
 }
 
-void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs) {
+QStringList standingOf(const QStringList& jobIDs, const Connection& user) {
+    QStringList standing;
+    for (const QString& jobID : jobIDs)
+        if (hasRow(user, "tblJobHeader", "JobID", jobID) || hasRow(user, "tblJobData", "JobID", jobID))
+            standing.append(jobID);
+    return standing;
+}
+
+void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs,
+             const QStringList& replaced) {
     Transaction write(user);
+    for (const QString& jobID : standingOf(jobIDs, user))
+        if (!replaced.contains(jobID))
+            refuse("There is a job " + jobID + " by now. Nothing was changed.");
+    for (const QString& jobID : jobIDs)
+        Deletion::removeJobRows(user, jobID);
     for (const QString& jobID : jobIDs)
         restoreOne(copy, user, jobID);
     write.commit();
@@ -219,12 +251,14 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
 void restoreAll(const Source& copy, const Connection& user) {
     if (const QString damage = copy.data().engine().findDamage(Engine::Check::Thorough); !damage.isEmpty())
         refuse("The backup is damaged: " + damage);
-    Backup::Make(user, Backup::Reason::Restore);
-    user.engine().replaceBy(copy.file());
+    Backup::Make(user, Backup::Reason::Restore, copy.file());
+    user.engine().replaceBy(copy.data().engine());
 }
 
 void Export(const Connection& user, const QString& jobID, const QString& path) {
     const QFileInfo target(path);
+    if (target.exists() && target.suffix().compare("mdb", Qt::CaseInsensitive) == 0)
+        refuse(path + " is a database. It was not replaced.");
     PartFile part(target.absoluteDir(), target.completeBaseName());
     {
         Connection file;

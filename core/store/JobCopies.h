@@ -2,9 +2,6 @@
 
 #include "core/store/Database.h"
 
-#include <QTemporaryDir>
-
-#include <optional>
 #include <vector>
 
 /// Moves jobs between the user's data and a copy of it, or a single-job file, which has the same tables.
@@ -13,7 +10,7 @@ namespace JobCopies {
 /// Whether the program made the file for itself, or it came from anywhere.
 enum class Origin { Own, Foreign };
 
-/// A copy open for reading. It is never changed: if its version is older, a temporary copy of it is upgraded
+/// A copy open for reading. It is never changed: if its version is older, a copy of it in memory is upgraded
 /// instead.
 class Source {
   public:
@@ -23,13 +20,13 @@ class Source {
 
     const Connection& data() const { return connection; }
     Origin origin() const { return comesFrom; }
-    /// The file being read, which is a different one if the copy's version is older.
-    QString file() const { return connection.dataSource(); }
+    /// The file that was opened.
+    const QString& file() const { return path; }
 
   private:
     void bringUp();
 
-    std::optional<QTemporaryDir> folder;
+    QString path;
     Connection connection;
     Origin comesFrom;
 };
@@ -60,16 +57,22 @@ std::vector<Job> allJobs(const Source& copy, const Connection& user);
 /// The tank lines of a job, from both the copy and today. Throws DatabaseFault.
 std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QString& jobID);
 
-/// Copies jobs with every column into the user's data, in one write; jobs with the same IDs are replaced.
-/// Throws DatabaseFault and then changes nothing.
-void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs);
+/// Which of some jobs are in the user's data, even if only as tank lines without a header. Throws
+/// DatabaseFault.
+QStringList standingOf(const QStringList& jobIDs, const Connection& user);
+
+/// Copies jobs with every column into the user's data, in one write. Jobs with the same IDs are replaced if
+/// they are in the list of the replaced; any other was added in the meantime and stops it. Throws
+/// DatabaseFault and then changes nothing.
+void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs,
+             const QStringList& replaced);
 
 /// Backs up the current data and replaces all of it with a copy's, in one write. Throws DatabaseFault and
 /// then changes nothing.
 void restoreAll(const Source& copy, const Connection& user);
 
-/// Writes a job to a file of its own, which only appears once it is complete. Throws DatabaseFault, and
-/// RecordGone if there is no such job.
+/// Writes a job to a file of its own, which only appears once it is complete. It never replaces a database (a
+/// name that ends in "mdb"). Throws DatabaseFault, and RecordGone if there is no such job.
 void Export(const Connection& user, const QString& jobID, const QString& path);
 
 } // namespace JobCopies

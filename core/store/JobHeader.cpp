@@ -75,7 +75,7 @@ void updateJobHeader(const JobHeader& header, const std::optional<JobHeader>& as
     job.Open(byKey, connection, {header.jobID.value_or(QString())}, CursorType::Keyset);
     if (job.atEnd())
         throw RecordGone("This job has been deleted.");
-    if (ifChanged == Record::IfChanged::refuse && asRead &&
+    if (ifChanged == Record::IfChanged::Refuse && asRead &&
         !Record::agree(Record::read(job, JobHeader::entries()), *asRead, JobHeader::entries()))
         throw RecordChanged("This job has been changed since it was opened. Save anyway?");
     Record::write(job, header, JobHeader::entries());

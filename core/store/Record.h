@@ -97,6 +97,6 @@ bool agree(const Row& one, const Row& other, std::span<const Column<Row>> column
 
 /// What a save does with a row that has changed since it was read: refuse with RecordChanged, or overwrite
 /// it.
-enum class IfChanged { refuse, Overwrite };
+enum class IfChanged { Refuse, Overwrite };
 
 } // namespace Record

@@ -16,7 +16,7 @@ const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", 
                                "tblContractor", "tblJobHeader", "tblJobData",   "tblSchedule"};
 
 [[noreturn]] void refuse(const Connection& user, const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
+    throw RefusedData(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
 }
 
 /// Backs up over a separate connection, which only reads what the caller has locked.
@@ -80,8 +80,8 @@ void requirePlainTables(const Connection& user) {
     if (const QString part = user.engine().foreignPart(ownTables); !part.isEmpty())
         refuse(user,
                QCoreApplication::translate(
-                   "Schema", "These user data hold \"%1\", a view, trigger or virtual table that is none of "
-                             "the program's. They were not touched. Please restore a backup.")
+                   "Schema", "These user data hold \"%1\", a view, trigger, virtual table or computed column "
+                             "that is none of the program's. They were not touched. Please restore a backup.")
                    .arg(part));
 }
 

@@ -16,8 +16,9 @@ int versionOf(const Connection& user);
 /// data stays at version 3, which ignores case only for A to Z. Throws DatabaseFault.
 QStringList collidingNames(const Connection& user);
 
-/// Rejects user data in which a view, a trigger or a virtual table has one of the program's names or acts on
-/// one of its tables: nobody knows what it would do, or for how long. Throws DatabaseFault.
+/// Rejects user data in which a view, a trigger, a virtual table or a computed column has one of the
+/// program's names or acts on one of its tables: nobody knows what it would do, or for how long. Throws
+/// DatabaseFault.
 void requirePlainTables(const Connection& user);
 
 /// Whether to back up older data first. Data that is itself a copy needs no backup.

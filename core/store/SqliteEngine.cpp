@@ -96,8 +96,12 @@ void digestFunction(sqlite3_context* context, int count, sqlite3_value** argumen
     for (int i = 0; i < count; ++i) {
         const int type = sqlite3_value_type(arguments[i]);
         take(&type, sizeof type);
-        if (const void* bytes = sqlite3_value_blob(arguments[i])) // numbers as text
+        if (type == SQLITE_FLOAT) { // its text would lack the last digits
+            const double number = sqlite3_value_double(arguments[i]);
+            take(&number, sizeof number);
+        } else if (const void* bytes = sqlite3_value_blob(arguments[i])) { // whole numbers as text
             take(bytes, sqlite3_value_bytes(arguments[i]));
+        }
     }
     sqlite3_result_int64(context, static_cast<sqlite3_int64>((hash ^ (hash >> 40)) & 0xFFFFFFFFFFULL));
 }
@@ -335,11 +339,10 @@ class SqliteEngine final : public Engine {
     /// The counter in the header, which each transaction increments. Read through the engine's own file
     /// handle: closing another handle would drop the engine's locks.
     quint32 changeCounter() override {
-        sqlite3_file* file = nullptr;
+        sqlite3_file* file = openFile();
         std::array<unsigned char, 4> bytes{};
         constexpr sqlite3_int64 place = 24;
-        if (sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-            !file || file->pMethods->xRead(file, bytes.data(), int(bytes.size()), place) != SQLITE_OK)
+        if (!file || file->pMethods->xRead(file, bytes.data(), int(bytes.size()), place) != SQLITE_OK)
             return 0;
         return qFromBigEndian<quint32>(bytes.data());
     }
@@ -355,20 +358,23 @@ class SqliteEngine final : public Engine {
     }
 
     QString foreignPart(const QStringList& tables) override {
-        SqliteCursor parts(handle.get(),
-                           QStringLiteral("SELECT type, name, tbl_name, sql FROM sqlite_master"), {}, {},
-                           connectionString);
-        while (parts.step()) {
-            const QString type = parts.value(0).toString();
-            const bool named = tables.contains(parts.value(1).toString(), Qt::CaseInsensitive) ||
-                               tables.contains(parts.value(2).toString(), Qt::CaseInsensitive);
-            const bool isPlain =
-                (type == u"table" && !parts.value(3).toString().startsWith(QStringLiteral("CREATE VIRTUAL"),
-                                                                           Qt::CaseInsensitive)) ||
-                type == u"index";
-            if (named && !isPlain)
-                return parts.value(1).toString();
-        }
+        // A virtual table has no page of its own. A generated column is one of the hidden kinds above 1; the
+        // column of an index that is an expression has the number -2.
+        SqliteCursor parts(handle.get(), QStringLiteral(R"(
+            SELECT name, tbl_name, CASE type
+                WHEN 'table' THEN rootpage > 0 AND NOT EXISTS (SELECT 1 FROM pragma_table_xinfo(m.name)
+                    WHERE hidden > 1 OR instr(dflt_value, '(') > 0) AND instr(upper(sql), 'CHECK') = 0
+                WHEN 'index' THEN NOT EXISTS (SELECT 1 FROM pragma_index_xinfo(m.name) WHERE cid = -2)
+                    AND NOT EXISTS (SELECT 1 FROM pragma_index_list(m.tbl_name) WHERE name = m.name AND partial)
+                ELSE 0 END
+            FROM sqlite_master AS m)"),
+                           {}, {}, connectionString);
+        while (parts.step())
+            if (QString name = parts.value(0).toString();
+                parts.value(2).toInt() == 0 &&
+                (tables.contains(name, Qt::CaseInsensitive) ||
+                 tables.contains(parts.value(1).toString(), Qt::CaseInsensitive)))
+                return name;
         return {};
     }
 
@@ -377,8 +383,16 @@ class SqliteEngine final : public Engine {
             check == Check::Quick ? QStringLiteral("quick_check") : QStringLiteral("integrity_check");
         SqliteCursor rows(handle.get(), QStringLiteral("SELECT %1 FROM pragma_%1(1)").arg(pragma), {}, {},
                           connectionString);
-        const QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
-        return found == u"ok" ? QString() : found;
+        QString found = rows.step() ? rows.value(0).toString() : QStringLiteral("no answer");
+        if (found != u"ok")
+            return found;
+        // The engine takes the missing end of a last page for zeros.
+        const int pageSize = number(QStringLiteral("SELECT page_size AS V FROM pragma_page_size"));
+        sqlite3_int64 size = 0;
+        sqlite3_file* file = openFile();
+        return file && file->pMethods->xFileSize(file, &size) == SQLITE_OK && size % pageSize != 0
+                   ? QStringLiteral("the file is cut short")
+                   : QString();
     }
 
     void limitTime(int milliseconds) override {
@@ -405,13 +419,8 @@ class SqliteEngine final : public Engine {
         copy(handle.get(), opened, opened, path);
     }
 
-    void replaceBy(const QString& path) override {
-        sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened, SQLITE_OPEN_READONLY, nullptr);
-        const Handle source(opened, sqlite3_close_v2);
-        if (code != SQLITE_OK)
-            throwFault(opened, code, path);
-        copy(opened, handle.get(), handle.get(), connectionString);
+    void replaceBy(Engine& other) override {
+        copy(dynamic_cast<SqliteEngine&>(other).handle.get(), handle.get(), handle.get(), connectionString);
     }
 
   private:
@@ -427,6 +436,15 @@ class SqliteEngine final : public Engine {
         if (stepped != SQLITE_DONE || finished != SQLITE_OK)
             throwFault(finished != SQLITE_OK ? teller : nullptr, finished != SQLITE_OK ? finished : stepped,
                        source);
+    }
+
+    /// The engine's own handle of the file; null for data in memory.
+    sqlite3_file* openFile() {
+        sqlite3_file* file = nullptr;
+        return sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK &&
+                       file && file->pMethods
+                   ? file
+                   : nullptr;
     }
 
     void run(const QByteArray& sql) {

@@ -239,7 +239,7 @@ void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
     if (tank.atEnd())
         throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
                                                                 : RecordGone("This tank has been deleted.");
-    if (ifChanged == IfChanged::refuse && asRead &&
+    if (ifChanged == IfChanged::Refuse && asRead &&
         !Record::agree(Record::read(tank, columns), *asRead, columns))
         throw RecordChanged("This tank has been changed since it was opened. Save anyway?");
     Record::write(tank, line, columns);

@@ -38,9 +38,8 @@ enum Column {
     TankColumn
 };
 
-/// Numbers are right-aligned and sort by value; a cell without a stored number is blank.
+/// Numbers sort by value; a cell without a stored number is blank.
 void setNumber(ListRow& unit, int column, const std::optional<double>& value, const QString& text) {
-    unit.setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     if (!value)
         return;
     unit.setText(column, text);
@@ -117,8 +116,6 @@ void frmSchedule::FillListView() {
             showModel(model.key(), *model);
     });
     fillList(lvOptions, headings, std::move(units));
-    for (int column = VolumeColumn; column <= SOTMaxColumn; ++column)
-        lvOptions->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void frmSchedule::addUnits(ListRows& units) const {

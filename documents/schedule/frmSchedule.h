@@ -11,6 +11,7 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
     Subject subject() const override { return Subject::Job; }
     bool loadsAfresh() const override { return true; }
     bool growsWithWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
     QString reportName() const override { return "rptSchedule"; }
 
   private:

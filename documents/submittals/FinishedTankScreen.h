@@ -10,6 +10,7 @@
 class FinishedTankScreen : public ResultScreen {
   public:
     bool loadsAfresh() const override { return true; }
+    bool closesOnEscape() const override { return true; }
 
   protected:
     using ResultScreen::ResultScreen;

@@ -13,6 +13,7 @@ class frmBrowser : public PageScreen, private Ui::frmBrowser {
     frmBrowser();
     void Start() override;
     bool growsWithWindow() const override { return true; }
+    bool closesOnEscape() const override { return true; }
 
   private:
     void showProgress();

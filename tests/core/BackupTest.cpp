@@ -3,11 +3,16 @@
 #include "core/store/Backup.h"
 #include "core/base/Fault.h"
 #include "core/store/Gateway.h"
+#include "core/store/Schema.h"
+#include "tests/support/Rounds.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
 #include <QProcess>
+
+#include <map>
+#include <random>
 
 using namespace Gateway;
 
@@ -115,48 +120,108 @@ TEST(Backups, AreThinnedToDaysWeeksAndMonths) {
     EXPECT_EQ(ofOneDay.count(true), 20);
 }
 
-// One copy of the program upgrades under a lock; the others wait and find it done. Each copy set aside is
-// complete.
-TEST_F(BackupTest, OfOlderDataIsMadeOnceByManyCopiesOfTheProgram) {
-    QFile::remove(file());
-    QFile script(QStringLiteral(SOURCE_FOLDER "/data/schema/user/1.sql"));
-    ASSERT_TRUE(script.open(QIODevice::ReadOnly));
-    QFile empty(file());
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    empty.close();
-    {
-        const Connection user = openDatabase("User");
-        Transaction write(user);
-        user.engine().runScript(QString::fromUtf8(script.readAll()), 0);
-        for (int i = 0; i < 3000; ++i)
-            Recordset().Open(QString("INSERT INTO tblEngineer VALUES ('Engineer %1 ')").arg(i), user);
-        write.commit();
-    }
-    const QString original = home.path() + "/original";
-    ASSERT_TRUE(QFile::copy(file(), original));
-    for (const int count : {2, 5}) {
-        QDir(folder()).removeRecursively();
+namespace {
+
+/// Data of the first version, with enough names for the upgrade to take a while, and copies of the program
+/// that start on them at once.
+class UpgradeByManyTest : public BackupTest {
+  protected:
+    UpgradeByManyTest() {
         QFile::remove(file());
+        QFile script(QStringLiteral(SOURCE_FOLDER "/data/schema/user/1.sql"));
+        EXPECT_TRUE(script.open(QIODevice::ReadOnly));
+        QFile empty(file());
+        EXPECT_TRUE(empty.open(QIODevice::WriteOnly));
+        empty.close();
+        {
+            const Connection user = openDatabase("User");
+            Transaction write(user);
+            user.engine().runScript(QString::fromUtf8(script.readAll()), 0);
+            for (int i = 0; i < engineers; ++i)
+                Recordset().Open(QString("INSERT INTO tblEngineer VALUES ('Engineer %1 ')").arg(i), user);
+            write.commit();
+        }
+        EXPECT_TRUE(QFile::copy(file(), original));
+    }
+
+    void start(int count) {
+        programs.clear();
+        QDir(folder()).removeRecursively();
+        for (const char* ending : {"", "-journal"})
+            QFile::remove(file() + ending);
         QFile::copy(original, file());
-        std::vector<std::unique_ptr<QProcess>> programs;
         for (int i = 0; i < count; ++i) {
             programs.push_back(std::make_unique<QProcess>());
             programs.back()->start(QCoreApplication::applicationFilePath(),
                                    {"--upgrade-data", QDir(home.path()).filePath("user")});
         }
+    }
+
+    /// The version of sound data, in which all names are either as they were or without their trailing blank.
+    static int versionOf(const QString& path) {
+        Connection data;
+        data.setProperty("Data Source", path);
+        data.Open();
+        EXPECT_EQ(data.engine().findDamage(Engine::Check::Thorough), "") << path.toStdString();
+        const int version = Schema::versionOf(data);
+        Recordset names;
+        names.Open("SELECT COUNT(*) AS N FROM tblEngineer WHERE length(fldName) " +
+                       QString(version == 1 ? ">" : "=") + " length(rtrim(fldName))",
+                   data);
+        EXPECT_EQ(names["N"].number(), engineers) << path.toStdString();
+        return version;
+    }
+
+    static constexpr int engineers = 3000;
+    const QString original = home.path() + "/original";
+    std::vector<std::unique_ptr<QProcess>> programs;
+};
+
+} // namespace
+
+// One copy of the program upgrades under a lock; the others wait and find it done. Each copy set aside is
+// complete.
+TEST_F(UpgradeByManyTest, SetsOneCopyAside) {
+    for (const int count : {2, 5}) {
+        start(count);
         for (const auto& program : programs) {
             ASSERT_TRUE(program->waitForFinished(60000));
             EXPECT_EQ(program->exitCode(), 0) << program->readAllStandardError().toStdString();
         }
+        EXPECT_EQ(versionOf(file()), Schema::currentVersion());
         const auto copies = Backup::copiesOf(file());
         ASSERT_EQ(copies.size(), 1);
-        Connection copy;
-        copy.setProperty("Data Source", copies.first().path);
-        copy.Open();
-        Recordset names;
-        names.Open("SELECT COUNT(*) AS N FROM tblEngineer WHERE length(fldName) > length(rtrim(fldName))",
-                   copy);
-        EXPECT_EQ(names["N"].number(), 3000) << "as they were before";
+        EXPECT_EQ(versionOf(copies.first().path), 1) << "as they were before";
         EXPECT_EQ(files().size(), 1);
+    }
+}
+
+// Some of them are killed, each at a moment of its own: the data have one of the two versions, and a copy of
+// them as they were is there before they get the new one.
+TEST_F(UpgradeByManyTest, IsWholeWhateverIsKilled) {
+    std::mt19937 random(24);
+    std::map<int, int> versions;
+    const int rounds = roundCount(10, 300);
+    for (int round = 0; round < rounds; ++round) {
+        start(round % 2 == 0 ? 2 : 5);
+        for (const auto& program : programs) {
+            ASSERT_TRUE(program->waitForReadyRead(30000)); // it tells when it begins
+            if (random() % 5 > 0) {
+                program->waitForFinished(int(random() % 40));
+                program->kill();
+            }
+        }
+        for (const auto& program : programs)
+            program->waitForFinished(60000);
+        const int version = versionOf(file());
+        ++versions[version];
+        const auto copies = Backup::copiesOf(file());
+        EXPECT_TRUE(version == 1 || !copies.isEmpty());
+        for (const Backup::Copy& copy : copies)
+            EXPECT_EQ(versionOf(copy.path), 1);
+    }
+    RecordProperty("not upgraded", versions[1]);
+    if (rounds > 100) {
+        EXPECT_GT(versions[1], 0) << "all killed too late to tell";
     }
 }

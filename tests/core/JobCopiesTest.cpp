@@ -83,9 +83,9 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     const QString backup = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     const QString file = exported();
     removeJobs();
-    JobCopies::Restore(Source(backup, Origin::Own), openDatabase("User"), {"Full's", "Empty"});
+    JobCopies::Restore(Source(backup, Origin::Own), openDatabase("User"), {"Full's", "Empty"}, {});
     EXPECT_EQ(contents(), before) << "restored";
-    JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"});
+    JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"}, {"Full's"});
     EXPECT_EQ(contents(), before) << "over itself";
     deleteJob("Full's");
     deleteTankLines({"Empty.1"});
@@ -133,7 +133,7 @@ TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"});
+    JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Old"}, {});
     EXPECT_TRUE(hasRow(openDatabase("User"), "tblJobHeader", "JobID", "Old"));
     file.seek(0);
     EXPECT_EQ(file.readAll(), bytes);
@@ -152,6 +152,14 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
         {"DROP TABLE tblJobData", "no jobs"},
         {"UPDATE tblJobHeader SET Engineer = printf('%.*c', 3000000, 'x')", "too long"},
         {"UPDATE tblJobData SET SOPMax = 'lots'", "wrong kind"},
+        {"UPDATE tblJobData SET SOPMax = 9e999", "wrong kind"},
+        {"UPDATE tblJobData SET TankNo = 1e10", "wrong kind"},
+        {"UPDATE tblJobData SET TankID = TankID || char(32)", "none in"},
+        {"UPDATE tblJobHeader SET JobInfo = char(65, 0, 66)", "none in"},
+        {"INSERT INTO tblJobHeader (JobID) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+         "WHERE "
+         "i < 1001) SELECT 'J' || i FROM n",
+         "more jobs"},
         {"UPDATE tblJobData SET TankID = 'Mine.1'", "another job"}};
     int number = 0;
     for (const auto& [statement, why] : hostile) {
@@ -159,7 +167,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
         QFile::copy(sound, path);
         change(path, statement);
         try {
-            JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Full's"});
+            JobCopies::Restore(Source(path, Origin::Foreign), openDatabase("User"), {"Full's"}, {});
             ADD_FAILURE() << statement << " was taken";
         } catch (const DatabaseFault& fault) {
             EXPECT_TRUE(QString(fault.what()).contains(why)) << fault.what();
@@ -180,7 +188,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     user.Open();
     EXPECT_THROW(Schema::upgrade(user), DatabaseFault) << "nor at the start";
     // The sound file still works.
-    JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"});
+    JobCopies::Restore(Source(sound, Origin::Foreign), openDatabase("User"), {"Full's"}, {});
     EXPECT_TRUE(hasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
 }
 

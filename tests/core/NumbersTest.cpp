@@ -110,7 +110,7 @@ TEST(Format, FollowsThePattern) {
         {3, "#,##0.##", "3"},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.value << " in " << c.pattern;
+        EXPECT_EQ(formatted(c.value, c.pattern), c.text) << c.value << " in " << c.pattern;
 }
 
 TEST(Letters, CompareWithoutCaseAndInTheOrderOfTheirCodes) {

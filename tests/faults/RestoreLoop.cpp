@@ -33,7 +33,8 @@ void goRound(const QString& folder, const QString& original) {
         std::exit(3);
     tell("undone");
     execute("User", "UPDATE tblJobData SET Qty = 99 WHERE JobID = 'Kept'");
-    JobCopies::Restore(JobCopies::Source(job, JobCopies::Origin::Foreign), openDatabase("User"), {"Kept"});
+    JobCopies::Restore(JobCopies::Source(job, JobCopies::Origin::Foreign), openDatabase("User"), {"Kept"},
+                       {"Kept"});
     tell("imported");
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     tell("backed up");

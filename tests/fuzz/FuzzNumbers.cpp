@@ -23,6 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     } catch (const Fault&) {
     }
     if (line != std::string_view::npos)
-        Format(*value, text.substr(line + 1)); // the rest of the input as a pattern
+        formatted(*value, text.substr(line + 1)); // the rest of the input as a pattern
     return 0;
 }

@@ -229,6 +229,28 @@ TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
     EXPECT_EQ(contents(file), bytes);
 }
 
+// Tank lines that have lost their header are the user's own as well.
+TEST_F(PriorData, LeavesOutAJobOfWhichOnlyTankLinesStand) {
+    convert(contents(fixtures + "prior-typical.mdb"));
+    const QString job = value("SELECT JobID AS V FROM tblJobData");
+    execute("User", "DELETE FROM tblJobHeader");
+    execute("User", "DELETE FROM tblJobData WHERE JobID <> '" + job + "'");
+    const QString lines = value("SELECT COUNT(*) AS V FROM tblJobData");
+    QString question;
+    dialogs->rule = [&question](const Message& message) {
+        if (!(message.buttons & QMessageBox::Yes))
+            return QMessageBox::Ok;
+        question = message.text;
+        return QMessageBox::Yes;
+    };
+    dialogs->files = {fixtures + "prior-typical.mdb"};
+    Driver::command("mnuPriorData");
+    EXPECT_TRUE(question.startsWith("These jobs stand in your data already:\n" + job + "\n"))
+        << question.toStdString();
+    EXPECT_TRUE(dialogs->last.text.startsWith("Taken over: 4 jobs, ")) << dialogs->last.text.toStdString();
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData WHERE JobID = '" + job + "'"), lines);
+}
+
 TEST_F(PriorData, ReportsWhyAFileIsOfNoUse) {
     const QByteArray typical = contents(fixtures + "prior-typical.mdb");
     QByteArray foreign = typical;

@@ -47,7 +47,7 @@ bool run(const std::function<void(Walk&)>& steps) {
     home.installData();
     ScriptedDialogs& dialogs = Driver::start();
     dialogs.rule = nullptr; // every message box must be expected
-    Walk walk(Stage{dialogs, {}, home.dataFolder(), true});
+    Walk walk(Stage{.dialogs = dialogs, .shotFolder = {}, .homeFolder = home.dataFolder(), .started = true});
     QString failure;
     try {
         steps(walk);
