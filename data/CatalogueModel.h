@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Applications.h"
 #include "data/Database.h"
 
 #include <string>
@@ -28,7 +29,7 @@ struct CatalogueModel {
     std::string lastLine;
     std::string description; // lines joined
 
-    bool isPackage() const { return application == "PKG"; }
+    bool isPackage() const { return application == infoOf(Application::Package).code; }
     bool hasBladder() const { return !isPackage() && bladder != "Plain Steel"; }
     int pumps() const { return !isPackage() ? 0 : series == "PKGD" || series == "PKGT" ? 2 : 1; }
 };

@@ -49,7 +49,10 @@ constexpr Claim claims[] = {
     // The unit comes with the volume on one screen but not on the page, so the text must not add it.
     {"gallons", [](Model, Picture) { return false; }},
     // A plain steel tank has no charge; a shock tank has no valve to recharge it through.
-    {"recharged", [](Model model, Picture) { return model.hasBladder() && model.application != "SHK"; }},
+    {"recharged",
+     [](Model model, Picture) {
+         return model.hasBladder() && model.application != infoOf(Application::Shock).code;
+     }},
 };
 
 int count(const std::string& text, const std::string& words) {

@@ -1,6 +1,7 @@
 #include "jobs/frmClassSelect.h"
 
 #include "core/base/ApplicationNames.h"
+#include "core/base/Fault.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
@@ -13,21 +14,28 @@ using namespace StatusBar;
 frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
     setupUi(this);
     prepare();
-    const std::pair<QPushButton*, Application> choices[] = {{cmdEXP, Application::Expansion},
-                                                            {cmdTHM, Application::Thermal},
-                                                            {cmdHYD, Application::Hydropneumatic},
-                                                            {cmdSHK, Application::Shock},
-                                                            {cmdPKG, Application::Package}};
-    for (const auto& [button, application] : choices)
-        on(button, "." + button->objectName(), [this, application = application] { Select(application); });
-    const std::pair<QPushButton*, const QLabel*> explained[] = {{cmdEXP, lblSubEXP},
-                                                                {cmdTHM, lblSubTHM},
-                                                                {cmdHYD, lblSubHYD},
-                                                                {cmdSHK, lblSubSHK},
-                                                                {cmdPKG, lblSubPKG}};
-    for (const auto& [button, label] : explained)
-        button->setAccessibleDescription(label->text());
+    for (const ApplicationInfo& info : allApplications) {
+        QPushButton* button = buttonOf(info.application);
+        on(button, "." + button->objectName(), [this, &info] { Select(info.application); });
+        button->setAccessibleDescription(control<QLabel>("lblSub" + button->objectName().mid(3))->text());
+    }
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
+}
+
+QPushButton* frmClassSelect::buttonOf(Application application) const {
+    switch (application) {
+    case Application::Expansion:
+        return cmdEXP;
+    case Application::Thermal:
+        return cmdTHM;
+    case Application::Hydropneumatic:
+        return cmdHYD;
+    case Application::Shock:
+        return cmdSHK;
+    case Application::Package:
+        return cmdPKG;
+    }
+    throw Fault(Fault::InternalError, "No button of such an application");
 }
 
 void frmClassSelect::Load() {

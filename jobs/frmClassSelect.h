@@ -13,6 +13,7 @@ class frmClassSelect : public Screen, private Ui::frmClassSelect {
   private:
     void Load() override;
     bool QueryUnload() override;
+    QPushButton* buttonOf(Application application) const;
     void Select(Application application);
     void Cancel();
 };

@@ -10,7 +10,6 @@
 #include "core/store/Gateway.h"
 #include "core/store/JobCopies.h"
 #include "core/store/Model.h"
-#include "core/store/SqlText.h"
 #include "setup/InstallerFiles.h"
 #include "setup/PriorFile.h"
 
@@ -273,8 +272,7 @@ class Conversion {
         Progress progress("models", static_cast<size_t>(tanks.size()));
         for (const auto& [tankID, series] : tanks) {
             Recordset line;
-            line.Open("SELECT * FROM tblJobData WHERE TankID = '" + SqlEscape(tankID) + "'", user,
-                      CursorType::Keyset);
+            line.Open("SELECT * FROM tblJobData WHERE TankID = ?", user, {tankID}, CursorType::Keyset);
             line["TankClass"] = series;
             line.Update();
             progress.step();

@@ -185,13 +185,28 @@ void frmTankSeries::showChanges() {
         preselect(*asRead->tankClass);
 }
 
+/// The series of an application; null if it has none to choose from.
+QWidget* frmTankSeries::frameOf(Application application) const {
+    switch (application) {
+    case Application::Expansion:
+        return OptGroupEXP;
+    case Application::Thermal:
+        return OptGroupTHM;
+    case Application::Hydropneumatic:
+        return OptGroupHYD;
+    case Application::Shock:
+    case Application::Package:
+        break;
+    }
+    return nullptr;
+}
+
 void frmTankSeries::showFrame(std::optional<Application> application) {
-    OptGroupEXP->setVisible(application == Application::Expansion);
-    OptGroupTHM->setVisible(application == Application::Thermal);
-    OptGroupHYD->setVisible(application == Application::Hydropneumatic);
+    for (const ApplicationInfo& info : allApplications)
+        if (QWidget* frame = frameOf(info.application))
+            frame->setVisible(application == info.application);
     shownApplication = application;
-    const bool hasFrame = application && infoOf(*application).conditionsScreen == "frmJobConditions";
-    if (!hasFrame)
+    if (!application || !frameOf(*application))
         Dialogs::current().show({"Error loading data", "Error"});
     else if (application == Application::Thermal)
         lblHeader->setText(AppNameThermal());

@@ -17,6 +17,7 @@ class frmTankSeries : public Screen, private Ui::frmTankSeries {
     void Load() override;
     void showChanges() override;
     bool QueryUnload() override;
+    QWidget* frameOf(Application application) const;
     void showFrame(std::optional<Application> application);
     void preselect(const QString& stored);
     bool storeSizes();

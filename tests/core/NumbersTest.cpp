@@ -8,7 +8,7 @@
 #include <cmath>
 #include <random>
 
-TEST(parseNumber, ReadsWhatUsersType) {
+TEST(ParseNumber, ReadsWhatUsersType) {
     const std::pair<const char*, double> cases[] = {
         {"12", 12},          {" 12 ", 12},           {"+5", 5},     {"-5", -5},       {".5", .5},  {"5.", 5},
         {"1,234.5", 1234.5}, {"1,234,567", 1234567}, {"1e3", 1000}, {"1.5E-2", .015}, {"- 5", -5}, {"0", 0},
@@ -18,7 +18,7 @@ TEST(parseNumber, ReadsWhatUsersType) {
         EXPECT_EQ(parseNumber(text), value) << text;
 }
 
-TEST(parseNumber, RefusesAllElse) {
+TEST(ParseNumber, RefusesAllElse) {
     for (const char* text : {"",    " ",   "abc",   "1,5", "1,23,456", ",123",  "1234,567", "1,234,",
                              ".",   "-",   "e5",    "1e",  "1e+",      "1.2.3", "12 gal",   "0x10",
                              "inf", "nan", "1e400", "--1", "1 2",      "٣",     "1,2345"})

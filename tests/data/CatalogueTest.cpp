@@ -1,5 +1,6 @@
 // Checks the catalogue's figures against the physics behind them.
 
+#include "core/base/Applications.h"
 #include "core/store/Database.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -110,6 +111,17 @@ TEST_F(CatalogueTest, PipeFactorGivesGallons) {
             << row[QStringLiteral("PipeIndex")].text().toStdString();
     });
     EXPECT_EQ(rows, 42);
+}
+
+TEST_F(CatalogueTest, NamesTheApplicationsAsTheProgramDoes) {
+    std::size_t known = 0;
+    const int listed = forEach("SELECT App, Description FROM tblAppMaster", [&](Recordset& row) {
+        const auto application = applicationCoded(row["App"].text().toStdString());
+        ASSERT_TRUE(application) << row["App"].text().toStdString();
+        EXPECT_EQ(row["Description"].text().toStdString(), infoOf(*application).name);
+        ++known;
+    });
+    EXPECT_EQ(known, allApplications.size()) << listed;
 }
 
 TEST_F(CatalogueTest, HasEverySeriesInItsRange) {

@@ -6,7 +6,7 @@
 
 #include <QTemporaryDir>
 
-TEST(fitPicture, KeepsProportionsAndCentres) {
+TEST(FitPicture, KeepsProportionsAndCentres) {
     const struct {
         double x;
         double y;

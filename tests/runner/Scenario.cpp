@@ -100,11 +100,11 @@ int main(int argc, char** argv) {
     DesktopApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser parser;
     parser.addOptions({{"shots", "Folder for the pictures.", "DIR"},
-                       {"keep", "Folder that gets the data files as the story left them.", "DIR"},
+                       {"keep", "Folder that gets the data files as the scenario left them.", "DIR"},
                        {"points", "Size of the letters.", "N"},
                        {"size", "Size of the main window, such as 911x485.", "WIDTHxHEIGHT"},
                        {"dark", "The dark look."}});
-    parser.addPositionalArgument("FILE", "The stories.", "FILE...");
+    parser.addPositionalArgument("FILE", "The scenarios.", "FILE...");
     parser.addHelpOption();
     parser.process(application);
     const QStringList files = parser.positionalArguments();
