@@ -17,6 +17,7 @@ frmClassSelect::frmClassSelect() : Screen("frmClassSelect") {
     for (const ApplicationInfo& info : allApplications) {
         QPushButton* button = buttonOf(info.application);
         on(button, "." + button->objectName(), [this, &info] { Select(info.application); });
+        button->setAccessibleDescription(control<QLabel>("lblSub" + button->objectName().mid(3))->text());
     }
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
 }

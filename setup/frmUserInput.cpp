@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -11,6 +12,7 @@
 #include "jobs/NameLookup.h"
 #include "setup/frmValidateRep.h"
 
+#include <QCoreApplication>
 #include <QFocusEvent>
 
 using namespace Fields;
@@ -46,8 +48,16 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
         ValidateforNewEntry(txtCont, "tblContractor");
         return true;
     });
-    onLeaving(txtDefaultPSIa, ".txtDefaultPSIa_Validate",
-              [this] { return ValidateNumeric(txtDefaultPSIa, true); });
+    onLeaving(txtDefaultPSIa, ".txtDefaultPSIa_Validate", [this] {
+        if (!ValidateNumeric(txtDefaultPSIa, true))
+            return false;
+        setStatusText(markNoPressure()
+                          ? QCoreApplication::translate(
+                                "frmUserInput",
+                                "With an atmospheric pressure of 0 psia every tank comes out too small.")
+                          : QStringLiteral("Maintain user setup"));
+        return true;
+    });
     on(cmdFindRep, ".cmdFindRep", [this] { procedure(".GetRepInfo", [this] { GetRepInfo("Find"); }); });
     on(cmdFindEng, ".cmdFindEng", [this] { FillListView(txtEng, "tblEngineer", "frmUserInputEngineer"); });
     on(cmdFindCont, ".cmdFindCont",
@@ -66,6 +76,7 @@ void frmUserInput::Load() {
     lblMessage->hide();
     showRepresentative(false);
     fillDefaults();
+    markNoPressure();
     if (txtPostalCode->text().isEmpty())
         lblMessage->show();
     else
@@ -75,6 +86,15 @@ void frmUserInput::Load() {
 
 void frmUserInput::Activate() {
     setStatusText("Maintain user setup");
+}
+
+/// An emptied box counts as 0 and is stored, but with it every tank comes out too small. Says whether it is
+/// so.
+bool frmUserInput::markNoPressure() {
+    if (toNumber(txtDefaultPSIa->text()) != 0)
+        return false;
+    markField(txtDefaultPSIa);
+    return true;
 }
 
 void frmUserInput::fillDefaults() {

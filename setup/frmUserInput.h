@@ -20,6 +20,7 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     void Activate() override;
     QWidget* firstField() const override { return txtPostalCode; }
     bool QueryUnload() override;
+    bool markNoPressure();
     void fillDefaults();
     void GetRepInfo(const QString& sender);
     void LookupRepInDb(const QString& source, const QString& zip);

@@ -36,6 +36,7 @@ class Fault : public std::runtime_error {
     static constexpr std::int32_t InvalidUseOfNull = 94;
     static constexpr std::int32_t ObjectRequired = 424;
     static constexpr std::int32_t InvalidPicture = 481;
+    static constexpr std::int32_t Printer = 482;
 
   private:
     std::int32_t faultNumber;

@@ -1,5 +1,6 @@
 #include "core/shell/Shell.h"
 
+#include "core/look/ControlFaces.h"
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Trap.h"
@@ -8,6 +9,7 @@
 #include "core/shell/frmSplash.h"
 
 void registerShell() {
+    improveControlsForScreenReaders();
     Faults::setFailureHandler(Faults::showFailure);
     Screens::add("frmSplash", [] { return new frmSplash; });
     Screens::add("frmDatabasePath", [] { return new frmDatabasePath; });

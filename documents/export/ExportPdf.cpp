@@ -1,4 +1,5 @@
 #include "core/base/Fault.h"
+#include "core/base/PdfText.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
@@ -10,14 +11,6 @@
 #include <algorithm>
 
 namespace {
-
-/// Text as PDF stores it: UTF-16 in hexadecimal.
-QByteArray pdfText(const QString& text) {
-    QByteArray digits = "<feff";
-    for (const QChar c : text)
-        digits += QByteArray::number(c.unicode(), 16).rightJustified(4, '0');
-    return digits + '>';
-}
 
 /// Passes on what is written and keeps only the beginning and the end, where a PDF describes itself: a long
 /// list would fill the memory.

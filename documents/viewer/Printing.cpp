@@ -14,7 +14,7 @@
 namespace {
 
 Fault printerFault() {
-    return {482, "Printer error"};
+    return {Fault::Printer, "Printer error"};
 }
 
 /// Makes the dialog offer the paper of the pages first.

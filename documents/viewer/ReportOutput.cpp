@@ -1,4 +1,5 @@
 #include "documents/viewer/ReportOutput.h"
+#include "documents/viewer/ReportFace.h"
 
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
@@ -45,6 +46,7 @@ void showDocument(const Document& document) {
 }
 
 void registerViewer() {
+    readReportsToScreenReaders();
     Screens::add(viewerName, [] { return new frmReportViewer; });
     for (const Export::Format& format : Export::formats())
         Commands::set(format.command, [&format] { exportDocument(format); });

@@ -1,5 +1,8 @@
 #include "setup/pages/HelpView.h"
 
+#include "setup/pages/HelpBook.h"
+#include "setup/pages/HelpPictures.h"
+
 #include <QCoreApplication>
 #include <QHelpContentWidget>
 #include <QHelpEngineCore>
@@ -10,11 +13,14 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace {
 
@@ -40,8 +46,17 @@ QVariant HelpText::loadResource(int type, const QUrl& name) {
     const QUrl address = source().resolved(name);
     if (address.scheme() != u"qthelp")
         return {};
-    const QByteArray bytes = engine.fileData(address);
-    return type == QTextDocument::ImageResource ? QVariant(bytes) : QVariant(QString::fromUtf8(bytes));
+    const QByteArray bytes = engine.fileData(address.adjusted(QUrl::RemoveQuery));
+    if (type == QTextDocument::ImageResource)
+        return address.hasQuery() ? QVariant(bytes) : QVariant(helpPicture(bytes, devicePixelRatioF()));
+    if (type == QTextDocument::HtmlResource && address.path().endsWith(u".png"))
+        return QStringLiteral("<title>%1 - Brennoval</title><p><img src=\"%2?full\"></p>")
+            .arg(QCoreApplication::translate("HelpView", "Picture"), address.toString());
+    QString text = QString::fromUtf8(bytes);
+    static const QRegularExpression picture(R"re((<img\s+src="([^"]*)"[^>]*>))re");
+    if (type == QTextDocument::HtmlResource)
+        text.replace(picture, R"re(<a href="\2">\1</a>)re");
+    return text;
 }
 
 HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("help.qhc")) {
@@ -127,25 +142,32 @@ QWidget* HelpView::buildIndex() {
 
 QWidget* HelpView::buildSearch() {
     QHelpSearchEngine* search = engine.searchEngine();
-    search->reindexDocumentation();
+    search->scheduleIndexDocumentation();
     searchBox = new QLineEdit;
+    searchBox->setObjectName("searchBox");
     found = new QListWidget;
+    found->setObjectName("found");
     found->setAccessibleName(QCoreApplication::translate("HelpView", "Found topics"));
     found->setWordWrap(true);
     const auto look = [this, search] {
-        if (!searchBox->text().trimmed().isEmpty())
-            search->search(searchBox->text());
+        wanted = widenedQuery(searchBox->text());
+        if (indexed && !wanted.typed.isEmpty())
+            search->search(wanted.expression);
     };
     connect(searchBox, &QLineEdit::returnPressed, this, look);
-    connect(search, &QHelpSearchEngine::indexingFinished, this,
-            look); // for a search made before the index was ready
+    connect(search, &QHelpSearchEngine::indexingStarted, this, [this] { indexed = false; });
+    connect(search, &QHelpSearchEngine::indexingFinished, this, [this, look] {
+        indexed = true;
+        look(); // what was searched for meanwhile
+    });
     connect(search, &QHelpSearchEngine::searchingFinished, this, [this] { showFound(); });
     const auto openRow = [this](const QListWidgetItem* row) {
         const QUrl address = row->data(Qt::UserRole).toUrl();
         if (!address.isValid())
             return;
         open(address);
-        page->find(searchBox->text().trimmed().section(' ', 0, 0));
+        static_cast<void>(std::ranges::any_of(wanted.typed + wanted.wider,
+                                              [this](const QString& word) { return page->find(word); }));
     };
     connect(found, &QListWidget::itemClicked, this, openRow);
     connect(found, &QListWidget::itemActivated, this, openRow);
@@ -156,7 +178,10 @@ QWidget* HelpView::buildSearch() {
 void HelpView::showFound() {
     constexpr int most = 50;
     found->clear();
-    const auto results = engine.searchEngine()->searchResults(0, most);
+    auto results = engine.searchEngine()->searchResults(0, most);
+    std::ranges::stable_sort(results, std::ranges::greater(), [this](const QHelpSearchResult& result) {
+        return titleRank(result.title(), wanted);
+    });
     for (const QHelpSearchResult& result : results) {
         auto* row = new QListWidgetItem(result.title().section(" - ", 0, 0), found);
         row->setData(Qt::UserRole, result.url());
@@ -184,6 +209,15 @@ void HelpView::go(const QUrl& address) {
 void HelpView::open(const QUrl& address) {
     started();
     page->setSource(address, QTextDocument::HtmlResource);
+}
+
+bool HelpView::print(QPagedPaintDevice& device, Extent extent) {
+    return extent == Extent::All ? HelpBook(engine).paint(device)
+                                 : HelpBook(engine, page->source()).paint(device);
+}
+
+QByteArray HelpView::pdf() {
+    return HelpBook(engine).pdf();
 }
 
 extern "C" Q_DECL_EXPORT PageView* createPageView(const char* version, QWidget* parent) {

@@ -2,6 +2,7 @@
 
 #include "setup/pages/HelpEngine.h"
 #include "setup/pages/HelpFolder.h"
+#include "setup/pages/HelpWords.h"
 #include "setup/pages/PageView.h"
 
 #include <QTextBrowser>
@@ -16,6 +17,7 @@ class HelpText : public QTextBrowser {
     HelpText(const QHelpEngine& helpEngine, QWidget* parent) : QTextBrowser(parent), engine(helpEngine) {}
 
   protected:
+    /// Pictures of a page are links to themselves, and a picture's address shows it alone in its full size.
     QVariant loadResource(int type, const QUrl& name) override;
 
   private:
@@ -34,6 +36,8 @@ class HelpView : public PageView {
     void zoomBy(int steps) override { page->zoomIn(steps); }
     bool knowsTopics() const override { return true; }
     QString plainText() const override { return page->toPlainText(); }
+    bool print(QPagedPaintDevice& device, Extent extent) override;
+    QByteArray pdf() override;
 
   private:
     void open(const QUrl& address);
@@ -49,4 +53,6 @@ class HelpView : public PageView {
     QTabWidget* tabs = nullptr;
     QLineEdit* searchBox = nullptr;
     QListWidget* found = nullptr;
+    bool indexed = false; // before that a search would not find everything
+    HelpQuery wanted;     // of the last search
 };

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QUrl>
 #include <QWidget>
 
 #include <functional>
+
+class QPagedPaintDevice;
 
 /// A control that shows pages. It uses nothing but Qt, so that a plugin can provide another one.
 class PageView : public QWidget {
@@ -21,6 +24,12 @@ class PageView : public QWidget {
     virtual bool knowsTopics() const { return false; }
     /// Enough for a page of text and pictures, if the display has the room.
     QSize sizeHint() const override { return {900, 620}; }
+    /// What is printed.
+    enum class Extent { Page, All };
+    /// Prints pages. False if the control cannot, or the device fails.
+    virtual bool print(QPagedPaintDevice&, Extent) { return false; }
+    /// All pages as a PDF with an outline; empty if the control cannot.
+    virtual QByteArray pdf() { return {}; }
     /// The text of the visible page.
     virtual QString plainText() const { return {}; }
 

@@ -2,10 +2,14 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Program.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
 #include "setup/pages/PageViews.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QPrinter>
+#include <QSaveFile>
 #include <QScreen>
 
 frmHelp::frmHelp() : PageScreen("frmHelp") {
@@ -26,6 +30,9 @@ frmHelp::frmHelp() : PageScreen("frmHelp") {
     on(bttnHome, ".bttnHome", [this] { goTo("100"); });
     on(bttnZoomIn, ".bttnZoomIn", [this] { view->zoomBy(1); });
     on(bttnZoomOut, ".bttnZoomOut", [this] { view->zoomBy(-1); });
+    on(bttnPrint, ".bttnPrint", [this] { print(PageView::Extent::Page); });
+    on(bttnPrintAll, ".bttnPrintAll", [this] { print(PageView::Extent::All); });
+    on(bttnExport, ".bttnExport", [this] { exportAll(); });
 }
 
 void frmHelp::Start() {
@@ -48,4 +55,26 @@ void frmHelp::goTo(const QString& topic) {
     address.setScheme("topic");
     address.setPath(topic);
     view->go(address);
+}
+
+void frmHelp::print(PageView::Extent extent) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(windowTitle());
+    if (!Dialogs::current().printer(printer))
+        return;
+    const Hourglass hourglass;
+    if (!view->print(printer, extent))
+        throw Fault(Fault::Printer, "Printer error");
+}
+
+void frmHelp::exportAll() {
+    const QString path = Dialogs::current().saveFile("PDF (*.pdf)", "Brennoval manual");
+    if (path.isEmpty())
+        return;
+    const Hourglass hourglass;
+    const QByteArray pdf = view->pdf();
+    QSaveFile file(path);
+    if (pdf.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(pdf) != pdf.size() || !file.commit())
+        throw Fault(Fault::PathFileAccess,
+                    ("Path/File access error: " + path + ": " + file.errorString()).toStdString());
 }

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "core/shell/WebPages.h"
+#include "setup/pages/PageView.h"
 #include "ui_frmHelp.h"
-
-class PageView;
 
 /// The help, in a window of its own next to the program's. Its addresses are topics: a help context number or
 /// a screen's name.
@@ -17,6 +16,8 @@ class frmHelp : public PageScreen, private Ui::frmHelp {
 
   private:
     void goTo(const QString& topic);
+    void print(PageView::Extent extent);
+    void exportAll();
 
     PageView* view;
     bool topicShown = false;

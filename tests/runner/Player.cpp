@@ -245,6 +245,9 @@ void key(Stage&, Words w) {
         const QKeyCombination stroke = sequence[0];
         QWidget* focus = QApplication::focusWidget();
         QWidget* window = focus ? focus->window() : BrennovalMain::instance();
+        if (!window && !Screens::loaded().isEmpty()) // before the main window comes
+            window = Screens::find(Screens::loaded().first());
+        require(window, "there is no window");
         QTest::keyClick(window->windowHandle(), stroke.key(), stroke.keyboardModifiers());
         if (stroke.key() == Qt::Key_Tab && stroke.keyboardModifiers() == Qt::ControlModifier)
             QTest::keyRelease(window->windowHandle(), Qt::Key_Control); // goes to the window that has focus

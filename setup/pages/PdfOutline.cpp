@@ -1,0 +1,123 @@
+#include "setup/pages/PdfOutline.h"
+
+#include "core/base/PdfText.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+/// What the end of a PDF says about it.
+struct Trailer {
+    int size = 0; // the first free object number
+    QByteArray info;
+    QByteArray root;
+    QByteArray table; // offset of the table of objects
+};
+
+Trailer trailerOf(const QByteArray& pdf) {
+    static const QRegularExpression pattern(
+        R"(trailer\s*<<\s*/Size (\d+)\s*/Info (\d+) 0 R\s*/Root (\d+) 0 R.*?startxref\s*(\d+))",
+        QRegularExpression::DotMatchesEverythingOption);
+    constexpr qsizetype tail = 1000;
+    const auto found = pattern.match(QString::fromLatin1(pdf.last(std::min(tail, pdf.size()))));
+    return {found.captured(1).toInt(), found.captured(2).toLatin1(), found.captured(3).toLatin1(),
+            found.captured(4).toLatin1()};
+}
+
+/// The object numbers of the sheets, in the order in which the writer made them.
+QList<QByteArray> sheetsOf(const QByteArray& pdf) {
+    QList<QByteArray> numbers;
+    const QByteArray mark = " 0 obj\n<<\n/Type /Page\n";
+    for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1)) {
+        const qsizetype start = pdf.lastIndexOf('\n', at) + 1;
+        numbers.append(pdf.mid(start, at - start));
+    }
+    return numbers;
+}
+
+QByteArray reference(qsizetype number) {
+    return QByteArray::number(number) + " 0 R\n";
+}
+
+/// The entries as objects. Number first is the root of the outline, the entries follow in order.
+QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList<QByteArray>& sheets,
+                                 int first) {
+    const qsizetype count = entries.size();
+    const auto number = [first](qsizetype entry) { return first + 1 + entry; };
+    // The last entry before and the first behind that stand on the same level below the same parent.
+    const auto neighbour = [&](qsizetype entry, int step) -> qsizetype {
+        for (qsizetype other = entry + step; other >= 0 && other < count; other += step) {
+            if (entries[other].depth < entries[entry].depth)
+                return -1;
+            if (entries[other].depth == entries[entry].depth)
+                return other;
+        }
+        return -1;
+    };
+    const auto children = [&](qsizetype entry) { // -1 for the root
+        const int depth = entry < 0 ? 0 : entries[entry].depth + 1;
+        QList<qsizetype> found;
+        for (qsizetype other = entry + 1; other < count && entries[other].depth >= depth; ++other)
+            if (entries[other].depth == depth)
+                found.append(other);
+        return found;
+    };
+    const auto family = [&](qsizetype entry, bool open) {
+        const QList<qsizetype> own = children(entry);
+        if (own.isEmpty())
+            return QByteArray();
+        return "/First " + reference(number(own.first())) + "/Last " + reference(number(own.last())) +
+               "/Count " + QByteArray::number(open ? own.size() : -own.size()) + '\n';
+    };
+    QList<QByteArray> objects = {"<<\n/Type /Outlines\n" + family(-1, true) + ">>\n"};
+    for (qsizetype i = 0; i < count; ++i) {
+        const OutlineEntry& entry = entries[i];
+        qsizetype parent = i - 1;
+        while (parent >= 0 && entries[parent].depth >= entry.depth)
+            --parent;
+        QByteArray text = "<<\n/Title " + pdfText(entry.title) + "\n/Parent " +
+                          reference(parent < 0 ? first : number(parent));
+        if (const qsizetype before = neighbour(i, -1); before >= 0)
+            text += "/Prev " + reference(number(before));
+        if (const qsizetype behind = neighbour(i, 1); behind >= 0)
+            text += "/Next " + reference(number(behind));
+        text += family(i, false) + "/Dest [" + sheets.value(entry.sheet) + " 0 R /XYZ 0 " +
+                QByteArray::number(entry.top, 'f', 1) + " 0]\n>>\n";
+        objects.append(text);
+    }
+    return objects;
+}
+
+} // namespace
+
+/// Appends the outline, and the catalog that names it, the way the format provides for updates.
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries) {
+    const Trailer end = trailerOf(pdf);
+    const QList<QByteArray> sheets = sheetsOf(pdf);
+    const qsizetype start = pdf.indexOf('\n' + end.root + " 0 obj\n<<");
+    if (end.size == 0 || start < 0 || entries.isEmpty())
+        return {};
+    for (const OutlineEntry& entry : entries)
+        if (entry.sheet >= sheets.size())
+            return {};
+    QByteArray catalog = pdf.mid(start + 1, pdf.indexOf("endobj", start) - start - 1);
+    catalog.insert(catalog.indexOf("<<") + 2,
+                   "\n/Outlines " + reference(end.size) + "/PageMode /UseOutlines");
+    const auto place = [&pdf] { return QByteArray::number(pdf.size()).rightJustified(10, '0'); };
+    QByteArray table = "xref\n" + end.root + " 1\n" + place() + " 00000 n \n";
+    pdf += catalog + "endobj\n";
+    const QList<QByteArray> objects = outlineObjects(entries, sheets, end.size);
+    table += QByteArray::number(end.size) + ' ' + QByteArray::number(objects.size()) + '\n';
+    int number = end.size;
+    for (const QByteArray& object : objects) {
+        table += place() + " 00000 n \n";
+        pdf += QByteArray::number(number++) + " 0 obj\n" + object + "endobj\n";
+    }
+    const QByteArray tableAt = QByteArray::number(pdf.size());
+    pdf += table + "trailer\n<<\n/Size " + QByteArray::number(number) + "\n/Info " + end.info +
+           " 0 R\n/Root " + end.root + " 0 R\n/Prev " + end.table + "\n>>\nstartxref\n" + tableAt +
+           "\n%%EOF\n";
+    return pdf;
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+/// An entry of a PDF's outline.
+struct OutlineEntry {
+    QString title;
+    int depth = 0;  // 0 for the top level; at most one more than the entry before
+    int sheet = 0;  // counted from 0
+    double top = 0; // points from the lower edge of the sheet
+};
+
+/// A PDF of Qt's writer with an outline, which that writer has no way to make. Empty if the PDF is not built
+/// as expected.
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries);
