@@ -9,12 +9,6 @@ namespace Pipes {
 /// as an apostrophe.
 bool ValidatePipeSize(const QString& text, const QString& mode);
 
-/// The U.S. key of a pipe for its metric key; empty when the catalogue has none. Throws DatabaseFault.
-QString pipeIndexOf(const QString& metricIndex);
-
-/// The metric key of a pipe for its U.S. key; empty when the catalogue has none. Throws DatabaseFault.
-QString metricIndexOf(const QString& pipeIndex);
-
 /// Opens the chooser for a screen, which receives the pipe that the user chooses.
 void openPipeChooser(const QString& opener);
 /// Closes the chooser if it is open for a screen that is closing.

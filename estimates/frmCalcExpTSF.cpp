@@ -9,7 +9,6 @@
 
 using namespace Catalogue;
 using namespace Fields;
-using namespace Gateway;
 
 namespace {
 
@@ -29,11 +28,6 @@ void showsDimension(QLineEdit* box, QLabel* label) {
                          const auto feet = parseNumber(text.toStdString());
                          label->setText(feet ? formattedNumber(*feet, "#,##0 ft") : dimension);
                      });
-}
-
-/// The transverse area of a pipe. Throws DatabaseFault if the catalogue does not have it.
-double transverseArea(const QLineEdit* box) {
-    return readPipe(box->text())["TransArea"].number();
 }
 
 } // namespace
@@ -94,7 +88,7 @@ std::optional<double> frmCalcExpTSF::estimateByBuilding() {
     const double width = numberIn(BldgWidth);
     const double height = numberIn(BldgHeight);
     const double depth = BldgDepth->text().isEmpty() ? 0 : numberIn(BldgDepth);
-    return buildingFluid(height, width, depth, transverseArea(PipeIndex));
+    return buildingFluid(height, width, depth, transverseArea(PipeIndex->text()));
 }
 
 std::optional<double> frmCalcExpTSF::estimateByBoiler() {
@@ -112,7 +106,7 @@ std::optional<double> frmCalcExpTSF::estimateByChiller() {
 std::optional<double> frmCalcExpTSF::estimateByComponents() {
     if (!allEntered({BoilerCapacity, PipeIndexCom, PipeCapacity}))
         return std::nullopt;
-    const double area = transverseArea(PipeIndexCom);
+    const double area = transverseArea(PipeIndexCom->text());
     const double further = AdditionalCapacity->text().isEmpty() ? 0 : numberIn(AdditionalCapacity);
     return componentFluid(numberIn(BoilerCapacity), further, numberIn(PipeCapacity), area);
 }
@@ -126,8 +120,7 @@ std::optional<double> frmCalcExpTSF::estimateByList() {
             fluid.addEquipment(amount);
             continue;
         }
-        Rows pipe = readPipe(item.text(0));
-        fluid.addRun(pipe.atEnd() ? std::nullopt : std::optional(pipe["ID"].number()), amount);
+        fluid.addRun(findBore(item.text(0)), amount);
     }
     return fluid.total();
 }

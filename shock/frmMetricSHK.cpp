@@ -3,9 +3,11 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/store/Catalogue.h"
 #include "estimates/MetricConversions.h"
 #include "estimates/Pipes.h"
 
+using namespace Catalogue;
 using namespace MetricConversions;
 using namespace Pipes;
 using namespace StatusBar;

@@ -2,13 +2,36 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
+#include "core/store/Gateway.h"
 
 using namespace Gateway;
 
 namespace Catalogue {
 
+namespace {
+
 Rows readPipe(const QString& pipeIndex) {
     return {"Sys", "SELECT * FROM tblPipeMaster WHERE PipeIndex = ?", {pipeIndex}};
+}
+
+} // namespace
+
+bool hasPipe(const QString& pipeIndex) {
+    return !Rows("Sys", "SELECT * FROM tblPipeMaster WHERE PipeIndex = '" + pipeIndex + "'").atEnd();
+}
+
+bool hasMetricPipe(const QString& metricIndex) {
+    return !Rows("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = '" + metricIndex + "'").atEnd();
+}
+
+QString pipeIndexOf(const QString& metricIndex) {
+    Rows pipe("Sys", "SELECT * FROM tblPipeMaster WHERE MetricIndex = ?", {metricIndex});
+    return pipe.atEnd() ? QString() : pipe["PipeIndex"].text();
+}
+
+QString metricIndexOf(const QString& pipeIndex) {
+    Rows pipe = readPipe(pipeIndex);
+    return pipe.atEnd() ? QString() : pipe["MetricIndex"].text();
 }
 
 std::vector<PipeSize> pipesOf(const QString& schedule) {
@@ -19,9 +42,17 @@ std::vector<PipeSize> pipesOf(const QString& schedule) {
     return sizes;
 }
 
-double pipeBore(const QString& pipeIndex) {
+std::optional<double> findBore(const QString& pipeIndex) {
     Rows pipe = readPipe(pipeIndex);
-    return pipe.atEnd() ? 0 : pipe["ID"].number();
+    return pipe.atEnd() ? std::nullopt : std::optional(pipe["ID"].number());
+}
+
+double pipeBore(const QString& pipeIndex) {
+    return findBore(pipeIndex).value_or(0);
+}
+
+double transverseArea(const QString& pipeIndex) {
+    return readPipe(pipeIndex)["TransArea"].number();
 }
 
 double readPressureFactor(double shockBand, double staticBand) {
@@ -51,6 +82,13 @@ QString FractionConversion(double value) {
         Rows rows("Sys", "SELECT * FROM tblFractionConversion WHERE DecimalValue = ?", {toNumber(fraction)});
         return shownNumber(whole) + "-" + (rows.atEnd() ? QString() : rows["Fraction"].text()) + inch;
     });
+}
+
+std::optional<DrawingInfo> findDrawing(const QString& drawing) {
+    Rows row("Sys", "SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'");
+    if (row.atEnd())
+        return std::nullopt;
+    return DrawingInfo{row["X"].number(), row["Y"].number(), row["Ext"].text()};
 }
 
 } // namespace Catalogue

@@ -6,7 +6,7 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/ErrorReport.h"
 #include "core/shell/Hourglass.h"
-#include "core/store/Gateway.h"
+#include "core/store/Catalogue.h"
 #include "documents/report/Picture.h"
 
 #include <QGuiApplication>
@@ -18,8 +18,8 @@
 #include <algorithm>
 #include <cerrno>
 
+using namespace Catalogue;
 using namespace Faults;
-using namespace Gateway;
 
 PictureFrame fitPicture(double x, double y, const PictureFrame& area) {
     const bool widthLimits =
@@ -75,16 +75,14 @@ void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
 bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
     const Hourglass hourglass;
     try {
-        Connection connection = openDatabase("Sys");
-        Recordset rows;
-        rows.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = '" + drawing + "'", connection);
-        if (rows.atEnd()) {
+        const auto known = findDrawing(drawing);
+        if (!known) {
             Dialogs::current().beep();
             return false;
         }
-        const double x = ToInt16(rows["X"].number());
-        const double y = ToInt16(rows["Y"].number());
-        const QString file = drawingPath(drawing, rows["Ext"].text());
+        const double x = ToInt16(known->width);
+        const double y = ToInt16(known->height);
+        const QString file = drawingPath(drawing, known->ending);
         showPicture(
             box, file,
             fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));

@@ -1,7 +1,7 @@
 #include "documents/specifications/SpecsBox.h"
 
 #include "core/shell/Dialogs.h"
-#include "documents/specifications/Specifications.h"
+#include "core/store/Specification.h"
 
 #include <QPlainTextEdit>
 

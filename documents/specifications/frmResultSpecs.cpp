@@ -9,9 +9,9 @@
 #include "core/store/Model.h"
 #include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
+#include "core/store/Specification.h"
 #include "core/store/TankLine.h"
 #include "core/store/UserDefaults.h"
-#include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
 using namespace Catalogue;

@@ -2,12 +2,13 @@
 
 #include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
+#include "core/store/Specification.h"
 #include "documents/specifications/Placeholders.h"
-#include "documents/specifications/Specifications.h"
 #include "documents/specifications/SpecsBox.h"
 
 #include <QButtonGroup>
 
+using namespace Catalogue;
 using namespace StatusBar;
 
 namespace {

@@ -4,10 +4,12 @@
 #include "core/base/Program.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Trap.h"
+#include "core/store/Catalogue.h"
 #include "core/store/Gateway.h"
 #include "core/store/Model.h"
 #include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
+#include "core/store/Specification.h"
 #include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
@@ -15,7 +17,6 @@
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
 #include "documents/specifications/Placeholders.h"
-#include "documents/specifications/Specifications.h"
 #include "documents/tags/UnitTags.h"
 
 using namespace Catalogue;
@@ -183,13 +184,11 @@ class Filler {
     }
 
     void showDrawing() {
-        Connection connection = openDatabase("Sys");
-        Recordset row;
-        row.Open("SELECT * FROM tblTankDrawMaster WHERE TankDraw = ?", connection, {drawing});
-        if (row.atEnd())
+        const auto known = findDrawing(drawing);
+        if (!known)
             return;
         ReportControl& picture = report.control("imgDrawing");
-        picture.svg = readPicture(drawingPath(drawing, row["Ext"].text()));
+        picture.svg = readPicture(drawingPath(drawing, known->ending));
         picture.description = "Drawing of " + values.modelNo;
     }
 

@@ -1,20 +1,16 @@
 #include "documents/submittals/Submittals.h"
 
-#include "core/store/Gateway.h"
 #include "core/store/Model.h"
+#include "core/store/Specification.h"
 #include "documents/report/Reports.h"
 #include "documents/submittals/SubmittalFields.h"
 
 using namespace Catalogue;
-using namespace Gateway;
 
 QString Submittals::SetReport(const QString& model) {
     const auto found = findModel(model);
     const QString submittal = found ? found->submittal.value_or(QString()) : QString();
-    if (submittal.isEmpty())
-        return {};
-    Rows specification("Sys", "SELECT Report FROM tblSpecMaster WHERE Submittal = ?", {submittal});
-    return specification.atEnd() ? QString() : specification["Report"].text();
+    return submittal.isEmpty() ? QString() : reportOf(submittal);
 }
 
 void registerSubmittals() {

@@ -1,12 +1,14 @@
-#include "documents/specifications/Specifications.h"
+#include "core/store/Specification.h"
 
 #include "core/store/Gateway.h"
 
+using namespace Gateway;
+
+namespace Catalogue {
+
 Specification readSpecification(const QString& key) {
     Specification specification;
-    Connection connection = Gateway::openDatabase("Sys");
-    Recordset row;
-    row.Open("SELECT * FROM tblSpecMaster WHERE Submittal = ?", connection, {key});
+    Rows row("Sys", "SELECT * FROM tblSpecMaster WHERE Submittal = ?", {key});
     if (row.atEnd())
         return specification;
     for (int i = 1; i <= 10; ++i)
@@ -16,3 +18,10 @@ Specification readSpecification(const QString& key) {
         specification.description[i] = row["Description" + QString::number(i + 1)].text();
     return specification;
 }
+
+QString reportOf(const QString& submittal) {
+    Rows specification("Sys", "SELECT Report FROM tblSpecMaster WHERE Submittal = ?", {submittal});
+    return specification.atEnd() ? QString() : specification["Report"].text();
+}
+
+} // namespace Catalogue

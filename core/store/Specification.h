@@ -11,6 +11,12 @@ struct Specification {
     static QString shown(const QString& text, const QString& lastLine) { return text + "\n\r" + lastLine; }
 };
 
-/// Reads a specification by its key, which goes into the statement as it is; an empty one when the catalogue
-/// has none. Throws DatabaseFault.
+namespace Catalogue {
+
+/// Reads a specification by its key; an empty one when the catalogue has none. Throws DatabaseFault.
 Specification readSpecification(const QString& key);
+
+/// The report that a submittal is printed with; empty when the catalogue has none. Throws DatabaseFault.
+QString reportOf(const QString& submittal);
+
+} // namespace Catalogue
