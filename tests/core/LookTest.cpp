@@ -1,0 +1,70 @@
+#include "core/look/Appearance.h"
+#include "core/shell/Dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPalette>
+
+#include <cmath>
+
+namespace {
+
+/// Relative luminance by WCAG 2.1.
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= .03928 ? part / 12.92 : std::pow((part + .055) / 1.055, 2.4);
+    };
+    return .2126 * linear(color.redF()) + .7152 * linear(color.greenF()) + .0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + .05) / (darker + .05);
+}
+
+} // namespace
+
+TEST(Look, IsReadableInLightAndDark) {
+    const QPalette before = QApplication::palette();
+    for (const auto scheme : {Appearance::Scheme::Light, Appearance::Scheme::Dark}) {
+        Appearance::apply(scheme);
+        const QPalette palette = QApplication::palette();
+        const auto check = [&](QPalette::ColorGroup group, QPalette::ColorRole ink,
+                               QPalette::ColorRole paper) {
+            EXPECT_GE(contrast(palette.color(group, ink), palette.color(group, paper)), 4.5)
+                << "role " << ink << " on " << paper << " in group " << group << " of scheme " << int(scheme);
+        };
+        for (const auto group : {QPalette::Active, QPalette::Disabled})
+            for (const auto ink : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                   QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
+                for (const auto paper : {QPalette::Window, QPalette::Base, QPalette::AlternateBase,
+                                         QPalette::Button, QPalette::Mid})
+                    check(group, ink, paper);
+        check(QPalette::Active, QPalette::HighlightedText, QPalette::Highlight);
+    }
+    QApplication::setPalette(before);
+}
+
+// A message must leave its field in sight, wherever that is.
+TEST(Messages, StandClearOfTheirField) {
+    const QRect display(0, 0, 1366, 768);
+    const QRect window(183, 84, 1000, 600);
+    const QSize message(360, 140);
+    const struct {
+        const char* where;
+        QRect field;
+        int top; // of the message
+    } cases[] = {{"far from the middle", {200, 100, 150, 24}, 314},
+                 {"in the middle", {600, 380, 150, 24}, 451},
+                 {"where the title bar would be", {600, 290, 150, 24}, 361},
+                 {"low", {600, 420, 150, 24}, 491}};
+    for (const auto& c : cases) {
+        const QRect place = placeBeside(c.field, message, window, display);
+        EXPECT_EQ(place.top(), c.top) << c.where;
+        EXPECT_FALSE(place.intersects(c.field)) << c.where;
+        EXPECT_TRUE(display.contains(place)) << c.where;
+    }
+    const QRect low = placeBeside({600, 640, 150, 24}, message, {183, 500, 1000, 260}, display);
+    EXPECT_EQ(low.bottom(), 632) << "above a field at the foot of the display";
+}
