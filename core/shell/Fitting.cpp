@@ -7,12 +7,16 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
 namespace {
 
 constexpr double pointsDrawnFor = 9; // the letters that the forms' widths are meant for
+
+const char* const widenedProperty = "widened"; // of a list that is as wide as its columns
+const char* const narrowProperty = "narrow"; // of a list that scrolls in a small window
 
 /// What lies between a screen's tool bar and its buttons.
 class Middle : public QScrollArea {
@@ -98,6 +102,15 @@ void Fitting::makeRoomForText(QLineEdit& box) {
     box.setMinimumWidth(std::max(box.minimumWidth(), width));
 }
 
+void Fitting::makeRoomForColumns(QTreeWidget& list, int width) {
+    constexpr int widest = 900;
+    if (list.property(narrowProperty).toBool())
+        return;
+    const int around = 2 * list.frameWidth() + list.verticalScrollBar()->sizeHint().width();
+    list.setMinimumWidth(std::max(list.minimumWidth(), std::min(width + around, widest)));
+    list.setProperty(widenedProperty, true);
+}
+
 void Fitting::scaleWidths(const QWidget& screen) {
     const double scale = QApplication::font().pointSizeF() / pointsDrawnFor;
     if (scale <= 1)
@@ -154,6 +167,11 @@ void Fitting::letScroll(QWidget& screen) {
     for (int left = rows->count() - first - (buttons ? 1 : 0); left > 0; --left)
         move(*rows, first, *column);
     rows->insertWidget(first, middle, 1);
+    for (QTreeWidget* list : middle->findChildren<QTreeWidget*>()) {
+        list->setProperty(narrowProperty, true);
+        if (list->property(widenedProperty).toBool())
+            list->setMinimumWidth(std::min(list->minimumWidth(), 200));
+    }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
     screen.setMinimumSize(0, 0);

@@ -1,6 +1,7 @@
 #pragma once
 
 class QLineEdit;
+class QTreeWidget;
 class QWidget;
 
 /// Makes a screen fit: its boxes the texts in them, and the whole of it the space that there is.
@@ -9,6 +10,9 @@ namespace Fitting {
 /// Gives a box that only shows room for the text that it has now; long texts such as names are left to
 /// scroll.
 void makeRoomForText(QLineEdit& box);
+/// Widens a list to the width of its columns, in pixels, as far as an ordinary display allows. A list in a
+/// screen that scrolls stays narrow and scrolls by itself.
+void makeRoomForColumns(QTreeWidget& list, int width);
 /// Boxes and lists that are given a width in pixels get it for the letters in use.
 void scaleWidths(const QWidget& screen);
 /// Lessens the space between the rows.

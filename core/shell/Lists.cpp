@@ -1,5 +1,7 @@
 #include "core/shell/Lists.h"
 
+#include "core/shell/Fitting.h"
+
 #include <QCollator>
 #include <QHeaderView>
 #include <QPixmap>
@@ -51,7 +53,9 @@ void fitLastColumn(QTreeWidget* list) {
             others += heads->sectionSize(column);
     heads->setStretchLastSection(false); // else it has no size of its own
     list->resizeColumnToContents(last);
-    heads->setStretchLastSection(others + heads->sectionSize(last) <= list->viewport()->width());
+    const int needed = others + heads->sectionSize(last);
+    heads->setStretchLastSection(needed <= list->viewport()->width());
+    Fitting::makeRoomForColumns(*list, needed);
 }
 
 /// Fits the last column of a list again when the list gets another width.
