@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -129,6 +130,28 @@ TEST_F(EveryScreen, NamesEachControlThatTheKeyboardReaches) {
                 << where << ": two are called " << name.toStdString();
         }
     });
+}
+
+// A box is typed over as soon as the keyboard reaches it; a specification is copied at once.
+TEST_F(EveryScreen, SelectsTheTextOfABoxThatTheKeyboardReaches) {
+    int seen = 0;
+    forEach([&](const Screen& screen, const std::string& where) {
+        for (QWidget* box : screen.findChildren<QWidget*>()) {
+            const auto* line = dynamic_cast<const QLineEdit*>(box);
+            const auto* area = dynamic_cast<const QPlainTextEdit*>(box);
+            if (!isReachable(box) || box->objectName().startsWith("qt_") ||
+                (line   ? line->text()
+                 : area ? area->toPlainText()
+                        : QString())
+                    .isEmpty())
+                continue;
+            box->setFocus(Qt::TabFocusReason);
+            EXPECT_TRUE(line ? line->selectedText() == line->text() : area->textCursor().hasSelection())
+                << where << ": " << box->objectName().toStdString();
+            ++seen;
+        }
+    });
+    EXPECT_GT(seen, 20);
 }
 
 /// What is cut off or out of reach on a screen, even by scrolling; empty if everything can be seen.
