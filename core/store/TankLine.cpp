@@ -173,7 +173,7 @@ TankLine::Columns TankLine::package() {
     return packageColumns;
 }
 TankLine::Columns TankLine::unitTags() {
-    return std::span(allColumns).last<mostTags>();
+    return std::span(allColumns).last<MostTags>();
 }
 
 namespace Records {

@@ -36,7 +36,7 @@ struct TankLine {
     std::optional<double> pumpRunTime;        // s
     std::array<std::optional<QString>, 10> tags;
 
-    static constexpr int mostTags = 10;
+    static constexpr int MostTags = 10;
 
     using Columns = std::span<const Record::Column<TankLine>>;
     /// All columns, and those that each screen writes.

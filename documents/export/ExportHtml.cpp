@@ -26,8 +26,8 @@ QString textElement(const PageText& text) {
     QRectF place = text.place;
     place.setTop(topOf(text));
     const QString content = text.text.toHtmlEscaped()
-                                .replace(PageText::blankBreak, " ")
-                                .replace(PageText::wordBreak, "<wbr>")
+                                .replace(PageText::BlankBreak, " ")
+                                .replace(PageText::WordBreak, "<wbr>")
                                 .replace('\n', "<br>");
     const QString tag = text.heading > 0 ? "h" + QString::number(text.heading) : "p";
     return '<' + tag + " style=\"" + placed(place) + ";font-size:" + points(text.style->size) +

@@ -93,8 +93,8 @@ enum class Section : std::uint8_t {
 struct PageText {
     /// Separators between the lines of a wrapped text: at a blank, and inside a word. A line feed separates
     /// paragraphs.
-    static constexpr QChar blankBreak{0x2028};
-    static constexpr QChar wordBreak{0x200B};
+    static constexpr QChar BlankBreak{0x2028};
+    static constexpr QChar WordBreak{0x200B};
 
     QString text;
     double number = std::numeric_limits<double>::quiet_NaN(); // behind the text, if isNumber()
@@ -110,7 +110,7 @@ struct PageText {
     bool isNumber() const { return !std::isnan(number); }
 
     /// The text without the breaks of wrapping.
-    QString plain() const { return QString(text).replace(blankBreak, u' ').remove(wordBreak); }
+    QString plain() const { return QString(text).replace(BlankBreak, u' ').remove(WordBreak); }
     /// The position of the character that aligns it in its column, or its end if it lacks the mark.
     qsizetype markAt() const {
         const qsizetype at = text.indexOf(style->mark);
@@ -119,10 +119,10 @@ struct PageText {
     /// Whether it has more than one line.
     bool breaks() const {
         return std::any_of(text.begin(), text.end(),
-                           [](QChar c) { return c == u'\n' || c == blankBreak || c == wordBreak; });
+                           [](QChar c) { return c == u'\n' || c == BlankBreak || c == WordBreak; });
     }
     QStringList lines() const {
-        return QString(text).replace(blankBreak, u'\n').replace(wordBreak, u'\n').split(u'\n');
+        return QString(text).replace(BlankBreak, u'\n').replace(WordBreak, u'\n').split(u'\n');
     }
 };
 static_assert(sizeof(PageText) <= 56, "a list of 100,000 rows has 700,000 texts");

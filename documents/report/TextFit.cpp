@@ -176,8 +176,8 @@ Wrapped wrapped(const QString& text, const TextStyle& style, double width, int m
         result.text += line;
         ++result.lines;
         separator = paragraphEnds              ? QChar(u'\n')
-                    : line.size() < end - from ? PageText::blankBreak
-                                               : PageText::wordBreak;
+                    : line.size() < end - from ? PageText::BlankBreak
+                                               : PageText::WordBreak;
         result.taken = paragraphEnds ? end + 1 : end;
     }
     result.taken = std::min(result.taken, text.size());

@@ -19,7 +19,7 @@ double lineHeight(const TextStyle& style);
 /// From the top of a line to its baseline, in points.
 double ascent(const TextStyle& style);
 
-/// A text broken into lines by PageText::blankBreak and PageText::wordBreak, and how much of the original
+/// A text broken into lines by PageText::BlankBreak and PageText::WordBreak, and how much of the original
 /// those lines hold.
 struct Wrapped {
     QString text;

@@ -12,7 +12,7 @@ namespace UnitTags {
 bool isGiven(const std::optional<QString>& tag);
 /// What a unit, counted from 1, is called: its tag, or its tank's tag and its number. Throws DatabaseFault
 /// 3265 for a unit that the tank line has no room for.
-QString tagOf(const TankLine& tank, int unit, int room = TankLine::mostTags);
+QString tagOf(const TankLine& tank, int unit, int room = TankLine::MostTags);
 
 /// The parts on either side of a tag's first hyphen.
 struct Parts {

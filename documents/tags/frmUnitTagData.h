@@ -27,6 +27,6 @@ class frmUnitTagData : public Screen, private Ui::frmUnitTagData {
     void showRows(int quantity);
     void Save();
 
-    std::array<Row, TankLine::mostTags> rows;
+    std::array<Row, TankLine::MostTags> rows;
     std::optional<TankLine> asRead;
 };

@@ -62,9 +62,9 @@ struct Readable {
 Readable readable(const QString& text) {
     Readable result;
     for (int i = 0; i < text.size(); ++i) {
-        if (text[i] == PageText::wordBreak)
+        if (text[i] == PageText::WordBreak)
             continue;
-        result.letters += text[i] == PageText::blankBreak || text[i] == u'\n' ? QChar(u' ') : text[i];
+        result.letters += text[i] == PageText::BlankBreak || text[i] == u'\n' ? QChar(u' ') : text[i];
         result.places.append(i);
     }
     return result;

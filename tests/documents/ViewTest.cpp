@@ -20,7 +20,7 @@ class View : public testing::Test {
     View() {
         Page page;
         page.texts = {textAt(72, 72, "First words"),
-                      textAt(72, 100, "Second" + QString(PageText::blankBreak) + "words")};
+                      textAt(72, 100, "Second" + QString(PageText::BlankBreak) + "words")};
         view.resize(400, 300);
         view.show();
         view.setPages(Pages(5, page));
