@@ -105,7 +105,7 @@ void frmUserInput::fillDefaults() {
     txtDefaultPSIa->setMaxLength(sizes.defaultPSIa);
     const auto user = readUserDefaults();
     txtDefaultPSIa->setText(
-        shownNumber(user.value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
+        shownNumber(user.value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
     if (!user)
         return;
     txtEng->setText(shownText(user->defaultEngineer));

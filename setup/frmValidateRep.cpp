@@ -58,7 +58,7 @@ void frmValidateRep::saveRepresentative() {
 
 void frmValidateRep::savePostalCode() {
     UserDefaults first;
-    first.defaultPSIa = UserDefaults::standardAtmosphere;
+    first.defaultPSIa = UserDefaults::StandardAtmosphere;
     UserDefaults user = readUserDefaults().value_or(first);
     user.postalCode = txtPostalCode->text();
     saveUserDefaults(user);

@@ -32,7 +32,7 @@ double numberIn(const QLineEdit* box) {
 /// The user's atmospheric pressure in psia.
 double atmosphericPressure() {
     const double stored = readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(0);
-    return stored == 0 ? UserDefaults::standardAtmosphere : stored;
+    return stored == 0 ? UserDefaults::StandardAtmosphere : stored;
 }
 
 /// The pressure factor for two band values in psig; 0 when the table has no row for them.

@@ -26,7 +26,7 @@ namespace {
 double defaultPressure() {
     const auto user = readUserDefaults();
     if (!user)
-        return UserDefaults::standardAtmosphere;
+        return UserDefaults::StandardAtmosphere;
     if (!user->defaultPSIa)
         throw Fault(Fault::InvalidUseOfNull, "Invalid use of Null");
     return *user->defaultPSIa;

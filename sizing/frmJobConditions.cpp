@@ -93,7 +93,7 @@ void frmJobConditions::showStored(const TankLine& tank) {
 void frmJobConditions::showDefaults() {
     setStatusText("Enter job conditions");
     const UserDefaults user = readUserDefaults().value_or(UserDefaults());
-    txtAtmPressure->setText(shownNumber(user.defaultPSIa.value_or(UserDefaults::standardAtmosphere)));
+    txtAtmPressure->setText(shownNumber(user.defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
 }
 
 void frmJobConditions::adaptToApplication() {

@@ -16,7 +16,7 @@ namespace {
 constexpr double pointsDrawnFor = 9; // the letters that the forms' widths are meant for
 
 const char* const widenedProperty = "widened"; // of a list that is as wide as its columns
-const char* const narrowProperty = "narrow"; // of a list that scrolls in a small window
+const char* const narrowProperty = "narrow";   // of a list that scrolls in a small window
 
 /// What lies between a screen's tool bar and its buttons.
 class Middle : public QScrollArea {

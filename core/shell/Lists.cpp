@@ -3,6 +3,7 @@
 #include "core/shell/Fitting.h"
 
 #include <QCollator>
+#include <QEvent>
 #include <QHeaderView>
 #include <QPixmap>
 #include <QRegularExpression>

@@ -11,7 +11,7 @@ struct UserDefaults {
     std::optional<double> defaultPSIa; // atmospheric pressure in psia
 
     /// The atmosphere at sea level in psia.
-    static constexpr double standardAtmosphere = 14.7;
+    static constexpr double StandardAtmosphere = 14.7;
 
     /// Maximum lengths, as declared, of what the user types.
     struct Sizes {

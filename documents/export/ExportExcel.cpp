@@ -38,7 +38,7 @@ class SheetWriter {
     }
 
     void add(const GridRow& texts) {
-        if (row == Workbook::mostRows)
+        if (row == Workbook::MostRows)
             beginSheet();
         double height = 0;
         int next = 0; // no two texts share a cell
@@ -81,7 +81,7 @@ class SheetWriter {
     const QList<double> edges;
     Workbook book;
     int sheets = 0;
-    int row = Workbook::mostRows;
+    int row = Workbook::MostRows;
 };
 
 } // namespace

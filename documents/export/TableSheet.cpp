@@ -141,7 +141,7 @@ class TableWriter {
     }
 
     void detail(const GridRow& row) {
-        if (rows == Workbook::mostRows) {
+        if (rows == Workbook::MostRows) {
             endTable();
             beginSheet();
         }

@@ -281,7 +281,7 @@ QByteArray Workbook::sheetRecords(int number) const {
         lastColumn = std::max(lastColumn, cell.column);
     }
     printRecords(stream, sheet.paper);
-    for (qsizetype i = 0; i < sheet.columnWidths.size() && i < mostColumns; ++i) {
+    for (qsizetype i = 0; i < sheet.columnWidths.size() && i < MostColumns; ++i) {
         constexpr double widthOfZero = 5.25; // points, in the default font
         QByteArray body;
         put<std::uint16_t>(body, std::uint16_t(i));

@@ -39,8 +39,8 @@ class Workbook {
     /// The finished file: the workbook in its compound file.
     QByteArray file() const;
 
-    static constexpr int mostRows = 65536;
-    static constexpr int mostColumns = 256;
+    static constexpr int MostRows = 65536;
+    static constexpr int MostColumns = 256;
 
   private:
     struct Cell {

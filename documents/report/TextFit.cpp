@@ -29,8 +29,8 @@ QFont fontOf(bool bold, bool italic, int pixels) {
 class Face {
   public:
     Face(bool bold, bool italic)
-        : metrics(fontOf(bold, italic, unitsPerEm)),
-          kerning(std::size_t(latinLetters) * latinLetters, unknown) {
+        : metrics(fontOf(bold, italic, UnitsPerEm)),
+          kerning(std::size_t(latinLetters) * latinLetters, Unknown) {
         for (int i = 0; i < latinLetters; ++i)
             advances[std::size_t(i)] = float(metrics.horizontalAdvance(QChar(i)));
     }
@@ -40,12 +40,12 @@ class Face {
         double units = 0;
         for (qsizetype i = 0; i < line.size(); ++i) {
             if (line[i].unicode() >= latinLetters)
-                return metrics.horizontalAdvance(line.toString()) / unitsPerEm;
+                return metrics.horizontalAdvance(line.toString()) / UnitsPerEm;
             units += advances[line[i].unicode()];
             if (i > 0)
                 units += pair(line[i - 1], line[i]);
         }
-        return units / unitsPerEm;
+        return units / UnitsPerEm;
     }
 
     /// What a character adds to the width of the text, in ems; a surrogate pair counts at its second half.
@@ -54,24 +54,24 @@ class Face {
         if (letter.unicode() < latinLetters)
             return (advances[letter.unicode()] +
                     (at > 0 && text[at - 1].unicode() < latinLetters ? pair(text[at - 1], letter) : 0)) /
-                   unitsPerEm;
+                   UnitsPerEm;
         if (letter.isHighSurrogate())
             return 0;
         const bool whole = letter.isLowSurrogate() && at > 0;
         const QString sign = whole ? text.mid(at - 1, 2) : QString(letter);
         auto known = others.constFind(sign);
         if (known == others.cend())
-            known = others.insert(sign, metrics.horizontalAdvance(sign) / unitsPerEm);
+            known = others.insert(sign, metrics.horizontalAdvance(sign) / UnitsPerEm);
         return *known;
     }
 
   private:
-    static constexpr int unitsPerEm = 2048;
-    static constexpr float unknown = std::numeric_limits<float>::max();
+    static constexpr int UnitsPerEm = 2048;
+    static constexpr float Unknown = std::numeric_limits<float>::max();
 
     float pair(QChar left, QChar right) {
         float& known = kerning[std::size_t(left.unicode()) * latinLetters + right.unicode()];
-        if (known == unknown)
+        if (known == Unknown)
             known = float(metrics.horizontalAdvance(QString(left) + right)) - advances[left.unicode()] -
                     advances[right.unicode()];
         return known;
