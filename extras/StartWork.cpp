@@ -36,7 +36,7 @@ std::optional<DataCheck::Findings> check(const QString& userFile) {
         user.setReadOnly();
         user.setBusyTimeout(maxWait);
         user.Open();
-        return DataCheck::Check(user);
+        return DataCheck::check(user);
     } catch (const Fault&) {
         return std::nullopt;
     }

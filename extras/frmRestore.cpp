@@ -321,7 +321,7 @@ void frmRestore::giveHeadersBack() {
         for (const QString& job : DataCheck::latestFindings().orphanJobs)
             if (DataCheck::giveHeaderBack(user, job))
                 given.append(job);
-        DataCheck::setLatestFindings(DataCheck::Check(user));
+        DataCheck::setLatestFindings(DataCheck::check(user));
     });
     setStatusText("Header given back: " + given.join(", "));
     showFindings();

@@ -161,8 +161,10 @@ bool frmPKGSelect::QueryUnload() {
         const auto answer = askToSave("Current record has not been saved!\nDo you want to save the record?");
         if (answer == QMessageBox::Yes)
             procedure(".SaveRecord", [this] { SaveRecord(); });
-        if (answer == QMessageBox::Cancel || (answer == QMessageBox::Yes && Dirty))
+        if (answer == QMessageBox::Cancel || (answer == QMessageBox::Yes && Dirty)) {
+            setStatusText("Not saved");
             return false;
+        }
     }
     if (Tag != "1")
         SetStatusBarText();

@@ -203,8 +203,8 @@ class FrameArea : public QMdiArea {
 
     void paintEvent(QPaintEvent* event) override {
         QMdiArea::paintEvent(event);
-        if (background && background->isVisible())
-            return;
+        if ((background && background->isVisible()) || Screens::anyVisible())
+            return; // nothing is to show behind the windows
         QPainter painter(viewport());
         const QColor back = palette().color(QPalette::Mid);
         const QColor ink = palette().color(QPalette::WindowText);

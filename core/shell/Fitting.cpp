@@ -103,7 +103,7 @@ void Fitting::makeRoomForText(QLineEdit& box) {
 }
 
 void Fitting::makeRoomForColumns(QTreeWidget& list, int width) {
-    constexpr int widest = 900;
+    constexpr int widest = 1200;
     if (list.property(narrowProperty).toBool())
         return;
     const int around = 2 * list.frameWidth() + list.verticalScrollBar()->sizeHint().width();
@@ -152,12 +152,13 @@ void Fitting::fitToolBar(const QWidget& screen, int width) {
                 button->setToolButtonStyle(Qt::ToolButtonIconOnly);
 }
 
-void Fitting::letScroll(QWidget& screen) {
+void Fitting::letScroll(QWidget& screen, int width) {
     auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
     if (!rows || rows->isEmpty() || screen.findChild<QScrollArea*>("middle", Qt::FindDirectChildrenOnly))
         return;
     const bool toolBar = toolBarOf(screen);
     const bool buttons = isButtonRow(rows->itemAt(rows->count() - 1));
+    constexpr int aroundLists = 80; // pixels: margins and the scroll bar
     auto* middle = new Middle(&screen);
     middle->setObjectName("middle");
     auto* column = new QVBoxLayout(middle->widget());
@@ -170,7 +171,7 @@ void Fitting::letScroll(QWidget& screen) {
     for (QTreeWidget* list : middle->findChildren<QTreeWidget*>()) {
         list->setProperty(narrowProperty, true);
         if (list->property(widenedProperty).toBool())
-            list->setMinimumWidth(std::min(list->minimumWidth(), 200));
+            list->setMinimumWidth(std::min(list->minimumWidth(), width - aroundLists));
     }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);

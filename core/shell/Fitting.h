@@ -20,7 +20,7 @@ void tighten(const QWidget& screen);
 /// Leaves the icons alone in a screen's tool bar when its captions take more than a width in pixels.
 void fitToolBar(const QWidget& screen, int width);
 /// Makes the middle of a screen scroll, so that it can be smaller than its content; tool bar and buttons stay
-/// in sight.
-void letScroll(QWidget& screen);
+/// in sight. Its lists get narrower than a width in pixels, and scroll by themselves.
+void letScroll(QWidget& screen, int width);
 
 } // namespace Fitting

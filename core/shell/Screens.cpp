@@ -254,8 +254,9 @@ void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
     if (screen.layout())
         Fitting::tighten(screen);
     if (tooLarge()) {
-        Fitting::fitToolBar(screen, space.width() - (window.width() - screen.width()));
-        Fitting::letScroll(screen);
+        const int width = space.width() - (window.width() - screen.width());
+        Fitting::fitToolBar(screen, width);
+        Fitting::letScroll(screen, width);
         window.adjustSize();
     }
 }

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QKeyEvent>
 
 using namespace Registry;
 using namespace StatusBar;
@@ -49,7 +50,19 @@ void frmDatabasePath::storePath() {
     SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, folder);
 }
 
+void frmDatabasePath::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        CancelButton->click();
+    else
+        Screen::keyPressEvent(event);
+}
+
+/// The splash takes the keys again, which try once more or exit.
 bool frmDatabasePath::QueryUnload() {
+    if (Screen* splash = Screens::find("frmSplash")) {
+        splash->activateWindow();
+        splash->setFocus();
+    }
     SetStatusBarText();
     return true;
 }

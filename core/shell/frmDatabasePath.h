@@ -10,6 +10,9 @@ class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
     bool isTopLevel() const override { return true; }
     Subject subject() const override { return Subject::None; }
 
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void Load() override;
     bool QueryUnload() override;

@@ -83,7 +83,7 @@ void prune(const QString& userFile, const QString& inUse) {
     QList<QDateTime> moments;
     for (const Copy& copy : copies)
         moments.append(copy.made);
-    const QList<bool> kept = Kept(moments, QDate::currentDate());
+    const QList<bool> kept = keptOf(moments, QDate::currentDate());
     for (qsizetype i = 0; i < copies.size(); ++i)
         if (!kept[i] && copies[i].path != inUse)
             QFile::remove(copies[i].path);
@@ -183,7 +183,7 @@ Counts countsOf(const Connection& data) {
     return {.jobs = count("tblJobHeader"), .tanks = count("tblJobData")};
 }
 
-QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today) {
+QList<bool> keptOf(const QList<QDateTime>& newestFirst, const QDate& today) {
     constexpr int maxOfToday = 20;
     constexpr int days = 10;
     constexpr qint64 weeks = 8;

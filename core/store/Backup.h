@@ -54,6 +54,6 @@ Counts countsOf(const Connection& data);
 
 /// Which of these moments, newest first, are kept on a given day: the newest of each of ten days, eight weeks
 /// and twelve months, and the twenty newest of the day itself.
-QList<bool> Kept(const QList<QDateTime>& newestFirst, const QDate& today);
+QList<bool> keptOf(const QList<QDateTime>& newestFirst, const QDate& today);
 
 } // namespace Backup

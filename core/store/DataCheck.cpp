@@ -49,7 +49,7 @@ QStringList Findings::sentences() const {
     return all;
 }
 
-Findings Check(const Connection& user) {
+Findings check(const Connection& user) {
     Findings found;
     found.damage = user.engine().findDamage(Engine::Check::Quick);
     if (!found.damage.isEmpty())

@@ -20,7 +20,7 @@ struct Findings {
 };
 
 /// Checks open user data; reports at most the first hundred findings of each kind. Throws DatabaseFault.
-Findings Check(const Connection& user);
+Findings check(const Connection& user);
 
 /// The last check's findings, for whoever shows them. Only for use from one thread.
 const Findings& latestFindings();

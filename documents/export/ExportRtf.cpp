@@ -76,7 +76,7 @@ double topOf(const GridRow& row) {
 
 /// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
 QByteArray paragraphs(const Page& page) {
-    const PageGrid grid(page, PageGrid::Lines::split);
+    const PageGrid grid(page, PageGrid::Lines::Split);
     QByteArray document;
     double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
     for (qsizetype i = 0; i < grid.rows().size(); ++i) {

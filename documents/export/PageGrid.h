@@ -10,7 +10,7 @@ using GridRow = QList<const PageText*>;
 /// text freely. Check boxes and marks are included as words.
 class PageGrid {
   public:
-    enum class Lines : std::uint8_t { Whole, split };
+    enum class Lines : std::uint8_t { Whole, Split };
     /// Split puts each line of a wrapped text into the row at that height, unless the text has nothing beside
     /// it.
     explicit PageGrid(const Page& page, Lines lines = Lines::Whole);

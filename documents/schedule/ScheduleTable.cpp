@@ -24,28 +24,28 @@ namespace {
 
 /// What a row takes from its tank line's model.
 struct ModelValues {
-    QString TankOD;
-    QString OAL;
-    double TankVol = 0;
-    QString App;
+    QString tankOD;
+    QString oal;
+    double tankVolume = 0;
+    QString app;
 };
 
 /// A model that has left the catalogue changes nothing: its line keeps the values of the line before.
 void takeModel(const QString& modelNo, ModelValues& values) {
     if (modelNo.isEmpty()) {
-        values.TankOD.clear();
-        values.OAL.clear();
+        values.tankOD.clear();
+        values.oal.clear();
         // This is no number, so the conversion fails: a job with a tank that has no model yet stops here,
         // because its schedule must not pass for a complete one.
-        values.TankVol = toNumber("'");
+        values.tankVolume = toNumber("'");
     }
     const auto model = findModel(modelNo);
     if (!model)
         return;
-    values = {.TankOD = shownText(model->tankOD),
-              .OAL = shownText(model->oal),
-              .TankVol = model->tankVolume.value_or(0),
-              .App = shownText(model->app)};
+    values = {.tankOD = shownText(model->tankOD),
+              .oal = shownText(model->oal),
+              .tankVolume = model->tankVolume.value_or(0),
+              .app = shownText(model->app)};
 }
 
 void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
@@ -56,10 +56,10 @@ void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& valu
         schedule.AddNew();
         schedule["TagID"] = UnitTags::tagOf(tank, unit, room);
         schedule["TankID"] = tank.tankID.value_or(QString());
-        schedule["TankOD"] = values.TankOD;
-        schedule["OAL"] = values.OAL;
-        schedule["TankVol"] = values.TankVol;
-        schedule["App"] = values.App;
+        schedule["TankOD"] = values.tankOD;
+        schedule["OAL"] = values.oal;
+        schedule["TankVol"] = values.tankVolume;
+        schedule["App"] = values.app;
         schedule.Update();
     }
 }

@@ -113,10 +113,10 @@ TEST(Backups, AreThinnedToDaysWeeksAndMonths) {
     QList<QDateTime> moments;
     for (const auto& copy : copies)
         moments.append(noon(copy.day));
-    const auto kept = Backup::Kept(moments, today);
+    const auto kept = Backup::keptOf(moments, today);
     for (std::size_t i = 0; i < std::size(copies); ++i)
         EXPECT_EQ(kept[qsizetype(i)], copies[i].kept) << copies[i].day;
-    const auto ofOneDay = Backup::Kept(QList<QDateTime>(30, noon("2026-03-18")), today);
+    const auto ofOneDay = Backup::keptOf(QList<QDateTime>(30, noon("2026-03-18")), today);
     EXPECT_EQ(ofOneDay.count(true), 20);
 }
 

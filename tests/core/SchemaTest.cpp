@@ -103,14 +103,14 @@ TEST_F(SchemaTest, NamesThatWouldCollideAreReportedAndLeftAlone) {
     for (int start = 0; start < 2; ++start) {
         Schema::upgrade(user);
         EXPECT_EQ(Schema::versionOf(user), 3);
-        EXPECT_EQ(DataCheck::Check(user).equalNames, QStringList("Öl / öl"));
+        EXPECT_EQ(DataCheck::check(user).equalNames, QStringList("Öl / öl"));
         EXPECT_EQ(copies().size(), 1) << "no further copy at each start";
     }
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader WHERE JobID = 'öl'"), "1");
     execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'öl'");
     Schema::upgrade(user);
     EXPECT_EQ(Schema::versionOf(user), Schema::currentVersion());
-    EXPECT_TRUE(DataCheck::Check(user).equalNames.isEmpty());
+    EXPECT_TRUE(DataCheck::check(user).equalNames.isEmpty());
     EXPECT_EQ(value("SELECT JobID AS V FROM tblJobHeader WHERE JobID = 'öL'"), "Öl");
 }
 
