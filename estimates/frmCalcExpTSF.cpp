@@ -92,7 +92,7 @@ std::optional<double> frmCalcExpTSF::estimateByBuilding() {
 }
 
 std::optional<double> frmCalcExpTSF::estimateByBoiler() {
-    if (!isEntered(PipeType) || !isEntered(RadType) || !allEntered({BoilerOutput}))
+    if (!isEntered(RadType) || !isEntered(PipeType) || !allEntered({BoilerOutput}))
         return std::nullopt;
     return boilerFluid(ToInt16(numberIn(BoilerOutput)), {RadClass, PipeClass});
 }

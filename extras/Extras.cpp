@@ -113,10 +113,19 @@ void importJob() {
     Screens::show(screen->name());
 }
 
+/// Says what was found, once no screen's own text is in the status bar.
+void sayWhenIdle(const QString& sentence) {
+    constexpr int pause = 2000; // milliseconds
+    if (!Screens::anyVisible())
+        setStatusText(sentence + " \"Restore\" in the menu Extras shows more.");
+    else
+        QTimer::singleShot(pause, BrennovalMain::instance(), [sentence] { sayWhenIdle(sentence); });
+}
+
 void showFindings(const DataCheck::Findings& findings) {
     DataCheck::setLatestFindings(findings);
     if (!findings.isEmpty())
-        setStatusText(findings.sentences().first() + " \"Restore\" in the menu Extras shows more.");
+        sayWhenIdle(findings.sentences().first());
 }
 
 } // namespace
