@@ -32,7 +32,7 @@ void NameLookup::FillListView(const QWidget* /*field*/, const QString& table, co
         return;
     lookup->Tag = tag;
     lookup->updateHandOver();
-    lookup->List(table);
+    lookup->listNames(table);
     Screens::show(lookup->name());
 }
 
@@ -51,7 +51,7 @@ frmOneColumnLookup::frmOneColumnLookup() : Screen("frmOneColumnLookup") {
             [this] { act(".lvSearch", [this] { confirm(); }); });
 }
 
-void frmOneColumnLookup::List(const QString& table) {
+void frmOneColumnLookup::listNames(const QString& table) {
     ListRows rows;
     for (const QString& listed : NameList::names(table))
         rows.push_back(std::make_unique<ListRow>(QStringList{listed}));

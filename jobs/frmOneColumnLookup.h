@@ -12,7 +12,7 @@ class frmOneColumnLookup : public Screen, private Ui::frmOneColumnLookup {
     bool growsWithWindow() const override { return true; }
 
     /// Lists the names of a table.
-    void List(const QString& table);
+    void listNames(const QString& table);
 
   private:
     void confirm();

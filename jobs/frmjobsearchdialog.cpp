@@ -78,7 +78,7 @@ void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
     frameCalendar->hide();
     listedQuery = JobSearch::Query(enteredCriteria()).value_or(QString());
-    List(listedQuery);
+    listFound(listedQuery);
     if (lvOptions->topLevelItemCount() == 0)
         Dialogs::current().beep();
     else
@@ -86,7 +86,7 @@ void frmjobsearchdialog::FillResultsBox() {
 }
 
 /// Lists what a statement finds; clears the list for an empty statement.
-void frmjobsearchdialog::List(const QString& query) {
+void frmjobsearchdialog::listFound(const QString& query) {
     fillList(lvOptions, headings(), {});
     if (query.isEmpty())
         return;
@@ -100,7 +100,7 @@ void frmjobsearchdialog::List(const QString& query) {
 }
 
 void frmjobsearchdialog::showChanges() {
-    List(listedQuery);
+    listFound(listedQuery);
 }
 
 void frmjobsearchdialog::SearchFinished() {

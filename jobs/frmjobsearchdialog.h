@@ -24,7 +24,7 @@ class frmjobsearchdialog : public Screen, private Ui::frmjobsearchdialog {
     QWidget* firstField() const override;
     bool QueryUnload() override;
     JobSearch::Criteria enteredCriteria() const;
-    void List(const QString& query);
+    void listFound(const QString& query);
     void FillResultsBox();
     void SearchFinished();
     void prepareCalendar();

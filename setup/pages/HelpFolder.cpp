@@ -22,10 +22,10 @@ bool isOwn(const QFileInfo& folder) {
 
 void removeLeftHelpFolders() {
     const QFileInfoList folders =
-        QDir::temp().entryInfoList({HelpFolder::name + u'*'}, QDir::Dirs | QDir::NoDotAndDotDot);
+        QDir::temp().entryInfoList({HelpFolder::Name + u'*'}, QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QFileInfo& found : folders) {
         QDir folder(found.filePath());
-        const QString lockFile = folder.filePath(HelpFolder::lockName);
+        const QString lockFile = folder.filePath(HelpFolder::LockName);
         if (!isOwn(found) || !QFile::exists(lockFile)) // without a lock it is still being created
             continue;
         QLockFile lock(lockFile);

@@ -8,14 +8,14 @@
 /// runs.
 class HelpFolder {
   public:
-    HelpFolder() : folder(QDir::temp().filePath(name + "XXXXXX")), lock(folder.filePath(lockName)) {
+    HelpFolder() : folder(QDir::temp().filePath(Name + "XXXXXX")), lock(folder.filePath(LockName)) {
         lock.setStaleLockTime(0);
         lock.tryLock(0);
     }
     QString filePath(const QString& file) const { return folder.filePath(file); }
 
-    static inline const QString name = QStringLiteral("brennoval-help-"); // common prefix
-    static inline const QString lockName = QStringLiteral("lock");
+    static inline const QString Name = QStringLiteral("brennoval-help-"); // common prefix
+    static inline const QString LockName = QStringLiteral("lock");
 
   private:
     QTemporaryDir folder;

@@ -15,6 +15,7 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+// NOLINTNEXTLINE(readability-identifier-naming): a name of Qt's
 Q_GUI_EXPORT void qt_gl_set_global_share_context(QOpenGLContext* context);
 QT_END_NAMESPACE
 

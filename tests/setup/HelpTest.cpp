@@ -190,16 +190,16 @@ TEST(HelpFolder, OfAKilledCopyIsRemovedAtTheNextStart) {
         }
         int status = 1;
         ASSERT_EQ(waitpid(killed, &status, 0), killed);
-        const QStringList both = QDir(temporary.path()).entryList({HelpFolder::name + '*'});
+        const QStringList both = QDir(temporary.path()).entryList({HelpFolder::Name + '*'});
         EXPECT_EQ(status, 0);
         EXPECT_EQ(both.size(), 2);
-        QFile::link(other.path(), temporary.filePath(HelpFolder::name + "link"));
+        QFile::link(other.path(), temporary.filePath(HelpFolder::Name + "link"));
         removeLeftHelpFolders();
-        const QStringList left = QDir(temporary.path()).entryList({HelpFolder::name + '*'});
+        const QStringList left = QDir(temporary.path()).entryList({HelpFolder::Name + '*'});
         EXPECT_EQ(left.size(), 2) << "the running copy's, and a link that is none";
-        EXPECT_TRUE(QFile::exists(running.filePath(HelpFolder::lockName)));
+        EXPECT_TRUE(QFile::exists(running.filePath(HelpFolder::LockName)));
         EXPECT_TRUE(QFile::exists(other.path()));
     }
-    EXPECT_EQ(QDir(temporary.path()).entryList({HelpFolder::name + '*'}).size(), 1) << "the link";
+    EXPECT_EQ(QDir(temporary.path()).entryList({HelpFolder::Name + '*'}).size(), 1) << "the link";
     before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 }
