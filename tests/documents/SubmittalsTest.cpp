@@ -18,9 +18,9 @@ namespace {
 
 /// A catalogue in which each model has a distinct value in every column, and every specification mentions
 /// them all.
-class Submittals : public testing::Test {
+class SubmittalsTest : public testing::Test {
   protected:
-    Submittals() {
+    SubmittalsTest() {
         registerDocuments();
         home.installData();
         execute("Sys",
@@ -112,7 +112,7 @@ Date
 
 } // namespace
 
-TEST_F(Submittals, OfABladderTank) {
+TEST_F(SubmittalsTest, OfABladderTank) {
     EXPECT_EQ(submittal("RCB 5000"), page(R"(DESCRIPTION
 One Two Three @Qty@
 CONSTRUCTION
@@ -151,7 +151,7 @@ Pressures | =Min 13 psi | =Max 28 psi
 [Drawing of RCB 5000])"));
 }
 
-TEST_F(Submittals, OfAHydropneumaticTank) {
+TEST_F(SubmittalsTest, OfAHydropneumaticTank) {
     EXPECT_EQ(submittal("JWB 10000"), page(R"(DESCRIPTION
 One Two Three @Qty@
 CONSTRUCTION
@@ -190,7 +190,7 @@ Pressures | =Min 13 psi | =Max 28 psi
 [Drawing of JWB 10000])"));
 }
 
-TEST_F(Submittals, OfASteelTank) {
+TEST_F(SubmittalsTest, OfASteelTank) {
     EXPECT_EQ(submittal("42RB96"), page(R"(DESCRIPTION
 One Two Three @Qty@
 CONSTRUCTION
@@ -223,7 +223,7 @@ Pressures | =Min 13 psi | =Max 28 psi
 [Drawing of 42RB96])"));
 }
 
-TEST_F(Submittals, OfAPackage) {
+TEST_F(SubmittalsTest, OfAPackage) {
     EXPECT_EQ(submittal("PKG 100-5"), page(R"( Three @Qty@
 One Two
 Typical Specifications
@@ -242,7 +242,7 @@ Horsepower: | =0.75 hp
 [Drawing of PKG 100-5])"));
 }
 
-TEST_F(Submittals, OfAShockTank) {
+TEST_F(SubmittalsTest, OfAShockTank) {
     EXPECT_EQ(submittal("SHK 300"), page(R"(DESCRIPTION
 One Two Three @Qty@
 CONSTRUCTION
@@ -285,7 +285,7 @@ Pump Startup Delay | =5.6 sec
 [Drawing of SHK 300])"));
 }
 
-TEST_F(Submittals, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
+TEST_F(SubmittalsTest, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
     const Pages bladder = pagesOf("RCB 5000");
     const Pages hydropneumatic = pagesOf("JWB 10000");
     EXPECT_EQ(placeOf(hydropneumatic, "Pressures"), placeOf(bladder, "Fluid"));
@@ -294,7 +294,7 @@ TEST_F(Submittals, PutThePressuresOfAHydropneumaticTankWhereTheFluidWas) {
                   placeOf(bladder, value) - placeOf(bladder, "Pressures"));
 }
 
-TEST_F(Submittals, DescribeThemselvesInFiles) {
+TEST_F(SubmittalsTest, DescribeThemselvesInFiles) {
     const Document document = documentOf("RCB 5000");
     EXPECT_EQ(document.title, "Brennoval Submittal, J, RCB 5000");
     EXPECT_EQ(document.author, "Pump & Tank");
@@ -303,7 +303,7 @@ TEST_F(Submittals, DescribeThemselvesInFiles) {
     EXPECT_EQ(documentOf("SHK 300").author, "Ordwick Company");
 }
 
-TEST_F(Submittals, ShowAMarkForNothingButACapitalY) {
+TEST_F(SubmittalsTest, ShowAMarkForNothingButACapitalY) {
     for (const char* mark : {"'y'", "'N'", "''", "NULL"}) {
         execute("Sys", QString("UPDATE tblModelMaster SET NSF = %1, IAPMO = %1").arg(mark));
         EXPECT_EQ(submittal("JWB 10000").find("mark"), std::string::npos) << mark;

@@ -58,17 +58,17 @@ class JobSearch : public testing::Test {
 
     static QStringList found(const Entries& entries) {
         const auto enter = [](const char* box, const char* comparison, const QStringList& texts) {
-            Driver::control<QLineEdit>(screen, box)->setText(texts[0]);
-            auto* combo = Driver::control<QComboBox>(screen, comparison);
+            Driver::control<QLineEdit>(SearchScreen, box)->setText(texts[0]);
+            auto* combo = Driver::control<QComboBox>(SearchScreen, comparison);
             combo->setCurrentIndex(combo->findText(texts[1]));
         };
         enter("txtJobID", "cmboCriteriaJob", entries.jobID);
         enter("txtContractor", "cmboCriteriaContractor", entries.contractor);
         enter("txtEngineer", "cmboCriteriaEngineer", entries.engineer);
         enter("txtDate1", "cmboCriteriaDateCreated", entries.created);
-        Driver::control<QLineEdit>(screen, "txtDate2")->setText(entries.created.value(2));
-        Driver::press(screen, "bttnFind");
-        const auto* list = Driver::control<QTreeWidget>(screen, "lvOptions");
+        Driver::control<QLineEdit>(SearchScreen, "txtDate2")->setText(entries.created.value(2));
+        Driver::press(SearchScreen, "bttnFind");
+        const auto* list = Driver::control<QTreeWidget>(SearchScreen, "lvOptions");
         QStringList ids;
         for (int i = 0; i < list->topLevelItemCount(); ++i)
             ids.append(list->topLevelItem(i)->text(0));
@@ -76,7 +76,7 @@ class JobSearch : public testing::Test {
         return ids;
     }
 
-    static constexpr const char* screen = "frmjobsearchdialog";
+    static constexpr const char* SearchScreen = "frmjobsearchdialog";
     TemporaryHome home;
     QList<Job> jobs;
 };

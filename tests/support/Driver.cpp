@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QInputMethodEvent>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QWindow>
 
 namespace Driver {
