@@ -2,11 +2,11 @@
 
 #include <cstdio>
 
-bool Table::reportContext(const Context&) {
+bool Table::ReportContext(const Context&) {
     return true;
 }
 
-void Table::reportRuns(const std::vector<Run>& runs) {
+void Table::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median")
             continue;
@@ -18,7 +18,7 @@ void Table::reportRuns(const std::vector<Run>& runs) {
     }
 }
 
-void Table::finalize() {
+void Table::Finalize() {
     std::printf("| %-52s | %12s | %12s | %6s |\n", "what", "program, us", "bare, us", "ratio");
     std::printf("|%s|-------------:|-------------:|-------:|\n", std::string(54, '-').c_str());
     for (const auto& [name, line] : lines) {

@@ -9,9 +9,9 @@
 /// "subject/program" or "subject/bare".
 class Table : public benchmark::BenchmarkReporter {
   public:
-    bool reportContext(const Context& context) override;
-    void reportRuns(const std::vector<Run>& runs) override;
-    void finalize() override;
+    bool ReportContext(const Context& context) override;
+    void ReportRuns(const std::vector<Run>& runs) override;
+    void Finalize() override;
 
   private:
     struct Line {
