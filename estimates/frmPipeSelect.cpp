@@ -7,6 +7,8 @@
 #include "core/store/Catalogue.h"
 #include "estimates/Pipes.h"
 
+#include <QLineEdit>
+
 using namespace Catalogue;
 using namespace Pipes;
 
