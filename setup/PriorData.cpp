@@ -33,7 +33,7 @@ using namespace StatusBar;
 namespace {
 
 const QString converting = QStringLiteral("Converting Prior Data...");
-constexpr double StandardAtmosphere = 14.7; // psia
+constexpr double standardAtmosphere = 14.7; // psia
 
 /// The numbers of jobs and tanks. They have 16 bits; a larger file is rejected.
 struct Counts {
@@ -195,7 +195,7 @@ class Conversion {
         // The earlier program never took over the engineer's name: both columns get the contractor's.
         if (engineer.isValid())
             take(defaults["DefaultEngineer"], contractor);
-        take(defaults["DefaultPSIa"], pressure.isValid() ? pressure : StandardAtmosphere);
+        take(defaults["DefaultPSIa"], pressure.isValid() ? pressure : standardAtmosphere);
         defaults.Update();
     }
 
