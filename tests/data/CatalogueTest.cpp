@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr double StandardAtmosphere = 14.696; // psia
+constexpr double standardAtmosphere = 14.696; // psia
 constexpr double gallonInCubicInches = 231;
 
 class CatalogueTest : public testing::Test {
@@ -56,8 +56,8 @@ double waterDensity(double fahrenheit) {
 /// The net energy in foot-pounds that a cubic foot of gas absorbs from the static to the shock pressure
 /// (psig).
 double gasEnergy(double staticPressure, double shockPressure) {
-    const double absolute = staticPressure + StandardAtmosphere;
-    const double r = (shockPressure + StandardAtmosphere) / absolute;
+    const double absolute = staticPressure + standardAtmosphere;
+    const double r = (shockPressure + standardAtmosphere) / absolute;
     return 144 * absolute * (std::log(r) + 1 / r - 1);
 }
 
