@@ -137,7 +137,7 @@ class UpgradeByManyTest : public BackupTest {
             const Connection user = openDatabase("User");
             Transaction write(user);
             user.engine().runScript(QString::fromUtf8(script.readAll()), 0);
-            for (int i = 0; i < engineers; ++i)
+            for (int i = 0; i < Engineers; ++i)
                 Recordset().Open(QString("INSERT INTO tblEngineer VALUES ('Engineer %1 ')").arg(i), user);
             write.commit();
         }
@@ -168,11 +168,11 @@ class UpgradeByManyTest : public BackupTest {
         names.Open("SELECT COUNT(*) AS N FROM tblEngineer WHERE length(fldName) " +
                        QString(version == 1 ? ">" : "=") + " length(rtrim(fldName))",
                    data);
-        EXPECT_EQ(names["N"].number(), engineers) << path.toStdString();
+        EXPECT_EQ(names["N"].number(), Engineers) << path.toStdString();
         return version;
     }
 
-    static constexpr int engineers = 3000;
+    static constexpr int Engineers = 3000;
     const QString original = home.path() + "/original";
     std::vector<std::unique_ptr<QProcess>> programs;
 };

@@ -126,15 +126,15 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
         begin(way.before);
         way.prepare();
         const QString before = contentsOf(file());
-        FailingDisk::failAt(0, Then::goOn);
+        FailingDisk::failAt(0, Then::GoOn);
         way.run();
         const int operations = FailingDisk::operations();
         const QString after = contentsOf(file());
         ASSERT_GT(operations, 3) << way.what;
-        for (const Then then : {Then::goOn, Then::StayDead})
+        for (const Then then : {Then::GoOn, Then::StayDead})
             for (int number = 1; number <= operations; number += number < 12 ? 1 : step) {
                 const auto where = testing::Message() << way.what << ", operation " << number << " of "
-                                                      << operations << (then == Then::goOn ? "" : ", killed");
+                                                      << operations << (then == Then::GoOn ? "" : ", killed");
                 begin(way.before);
                 way.prepare();
                 ++faults;
@@ -145,7 +145,7 @@ TEST_F(FailingDiskTest, LeavesTheDataAsTheyWereOrAsTheyWereToBe) {
                 } catch (const Fault&) {
                     told = false;
                 }
-                FailingDisk::failAt(0, Then::goOn);
+                FailingDisk::failAt(0, Then::GoOn);
                 const QString now = contentsOf(file());
                 EXPECT_TRUE(now == after || (!told && now == before)) << where << " told " << told;
                 for (const Backup::Copy& copy : Backup::copiesOf(file()))

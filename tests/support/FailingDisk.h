@@ -9,7 +9,7 @@
 /// that is for power cuts, and takes most of the time. For one at a time, in one thread.
 class FailingDisk {
   public:
-    enum class Then { goOn, StayDead };
+    enum class Then { GoOn, StayDead };
 
     FailingDisk() {
         real = sqlite3_vfs_find(nullptr);
@@ -104,5 +104,5 @@ class FailingDisk {
     sqlite3_vfs vfs{};
     static inline int done = 0;
     static inline int wanted = 0;
-    static inline Then after = Then::goOn;
+    static inline Then after = Then::GoOn;
 };
