@@ -112,11 +112,15 @@ void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
     bool afterNumbers = false;
     for (int column = 0; column < list.columnCount(); ++column) {
         const bool numbers = holdsNumbers(rows, column);
+        const Qt::Alignment side = (numbers ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
         const QVariant before = afterNumbers && !numbers ? QVariant(gap) : QVariant();
-        for (QTreeWidgetItem* row : rows + QList<QTreeWidgetItem*>{list.headerItem()}) {
-            row->setTextAlignment(column, (numbers ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-            row->setData(column, Qt::DecorationRole, before);
-        }
+        list.headerItem()->setTextAlignment(column, side);
+        list.headerItem()->setData(column, Qt::DecorationRole, before);
+        if (numbers || before.isValid()) // new rows are texts without a gap, and there may be very many
+            for (QTreeWidgetItem* row : rows) {
+                row->setTextAlignment(column, side);
+                row->setData(column, Qt::DecorationRole, before);
+            }
         afterNumbers = numbers;
     }
 }
