@@ -22,6 +22,8 @@ constexpr double maxEfficiency = .60;
 constexpr double maxWeightOnPiping = 50;  // lb, for a tank hung from the piping, with the water in it
 constexpr double minContainerShare = .15; // of the bounding box of a package
 constexpr double maxContainerShare = .60;
+constexpr double maxShockExcess = 2;        // volume of a single shock tank over the required volume
+constexpr double minMainToConnection = 1.9; // 12 in over the largest connection, 6 in: 12.75 / 6.625
 constexpr double litresInGallon = 3.785411784;
 constexpr double gallonInCubicInches = 231;
 constexpr double waterWeight = 8.345; // lb per gallon
@@ -58,6 +60,9 @@ class Check {
         for (const CatalogueModel& model : readModels(catalogue))
             if (const auto drawing = drawings.find(model.drawing); drawing != drawings.end())
                 checkModel(model, drawing->second);
+        for (const std::string& wrong : pressureFactorFaults(catalogue))
+            fault("tblPressureFactor", wrong);
+        checkShockJobs();
         return std::move(result);
     }
 
@@ -77,6 +82,14 @@ class Check {
                 fault(row[0], std::string("its drawing ") + error.what());
             }
         }
+    }
+
+    void checkShockJobs() {
+        result.pipes = shockJobFigures(catalogue);
+        for (const PipeFigures& pipe : result.pipes)
+            if (pipe.larger.ratio > maxShockExcess)
+                fault(pipe.pipe, "gets a " + pipe.larger.model + " of " +
+                                     NumberText(Round(pipe.larger.ratio, 2)) + " times the required volume");
     }
 
     SeriesFigures& figures(const std::string& series) {
@@ -123,6 +136,8 @@ class Check {
         const double filled = model.weight + model.acceptance * waterWeight;
         if (hangs && filled > maxWeightOnPiping)
             fault(model.name, "hangs from the piping with " + NumberText(Round(filled, 0)) + " lb");
+        if (model.isShock() && !(drawing.mainBeside && drawing.mainToConnection >= minMainToConnection))
+            fault(model.name, "the main of its drawing is no 12-inch line");
         checkTankName(model);
     }
 

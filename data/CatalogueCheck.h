@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Database.h"
+#include "data/ShockJobs.h"
 
 #include <filesystem>
 #include <string>
@@ -26,6 +27,7 @@ struct SeriesFigures {
 struct CheckResult {
     std::vector<std::string> faults;
     std::vector<SeriesFigures> series;
+    std::vector<PipeFigures> pipes;
 };
 
 /// Checks every model of a catalogue against the physics, its specification text and its drawing, and the

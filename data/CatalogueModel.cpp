@@ -5,7 +5,7 @@ namespace {
 
 constexpr const char* modelsWithTexts =
     "SELECT ModelDscrptn, App, Class, Bladder, ASME, NSF, TankVolume, AcceptanceVolume, TankOD, OAL, "
-    "SysConnStd, TankSysConn, TankWkPressure, ShipWeight, MakeUpCapacity, PumpHp, TankDraw, "
+    "SysConnStd, TankSysConn, SysConnType, TankWkPressure, ShipWeight, MakeUpCapacity, PumpHp, TankDraw, "
     "Spec1 || IFNULL(Spec2, '') || IFNULL(Spec3, '') || IFNULL(Spec4, '') || IFNULL(Spec5, '') || "
     "IFNULL(Spec6, '') || IFNULL(Spec7, '') || IFNULL(Spec8, '') || IFNULL(Spec9, '') || IFNULL(Spec10, ''), "
     "LastLine, Description1 || IFNULL(Description2, '') || IFNULL(Description3, '') "
@@ -32,13 +32,14 @@ std::vector<CatalogueModel> readModels(Database& catalogue) {
                           .overall = number(row[9]),
                           .connectionText = row[10],
                           .connection = number(row[11]),
-                          .pressure = number(row[12]),
-                          .weight = number(row[13]),
-                          .flow = number(row[14]),
-                          .horsepower = number(row[15]),
-                          .drawing = row[16],
-                          .specification = row[17],
-                          .lastLine = row[18],
-                          .description = row[19]});
+                          .connectionType = row[12],
+                          .pressure = number(row[13]),
+                          .weight = number(row[14]),
+                          .flow = number(row[15]),
+                          .horsepower = number(row[16]),
+                          .drawing = row[17],
+                          .specification = row[18],
+                          .lastLine = row[19],
+                          .description = row[20]});
     return models;
 }

@@ -20,6 +20,7 @@ struct CatalogueModel {
     double overall = 0;
     std::string connectionText;
     double connection = 0;
+    std::string connectionType;
     double pressure = 0;
     double weight = 0;
     double flow = 0;       // per pump
@@ -30,6 +31,7 @@ struct CatalogueModel {
     std::string description; // lines joined
 
     bool isPackage() const { return application == infoOf(Application::Package).code; }
+    bool isShock() const { return application == infoOf(Application::Shock).code; }
     bool hasBladder() const { return !isPackage() && bladder != "Plain Steel"; }
     int pumps() const { return !isPackage() ? 0 : series == "PKGD" || series == "PKGT" ? 2 : 1; }
 };

@@ -16,7 +16,7 @@ const std::vector<CatalogueQuery>& catalogueQueries() {
          "a specification of no model"},
         {"SELECT ModelDscrptn FROM tblModelMaster WHERE SysConnStd IS NULL", "a text is missing"},
         {"SELECT ModelDscrptn FROM tblModelMaster WHERE AcceptanceVolume > TankVolume OR AcceptanceVolume <= "
-         "0 OR TankVolume > 5000 OR TankOD NOT BETWEEN 8 AND 96 OR OAL NOT BETWEEN 8 AND 240 OR ShipWeight "
+         "0 OR TankVolume > 5000 OR TankOD NOT BETWEEN 6 AND 96 OR OAL NOT BETWEEN 8 AND 240 OR ShipWeight "
          "NOT BETWEEN 5 AND 20000 OR TankWkPressure NOT BETWEEN 30 AND 400 OR TankSysConn NOT BETWEEN .25 "
          "AND 12",
          "a number out of range"},
@@ -35,17 +35,17 @@ const std::vector<CatalogueQuery>& catalogueQueries() {
          "'rptSubmittal3', 'rptSubmittal4') OR Spec1 IS NULL OR LastLine IS NULL OR Description1 IS NULL",
          "a text is missing or the report is unknown"},
         {"SELECT TankDraw FROM tblTankDrawMaster WHERE X <= 0 OR Y <= 0", "a drawing without a size"},
-        // A cell of 0 would cause a division by zero. Less gas pressure means less energy only below five
-        // times the static pressure, so the first two columns are not compared.
-        {R"(SELECT SOPMax FROM tblPressureFactor WHERE NOT ("20" > 0 AND "30" > "40" AND "40" > "50" AND
+        {"SELECT RepID FROM tblRepMaster WHERE CompanyName LIKE '%&&%'", "its name has a doubled ampersand"},
+        {"SELECT ModelDscrptn FROM tblModelMaster WHERE TankVolume < .5", "its volume is printed as 0 gal"},
+        {"SELECT ModelDscrptn FROM (SELECT ModelDscrptn, TankVolume, LAG(TankVolume) OVER (PARTITION BY "
+         "Class ORDER BY TankVolume) AS smaller FROM tblModelMaster WHERE App <> 'PKG') "
+         "WHERE TankVolume > 1.6 * smaller",
+         "more than 1.6 times the next smaller of its series"},
+        // A cell of 0 would cause a division by zero.
+        {R"(SELECT SOPMax FROM tblPressureFactor WHERE NOT ("20" > "30" AND "30" > "40" AND "40" > "50" AND
             "50" > "60" AND "60" > "70" AND "70" > "80" AND "80" > "90" AND "90" > "100" AND
             "100" > "110" AND "110" > 0))",
          "pressure factors of a row that do not fall or are not above 0"},
-        {R"(SELECT a.SOPMax FROM tblPressureFactor a JOIN tblPressureFactor b ON b.SOPMax > a.SOPMax
-            WHERE NOT (b."20" > a."20" AND b."30" > a."30" AND b."40" > a."40" AND b."50" > a."50" AND
-            b."60" > a."60" AND b."70" > a."70" AND b."80" > a."80" AND b."90" > a."90" AND
-            b."100" > a."100" AND b."110" > a."110"))",
-         "pressure factors that do not rise with the shock pressure"},
     };
     return queries;
 }

@@ -1,7 +1,8 @@
 // Checks a built catalogue: every model against the physics, its text and its drawing, and the tables against
 // one another. Prints the faults and exits with 1, which stops the build.
 // Usage: brennoval-check-data [--report] CATALOGUE DRAWINGS_FOLDER
-// With --report it prints a line per series: the number of models and the worst deviations.
+// With --report it prints a line per series: the number of models and the worst deviations; and a line per
+// pipe: by how much the first single shock tank exceeds the required volume in ordinary jobs.
 
 #include "data/CatalogueCheck.h"
 
@@ -27,6 +28,10 @@ int check(const char* file, const char* drawings, bool report) {
         std::printf("Series Models   Worst shape            Worst weight           Pump efficiency\n");
         for (const SeriesFigures& series : result.series)
             print(series);
+        std::printf("\nShock tanks for   Jobs   Worst               Median  Without\n");
+        for (const PipeFigures& pipe : result.pipes)
+            std::printf("%-16s %5d %7.2f  %-12s %6.2f %8d\n", pipe.pipe.c_str(), pipe.jobs, pipe.worst.ratio,
+                        pipe.worst.model.c_str(), pipe.median, pipe.without);
     }
     for (const std::string& fault : result.faults)
         std::fprintf(stderr, "brennoval-check-data: %s\n", fault.c_str());

@@ -1,5 +1,7 @@
 #include "data/Wording.h"
 
+#include <regex>
+
 namespace {
 
 /// Words that must be in a specification if, and only if, the condition holds.
@@ -49,10 +51,7 @@ constexpr Claim claims[] = {
     // The unit comes with the volume on one screen but not on the page, so the text must not add it.
     {"gallons", [](Model, Picture) { return false; }},
     // A plain steel tank has no charge; a shock tank has no valve to recharge it through.
-    {"recharged",
-     [](Model model, Picture) {
-         return model.hasBladder() && model.application != infoOf(Application::Shock).code;
-     }},
+    {"recharged", [](Model model, Picture) { return model.hasBladder() && !model.isShock(); }},
 };
 
 int count(const std::string& text, const std::string& words) {
@@ -64,6 +63,72 @@ int count(const std::string& text, const std::string& words) {
 
 bool has(const std::string& text, const char* words) {
     return text.find(words) != std::string::npos;
+}
+
+/// What a package's specification demands, and the element of the drawing that shows it.
+struct Demand {
+    const char* words;
+    const char* part;
+    int times;
+};
+
+constexpr Demand demands[] = {
+    {"volume marks", "volume-marks", 1},
+    {"a lid", "lid", 1},
+    {"a float switch", "float-switch", 1},
+    {"a strainer", "strainer", 1},
+    {"check valve", "check-valve", 1},
+    {"isolating valve", "isolating-valve", 1},
+    {"pressure gauge", "pressure-gauge", 1},
+    {"an adjustable pressure switch", "pressure-switch", 1},
+    {"each with its own pressure switch and gauge", "pressure-switch", 2},
+    {"each with its own pressure switch and gauge", "pressure-gauge", 2},
+    {"raise an alarm", "controls", 1},
+};
+
+void checkDemands(Model model, Picture picture, std::vector<std::string>& faults) {
+    for (const Demand& demand : demands) {
+        const auto shown = picture.parts.find(demand.part);
+        if (has(model.specification, demand.words) &&
+            (shown == picture.parts.end() || shown->second < demand.times))
+            faults.push_back(std::string("its text demands what its drawing does not show: ") + demand.words);
+    }
+}
+
+/// A flange is beside the caption NPT on the pages, so text, type and drawing must say where the thread is.
+void checkConnection(Model model, Picture picture, std::vector<std::string>& faults) {
+    const bool flanged = has(model.connectionType, "flange");
+    const bool fromThree =
+        has(model.specification, "Connections of 3 inches and above shall be Class 150 flanges, "
+                                 "each with a companion flange threaded NPT. ");
+    const bool always =
+        has(model.specification,
+            "The connection shall be a Class 150 flange with a companion flange threaded NPT. ");
+    if (!model.isPackage() && !has(model.connectionType, "NPT"))
+        faults.emplace_back("its connection is not of NPT, as the pages say");
+    if (flanged != (always || (fromThree && model.connection >= 3)))
+        faults.emplace_back("its connection and its text differ on the flange");
+    if (flanged && !picture.parts.contains("companion-flange"))
+        faults.emplace_back("its drawing does not show the flange");
+}
+
+/// The pages have gallons, so a description counts in them, and a model keeps to the range that it names.
+void checkDescription(Model model, std::vector<std::string>& faults) {
+    static const std::regex range("(of|below) ([0-9]+) gallons( and above)?");
+    if (has(model.description, "litre"))
+        faults.emplace_back("its description counts in litres");
+    std::smatch found;
+    if (!std::regex_search(model.description, found, range))
+        return;
+    const double limit = std::stod(found[2]);
+    if (found[1] == "below" ? model.volume >= limit : model.volume < limit)
+        faults.push_back("its description names sizes " + found.str());
+}
+
+/// One sentence, with and without the name: what follows the name continues it.
+bool isSentence(const std::string& line) {
+    static const std::regex sentence("The basis of design is [^.]* @Rep@ [a-z][^.@]*\\.");
+    return std::regex_match(line, sentence);
 }
 
 } // namespace
@@ -87,7 +152,11 @@ std::vector<std::string> wordingFaults(const CatalogueModel& model, const Drawin
         faults.emplace_back("its description and its drawing differ on whether it lies");
     if (model.bladder.starts_with("Replaceable") && !drawing.topNozzle)
         faults.emplace_back("its bladder is replaceable and its drawing has no flange to take it out");
-    if (!model.lastLine.ends_with(" @Rep@"))
-        faults.emplace_back("its last line reads badly without a representative");
+    if (!isSentence(model.lastLine))
+        faults.emplace_back("its last line is no sentence without a representative");
+    checkDescription(model, faults);
+    checkConnection(model, drawing, faults);
+    if (model.isPackage())
+        checkDemands(model, drawing, faults);
     return faults;
 }
