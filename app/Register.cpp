@@ -1,5 +1,6 @@
 #include "app/Register.h"
 
+#include "calculation/CalculationSheet.h"
 #include "core/shell/Shell.h"
 #include "documents/Documents.h"
 #include "estimates/Estimates.h"
@@ -18,6 +19,7 @@ void registerAll() {
     registerShock();
     registerPackages();
     registerSizing();
+    registerCalculation();
     registerSetup();
     registerExtras();
 }

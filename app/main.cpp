@@ -7,13 +7,32 @@
 #include "core/shell/Translations.h"
 #include "core/store/SessionTask.h"
 
+#include <QFontDatabase>
 #include <QLocale>
+
+#include <iostream>
+
+namespace {
+
+/// A start without fonts would show windows full of empty boxes.
+bool canShowText() {
+    return !QFontDatabase::families().isEmpty();
+}
+
+} // namespace
 
 int main(int /*argc*/, char** argv) {
     Program::ignoreRelativeFolders();
     int argumentCount = 1; // the command line is ignored, Qt's own options included
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
+    if (!canShowText()) {
+        constexpr int noFonts = 3;
+        std::cerr
+            << "brennoval: this computer has no font to show text with. Install one, such as Liberation "
+               "Sans, and start again.\n";
+        return noFonts;
+    }
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
     loadTranslations(Program::programFolder() + "/Translations", QLocale());
     const SystemScheme scheme; // follows the desktop while the program runs

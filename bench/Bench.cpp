@@ -17,6 +17,7 @@
 #include "core/store/JetSql.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqliteEngine.h"
+#include "documents/report/Reports.h"
 #include "jobs/JobSearch.h"
 #include "sizing/CatalogueSearch.h"
 #include "tests/support/Driver.h"
@@ -24,6 +25,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QProcess>
 #include <QStandardPaths>
@@ -222,10 +224,33 @@ void listJobs(benchmark::State& state, int jobs) {
     Driver::stop();
 }
 
-/// Opens a screen for a job with a hundred tank lines and waits until it has painted.
-void openScreen(benchmark::State& state, const QString& screen) {
+/// A key in the search of the start page that no job answers, from the key to the painted list.
+void findOnStartPage(benchmark::State& state, int jobs) {
+    const Data data(200, 1);
+    addJobs(data, jobs);
+    Driver::start();
+    auto* box = BrennovalMain::instance()->findChild<QLineEdit*>("txtFind");
+    QString text = "contractor 9";
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        box->setText(text += u'x');
+        box->parentWidget()->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+    }
+    Driver::stop();
+}
+
+/// Statements that give the job J7 some tank lines.
+constexpr const char* hundredLines = "UPDATE tblJobData SET JobID = 'J7' WHERE rowid <= 100";
+constexpr const char* thousandSized =
+    "UPDATE tblJobData SET JobID = 'J7', ModelNo = 'M ' || rowid, Qty = 1, SortNo = rowid WHERE rowid <= "
+    "1000";
+
+/// Opens a screen for a job and waits until it has painted.
+void openScreen(benchmark::State& state, const QString& screen, const char* lines = hundredLines) {
     const Data data(10000, 100000);
-    Bare(data.file("User")).run("UPDATE tblJobData SET JobID = 'J7' WHERE rowid < 100");
+    Bare(data.file("User")).run(lines);
     Driver::start();
     Session::Mode.write("Edit");
     Session::JobID.write("J7");
@@ -245,6 +270,44 @@ void openScreen(benchmark::State& state, const QString& screen) {
         Screens::find(screen)->repaint();
         state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         Screens::unload(screen);
+        Driver::settle();
+    }
+    Driver::stop();
+}
+
+/// Moves a tank line among a thousand, until the list has painted.
+void moveLine(benchmark::State& state) {
+    const Data data(10000, 100000);
+    Bare(data.file("User")).run(thousandSized);
+    Driver::start();
+    Session::JobID.write("J7");
+    Screens::open("frmJobOverview");
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        Driver::press("frmJobOverview", "cmdDown");
+        Screens::find("frmJobOverview")->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+    }
+    Driver::stop();
+}
+
+/// One more digit in the comparison among 10,000 models, until the table has painted.
+void typeInComparison(benchmark::State& state) {
+    const Data data(10000, 100);
+    Driver::start();
+    Screens::open("frmCompare");
+    for (const auto& [box, text] : {std::pair("txtSOTMax", "200"), {"txtSOPMin", "12"}, {"txtSOPMax", "30"}})
+        Driver::enter("frmCompare", box, text);
+    auto* volume = Driver::control<QLineEdit>("frmCompare", "txtTotSysFluid");
+    int digits = 0;
+    for (auto _ : state) {
+        const QString text = QString::number(1000 + ++digits);
+        QElapsedTimer clock;
+        clock.start();
+        volume->setText(text);
+        Screens::find("frmCompare")->repaint();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         Driver::settle();
     }
     Driver::stop();
@@ -289,6 +352,19 @@ void workflowStep(benchmark::State& state, std::size_t timed) {
             state.SkipWithError("the road did not end at the results");
         Screens::unload("frmResults");
     }
+    Driver::stop();
+}
+
+/// The pages of a calculation sheet.
+void calculationSheet(benchmark::State& state) {
+    const Data data(200, 100);
+    Driver::start();
+    for (const Step& step : workflow) {
+        step.fill(1);
+        step.screen ? Driver::press(step.screen, step.button) : Driver::command(step.button);
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Report(*findReport("rptCalculation")).Run());
     Driver::stop();
 }
 
@@ -387,6 +463,10 @@ void registerBenchmarks() {
                       [](benchmark::State& s) { listJobs(s, 100000); })
         ->UseManualTime()
         ->Iterations(5);
+    RegisterBenchmark("key in the search among 20000 jobs/program",
+                      [](benchmark::State& s) { findOnStartPage(s, 20000); })
+        ->UseManualTime()
+        ->Iterations(20);
     registerAll();
     for (const QString& screen : Screens::names()) {
         if (screen == "frmSplash" || screen == "frmError" || screen == "frmDatabasePath")
@@ -396,6 +476,15 @@ void registerBenchmarks() {
             ->UseManualTime()
             ->Iterations(20);
     }
+    RegisterBenchmark("overview of 1000 tank lines/program",
+                      [](benchmark::State& s) { openScreen(s, "frmJobOverview", thousandSized); })
+        ->UseManualTime()
+        ->Iterations(20);
+    RegisterBenchmark("move among 1000 tank lines/program", moveLine)->UseManualTime()->Iterations(20);
+    RegisterBenchmark("key in the comparison among 10000 models/program", typeInComparison)
+        ->UseManualTime()
+        ->Iterations(100);
+    RegisterBenchmark("calculation sheet/program", calculationSheet)->Unit(benchmark::kMillisecond);
     registerDocumentBenchmarks();
     registerBackupBenchmarks();
     RegisterBenchmark("switch windows/program", switchWindows)->UseManualTime()->Iterations(200);

@@ -3,6 +3,7 @@
 #include "core/shell/Commands.h"
 #include "core/shell/Screens.h"
 #include "estimates/Estimator.h"
+#include "estimates/MetricPad.h"
 #include "estimates/frmCalcExpTSF.h"
 #include "estimates/frmCalcHydTSF.h"
 #include "estimates/frmMetricCalc.h"
@@ -13,15 +14,19 @@ namespace {
 
 /// Opens the metric pad of the active screen; beeps if it has none.
 void convertMetric() {
-    static const QHash<QString, QString> pads = {{"frmJobConditions", "frmMetric"},
-                                                 {"frmConvertSteel", "frmMetric"},
-                                                 {"frmJobConditionsSHK", "frmMetricSHK"}};
+    const QString conditions = QStringLiteral("frmJobConditions");
+    const QString shockConditions = QStringLiteral("frmJobConditionsSHK");
     const QString active = Screens::active();
     const Screens::AtWork work(Screens::find(active)); // the pad joins the task of the screen that it serves
     if (auto* estimator = dynamic_cast<Estimator*>(Screens::find(active)))
         estimator->OpenMetricForm(); // does nothing for a method without anything to convert
-    else if (pads.contains(active))
-        Screens::open(pads.value(active));
+    else if (active == conditions || active == "frmConvertSteel") // which takes nothing from the pad
+        openMetricPad("frmMetric", conditions);
+    else if (active == shockConditions)
+        openMetricPad("frmMetricSHK", shockConditions);
+    else if (const Screen* screen = Screens::find(active);
+             auto* button = screen ? screen->control<QAbstractButton>("cmdMetric") : nullptr)
+        button->click();
     else
         Dialogs::current().beep();
 }
@@ -37,8 +42,6 @@ void registerEstimates() {
     for (const auto& [command, estimator] : {std::pair("mnuEstEXP", "frmCalcExpTSF"),
                                              {"mnuEstTHM", "frmcalcThmTSF"},
                                              {"mnuEstHYD", "frmCalcHydTSF"}})
-        Commands::set(command, [estimator = QString(estimator)] {
-            openEstimator(estimator, EstimatorUse::FreeStanding);
-        });
+        Commands::set(command, [estimator = QString(estimator)] { openEstimator(estimator); });
     Commands::set("mnuMetric", convertMetric);
 }

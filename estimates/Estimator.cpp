@@ -19,10 +19,6 @@ using namespace Fields;
 using namespace Pipes;
 using namespace StatusBar;
 
-namespace {
-const QString conditions = QStringLiteral("frmJobConditions");
-} // namespace
-
 void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     prepare();
     drawSketches();
@@ -50,7 +46,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         Dirty = false;
     });
     onCancel(control<QToolButton>("bttnCancel"), toolbarProcedure, [this] { Screens::unload(name()); });
-    handsOver(control<QToolButton>("bttnOK"), [this] { return serves ? conditions : QString(); });
+    handsOver(control<QToolButton>("bttnOK"), [this] { return target; });
     on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { confirm(); });
 }
 
@@ -79,8 +75,8 @@ void Estimator::changeEvent(QEvent* event) {
     Screen::changeEvent(event);
 }
 
-void Estimator::setHandsBack(bool handsBack) {
-    serves = handsBack;
+void Estimator::setTarget(const QString& screen) {
+    target = screen;
     updateHandOver();
 }
 
@@ -102,7 +98,7 @@ void Estimator::confirm() {
                                           .icon = QMessageBox::Question,
                                           .buttons = QMessageBox::Yes | QMessageBox::No}) != QMessageBox::Yes)
         return;
-    Screens::handOver(*this, conditions, "txtTotSysFluid", result->text());
+    Screens::handOver(*this, target, "txtTotSysFluid", result->text());
     Screens::unload(name());
 }
 
@@ -115,8 +111,8 @@ bool Estimator::QueryUnload() {
     return true;
 }
 
-void openEstimator(const QString& screen, EstimatorUse use) {
-    if (use == EstimatorUse::FreeStanding) {
+void openEstimator(const QString& screen, const QString& target) {
+    if (target.isEmpty()) {
         if (Screens::find(screen)) // it may hold a job's estimate
             return Screens::show(screen);
         Session::JobID.write(""); // of the task that this command begins
@@ -125,6 +121,6 @@ void openEstimator(const QString& screen, EstimatorUse use) {
     auto* estimator = dynamic_cast<Estimator*>(Screens::load(screen));
     if (!estimator)
         return;
-    estimator->setHandsBack(use == EstimatorUse::ForConditions);
+    estimator->setTarget(target);
     Screens::show(screen);
 }

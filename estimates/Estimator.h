@@ -18,8 +18,8 @@ class Estimator : public Screen {
 
     /// Opens the metric pad with the boxes that the screen needs; false when there is nothing to convert.
     bool OpenMetricForm();
-    /// Sets whether the result can be handed to the job conditions.
-    void setHandsBack(bool handsBack);
+    /// Sets the screen that receives the result; none when the estimator stands on its own.
+    void setTarget(const QString& screen);
 
   protected:
     /// Prepares the controls after setupUi: connects the toolbar, whose procedure name goes into error
@@ -45,11 +45,9 @@ class Estimator : public Screen {
     void drawSketches();
 
     QLineEdit* result = nullptr;
-    bool serves = false; // opened from the conditions
-    bool Dirty = false;  // an entry has changed since the last calculation
+    QString target;     // the conditions from which it was opened
+    bool Dirty = false; // an entry has changed since the last calculation
 };
 
-/// How an estimator is opened: for the job conditions, which take its result, or on its own.
-enum class EstimatorUse { ForConditions, FreeStanding };
-/// Opens an estimator. Its OK button exists only for the conditions.
-void openEstimator(const QString& screen, EstimatorUse use);
+/// Opens an estimator for the conditions that take its result, or on its own, without an OK button.
+void openEstimator(const QString& screen, const QString& target = {});

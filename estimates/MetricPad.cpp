@@ -47,8 +47,23 @@ QString MetricPad::converted(const QString& text, Conversion conversion, const Q
     }
 }
 
-void MetricPad::handOver(const QLineEdit* box, const QString& screen, const QString& target) const {
+void MetricPad::setTarget(const QString& screen) {
+    targetScreen = screen;
+    adaptToTarget();
+    updateHandOver();
+}
+
+void openMetricPad(const QString& pad, const QString& target) {
+    auto* screen = dynamic_cast<MetricPad*>(Screens::load(pad));
+    if (!screen)
+        return;
+    screen->setTarget(target);
+    Screens::show(pad);
+}
+
+void MetricPad::handOver(const QLineEdit* box, const QString& targetBox) const {
     const QString text = box->text();
     if (!leavesTarget(text))
-        Screens::handOver(*this, screen, target, shownNumber(conversions.value(box)(toNumber(text))));
+        Screens::handOver(*this, targetScreen, targetBox,
+                          shownNumber(conversions.value(box)(toNumber(text))));
 }

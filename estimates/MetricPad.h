@@ -13,6 +13,8 @@ class MetricPad : public Screen {
   public:
     using Screen::Screen;
     bool closesOnEscape() const override { return true; }
+    /// Sets the screen whose boxes OK fills in.
+    void setTarget(const QString& screen);
 
   protected:
     /// A shared conversion: metric value in, U.S. value out. Throws Fault 6.
@@ -20,9 +22,10 @@ class MetricPad : public Screen {
 
     /// Gives a box its check and its conversion, and shows the converted value and its unit beside it.
     void converts(QLineEdit* box, QLabel* shown, Conversion conversion, const QString& unit);
-    /// Converts a box's value and writes it into a box of another screen, unless the box leaves its target
-    /// alone. Throws Fault 13 for text that is not a number.
-    void handOver(const QLineEdit* box, const QString& screen, const QString& target) const;
+    /// Converts a box's value and writes it into a box of the target, unless the box leaves that alone.
+    /// Throws Fault 13 for text that is not a number.
+    void handOver(const QLineEdit* box, const QString& targetBox) const;
+    const QString& target() const { return targetScreen; }
 
     void Load() override;
     bool QueryUnload() override;
@@ -34,5 +37,12 @@ class MetricPad : public Screen {
     virtual bool leavesTarget(const QString& text) const { return text.isEmpty(); }
     QString converted(const QString& text, Conversion conversion, const QString& unit) const;
 
+    /// Hides what the target does not have.
+    virtual void adaptToTarget() {}
+
+    QString targetScreen;
     QHash<const QLineEdit*, Conversion> conversions;
 };
+
+/// Opens a pad for a screen.
+void openMetricPad(const QString& pad, const QString& target);

@@ -48,7 +48,7 @@ frmMetricCalc::frmMetricCalc() : MetricPad("frmMetricCalc") {
     converts(txtVolOthrComp, lblOthrCompUS, LitersToGallons, "gal");
     converts(txtVolWtrHtr, lblWtrHtrUS, LitersToGallons, "gal");
     converts(txtPumpCapacity, lblPumpCapacityUS, LitersToGallons, "gpm");
-    handsOver(cmdOK, [this] { return Tag.section('-', 0, 0); });
+    handsOver(cmdOK, [this] { return target(); });
     on(cmdOK, ".cmdOK", [this] { confirm(); });
     showBoxes(); // none until it serves a method
 }
@@ -65,7 +65,7 @@ bool frmMetricCalc::openFor(const QString& tag) {
         pad->Tag = tag;
         pad->showBoxes();
     }
-    pad->updateHandOver();
+    pad->setTarget(tag.section('-', 0, 0));
     Screens::show("frmMetricCalc");
     return true;
 }
@@ -104,6 +104,6 @@ void frmMetricCalc::confirm() {
     const std::string tag = Tag.toStdString();
     for (const Service& service : services)
         if (service.tag == tag)
-            handOver(control<QLineEdit>(service.box), Tag.section('-', 0, 0), service.target);
+            handOver(control<QLineEdit>(service.box), service.target);
     Screens::unload(name());
 }

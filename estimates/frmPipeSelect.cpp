@@ -22,6 +22,7 @@ struct HandOver {
 
 const HandOver handOvers[] = {
     {"frmJobConditionsSHK", {"PipeIndex"}},
+    {"frmCompare", {"PipeIndex"}},
     {"frmCalcExpTSF", {"txtPipeSizeItemized", "PipeIndexCom", "PipeIndex"}},
     {"frmcalcThmTSF", {"PipeIndex"}},
     {"frmMetricSHK", {"txtPipeIndex"}},

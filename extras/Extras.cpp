@@ -13,7 +13,9 @@
 #include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "extras/StartWork.h"
+#include "extras/compare/Compare.h"
 #include "extras/frmRestore.h"
+#include "extras/overview/Overview.h"
 #include "setup/PriorData.h"
 
 #include <QCoreApplication>
@@ -131,6 +133,8 @@ void showFindings(const DataCheck::Findings& findings) {
 } // namespace
 
 void registerExtras() {
+    registerCompare();
+    registerOverview();
     Screens::add("frmRestore", [] { return new frmRestore; });
     Commands::set("mnuRestore", [] { Screens::open("frmRestore"); });
     Commands::set("mnuPriorData", [] {

@@ -2,6 +2,7 @@
 
 #include "core/store/Gateway.h"
 #include "core/store/JetSql.h"
+#include "core/store/JobHeader.h"
 #include "core/store/SqlText.h"
 
 #include <algorithm>
@@ -62,15 +63,20 @@ QString condition(const QString& column, const JobSearch::Criterion& criterion,
     return column + comparison->before + SqlEscape(criterion.text) + comparison->after;
 }
 
-/// The first jobs among a search's rows.
-std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most) {
+/// The first jobs among a search's rows, with the description where it is asked for.
+std::vector<JobSearch::Job> jobsOf(Recordset& rows, std::size_t most,
+                                   const Recordset::Field* description = nullptr) {
     const Recordset::Field jobID = rows["JobID"];
     const Recordset::Field contractor = rows["Contractor"];
     const Recordset::Field engineer = rows["Engineer"];
     const Recordset::Field created = rows["DateCreated"];
     std::vector<JobSearch::Job> jobs;
     for (; !rows.atEnd() && jobs.size() < most; rows.moveNext())
-        jobs.push_back({jobID.text(), contractor.text(), engineer.text(), created.date()});
+        jobs.push_back({.jobID = jobID.text(),
+                        .contractor = contractor.text(),
+                        .engineer = engineer.text(),
+                        .created = created.date(),
+                        .description = description ? description->text() : QString()});
     return jobs;
 }
 
@@ -108,15 +114,29 @@ std::vector<Job> Find(const QString& query) {
     return jobsOf(*rows, std::numeric_limits<std::size_t>::max());
 }
 
-std::vector<Job> newest(std::size_t most) {
+std::vector<Job> newest(std::size_t most, const QString& text) {
     constexpr int longestWait = 100; // milliseconds to wait for a lock: nobody asked for these jobs
     Connection user = dbConnection("User");
     user.setBusyTimeout(longestWait);
     user.Open();
+    QString conditions = "JobID <> ?";
+    QVariantList values = {Records::reservedJob()};
+    for (QString word : text.split(u' ', Qt::SkipEmptyParts)) {
+        for (const QChar sign : {u'!', u'%', u'_'}) // which a user means as they stand
+            word.replace(sign, QString(u'!') + sign);
+        QStringList columns = {"JobID", "JobDscrptn", "Engineer", "Contractor"};
+        for (QString& column : columns) {
+            column += " LIKE ? ESCAPE '!'";
+            values.append(u'%' + word + u'%');
+        }
+        conditions += " AND (" + columns.join(" OR ") + ")";
+    }
     Recordset rows;
-    rows.Open("SELECT JobID, Contractor, Engineer, DateCreated FROM tblJobHeader ORDER BY DateCreated DESC",
-              user, CursorType::ForwardOnly);
-    return jobsOf(rows, most);
+    rows.Open("SELECT JobID, JobDscrptn, Contractor, Engineer, DateCreated FROM tblJobHeader WHERE " +
+                  conditions + " ORDER BY DateCreated DESC",
+              user, values);
+    const Recordset::Field description = rows["JobDscrptn"];
+    return jobsOf(rows, most, &description);
 }
 
 QString editScreenOf(const QString& jobID) {

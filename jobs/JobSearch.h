@@ -38,15 +38,17 @@ struct Job {
     QString jobID;
     QString contractor;
     QString engineer;
-    QDate created; // invalid for a job without a date
+    QDate created;            // invalid for a job without a date
+    QString description = {}; // read for the newest jobs only
 };
 
 /// The jobs that a statement finds in the user database, in order. Throws DatabaseFault.
 std::vector<Job> Find(const QString& query);
 
-/// The most recently created jobs, newest first. Throws DatabaseFault, and NoDatabaseFile when there are no
-/// data.
-std::vector<Job> newest(std::size_t most);
+/// The most recently created jobs, newest first, without the reserved one. Of those, only jobs in which each
+/// of some words occurs in ID, description, engineer or contractor, regardless of case. Throws DatabaseFault,
+/// and NoDatabaseFile when there are no data.
+std::vector<Job> newest(std::size_t most, const QString& words = {});
 
 /// The screen on which a job is edited: the reserved job of the steel conversions has no header.
 QString editScreenOf(const QString& jobID);

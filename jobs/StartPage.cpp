@@ -21,15 +21,16 @@
 namespace {
 
 constexpr std::size_t newestJobs = 10;
+constexpr std::size_t mostFound = 50;
 
-/// Opens a job the way the search does when editing.
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
         Faults::runTrapped("StartPage.openJob", [&] {
             Session::Mode.write(Session::Modes::Edit);
             Session::JobID.write(jobID);
-            Screens::open(JobSearch::editScreenOf(jobID));
+            Session::TankID.write("");
+            Screens::open("frmJobOverview");
         });
     });
 }
@@ -43,6 +44,11 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
     const auto open = [](const QTreeWidgetItem* row) { openJob(row->text(0)); };
     connect(lvJobs, &QTreeWidget::itemClicked, this, open);
     connect(lvJobs, &QTreeWidget::itemActivated, this, open);
+    connect(txtFind, &QLineEdit::textChanged, this, [this] { fillJobs(); });
+    connect(txtFind, &QLineEdit::returnPressed, this, [this] {
+        if (lvJobs->topLevelItemCount() > 0)
+            openJob(lvJobs->topLevelItem(0)->text(0));
+    });
 }
 
 void StartPage::prepareTasks() {
@@ -52,6 +58,7 @@ void StartPage::prepareTasks() {
         const char* command;
     } tasks[] = {{cmdNew, "new", "mnuNewJob"},
                  {cmdEdit, "edit", "mnuEditJob"},
+                 {cmdCompare, "compare", "mnuCompare"},
                  {cmdConvert, "convert", "mnuConvert"},
                  {cmdDelete, "delete", "mnuDeleteJob"}};
     for (const auto& task : tasks) {
@@ -69,15 +76,18 @@ void StartPage::prepareTasks() {
 void StartPage::fillJobs() {
     ListRows rows;
     try {
-        for (const JobSearch::Job& job : JobSearch::newest(newestJobs))
-            rows.push_back(
-                std::make_unique<ListRow>(QStringList{job.jobID, job.contractor, shownDate(job.created)}));
+        const QString words = txtFind->text();
+        for (const JobSearch::Job& job : JobSearch::newest(words.isEmpty() ? newestJobs : mostFound, words))
+            rows.push_back(std::make_unique<ListRow>(
+                QStringList{job.jobID, job.description, job.contractor, shownDate(job.created)}));
     } catch (const Fault&) {
         rows.clear();
     }
-    lblJobs->setVisible(!rows.empty());
-    lvJobs->setVisible(!rows.empty());
-    fillList(lvJobs, {"Job ID", "Contractor", "Date Created"}, std::move(rows), Selected::None);
+    const bool any = !rows.empty() || !txtFind->text().isEmpty();
+    for (QWidget* part : std::initializer_list<QWidget*>{lblJobs, txtFind, lvJobs})
+        part->setVisible(any);
+    fillList(lvJobs, {"Job ID", "Description", "Contractor", "Date Created"}, std::move(rows),
+             Selected::None);
     lvJobs->header()->setStretchLastSection(false);
     lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
 }

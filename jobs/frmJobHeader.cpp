@@ -79,6 +79,8 @@ void frmJobHeader::showStored(const JobHeader& job) {
     txtCont->setText(shownText(job.contractor));
     txtJobInfo->setPlainText(shownText(job.jobInfo));
     setStatusText("Edit Job Header");
+    const QString way = QStringLiteral(" to edit ");
+    setTitle(windowTitle().section(way, 0, 0) + way + shownText(job.jobID));
     txtJobID->setEnabled(false);
 }
 
@@ -94,7 +96,7 @@ void frmJobHeader::Deactivate() {
 }
 
 bool frmJobHeader::refuseJobID(const QString& title, const QString& text) {
-    Dialogs::current().show({text, title});
+    Dialogs::current().show({.text = text, .title = title, .fields = {txtJobID}});
     txtJobID->setFocus();
     return false;
 }
@@ -105,10 +107,9 @@ QString frmJobHeader::jobID() const {
 
 /// Tells the user when a new job cannot have its ID because it is reserved or taken.
 bool frmJobHeader::jobIDIsFree() {
-    if (jobID() == reservedJob())
-        return refuseJobID("Error", "This JobID is reserved for system use!\nPlease enter another value.");
-    return !readJobHeader(jobID()) ||
-           refuseJobID("Duplicate Entry!", "This job ID all ready exists!\nPlease change the entry");
+    const QString objection = objectionToNewJob(jobID());
+    return objection.isEmpty() ||
+           refuseJobID(objection == jobExists ? "Duplicate Entry!" : "Error", objection);
 }
 
 /// Offers the defaults again for a job that was started with empty fields.
@@ -169,8 +170,7 @@ bool frmJobHeader::SaveRecord() {
 void frmJobHeader::Next() {
     const Hourglass hourglass;
     if (jobID().isEmpty()) {
-        Dialogs::current().show({"Please enter a Job ID!", "Entry Needed"});
-        txtJobID->setFocus();
+        refuseJobID("Entry Needed", "Please enter a Job ID!");
         return;
     }
     bool saved = false;

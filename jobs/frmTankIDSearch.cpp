@@ -9,6 +9,7 @@
 #include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
+#include "jobs/TankWork.h"
 
 #include <QLocale>
 
@@ -48,6 +49,7 @@ frmTankIDSearch::frmTankIDSearch() : Screen("frmTankIDSearch") {
     sortByHeadings(lvOptions);
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { leaveFor("frmJobHeader"); });
+    opens(cmdOverview, "frmJobOverview");
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
     connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
             [this] { act(".lvOptions", [this] { Next(); }); });
@@ -88,12 +90,8 @@ void frmTankIDSearch::Next() {
     setStatusText("Edit job conditions for " + tankID);
     if (application)
         Session::TankClass.write(AppName(*application));
-    if (Session::JobID.text() == reservedJob())
-        leaveFor("frmConvertSteel");
-    else if (application)
-        leaveFor(toQString(infoOf(*application).conditionsScreen));
-    else // a tank without a model opens in the session's application
-        leaveFor("frmJobConditions");
+    // A tank without a model opens in the session's application.
+    leaveFor(TankWork::conditionsScreenOf(Session::JobID.text(), application));
 }
 
 void frmTankIDSearch::Cancel() {

@@ -53,7 +53,10 @@ frmPKGSelect::frmPKGSelect() : ResultScreen("frmPKGSelect") {
 
     on(bttnSave, ".tbToolbar", [this] { procedure(".SaveRecord", [this] { SaveRecord(); }); });
     offersSubmittal(bttnPreview, bttnPrint);
+    offersCalculation(bttnCalculation);
+    lblNotes->hide();
     opens(bttnSpecs, "frmResultSpecs");
+    opens(bttnOverview, "frmJobOverview");
     on(bttnAddMore, ".tbToolbar", [this] { // the mode does not change
         Session::TankID.write("");
         leaveFor("frmClassSelect");
@@ -83,6 +86,7 @@ void frmPKGSelect::showChanges() {
     txtModelNo->setText(shownText(asRead->modelNo));
     txtQty->setText(shownText(asRead->qty));
     txtSysPressure->setText(shownText(asRead->sopMax));
+    showNotes(lblNotes, *asRead, findModel(shownText(asRead->modelNo)));
     Dirty = false; // what is stored needs no saving
     setStatusText("Select Package");
 }
@@ -152,6 +156,8 @@ void frmPKGSelect::SaveRecord() {
     if (!saved || !stored)
         return;
     asRead = findTankLine(Session::TankID.text());
+    if (asRead)
+        showNotes(lblNotes, *asRead, findModel(shownText(asRead->modelNo)));
     setStatusText("Record Saved");
     Dirty = false;
 }

@@ -65,6 +65,10 @@ std::optional<std::string_view> shockObjection(double waterVelocity, double acce
     return std::nullopt;
 }
 
+double leastConnection(double bore, int quantity) {
+    return Divide(1, std::sqrt(quantity)) * (bore * connectionShare);
+}
+
 double pipeArea(double bore) {
     return pi * std::pow(bore / 2, 2);
 }

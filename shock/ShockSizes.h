@@ -33,6 +33,10 @@ double shockPressureBand(double shockPressure);
 /// 10.
 double staticPressureBand(double staticPressure);
 
+/// The static pressures in psig for which the table of pressure factors has columns.
+inline constexpr double lowestStatic = 20;
+inline constexpr double highestStatic = 110;
+
 /// Whether the table of pressure factors covers two band values in psig.
 bool tableHasPressureFactor(double shockBand, double staticBand);
 
@@ -47,6 +51,12 @@ ShockSizes computeShockSizes(const ShockConditions& conditions, double pressureF
 /// Why the figures cannot be right, in the wording shown to the user; nothing when they are plausible.
 std::optional<std::string_view> shockObjection(double waterVelocity, double acceptanceFactor,
                                                double shockBand);
+
+/// The least connection of a tank in bores of its pipe; the catalogue's rule.
+inline constexpr double connectionShare = .47;
+
+/// The least connection in inches of each of several tanks side by side, on a pipe with a bore in inches.
+double leastConnection(double bore, int quantity);
 
 /// The area of a pipe's bore in square inches, from the bore in inches.
 double pipeArea(double bore);

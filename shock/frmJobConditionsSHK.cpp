@@ -1,6 +1,5 @@
 #include "shock/frmJobConditionsSHK.h"
 
-#include "core/base/Numbers.h"
 #include "core/base/Text.h"
 #include "core/look/Appearance.h"
 #include "core/shell/DisplayFields.h"
@@ -11,8 +10,9 @@
 #include "core/store/Catalogue.h"
 #include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
-#include "core/store/UserDefaults.h"
+#include "estimates/MetricPad.h"
 #include "estimates/Pipes.h"
+#include "shock/ShockSizing.h"
 
 #include <QDate>
 
@@ -27,19 +27,6 @@ namespace {
 
 double numberIn(const QLineEdit* box) {
     return toNumber(box->text());
-}
-
-/// The user's atmospheric pressure in psia.
-double atmosphericPressure() {
-    const double stored = readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(0);
-    return stored == 0 ? UserDefaults::StandardAtmosphere : stored;
-}
-
-/// The pressure factor for two band values in psig; 0 when the table has no row for them.
-double pressureFactor(double shockBand, double staticBand) {
-    if (!tableHasPressureFactor(shockBand, staticBand))
-        return highPressureFactor(shockBand, staticBand);
-    return readPressureFactor(shockBand, staticBand);
 }
 
 } // namespace
@@ -73,7 +60,7 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
 
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { openPipeChooser(name()); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdMetric, Metric})
-        opens(button, "frmMetricSHK");
+        on(button, ".cmdMetric", [this] { openMetricPad("frmMetricSHK", name()); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdNext, Next})
         on(button, ".cmdNext", [this] { goOn(); });
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdPrevious, Previous})
@@ -90,13 +77,7 @@ void frmJobConditionsSHK::Load() {
     asRead = readTankLineToEdit();
     if (!asRead)
         return;
-    PipeIndex->setText(shownText(asRead->pipeIndex));
-    for (const auto& [box, value] : {std::pair(PipeLength, asRead->pipeLength),
-                                     {FlowRate, asRead->flowRate},
-                                     {FlowPressure, asRead->flowPressure},
-                                     {StaticPressure, asRead->staticPressure},
-                                     {ShockPressure, asRead->shockPressure}})
-        box->setText(shownText(value));
+    setTexts(*this, ShockSizing::boxesOf(*asRead));
     SetPipeGraphic();
 }
 
@@ -117,7 +98,8 @@ void frmJobConditionsSHK::SetPipeGraphic() {
 }
 
 bool frmJobConditionsSHK::checkStaticPressure() {
-    if (!ValidateNumeric(StaticPressure, true) || !ValidateMinMax(StaticPressure, 20, 110))
+    if (!ValidateNumeric(StaticPressure, true) ||
+        !ValidateMinMax(StaticPressure, lowestStatic, highestStatic))
         return false;
     unmarkField(FlowPressure);
     unmarkField(ShockPressure);
@@ -150,7 +132,7 @@ void frmJobConditionsSHK::goOn() {
                                .flowPressure = numberIn(FlowPressure),
                                .staticPressure = numberIn(StaticPressure),
                                .shockPressure = numberIn(ShockPressure)};
-    conditions.atmosphericPressure = atmosphericPressure();
+    conditions.atmosphericPressure = ShockSizing::atmosphericPressure();
     txtAtmPressure->setText(shownNumber(conditions.atmosphericPressure));
     conditions.bore = pipeBore(PipeIndex->text());
     if (conditions.bore == 0) {
@@ -159,12 +141,9 @@ void frmJobConditionsSHK::goOn() {
         refuse("Not a valid Pipe Index");
         return;
     }
-    const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
-                                                    conditions.atmosphericPressure);
-    const double shockBand = shockPressureBand(conditions.shockPressure);
-    const double staticBand = staticPressureBand(conditions.staticPressure);
-    const ShockSizes sizes = computeShockSizes(conditions, pressureFactor(shockBand, staticBand));
-    if (const auto objection = shockObjection(sizes.waterVelocity, acceptance, shockBand)) {
+    std::optional<std::string_view> objection;
+    const ShockSizes sizes = ShockSizing::sizesOf(conditions, objection);
+    if (objection) {
         refuse("Check input.\n\r" + toQString(*objection));
         PipeIndex->setFocus();
         return;
@@ -177,23 +156,9 @@ void frmJobConditionsSHK::goOn() {
 
 /// False when the user chose to keep someone else's changes.
 bool frmJobConditionsSHK::SaveRecord(const ShockConditions& conditions, const ShockSizes& sizes) {
-    constexpr int decimals = 8;
-    TankLine line;
+    TankLine line = ShockSizing::lineOf(conditions, PipeIndex->text(), sizes);
     line.jobID = lblJobID->text();
     line.dateCreated = QDate::currentDate().startOfDay();
-    line.atmPressure = conditions.atmosphericPressure;
-    line.pipeIndex = PipeIndex->text();
-    line.pipeLength = conditions.length;
-    line.flowRate = conditions.flowRate;
-    line.flowPressure = conditions.flowPressure;
-    line.staticPressure = conditions.staticPressure;
-    line.shockPressure = conditions.shockPressure;
-    line.waterVelocity = Round(sizes.waterVelocity, decimals);
-    line.kineticEnergy = Round(sizes.kineticEnergy, decimals);
-    line.totalKineticEnergy = Round(sizes.totalKineticEnergy, decimals);
-    line.requiredVolume = Round(sizes.requiredVolume, decimals);
-    line.requiredAcceptance = Round(sizes.requiredAcceptance, decimals);
-    line.tankClass = "SHK";
     return saves([&](Record::IfChanged ifChanged) {
         saveTankLine(line, TankLine::shockConditions(), asRead, ifChanged);
     });

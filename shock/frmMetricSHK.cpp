@@ -12,10 +12,6 @@ using namespace MetricConversions;
 using namespace Pipes;
 using namespace StatusBar;
 
-namespace {
-const QString conditions = QStringLiteral("frmJobConditionsSHK");
-} // namespace
-
 frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     setupUi(this);
     prepare();
@@ -30,7 +26,7 @@ frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     converts(txtStaticPressure, lblStaticPressureUS, kPaToPSI, "psig");
     converts(txtShockPressure, lblShockPressureUS, kPaToPSI, "psig");
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { openPipeChooser(name()); });
-    handsOver(cmdOK, [] { return conditions; });
+    handsOver(cmdOK, [this] { return target(); });
     on(cmdOK, ".cmdOK", [this] { confirm(); });
 }
 
@@ -54,9 +50,9 @@ void frmMetricSHK::showPipe(const QString& metricIndex) {
 void frmMetricSHK::confirm() {
     if (const QString text = txtPipeIndex->text(); !text.isEmpty())
         if (const QString pipe = pipeIndexOf(text); !pipe.isEmpty())
-            Screens::handOver(*this, conditions, "PipeIndex", pipe);
+            Screens::handOver(*this, target(), "PipeIndex", pipe);
     for (const QLineEdit* box :
          {txtFlowRate, txtFlowPressure, txtStaticPressure, txtShockPressure, txtPipeLength})
-        handOver(box, conditions, box->objectName().mid(3)); // the target's name is the same without "txt"
+        handOver(box, box->objectName().mid(3)); // the target's name is the same without "txt"
     Screens::unload(name());
 }

@@ -2,6 +2,9 @@
 
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
+#include "shock/ShockSizing.h"
+
+#include <algorithm>
 
 frmResultSHK::frmResultSHK() : FinishedTankScreen("frmResultSHK") {
     setupUi(this);
@@ -14,9 +17,13 @@ frmResultSHK::frmResultSHK() : FinishedTankScreen("frmResultSHK") {
            .drawing = txtDrawing,
            .preview = bttnPreview,
            .print = bttnPrint,
-           .specification = bttnSpecs});
+           .specification = bttnSpecs,
+           .calculation = bttnCalculation,
+           .notes = lblNotes});
+    opens(bttnCompare, "frmCompare");
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
+    opens(bttnOverview, "frmJobOverview");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmClassSelect"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmJobConditionsSHK"); });
 }
@@ -51,6 +58,10 @@ void frmResultSHK::showModel(const Model& model) {
     HeightBox->setText(shownText(model.oal, "#,##0") + u'"');
     BladderType->setText(bladderType(model));
     BladderType->setCursorPosition(0);
+}
+
+std::optional<double> frmResultSHK::requiredConnection(const TankLine& tank) const {
+    return ShockSizing::requiredConnection(tank);
 }
 
 bool frmResultSHK::QueryUnload() {

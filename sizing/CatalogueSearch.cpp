@@ -2,6 +2,7 @@
 
 #include "core/base/Text.h"
 #include "core/store/Gateway.h"
+#include "shock/ShockSizes.h"
 
 namespace {
 
@@ -35,32 +36,41 @@ ModelSource sourceOf(const Question& question, const QString& series, Connection
             }};
 }
 
+using Search = std::vector<TankOption> (*)(const ModelSource&);
+
+std::vector<TankOption> search(Search run, const ModelSource& source, std::vector<SearchStep>* steps) {
+    return steps ? run(noting(source, *steps)) : run(source);
+}
+
 } // namespace
 
-std::vector<TankOption> findModels(const QString& series, double requiredVolume, double requiredAcceptance) {
+std::vector<TankOption> findModels(const QString& series, double requiredVolume, double requiredAcceptance,
+                                   std::vector<SearchStep>* steps) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "AcceptanceVolume * " + quantity +
                                        " >= " + statementNumber(requiredAcceptance) + " AND TankVolume * " +
                                        quantity + " >= " + statementNumber(requiredVolume);
                             }};
-    return searchModels(sourceOf(question, series, catalogue));
+    return search(searchModels, sourceOf(question, series, catalogue), steps);
 }
 
-std::vector<TankOption> findConvertedModels(const QString& series, double requiredVolume) {
+std::vector<TankOption> findConvertedModels(const QString& series, double requiredVolume,
+                                            std::vector<SearchStep>* steps) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"TankVolume", [&](const QString& quantity) {
                                 return "TankVolume * " + quantity + " >= " + statementNumber(requiredVolume);
                             }};
-    return searchModels(sourceOf(question, series, catalogue));
+    return search(searchModels, sourceOf(question, series, catalogue), steps);
 }
 
-std::vector<TankOption> findShockModels(const QString& series, double requiredVolume, double bore) {
+std::vector<TankOption> findShockModels(const QString& series, double requiredVolume, double bore,
+                                        std::vector<SearchStep>* steps) {
     Connection catalogue = Gateway::openDatabase("Sys");
     const Question question{"AcceptanceVolume", [&](const QString& quantity) {
                                 return "TankVolume * " + quantity + " >= " + statementNumber(requiredVolume) +
                                        " AND TankSysConn >= (1/" + quantity + "^.5) * (" +
-                                       statementNumber(bore) + " * .47)";
+                                       statementNumber(bore) + " * " + statementNumber(connectionShare) + ")";
                             }};
-    return searchShockModels(sourceOf(question, series, catalogue));
+    return search(searchShockModels, sourceOf(question, series, catalogue), steps);
 }

@@ -14,6 +14,17 @@ bool offer(std::vector<TankOption>& options, std::vector<TankOption> models, int
 }
 } // namespace
 
+ModelSource noting(const ModelSource& source, std::vector<SearchStep>& steps) {
+    return {[&](int quantity) {
+                steps.push_back({quantity, source.smallest(quantity), {}});
+                return steps.back().smallest;
+            },
+            [&](double size) {
+                steps.back().models = source.models(size);
+                return steps.back().models;
+            }};
+}
+
 std::vector<TankOption> searchModels(const ModelSource& source) {
     std::vector<TankOption> options;
     double found = 0;

@@ -23,6 +23,16 @@ struct ModelSource {
     std::function<std::vector<TankOption>(double size)> models;
 };
 
+/// What a search asked for a number of tanks, and what the catalogue answered.
+struct SearchStep {
+    int quantity = 0;
+    std::optional<double> smallest; // gallons per tank
+    std::vector<TankOption> models; // of that size, if the search asked for them
+};
+
+/// A source that notes what a search asks. Both the source and the notes must outlive it.
+ModelSource noting(const ModelSource& source, std::vector<SearchStep>& steps);
+
 /// Offers the smallest fitting size for up to three quantities. A quantity that yields the same size as the
 /// one before is skipped. If the rows of a size cannot be found again, the search tries the next quantity, up
 /// to six, without using up one of the three.

@@ -1,20 +1,12 @@
 #include "sizing/RequiredSizes.h"
 
+#include "core/base/Applications.h"
 #include "core/base/Numbers.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-/// A x t^2 + B x t + C, with A and B as mantissa and power of ten, multiplied at run time.
-struct GlycolCorrelation {
-    std::string_view fluid;
-    double a;
-    double b;
-    int bPower;
-    double c;
-};
 
 constexpr GlycolCorrelation correlations[] = {
     {"10% Ethylene Glycol", 8.6, 3.58, -5, .9985},    {"20% Ethylene Glycol", 8.4, 5.26, -5, .9992},
@@ -24,10 +16,10 @@ constexpr GlycolCorrelation correlations[] = {
     {"40% Propylene Glycol", 8.9, 1.308, -4, 1.0011}, {"50% Propylene Glycol", 9.4, 1.505, -4, 1.0042},
 };
 
-constexpr double smallestSize = .1; // gal
-
-RequiredSizes withFloors(RequiredSizes sizes) {
-    return {std::max(sizes.volume, smallestSize), std::max(sizes.acceptance, smallestSize)};
+/// Rounded to a number of decimals, and raised to the smallest size.
+RequiredSizes finished(const RequiredSizes& sizes, int decimals) {
+    return {std::max(Round(sizes.volume, decimals), smallestSize),
+            std::max(Round(sizes.acceptance, decimals), smallestSize)};
 }
 
 } // namespace
@@ -39,42 +31,66 @@ int expansionColumn(double minimumTemperature) {
     return column;
 }
 
-std::optional<double> SpecVol(std::string_view fluid, double temperature) {
+std::optional<GlycolCorrelation> correlationOf(std::string_view fluid) {
     const auto* row = std::ranges::find(correlations, fluid, &GlycolCorrelation::fluid);
-    if (row == std::end(correlations))
+    return row == std::end(correlations) ? std::nullopt : std::optional(*row);
+}
+
+std::optional<double> SpecVol(std::string_view fluid, double temperature) {
+    const auto row = correlationOf(fluid); // a and b times their powers of ten, multiplied at run time
+    if (!row)
         return std::nullopt;
     return row->a * std::pow(10.0, -7) * std::pow(temperature, 2) +
            row->b * std::pow(10.0, row->bPower) * temperature + row->c;
 }
 
-double fluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature) {
+double unroundedFluidExpansionFactor(std::string_view fluid, double minimumTemperature,
+                                     double maximumTemperature) {
     const double cold = SpecVol(fluid, minimumTemperature).value_or(1.0);
     const double hot = SpecVol(fluid, maximumTemperature).value_or(1.5);
-    return Round(Divide(hot - cold, cold), 5);
+    return Divide(hot - cold, cold);
 }
 
-double acceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
+double fluidExpansionFactor(std::string_view fluid, double minimumTemperature, double maximumTemperature) {
+    return Round(unroundedFluidExpansionFactor(fluid, minimumTemperature, maximumTemperature), 5);
+}
+
+double unroundedAcceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
     const double atmosphere = conditions.atmosphericPressure;
     const double low = atmosphere + conditions.minimumPressure;
     const double high = atmosphere + conditions.maximumPressure;
-    const double factor =
-        plainSteel ? Divide(atmosphere, low) - Divide(atmosphere, high) : 1 - Divide(low, high);
-    return Round(factor, 4);
+    return plainSteel ? Divide(atmosphere, low) - Divide(atmosphere, high) : 1 - Divide(low, high);
+}
+
+double acceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
+    return Round(unroundedAcceptanceFactor(conditions, plainSteel), 4);
+}
+
+RequiredSizes unroundedExpansionTankSizes(const SystemConditions& conditions, double expansionFactor,
+                                          double acceptanceFactor) {
+    const double expanded = conditions.volume * expansionFactor;
+    return {Divide(expanded, acceptanceFactor), expanded};
 }
 
 RequiredSizes expansionTankSizes(const SystemConditions& conditions, double expansionFactor,
                                  double acceptanceFactor) {
-    const double expanded = conditions.volume * expansionFactor;
-    return withFloors({Round(Divide(expanded, acceptanceFactor), 4), Round(expanded, 4)});
+    return finished(unroundedExpansionTankSizes(conditions, expansionFactor, acceptanceFactor), 4);
+}
+
+RequiredSizes unroundedHydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor) {
+    return {Divide(conditions.volume, acceptanceFactor), conditions.volume};
 }
 
 RequiredSizes hydropneumaticTankSizes(const SystemConditions& conditions, double acceptanceFactor) {
-    return withFloors({Round(Divide(conditions.volume, acceptanceFactor), 4), Round(conditions.volume, 4)});
+    return finished(unroundedHydropneumaticTankSizes(conditions, acceptanceFactor), 4);
+}
+
+double steelTankRatio(const SystemConditions& conditions) {
+    const double atmosphere = conditions.atmosphericPressure;
+    return Divide(atmosphere, atmosphere + conditions.minimumPressure);
 }
 
 RequiredSizes convertedTankSizes(const SystemConditions& conditions) {
-    const double atmosphere = conditions.atmosphericPressure;
-    const double size =
-        Round(Divide(atmosphere, atmosphere + conditions.minimumPressure) * conditions.volume, 0);
-    return withFloors({size, size});
+    const double size = steelTankRatio(conditions) * conditions.volume;
+    return finished({size, size}, 0);
 }

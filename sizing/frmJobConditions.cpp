@@ -3,36 +3,32 @@
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
 #include "core/store/UserDefaults.h"
 #include "estimates/Estimator.h"
+#include "estimates/MetricPad.h"
+#include "sizing/ConditionRules.h"
+#include "sizing/FluidLimits.h"
+#include "sizing/TemperatureRange.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QTimer>
-
-#include <algorithm>
 
 using namespace Deletion;
 using namespace Fields;
 using namespace Records;
 using namespace StatusBar;
 
-namespace {
-
-QString range(double low, double high) {
-    return QString("Range: %1°F - %2°F").arg(low).arg(high);
-}
-
-} // namespace
-
 frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
     setupUi(this);
     prepare();
     setDefault(cmdNext);
-    connect(cmboFluidType, &QComboBox::currentTextChanged, this, [this] { selectFluid(); });
+    connect(cmboFluidType, &QComboBox::currentTextChanged, this, [this] { showLimits(); });
     for (QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid})
         onLeaving(box, "." + box->objectName() + "_Validate", [box] {
             ValidateNumeric(box, true); // the focus may move on; Next checks again
@@ -40,8 +36,8 @@ frmJobConditions::frmJobConditions() : Screen("frmJobConditions") {
         });
     for (QLineEdit* box : {txtSOTMin, txtSOTMax})
         onLeaving(box, "." + box->objectName() + "_Validate", [this, box] { return checkTemperature(box); });
-    on(cmdCalcTSF, ".cmdCalcTSF", [] { Estimate(); });
-    opens(cmdMetric, "frmMetric");
+    on(cmdCalcTSF, ".cmdCalcTSF", [this] { Estimate(); });
+    on(cmdMetric, ".cmdMetric", [this] { openMetricPad("frmMetric", name()); });
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
@@ -78,16 +74,8 @@ void frmJobConditions::Load() {
 }
 
 void frmJobConditions::showStored(const TankLine& tank) {
-    for (const auto& [box, value] : {std::pair(txtAtmPressure, tank.atmPressure),
-                                     {txtSOTMin, tank.sotMin},
-                                     {txtSOTMax, tank.sotMax},
-                                     {txtSOPMin, tank.sopMin},
-                                     {txtSOPMax, tank.sopMax},
-                                     {txtTotSysFluid, tank.totSysVolume}})
-        box->setText(shownText(value));
     // A tank line of another application may have no fluid, or one that is not in the list: Water stays.
-    if (const int fluid = cmboFluidType->findText(shownText(tank.sysFluidType)); fluid >= 0)
-        cmboFluidType->setCurrentIndex(fluid);
+    setTexts(*this, ConditionRules::boxesOf(tank));
 }
 
 void frmJobConditions::showDefaults() {
@@ -111,13 +99,12 @@ void frmJobConditions::adaptToApplication() {
             cmboFluidType->setCurrentText("Water");
         cmboFluidType->setToolTip("");
         cmboFluidType->setEnabled(false);
-        limits = info.limits.value_or(limits);
         showLimits();
         break;
     case Application::Hydropneumatic:
-        for (QWidget* hidden :
-             std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOT,
-                                             lblSOTMin, lblSOTMax, cmboFluidType, lblFluidType})
+        for (QWidget* hidden : std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM,
+                                                               lblSOT, lblSOTMin, lblSOTMax, lblSOTMinRange,
+                                                               lblSOTMaxRange, cmboFluidType, lblFluidType})
             hidden->hide();
         txtSOTMin->setText("0"); // hidden values that pass the checks
         txtSOTMax->setText("1");
@@ -130,22 +117,15 @@ void frmJobConditions::adaptToApplication() {
     lblSysFluidContent->setText(toQString(info.volumeCaption));
 }
 
-void frmJobConditions::selectFluid() {
-    const std::string fluid = cmboFluidType->currentText().toStdString();
-    const auto* row = std::ranges::find(fluidLimits, std::string_view(fluid), &FluidLimits::fluid);
-    if (row != fluidLimits.end())
-        limits = row->limits;
-    showLimits();
-}
-
 void frmJobConditions::showLimits() {
-    txtSOTMin->setToolTip(range(limits.minimumLow, limits.minimumHigh));
-    txtSOTMax->setToolTip(range(limits.maximumLow, limits.maximumHigh));
+    const TemperatureLimits limits = limitsInForce();
+    showTemperatureRange(txtSOTMin, lblSOTMinRange, limits.minimumLow, limits.minimumHigh);
+    showTemperatureRange(txtSOTMax, lblSOTMaxRange, limits.maximumLow, limits.maximumHigh);
 }
 
 TemperatureLimits frmJobConditions::limitsInForce() const {
-    const auto application = Session::application();
-    return application ? infoOf(*application).limits.value_or(limits) : limits;
+    return ConditionRules::limitsOf(Session::application().value_or(Application::Expansion),
+                                    cmboFluidType->currentText());
 }
 
 bool frmJobConditions::checkTemperature(QLineEdit* box) {
@@ -173,16 +153,9 @@ bool frmJobConditions::checkFields() {
 
 /// False when the user chose to keep someone else's changes.
 bool frmJobConditions::SaveRecord() {
-    TankLine line;
+    TankLine line = ConditionRules::lineOf(textsOf(*this));
     line.jobID = lblJobID->text();
     line.dateCreated = QDateTime::currentDateTime();
-    line.atmPressure = toNumber(txtAtmPressure->text());
-    line.sopMin = toNumber(txtSOPMin->text());
-    line.sopMax = toNumber(txtSOPMax->text());
-    line.sotMin = toNumber(txtSOTMin->text());
-    line.sotMax = toNumber(txtSOTMax->text());
-    line.totSysVolume = toNumber(txtTotSysFluid->text());
-    line.sysFluidType = cmboFluidType->currentText();
     return saves(
         [&](Record::IfChanged ifChanged) { saveTankLine(line, TankLine::conditions(), asRead, ifChanged); });
 }
@@ -194,11 +167,11 @@ void frmJobConditions::Estimate() {
         return;
     switch (*application) {
     case Application::Expansion:
-        return openEstimator("frmCalcExpTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmCalcExpTSF", name());
     case Application::Thermal:
-        return openEstimator("frmcalcThmTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmcalcThmTSF", name());
     case Application::Hydropneumatic:
-        return openEstimator("frmCalcHydTSF", EstimatorUse::ForConditions);
+        return openEstimator("frmCalcHydTSF", name());
     case Application::Shock:
     case Application::Package:
         return; // these have screens of their own

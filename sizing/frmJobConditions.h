@@ -3,7 +3,6 @@
 #include "core/base/Applications.h"
 #include "core/shell/Screen.h"
 #include "core/store/TankLine.h"
-#include "sizing/FluidLimits.h"
 #include "ui_frmJobConditions.h"
 
 /// The operating conditions of a tank line, for expansion, thermal and hydropneumatic tanks.
@@ -17,7 +16,6 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void selectFluid();
     void showLimits();
     void adaptToApplication();
     void showStored(const TankLine& tank);
@@ -26,11 +24,10 @@ class frmJobConditions : public Screen, private Ui::frmJobConditions {
     bool checkTemperature(QLineEdit* box);
     bool checkFields();
     bool SaveRecord();
-    static void Estimate();
+    void Estimate();
     void Next();
     void Previous();
     void Cancel();
 
-    std::optional<TankLine> asRead;                   // nothing for a new line
-    TemperatureLimits limits = fluidLimits[0].limits; // °F, of the selected fluid
+    std::optional<TankLine> asRead; // nothing for a new line
 };

@@ -9,10 +9,6 @@
 using namespace MetricConversions;
 using namespace StatusBar;
 
-namespace {
-const QString conditions = QStringLiteral("frmJobConditions");
-} // namespace
-
 frmMetric::frmMetric() : MetricPad("frmMetric") {
     setupUi(this);
     prepare();
@@ -23,19 +19,21 @@ frmMetric::frmMetric() : MetricPad("frmMetric") {
     converts(txtTotSysFluid, lblTotSysFluidUS, LitersToGallons, "gal");
     converts(txtSOTMin, lblSOTMinUS, CelsiusToFahrenHeit, "°F");
     converts(txtSOTMax, lblSOTMaxUS, CelsiusToFahrenHeit, "°F");
-    handsOver(cmdOK, [] { return conditions; });
+    handsOver(cmdOK, [this] { return target(); });
     on(cmdOK, ".cmdOK", [this] { confirm(); });
 }
 
 void frmMetric::Load() {
     MetricPad::Load();
     setStatusText("Convert Metric");
-    if (Screens::find(conditions) && Session::application() == Application::Hydropneumatic)
-        adaptToDrawdown();
 }
 
 /// The conditions of a hydropneumatic tank have no temperatures.
-void frmMetric::adaptToDrawdown() {
+void frmMetric::adaptToTarget() {
+    const Screen* screen = Screens::find(target());
+    const auto* temperature = screen ? screen->control<QLineEdit>("txtSOTMin") : nullptr;
+    if (!temperature || !temperature->isHidden())
+        return;
     for (QWidget* hidden :
          std::initializer_list<QWidget*>{lblSOT, lblSOTMin, lblSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOTMinUS,
                                          lblSOTMaxUS, txtSOTMin, txtSOTMax})
@@ -51,6 +49,6 @@ bool frmMetric::leavesTarget(const QString& text) const {
 
 void frmMetric::confirm() {
     for (const QLineEdit* box : {txtAtmPressure, txtSOPMin, txtSOPMax, txtTotSysFluid, txtSOTMin, txtSOTMax})
-        handOver(box, conditions, box->objectName()); // each has the same name as its target
+        handOver(box, box->objectName()); // each has the same name as its target
     Screens::unload(name());
 }

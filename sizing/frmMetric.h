@@ -12,6 +12,6 @@ class frmMetric : public MetricPad, private Ui::frmMetric {
     void Load() override;
     bool emptyStays() const override { return false; }
     bool leavesTarget(const QString& text) const override;
-    void adaptToDrawdown();
+    void adaptToTarget() override;
     void confirm();
 };

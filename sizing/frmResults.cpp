@@ -17,10 +17,14 @@ frmResults::frmResults() : FinishedTankScreen("frmResults") {
            .drawing = txtDrawing,
            .preview = bttnPreview,
            .print = bttnPrint,
-           .specification = bttnSpecs});
+           .specification = bttnSpecs,
+           .calculation = bttnCalculation,
+           .notes = lblNotes});
     chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // display only
+    opens(bttnCompare, "frmCompare");
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");
+    opens(bttnOverview, "frmJobOverview");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmClassSelect"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmJobConditions"); });
 }

@@ -15,7 +15,10 @@ frmResultsConvert::frmResultsConvert() : FinishedTankScreen("frmResultsConvert")
            .drawing = txtDrawing,
            .preview = bttnPreview,
            .print = bttnPrint,
-           .specification = bttnSpecs});
+           .specification = bttnSpecs,
+           .calculation = bttnCalculation,
+           .notes = lblNotes});
+    opens(bttnOverview, "frmJobOverview");
     on(bttnAddMore, ".tbToolbar", [this] { addMore("frmConvertSteel"); });
     on(bttnRecalc, ".tbToolbar", [this] { leaveFor("frmConvertSteel"); });
 }

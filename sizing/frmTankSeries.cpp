@@ -1,21 +1,19 @@
 #include "sizing/frmTankSeries.h"
 
 #include "core/base/ApplicationNames.h"
-#include "core/base/Fault.h"
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Catalogue.h"
 #include "core/store/Deletion.h"
 #include "core/store/SessionStore.h"
-#include "sizing/RequiredSizes.h"
+#include "sizing/Series.h"
+#include "sizing/TankSizing.h"
 
 #include <QKeyEvent>
 
 #include <algorithm>
 
 using namespace ApplicationNames;
-using namespace Catalogue;
 using namespace Deletion;
 using namespace Fields;
 using namespace Records;
@@ -23,81 +21,13 @@ using namespace StatusBar;
 
 namespace {
 
-enum class DoubleClick { GoesOn, OnlyChooses, IsIgnored };
-
-/// A series: its option button, its code, and the stored code that selects the button again. For RCBD the two
-/// codes differ, so a stored RCBD is not selected again; this is deliberate.
-struct Series {
-    const char* option;
-    const char* code;
-    const char* storedCode;
-    DoubleClick doubleClick = DoubleClick::GoesOn;
-};
-
-constexpr Series allSeries[] = {
-    {"OptRF", "R", "R"},
-    {"OptRCBD", "RCBD", "RCD"},
-    {"OptRC", "RC", "RC"},
-    {"OptRB", "RB", "RB"},
-    {"OptRGB", "RGB", "RGB"},
-    {"OptRCB", "RCB", "RCB"},
-    {"OptRHB", "RHB", "RHB"},
-    {"OptGWB", "GWB", "GWB"},
-    {"OptGGB", "GGB", "GGB", DoubleClick::IsIgnored},
-    {"OptGW", "GW", "GW", DoubleClick::OnlyChooses},
-    {"OptGD", "G", "G"},
-    {"OptJW", "JW", "JW"},
-    {"OptJWB", "JWB", "JWB"},
-    {"OptJWG", "JWG", "JWG"},
-};
-
-/// The expansion of water from the table; 0 when the maximum temperature is beyond its last row.
-double waterExpansion(const SystemConditions& conditions) {
-    return readExpansionFactor(expansionColumn(conditions.minimumTemperature), conditions.maximumTemperature);
-}
-
-/// What the tank line requires.
-struct Line {
-    SystemConditions conditions;
-    QString fluid;
-};
-
-/// The stored tank line; zeros if there is none.
-Line readLine(const QString& tankID) {
+/// The required sizes of the line at work, zeros if there is none, in an application and series. Throws Fault
+/// 11 when the pressures leave no acceptance.
+RequiredSizes sizesOf(const QString& tankID, Application application, const QString& series) {
     const TankLine tank = findTankLine(tankID).value_or(TankLine());
-    return {.conditions = {.minimumTemperature = tank.sotMin.value_or(0),
-                           .maximumTemperature = tank.sotMax.value_or(0),
-                           .minimumPressure = tank.sopMin.value_or(0),
-                           .maximumPressure = tank.sopMax.value_or(0),
-                           .atmosphericPressure = tank.atmPressure.value_or(0),
-                           .volume = tank.totSysVolume.value_or(0)},
-            .fluid = tank.sysFluidType.value_or(QString())};
-}
-
-double expansionFactor(const Line& line) {
-    if (line.fluid == "Water")
-        return waterExpansion(line.conditions);
-    return fluidExpansionFactor(line.fluid.toStdString(), line.conditions.minimumTemperature,
-                                line.conditions.maximumTemperature);
-}
-
-/// The required sizes of a line in an application. Throws Fault 11 when the pressures leave no acceptance.
-RequiredSizes sizesOf(const Line& line, Application application, const QString& series) {
     if (Session::Mode.text() == Session::Modes::Convert)
-        return convertedTankSizes(line.conditions);
-    const double expansion = expansionFactor(line);
-    const double acceptance = acceptanceFactor(line.conditions, series == "RB");
-    switch (application) {
-    case Application::Expansion:
-    case Application::Thermal:
-        return expansionTankSizes(line.conditions, expansion, acceptance);
-    case Application::Hydropneumatic:
-        return hydropneumaticTankSizes(line.conditions, acceptance);
-    case Application::Shock:
-    case Application::Package:
-        break; // these have no series to choose from
-    }
-    throw Fault(Fault::InternalError, "No sizes without a series");
+        return convertedTankSizes(TankSizing::conditionsOf(tank));
+    return TankSizing::sizesOf(tank, application, series);
 }
 
 } // namespace
@@ -227,8 +157,7 @@ bool frmTankSeries::storeSizes() {
         return false;
     }
     const QString series = txtTankType->text();
-    const RequiredSizes sizes =
-        sizesOf(readLine(tankID), shownApplication.value_or(Application::Expansion), series);
+    const RequiredSizes sizes = sizesOf(tankID, shownApplication.value_or(Application::Expansion), series);
     TankLine line;
     line.tankClass = series;
     line.requiredVolume = sizes.volume;

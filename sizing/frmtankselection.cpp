@@ -6,17 +6,16 @@
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/Catalogue.h"
 #include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
-#include "shock/ShockSizes.h"
+#include "shock/ShockSizing.h"
 #include "sizing/CatalogueSearch.h"
+#include "sizing/OpenResults.h"
 
 #include <QHeaderView>
 #include <QLabel>
 
-using namespace Catalogue;
 using namespace Deletion;
 using namespace Records;
 using namespace StatusBar;
@@ -57,6 +56,7 @@ frmtankselection::frmtankselection() : Screen("frmtankselection") {
     lblConsultFactory->hide();
     on(cmdNext, ".cmdNext", [this] { Next(); });
     on(cmdPrevious, ".cmdPrevious", [this] { Previous(); });
+    opens(cmdCompare, "frmCompare");
     onCancel(cmdCancel, ".cmdCancel", [this] { Cancel(); });
     connect(lvOptions, &QTreeWidget::itemDoubleClicked, this,
             [this] { act(".lvOptions", [this] { Next(); }); });
@@ -93,6 +93,7 @@ void frmtankselection::showChanges() {
     for (QWidget* shown : {lblConsultFactory, lblNoTanks})
         shown->setVisible(!found);
     cmdNext->setEnabled(found);
+    cmdCompare->setVisible(Session::Mode.text() != Session::Modes::Convert);
 }
 
 void frmtankselection::FindOtherTanks() {
@@ -118,8 +119,8 @@ frmtankselection::Requirement frmtankselection::readRequirement() {
     asRead = findTankLine(lblTankID->text());
     if (!asRead)
         throw RecordGone("This tank has been deleted.");
-    return {asRead->tankClass.value_or(QString()), asRead->requiredVolume.value_or(0),
-            asRead->requiredAcceptance.value_or(0)};
+    return {asRead->tankClass.value_or(QString()), Record::orZero(asRead->requiredVolume),
+            Record::orZero(asRead->requiredAcceptance)};
 }
 
 void frmtankselection::showTanks(const std::vector<TankOption>& options) {
@@ -155,34 +156,18 @@ void frmtankselection::FindSHKTanks() {
         if (!beginSearch({"Qty", "Model No.", "Leak Load", "Pump Startup Delay"}))
             return;
         const Requirement required = readRequirement();
-        const ShockConditions conditions = readShockConditions();
-        const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
-                                                        conditions.atmosphericPressure);
-        const double area = pipeArea(conditions.bore);
+        const ShockConditions conditions = ShockSizing::conditionsOf(*asRead);
         ListRows rows;
         for (const TankOption& option : findShockModels(required.series, required.volume, conditions.bore)) {
-            const double leakLoad =
-                LeakLoad(acceptance, option.tankVolume, option.quantity, conditions.length, area);
-            const double delay =
-                pumpStartupDelay(acceptance, option.tankVolume, option.quantity, conditions.flowRate);
-            rows.push_back(rowOf(
-                option, {formattedNumber(leakLoad, "#,##0.0%"), formattedNumber(delay, "#,##0.0 sec")}));
-            rows.back()->setSortKey(2, leakLoad);
-            rows.back()->setSortKey(3, delay);
+            const ShockSizing::Outcome outcome =
+                ShockSizing::outcomeOf(conditions, option.tankVolume, option.quantity);
+            rows.push_back(rowOf(option, {outcome.leakLoadText, outcome.delayText}));
+            rows.back()->setSortKey(2, outcome.leakLoad);
+            rows.back()->setSortKey(3, outcome.delay);
         }
         showOptions(std::move(rows));
         SearchFamily = "SHK";
     });
-}
-
-ShockConditions frmtankselection::readShockConditions() const {
-    const TankLine tank = asRead.value_or(TankLine());
-    return {.bore = pipeBore(tank.pipeIndex.value_or(QString())),
-            .length = tank.pipeLength.value_or(0),
-            .flowRate = tank.flowRate.value_or(0),
-            .flowPressure = tank.flowPressure.value_or(0),
-            .staticPressure = tank.staticPressure.value_or(0),
-            .atmosphericPressure = tank.atmPressure.value_or(0)};
 }
 
 /// False when the user chose to keep someone else's changes.
@@ -195,10 +180,8 @@ bool frmtankselection::SaveRecord() {
     TankLine line;
     line.qty = chosen->text(0).toInt();
     line.modelNo = chosen->text(1);
-    if (shock) { // stores the figures as shown, to one decimal
-        line.leakLoad = toNumber(chosen->text(2).chopped(1)) / 100;
-        line.pumpRunTime = toNumber(chosen->text(3).chopped(4));
-    }
+    if (shock)
+        ShockSizing::setOutcome(line, {.leakLoadText = chosen->text(2), .delayText = chosen->text(3)});
     const TankLine::Columns columns = shock ? TankLine::shockChoice() : TankLine::choice();
     return saves([&](Record::IfChanged ifChanged) {
         updateTankLine(lblTankID->text(), line, columns, asRead, ifChanged);
@@ -229,12 +212,7 @@ void frmtankselection::showResults() {
     const auto application = Session::application();
     if (!application)
         return;
-    const QString screen = toQString(infoOf(*application).resultsScreen);
-    const Screen* results = Screens::load(screen);
-    if (results && severalTanks && screen == "frmResults") // the only screen with these warnings
-        for (const char* warning : {"lblConsultFactory", "lblMsgFlag"})
-            results->control<QLabel>(warning)->setVisible(true);
-    Screens::show(screen);
+    openResults(*application, severalTanks);
 }
 
 void frmtankselection::Previous() {

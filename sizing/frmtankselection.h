@@ -3,7 +3,6 @@
 #include "core/shell/Lists.h"
 #include "core/shell/Screen.h"
 #include "core/store/TankLine.h"
-#include "shock/ShockSizes.h"
 #include "sizing/ModelSearch.h"
 #include "ui_frmtankselection.h"
 
@@ -29,7 +28,6 @@ class frmtankselection : public Screen, private Ui::frmtankselection {
     void FindConvertedTanks();
     void FindSHKTanks();
     Requirement readRequirement();
-    ShockConditions readShockConditions() const;
     bool beginSearch(const QStringList& headings);
     void showTanks(const std::vector<TankOption>& options);
     void showOptions(ListRows rows);

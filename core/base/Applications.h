@@ -8,6 +8,12 @@
 /// the compiler flags whatever a sixth application would miss.
 enum class Application { Expansion, Thermal, Hydropneumatic, Shock, Package };
 
+/// The smallest required size of a tank in gallons: less than this becomes this.
+inline constexpr double smallestSize = .1;
+
+/// The series of plain steel tanks, which have no bladder and no precharge.
+inline constexpr std::string_view plainSteelSeries = "RB";
+
 /// Permitted temperature entries in °F.
 struct TemperatureLimits {
     double minimumLow;

@@ -79,6 +79,9 @@ constexpr MenuEntry menuTree[] = {
     {2, "mnuEstTHM", "&Thermal Expansion Tank", "", 102, false},
     {2, "mnuEstHYD", "&Hydro-pneumatic Tank", "", 103, false},
     {0, "mnuExtras", "E&xtras", "", 0, true},
+    {1, "mnuOverview", "Job &overview", "Ctrl+J", 406, false},
+    {1, "mnuCompare", "&Compare models...", "", 405, false},
+    {1, "mnuCalculation", "C&alculation sheet", "", 404, false},
     {1, "mnuUndo", "&Undo deletion", "Ctrl+Z", 401, false},
     {1, "mnuBackup", "&Back up now", "", 401, false},
     {1, "mnuRestore", "&Restore...", "", 401, false},
@@ -156,6 +159,15 @@ void exitProgram() {
     if (!window.isMinimized())
         savePosition(window);
     QApplication::exit(0); // not quit(), which would ask the screens again and stop at a refusal
+}
+
+/// The entry of a window in the list: its title and, where that does not say it, whose work it is.
+QString listedTitle(const QMdiSubWindow& window) {
+    QString title = window.windowTitle().replace("[*][*]", "[*]");
+    const auto* screen = dynamic_cast<const Screen*>(window.widget());
+    if (const QString record = screen ? Screens::recordOf(*screen) : QString(); !title.contains(record))
+        title += QStringLiteral(" (%1)").arg(record);
+    return title.replace("&", "&&");
 }
 
 /// The area for the screens. With no screen in it, it shows a background of its own, or else the program's
@@ -350,9 +362,8 @@ void BrennovalMain::showWindowList() {
     int number = 0;
     for (QMdiSubWindow* window : windows) {
         ++number;
-        const QString title = window->windowTitle().replace("[*][*]", "[*]").replace("&", "&&");
-        QAction* action =
-            windowMenu->addAction(QString(number < 10 ? "&%1 %2" : "%1 %2").arg(number).arg(title));
+        QAction* action = windowMenu->addAction(
+            QString(number < 10 ? "&%1 %2" : "%1 %2").arg(QString::number(number), listedTitle(*window)));
         action->setCheckable(true);
         action->setChecked(window == mdiArea->currentSubWindow());
         connect(action, &QAction::triggered, window, [window] { // also restores a minimised frame

@@ -24,17 +24,35 @@ class DefaultPointer {
     DefaultPointer(const DefaultPointer&) = delete;
     DefaultPointer& operator=(const DefaultPointer&) = delete;
 };
+
+/// Where fields stand on the display, or else the one with the focus; null if there is nothing to be clear
+/// of.
+QRect placeOf(QList<const QWidget*> fields) {
+    if (fields.isEmpty())
+        fields = {QApplication::focusWidget()};
+    QRect place;
+    for (const QWidget* field : fields)
+        if (field && field->isVisible() && field->window() == QApplication::activeWindow())
+            place |= QRect(field->mapToGlobal(QPoint()), field->size());
+    return place;
+}
 } // namespace
 
-QRect placeBeside(const QRect& field, const QSize& size, const QRect& window, const QRect& display) {
+QRect placeBeside(const QRect& fields, const QSize& size, const QRect& window, const QRect& display) {
     constexpr int titleBar = 40; // pixels, which the window manager puts above the message
     constexpr int gap = 8;
     QRect place(QPoint(), size);
     place.moveCenter(window.center());
-    if (place.adjusted(0, -titleBar, 0, 0).intersects(field)) {
-        place.moveTop(field.bottom() + titleBar + gap);
+    if (place.adjusted(0, -titleBar, 0, 0).intersects(fields)) {
+        place.moveTop(fields.bottom() + titleBar + gap);
         if (place.bottom() > display.bottom())
-            place.moveBottom(field.top() - gap);
+            place.moveBottom(fields.top() - gap);
+        if (place.top() < display.top() + titleBar) { // neither below nor above
+            place.moveTop(window.center().y() - size.height() / 2);
+            place.moveLeft(fields.right() + gap);
+            if (place.right() > display.right())
+                place.moveRight(fields.left() - gap);
+        }
     }
     const int rightmost = std::max(display.left(), display.right() + 1 - size.width());
     place.moveLeft(std::clamp(place.left(), display.left(), rightmost));
@@ -47,13 +65,12 @@ QMessageBox::StandardButton Dialogs::show(const Message& message) {
     QMessageBox box(message.icon, message.title, message.text, message.buttons, QApplication::activeWindow());
     if (message.defaultButton != QMessageBox::NoButton)
         box.setDefaultButton(message.defaultButton);
-    if (const QWidget* field = QApplication::focusWidget()) {
+    if (const QRect fields = placeOf(message.fields); !fields.isNull()) {
         box.ensurePolished();
         box.adjustSize();
-        const QWidget* window = field->window();
-        box.move(placeBeside(QRect(field->mapToGlobal(QPoint()), field->size()), box.size(),
-                             QRect(window->mapToGlobal(QPoint()), window->size()),
-                             field->screen()->availableGeometry())
+        const QWidget* window = QApplication::activeWindow();
+        box.move(placeBeside(fields, box.size(), QRect(window->mapToGlobal(QPoint()), window->size()),
+                             window->screen()->availableGeometry())
                      .topLeft());
     }
     return static_cast<QMessageBox::StandardButton>(box.exec());

@@ -2,6 +2,7 @@
 
 #include "core/shell/SystemPrograms.h"
 
+#include <QList>
 #include <QMessageBox>
 #include <QString>
 
@@ -17,6 +18,7 @@ struct Message {
     QMessageBox::Icon icon = QMessageBox::Warning;
     QMessageBox::StandardButtons buttons = QMessageBox::Ok;
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+    QList<const QWidget*> fields = {}; // that it speaks of; none for the one with the focus
 };
 
 /// The one interface to everything outside the screens that waits for the user. Tests and scenarios install
@@ -48,8 +50,8 @@ class Dialogs {
 
 /// Asks whether to save before what was typed is left: Yes, No or Cancel.
 QMessageBox::StandardButton askToSave(const QString& question);
-/// Where a message of a size goes: the middle of its window, or clear of the field that it speaks of. All in
+/// Where a message of a size goes: the middle of its window, or clear of the fields that it speaks of. All in
 /// pixels of the display.
-QRect placeBeside(const QRect& field, const QSize& size, const QRect& window, const QRect& display);
+QRect placeBeside(const QRect& fields, const QSize& size, const QRect& window, const QRect& display);
 /// Asks before something is deleted. The default answer is No, in case Return is pressed in haste.
 bool confirmDeletion(const QString& question);

@@ -1,5 +1,6 @@
 #include "core/shell/FieldChecks.h"
 
+#include "core/base/EntryRules.h"
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/shell/Dialogs.h"
@@ -10,15 +11,15 @@ namespace Fields {
 
 namespace {
 
-void showError(const QString& text) {
-    Dialogs::current().show({text, "Error"});
+void showError(const QString& text, const QList<const QWidget*>& fields) {
+    Dialogs::current().show({.text = text, .title = "Error", .fields = fields});
 }
 
 bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
     markField(field);
     field->setFocus();
     if (showMessage)
-        showError(message);
+        showError(message, {field});
     else
         setFieldText(field, "0");
     return false;
@@ -31,26 +32,22 @@ bool ValidateNumeric(QWidget* field, bool showMessage) {
         setFieldText(field, "0");
         return true;
     }
-    const auto value = parseNumber(fieldText(field).toStdString());
-    if (!value)
-        return failNumeric(field, showMessage, "Please enter a valid numeric value!");
-    if (*value < 0)
-        return failNumeric(field, showMessage, "Please enter a positive number!");
+    if (const auto objection = EntryRules::objectionToNumber(fieldText(field)))
+        return failNumeric(field, showMessage, *objection);
     unmarkField(field);
     return true;
 }
 
 bool ValidateMinMax(QWidget* field, double minimum, double maximum) {
     const double value = underName("ValidateMinMax", [field] { return toNumber(fieldText(field)); });
-    if (value == 0) // an empty field has become 0, which is not an error
-        return true;
-    if (value >= minimum && value <= maximum) {
-        unmarkField(field);
-        return true;
+    if (const auto objection = EntryRules::objectionToValue(value, minimum, maximum)) {
+        showError(*objection, {field});
+        markField(field);
+        return false;
     }
-    showError("Please enter a value between " + shownNumber(minimum) + " and " + shownNumber(maximum) + ".");
-    markField(field);
-    return false;
+    if (value != 0) // an empty field has become 0, and keeps a mark that it has for another reason
+        unmarkField(field);
+    return true;
 }
 
 bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField) {
@@ -58,7 +55,7 @@ bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField) {
         return toNumber(fieldText(minimumField)) < toNumber(fieldText(maximumField));
     });
     if (!passed)
-        showError("The maximum value must be greater than the minimum value!");
+        showError(EntryRules::wrongOrder, {minimumField, maximumField});
     for (QWidget* field : {minimumField, maximumField})
         passed ? unmarkField(field) : markField(field);
     return passed;
@@ -72,7 +69,7 @@ bool ValidateValueEntered(QWidget* field, bool showMessage) {
     if (showMessage) {
         markField(field);
         field->setFocus();
-        showError("Please enter a valid value!");
+        showError(EntryRules::nothingEntered, {field});
     }
     return false;
 }
@@ -93,7 +90,7 @@ bool ValidateItemSelected(QWidget* field, bool showMessage) {
     markField(field);
     field->setFocus();
     if (showMessage)
-        showError("Please enter a valid value!");
+        showError(EntryRules::nothingEntered, {field});
     return false;
 }
 

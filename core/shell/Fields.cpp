@@ -5,15 +5,48 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QToolButton>
 
 namespace Fields {
 
 namespace {
 const char* const markProperty = "fieldError";
 const char* const describedProperty = "describedBefore"; // the field's description while it has no mark
+
+/// Whether the Tab key reaches a widget.
+bool isReachable(const QWidget* widget) {
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
+}
+
+/// Whether a widget takes input; tools, pictures and read-only values do not.
+bool takesInput(const QWidget* widget) {
+    const auto* box = dynamic_cast<const QLineEdit*>(widget);
+    return !dynamic_cast<const QToolButton*>(widget) && !dynamic_cast<const QLabel*>(widget) &&
+           !(box && box->isReadOnly());
+}
+
 } // namespace
+
+QHash<QString, QString> textsOf(const QWidget& part) {
+    QHash<QString, QString> texts;
+    for (const QLineEdit* box : part.findChildren<QLineEdit*>())
+        texts.insert(box->objectName(), box->text());
+    for (const QComboBox* box : part.findChildren<QComboBox*>())
+        texts.insert(box->objectName(), box->currentText());
+    return texts;
+}
+
+void setTexts(const QWidget& part, const QHash<QString, QString>& texts) {
+    for (QLineEdit* box : part.findChildren<QLineEdit*>())
+        if (texts.contains(box->objectName()))
+            box->setText(texts[box->objectName()]);
+    for (QComboBox* box : part.findChildren<QComboBox*>())
+        if (const int choice = box->findText(texts.value(box->objectName())); choice >= 0)
+            box->setCurrentIndex(choice);
+}
 
 QString fieldText(const QWidget* field) {
     if (const auto* line = dynamic_cast<const QLineEdit*>(field))
@@ -59,6 +92,20 @@ void unmarkField(QWidget* field) {
 
 bool isMarked(const QWidget* field) {
     return field->property(markProperty).toBool();
+}
+
+void focusFirst(QWidget& screen, QWidget* wanted) {
+    QWidget* first = nullptr;
+    for (QWidget* next = screen.nextInFocusChain(); !wanted && next != &screen;
+         next = next->nextInFocusChain()) {
+        if (!screen.isAncestorOf(next) || !isReachable(next))
+            continue;
+        if (!first)
+            first = next;
+        if (takesInput(next))
+            wanted = next;
+    }
+    (wanted ? wanted : first ? first : &screen)->setFocus(Qt::TabFocusReason);
 }
 
 } // namespace Fields

@@ -60,19 +60,22 @@ void Screen::prepare() {
             quiet->setForegroundRole(QPalette::PlaceholderText);
 }
 
-/// What the user types or selects counts as an entry; what the program displays does not.
+/// What the user types or selects counts as an entry, and so does what assistive technology writes into a
+/// box, which Qt does not call an edit. What the program displays does not count.
 void Screen::noteEntries() {
     const auto note = [this] { entered = true; };
     for (QLineEdit* box : findChildren<QLineEdit*>()) {
         connect(box, &QLineEdit::textEdited, this, note);
-        connect(box, &QLineEdit::textChanged, this, [box] { // the value that was refused is no longer there
-            if (Fields::isMarked(box))
+        connect(box, &QLineEdit::textChanged, this, [box](const QString& text) {
+            if (Fields::isMarked(box)) // the value that was refused is no longer there
                 Fields::unmarkField(box);
+            if (!Screens::working())
+                emit box->textEdited(text);
         });
     }
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         connect(box, &QPlainTextEdit::textChanged, this,
-                [this, box] { entered = entered || box->hasFocus(); });
+                [this, box] { entered = entered || box->hasFocus() || !Screens::working(); });
     for (QComboBox* list : findChildren<QComboBox*>())
         connect(list, &QComboBox::activated, this, note);
     for (QAbstractButton* button : findChildren<QAbstractButton*>())

@@ -2,6 +2,7 @@
 
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
+#include "core/shell/Subject.h"
 #include "core/store/Record.h"
 
 #include <QAbstractButton>
@@ -11,10 +12,6 @@
 #include <QWidget>
 
 #include <functional>
-
-/// What a screen is loaded for. Opened for a different one, it loads again, so that it never shows one job
-/// and saves to another.
-enum class Subject { TankLine, Job, None };
 
 /// A screen of the program. There is one instance of each, which Screens opens and closes by name. The
 /// controls are members of its Ui class.
@@ -67,6 +64,8 @@ class Screen : public QWidget {
     /// Enables the button of a pad or chooser only while the screen that it fills in is open for the same
     /// record.
     void updateHandOver();
+    /// The screen that a pad or chooser fills in; empty for none.
+    QString fillsIn() const { return handOverTarget ? handOverTarget() : QString(); }
 
     const QString& name() const { return screenName_; }
     /// Runs the check of a field about to lose the focus; false keeps the focus there.

@@ -1,23 +1,14 @@
 #include "core/shell/Screens.h"
 
 #include "core/shell/Fields.h"
-#include "core/shell/Fitting.h"
 #include "core/shell/Lists.h"
+#include "core/shell/ScreenFrame.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
-#include "core/store/DataState.h"
 #include "core/store/Deletion.h"
-#include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 
-#include <QApplication>
-#include <QCloseEvent>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
@@ -29,10 +20,9 @@ namespace {
 /// A loaded screen.
 struct Entry {
     Screen* screen;
-    QMdiSubWindow* window; // null for a top-level screen
+    ScreenFrame* window; // null for a top-level screen
     QString loadedFor;
     Session::Task task;
-    QPoint placedAt = {};
     QString line = {}; // the task's line when the screen joined it; a new line gets its key later
     std::optional<QString> application = {}; // the task's at that time
     bool unloading = false;
@@ -70,43 +60,11 @@ Entry* entryOf(const QString& name) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-/// What these session values say about a screen's subject.
-QString subjectIn(const Session::TaskValues& values, Subject subject) {
-    QString job = values.jobID.value_or(QString());
-    switch (subject) {
-    case Subject::TankLine:
-        return job + u'\n' + Session::lineOf(values) + u'\n' + values.tankClass.value_or(QString());
-    case Subject::Job:
-        return job;
-    case Subject::None:
-        return {};
-    }
-    return {};
-}
-
 /// The task at work; before there is one, a new task.
 Session::Task workingTask() {
     if (!Session::taskAtWork())
         Session::putToWork(Session::newTask());
     return Session::taskAtWork();
-}
-
-/// Whether a task that changes its values leaves the line or job of a subject. A screen opened for a new line
-/// or job stays with it when it gets its key.
-bool leavesRecord(Subject subject, const Session::TaskValues& before, const Session::TaskValues& now) {
-    const QString job = before.jobID.value_or(QString());
-    const bool leavesJob = !job.isEmpty() && job != now.jobID.value_or(QString());
-    const bool leavesTank =
-        !Session::lineOf(before).isEmpty() && Session::lineOf(before) != Session::lineOf(now);
-    switch (subject) {
-    case Subject::TankLine:
-        return leavesJob || leavesTank;
-    case Subject::Job:
-        return leavesJob;
-    case Subject::None:
-        return false;
-    }
-    return false;
 }
 
 void join(Entry& entry, const Session::Task& task) {
@@ -130,35 +88,27 @@ void detachOtherScreens(const Session::Task& task, const Session::TaskValues& be
             continue;
         if (entry.line.isEmpty() && entry.line == Session::lineOf(before))
             entry.line = Session::lineOf(*task);
-        if (entry.screen != atWork && leavesRecord(entry.screen->shownRecord(), before, *task))
+        if (entry.screen != atWork && Subjects::leaves(entry.screen->shownRecord(), before, *task))
             entry.task = kept;
         else // loaded for a new line, which has got its key now
-            entry.loadedFor = subjectIn(*task, entry.screen->subject());
+            entry.loadedFor = Subjects::textOf(entry.screen->subject(), *task);
     }
     updateHandOvers();
 }
 
-/// The state of the data for a screen: its job and its tank line. Nothing for a screen without data.
+/// The state of the data for a screen. Nothing for a screen without data.
 std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     if (!entry.screen->followsData())
         return std::nullopt;
-    const Subject subject = entry.screen->subject();
-    return Gateway::readDataState(subject == Subject::None ? QString()
-                                                           : entry.task->jobID.value_or(QString()),
-                                  subject == Subject::TankLine ? Session::lineOf(*entry.task) : QString());
+    return Subjects::stateOf(entry.screen->subject(), *entry.task);
 }
 
-/// Whether a screen's record exists: its tank line or, while that has no key, its job.
 bool recordExists(const Entry& entry, const Gateway::DataState& state) {
-    const bool hasTank =
-        entry.screen->subject() == Subject::TankLine && !Session::lineOf(*entry.task).isEmpty();
-    return hasTank ? state.tankStands : state.jobStands;
+    return Subjects::exists(entry.screen->subject(), *entry.task, state);
 }
 
-/// Whether a screen is for a new line of the reserved job, which is created on demand.
 bool createsItsJob(const Entry& entry) {
-    return entry.screen->shownRecord() == Subject::TankLine && Session::lineOf(*entry.task).isEmpty() &&
-           entry.task->jobID == Records::reservedJob();
+    return Subjects::createJob(entry.screen->shownRecord(), *entry.task);
 }
 
 /// Notes whether a screen's record exists, just after the screen was filled.
@@ -170,16 +120,10 @@ void noteRecord(Entry& entry) {
 /// Closes the screens of a job, or of one tank line, that was deleted here. The screen at work handles that
 /// itself.
 void dropScreensOf(const QString& jobID, const QString& tankID) {
-    const auto same = [](const QString& one, const QString& other) {
-        return one.compare(other, Qt::CaseInsensitive) == 0;
-    };
     QList<const Screen*> going;
     for (Entry& entry : registry().entries) {
-        const Subject subject = entry.screen->shownRecord();
-        const bool shows =
-            tankID.isEmpty() ? subject != Subject::None && same(entry.task->jobID.value_or(QString()), jobID)
-                             : subject == Subject::TankLine && same(Session::lineOf(*entry.task), tankID);
-        if (!shows || createsItsJob(entry))
+        const Subject shown = entry.screen->shownRecord();
+        if (!Subjects::isOf(shown, *entry.task, jobID, tankID) || createsItsJob(entry))
             continue;
         entry.stored = false;
         if (entry.screen != registry().atWork)
@@ -189,142 +133,16 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         drop(screen);
 }
 
-/// Whether the Tab key reaches a widget.
-bool isReachable(const QWidget* widget) {
-    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus);
-}
-
-/// Whether a widget takes input; tools, pictures and read-only values do not.
-bool takesInput(const QWidget* widget) {
-    const auto* box = dynamic_cast<const QLineEdit*>(widget);
-    return !dynamic_cast<const QToolButton*>(widget) && !dynamic_cast<const QLabel*>(widget) &&
-           !(box && box->isReadOnly());
-}
-
-/// Focuses the field to start in: the first that takes input, otherwise the first of all.
-void focusFirstField(Screen* screen) {
-    QWidget* wanted = screen->firstField();
-    QWidget* first = nullptr;
-    for (QWidget* next = screen->nextInFocusChain(); !wanted && next != screen;
-         next = next->nextInFocusChain()) {
-        if (!screen->isAncestorOf(next) || !isReachable(next))
-            continue;
-        if (!first)
-            first = next;
-        if (takesInput(next))
-            wanted = next;
-    }
-    (wanted ? wanted : first ? first : screen)->setFocus(Qt::TabFocusReason);
-}
-
-/// Puts a screen's frame into its state: filling the main window, or at its own size.
-void applyState(const Screen& screen, QMdiSubWindow* window) {
-    if (screen.fillsWindow() && !window->isMaximized()) {
-        Fitting::fitToolBar(screen, registry().area->viewport()->width());
-        window->showMaximized();
-    } else if (!screen.fillsWindow() && (window->isMaximized() || window->isMinimized()))
-        window->showNormal();
-}
-
-/// The least size of a screen's window. A form has a least size of its own, which large letters exceed.
-QSize leastSize(Screen& screen, const QMdiSubWindow& window) {
-    if (const QLayout* rows = screen.layout()) {
-        const QSize needed = rows->totalMinimumSize();
-        if (screen.minimumWidth() > 0)
-            screen.setMinimumWidth(std::max(screen.minimumWidth(), needed.width()));
-        if (screen.minimumHeight() > 0)
-            screen.setMinimumHeight(std::max(screen.minimumHeight(), needed.height()));
-    }
-    return window.minimumSizeHint();
-}
-
-/// Makes a window as small as a space asks for, if it must: first at the cost of the space between its rows,
-/// then by letting it scroll.
-void adaptTo(const QSize& space, Screen& screen, QMdiSubWindow& window) {
-    const auto tooLarge = [&] {
-        QSize least = leastSize(screen, window);
-        window.adjustSize();
-        if (const QLayout* rows = screen.layout(); rows && rows->hasHeightForWidth()) // its texts wrap
-            least.setHeight(std::max(least.height(), rows->totalMinimumHeightForWidth(screen.width()) +
-                                                         window.height() - screen.height()));
-        return least.height() > space.height() || least.width() > space.width();
-    };
-    if (!tooLarge())
-        return;
-    if (screen.layout())
-        Fitting::tighten(screen);
-    if (tooLarge()) {
-        const int width = space.width() - (window.width() - screen.width());
-        Fitting::fitToolBar(screen, width);
-        Fitting::letScroll(screen, width);
-        window.adjustSize();
-    }
-}
-
-/// Where to place a window of this size to centre it.
-QPoint middle(const QSize& size) {
-    const QSize space = registry().area->viewport()->size();
-    return {std::max(0, (space.width() - size.width()) / 2),
-            std::max(0, (space.height() - size.height()) / 2)};
-}
-
-/// Gives a window the size that its screen wants, as far as there is space, and centres it.
-void fit(Screen& screen, Entry& entry) {
-    const QSize space = registry().area->viewport()->size();
-    adaptTo(space, screen, *entry.window);
-    // On a low display shrink the screen to the space, if a list or text in it can give way.
-    const QSize least = leastSize(screen, *entry.window);
-    const QSize wanted = entry.window->size();
-    entry.window->resize(wanted.boundedTo(space).expandedTo(least));
-    entry.placedAt = middle(entry.window->size());
-    entry.window->move(entry.placedAt);
-}
-
-/// A screen's frame inside the main window.
-class ScreenWindow : public QMdiSubWindow {
-  public:
-    using QMdiSubWindow::QMdiSubWindow;
-
-  protected:
-    /// A screen that has come to show more, such as a longer figure, gets the room for it.
-    bool event(QEvent* event) override {
-        const bool handled = QMdiSubWindow::event(event);
-        if (event->type() != QEvent::LayoutRequest || !isVisible() || isMaximized() || isMinimized())
-            return handled;
-        const auto entry = std::ranges::find(registry().entries, this, &Entry::window);
-        if (entry == registry().entries.end())
-            return handled;
-        const auto within = [](const QSize& inner, const QSize& outer) {
-            return inner == inner.boundedTo(outer);
-        };
-        const QSize least = leastSize(*entry->screen, *this);
-        if (!within(least, size()) || (!within(least, registry().area->viewport()->size())))
-            fit(*entry->screen, *entry);
-        return handled;
-    }
-    void closeEvent(QCloseEvent* event) override {
-        auto* screen = dynamic_cast<Screen*>(widget());
-        const bool live = screen && Screens::find(screen->name()) == screen;
-        event->setAccepted(!live || Screens::unload(screen->name()));
-    }
-};
-
-QMdiSubWindow* frameFor(Screen* screen) {
+ScreenFrame* frameFor(Screen* screen) {
     if (screen->isTopLevel() || !registry().area)
         return nullptr;
-    auto* window = new ScreenWindow;
-    window->setWidget(screen);
-    window->setWindowTitle(screen->windowTitle());
-    window->setWindowIcon(QApplication::windowIcon());
-    window->setAttribute(Qt::WA_DeleteOnClose, false);
-    if (!screen->growsWithWindow() && !screen->fillsWindow()) {
-        window->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
-        if (screen->layout()) // a larger frame must not pull the form apart
-            screen->layout()->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    }
-    registry().area->addSubWindow(window);
-    window->hide();
-    return window;
+    const auto mayClose = [screen] { return find(screen->name()) != screen || unload(screen->name()); };
+    using Growth = ScreenFrame::Growth;
+    const bool grows = screen->growsWithWindow();
+    const Growth growth = screen->fillsWindow() ? grows ? Growth::FillsOrScrolls : Growth::Fills
+                          : grows               ? Growth::Grows
+                                                : Growth::Keeps;
+    return new ScreenFrame(*screen, *registry().area, growth, mayClose);
 }
 
 /// Removes a screen without asking it.
@@ -333,7 +151,7 @@ void discard(const QString& name) {
     if (!entry)
         return;
     Screen* screen = entry->screen;
-    QMdiSubWindow* window = entry->window;
+    ScreenFrame* window = entry->window;
     if (registry().active == screen) {
         const AtWork work(screen);
         registry().active = nullptr;
@@ -418,7 +236,7 @@ bool freshen(Screen* screen) {
     if (!entry)
         return false;
     noteRecord(*entry);
-    if (QMdiSubWindow* window = entry->window) // make room for new rows
+    if (ScreenFrame* window = entry->window) // make room for new rows
         window->resize(window->size().expandedTo(window->minimumSizeHint()));
     return true;
 }
@@ -525,7 +343,7 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
 Screen* load(const QString& name) {
     const Session::Task task = workingTask();
     if (Entry* entry = entryOf(name)) {
-        const QString subject = subjectIn(*task, entry->screen->subject());
+        const QString subject = Subjects::textOf(entry->screen->subject(), *task);
         const bool same =
             entry->loadedFor == subject || (entry->loadedFor.isEmpty() && entry->screen->goesAlong());
         if (same && (!entry->screen->loadsAfresh() || entry->screen->hasEntries())) {
@@ -545,7 +363,7 @@ Screen* load(const QString& name) {
     Screen* screen = (*factory)();
     registry().entries.append({.screen = screen,
                                .window = frameFor(screen),
-                               .loadedFor = subjectIn(*task, screen->subject()),
+                               .loadedFor = Subjects::textOf(screen->subject(), *task),
                                .task = task,
                                .line = Session::lineOf(*task),
                                .application = task->tankClass});
@@ -570,7 +388,7 @@ void show(const QString& name) {
     if (!entry)
         return;
     Screen* screen = entry->screen;
-    QMdiSubWindow* window = entry->window;
+    ScreenFrame* window = entry->window;
     if (!window) {
         screen->show();
         return;
@@ -578,15 +396,15 @@ void show(const QString& name) {
     const bool first = !window->isVisible();
     screen->show();
     if (first && !screen->fillsWindow())
-        Screens::FormatScreen(*screen);
+        window->fitAndCentre();
     window->show();
     registry().changed();
     registry().area->setActiveSubWindow(window);
     if (find(name) != screen) // its record was gone
         return;
-    applyState(*screen, window);
+    window->applyState();
     if (first)
-        focusFirstField(screen);
+        Fields::focusFirst(*screen, screen->firstField());
 }
 
 bool open(const QString& name) {
@@ -644,6 +462,15 @@ QString active() {
     return screen ? screen->name() : QString();
 }
 
+bool working() {
+    return registry().depth > 0;
+}
+
+QString recordOf(const Screen& screen) {
+    const Entry* entry = entryOf(screen.name());
+    return entry ? Subjects::keyOf(screen.shownRecord(), *entry->task) : QString();
+}
+
 void setActive(Screen* screen) {
     Registry& state = registry();
     if (!screen || state.active == screen || find(screen->name()) != screen)
@@ -657,7 +484,7 @@ void setActive(Screen* screen) {
         return;
     const AtWork work(screen);
     if (const Entry* entry = entryOf(screen->name()); entry && entry->window)
-        applyState(*screen, entry->window);
+        entry->window->applyState();
     screen->Activate();
 }
 
@@ -676,26 +503,18 @@ void onChange(const std::function<void()>& changed) {
 
 QSize room(const Screen& screen) {
     const Entry* entry = entryOf(screen.name());
-    if (!entry || !entry->window || !registry().area)
-        return screen.size();
-    return registry().area->viewport()->size() -
-           (entry->window->minimumSizeHint() - screen.minimumSizeHint().expandedTo(screen.minimumSize()));
+    return entry && entry->window ? entry->window->room() : screen.size();
 }
 
 void placeAgain() {
-    for (Entry& entry : registry().entries) {
-        if (!entry.window || entry.window->isMaximized() || entry.window->pos() != entry.placedAt)
-            continue;
-        entry.placedAt = middle(entry.window->size());
-        entry.window->move(entry.placedAt);
-    }
+    for (const Entry& entry : registry().entries)
+        if (entry.window)
+            entry.window->centreAgain();
+}
+
+void FormatScreen(const Screen& screen) {
+    if (const Entry* entry = entryOf(screen.name()); entry && entry->window)
+        entry->window->fitAndCentre();
 }
 
 } // namespace Screens
-
-void Screens::FormatScreen(Screen& screen) {
-    Screens::Entry* entry = Screens::entryOf(screen.name());
-    if (!entry || !entry->window || !Screens::registry().area)
-        return;
-    Screens::fit(screen, *entry);
-}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "core/store/SessionTask.h"
 
 #include <functional>
 
@@ -56,6 +55,10 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
 QStringList loaded();
 /// Name of the main window's active screen; empty if there is none.
 QString active();
+/// Whether a handler, a check or the Load of a screen runs, so that what changes is the program's doing.
+bool working();
+/// The tank ID or else the job ID of the record that a screen shows; empty if it shows none.
+QString recordOf(const Screen& screen);
 /// Called when another screen of the main window becomes active.
 void setActive(Screen* screen);
 
@@ -91,12 +94,7 @@ void onChange(const std::function<void()>& changed);
 QSize room(const Screen& screen);
 /// Centres those screens again that the user has not moved.
 void placeAgain();
-
-} // namespace Screens
-
-namespace Screens {
-
 /// Sizes a screen and centres it in the main window, or puts it at the top edge if it is taller.
-void FormatScreen(Screen& screen);
+void FormatScreen(const Screen& screen);
 
 } // namespace Screens

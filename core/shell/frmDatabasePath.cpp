@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QStandardPaths>
 
 using namespace Registry;
 using namespace StatusBar;
@@ -21,9 +22,8 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
             txtPath->setText(file);
     });
     on(OKButton, ".OKButton", [this] {
-        if (!txtPath->text().isEmpty())
-            storePath();
-        Screens::unload(name());
+        if (txtPath->text().isEmpty() || storePath())
+            Screens::unload(name());
     });
     onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
 }
@@ -38,16 +38,30 @@ void frmDatabasePath::Load() {
         reasons << QCoreApplication::translate("frmDatabasePath", "The data could not be opened in: %1")
                        .arg(folder);
     if (const QString install = qEnvironmentVariable("BRENNOVAL_INSTALL_FAILURE"); !install.isEmpty())
-        reasons << QCoreApplication::translate("frmDatabasePath", "The data could not be prepared: %1")
-                       .arg(install);
+        reasons << QCoreApplication::translate(
+                       "frmDatabasePath",
+                       "Your data could not be prepared: your home folder cannot be written, or there is no "
+                       "room in it. Put that right, then start again.\n%1")
+                       .arg(QString(install).remove("brennoval-install: "));
     lblFailed->setText(reasons.join(u'\n'));
     lblFailed->setVisible(!reasons.isEmpty());
 }
 
-void frmDatabasePath::storePath() {
+/// False if it could not be stored, which the user has been told.
+bool frmDatabasePath::storePath() {
     const QString folder = txtPath->text().remove("BrennovalUserData.mdb");
     createRegistryKey(HKeyCurrentUser(), AppRegistryKey());
-    SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text, folder);
+    if (SetValueEx({HKeyCurrentUser(), AppRegistryKey()}, DatabaseDirectoryValue(), RegistryType::Text,
+                   folder) == 0)
+        return true;
+    Dialogs::current().show(
+        {QCoreApplication::translate("frmDatabasePath",
+                                     "The folder cannot be noted down, because your settings cannot be "
+                                     "written in:\n%1\nAsk for the right to write there, then press OK "
+                                     "once more.")
+             .arg(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)),
+         "Brennoval"});
+    return false;
 }
 
 void frmDatabasePath::keyPressEvent(QKeyEvent* event) {

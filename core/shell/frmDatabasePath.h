@@ -16,5 +16,5 @@ class frmDatabasePath : public Screen, private Ui::frmDatabasePath {
   private:
     void Load() override;
     bool QueryUnload() override;
-    void storePath();
+    bool storePath();
 };

@@ -59,6 +59,17 @@ void frmSplash::keyPressEvent(QKeyEvent* event) {
         setTimerInterval(tickMilliseconds);
 }
 
+/// A click must not bring the picture before the dialog that asks for the data.
+bool frmSplash::event(QEvent* event) {
+    const bool handled = Screen::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::MouseButtonPress)
+        if (Screen* dialog = Screens::find("frmDatabasePath"); dialog && dialog->isVisible()) {
+            dialog->raise();
+            dialog->activateWindow();
+        }
+    return handled;
+}
+
 void frmSplash::Load() {
     adjustSize();
     move(screen()->availableGeometry().center() - rect().center());

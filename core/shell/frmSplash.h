@@ -16,6 +16,7 @@ class frmSplash : public Screen, private Ui::frmSplash {
     void setTimerInterval(int interval);
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:

@@ -62,12 +62,14 @@ double readPressureFactor(double shockBand, double staticBand) {
     return factor.atEnd() ? 0 : factor["P1"].number();
 }
 
-double readExpansionFactor(int column, double maximumTemperature) {
-    Rows factor("Sys",
-                "SELECT [" + QString::number(column) +
-                    "] AS minSOT FROM tblExpFactor WHERE SOTMax >= ? ORDER BY SOTMax",
-                {maximumTemperature});
-    return factor.atEnd() ? 0 : factor["minSOT"].number();
+std::optional<Expansion> readExpansion(int column, double maximumTemperature) {
+    Rows rows("Sys",
+              "SELECT SOTMax, [" + QString::number(column) +
+                  "] AS minSOT FROM tblExpFactor WHERE SOTMax >= ? ORDER BY SOTMax",
+              {maximumTemperature});
+    if (rows.atEnd())
+        return std::nullopt;
+    return Expansion{.factor = rows["minSOT"].number(), .row = rows["SOTMax"].number()};
 }
 
 QString FractionConversion(double value) {

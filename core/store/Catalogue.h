@@ -40,9 +40,14 @@ std::vector<PipeSize> pipesOf(const QString& schedule);
 /// DatabaseFault.
 double readPressureFactor(double shockBand, double staticBand);
 
-/// The expansion of water up to a maximum temperature in °F, from the column for a minimum temperature; 0
-/// above the last row. Throws DatabaseFault.
-double readExpansionFactor(int column, double maximumTemperature);
+/// The expansion of water, and the row of the table that it comes from.
+struct Expansion {
+    double factor = 0;
+    double row = 0; // °F
+};
+/// The expansion of water up to a maximum temperature in °F, from the column for a minimum temperature;
+/// nothing above the last row. Throws DatabaseFault.
+std::optional<Expansion> readExpansion(int column, double maximumTemperature);
 
 /// Inches as a whole number and a fraction with the inch mark, such as 1-1/4"; values below one stay decimal
 /// (.5"). Throws DatabaseFault.

@@ -255,6 +255,39 @@ void restoreAll(const Source& copy, const Connection& user) {
     user.engine().replaceBy(copy.data().engine());
 }
 
+bool duplicate(const Connection& user, const QString& jobID, const QString& copyID) {
+    Transaction write(user);
+    StoredRows header = readStoredRows(user, "tblJobHeader", "JobID", jobID);
+    StoredRows lines = readStoredRows(user, "tblJobData", "JobID", jobID);
+    if (header.rows.isEmpty())
+        throw RecordGone("This job has been deleted.");
+    if (!standingOf({copyID}, user).isEmpty())
+        return false;
+    const auto set = [](StoredRows& rows, const char* column, const auto& valueOf) {
+        for (QVariantList& row : rows.rows)
+            row[rows.columns.indexOf(column)] = valueOf(row);
+    };
+    const auto number = lines.columns.indexOf("TankNo");
+    const auto tank = lines.columns.indexOf("TankID");
+    const auto tankIDOf = [&](const QVariantList& row) {
+        const QString tankID = row[tank].toString();
+        return tankID.startsWith(jobID + u'.', Qt::CaseInsensitive) // also where a line has no number
+                   ? QVariant(copyID + tankID.mid(jobID.size()))
+                   : QVariant(copyID + u'.' + row[number].toString());
+    };
+    set(header, "JobID", [&](const QVariantList&) { return QVariant(copyID); });
+    set(lines, "JobID", [&](const QVariantList&) { return QVariant(copyID); });
+    set(lines, "TankID", tankIDOf);
+    addStoredRows(user, header);
+    addStoredRows(user, lines);
+    Recordset copy;
+    copy.Open("SELECT * FROM tblJobHeader WHERE JobID = ?", user, {copyID}, CursorType::Keyset);
+    copy["DateCreated"] = QDateTime::currentDateTime(); // or it would not be among the newest jobs
+    copy.Update();
+    write.commit();
+    return true;
+}
+
 void Export(const Connection& user, const QString& jobID, const QString& path) {
     const QFileInfo target(path);
     if (target.exists() && target.suffix().compare("mdb", Qt::CaseInsensitive) == 0)

@@ -71,6 +71,10 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
 /// then changes nothing.
 void restoreAll(const Source& copy, const Connection& user);
 
+/// Adds a copy of a job under another ID, with its tank lines and their tags, in one write; false if there is
+/// such a job. Throws RecordGone if the job is gone, and DatabaseFault.
+bool duplicate(const Connection& user, const QString& jobID, const QString& copyID);
+
 /// Writes a job to a file of its own, which only appears once it is complete. It never replaces a database (a
 /// name that ends in "mdb"). Throws DatabaseFault, and RecordGone if there is no such job.
 void Export(const Connection& user, const QString& jobID, const QString& path);

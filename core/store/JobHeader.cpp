@@ -35,6 +35,15 @@ QString reservedJob() {
     return QStringLiteral("CONVERT");
 }
 
+QString objectionToNewJob(const QString& jobID) {
+    const int longest = jobHeaderSizes().jobID;
+    if (jobID == reservedJob())
+        return QStringLiteral("This JobID is reserved for system use!\nPlease enter another value.");
+    if (jobID.size() > longest)
+        return QStringLiteral("A job ID has no more than %1 characters.").arg(longest);
+    return readJobHeader(jobID) ? QString(jobExists) : QString();
+}
+
 std::optional<JobHeader> readJobHeader(const QString& jobID) {
     Rows job("User", byKey, {jobID});
     return job.atEnd() ? std::nullopt : std::optional(Record::read(*job, JobHeader::all()));

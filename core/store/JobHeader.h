@@ -30,6 +30,11 @@ namespace Records {
 /// The job that holds the steel tank conversions. Its header is not shown for editing.
 QString reservedJob();
 
+/// Why a job cannot have an ID because one with it exists, as the screens say it.
+inline constexpr const char* jobExists = "This job ID all ready exists!\nPlease change the entry";
+/// Why a new job cannot have an ID; empty if it can. Throws DatabaseFault.
+QString objectionToNewJob(const QString& jobID);
+
 /// The header of a job; nothing if there is none. Throws DatabaseFault.
 std::optional<JobHeader> readJobHeader(const QString& jobID);
 

@@ -2,6 +2,8 @@
 
 #include "core/store/Gateway.h"
 
+#include <QSet>
+
 using namespace Gateway;
 
 using Record::column;
@@ -43,6 +45,23 @@ namespace Catalogue {
 std::optional<Model> findModel(const QString& model) {
     Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn = ?", {model});
     return rows.atEnd() ? std::nullopt : std::optional(Record::read(*rows, Model::columns()));
+}
+
+QHash<QString, Model> findModels(const QStringList& names) {
+    QSet<QString> sought;
+    for (const QString& name : names)
+        if (!name.isEmpty())
+            sought.insert(name.toCaseFolded());
+    QHash<QString, Model> found;
+    if (sought.isEmpty())
+        return found;
+    const QString places = QStringList(sought.size(), "?").join(", ");
+    Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn IN (" + places + ")",
+              QVariantList(sought.begin(), sought.end()));
+    for (const Model& model : Record::readAll(*rows, Model::columns()))
+        if (const QString key = model.modelDscrptn.value_or(QString()).toCaseFolded(); !found.contains(key))
+            found.insert(key, model); // the first of a name, as everywhere
+    return found;
 }
 
 std::vector<Model> modelsOf(const QString& series) {

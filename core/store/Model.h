@@ -2,6 +2,9 @@
 
 #include "core/store/Record.h"
 
+#include <QHash>
+#include <QStringList>
+
 /// A model of the catalogue.
 struct Model {
     std::optional<QString> modelDscrptn; // the name, as stored in tank lines
@@ -38,6 +41,10 @@ namespace Catalogue {
 
 /// A model of the catalogue by name; nothing if the catalogue does not have it. Throws DatabaseFault.
 std::optional<Model> findModel(const QString& model);
+
+/// The models with these names that the catalogue has, by case-folded name, in one statement. Throws
+/// DatabaseFault.
+QHash<QString, Model> findModels(const QStringList& names);
 
 /// The models of a series, in catalogue order. Throws DatabaseFault.
 std::vector<Model> modelsOf(const QString& series);

@@ -26,6 +26,11 @@ std::optional<Value> valueOf(const Recordset::Field& field) {
         return static_cast<Value>(field.number());
 }
 
+/// The number of a column that may be null, which counts as 0.
+inline double orZero(const std::optional<double>& value) {
+    return value.value_or(0);
+}
+
 /// Stores a value in a column; nothing becomes null.
 template<typename Value>
 void assign(Recordset::Field field, const std::optional<Value>& value) {

@@ -5,6 +5,10 @@
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 
+#include <QHash>
+
+#include <limits>
+
 using namespace Gateway;
 
 using Record::column;
@@ -76,6 +80,7 @@ constexpr TankColumn allColumns[] = {column<&TankLine::tankID>("TankID"),
                                      totalKineticEnergy,
                                      leakLoad,
                                      pumpRunTime,
+                                     column<&TankLine::sortNo>("SortNo"),
                                      tagColumn<0>("TagID01"),
                                      tagColumn<1>("TagID02"),
                                      tagColumn<2>("TagID03"),
@@ -98,6 +103,17 @@ constexpr TankColumn sizeColumns[] = {tankClass, requiredVolume, requiredAccepta
 constexpr TankColumn choiceColumns[] = {qty, modelNo};
 constexpr TankColumn shockChoiceColumns[] = {qty, modelNo, leakLoad, pumpRunTime};
 constexpr TankColumn packageColumns[] = {modelNo, qty, sopMax, tankClass, dateCreated};
+
+/// Conditions, sizes and choice in one.
+template<std::size_t... counts>
+constexpr auto together(const TankColumn (&... parts)[counts]) {
+    std::array<TankColumn, (counts + ...)> all{};
+    std::size_t at = 0;
+    ((std::ranges::copy(parts, all.begin() + std::ptrdiff_t(at)), at += counts), ...);
+    return all;
+}
+constexpr auto comparedColumns = together(conditionColumns, sizeColumns, choiceColumns);
+constexpr auto comparedShockColumns = together(shockColumns, shockChoiceColumns);
 
 const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
 
@@ -172,6 +188,12 @@ TankLine::Columns TankLine::shockChoice() {
 TankLine::Columns TankLine::package() {
     return packageColumns;
 }
+TankLine::Columns TankLine::compared() {
+    return comparedColumns;
+}
+TankLine::Columns TankLine::comparedShock() {
+    return comparedShockColumns;
+}
 TankLine::Columns TankLine::unitTags() {
     return std::span(allColumns).last<MostTags>();
 }
@@ -198,7 +220,43 @@ std::vector<TankLine> tankLinesOf(const QString& jobID) {
 std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) {
     Recordset tanks;
     tanks.Open("SELECT * FROM tblJobData WHERE JobID = ?", user, {jobID});
-    return Record::readAll(tanks, TankLine::all());
+    std::vector<TankLine> lines = Record::readAll(tanks, TankLine::all());
+    const auto place = [](const TankLine& line) {
+        return line.sortNo.value_or(std::numeric_limits<int>::max());
+    };
+    std::ranges::stable_sort(lines, {},
+                             place); // a line that was added since the others were moved is the last
+    return lines;
+}
+
+QString copyTankLine(const QString& tankID) {
+    constexpr std::size_t keys = 3;      // ID, number and job, which the new line gets anew
+    constexpr std::size_t otherwise = 1; // and its place
+    static const TankLine::Columns copied =
+        TankLine::all().subspan(keys, TankLine::all().size() - keys - otherwise - TankLine::MostTags);
+    auto line = findTankLine(tankID);
+    if (!line)
+        throw RecordGone("This tank has been deleted.");
+    line->dateCreated = QDateTime::currentDateTime();
+    return add(*line, copied);
+}
+
+void orderTankLines(const QString& jobID, const QStringList& tankIDs) {
+    QHash<QString, int> places;
+    for (const QString& tankID : tankIDs)
+        places.insert(tankID, int(places.size()) + 1);
+    const Connection user = openDatabase("User");
+    Transaction write(user);
+    Recordset tanks;
+    tanks.Open("SELECT * FROM tblJobData WHERE JobID = ?", user, {jobID}, CursorType::Keyset);
+    for (; !tanks.atEnd(); tanks.moveNext()) {
+        const auto place = places.constFind(tanks["TankID"].text());
+        if (place == places.cend() || tanks["SortNo"].stored() == *place)
+            continue; // a move changes two lines of perhaps a thousand
+        tanks["SortNo"] = *place;
+        tanks.Update();
+    }
+    write.commit();
 }
 
 int tankLineTextSize(const QString& column) {

@@ -34,6 +34,7 @@ struct TankLine {
     std::optional<double> totalKineticEnergy; // ft lbs
     std::optional<double> leakLoad;           // fraction of the tank
     std::optional<double> pumpRunTime;        // s
+    std::optional<int> sortNo;                // its place in documents; nothing while none was moved
     std::array<std::optional<QString>, 10> tags;
 
     static constexpr int MostTags = 10;
@@ -49,6 +50,8 @@ struct TankLine {
     static Columns choice();
     static Columns shockChoice();
     static Columns package();
+    static Columns compared();
+    static Columns comparedShock();
     static Columns unitTags();
 };
 
@@ -61,7 +64,8 @@ std::optional<TankLine> findTankLine(const QString& tankID);
 /// and DatabaseFault.
 std::optional<TankLine> readTankLineToEdit();
 
-/// The tank lines of a job, in table order. Throws DatabaseFault.
+/// The tank lines of a job in the order of its documents: as they were moved, otherwise as they were entered.
+/// Throws DatabaseFault.
 std::vector<TankLine> tankLinesOf(const QString& jobID);
 /// The same over an open connection to the user database.
 std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user);
@@ -83,5 +87,13 @@ bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
 /// Stores columns of the tank line with this key. Throws as above.
 void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
                     const std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
+
+/// Adds a copy of a tank line to its job, with the next number and without tags, in one write. Returns its
+/// key. Throws RecordGone, Fault 6 past 32,767, and DatabaseFault.
+QString copyTankLine(const QString& tankID);
+
+/// Stores the order of a job's tank lines in documents, in one write. A line that is not among them follows.
+/// Throws DatabaseFault.
+void orderTankLines(const QString& jobID, const QStringList& tankIDs);
 
 } // namespace Records

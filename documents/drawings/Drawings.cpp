@@ -52,11 +52,11 @@ namespace {
 /// Drawings are black on white; on a dark screen the paper is dimmed to avoid glare.
 constexpr QColor dimPaper(0xb4, 0xbd, 0xc6);
 
-void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
-    QSvgRenderer renderer(readPicture(path));
-    const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
-    const double scale = box->devicePixelRatioF();
-    QPixmap pixmap(place.size() * scale);
+} // namespace
+
+QPixmap onPaper(const QByteArray& svg, const QSize& size, double scale) {
+    QSvgRenderer renderer(svg);
+    QPixmap pixmap(size * scale);
     pixmap.fill(Qt::white);
     QPainter painter(&pixmap);
     renderer.render(&painter);
@@ -66,11 +66,21 @@ void showPicture(QLabel* box, const QString& path, const PictureFrame& frame) {
     }
     painter.end();
     pixmap.setDevicePixelRatio(scale);
-    box->setGeometry(place);
-    box->setPixmap(pixmap);
+    return pixmap;
 }
 
-} // namespace
+void showQuietly(QLabel* box, const QString& drawing) {
+    box->clear();
+    try {
+        if (const auto known = findDrawing(drawing); known && known->width > 0 && known->height > 0) {
+            const QSize size =
+                QSizeF(known->width, known->height).scaled(box->size(), Qt::KeepAspectRatio).toSize();
+            box->setPixmap(
+                onPaper(readPicture(drawingPath(drawing, known->ending)), size, box->devicePixelRatioF()));
+        }
+    } catch (const Fault&) { // it is only an addition
+    }
+}
 
 bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
     const Hourglass hourglass;
@@ -83,9 +93,11 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         const double x = ToInt16(known->width);
         const double y = ToInt16(known->height);
         const QString file = drawingPath(drawing, known->ending);
-        showPicture(
-            box, file,
-            fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)}));
+        const PictureFrame frame =
+            fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)});
+        const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
+        box->setPixmap(onPaper(readPicture(file), place.size(), box->devicePixelRatioF()));
+        box->setGeometry(place);
         path = file;
         return true;
     } catch (const Fault& fault) {

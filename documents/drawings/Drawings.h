@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QString>
 
 class QLabel;
@@ -27,6 +28,13 @@ namespace Drawings {
 /// Returns false with a beep when the catalogue has no such drawing, and false with the error dialog when the
 /// file cannot be loaded. The path is written only on success.
 bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path);
+
+/// Paints an SVG picture black on white as large as given; on a dark screen the paper is dimmed.
+QPixmap onPaper(const QByteArray& svg, const QSize& size, double scale);
+
+/// Shows a model's drawing in a box, and nothing if the catalogue or the disk does not have it, without a
+/// word.
+void showQuietly(QLabel* box, const QString& drawing);
 
 /// Shows a model's drawing in a result screen's picture box, or its name in the text box if it cannot be
 /// loaded. An empty name leaves both unchanged.

@@ -120,7 +120,8 @@ void Export::rtf(const Document& document, QIODevice& file) {
         if (!std::exchange(first, false))
             file.write("\\pard\\page\n");
         for (const PagePicture& drawing : page.pictures)
-            file.write(picture(drawing));
+            if (!drawing.isText)
+                file.write(picture(drawing));
         file.write(paragraphs(page));
     }
     file.write("}\n");

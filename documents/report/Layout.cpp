@@ -15,7 +15,9 @@
 //   margins LEFT TOP RIGHT BOTTOM         in points
 //   section KIND HEIGHT [COLUMN]          report-header, page-header, continuation, group-header, detail,
 //                                         page-footer, report-footer; the controls that follow belong to it
-//   KIND NAME X Y WIDTH HEIGHT [ATTRIBUTE...]    label, text, line, box, check, picture
+//   band NAME HEIGHT COLUMN               a detail for the rows that have NAME in a column
+//   KIND NAME X Y WIDTH HEIGHT [ATTRIBUTE...]    label, text, line, box, check, picture,
+//                                         formula
 //   field NAME X Y WIDTH HEIGHT LABEL [VALUE [ATTRIBUTE...]]
 //                                         a box (boxNAME) with its label (lblNAME) and the text VALUE in it
 //   place NAME X Y WIDTH HEIGHT           moves a field with all its parts
@@ -23,8 +25,8 @@
 //   drop NAME...                          controls, or a whole field by its name without lbl or box
 // Attributes: text T, column C, format F, size N, bold, regular, italic, left, center, right, middle,
 // align T N (with right: puts T, such as ".", N points from the left in every text of a column),
-// color rrggbb, fill rrggbb, wrap, shrink N, flow HEADING, hidden, width N, picture FILE, describe T, mark,
-// heading N, of FIELD, at X Y, extent W H
+// color rrggbb, fill rrggbb, wrap, grow, shrink N, flow HEADING, hidden, width N, picture FILE, describe T,
+// mark, heading N, of FIELD, at X Y, extent W H
 
 namespace {
 
@@ -88,6 +90,7 @@ const QHash<QString, Setter>& attributes() {
         {"color", [](C& c, Words& w) { c.style.color = QColor(u'#' + w.take()); }},
         {"fill", [](C& c, Words& w) { c.fill = QColor(u'#' + w.take()); }},
         {"wrap", [](C& c, Words&) { c.wrap = true; }},
+        {"grow", [](C& c, Words&) { c.wrap = c.grows = true; }},
         {"shrink", [](C& c, Words& w) { c.smallest = w.number(); }},
         {"flow", [](C& c, Words& w) { c.flow = w.take(); }},
         {"hidden", [](C& c, Words&) { c.visible = false; }},
@@ -142,8 +145,8 @@ class Reader {
         static const QHash<QString, Handler> handlers = {
             {"extends", &Reader::extends}, {"title", &Reader::title},     {"table", &Reader::table},
             {"paper", &Reader::paper},     {"margins", &Reader::margins}, {"section", &Reader::section},
-            {"field", &Reader::field},     {"place", &Reader::place},     {"change", &Reader::change},
-            {"drop", &Reader::drop}};
+            {"band", &Reader::band},       {"field", &Reader::field},     {"place", &Reader::place},
+            {"change", &Reader::change},   {"drop", &Reader::drop}};
         if (const Handler handler = handlers.value(first))
             (this->*handler)(words);
         else
@@ -184,19 +187,27 @@ class Reader {
         const Section kind = named(kinds, words.take());
         current = layout.section(kind);
         if (!current) {
-            layout.sections.append({kind, {}, 0, {}});
+            layout.sections.append({.kind = kind, .controls = {}});
             current = &layout.sections.last();
         }
         current->height = words.number();
         if (words.more())
-            current->groupColumn = words.take();
+            current->column = words.take();
+    }
+
+    void band(Words& words) {
+        ReportSection added{.kind = Section::Detail, .band = words.take(), .controls = {}};
+        added.height = words.number();
+        added.column = words.take();
+        layout.sections.append(added);
+        current = &layout.sections.last();
     }
 
     void control(const QString& kindName, Words& words) {
         using Kind = ReportControl::Kind;
-        static const QHash<QString, Kind> kinds = {{"label", Kind::Label}, {"text", Kind::Text},
-                                                   {"line", Kind::Line},   {"box", Kind::Box},
-                                                   {"check", Kind::Check}, {"picture", Kind::Picture}};
+        static const QHash<QString, Kind> kinds = {
+            {"label", Kind::Label}, {"text", Kind::Text},       {"line", Kind::Line},      {"box", Kind::Box},
+            {"check", Kind::Check}, {"picture", Kind::Picture}, {"formula", Kind::Formula}};
         ReportControl added;
         added.kind = named(kinds, kindName);
         added.name = words.take();

@@ -6,7 +6,7 @@
 
 /// One thing on a report: a label, a field, a line, a box, a check box or a picture.
 struct ReportControl {
-    enum class Kind : std::uint8_t { Label, Text, Line, Box, Check, Picture };
+    enum class Kind : std::uint8_t { Label, Text, Line, Box, Check, Picture, Formula };
 
     Kind kind = Kind::Label;
     QString name;
@@ -17,6 +17,7 @@ struct ReportControl {
     double markAt = 0;   // points from the left to the style's mark
     double smallest = 0; // points; the smallest size to which the text shrinks to fit
     bool wrap = false;   // the text may take several lines
+    bool grows = false;  // the section becomes higher with a column's text or formula
     QString flow;        // what does not fit continues on an extra page under this heading
     bool visible = true;
     double lineWidth = .5;
@@ -32,7 +33,8 @@ struct ReportControl {
 
 struct ReportSection {
     Section kind = Section::Detail;
-    QString groupColumn; // of a group header
+    QString column{}; // of a group header: whose values make the groups; of a band: that names it
+    QString band{};   // of a detail: shown for the rows of this band only; empty for all rows
     double height = 0;
     QList<ReportControl> controls;
 };

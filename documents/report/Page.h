@@ -157,7 +157,8 @@ struct PagePicture {
     QRectF place;
     QByteArray svg; // scaled into the place without distortion
     QString description;
-    bool mark = false; // replaces a word: formats without pictures write the description
+    bool mark = false;   // replaces a word: formats without pictures write the description
+    bool isText = false; // a formula: word processors also get the description in its place
     /// In words, for formats without pictures.
     PageText inWords() const {
         PageText words;

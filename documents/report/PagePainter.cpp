@@ -1,5 +1,6 @@
 #include "documents/report/PagePainter.h"
 
+#include "documents/report/PictureLabels.h"
 #include "documents/report/TextFit.h"
 
 #include <QPainter>
@@ -70,6 +71,31 @@ void paintText(Tools& tools, const PageText& text) {
     }
 }
 
+/// Paints all of a picture but its texts, and adds those to the page's labels.
+void paintPicture(QPainter& painter, const PagePicture& picture, QList<PictureLabel>& labels) {
+    const LabelledPicture parts = labelledPicture(picture.svg);
+    QSvgRenderer renderer(parts.svg);
+    const QRectF place = picturePlace(renderer.defaultSize(), picture.place);
+    renderer.render(&painter, place);
+    const QRectF view = renderer.viewBoxF();
+    const double scale = place.width() / view.width();
+    for (PictureLabel label : parts.labels) {
+        label.at = place.topLeft() + (label.at - view.topLeft()) * scale;
+        label.style.size *= scale;
+        labels.append(label);
+    }
+}
+
+void paintLabel(Tools& tools, const PictureLabel& label) {
+    tools.text(label.style);
+    double x = label.at.x();
+    if (label.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
+        const double width = TextFit::width(label.text, label.style);
+        x -= label.style.alignment & Qt::AlignRight ? width : width / 2;
+    }
+    tools.painter.drawText(QPointF(x, label.at.y()) * TextFit::fontScale, label.text);
+}
+
 void paintCheck(Tools& tools, const PageCheck& check) {
     tools.line(Qt::black, .6);
     tools.fill({});
@@ -103,10 +129,9 @@ void paintPage(QPainter& painter, const Page& page) {
         tools.line(Qt::black, line.width);
         painter.drawLine(line.from, line.to);
     }
-    for (const PagePicture& picture : page.pictures) {
-        QSvgRenderer renderer(picture.svg);
-        renderer.render(&painter, picturePlace(renderer.defaultSize(), picture.place));
-    }
+    QList<PictureLabel> labels; // on the page
+    for (const PagePicture& picture : page.pictures)
+        paintPicture(painter, picture, labels);
     for (const PageCheck& check : page.checks)
         paintCheck(tools, check);
     painter.save();
@@ -115,5 +140,7 @@ void paintPage(QPainter& painter, const Page& page) {
         paintText(tools, text);
     for (const PageCheck& check : page.checks)
         paintText(tools, check.caption);
+    for (const PictureLabel& label : labels)
+        paintLabel(tools, label);
     painter.restore();
 }

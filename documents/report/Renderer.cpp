@@ -1,8 +1,9 @@
 #include "documents/report/Renderer.h"
 
 #include "core/base/Text.h"
-#include "core/store/Database.h"
+#include "documents/report/Formula.h"
 #include "documents/report/Picture.h"
+#include "documents/report/ReportRows.h"
 #include "documents/report/TextFit.h"
 
 #include <QHash>
@@ -15,23 +16,25 @@ namespace {
 constexpr double tolerance = .01; // points
 constexpr double sizeStep = .25;  // points
 constexpr double tiniest = 1;     // points; even then a text that is too long flows
+constexpr int mostLines = 200;    // of a text that grows
 
 class Renderer {
   public:
     explicit Renderer(const Layout& reportLayout) : layout(reportLayout) {}
 
-    Pages render(Recordset& rows) {
+    Pages render(ReportRows& rows) {
         beginPage(&rows);
-        const ReportSection* detail = layout.section(Section::Detail);
         const ReportSection* group = layout.section(Section::GroupHeader);
         QString groupValue;
         bool first = true;
         for (; !rows.atEnd(); rows.moveNext()) {
+            const ReportSection* detail = detailOf(rows);
+            const double height = detail ? detail->height + growth(*detail, rows) : 0;
             if (group) {
-                const QString value = rows[group->groupColumn].text();
+                const QString value = rows.text(group->column).value_or(QString());
                 if (first || value != groupValue) {
                     // A group's heading never comes last on a page.
-                    require(group->height + (detail ? detail->height : 0), &rows);
+                    require(group->height + height, &rows);
                     place(*group, &rows);
                     groupValue = value;
                 }
@@ -39,7 +42,7 @@ class Renderer {
             first = false;
             if (!detail)
                 continue;
-            if (require(detail->height, &rows) && group)
+            if (require(height, &rows) && group)
                 placeAgain(*group, &rows);
             place(*detail, &rows);
             continueRests(&rows);
@@ -59,7 +62,7 @@ class Renderer {
         return layout.paper.height() - layout.margins.bottom() - (footer ? footer->height : 0);
     }
 
-    void beginPage(Recordset* row) {
+    void beginPage(ReportRows* row) {
         const bool first = pages.isEmpty();
         if (!first)
             endPage();
@@ -84,35 +87,78 @@ class Renderer {
     }
 
     /// Begins a new page if a height in points no longer fits on this one; true if it did.
-    bool require(double height, Recordset* row) {
+    bool require(double height, ReportRows* row) {
         if (top + height <= bottom() + tolerance || top <= afterHeader + tolerance)
             return false;
         beginPage(row);
         return true;
     }
 
-    void place(Section kind, Recordset* row) {
+    void place(Section kind, ReportRows* row) {
         if (const ReportSection* section = layout.section(kind))
             place(*section, row);
     }
 
-    void placeAgain(const ReportSection& section, Recordset* row) {
+    void placeAgain(const ReportSection& section, ReportRows* row) {
         repeating = true;
         place(section, row);
         repeating = false;
     }
 
-    void place(const ReportSection& section, Recordset* row) {
+    /// The detail section for a row: the one of its band, or the only one. Null if there is none.
+    const ReportSection* detailOf(ReportRows& row) const {
+        const QString* column = nullptr;
+        for (const ReportSection& section : layout.sections) {
+            if (section.kind != Section::Detail)
+                continue;
+            if (section.band.isEmpty())
+                return &section;
+            column = &section.column;
+            if (row.text(*column) == section.band)
+                return &section;
+        }
+        return nullptr;
+    }
+
+    /// By how many points the controls of a section that may grow exceed their places.
+    double growth(const ReportSection& section, ReportRows& row) const {
+        double most = 0;
+        for (const ReportControl& control : section.controls) {
+            if (!control.grows || !control.visible || control.column.isEmpty())
+                continue;
+            const QString content = row.text(control.column).value_or(QString());
+            const double height =
+                control.kind == ReportControl::Kind::Formula
+                    ? formula(control, content).size.height()
+                    : TextFit::wrapped(content, control.style, control.place.width(), mostLines).lines *
+                          TextFit::lineHeight(control.style);
+            most = std::max(most, height - control.place.height());
+        }
+        return most;
+    }
+
+    static Formula::Picture formula(const ReportControl& control, const QString& content) {
+        return content.isEmpty() ? Formula::Picture()
+                                 : Formula::picture(content, control.style.size, control.place.width());
+    }
+
+    void place(const ReportSection& section, ReportRows* row) {
         const QPointF origin(layout.margins.left(), top);
         current = section.kind;
-        for (const ReportControl& control : section.controls)
-            if (control.visible)
-                place(control, control.place.translated(origin), row);
-        top += section.height;
+        const double growing = row && !row->atEnd() ? growth(section, *row) : 0;
+        for (const ReportControl& control : section.controls) {
+            if (!control.visible)
+                continue;
+            QRectF at = control.place.translated(origin);
+            if (control.grows)
+                at.setHeight(at.height() + growing);
+            place(control, at, row);
+        }
+        top += section.height + growing;
         fieldsBefore += layout.fields;
     }
 
-    void place(const ReportControl& control, const QRectF& at, Recordset* row) {
+    void place(const ReportControl& control, const QRectF& at, ReportRows* row) {
         Page& page = pages.last();
         switch (control.kind) {
         case ReportControl::Kind::Line:
@@ -125,6 +171,8 @@ class Renderer {
             if (const QByteArray svg = pictureOf(control); !svg.isEmpty())
                 page.pictures.append({at, svg, control.description, control.mark});
             return;
+        case ReportControl::Kind::Formula:
+            return placeFormula(control, at, row);
         case ReportControl::Kind::Check:
             return check(control, at, row);
         case ReportControl::Kind::Label:
@@ -142,11 +190,23 @@ class Renderer {
         return svg;
     }
 
-    void check(const ReportControl& control, const QRectF& at, Recordset* row) {
+    void placeFormula(const ReportControl& control, const QRectF& at, ReportRows* row) {
+        if (!row || row->atEnd())
+            return;
+        const QString content = row->text(control.column).value_or(QString());
+        if (content.isEmpty())
+            return;
+        const Formula::Picture picture = formula(control, content);
+        PagePicture placed{QRectF(at.topLeft(), picture.size), picture.svg,
+                           Formula::linesInWords(content, control.style.size, at.width()).join(u'\n'), true};
+        placed.isText = true;
+        pages.last().pictures.append(placed);
+    }
+
+    void check(const ReportControl& control, const QRectF& at, ReportRows* row) {
         constexpr double largest = 9; // points
         const double side = std::min(at.height(), largest);
-        const bool checked =
-            row && !row->atEnd() && !control.column.isEmpty() && (*row)[control.column].boolean();
+        const bool checked = row && !row->atEnd() && !control.column.isEmpty() && row->flag(control.column);
         PageText caption = placed(control, at.adjusted(side + 4, 0, 0, 0), control.text);
         TextStyle style = caption.style;
         style.alignment |= Qt::AlignVCenter;
@@ -154,24 +214,24 @@ class Renderer {
         pages.last().checks.append({{at.left(), at.center().y() - side / 2, side, side}, checked, caption});
     }
 
-    void textOf(const ReportControl& control, const QRectF& at, Recordset* row) {
+    void textOf(const ReportControl& control, const QRectF& at, ReportRows* row) {
         if (control.column.isEmpty())
             return text(control, at, control.text, control.number);
         if (!row || row->atEnd())
             return;
-        const Recordset::Field field = (*row)[control.column];
-        if (field.isNull())
-            return;
         const QString& pattern = control.style.pattern;
-        if (pattern.isEmpty())
-            return text(control, at, field.text(), std::nullopt);
-        const std::optional<double> number = numberOf(field, pattern);
-        text(control, at, number ? shownNumber(*number, pattern) : field.text(), number);
-    }
-
-    /// A text shown as stored need not be a number.
-    static std::optional<double> numberOf(const Recordset::Field& field, const QString& pattern) {
-        return pattern.startsWith(u"General") ? parseNumber(field.text().toStdString()) : field.number();
+        if (pattern.isEmpty() ||
+            pattern.startsWith(u"General")) { // a text shown as stored need not be a number
+            const auto content = row->text(control.column);
+            if (!content)
+                return;
+            if (pattern.isEmpty())
+                return text(control, at, *content, std::nullopt);
+            const auto number = parseNumber(content->toStdString());
+            return text(control, at, number ? shownNumber(*number, pattern) : *content, number);
+        }
+        if (const auto number = row->number(control.column))
+            text(control, at, shownNumber(*number, pattern), number);
     }
 
     PageText placed(const ReportControl& control, const QRectF& at, const QString& content) const {
@@ -252,7 +312,7 @@ class Renderer {
     }
 
     /// Puts the rest of each flowing text onto pages of its own.
-    void continueRests(Recordset* row) {
+    void continueRests(ReportRows* row) {
         while (!rests.isEmpty()) {
             Rest rest = rests.takeFirst();
             beginPage(row);
@@ -315,8 +375,13 @@ class Renderer {
 
 } // namespace
 
-Pages renderPages(const Layout& layout, Recordset& rows) {
+Pages renderPages(const Layout& layout, ReportRows& rows) {
     return Renderer(layout).render(rows);
+}
+
+Pages renderPages(const Layout& layout, Recordset& rows) {
+    StatementRows read(rows);
+    return renderPages(layout, read);
 }
 
 QString shownNumber(double number, const QString& pattern) {

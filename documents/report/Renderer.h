@@ -3,11 +3,14 @@
 #include "documents/report/Layout.h"
 
 class Recordset;
+class ReportRows;
 
-/// Lays out the rows of a recordset on pages as its layout says: the report header above the page header on
+/// Lays out rows on pages as their layout says: the report header above the page header on
 /// the first page; page header and footer on every page; detail rows on as many pages as they need; a group
 /// header at each new value of its column and again on each page, never last on a page. Texts shrink to fit,
-/// then wrap, then flow onto pages of their own under their heading; nothing is cut. Throws DatabaseFault.
+/// then wrap, then flow onto pages of their own under their heading; nothing is cut. Where a
+/// section has controls that grow, it becomes as high as their contents need. Throws DatabaseFault.
+Pages renderPages(const Layout& layout, ReportRows& rows);
 Pages renderPages(const Layout& layout, Recordset& rows);
 
 /// Formats a number by a display pattern. The pattern "General", with any suffix, shows the number as stored.

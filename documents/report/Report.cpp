@@ -19,13 +19,22 @@ ReportControl& Report::control(const QString& controlName) {
 
 Document Report::Run() {
     kind.start(*this);
-    Connection connection = Gateway::openDatabase(kind.database);
-    Recordset rows;
-    rows.Open(source, connection);
     return {.title = title,
             .author = author,
             .fileName = fileName,
-            .pages = renderPages(reportLayout, rows),
+            .pages = source.isEmpty() ? listedPages() : statementPages(),
             .table = reportLayout.table,
             .of = kind.of};
+}
+
+Pages Report::listedPages() const {
+    ListedRows listed(rows);
+    return renderPages(reportLayout, listed);
+}
+
+Pages Report::statementPages() const {
+    const Connection connection = Gateway::openDatabase(kind.database);
+    Recordset recordset;
+    recordset.Open(source, connection);
+    return renderPages(reportLayout, recordset);
 }

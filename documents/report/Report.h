@@ -2,6 +2,7 @@
 
 #include "documents/report/Document.h"
 #include "documents/report/Layout.h"
+#include "documents/report/ReportRows.h"
 
 class Report;
 
@@ -25,8 +26,9 @@ class Report {
     /// A control of the layout. Throws Fault 91 when there is none.
     ReportControl& control(const QString& controlName);
 
-    /// The statement that reads the rows.
+    /// The statement that reads the rows; empty for a report whose start routine lists them.
     QString source;
+    std::vector<ReportRow> rows;
     /// The description that goes into a file of the pages; the title starts as the layout's.
     QString title;
     QString author;
@@ -37,6 +39,9 @@ class Report {
     Document Run();
 
   private:
+    Pages listedPages() const;
+    Pages statementPages() const;
+
     const ReportKind& kind;
     Layout reportLayout;
 };

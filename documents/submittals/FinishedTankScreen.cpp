@@ -21,6 +21,8 @@ void FinishedTankScreen::shows(const Fields& shownFields) {
     enlarges(fields.picture, [this] { return fields.drawing->text(); });
     offersSubmittal(fields.preview, fields.print);
     opens(fields.specification, "frmResultSpecs");
+    offersCalculation(fields.calculation);
+    fields.notes->hide();
 }
 
 QString FinishedTankScreen::bladderType(const Model& model) {
@@ -34,17 +36,21 @@ QString FinishedTankScreen::modelText() const {
 void FinishedTankScreen::Load() {
     setStatusText("View results");
     QString tankID;
+    std::optional<TankLine> tank;
     if (Session::TankID.read(tankID)) {
-        const auto tank = findTankLine(tankID);
+        tank = findTankLine(tankID);
         if (!tank) // the form's sample figures are nobody's tank
             throw RecordGone("This tank has been deleted.");
         showTankLine(*tank);
     }
     QString drawing;
-    if (const auto model = findModel(modelText())) {
+    const auto model = findModel(modelText());
+    if (model) {
         showModel(*model);
         drawing = shownText(model->tankDraw);
     }
+    if (tank)
+        showNotes(fields.notes, *tank, model, requiredConnection(*tank));
     showTankDrawing(fields.picture, fields.drawing, drawing);
 }
 

@@ -23,12 +23,16 @@ class FinishedTankScreen : public ResultScreen {
         QToolButton* preview = nullptr;
         QToolButton* print = nullptr;
         QToolButton* specification = nullptr;
+        QToolButton* calculation = nullptr;
+        QLabel* notes = nullptr; // hidden when there are none
     };
     /// Call once the controls exist.
     void shows(const Fields& shownFields);
 
     virtual void showTankLine(const TankLine& tank) = 0;
     virtual void showModel(const Model& model) = 0;
+    /// The connection in inches that a line's pipe demands of each tank; nothing without a pipe.
+    virtual std::optional<double> requiredConnection(const TankLine& /*tank*/) const { return std::nullopt; }
     /// "ASME " or "non-ASME " followed by the model's bladder.
     static QString bladderType(const Model& model);
 

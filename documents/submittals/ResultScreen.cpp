@@ -7,6 +7,7 @@
 #include "core/store/SessionStore.h"
 #include "documents/drawings/frmDrawing.h"
 #include "documents/report/Reports.h"
+#include "documents/submittals/SizingFacts.h"
 #include "documents/submittals/Submittals.h"
 #include "documents/viewer/Printing.h"
 #include "documents/viewer/ReportOutput.h"
@@ -85,6 +86,19 @@ void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
     on(print, ".tbToolbar", [this] { Submittals::PrintSubmittal(name()); });
 }
 
+void ResultScreen::offersCalculation(QToolButton* button) {
+    on(button, ".tbToolbar", [] { Submittals::showReport("rptCalculation"); });
+}
+
+void ResultScreen::showNotes(QLabel* label, const TankLine& tank, const std::optional<Model>& model,
+                             const std::optional<double>& requiredConnection) {
+    SizingNotes::Facts facts = SizingNotes::factsOf(tank, model);
+    facts.requiredConnection = requiredConnection;
+    const QStringList notes = SizingNotes::textsOf(facts);
+    label->setText(notes.join(u'\n'));
+    label->setVisible(!notes.isEmpty());
+}
+
 void ResultScreen::addMore(const QString& screen) {
     Session::TankID.write("");
     Session::Mode.write(Session::Modes::New);
@@ -118,6 +132,12 @@ void PrintSubmittal(const QString& screen) {
 
 void PreviewSubmittal(const QString& screen) {
     runTrapped("PreviewSubmittal", [&] { withReport(screen, showDocument); });
+}
+
+void showReport(const QString& report) {
+    const Hourglass hourglass;
+    if (const ReportKind* kind = findReport(report))
+        showDocument(Report(*kind).Run());
 }
 
 } // namespace Submittals

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/shell/Screen.h"
+#include "core/store/Model.h"
+#include "core/store/TankLine.h"
 
 class QFocusFrame;
 class QLabel;
@@ -23,6 +25,12 @@ class ResultScreen : public Screen {
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// Makes the two buttons preview and print this screen's submittal.
     void offersSubmittal(QToolButton* preview, QToolButton* print);
+    /// Makes a button show the calculation sheet of the tank line.
+    void offersCalculation(QToolButton* button);
+    /// Shows the notes on a line and its model in a label, which is hidden when there are none. The
+    /// connection that the line's pipe demands is in inches.
+    static void showNotes(QLabel* label, const TankLine& tank, const std::optional<Model>& model,
+                          const std::optional<double>& requiredConnection = std::nullopt);
     /// Begins another tank line and opens a screen for it.
     void addMore(const QString& screen);
 
@@ -46,6 +54,9 @@ void PrintSubmittal(const QString& screen);
 
 /// Shows the report of a screen in the viewer; beeps when the screen has none.
 void PreviewSubmittal(const QString& screen);
+
+/// Shows a report of the session's record in the viewer.
+void showReport(const QString& report);
 
 } // namespace Submittals
 

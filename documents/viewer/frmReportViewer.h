@@ -17,6 +17,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     const Document& document() const { return shownDocument; }
 
   private:
+    bool hasEntries() const override { return false; } // what is typed leads through the report
     void Load() override;
     void Activate() override;
     void Deactivate() override;

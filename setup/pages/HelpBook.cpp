@@ -1,7 +1,6 @@
 #include "setup/pages/HelpBook.h"
 
 #include "setup/pages/HelpPictures.h"
-#include "setup/pages/PdfOutline.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -43,6 +42,38 @@ class BookPage : public QTextDocument {
 
 QUrl pageOf(const QUrl& address) {
     return address.adjusted(QUrl::RemoveFragment);
+}
+
+/// A text of a page that leads elsewhere, and where its lines are, in pixels from the top of the page.
+struct LinkedText {
+    QUrl target;
+    QList<QRectF> lines;
+};
+
+QList<LinkedText> linksOf(const QTextDocument& text) {
+    QList<LinkedText> found;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextFragment fragment = part.fragment();
+            const QString target = fragment.charFormat().anchorHref();
+            if (target.isEmpty())
+                continue;
+            const QPointF corner = text.documentLayout()->blockBoundingRect(block).topLeft();
+            const int start = fragment.position() - block.position();
+            const int end = start + fragment.length();
+            found.append({target, {}});
+            for (int i = 0; i < block.layout()->lineCount(); ++i) {
+                const QTextLine line = block.layout()->lineAt(i);
+                const int first = std::max(start, line.textStart());
+                const int last = std::min(end, line.textStart() + line.textLength());
+                if (first >= last)
+                    continue;
+                const double left = line.cursorToX(first);
+                found.last().lines.append(
+                    QRectF(left, line.y(), line.cursorToX(last) - left, line.height()).translated(corner));
+            }
+        }
+    return found;
 }
 
 /// Where an anchor is in a page, in pixels from the top; 0 if it is not there.
@@ -108,7 +139,7 @@ void HelpBook::layOut(const QPagedPaintDevice& device) {
         text.documentLayout()->setPaintDevice(&dots);
         text.setUseDesignMetrics(true);
         text.setDocumentMargin(0);
-        text.setDefaultStyleSheet("a { color: black; text-decoration: none; }"); // paper has no links
+        text.setDefaultStyleSheet("a { color: black; text-decoration: none; }"); // on paper
         constexpr int fontSize = 10;                                             // points
         QFont font = text.defaultFont();
         font.setPointSize(fontSize);
@@ -131,9 +162,10 @@ void HelpBook::layOut(const QPagedPaintDevice& device) {
 void HelpBook::writeContents() {
     QString rows;
     for (const Place& place : places)
-        rows += QStringLiteral("<tr><td width=\"92%\">%1%2</td><td align=\"right\">%3</td></tr>")
+        rows += QStringLiteral(
+                    "<tr><td width=\"92%\">%1<a href=\"%2\">%3</a></td><td align=\"right\">%4</td></tr>")
                     .arg(QStringLiteral("&nbsp;").repeated(qsizetype(4) * place.depth),
-                         place.title.toHtmlEscaped())
+                         place.address.toString(QUrl::FullyEncoded), place.title.toHtmlEscaped())
                     .arg(targetOf(place.address).sheet + 1);
     chapters.front().text->setHtml(
         QStringLiteral("<h1>%1</h1><table width=\"100%\" cellspacing=\"0\" cellpadding=\"2\">%2</table>")
@@ -211,5 +243,29 @@ QByteArray HelpBook::pdf() {
         entries.append(
             {place.title, place.depth, target.sheet, paper - margin - target.down * pointsPerPixel});
     }
-    return withOutline(file.data(), entries);
+    return withOutline(file.data(), entries, links(paper));
+}
+
+/// What leads from one page to another, on sheets of this height in points.
+QList<PdfLink> HelpBook::links(double paper) const {
+    QList<PdfLink> found;
+    for (const Chapter& chapter : chapters)
+        for (const LinkedText& text : linksOf(*chapter.text)) {
+            const QUrl address = chapter.address.resolved(text.target);
+            if (std::ranges::none_of(chapters,
+                                     [&](const Chapter& other) { return other.address == pageOf(address); }))
+                continue; // such as a page of the web
+            const Target target = targetOf(address);
+            for (const QRectF& line : text.lines) {
+                const int sheet = int(line.top() / area.height());
+                const double bottom = line.bottom() - sheet * area.height();
+                found.append(
+                    {chapter.firstSheet + sheet,
+                     {margin + line.left() * pointsPerPixel, paper - margin - bottom * pointsPerPixel,
+                      line.width() * pointsPerPixel, line.height() * pointsPerPixel},
+                     target.sheet,
+                     paper - margin - target.down * pointsPerPixel});
+            }
+        }
+    return found;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "setup/pages/PdfOutline.h"
+
 #include <QImage>
 #include <QList>
 #include <QSizeF>
@@ -51,6 +53,7 @@ class HelpBook {
     void layOut(const QPagedPaintDevice& device);
     void writeContents();
     Target targetOf(const QUrl& address) const;
+    QList<PdfLink> links(double paper) const;
     int sheets() const;
     void paintSheet(QPainter& painter, const Chapter& chapter, int sheet) const;
 

@@ -37,6 +37,29 @@ QList<QByteArray> sheetsOf(const QByteArray& pdf) {
     return numbers;
 }
 
+QByteArray points(double length) {
+    return QByteArray::number(length, 'f', 1);
+}
+
+/// What a sheet leads to; the writer made an empty list for it.
+QByteArray annotations(const QList<PdfLink>& links, int sheet, const QList<QByteArray>& sheets) {
+    QByteArray list;
+    for (const PdfLink& link : links)
+        if (link.sheet == sheet)
+            list += "<< /Type /Annot /Subtype /Link /Border [0 0 0] /Rect [" + points(link.place.left()) +
+                    ' ' + points(link.place.top()) + ' ' + points(link.place.right()) + ' ' +
+                    points(link.place.bottom()) + "] /Dest [" + sheets.value(link.target) + " 0 R /XYZ 0 " +
+                    points(link.top) + " 0] >>\n";
+    return "[\n" + list + "]\n";
+}
+
+/// The object number of a sheet's list of annotations.
+QByteArray annotationsOf(const QByteArray& pdf, const QByteArray& sheet) {
+    const QByteArray mark = "/Annots ";
+    const qsizetype at = pdf.indexOf(mark, pdf.indexOf('\n' + sheet + " 0 obj\n")) + mark.size();
+    return pdf.mid(at, pdf.indexOf(' ', at) - at);
+}
+
 QByteArray reference(qsizetype number) {
     return QByteArray::number(number) + " 0 R\n";
 }
@@ -84,7 +107,7 @@ QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList
         if (const qsizetype behind = neighbour(i, 1); behind >= 0)
             text += "/Next " + reference(number(behind));
         text += family(i, false) + "/Dest [" + sheets.value(entry.sheet) + " 0 R /XYZ 0 " +
-                QByteArray::number(entry.top, 'f', 1) + " 0]\n>>\n";
+                points(entry.top) + " 0]\n>>\n";
         objects.append(text);
     }
     return objects;
@@ -92,8 +115,8 @@ QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList
 
 } // namespace
 
-/// Appends the outline, and the catalog that names it, the way the format provides for updates.
-QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries) {
+/// Appends the outline, the catalog that names it and the links, the way the format provides for updates.
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries, const QList<PdfLink>& links) {
     const Trailer end = trailerOf(pdf);
     const QList<QByteArray> sheets = sheetsOf(pdf);
     const qsizetype start = pdf.indexOf('\n' + end.root + " 0 obj\n<<");
@@ -114,6 +137,11 @@ QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries) {
     for (const QByteArray& object : objects) {
         table += place() + " 00000 n \n";
         pdf += QByteArray::number(number++) + " 0 obj\n" + object + "endobj\n";
+    }
+    for (int sheet = 0; sheet < sheets.size(); ++sheet) {
+        const QByteArray list = annotationsOf(pdf, sheets[sheet]);
+        table += list + " 1\n" + place() + " 00000 n \n";
+        pdf += list + " 0 obj\n" + annotations(links, sheet, sheets) + "endobj\n";
     }
     const QByteArray tableAt = QByteArray::number(pdf.size());
     pdf += table + "trailer\n<<\n/Size " + QByteArray::number(number) + "\n/Info " + end.info +

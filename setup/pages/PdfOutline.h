@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QRectF>
 #include <QString>
 
 /// An entry of a PDF's outline.
@@ -12,6 +13,14 @@ struct OutlineEntry {
     double top = 0; // points from the lower edge of the sheet
 };
 
-/// A PDF of Qt's writer with an outline, which that writer has no way to make. Empty if the PDF is not built
-/// as expected.
-QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries);
+/// A text that leads to another place of a PDF.
+struct PdfLink {
+    int sheet = 0; // counted from 0
+    QRectF place;  // points from the lower left corner of the sheet
+    int target = 0;
+    double top = 0; // points from the lower edge of the target's sheet
+};
+
+/// A PDF of Qt's writer with an outline and links, which that writer has no way to make. Empty if the PDF is
+/// not built as expected.
+QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries, const QList<PdfLink>& links);

@@ -29,6 +29,7 @@ NEEDS_NAME = {
     Atspi.Role.DOCUMENT_FRAME, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.MENU, Atspi.Role.MENU_ITEM,
 }
 failures = []
+Atspi.set_timeout(TIMEOUT * 1000, TIMEOUT * 1000) # an answer of the program, which may be painting a report
 
 
 def children(node):

@@ -84,11 +84,13 @@ TEST_F(FieldChecks, MinMaxAndRange) {
         EXPECT_EQ(ValidateMinMax(&field, 5, 10), passes) << text;
     }
     EXPECT_EQ(shown(), "Error: Please enter a value between 5 and 10.");
+    EXPECT_EQ(dialogs.last.fields, QList<const QWidget*>{&field});
     field.setText("5");
     other.setText("5");
     EXPECT_FALSE(ValidateValueRange(&field, &other));
     EXPECT_TRUE(isMarked(&field) && isMarked(&other));
     EXPECT_EQ(shown(), "Error: The maximum value must be greater than the minimum value!");
+    EXPECT_EQ(dialogs.last.fields, (QList<const QWidget*>{&field, &other})) << "to be clear of both";
     other.setText("5.1");
     EXPECT_TRUE(ValidateValueRange(&field, &other));
     EXPECT_FALSE(isMarked(&field) || isMarked(&other));

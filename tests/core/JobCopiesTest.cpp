@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 
 using namespace Deletion;
@@ -95,6 +96,39 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     removeJobs();
     JobCopies::restoreAll(Source(backup, Origin::Own), openDatabase("User"));
     EXPECT_EQ(contents(), before) << "the whole file";
+}
+
+// A duplicate differs in its keys and in the date of its header, which is today's.
+TEST_F(JobCopiesTest, ADuplicateHasEveryOtherColumn) {
+    execute("User", "UPDATE tblJobData SET TankID = 'FULL''S.7' WHERE JobID = 'Full''s'");
+    execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.2', 'Empty')"); // without numbers
+    execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Left.1', 'Left')");
+    const Connection user = openDatabase("User");
+    before = contents();
+    for (const char* taken : {"EMPTY", "Left"})
+        EXPECT_FALSE(JobCopies::duplicate(user, "Full's", taken)) << taken;
+    EXPECT_THROW(JobCopies::duplicate(user, "None", "New"), RecordGone);
+    EXPECT_EQ(contents(), before);
+    const QDate today = QDate::currentDate();
+    const auto rowsOf = [&](const char* table, const QString& job, const QStringList& except) {
+        StoredRows stored = readStoredRows(user, table, "JobID", job);
+        for (QVariantList& row : stored.rows)
+            for (const QString& column : except)
+                row[stored.columns.indexOf(column)].clear();
+        return stored.rows;
+    };
+    for (const auto& [job, copy, tank] :
+         {std::array{"Full's", "New", "New.7"}, {"Empty", "It's new", "It's new.2"}}) {
+        ASSERT_TRUE(JobCopies::duplicate(user, job, copy));
+        EXPECT_TRUE(hasRow(user, "tblJobData", "TankID", tank)) << tank;
+        EXPECT_EQ(rowsOf("tblJobData", copy, {"JobID", "TankID"}),
+                  rowsOf("tblJobData", job, {"JobID", "TankID"}));
+        EXPECT_EQ(rowsOf("tblJobHeader", copy, {"JobID", "DateCreated"}),
+                  rowsOf("tblJobHeader", job, {"JobID", "DateCreated"}));
+        Rows header("User", "SELECT DateCreated FROM tblJobHeader WHERE JobID = ?", {QString(copy)});
+        EXPECT_GE(header["DateCreated"].date(), today);
+    }
+    EXPECT_EQ(contents(), before);
 }
 
 // Changing any single column makes it a different job.

@@ -67,4 +67,8 @@ TEST(Messages, StandClearOfTheirField) {
     }
     const QRect low = placeBeside({600, 640, 150, 24}, message, {183, 500, 1000, 260}, display);
     EXPECT_EQ(low.bottom(), 632) << "above a field at the foot of the display";
+    const QRect pair(300, 200, 150, 80);
+    const QRect beside =
+        placeBeside(pair, message.grownBy({0, 10, 0, 10}), {0, 0, 911, 485}, {0, 0, 911, 485});
+    EXPECT_EQ(beside.left(), 457) << "beside two fields that leave no room below or above";
 }

@@ -382,7 +382,8 @@ TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     EXPECT_TRUE(shows(bladder, "1,235 gal"));
     EXPECT_TRUE(shows(bladder, "Min 40°F"));
     EXPECT_TRUE(shows(bladder, "Max 30 psi"));
-    EXPECT_TRUE(textsOf(bladder).join('\n').contains("or an approved equal. Pump & Tank"));
+    EXPECT_TRUE(textsOf(bladder).join('\n').contains(
+        "or an approved equal; the Ordwick representative Pump & Tank supplies"));
     EXPECT_TRUE(bladder[0].pictures.size() == 2) << "logo and drawing; no marks";
     const Pages steel = submittal("T2", "24RB60");
     EXPECT_TRUE(shows(steel, "Height/Length"));

@@ -1,4 +1,5 @@
 #include "core/store/Gateway.h"
+#include "documents/report/PictureLabels.h"
 #include "documents/report/Renderer.h"
 #include "documents/report/TextFit.h"
 #include "tests/documents/ListLayout.h"
@@ -184,4 +185,21 @@ TEST_F(ReportEngine, NamesTheLineOfABadLayout) {
             EXPECT_TRUE(std::string(error.what()).starts_with("bad.layout:")) << error.what();
         }
     }
+}
+
+TEST(PictureLabels, AreTakenOutOfAPictureUnlessTheyAreTurned) {
+    const LabelledPicture picture = labelledPicture(
+        "<svg xmlns='http://www.w3.org/2000/svg' font-size='8'><g text-anchor='end' fill='#123456'>"
+        "<text x='3' y='4.5'>charging &amp; valve</text><path d='M0 0L1 1'/></g>"
+        "<g transform='rotate(90)'><text x='1' y='1'>turned</text></g><text font-style='italic'>A</text>"
+        "</svg>");
+    ASSERT_EQ(picture.labels.size(), 2);
+    EXPECT_EQ(picture.labels[0].text, "charging & valve");
+    EXPECT_EQ(picture.labels[0].at, QPointF(3, 4.5));
+    EXPECT_EQ(picture.labels[0].style,
+              (TextStyle{.size = 8, .alignment = Qt::AlignRight, .color = QColor(0x123456)}));
+    EXPECT_TRUE(picture.labels[1].style.italic);
+    EXPECT_FALSE(picture.svg.contains("valve"));
+    EXPECT_TRUE(picture.svg.contains("turned") && picture.svg.contains("path"));
+    EXPECT_EQ(labelledPicture("<svg><text>cut short").svg, "<svg><text>cut short");
 }

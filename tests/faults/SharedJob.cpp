@@ -120,6 +120,8 @@ class User {
             return beginJob();
         click("frmJobHeader.cmdNext");
         const QStringList tanks = rowsOf("frmTankIDSearch"); // the last row adds a tank
+        if (tanks.isEmpty()) // the other copy has deleted the job since it was found
+            return;
         const bool adds = tanks.size() < 2 || (tanks.size() < 6 && choice < 9);
         tank = adds ? tanks.last() : tanks[below(int(tanks.size()) - 1)];
         row("frmTankIDSearch", tanks.indexOf(tank));

@@ -393,6 +393,22 @@ void front(Stage&, Words w) {
     entries[place]->trigger();
 }
 
+/// The Windows menu lists an entry.
+void expectListed(Stage&, Words w) {
+    QMenu* menu = command("mnuWindows")->menu();
+    emit menu->aboutToShow();
+    QStringList entries;
+    for (const QAction* entry : menu->actions())
+        entries << shown(entry->text());
+    require(entries.contains(w[0]), "the Windows menu lists " + entries.join(" | "));
+}
+
+/// Writes a text into a box as a screen reader or a voice does.
+void dictate(Stage&, Words w) {
+    QWidget* box = control(w[0]);
+    QAccessible::queryAccessibleInterface(box)->setText(QAccessible::Value, w[1]);
+}
+
 void minimise(Stage&, Words w) {
     windowOf(w[0])->showMinimized();
 }
@@ -545,6 +561,7 @@ const QHash<QString, Command>& commands() {
         {"front", {front, 1, true}},
         {"tool", {tool, 2, true}},
         {"click", {click, 1, true}},
+        {"dictate", {dictate, 2, true}},
         {"doubleclick", {doubleClick, 1, true}},
         {"type", {type, 2, true}},
         {"key", {key, 1, true}},
@@ -579,6 +596,7 @@ const QHash<QString, Command>& commands() {
         {"expect-rows", {expectRows, 2}},
         {"expect-cell", {expectCell, 4}},
         {"expect-menu", {expectMenu, 2}},
+        {"expect-listed", {expectListed, 1}},
         {"expect-beep", {expectBeep, 0}},
         {"expect-clipboard", {expectClipboard, 1}},
         {"expect-clipboard-holds", {expectClipboardHolds, 1}},

@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
@@ -152,6 +153,27 @@ TEST_F(EveryScreen, SelectsTheTextOfABoxThatTheKeyboardReaches) {
         }
     });
     EXPECT_GT(seen, 20);
+}
+
+// Numbers stand under each other by their last digits, and every pressure is in psi as the conditions have
+// it.
+TEST_F(EveryScreen, AlignsItsFiguresAndNamesUnitsAlike) {
+    const QRegularExpression figure(
+        R"(^-?[\d,.]+ ?(|%|"|gal|psi|°F|ft|gpm|lbs|sec|ft/sec|ft lbs|ft lbs/ft)$)");
+    int seen = 0;
+    forEach([&](const Screen& screen, const std::string& where) {
+        for (const QLineEdit* box : screen.findChildren<QLineEdit*>())
+            if (figure.match(box->text()).hasMatch() && !box->objectName().isEmpty() &&
+                !box->objectName().startsWith("qt_")) { // the others are parts of lists and spin boxes
+                EXPECT_TRUE(box->alignment() & Qt::AlignRight)
+                    << where << ": " << box->objectName().toStdString();
+                ++seen;
+            }
+        for (const QLabel* unit : screen.findChildren<QLabel*>(QRegularExpression("UM$")))
+            EXPECT_FALSE(unit->text().startsWith("psi") && unit->text() != "psi")
+                << where << ": " << unit->objectName().toStdString();
+    });
+    EXPECT_GT(seen, 100);
 }
 
 /// What is cut off or out of reach on a screen, even by scrolling; empty if everything can be seen.

@@ -165,8 +165,8 @@ TEST_F(HelpWindow, ManualIsOnePdfWithTheContentsAsItsOutline) {
     dialogs->files = {path};
     Driver::press("frmHelp", "bttnExport");
     ASSERT_EQ(Driver::report().toStdString(), "");
-    const QString lines =
-        QString::fromUtf8(run("pdftohtml", {"-xml", "-i", "-stdout", path})).section("<outline>", 1);
+    const QString whole = QString::fromUtf8(run("pdftohtml", {"-xml", "-i", "-stdout", path}));
+    const QString lines = whole.section("<outline>", 1);
     HelpEngine engine(home.path() + "/help.qhc");
     engine.setReadOnly(false);
     ASSERT_TRUE(engine.setupData() && engine.registerDocumentation(QCoreApplication::applicationDirPath() +
@@ -206,6 +206,9 @@ TEST_F(HelpWindow, ManualIsOnePdfWithTheContentsAsItsOutline) {
     EXPECT_TRUE(sheet.trimmed().endsWith(number));
     const QString front = QString::fromUtf8(run("pdftotext", {"-layout", "-l", "2", path, "-"}));
     EXPECT_TRUE(front.contains(QRegularExpression("An old steel tank +" + number + "\n")));
+    EXPECT_TRUE(whole.contains(QRegularExpression('#' + number + "\">[^<]*An old steel tank</a>")))
+        << "it leads there, too";
+    EXPECT_GT(whole.count("<a href="), contents.size() + 100) << "and so do the links of the pages";
 }
 
 TEST_F(HelpWindow, PrintsATopicOrTheManual) {

@@ -116,13 +116,19 @@ TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
         double bore;
         std::vector<std::string> options;
     } cases[] = {
-        {2.01, 6.3, {"1 x SHK 35-25", "3 x SHK 35-8"}},
-        {2.01, 6.382978723404256, {"1 x SHK 35-25", "3 x SHK 35-8"}}, // .47 of it are 3 to the last digit
-        {2.01, 6.4, {"1 x SHK 50", "2 x SHK 35-25", "3 x SHK 35-8"}},
-        {2.01, 5.9, {"1 x SHK 35-25", "2 x SHK 35-8"}},
-        {2.01, 6.1, {"1 x SHK 35-25", "3 x SHK 35-8"}},
-        {2.1, 10.2, {"1 x SHK 85", "2 x SHK 50", "3 x SHK 35-25", "6 x SHK 35-8"}},
-        {100, 4.026, {"1 x SHK 400", "2 x SHK 200", "3 x SHK 130", "5 x SHK 85"}},
+        {2.01, 6.3, {"1 x SHK 35-20", "3 x SHK 35-8", "4 x SHK 35-6", "6 x SHK 35-3"}},
+        // .47 of it are 3 to the last digit
+        {2.01, 6.382978723404256, {"1 x SHK 35-20", "3 x SHK 35-8", "4 x SHK 35-6", "6 x SHK 35-3"}},
+        {2.01, 6.4, {"1 x SHK 50", "2 x SHK 35-20", "3 x SHK 35-8", "5 x SHK 35-6", "6 x SHK 35-3"}},
+        {2.01, 5.9, {"1 x SHK 35-20", "2 x SHK 35-8", "4 x SHK 35-6", "5 x SHK 35-3"}},
+        {2.01, 6.1, {"1 x SHK 35-20", "3 x SHK 35-8", "4 x SHK 35-6", "6 x SHK 35-3"}},
+        {2.1, 10.2, {"1 x SHK 65", "2 x SHK 50", "3 x SHK 35-20", "6 x SHK 35-8"}},
+        // Narrow mains: a connection of just .47 bores, and one of just less.
+        {.04, .545, {"1 x SHK 35-2"}},
+        {.5, 2.12, {"1 x SHK 35-2"}},
+        {.5, 2.13, {"1 x SHK 35-3", "2 x SHK 35-2"}},
+        {1.2, 3.19, {"1 x SHK 35-6", "2 x SHK 35-3", "3 x SHK 35-2"}},
+        {100, 4.026, {"1 x SHK 400", "2 x SHK 200", "3 x SHK 130", "5 x SHK 85", "6 x SHK 65"}},
         {660.4, 2.067, {"1 x SHK 2500", "2 x SHK 1400", "3 x SHK 1000", "4 x SHK 800", "5 x SHK 600"}},
         {700, 2.067, {"2 x SHK 1400", "3 x SHK 1000", "4 x SHK 800", "5 x SHK 600"}},
         {4000, 10, {}},

@@ -104,6 +104,7 @@ Face faceOf(const QString& window) {
         {"frmJobHeader", {About::Job}},
         {"frmClassSelect", {About::Job, false, "lblJobID"}},
         {"frmTankIDSearch", {About::Job, true, "lblJobID"}},
+        {"frmJobOverview", {About::Job, true, "lblJobID"}},
         {"frmDelete", {About::Job, true, "lblJobID"}},
         {"frmSchedule", {About::Job, true, "lblJobID"}},
         {"frmJobConditions", {About::Line, false, "lblJobID"}},
@@ -207,6 +208,8 @@ bool Notes::closingCheck(const QString& window) {
     const Window& closing = windows[window];
     if (window == "frmTankIDSearch")
         set(closing.work, window, &Values::tank, closing.list.value(closing.chosen));
+    if (window == "frmPKGSelect" && closing.typed)
+        ask("Current record has not been saved!\nDo you want to save the record?", {"No"});
     if (window != "frmJobHeader" || !closing.typed || closing.boxes["txtJobID"].isEmpty())
         return true;
     const QString answer =

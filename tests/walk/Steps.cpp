@@ -7,6 +7,7 @@
 #include "tests/walk/Walk.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QTreeWidget>
 
 namespace {
@@ -166,9 +167,31 @@ void startPage(Walk& walk, const QString&) {
     const Work work = walk.notes.begin();
     walk.notes.set(work, {}, &Values::mode, "Edit");
     walk.notes.set(work, {}, &Values::job, job);
-    walk.notes.open(editScreen(job), work);
+    walk.notes.set(work, {}, &Values::tank, "");
+    walk.notes.open("frmJobOverview", work);
     walk.notes.work = work;
     walk.say(QString("row BrennovalMain.lvJobs %1").arg(row + 1));
+}
+
+/// A button of the overview begins work of its own on the job.
+void fromOverview(Walk& walk, const QString& window, const char* button, const char* mode,
+                  const QString& opened) {
+    walk.reach(window, button);
+    const QString job = Driver::control<QLabel>(window, "lblJobID")->text();
+    const Work work = walk.notes.begin();
+    walk.notes.set(work, {}, &Values::mode, mode);
+    walk.notes.set(work, {}, &Values::job, job);
+    walk.notes.set(work, {}, &Values::tank, "");
+    walk.notes.open(opened, work);
+    walk.press(window, button);
+}
+
+void overviewHeader(Walk& walk, const QString& window) {
+    fromOverview(walk, window, "cmdHeader", "Edit", "frmJobHeader");
+}
+
+void overviewAdd(Walk& walk, const QString& window) {
+    fromOverview(walk, window, "cmdAdd", "New", "frmClassSelect");
 }
 
 // ---- Windows
@@ -807,6 +830,8 @@ const QList<Step>& allSteps() {
         {"type a header", 6, "frmJobHeader", typeHeader},
         {"header, Next", 8, "frmJobHeader", headerNext},
         {"cancel", 1, "frmJobHeader", cancel},
+        {"overview, header", 6, "frmJobOverview", overviewHeader},
+        {"overview, add a tank", 6, "frmJobOverview", overviewAdd},
         {"choose an application", 10, "frmClassSelect", chooseApplication},
         {"cancel", 1, "frmClassSelect", cancel},
         {"choose a tank", 8, "frmTankIDSearch", chooseTank},

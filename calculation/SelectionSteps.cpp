@@ -1,0 +1,221 @@
+#include "calculation/SelectionSteps.h"
+
+#include "calculation/SizingSteps.h"
+#include "core/base/Numbers.h"
+#include "core/base/Text.h"
+#include "documents/submittals/SizingFacts.h"
+#include "shock/ShockSizing.h"
+#include "sizing/CatalogueSearch.h"
+#include "sizing/TankSizing.h"
+
+#include <algorithm>
+
+using namespace Formulas;
+using namespace SiValues;
+using Record::orZero;
+
+namespace {
+
+QString gallons(double value) {
+    return figure(value) + " gal";
+}
+
+QString modelsIn(const std::vector<TankOption>& models) {
+    QStringList names;
+    for (const TankOption& option : models)
+        names.append(QString::fromStdString(option.model));
+    return names.join(", ");
+}
+
+/// The sizes that the conditions demand; before they can be computed, those that are stored.
+RequiredSizes required(const SizedTank& tank) {
+    return tank.sizes.value_or(
+        RequiredSizes{orZero(tank.line.requiredVolume), orZero(tank.line.requiredAcceptance)});
+}
+
+/// The options of a line, and how the search went.
+std::vector<TankOption> search(const SizedTank& tank, std::vector<SearchStep>& steps) {
+    const double volume = required(tank).volume;
+    if (tank.conversion)
+        return findConvertedModels(tank.series(), volume, &steps);
+    if (tank.application == Application::Shock)
+        return findShockModels(tank.series(), volume, ShockSizing::conditionsOf(tank.line).bore, &steps);
+    return findModels(tank.series(), volume, required(tank).acceptance, &steps);
+}
+
+QString question(const SizedTank& tank, int quantity) {
+    const QString count = QString::number(quantity);
+    QString asked = count + " × volume ≥ " + gallons(required(tank).volume);
+    if (tank.application == Application::Shock)
+        asked += ", connection ≥ " +
+                 figure(Round(leastConnection(ShockSizing::conditionsOf(tank.line).bore, quantity), 4)) +
+                 " in";
+    else if (!tank.conversion)
+        asked = count + " × acceptance ≥ " + gallons(required(tank).acceptance) + ", " + asked;
+    return asked;
+}
+
+QString answer(const SizedTank& tank, const SearchStep& step) {
+    if (!step.smallest)
+        return "no model";
+    const QString size =
+        gallons(*step.smallest) + (tank.conversion ? " of volume each" : " of acceptance each");
+    return step.models.empty() ? size + ", offered already" : size + ": " + modelsIn(step.models);
+}
+
+/// The pressure to which the tank is charged before water enters, in psig.
+double precharge(const SizedTank& tank) {
+    constexpr double shareOfFlow = .9;
+    return tank.application == Application::Shock ? shareOfFlow * orZero(tank.line.flowPressure)
+                                                  : orZero(tank.line.sopMin);
+}
+
+void addReserve(Worksheet& sheet, const QString& caption, Id id, const char* required, const char* offered,
+                const std::optional<double>& need, const std::optional<double>& each, int quantity) {
+    if (!need || *need <= 0 || !each)
+        return;
+    const double reserve = (quantity * *each / *need - 1) * 100;
+    sheet.step(caption,
+               worked(id, {{"n", figure(quantity)}, {offered, operand(*each)}, {required, operand(*need)}},
+                      Round(reserve, 1), "%", reserve));
+}
+
+void addShockResults(Worksheet& sheet, const SizedTank& tank, double tankVolume, int quantity) {
+    const ShockConditions conditions = ShockSizing::conditionsOf(tank.line);
+    const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+                                                    conditions.atmosphericPressure);
+    const double area = pipeArea(conditions.bore);
+    const double leakLoad = LeakLoad(acceptance, tankVolume, quantity, conditions.length, area) * 100;
+    const double delay = pumpStartupDelay(acceptance, tankVolume, quantity, conditions.flowRate);
+    sheet.step("Area of the pipe", worked(Id::PipeArea, {{"ID", operand(conditions.bore)}}, area, "in²"), {},
+               squareMillimeters(area));
+    const Values values{{"AF", operand(acceptance)}, {"V_t", operand(tankVolume)},
+                        {"n", figure(quantity)},     {"L", operand(conditions.length)},
+                        {"A", operand(area)},        {"Q", operand(conditions.flowRate)}};
+    sheet.step("Least connection",
+               worked(Id::Connection, {{"n", figure(quantity)}, {"ID", operand(conditions.bore)}},
+                      leastConnection(conditions.bore, quantity), "in"),
+               "Of each tank, side by side; the catalogue's rule",
+               millimeters(leastConnection(conditions.bore, quantity)));
+    sheet.step("Leak load", worked(Id::LeakLoad, values, Round(leakLoad, 1), "%", leakLoad),
+               "Water that the tanks give back, as a share of the pipe's");
+    sheet.step("Pump startup delay", worked(Id::PumpDelay, values, Round(delay, 1), "s", delay),
+               "For this long the tanks supply the flow.");
+    TankLine stored;
+    ShockSizing::setOutcome(stored, ShockSizing::outcomeOf(conditions, tankVolume, quantity));
+    const auto percent = [](const std::optional<double>& share) {
+        return share ? std::optional(Round(*share * 100, 6)) : std::nullopt;
+    };
+    compare(sheet, "leak load", percent(tank.line.leakLoad), *percent(stored.leakLoad), "%");
+    compare(sheet, "pump startup delay", tank.line.pumpRunTime, *stored.pumpRunTime, "s");
+}
+
+} // namespace
+
+void addSearch(Worksheet& sheet, const SizedTank& tank) {
+    if (tank.application == Application::Package || tank.series().isEmpty())
+        return;
+    sheet.section("Search in series " + tank.series());
+    std::vector<SearchStep> steps;
+    const std::vector<TankOption> options = search(tank, steps);
+    for (const SearchStep& step : steps)
+        sheet.asked(QString::number(step.quantity) + (step.quantity == 1 ? " tank" : " tanks"),
+                    question(tank, step.quantity), answer(tank, step));
+    QStringList offered;
+    for (const TankOption& option : options)
+        offered.append(QString::number(option.quantity) + " × " + QString::fromStdString(option.model));
+    sheet.say("Offered", offered.isEmpty() ? QStringLiteral("nothing") : offered.join(", "));
+    if (!tank.line.modelNo)
+        return;
+    const bool among = std::ranges::any_of(options, [&](const TankOption& option) {
+        return option.quantity == tank.line.qty &&
+               tank.line.modelNo->compare(QString::fromStdString(option.model), Qt::CaseInsensitive) == 0;
+    });
+    if (!among && tank.model)
+        sheet.warn("The stored choice, " + QString::number(tank.line.qty.value_or(0)) + " × " +
+                   *tank.line.modelNo + ", is none of those that the search offers.");
+}
+
+void addChoice(Worksheet& sheet, const SizedTank& tank) {
+    sheet.section("Choice");
+    if (!tank.line.modelNo)
+        return sheet.say("Model", "No model has been chosen yet.");
+    const int quantity = tank.line.qty.value_or(0);
+    sheet.say("Chosen", QString::number(quantity) + " × " + *tank.line.modelNo);
+    if (!tank.model)
+        return;
+    const Model& model = *tank.model;
+    if (tank.application == Application::Package) {
+        if (model.makeUpCapacity)
+            sheet.say("Make up capacity", figure(*model.makeUpCapacity) + " gpm @ " +
+                                              figure(orZero(model.tankWkPressure)) + " psi");
+        sheet.say("Pressure range", figure(orZero(model.minSysPressure)) + " to " +
+                                        figure(orZero(model.tankWkPressure)) + " psi");
+        sheet.say("Tank volume",
+                  gallons(orZero(model.tankVolume)) + " (" + liters(orZero(model.tankVolume)) + ')');
+        return;
+    }
+    addReserve(sheet, "Reserve of volume", Id::VolumeReserve, "V_req", "V_t", required(tank).volume,
+               model.tankVolume, quantity);
+    if (!tank.conversion)
+        addReserve(sheet, "Reserve of acceptance", Id::AcceptanceReserve, "V_acc", "A_t",
+                   required(tank).acceptance, model.acceptanceVolume, quantity);
+    if (tank.application == Application::Shock && model.tankVolume)
+        addShockResults(sheet, tank, *model.tankVolume, quantity);
+}
+
+void addSite(Worksheet& sheet, const SizedTank& tank) {
+    sheet.section("On site");
+    if (tank.application == Application::Package) {
+        sheet.say("System pressure", figure(orZero(tank.line.sopMax)) +
+                                         " psig: set the pressure switch of the package to hold it.");
+        return;
+    }
+    const QString charge = figure(precharge(tank)) + " psig (" + kilopascals(precharge(tank)) + ')';
+    if (TankSizing::isPlainSteel(tank.series())) {
+        sheet.say("Precharge", "None: the tank is plain steel and starts with air at atmospheric pressure.");
+        sheet.say("Fill valve",
+                  "Set it to hold " + charge +
+                      " at the tank while the system is cold; the air cushion follows from it.");
+        return;
+    }
+    sheet.say("Precharge to set",
+              charge + ", measured at the tank with no water in it, before it is filled.");
+    if (tank.model && tank.model->precharge)
+        sheet.say("Factory precharge",
+                  figure(*tank.model->precharge) + (*tank.model->precharge == precharge(tank)
+                                                        ? " psig, as it is to be; check it."
+                                                        : " psig; change it to the above."));
+    if (tank.application == Application::Shock)
+        sheet.say("Why",
+                  "Nine tenths of the flow pressure: the tank holds some water while the pipe flows, so "
+                  "that its bladder is never against the connection.");
+    else if (tank.application == Application::Hydropneumatic)
+        sheet.say("Pump switch", "It must start the pump at " + charge +
+                                     " at the tank, the precharge: lower, and the tank is empty before the "
+                                     "pump starts; higher, and part of the drawdown is lost.");
+    else
+        sheet.say("Fill valve",
+                  "It must hold " + charge +
+                      " at the tank, the precharge: lower, and the system loses its pressure when "
+                      "it cools; higher, and cold water fills what the expansion needs.");
+}
+
+std::optional<PressureCurve> curveOf(const SizedTank& tank) {
+    if (!tank.model || tank.application == Application::Package)
+        return std::nullopt;
+    const bool shock = tank.application == Application::Shock;
+    const bool steel = TankSizing::isPlainSteel(tank.series());
+    const int quantity = tank.line.qty.value_or(0);
+    const PressureCurve curve{.tankVolume = quantity * orZero(tank.model->tankVolume),
+                              .tankAcceptance = quantity * orZero(tank.model->acceptanceVolume),
+                              .atmosphericPressure = orZero(tank.line.atmPressure),
+                              .emptyPressure = steel ? 0 : precharge(tank),
+                              .minimumPressure = precharge(tank),
+                              .maximumPressure = orZero(shock ? tank.line.staticPressure : tank.line.sopMax),
+                              .workingPressure = orZero(tank.model->tankWkPressure),
+                              .requiredAcceptance = orZero(tank.line.requiredAcceptance),
+                              .minimumName = shock ? "precharge" : "minimum",
+                              .maximumName = shock ? "static pressure" : "maximum"};
+    return canBeDrawn(curve) ? std::optional(curve) : std::nullopt;
+}

@@ -1,0 +1,111 @@
+#include "calculation/SizingSteps.h"
+#include "core/base/Numbers.h"
+#include "shock/ShockSizing.h"
+
+using namespace Formulas;
+using namespace SiValues;
+
+namespace {
+
+constexpr double half = .5e-8; // stored figures have eight decimals
+
+void addConditions(Worksheet& sheet, const TankLine& line, const ShockConditions& conditions) {
+    sheet.section("Conditions");
+    sheet.step("Bore of the pipe", given("ID", conditions.bore, "in"),
+               "Catalogue, pipe " + line.pipeIndex.value_or(QString()), millimeters(conditions.bore));
+    sheet.step("Length of the pipe", given("L", conditions.length, "ft"), {}, meters(conditions.length));
+    sheet.step("Flow rate", given("Q", conditions.flowRate, "gpm"), {}, litersPerSecond(conditions.flowRate));
+    const auto pressure = [&](const char* caption, const char* symbol, double value, const char* unit) {
+        sheet.step(caption, given(symbol, value, unit), {}, kilopascals(value));
+    };
+    pressure("Flow pressure", "P_f", conditions.flowPressure, "psig");
+    pressure("Static pressure", "P_s", conditions.staticPressure, "psig");
+    pressure("Shock pressure", "P_k", conditions.shockPressure, "psig");
+    pressure("Atmospheric pressure", "P_a", conditions.atmosphericPressure, "psia");
+}
+
+/// The bands and the factor that is read for them.
+double addPressureFactor(Worksheet& sheet, const ShockConditions& conditions) {
+    sheet.section("Pressure factor");
+    const double shock = shockPressureBand(conditions.shockPressure);
+    const double still = staticPressureBand(conditions.staticPressure);
+    const auto band = [&](const QString& caption, const QString& symbol, double entered, double top) {
+        sheet.step(caption, given(symbol, top, "psig"),
+                   top == entered ? "As entered"
+                                  : "Raised from " + figure(entered) + " psig to the top of its band",
+                   kilopascals(top));
+    };
+    band("Shock pressure, as looked up", "P_k", conditions.shockPressure, shock);
+    band("Static pressure, as looked up", "P_s", conditions.staticPressure, still);
+    const double factor = ShockSizing::pressureFactor(shock, still);
+    if (tableHasPressureFactor(shock, still))
+        sheet.step("Pressure factor", given("F", factor, "ft·lbf/ft³"),
+                   "Table of pressure factors, row " + figure(shock) + " psig, column " + figure(still) +
+                       " psig",
+                   kilojoulesPerCubicMeter(factor));
+    else
+        sheet.step("Pressure factor",
+                   worked(Id::PressureFactor, {{"P_k", operand(shock)}, {"P_s", operand(still)}}, factor,
+                          "ft·lbf/ft³"),
+                   "Fitted polynomial above the table", kilojoulesPerCubicMeter(factor));
+    return factor;
+}
+
+} // namespace
+
+void addShockSteps(Worksheet& sheet, SizedTank& tank) {
+    const ShockConditions conditions = ShockSizing::conditionsOf(tank.line);
+    addConditions(sheet, tank.line, conditions);
+    const double acceptance = shockAcceptanceFactor(conditions.flowPressure, conditions.staticPressure,
+                                                    conditions.atmosphericPressure);
+    const double factor = ShockSizing::pressureFactor(shockPressureBand(conditions.shockPressure),
+                                                      staticPressureBand(conditions.staticPressure));
+    const ShockSizes sizes = computeShockSizes(conditions, factor);
+    constexpr int decimals = 8;
+    tank.sizes =
+        RequiredSizes{Round(sizes.requiredVolume, decimals), Round(sizes.requiredAcceptance, decimals)};
+
+    sheet.section("Velocity and energy");
+    sheet.step("Water velocity",
+               worked(Id::Velocity, {{"Q", operand(conditions.flowRate)}, {"ID", operand(conditions.bore)}},
+                      sizes.waterVelocity, "ft/s"),
+               "This and all further results are stored to eight decimals.",
+               metersPerSecond(sizes.waterVelocity));
+    sheet.step("Kinetic energy",
+               worked(Id::KineticEnergy,
+                      {{"ID", operand(conditions.bore)}, {"v", operand(sizes.waterVelocity)}},
+                      sizes.kineticEnergy, "ft·lbf/ft"),
+               "22/7 for pi, as the catalogue's figures", joulesPerMeter(sizes.kineticEnergy));
+    sheet.step("Total kinetic energy",
+               worked(Id::TotalEnergy,
+                      {{"L", operand(conditions.length)}, {"e", operand(sizes.kineticEnergy)}},
+                      sizes.totalKineticEnergy, "ft·lbf"),
+               {}, joules(sizes.totalKineticEnergy));
+    addPressureFactor(sheet, conditions);
+
+    sheet.section("Required sizes");
+    sheet.step("Acceptance factor",
+               worked(Id::ShockAcceptanceFactor,
+                      {{"P_f", operand(conditions.flowPressure)},
+                       {"P_s", operand(conditions.staticPressure)},
+                       {"P_a", operand(conditions.atmosphericPressure)}},
+                      acceptance, {}),
+               "Boyle's law, pressures as entered; the tank is charged to nine tenths of the flow pressure");
+    sheet.step("Required acceptance",
+               worked(Id::ShockAcceptance,
+                      {{"e_tot", operand(sizes.totalKineticEnergy)}, {"F", operand(factor)}},
+                      sizes.requiredAcceptance, "gal"),
+               "7.48 gal in a cubic foot", liters(sizes.requiredAcceptance));
+    sheet.step("Required volume",
+               worked(Id::ShockVolume,
+                      {{"V_acc", operand(sizes.requiredAcceptance)}, {"AF", operand(acceptance)}},
+                      sizes.requiredVolume, "gal"),
+               {}, liters(sizes.requiredVolume));
+
+    const TankLine& line = tank.line;
+    compare(sheet, "water velocity", line.waterVelocity, sizes.waterVelocity, "ft/s", half);
+    compare(sheet, "kinetic energy", line.kineticEnergy, sizes.kineticEnergy, "ft·lbf/ft", half);
+    compare(sheet, "total kinetic energy", line.totalKineticEnergy, sizes.totalKineticEnergy, "ft·lbf", half);
+    compare(sheet, "required acceptance", line.requiredAcceptance, sizes.requiredAcceptance, "gal", half);
+    compare(sheet, "required volume", line.requiredVolume, sizes.requiredVolume, "gal", half);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "calculation/Formulas.h"
+#include "documents/report/ReportRows.h"
+
+/// Collects the rows of a calculation sheet, section by section.
+class Worksheet {
+  public:
+    /// Begins a section; the rows that follow belong to it.
+    void section(const QString& title) { group = title; }
+    /// Something wrong, in the colour of errors, above everything else.
+    void warn(const QString& text);
+    /// A fact in words.
+    void say(const QString& caption, const QString& text);
+    /// A worked formula, with the SI value of its result.
+    void step(const QString& caption, const QString& formula, const QString& source = {},
+              const QString& si = {});
+    /// What was asked of the catalogue for a number of tanks, and its answer.
+    void asked(const QString& quantity, const QString& question, const QString& answer);
+    /// The place of the curve.
+    void curve();
+
+    std::vector<ReportRow> rows() const;
+
+  private:
+    void add(const char* band, ReportRow row);
+
+    QString group;
+    std::vector<ReportRow> warnings;
+    std::vector<ReportRow> others;
+};
+
+/// The SI values beside the results, with five significant digits.
+namespace SiValues {
+QString liters(double gallons);
+QString kilopascals(double psi);
+QString celsius(double fahrenheit);
+QString meters(double feet);
+QString millimeters(double inches);
+QString metersPerSecond(double feetPerSecond);
+QString litersPerSecond(double gallonsPerMinute);
+QString joules(double footPounds);
+QString joulesPerMeter(double footPoundsPerFoot);
+QString kilojoulesPerCubicMeter(double footPoundsPerCubicFoot);
+QString squareMillimeters(double squareInches);
+} // namespace SiValues

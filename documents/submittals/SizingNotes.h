@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Remarks on a sized tank line that the sizing itself does not make: what an engineer should look at again.
+/// None refuses anything.
+namespace SizingNotes {
+
+/// What the remarks are about; what is not stored, or does not apply, is nothing.
+struct Facts {
+    std::optional<double> minimumPressure{};    // psig
+    std::optional<double> maximumPressure{};    // psig
+    std::optional<double> atmosphere{};         // psia
+    std::optional<double> maximumTemperature{}; // °F
+    std::optional<double> volume{};             // gal: system fluid, drawdown or steel tank
+    std::optional<double> requiredVolume{};     // gal
+    std::optional<double> requiredAcceptance{}; // gal; nothing where only the volume has to be met
+    std::optional<double> requiredConnection{}; // in
+    std::string series{};
+    bool plainSteel = false; // starts from atmospheric pressure
+
+    std::string model{};     // as stored; empty before one is chosen
+    bool modelKnown = false; // to the catalogue
+    std::string modelSeries{};
+    int quantity = 0;
+    std::optional<double> workingPressure{};   // psig
+    std::optional<double> leastPressure{};     // psig, of a package
+    std::optional<double> temperatureRating{}; // °F
+    std::optional<double> tankVolume{};        // gal a tank
+    std::optional<double> tankAcceptance{};    // gal a tank
+    std::optional<double> connection{};        // in
+};
+
+using Note = std::optional<std::string>;
+
+/// Whether the highest pressure is within the model's, and above the least of a package.
+Note pressureNote(const Facts& facts);
+/// Whether the highest temperature is within the model's.
+Note temperatureNote(const Facts& facts);
+/// Whether the atmospheric pressure is one of this earth: 8 to 15.5 psia.
+Note atmosphereNote(const Facts& facts);
+/// Whether there is a volume to size for.
+Note volumeNote(const Facts& facts);
+/// Whether the pressures are far enough apart for a tank to accept a reasonable share of its volume.
+Note spanNote(const Facts& facts);
+/// Whether the model's connection is as wide as the pipe demands.
+Note connectionNote(const Facts& facts);
+/// Whether model, quantity and series still belong to the stored sizes.
+Note choiceNote(const Facts& facts);
+
+/// All that apply, in this order.
+std::vector<std::string> all(const Facts& facts);
+
+} // namespace SizingNotes

@@ -1,0 +1,447 @@
+#include "extras/compare/frmCompare.h"
+
+#include "core/base/ApplicationNames.h"
+#include "core/base/Fault.h"
+#include "core/base/Text.h"
+#include "core/look/Appearance.h"
+#include "core/shell/DisplayFields.h"
+#include "core/shell/Fields.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/shell/Trap.h"
+#include "core/store/JobHeader.h"
+#include "core/store/SessionStore.h"
+#include "core/store/UserDefaults.h"
+#include "documents/drawings/Drawings.h"
+#include "documents/submittals/ResultScreen.h"
+#include "estimates/Estimator.h"
+#include "estimates/MetricPad.h"
+#include "estimates/Pipes.h"
+#include "extras/compare/CompareTable.h"
+#include "jobs/JobIDs.h"
+#include "jobs/JobSearch.h"
+#include "shock/ShockSizing.h"
+#include "sizing/ConditionRules.h"
+#include "sizing/FluidLimits.h"
+#include "sizing/OpenResults.h"
+#include "sizing/TemperatureRange.h"
+
+#include <QEvent>
+
+#include <algorithm>
+
+using namespace ApplicationNames;
+using namespace Fields;
+using namespace Records;
+using namespace StatusBar;
+
+namespace {
+
+constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
+                                      Application::Hydropneumatic, Application::Shock};
+
+/// The estimator of an application; none for shock arrestors.
+QString estimatorOf(Application application) {
+    switch (application) {
+    case Application::Expansion:
+        return "frmCalcExpTSF";
+    case Application::Thermal:
+        return "frmcalcThmTSF";
+    case Application::Hydropneumatic:
+        return "frmCalcHydTSF";
+    case Application::Shock:
+    case Application::Package:
+        break;
+    }
+    return {};
+}
+
+/// Whether a number in a filter's box, if there is one, allows a value.
+bool allows(const QLineEdit* box, double value) {
+    const auto most = parseNumber(box->text().toStdString());
+    return !most || value <= *most;
+}
+
+} // namespace
+
+frmCompare::frmCompare() : Screen("frmCompare") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdUse);
+    cmdFindPipe2->setIcon(Appearance::icon("search"));
+    for (const Application each : comparable)
+        cmboApplication->addItem(AppName(each));
+    for (const FluidLimits& row : fluidLimits)
+        cmboFluidType->addItem(toQString(row.fluid));
+    prepareBoxes();
+    CompareTable::prepare(lvModels);
+    connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
+    connect(lvModels, &QTreeWidget::itemActivated, this, [this] { act(".lvModels", [this] { use(); }); });
+    connect(cmboJob, &QComboBox::activated, this, [this] { act(".cmboJob", [this] { takeJob(); }); });
+    on(cmdCalcTSF, ".cmdCalcTSF", [this] { openEstimate(); });
+    on(cmdMetric, ".cmdMetric", [this] { openMetric(); });
+    on(cmdFindPipe2, ".cmdFindPipe2", [this] { Pipes::openPipeChooser(name()); });
+    on(cmdUse, ".cmdUse", [this] { use(); });
+    on(cmdCopy, ".cmdCopy", [this] {
+        Dialogs::current().copy(headedTable());
+        setStatusText("Copied the table");
+    });
+    on(cmdReport, ".cmdReport", [] { Submittals::showReport("rptCompare"); });
+    onCancel(cmdClose, ".cmdClose", [this] { Screens::unload(name()); });
+}
+
+/// Everything typed or chosen shows its effect at once.
+void frmCompare::prepareBoxes() {
+    const auto renew = [this](const QString& box) {
+        touched.insert(box);
+        trap(".refresh", [this] { refresh(); });
+    };
+    for (QWidget* panel : {pnlTank, pnlShock})
+        for (QLineEdit* box : panel->findChildren<QLineEdit*>())
+            connect(box, &QLineEdit::textChanged, this, [renew, box] { renew(box->objectName()); });
+    connect(cmboFluidType, &QComboBox::currentTextChanged, this, [this, renew] {
+        showLimits();
+        renew(cmboFluidType->objectName());
+    });
+    connect(cmboApplication, &QComboBox::currentIndexChanged, this,
+            [this] { trap(".cmboApplication", [this] { adaptToApplication(); }); });
+    for (QLineEdit* box : {txtMostHeight, txtMostArea})
+        connect(box, &QLineEdit::textChanged, this, [this] { fillTable(); });
+    for (QCheckBox* box : {chkASMEOnly, chkFitting})
+        connect(box, &QCheckBox::toggled, this, [this] { fillTable(); });
+    for (QRadioButton* option : {optOver, optNew})
+        connect(option, &QRadioButton::toggled, this, [this] { cmboJob->setEnabled(optNew->isChecked()); });
+}
+
+QWidget* frmCompare::firstField() const {
+    return application() == Application::Shock ? PipeIndex : txtTotSysFluid;
+}
+
+Application frmCompare::application() const {
+    return comparable[std::max(0, cmboApplication->currentIndex())];
+}
+
+/// Takes the conditions of the tank line at work. On the start page nothing is.
+void frmCompare::Load() {
+    setStatusText("Compare models");
+    const auto atWork = Session::application();
+    const bool sized = atWork && std::ranges::find(comparable, *atWork) != std::end(comparable);
+    if (sized && Screens::anyVisible() && Session::Mode.text() != Session::Modes::Convert)
+        asRead = findTankLine(Session::tankLine());
+    if (asRead && asRead->jobID == reservedJob())
+        asRead.reset();
+    if (asRead)
+        lineApplication = atWork;
+    const QSignalBlocker quiet(cmboApplication);
+    cmboApplication->setCurrentText(AppName(sized ? *atWork : Application::Expansion));
+    txtAtmPressure->setText(shownNumber(
+        readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
+    txtSOTMin->setText("40");
+    if (asRead)
+        showLine(*asRead);
+    fillJobs();
+    optOver->setVisible(asRead.has_value());
+    if (asRead) {
+        optOver->setText(
+            tr("O&ver tank %1").arg(QString(asRead->tankID.value_or(QString())).replace("&", "&&")));
+        optOver->setChecked(true);
+        setTitle(windowTitle() + " " + asRead->tankID.value_or(QString()));
+    }
+    touched.clear();
+    adaptToApplication();
+    setEntered(false);
+}
+
+void frmCompare::showLine(const TankLine& line) {
+    setTexts(*pnlTank, ConditionRules::boxesOf(line));
+    setTexts(*pnlShock, ShockSizing::boxesOf(line));
+}
+
+/// The newest jobs to choose from, and the one at work.
+void frmCompare::fillJobs() {
+    constexpr std::size_t most = 200;
+    cmboJob->clear();
+    cmboJob->addItem(tr("New job..."), QString());
+    const QString atWork = Screens::anyVisible() ? Session::JobID.text() : QString();
+    if (!atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork))
+        cmboJob->addItem(atWork, atWork);
+    for (const JobSearch::Job& job : JobSearch::newest(most))
+        if (job.jobID != reservedJob() && job.jobID != atWork)
+            cmboJob->addItem(job.jobID, job.jobID);
+    cmboJob->setPlaceholderText(tr("Choose a job"));
+    cmboJob->setCurrentIndex(cmboJob->itemText(1) == atWork && !atWork.isEmpty() ? 1 : -1);
+}
+
+void frmCompare::adaptToApplication() {
+    const Application each = application();
+    const bool shock = each == Application::Shock;
+    const ApplicationInfo& info = infoOf(each);
+    closePads();
+    pnlTank->setVisible(!shock);
+    pnlShock->setVisible(shock);
+    cmdCalcTSF->setVisible(!shock);
+    const QHash<QString, QString> fixed = ConditionRules::hiddenBoxes(each);
+    if (fixed.contains("cmboFluidType"))
+        cmboFluidType->setCurrentText(fixed["cmboFluidType"]);
+    cmboFluidType->setEnabled(!fixed.contains("cmboFluidType"));
+    for (QWidget* hidden :
+         std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOTMin, lblSOTMax,
+                                         lblSOTMinRange, lblSOTMaxRange, cmboFluidType, lblFluidType})
+        hidden->setHidden(each == Application::Hydropneumatic);
+    lblSysFluidContent->setText(toQString(info.volumeCaption));
+    showLimits();
+    const bool canReplace = asRead && lineApplication == each;
+    optOver->setEnabled(canReplace);
+    if (!canReplace)
+        optNew->setChecked(true);
+    cmboJob->setEnabled(optNew->isChecked());
+    comparison.emplace(each);
+    compared.reset();
+    candidates.clear();
+    refresh();
+}
+
+void frmCompare::showLimits() {
+    const TemperatureLimits limits = ConditionRules::limitsOf(application(), cmboFluidType->currentText());
+    showTemperatureRange(txtSOTMin, lblSOTMinRange, limits.minimumLow, limits.minimumHigh);
+    showTemperatureRange(txtSOTMax, lblSOTMaxRange, limits.maximumLow, limits.maximumHigh);
+}
+
+QHash<QString, QString> frmCompare::boxes() const {
+    QHash<QString, QString> texts = textsOf(application() == Application::Shock ? *pnlShock : *pnlTank);
+    texts.insert(ConditionRules::hiddenBoxes(application()));
+    return texts;
+}
+
+/// Marks the boxes that are wrong, or were emptied.
+Objections frmCompare::markWrong() {
+    Objections wrong = application() == Application::Shock
+                           ? ShockSizing::objectionsTo(boxes())
+                           : ConditionRules::objectionsTo(boxes(), application());
+    for (QWidget* panel : {pnlTank, pnlShock})
+        for (QLineEdit* box : panel->findChildren<QLineEdit*>()) {
+            const bool isWrong = std::ranges::find(wrong, box->objectName(), &Objection::box) != wrong.end();
+            if (isWrong && (touched.contains(box->objectName()) || !box->text().isEmpty()))
+                markField(box);
+            else
+                unmarkField(box);
+        }
+    return wrong;
+}
+
+/// Compares anew. Conditions that cannot be compared leave the table as it was, greyed.
+void frmCompare::refresh() {
+    if (!comparison)
+        return;
+    const Objections wrong = markWrong();
+    QString obstacle;
+    QStringList missing;
+    for (const Objection& objection : wrong)
+        if (objection.text == EntryRules::nothingEntered)
+            missing.append(nameOf(control<QWidget>(objection.box)));
+        else if (obstacle.isEmpty())
+            obstacle = nameOf(control<QWidget>(objection.box)) + ": " + objection.text;
+    if (!missing.isEmpty())
+        obstacle = tr("Still to enter: %1").arg(missing.join(", "));
+    if (wrong.empty()) {
+        try {
+            TankLine line;
+            double bore = 0; // in
+            if (application() == Application::Shock) {
+                const ShockConditions conditions = ShockSizing::conditionsIn(boxes());
+                bore = conditions.bore;
+                std::optional<std::string_view> objection;
+                line = ShockSizing::lineOf(conditions, PipeIndex->text(),
+                                           ShockSizing::sizesOf(conditions, objection));
+                if (objection)
+                    obstacle = toQString(*objection);
+            } else {
+                line = ConditionRules::lineOf(boxes());
+            }
+            if (obstacle.isEmpty()) {
+                candidates = comparison->candidatesFor(line, bore);
+                compared = line;
+            }
+        } catch (const DatabaseFault&) {
+            throw;
+        } catch (const Fault& fault) {
+            obstacle = tr("These conditions cannot be sized: %1.").arg(fault.what());
+        }
+    }
+    lvModels->setEnabled(obstacle.isEmpty());
+    fillTable();
+    if (!obstacle.isEmpty())
+        lblState->setText(obstacle);
+}
+
+bool frmCompare::isWanted(const Candidate& candidate) const {
+    if (chkFitting->isChecked() && !candidate.isOffered())
+        return false;
+    if (!candidate.model)
+        return !chkASMEOnly->isChecked();
+    return (!chkASMEOnly->isChecked() || candidate.model->asme.value_or(false)) &&
+           allows(txtMostHeight, Record::orZero(candidate.model->oal)) &&
+           allows(txtMostArea, candidate.floorArea);
+}
+
+void frmCompare::fillTable() {
+    std::vector<int> wanted;
+    for (std::size_t i = 0; i < candidates.size(); ++i)
+        if (isWanted(candidates[i]))
+            wanted.push_back(int(i));
+    {
+        const QSignalBlocker quiet(lvModels);
+        CompareTable::fill(lvModels, candidates, wanted, application());
+    }
+    showChosen();
+}
+
+const Candidate* frmCompare::chosen() const {
+    const int place = CompareTable::chosen(lvModels);
+    return place < 0 ? nullptr : &candidates[std::size_t(place)];
+}
+
+/// Shows the curve, drawing and notes of the chosen row.
+void frmCompare::showChosen() {
+    const Candidate* row = chosen();
+    const bool current = lvModels->isEnabled();
+    cmdUse->setEnabled(current && row && row->isOffered());
+    cmdCopy->setEnabled(!candidates.empty());
+    cmdReport->setEnabled(current && !candidates.empty());
+    imgCurve->clear();
+    imgCurve->setAccessibleName({});
+    imgDrawing->clear();
+    if (current)
+        lblState->setText(row ? CompareTable::remarksOf(*row).join(' ') : QString());
+    if (!row || !row->model)
+        return;
+    if (const auto curve = curveOf(*row, application())) {
+        imgCurve->setPixmap(
+            Drawings::onPaper(curvePicture(*curve), imgCurve->minimumSize(), devicePixelRatioF()));
+        imgCurve->setAccessibleName(curveInWords(*curve));
+    }
+    Drawings::showQuietly(imgDrawing, shownText(row->model->tankDraw));
+    imgDrawing->setAccessibleName(tr("Drawing of %1").arg(shownText(row->model->modelDscrptn)));
+}
+
+void frmCompare::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange && comparison)
+        fillTable();
+    Screen::changeEvent(event);
+}
+
+/// Asks for the ID of a new job and adds it.
+void frmCompare::takeJob() {
+    unmarkField(cmboJob);
+    if (cmboJob->currentIndex() != 0)
+        return;
+    cmboJob->setCurrentIndex(-1);
+    const QString jobID = askForJobID(tr("New job"), tr("Job ID:"));
+    if (jobID.isEmpty())
+        return;
+    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
+    JobHeader header;
+    header.jobID = jobID;
+    header.engineer = user.defaultEngineer;
+    header.contractor = user.defaultContractor;
+    header.dateCreated = QDateTime::currentDateTime();
+    if (!addJobHeader(header)) // another copy of the program was faster
+        return refuseJobID(jobExists);
+    cmboJob->insertItem(1, jobID, jobID);
+    cmboJob->setCurrentIndex(1);
+}
+
+void frmCompare::openEstimate() {
+    const Hourglass hourglass;
+    openEstimator(estimatorOf(application()), name());
+}
+
+void frmCompare::openMetric() {
+    openMetricPad(application() == Application::Shock ? "frmMetricSHK" : "frmMetric", name());
+}
+
+/// What was opened to fill in these boxes would fill in what is not there.
+void frmCompare::closePads() {
+    for (const QString& open : Screens::loaded())
+        if (const Screen* pad = Screens::find(open); pad && pad->fillsIn() == name())
+            Screens::unload(open);
+    Pipes::closePipeChooser(name());
+}
+
+bool frmCompare::QueryUnload() {
+    closePads();
+    SetStatusBarText();
+    return true;
+}
+
+/// Stores the chosen model with its conditions, and shows the results.
+void frmCompare::use() {
+    const Hourglass hourglass;
+    const Candidate* row = chosen();
+    if (!cmdUse->isEnabled() || !row)
+        return;
+    const bool over = optOver->isChecked();
+    const QString jobID = cmboJob->currentData().toString();
+    if (!over && jobID.isEmpty()) {
+        setStatusText(tr("Choose the job that the tank belongs to"));
+        markField(cmboJob);
+        cmboJob->setFocus();
+        return;
+    }
+    const Candidate taken = *row;
+    const bool several = takesSeveral(candidates, taken);
+    const Application each = application();
+    const auto storeAndShow = [&] {
+        if (!over) {
+            Session::Mode.write(Session::Modes::New);
+            Session::JobID.write(jobID);
+            Session::TankID.write("");
+        }
+        bool saved = false;
+        procedure(".store", [&] { saved = store(taken); });
+        if (!saved)
+            return;
+        if (!over)
+            Session::Mode.write(Session::Modes::Edit); // what follows is about this tank
+        Session::TankClass.write(AppName(each));
+        if (over && Screens::find("frmtankselection") &&
+            Screens::recordOf(*Screens::find("frmtankselection")) == asRead->tankID)
+            Screens::drop(Screens::find("frmtankselection")); // its choice is made
+        closePads();
+        Screens::drop(this);
+        openResults(each, several);
+        setStatusText("Selection completed");
+    };
+    if (over)
+        storeAndShow();
+    else
+        Screens::beginTask([&] { Faults::runTrapped(name() + ".cmdUse", storeAndShow); });
+}
+
+/// One write. False when the user chose to keep someone else's changes.
+bool frmCompare::store(const Candidate& candidate) {
+    const bool shock = application() == Application::Shock;
+    const TankLine::Columns columns = shock ? TankLine::comparedShock() : TankLine::compared();
+    TankLine line = candidate.line;
+    line.dateCreated = QDateTime::currentDateTime();
+    if (optOver->isChecked())
+        return saves([&](Record::IfChanged ifChanged) {
+            updateTankLine(asRead->tankID.value_or(QString()), line, columns, asRead, ifChanged);
+        });
+    line.jobID = Session::JobID.text();
+    return saveTankLine(line, columns, std::nullopt, Record::IfChanged::Overwrite);
+}
+
+QString frmCompare::headedTable() const {
+    std::vector<QStringList> rows;
+    for (const int place : CompareTable::places(lvModels))
+        rows.push_back(CompareTable::textsOf(candidates[std::size_t(place)], application()));
+    return CompareTable::tabbed(rows);
+}
+
+frmCompare::Shown frmCompare::shown() const {
+    Shown all{.application = application(), .conditions = compared.value_or(TankLine()), .chosen = chosen()};
+    for (const int place : CompareTable::places(lvModels))
+        all.rows.push_back(&candidates[std::size_t(place)]);
+    return all;
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Registers the overview of a job.
+void registerOverview();
