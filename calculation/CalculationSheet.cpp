@@ -49,8 +49,9 @@ void addSteps(Worksheet& sheet, SizedTank& tank) {
         return addTankSteps(sheet, tank);
     case Application::Shock:
         return addShockSteps(sheet, tank);
-    case Application::Package:
-        return; // a package is chosen, not sized
+    case Application::Package: // is chosen, not sized
+        sheet.section("Conditions");
+        return sheet.condition("System pressure", "P", tank.line.sopMax, "psig", SiValues::kilopascals);
     }
 }
 
@@ -69,8 +70,10 @@ void addNotes(Worksheet& sheet, const SizedTank& tank) {
     SizingNotes::Facts facts = SizingNotes::factsOf(tank.line, tank.model);
     if (tank.application == Application::Shock)
         facts.requiredConnection = ShockSizing::requiredConnection(tank.line);
-    if (tank.line.modelNo && !tank.model)
+    if (tank.line.modelNo && !tank.model) {
         sheet.warn("The model " + *tank.line.modelNo + " is not in the catalogue.");
+        facts.model.clear(); // not once more among the notes
+    }
     const QStringList notes = SizingNotes::textsOf(facts);
     if (notes.isEmpty())
         return;

@@ -28,7 +28,7 @@ constexpr Row rows[] = {
     {Id::KineticEnergy, "kinetic-energy", "e = (ID / 2)^2 * (22 / 7) * v^2 / 144"},
     {Id::TotalEnergy, "total-energy", "e_tot = L * e"},
     {Id::PressureFactor, "pressure-factor",
-     "F = (37.95 - (P_k - P_s) * 0.0241) * (P_k - P_s) - P_s * 7.24 - 234.1"},
+     "F = (37.95 - (P_kt - P_st) * 0.0241) * (P_kt - P_st) - P_st * 7.24 - 234.1"},
     {Id::ShockAcceptanceFactor, "shock-acceptance-factor", "AF = 1 - (0.9 * P_f + P_a) / (P_s + P_a)"},
     {Id::ShockAcceptance, "shock-acceptance", "V_acc = e_tot / F * 7.48"},
     {Id::ShockVolume, "shock-volume", "V_req = V_acc / AF"},

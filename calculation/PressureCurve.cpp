@@ -32,6 +32,9 @@ constexpr double left = 48; // the field of the curve, in points
 constexpr double right = 528;
 constexpr double top = 14;
 constexpr double bottom = 182;
+constexpr double above = -2.5; // of a line's name from the line
+constexpr double below = 8;
+constexpr double lineHeight = 10;
 
 /// About five marks from 0 on for an axis, in whole steps of 1, 2 or 5.
 std::vector<double> marksUpTo(double end) {
@@ -64,12 +67,11 @@ class Drawing {
     QByteArray draw() {
         required();
         axes();
-        // Their names stay apart where two pressures are close.
-        level(curve.minimumPressure, curve.minimumName, {left + 4, 8}, "start");
-        level(curve.maximumPressure, curve.maximumName, {left + 4, -2.5}, "start");
+        level(curve.minimumPressure, curve.minimumName, {left + 4, below}, "start");
+        level(curve.maximumPressure, curve.maximumName, {left + 4, clearOf(curve.workingPressure)}, "start");
         if (curve.workingPressure > 0)
-            level(curve.workingPressure, "working pressure of the model", {(left + right) / 2, -2.5},
-                  "middle");
+            level(curve.workingPressure, "working pressure of the model",
+                  {(left + right) / 2, clearOf(curve.maximumPressure)}, "middle");
         path();
         full();
         return ("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"540\" height=\"216\" viewBox=\"0 0 540 "
@@ -123,6 +125,14 @@ class Drawing {
         const double name = working > top && working < top + 14 ? working + 10 : top + 9; // clear of its line
         text({std::min(x(from), right - 150) + 4, name},
              "required acceptance " + rounded(curve.requiredAcceptance) + " gal", "start");
+    }
+
+    /// Where the name of the maximum or working pressure is put, so that the line of the other does not
+    /// strike it through: above its own line unless the other is just above that.
+    double clearOf(double other) const {
+        const double own = curve.maximumPressure + curve.workingPressure - other;
+        const double gap = y(own) - y(other);
+        return gap > 0 && gap < lineHeight ? below : above;
     }
 
     void level(double pressure, const char* name, const QPointF& label, const char* anchor) {

@@ -20,6 +20,10 @@ QString gallons(double value) {
     return figure(value) + " gal";
 }
 
+QString pounds(double value) {
+    return figure(value) + " psig (" + kilopascals(value) + ')';
+}
+
 QString modelsIn(const std::vector<TankOption>& models) {
     QStringList names;
     for (const TankOption& option : models)
@@ -147,10 +151,11 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
     const Model& model = *tank.model;
     if (tank.application == Application::Package) {
         if (model.makeUpCapacity)
-            sheet.say("Make up capacity", figure(*model.makeUpCapacity) + " gpm @ " +
-                                              figure(orZero(model.tankWkPressure)) + " psi");
-        sheet.say("Pressure range", figure(orZero(model.minSysPressure)) + " to " +
-                                        figure(orZero(model.tankWkPressure)) + " psi");
+            sheet.say("Make up capacity", figure(*model.makeUpCapacity) + " gpm (" +
+                                              litersPerSecond(*model.makeUpCapacity) + ") @ " +
+                                              pounds(orZero(model.tankWkPressure)));
+        sheet.say("Pressure range",
+                  pounds(orZero(model.minSysPressure)) + " to " + pounds(orZero(model.tankWkPressure)));
         sheet.say("Tank volume",
                   gallons(orZero(model.tankVolume)) + " (" + liters(orZero(model.tankVolume)) + ')');
         return;
@@ -167,11 +172,11 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
 void addSite(Worksheet& sheet, const SizedTank& tank) {
     sheet.section("On site");
     if (tank.application == Application::Package) {
-        sheet.say("System pressure", figure(orZero(tank.line.sopMax)) +
-                                         " psig: set the pressure switch of the package to hold it.");
+        sheet.say("System pressure",
+                  pounds(orZero(tank.line.sopMax)) + ": set the pressure switch of the package to hold it.");
         return;
     }
-    const QString charge = figure(precharge(tank)) + " psig (" + kilopascals(precharge(tank)) + ')';
+    const QString charge = pounds(precharge(tank));
     if (TankSizing::isPlainSteel(tank.series())) {
         sheet.say("Precharge", "None: the tank is plain steel and starts with air at atmospheric pressure.");
         sheet.say("Fill valve",
@@ -194,6 +199,11 @@ void addSite(Worksheet& sheet, const SizedTank& tank) {
         sheet.say("Pump switch", "It must start the pump at " + charge +
                                      " at the tank, the precharge: lower, and the tank is empty before the "
                                      "pump starts; higher, and part of the drawdown is lost.");
+    else if (tank.application == Application::Thermal)
+        sheet.say("Supply",
+                  "Its pressure reducing valve must hold " + charge +
+                      " at the tank, the precharge: lower, and the tank takes up less than it could; higher, "
+                      "and cold water fills what the expansion needs.");
     else
         sheet.say("Fill valve",
                   "It must hold " + charge +

@@ -13,15 +13,12 @@ void addConditions(Worksheet& sheet, const TankLine& line, const ShockConditions
     sheet.section("Conditions");
     sheet.step("Bore of the pipe", given("ID", conditions.bore, "in"),
                "Catalogue, pipe " + line.pipeIndex.value_or(QString()), millimeters(conditions.bore));
-    sheet.step("Length of the pipe", given("L", conditions.length, "ft"), {}, meters(conditions.length));
-    sheet.step("Flow rate", given("Q", conditions.flowRate, "gpm"), {}, litersPerSecond(conditions.flowRate));
-    const auto pressure = [&](const char* caption, const char* symbol, double value, const char* unit) {
-        sheet.step(caption, given(symbol, value, unit), {}, kilopascals(value));
-    };
-    pressure("Flow pressure", "P_f", conditions.flowPressure, "psig");
-    pressure("Static pressure", "P_s", conditions.staticPressure, "psig");
-    pressure("Shock pressure", "P_k", conditions.shockPressure, "psig");
-    pressure("Atmospheric pressure", "P_a", conditions.atmosphericPressure, "psia");
+    sheet.condition("Length of the pipe", "L", line.pipeLength, "ft", meters);
+    sheet.condition("Flow rate", "Q", line.flowRate, "gpm", litersPerSecond);
+    sheet.condition("Flow pressure", "P_f", line.flowPressure, "psig", kilopascals);
+    sheet.condition("Static pressure", "P_s", line.staticPressure, "psig", kilopascals);
+    sheet.condition("Shock pressure", "P_k", line.shockPressure, "psig", kilopascals);
+    sheet.condition("Atmospheric pressure", "P_a", line.atmPressure, "psia", kilopascals);
 }
 
 /// The bands and the factor that is read for them.
@@ -35,8 +32,8 @@ double addPressureFactor(Worksheet& sheet, const ShockConditions& conditions) {
                                   : "Raised from " + figure(entered) + " psig to the top of its band",
                    kilopascals(top));
     };
-    band("Shock pressure, as looked up", "P_k", conditions.shockPressure, shock);
-    band("Static pressure, as looked up", "P_s", conditions.staticPressure, still);
+    band("Shock pressure, as looked up", "P_kt", conditions.shockPressure, shock);
+    band("Static pressure, as looked up", "P_st", conditions.staticPressure, still);
     const double factor = ShockSizing::pressureFactor(shock, still);
     if (tableHasPressureFactor(shock, still))
         sheet.step("Pressure factor", given("F", factor, "ft·lbf/ft³"),
@@ -45,7 +42,7 @@ double addPressureFactor(Worksheet& sheet, const ShockConditions& conditions) {
                    kilojoulesPerCubicMeter(factor));
     else
         sheet.step("Pressure factor",
-                   worked(Id::PressureFactor, {{"P_k", operand(shock)}, {"P_s", operand(still)}}, factor,
+                   worked(Id::PressureFactor, {{"P_kt", operand(shock)}, {"P_st", operand(still)}}, factor,
                           "ft·lbf/ft³"),
                    "Fitted polynomial above the table", kilojoulesPerCubicMeter(factor));
     return factor;

@@ -13,29 +13,21 @@ namespace {
 
 const QString boyle = QStringLiteral("Boyle's law, absolute pressures");
 
-void temperature(Worksheet& sheet, const QString& caption, const QString& symbol, double value) {
-    sheet.step(caption, given(symbol, value, "°F"), {}, celsius(value));
-}
-
-void pressure(Worksheet& sheet, const QString& caption, const QString& symbol, double value,
-              const char* unit = "psig") {
-    sheet.step(caption, given(symbol, value, unit), {}, kilopascals(value));
-}
-
-void addConditions(Worksheet& sheet, const SizedTank& tank, const SystemConditions& conditions) {
+void addConditions(Worksheet& sheet, const SizedTank& tank) {
     sheet.section("Conditions");
+    const TankLine& line = tank.line;
     const bool drawdown = tank.application == Application::Hydropneumatic;
     if (!drawdown)
-        sheet.say("Fluid", tank.line.sysFluidType.value_or(QString()));
-    sheet.step(drawdown ? "Drawdown" : "System volume", given(drawdown ? "D" : "V", conditions.volume, "gal"),
-               {}, liters(conditions.volume));
+        sheet.say("Fluid", line.sysFluidType.value_or(QString()));
+    sheet.condition(drawdown ? "Drawdown" : "System volume", drawdown ? "D" : "V", line.totSysVolume, "gal",
+                    liters);
     if (!drawdown) {
-        temperature(sheet, "Minimum temperature", "T_min", conditions.minimumTemperature);
-        temperature(sheet, "Maximum temperature", "T_max", conditions.maximumTemperature);
+        sheet.condition("Minimum temperature", "T_min", line.sotMin, "°F", celsius);
+        sheet.condition("Maximum temperature", "T_max", line.sotMax, "°F", celsius);
     }
-    pressure(sheet, "Minimum operating pressure", "P_min", conditions.minimumPressure);
-    pressure(sheet, "Maximum operating pressure", "P_max", conditions.maximumPressure);
-    pressure(sheet, "Atmospheric pressure", "P_a", conditions.atmosphericPressure, "psia");
+    sheet.condition("Minimum operating pressure", "P_min", line.sopMin, "psig", kilopascals);
+    sheet.condition("Maximum operating pressure", "P_max", line.sopMax, "psig", kilopascals);
+    sheet.condition("Atmospheric pressure", "P_a", line.atmPressure, "psia", kilopascals);
 }
 
 void addWaterFactor(Worksheet& sheet, const SystemConditions& conditions) {
@@ -130,7 +122,7 @@ void compare(Worksheet& sheet, const QString& name, const std::optional<double>&
 
 void addTankSteps(Worksheet& sheet, SizedTank& tank) {
     const SystemConditions conditions = TankSizing::conditionsOf(tank.line);
-    addConditions(sheet, tank, conditions);
+    addConditions(sheet, tank);
     const bool drawdown = tank.application == Application::Hydropneumatic;
     const double expansion = drawdown ? 0 : TankSizing::expansionFactor(tank.line);
     if (!drawdown) {
@@ -153,21 +145,20 @@ void addTankSteps(Worksheet& sheet, SizedTank& tank) {
     sheet.step("Required acceptance",
                worked(drawdown ? Id::Drawdown : Id::ExpansionAcceptance, values, tank.sizes->acceptance,
                       "gal", unrounded.acceptance),
-               "Rounded to four decimals, at least 0.1 gal", liters(tank.sizes->acceptance));
+               "Rounded to four decimals, halves to even, at least 0.1 gal", liters(tank.sizes->acceptance));
     sheet.step("Required volume",
                worked(drawdown ? Id::DrawdownVolume : Id::ExpansionVolume, values, tank.sizes->volume, "gal",
                       unrounded.volume),
-               "Rounded to four decimals, at least 0.1 gal", liters(tank.sizes->volume));
+               "Rounded to four decimals, halves to even, at least 0.1 gal", liters(tank.sizes->volume));
     compareSizes(sheet, tank);
 }
 
 void addConversionSteps(Worksheet& sheet, SizedTank& tank) {
     const SystemConditions conditions = TankSizing::conditionsOf(tank.line);
     sheet.section("Conditions");
-    sheet.step("Volume of the steel tank", given("V", conditions.volume, "gal"), {},
-               liters(conditions.volume));
-    pressure(sheet, "Minimum operating pressure", "P_min", conditions.minimumPressure);
-    pressure(sheet, "Atmospheric pressure", "P_a", conditions.atmosphericPressure, "psia");
+    sheet.condition("Volume of the steel tank", "V", tank.line.totSysVolume, "gal", liters);
+    sheet.condition("Minimum operating pressure", "P_min", tank.line.sopMin, "psig", kilopascals);
+    sheet.condition("Atmospheric pressure", "P_a", tank.line.atmPressure, "psia", kilopascals);
     if (tank.series().isEmpty())
         return sheet.say("Required size", "No series has been chosen yet.");
     sheet.section("Required size");
@@ -179,6 +170,7 @@ void addConversionSteps(Worksheet& sheet, SizedTank& tank) {
     values.append({"V", operand(conditions.volume)});
     sheet.step("Required volume",
                worked(Id::ConvertedVolume, values, tank.sizes->volume, "gal", ratio * conditions.volume),
-               "In whole gallons; also stored as the required acceptance", liters(tank.sizes->volume));
+               "In whole gallons, halves to even; also stored as the required acceptance",
+               liters(tank.sizes->volume));
     compareSizes(sheet, tank);
 }

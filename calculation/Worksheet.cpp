@@ -22,6 +22,13 @@ void Worksheet::step(const QString& caption, const QString& formula, const QStri
         {{"Caption", caption}, {"Formula", formula}, {"Source", source}, {"Si", si}});
 }
 
+void Worksheet::condition(const QString& caption, const QString& symbol, const std::optional<double>& stored,
+                          const QString& unit, QString (*convert)(double)) {
+    const double value = stored.value_or(0);
+    step(caption, Formulas::given(symbol, value, unit),
+         stored ? QString() : QStringLiteral("Not stored; it counts as 0."), convert(value));
+}
+
 void Worksheet::asked(const QString& quantity, const QString& question, const QString& answer) {
     add("search", {{"Caption", quantity}, {"Text", question}, {"Answer", answer}});
 }

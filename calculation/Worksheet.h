@@ -15,6 +15,10 @@ class Worksheet {
     /// A worked formula, with the SI value of its result.
     void step(const QString& caption, const QString& formula, const QString& source = {},
               const QString& si = {});
+    /// A stored condition, with the SI value that convert writes. One that is not stored counts as 0 in the
+    /// sizing, which is said beside it.
+    void condition(const QString& caption, const QString& symbol, const std::optional<double>& stored,
+                   const QString& unit, QString (*convert)(double));
     /// What was asked of the catalogue for a number of tanks, and its answer.
     void asked(const QString& quantity, const QString& question, const QString& answer);
     /// The place of the curve.

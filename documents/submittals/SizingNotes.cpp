@@ -45,7 +45,7 @@ Note atmosphereNote(const Facts& facts) {
         (*facts.atmosphere >= lowestAtmosphere && *facts.atmosphere <= highestAtmosphere))
         return std::nullopt;
     return "The atmospheric pressure of " + with(*facts.atmosphere, "psia") +
-           " is none of any inhabited place: " + with(lowestAtmosphere, "to ") +
+           " is not that of any inhabited place, which lies between " + with(lowestAtmosphere, "and ") +
            with(highestAtmosphere, "psia") + ".";
 }
 

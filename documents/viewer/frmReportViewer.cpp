@@ -110,6 +110,11 @@ void frmReportViewer::showContents() {
             contents.append({page, i, 0});
         }
     }
+    // Lists are grouped by series, whose name the maker's sheets never translate; other reports have
+    // sections.
+    lstContents->headerItem()->setText(0, shownDocument.of == ReportOf::Catalogue
+                                              ? QStringLiteral("Series")
+                                              : QCoreApplication::translate("frmReportViewer", "Section"));
     lstContents->setVisible(!contents.isEmpty());
 }
 
