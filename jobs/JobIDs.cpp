@@ -5,12 +5,13 @@
 #include "core/store/JobHeader.h"
 
 QString askForJobID(const QString& title, const QString& prompt) {
-    const QString jobID = withoutTrailingBlanks(Dialogs::current().input(title, prompt));
+    QString jobID = withoutTrailingBlanks(Dialogs::current().input(title, prompt));
     const QString objection = jobID.isEmpty() ? QString() : Records::objectionToNewJob(jobID);
-    if (objection.isEmpty())
-        return jobID;
-    refuseJobID(objection);
-    return {};
+    if (!objection.isEmpty()) {
+        refuseJobID(objection);
+        jobID.clear();
+    }
+    return jobID;
 }
 
 void refuseJobID(const QString& objection) {

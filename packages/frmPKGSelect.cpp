@@ -162,6 +162,11 @@ void frmPKGSelect::SaveRecord() {
     Dirty = false;
 }
 
+QString frmPKGSelect::nothingToPrint() const {
+    // A report shows what is stored, which would be another package or none.
+    return Dirty || !asRead ? tr("Save the package first.") : QString();
+}
+
 bool frmPKGSelect::QueryUnload() {
     if (Dirty && hasEntries()) {
         const auto answer = askToSave("Current record has not been saved!\nDo you want to save the record?");

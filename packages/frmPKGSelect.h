@@ -10,6 +10,7 @@ class frmPKGSelect : public ResultScreen, private Ui::frmPKGSelect {
     frmPKGSelect();
     bool growsWithWindow() const override { return true; }
     bool hasEntries() const override { return Dirty; }
+    QString nothingToPrint() const override;
 
   private:
     void Load() override;

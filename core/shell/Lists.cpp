@@ -4,6 +4,8 @@
 
 #include <QCollator>
 #include <QEvent>
+#include <QFontMetrics>
+#include <QHash>
 #include <QHeaderView>
 #include <QPixmap>
 #include <QRegularExpression>
@@ -125,6 +127,41 @@ void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
     }
 }
 
+/// The widths of a font's characters.
+class Characters {
+  public:
+    explicit Characters(const QFontMetrics& font) : metrics(font) {}
+    int widthOf(const QString& text) {
+        int width = 0;
+        for (const QChar character : text) {
+            auto known = widths.constFind(character);
+            if (known == widths.constEnd())
+                known = widths.insert(character, metrics.horizontalAdvance(character));
+            width += *known;
+        }
+        return width;
+    }
+
+  private:
+    QFontMetrics metrics;
+    QHash<QChar, int> widths;
+};
+
+/// The width of a column's contents. Only its widest text is set, as shaping all takes ten times as long; to
+/// find it the widths of characters are added up, which kerning hardly ever changes.
+int contentsWidth(const QTreeWidget& list, int column, Characters& characters) {
+    constexpr int mostRows = 1000; // of a longer list, the first rows tell enough
+    int widest = -1;
+    int widestRow = 0;
+    for (int row = 0; row < std::min(mostRows, list.topLevelItemCount()); ++row)
+        if (const int width = characters.widthOf(list.topLevelItem(row)->text(column)); width > widest) {
+            widest = width;
+            widestRow = row;
+        }
+    const int cell = list.sizeHintForIndex(list.model()->index(widestRow, column)).width();
+    return std::max(cell, list.header()->sectionSizeHint(column));
+}
+
 } // namespace
 
 KeptRows::KeptRows(const QWidget& screen) {
@@ -165,10 +202,9 @@ void KeptRows::restore() const {
 void fitColumns(QTreeWidget* list) {
     constexpr int gap = 18;
     constexpr int widest = 600; // pixels; a name is hardly ever wider
-    for (int column = 0; column + 1 < list->columnCount(); ++column) {
-        list->resizeColumnToContents(column);
-        list->setColumnWidth(column, std::min(list->columnWidth(column) + gap, widest));
-    }
+    Characters characters(list->fontMetrics());
+    for (int column = 0; column + 1 < list->columnCount(); ++column)
+        list->setColumnWidth(column, std::min(contentsWidth(*list, column, characters) + gap, widest));
     if (!list->header()->stretchLastSection() && !list->findChild<QObject*>("lastColumn"))
         return; // its screen has arranged the columns
     if (!list->findChild<QObject*>("lastColumn"))

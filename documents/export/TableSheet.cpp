@@ -91,6 +91,7 @@ class TableWriter {
         case Section::ReportHeader:
             return title(row);
         case Section::PageHeader:
+        case Section::RunningHeader:
         case Section::Continuation:
             if (!row.first()->repeated)
                 captions.append(ownTexts(row));

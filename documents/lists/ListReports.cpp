@@ -6,6 +6,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Trap.h"
 #include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
 #include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/viewer/ReportOutput.h"
@@ -83,6 +84,10 @@ void startSchedule(Report& report) {
         if (!Session::JobID.read(job))
             return;
         report.title += ", " + job;
+        const QString incomplete = whyItEnds(Records::tankLinesOf(job));
+        if (!incomplete.isEmpty())
+            report.title += " (incomplete)";
+        report.control("txtIncomplete").text = incomplete;
         report.fileName = report.title;
     });
 }

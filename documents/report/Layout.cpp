@@ -13,8 +13,9 @@
 //   table                                 the details are rows of a table that a workbook can filter
 //   paper letter|legal|a4 [landscape]
 //   margins LEFT TOP RIGHT BOTTOM         in points
-//   section KIND HEIGHT [COLUMN]          report-header, page-header, continuation, group-header, detail,
-//                                         page-footer, report-footer; the controls that follow belong to it
+//   section KIND HEIGHT [COLUMN]          report-header, running-header, page-header, continuation,
+//                                         group-header, detail, page-footer, report-footer; the controls that
+//                                         follow belong to it
 //   band NAME HEIGHT COLUMN               a detail for the rows that have NAME in a column
 //   KIND NAME X Y WIDTH HEIGHT [ATTRIBUTE...]    label, text, line, box, check, picture,
 //                                         formula
@@ -177,13 +178,11 @@ class Reader {
     }
 
     void section(Words& words) {
-        static const QHash<QString, Section> kinds = {{"report-header", Section::ReportHeader},
-                                                      {"page-header", Section::PageHeader},
-                                                      {"continuation", Section::Continuation},
-                                                      {"group-header", Section::GroupHeader},
-                                                      {"detail", Section::Detail},
-                                                      {"page-footer", Section::PageFooter},
-                                                      {"report-footer", Section::ReportFooter}};
+        static const QHash<QString, Section> kinds = {
+            {"report-header", Section::ReportHeader}, {"running-header", Section::RunningHeader},
+            {"page-header", Section::PageHeader},     {"continuation", Section::Continuation},
+            {"group-header", Section::GroupHeader},   {"detail", Section::Detail},
+            {"page-footer", Section::PageFooter},     {"report-footer", Section::ReportFooter}};
         const Section kind = named(kinds, words.take());
         current = layout.section(kind);
         if (!current) {

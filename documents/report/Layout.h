@@ -11,7 +11,7 @@ struct ReportControl {
     Kind kind = Kind::Label;
     QString name;
     QRectF place;        // points, in its section
-    QString text;        // of a field: shown until it is filled; of a label: may contain {page} and {pages}
+    QString text;        // of a field: shown until it is filled; of a label: may hold {page}, {pages}, {date}
     QString column;      // of the data source; empty when the start routine fills the control
     TextStyle style;     // its pattern "General" and a unit show a number as stored
     double markAt = 0;   // points from the left to the style's mark

@@ -82,6 +82,7 @@ class TextRect {
 /// The part of a layout that an item on a page comes from.
 enum class Section : std::uint8_t {
     ReportHeader,
+    RunningHeader, // on every page after the first, above the page header
     PageHeader,
     Continuation, // heads a page on which a text continues
     GroupHeader,

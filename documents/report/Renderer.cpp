@@ -6,6 +6,7 @@
 #include "documents/report/ReportRows.h"
 #include "documents/report/TextFit.h"
 
+#include <QDate>
 #include <QHash>
 #include <QSet>
 
@@ -69,9 +70,8 @@ class Renderer {
         pages.append(Page());
         pages.last().size = layout.paper;
         top = layout.margins.top();
-        if (first)
-            place(Section::ReportHeader, row);
         repeating = !first;
+        place(first ? Section::ReportHeader : Section::RunningHeader, row);
         place(Section::PageHeader, row);
         afterHeader = top;
         top = bottom();
@@ -216,7 +216,7 @@ class Renderer {
 
     void textOf(const ReportControl& control, const QRectF& at, ReportRows* row) {
         if (control.column.isEmpty())
-            return text(control, at, control.text, control.number);
+            return text(control, at, dated(control), control.number);
         if (!row || row->atEnd())
             return;
         const QString& pattern = control.style.pattern;
@@ -232,6 +232,14 @@ class Renderer {
         }
         if (const auto number = row->number(control.column))
             text(control, at, shownNumber(*number, pattern), number);
+    }
+
+    /// A control's own text, a label's with the day on which the document is made.
+    static QString dated(const ReportControl& control) {
+        static const QLatin1String day("{date}");
+        if (control.kind != ReportControl::Kind::Label || !control.text.contains(day))
+            return control.text;
+        return QString(control.text).replace(day, shownDate(QDate::currentDate()));
     }
 
     PageText placed(const ReportControl& control, const QRectF& at, const QString& content) const {

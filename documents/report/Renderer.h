@@ -5,11 +5,11 @@
 class Recordset;
 class ReportRows;
 
-/// Lays out rows on pages as their layout says: the report header above the page header on
-/// the first page; page header and footer on every page; detail rows on as many pages as they need; a group
-/// header at each new value of its column and again on each page, never last on a page. Texts shrink to fit,
-/// then wrap, then flow onto pages of their own under their heading; nothing is cut. Where a
-/// section has controls that grow, it becomes as high as their contents need. Throws DatabaseFault.
+/// Lays out rows on pages as their layout says: above the page header the report header on the first page and
+/// the running header on all others; page header and footer on every page; detail rows on as many pages as
+/// they need; a group header at each new value of its column and again on each page, never last on a page.
+/// Texts shrink to fit, then wrap, then flow onto pages of their own under their heading; nothing is cut.
+/// Where a section has controls that grow, it becomes as high as their contents need. Throws DatabaseFault.
 Pages renderPages(const Layout& layout, ReportRows& rows);
 Pages renderPages(const Layout& layout, Recordset& rows);
 

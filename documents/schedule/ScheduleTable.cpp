@@ -48,10 +48,11 @@ void takeModel(const QString& modelNo, ModelValues& values) {
               .app = shownText(model->app)};
 }
 
+/// The program has always looked for the tenth unit's tag in a column that does not exist, so the schedule
+/// stops before it.
+constexpr int room = 9;
+
 void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
-    // The program has always looked for the tenth unit's tag in a column that does not exist, so the schedule
-    // stops before it.
-    constexpr int room = 9;
     for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
         schedule.AddNew();
         schedule["TagID"] = UnitTags::tagOf(tank, unit, room);
@@ -119,6 +120,18 @@ State& filledFor() {
 void FillScheduleTable() {
     runTrapped("FillScheduleTable", fill);
     filledFor() = currentState();
+}
+
+QString whyItEnds(const std::vector<TankLine>& lines) {
+    for (const TankLine& tank : lines) {
+        const QString name = tank.tankID.value_or(QString());
+        if (tank.modelNo.value_or(QString()).isEmpty())
+            return "Incomplete: ends before tank " + name + ", which has no model yet.";
+        if (tank.qty.value_or(0) > room)
+            return "Incomplete: ends after " + QString::number(room) + " of the " +
+                   QString::number(*tank.qty) + " units of tank " + name + '.';
+    }
+    return {};
 }
 
 void updateScheduleTable() {

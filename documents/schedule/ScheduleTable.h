@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/store/TankLine.h"
+
 namespace Schedule {
 
 /// Rebuilds the work table of the schedule for the session's job, one row per unit. A failure opens the error
@@ -9,5 +11,9 @@ void FillScheduleTable();
 /// Does the same before a report if the table was last filled for another job or the data have changed since.
 /// All windows and all copies of the program share the one table.
 void updateScheduleTable();
+
+/// Why the table of a job with these lines ends early, in words for a reader of the page; empty when it holds
+/// every unit.
+QString whyItEnds(const std::vector<TankLine>& lines);
 
 } // namespace Schedule

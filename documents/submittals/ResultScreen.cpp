@@ -38,9 +38,15 @@ const ReportKind* reportOf(const QString& screenName) {
     return report && report->of != ReportOf::Catalogue ? report : nullptr;
 }
 
-/// Makes the report of a screen and passes it on; beeps when the screen has none.
+/// Makes the report of a screen and passes it on; beeps when the screen has none. A screen whose record is
+/// not stored as it is shown says so instead.
 void withReport(const QString& screen, void (*use)(const Document&)) {
     const Hourglass hourglass;
+    if (const auto* shown = dynamic_cast<const ResultScreen*>(Screens::find(screen)))
+        if (const QString reason = shown->nothingToPrint(); !reason.isEmpty()) {
+            Dialogs::current().show({.text = reason, .title = "Print"});
+            return;
+        }
     const ReportKind* kind = reportOf(screen);
     if (!kind)
         return Dialogs::current().beep();
@@ -87,7 +93,12 @@ void ResultScreen::offersSubmittal(QToolButton* preview, QToolButton* print) {
 }
 
 void ResultScreen::offersCalculation(QToolButton* button) {
-    on(button, ".tbToolbar", [] { Submittals::showReport("rptCalculation"); });
+    on(button, ".tbToolbar", [this] {
+        if (const QString reason = nothingToPrint(); !reason.isEmpty())
+            Dialogs::current().show({.text = reason, .title = "Calculation sheet"});
+        else
+            Submittals::showReport("rptCalculation");
+    });
 }
 
 void ResultScreen::showNotes(QLabel* label, const TankLine& tank, const std::optional<Model>& model,

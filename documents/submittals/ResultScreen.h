@@ -14,6 +14,8 @@ class ResultScreen : public Screen {
   public:
     /// The report that the screen previews and prints: by default the submittal of its model.
     virtual QString reportName() const;
+    /// Why the screen has nothing to print yet, for the user; empty when it has.
+    virtual QString nothingToPrint() const { return {}; }
 
   protected:
     using Screen::Screen;

@@ -176,7 +176,7 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
         write("mnuExportExcel", report("rptExpTankList", "Thermal Expansion Tank"), "list.xls");
     const QStringList lines = csvOf(file).split('\n');
     ASSERT_GT(lines.size(), 30);
-    EXPECT_EQ(lines[2] + lines[3], "\"Model Number\",\"DimensionsHeight Diameter\",\"Tank Volume\",\"Accept. "
+    EXPECT_EQ(lines[2] + lines[3], "\"Model Number\",\"DimensionsDiameter Height\",\"Tank Volume\",\"Accept. "
                                    "Volume\",\"System Cnnctn\",\"Working Pressure\",\"Approx. "
                                    "Weight\",Series,\"Bladder Type:\",ASME?");
     int rows = 0;

@@ -1,3 +1,4 @@
+#include "core/base/Text.h"
 #include "core/store/Gateway.h"
 #include "documents/report/PictureLabels.h"
 #include "documents/report/Renderer.h"
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDate>
 #include <QFontMetricsF>
 
 #include <stdexcept>
@@ -74,6 +76,8 @@ TEST_F(ReportEngine, PlacesHeadersInTheirOrderAndNumbersPages) {
     Layout layout = Layout::parse("order", R"(paper legal landscape
 section report-header 30
 label lblTitle 0 0 300 20 text Title heading 1
+section running-header 14
+label lblRunning 0 0 300 12 text "Title of {date}"
 section page-header 20
 label lblColumn 0 0 60 12 text Column
 section continuation 20
@@ -92,8 +96,9 @@ label lblPage 0 0 100 12 text "Page {page} of {pages}"
     ASSERT_EQ(pages.size(), 3);
     EXPECT_EQ(pages[0].size, QSizeF(1008, 612));
     EXPECT_EQ(textsOf(pages[0]).mid(0, 3), QStringList({"Title", "Column", "Page 1 of 3"}));
-    EXPECT_EQ(textsOf(pages[2]).mid(0, 4),
-              QStringList({"Column", "Page 3 of 3", "Whose", "Heading (continued)"}));
+    EXPECT_EQ(textsOf(pages[2]).mid(0, 5),
+              QStringList({"Title of " + shownDate(QDate::currentDate()), "Column", "Page 3 of 3", "Whose",
+                           "Heading (continued)"}));
     EXPECT_TRUE(pages[2].texts[0].repeated);
     EXPECT_EQ(pages[2].boxes.size(), 1) << "the bar behind the heading goes along";
     const PageText& name = pages[0].texts.last();

@@ -2,11 +2,14 @@
 
 #include "documents/submittals/Submittals.h"
 #include "core/base/Program.h"
+#include "core/base/Text.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/Documents.h"
 #include "documents/report/Reports.h"
 #include "tests/support/TemporaryHome.h"
+
+#include <QDate>
 
 #include <gtest/gtest.h>
 
@@ -88,6 +91,8 @@ class SubmittalsTest : public testing::Test {
     /// A page, preceded by what all submittals have in common.
     static std::string page(const char* text) {
         return R"(Ordwick Company  ·  1200 Foundry Road, Lowell, MA 01851  ·  Tel. (978) 555-0142  ·  Fax (978) 555-0143
+)" + shownDate(QDate::currentDate()).toStdString() +
+               R"(  ·  Dimensions in inches
 www.ordwick.example
 Page 1 of 1
 Brennoval Submittal
