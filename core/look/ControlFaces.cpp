@@ -8,16 +8,30 @@
 
 namespace {
 
-class ListFace : public QAccessibleWidget {
+/// A list is called by its name and its choice, because a screen reader speaks no other text of it. Its
+/// value, the place of the choice, is what makes a reader speak again after a change.
+class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
-    explicit ListFace(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+    explicit ListFace(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {
+        QObject::connect(box, &QComboBox::currentTextChanged, box, [box] {
+            QAccessibleEvent renamed(box, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&renamed);
+        });
+    }
 
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
     QString text(QAccessible::Text kind) const override {
+        const QString choice = list().currentText();
         if (kind == QAccessible::Value)
-            return list().currentText();
-        if (kind == QAccessible::Name && !list().accessibleName().isEmpty())
-            return list().accessibleName();
-        return QAccessibleWidget::text(kind);
+            return choice;
+        const QString own = QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name || own == choice)
+            return own;
+        return own.isEmpty() || choice.isEmpty() ? own + choice : own + ": " + choice;
     }
     QAccessible::State state() const override {
         QAccessible::State now = QAccessibleWidget::state();
@@ -30,13 +44,25 @@ class ListFace : public QAccessibleWidget {
     }
     void doAction(const QString& action) override {
         if (action == showMenuAction() || action == pressAction())
-            const_cast<QComboBox&>(list()).showPopup();
+            box().showPopup();
         else
             QAccessibleWidget::doAction(action);
     }
 
+    QVariant currentValue() const override { return list().currentIndex(); }
+    void setCurrentValue(const QVariant& value) override {
+        if (!list().isEnabled() || value.toInt() < 0 || value.toInt() >= list().count())
+            return;
+        box().setCurrentIndex(value.toInt());
+        emit box().activated(value.toInt()); // it is the user's choice
+    }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return list().count() - 1; }
+    QVariant minimumStepSize() const override { return 1; }
+
   private:
     const QComboBox& list() const { return *static_cast<const QComboBox*>(object()); }
+    QComboBox& box() { return *static_cast<QComboBox*>(object()); }
 };
 
 class OptionFace : public QAccessibleWidget {

@@ -68,7 +68,11 @@ void setFieldText(QWidget* field, const QString& text) {
 
 QString nameOf(const QWidget* field) {
     QAccessibleInterface* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(field));
-    return face ? face->text(QAccessible::Name).remove(u'&') : QString();
+    QString name = face ? face->text(QAccessible::Name).remove(u'&') : QString();
+    if (const auto* list = dynamic_cast<const QComboBox*>(field)) // is called by its choice too
+        if (const QString choice = ": " + list->currentText(); name.endsWith(choice))
+            name.chop(choice.size());
+    return name;
 }
 
 void markField(QWidget* field) {

@@ -1,13 +1,13 @@
 // Every screen as met by a user without a mouse, without sight or with large fonts.
 
 #include "core/shell/BrennovalMain.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Translations.h"
 #include "core/store/SessionStore.h"
 #include "tests/support/Driver.h"
 
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -121,8 +121,7 @@ TEST_F(EveryScreen, NamesEachControlThatTheKeyboardReaches) {
                                widget->objectName().startsWith("qt_") || widget->focusProxy();
             if (inner || !isReachable(widget))
                 continue;
-            const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
-            const QString name = face ? face->text(QAccessible::Name).trimmed() : QString();
+            const QString name = Fields::nameOf(widget).trimmed();
             const auto* group = dynamic_cast<const QGroupBox*>(widget->parentWidget());
             EXPECT_FALSE(name.isEmpty() || (group && name == group->title()))
                 << where << ": " << widget->objectName().toStdString() << " has no name for a screen reader";
