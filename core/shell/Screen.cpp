@@ -80,7 +80,7 @@ void Screen::noteEntries() {
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         connect(box, &QPlainTextEdit::textChanged, this,
                 [this, box] { entered = entered || box->hasFocus() || !Screens::working(); });
-    for (QComboBox* list : findChildren<QComboBox*>())
+    for (QComboBox* list : findChildren<QComboBox*>()) {
         connect(list, &QComboBox::activated, this, note);
         connect(list, &QComboBox::currentIndexChanged, this, [this, list] { // chosen by its first letters
             entered = entered || (list->hasFocus() && !Screens::working());
@@ -265,7 +265,9 @@ bool Screen::eventFilter(QObject* object, QEvent* event) {
         }
     }
     auto* line = dynamic_cast<QLineEdit*>(object);
-    if (event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::ToolTipChange && line && Fields::isMarked(line)) {
+        Fields::describeMark(line); // another range is in force
+    } else if (event->type() == QEvent::FocusIn) {
         auto* field = static_cast<QWidget*>(object);
         if (checks.contains(field) && !unchecked.contains(field))
             unchecked.append(field);
