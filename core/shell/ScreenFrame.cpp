@@ -68,6 +68,12 @@ void ScreenFrame::closeEvent(QCloseEvent* event) {
     event->setAccepted(mayClose());
 }
 
+/// The focus stays in the window, even if that has nothing else to go to: outside, no key would close it.
+bool ScreenFrame::focusNextPrevChild(bool next) {
+    static_cast<void>(QMdiSubWindow::focusNextPrevChild(next));
+    return true;
+}
+
 QSize ScreenFrame::space() const {
     return area.viewport()->size();
 }
