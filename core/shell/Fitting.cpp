@@ -156,9 +156,9 @@ void Fitting::tighten(const QWidget& screen) {
         layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
                                    std::min(margins.bottom(), 2 * gap));
         if (auto* grid = dynamic_cast<QGridLayout*>(layout))
-            grid->setVerticalSpacing(gap);
+            grid->setVerticalSpacing(std::min(grid->verticalSpacing(), gap));
         else if (auto* column = dynamic_cast<QVBoxLayout*>(layout))
-            column->setSpacing(2 * gap);
+            column->setSpacing(std::min(column->spacing(), 2 * gap)); // a calendar has none
     }
     screen.layout()->activate();
 }
