@@ -4,6 +4,9 @@
 #include <QAccessibleWidget>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLayout>
 #include <QRadioButton>
 
 namespace {
@@ -65,6 +68,17 @@ class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
     QComboBox& box() { return *static_cast<QComboBox*>(object()); }
 };
 
+/// The heading under which an option stands in its column, or else the title of its group.
+QString headingOf(const QWidget& option) {
+    const auto* group = dynamic_cast<const QGroupBox*>(option.parentWidget());
+    const QLayout* column = group ? group->layout() : nullptr;
+    QString heading = group ? group->title() : QString();
+    for (int i = 0; column && i < column->count() && column->itemAt(i)->widget() != &option; ++i)
+        if (const auto* label = dynamic_cast<const QLabel*>(column->itemAt(i)->widget()))
+            heading = label->text();
+    return heading.remove(u'&');
+}
+
 class OptionFace : public QAccessibleWidget {
   public:
     OptionFace(QAbstractButton* option, QAccessible::Role role) : QAccessibleWidget(option, role) {}
@@ -72,7 +86,8 @@ class OptionFace : public QAccessibleWidget {
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Name && option().accessibleName().isEmpty())
             return option().text().remove(u'&'); // the base would take the name of the group
-        return QAccessibleWidget::text(kind);
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Description && own.isEmpty() ? headingOf(option()) : own;
     }
     QAccessible::State state() const override {
         QAccessible::State now = QAccessibleWidget::state();

@@ -152,6 +152,9 @@ def walk():
     choose("Fluid Type", "Water", "30% Propylene Glycol")
     check_names("Conditions")
     press("Next")
+    series = control("RCB - Top/Bottom System Connection")
+    if series.get_description() != "Replaceable Bladder - ASME":
+        failures.append("a series is not called by its heading, but by " + series.get_description())
     press("RCB - Top/Bottom System Connection")
     check_names("Series")
     press("Next")
