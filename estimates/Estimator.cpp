@@ -25,9 +25,9 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     result = control<QLineEdit>("TotSysFluidCalc");
     for (QLineEdit* box : findChildren<QLineEdit*>())
         if (box != result)
-            connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
+            connect(box, &QLineEdit::textChanged, this, [this] { noteChange(); });
     for (QComboBox* list : findChildren<QComboBox*>())
-        connect(list, &QComboBox::currentTextChanged, this, [this] { Dirty = true; });
+        connect(list, &QComboBox::currentTextChanged, this, [this] { noteChange(); });
     on(control<QToolButton>("bttnMetric"), toolbarProcedure, [this] {
         if (OpenMetricForm())
             return;
@@ -38,7 +38,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         const auto shown = Calculate();
         if (!shown) {
             if (const QWidget* empty = focusWidget(); empty && isMarked(empty))
-                setStatusText(QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(empty)));
+                askToFill(*empty);
             return;
         }
         result->setText(*shown);
@@ -50,13 +50,27 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     on(control<QToolButton>("bttnOK"), toolbarProcedure, [this] { confirm(); });
 }
 
+void Estimator::noteChange() {
+    Dirty = true;
+    if (!asked.isEmpty() && statusText() == asked)
+        setStatusText(statusBefore);
+    asked.clear();
+}
+
+/// Says which box is empty, until one is filled.
+void Estimator::askToFill(const QWidget& empty) {
+    if (asked.isEmpty())
+        statusBefore = statusText();
+    asked = QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(&empty));
+    setStatusText(asked);
+}
+
 void Estimator::checksNumber(QLineEdit* box) {
     onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidateNumeric(box, true); });
 }
 
 void Estimator::checksPipe(QLineEdit* box) {
-    onLeaving(box, "." + box->objectName() + "_Validate",
-              [box] { return ValidatePipeSize(box->text(), ""); });
+    onLeaving(box, "." + box->objectName() + "_Validate", [box] { return ValidatePipeSize(box, ""); });
 }
 
 void Estimator::findsPipe(QAbstractButton* button) {

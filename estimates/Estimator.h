@@ -42,11 +42,15 @@ class Estimator : public Screen {
     /// Whether OK tells the user when there is no result yet.
     virtual bool asksForResult() const { return false; }
     void confirm();
+    void noteChange();
+    void askToFill(const QWidget& empty);
     void drawSketches();
 
     QLineEdit* result = nullptr;
     QString target;     // the conditions from which it was opened
     bool Dirty = false; // an entry has changed since the last calculation
+    QString asked;      // what the status text asks for
+    QString statusBefore;
 };
 
 /// Opens an estimator for the conditions that take its result, or on its own, without an OK button.

@@ -2,12 +2,14 @@
 
 #include <QString>
 
+class QLineEdit;
+
 namespace Pipes {
 
-/// Whether the catalogue has a pipe: by its metric key in "Metric" mode, otherwise by its U.S. key. An empty
-/// text passes. Tells the user when there is none. Throws DatabaseFault for text that breaks the query, such
-/// as an apostrophe.
-bool ValidatePipeSize(const QString& text, const QString& mode);
+/// Whether the catalogue has the pipe in a box: by its metric key in "Metric" mode, otherwise by its U.S. key.
+/// An empty text passes. Tells the user when there is none, and marks the box. Throws DatabaseFault for text
+/// that breaks the query, such as an apostrophe.
+bool ValidatePipeSize(QLineEdit* box, const QString& mode);
 
 /// Opens the chooser for a screen, which receives the pipe that the user chooses.
 void openPipeChooser(const QString& opener);

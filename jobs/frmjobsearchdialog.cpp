@@ -9,6 +9,8 @@
 
 #include <QKeyEvent>
 #include <QLocale>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
 
 using namespace StatusBar;
@@ -149,7 +151,9 @@ void frmjobsearchdialog::showCalendar(const QLineEdit* box) {
     const QPoint lowest(width() - frameCalendar->width(), height() - frameCalendar->height());
     if (corner.y() > lowest.y()) {
         const int beside = box->mapTo(this, QPoint(box->width() + 3, 0)).x();
-        corner = {beside <= lowest.x() ? beside : corner.x() - frameCalendar->width() - 3, lowest.y()};
+        const int before = corner.x() - frameCalendar->width() - 3;
+        // Where neither side has the room, it covers the end of the box rather than the text.
+        corner = {beside > lowest.x() && before >= 0 ? before : std::min(beside, lowest.x()), lowest.y()};
     } else {
         corner.setX(std::min(corner.x(), lvOptions->mapTo(this, lvOptions->rect().topRight()).x() + 1 -
                                              frameCalendar->width()));
@@ -157,6 +161,9 @@ void frmjobsearchdialog::showCalendar(const QLineEdit* box) {
     frameCalendar->move(std::max(corner.x(), 0), std::max(corner.y(), 0));
     frameCalendar->raise();
     frameCalendar->show();
+    if (const auto* middle = findChild<QScrollArea*>("middle")) // its box scrolls away under it
+        connect(middle->verticalScrollBar(), &QScrollBar::valueChanged, frameCalendar, &QWidget::hide,
+                Qt::UniqueConnection);
 }
 
 void frmjobsearchdialog::takeDate(const QDate& date) {

@@ -24,6 +24,11 @@ namespace {
 
 constexpr qsizetype zipLength = 5;
 
+QString noPressureWarning() {
+    return QCoreApplication::translate(
+        "frmUserInput", "With an atmospheric pressure of 0 psia every tank comes out too small.");
+}
+
 /// Whether a widget gets the focus by navigation rather than back from another program or a menu.
 bool entersField(const QFocusEvent& event) {
     return event.gotFocus() && event.reason() != Qt::ActiveWindowFocusReason &&
@@ -51,11 +56,7 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
     onLeaving(txtDefaultPSIa, ".txtDefaultPSIa_Validate", [this] {
         if (!ValidateNumeric(txtDefaultPSIa, true))
             return false;
-        setStatusText(markNoPressure()
-                          ? QCoreApplication::translate(
-                                "frmUserInput",
-                                "With an atmospheric pressure of 0 psia every tank comes out too small.")
-                          : QStringLiteral("Maintain user setup"));
+        setStatusText(markNoPressure() ? noPressureWarning() : QStringLiteral("Maintain user setup"));
         return true;
     });
     on(cmdFindRep, ".cmdFindRep", [this] { procedure(".GetRepInfo", [this] { GetRepInfo("Find"); }); });
@@ -64,7 +65,7 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
        [this] { FillListView(txtCont, "tblContractor", "frmUserInputContractor"); });
     on(bttnSave, ".tbToolbar", [this] {
         procedure(".SaveRecord", [this] { SaveRecord(); });
-        setStatusText("Saved");
+        setStatusText(markNoPressure() ? "Saved. " + noPressureWarning() : QStringLiteral("Saved"));
     });
     on(bttnChange, ".tbToolbar", [this] { changeRepresentative(); });
     const auto taken = [this] { trap(".lvOptions", [this] { takeRepresentative(); }); };

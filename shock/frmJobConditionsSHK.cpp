@@ -42,7 +42,7 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
         connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
 
     onLeaving(PipeIndex, ".PipeIndex_Validate", [this] {
-        const bool passed = ValidatePipeSize(PipeIndex->text(), "");
+        const bool passed = ValidatePipeSize(PipeIndex, "");
         if (passed)
             SetPipeGraphic();
         return passed;

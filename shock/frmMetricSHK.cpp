@@ -19,7 +19,7 @@ frmMetricSHK::frmMetricSHK() : MetricPad("frmMetricSHK") {
     connect(txtPipeIndex, &QLineEdit::textChanged, this,
             [this](const QString& text) { trap(".txtPipeIndex_Change", [&] { showPipe(text); }); });
     onLeaving(txtPipeIndex, ".txtPipeIndex_Validate",
-              [this] { return ValidatePipeSize(txtPipeIndex->text(), "Metric"); });
+              [this] { return ValidatePipeSize(txtPipeIndex, "Metric"); });
     converts(txtPipeLength, lblPipeLengthUS, MetersToFeet, "ft");
     converts(txtFlowRate, lblFlowRateUS, LitersToGallons, "gpm");
     converts(txtFlowPressure, lblFlowPressureUS, kPaToPSI, "psig");

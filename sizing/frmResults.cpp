@@ -20,7 +20,11 @@ frmResults::frmResults() : FinishedTankScreen("frmResults") {
            .specification = bttnSpecs,
            .calculation = bttnCalculation,
            .notes = lblNotes});
-    chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // display only
+    chkASMEFlag->setAttribute(Qt::WA_TransparentForMouseEvents); // display only: keys do not change it either
+    connect(chkASMEFlag, &QCheckBox::clicked, this, [this](bool checked) {
+        chkASMEFlag->setChecked(!checked);
+        setEntered(false);
+    });
     opens(bttnCompare, "frmCompare");
     opens(bttnUnitTagID, "frmUnitTagData");
     opens(bttnSchedule, "frmSchedule");

@@ -4,20 +4,37 @@
 #include <QAccessibleWidget>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLayout>
 #include <QRadioButton>
 
 namespace {
 
-class ListFace : public QAccessibleWidget {
+/// A list is called by its name and its choice, because a screen reader speaks no other text of it. Its
+/// value, the place of the choice, is what makes a reader speak again after a change.
+class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
-    explicit ListFace(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+    explicit ListFace(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {
+        QObject::connect(box, &QComboBox::currentTextChanged, box, [box] {
+            QAccessibleEvent renamed(box, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&renamed);
+        });
+    }
 
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
     QString text(QAccessible::Text kind) const override {
+        const QString choice = list().currentText();
         if (kind == QAccessible::Value)
-            return list().currentText();
-        if (kind == QAccessible::Name && !list().accessibleName().isEmpty())
-            return list().accessibleName();
-        return QAccessibleWidget::text(kind);
+            return choice;
+        const QString own = QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name || own == choice)
+            return own;
+        return own.isEmpty() || choice.isEmpty() ? own + choice : own + ": " + choice;
     }
     QAccessible::State state() const override {
         QAccessible::State now = QAccessibleWidget::state();
@@ -30,14 +47,37 @@ class ListFace : public QAccessibleWidget {
     }
     void doAction(const QString& action) override {
         if (action == showMenuAction() || action == pressAction())
-            const_cast<QComboBox&>(list()).showPopup();
+            box().showPopup();
         else
             QAccessibleWidget::doAction(action);
     }
 
+    QVariant currentValue() const override { return list().currentIndex(); }
+    void setCurrentValue(const QVariant& value) override {
+        if (!list().isEnabled() || value.toInt() < 0 || value.toInt() >= list().count())
+            return;
+        box().setCurrentIndex(value.toInt());
+        emit box().activated(value.toInt()); // it is the user's choice
+    }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return list().count() - 1; }
+    QVariant minimumStepSize() const override { return 1; }
+
   private:
     const QComboBox& list() const { return *static_cast<const QComboBox*>(object()); }
+    QComboBox& box() { return *static_cast<QComboBox*>(object()); }
 };
+
+/// The heading under which an option stands in its column, or else the title of its group.
+QString headingOf(const QWidget& option) {
+    const auto* group = dynamic_cast<const QGroupBox*>(option.parentWidget());
+    const QLayout* column = group ? group->layout() : nullptr;
+    QString heading = group ? group->title() : QString();
+    for (int i = 0; column && i < column->count() && column->itemAt(i)->widget() != &option; ++i)
+        if (const auto* label = dynamic_cast<const QLabel*>(column->itemAt(i)->widget()))
+            heading = label->text();
+    return heading.remove(u'&');
+}
 
 class OptionFace : public QAccessibleWidget {
   public:
@@ -46,7 +86,8 @@ class OptionFace : public QAccessibleWidget {
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Name && option().accessibleName().isEmpty())
             return option().text().remove(u'&'); // the base would take the name of the group
-        return QAccessibleWidget::text(kind);
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Description && own.isEmpty() ? headingOf(option()) : own;
     }
     QAccessible::State state() const override {
         QAccessible::State now = QAccessibleWidget::state();

@@ -12,6 +12,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include <utility>
+
 namespace {
 
 constexpr qreal radius = 4;
@@ -308,6 +310,19 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         painter->setFont(font);
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         painter->restore();
+        return;
+    }
+    if (control == CC_MdiControls) { // of an inner window that fills the main one
+        for (const auto& [button, mark] : {std::pair(SC_MdiMinButton, SC_TitleBarMinButton),
+                                           {SC_MdiNormalButton, SC_TitleBarNormalButton},
+                                           {SC_MdiCloseButton, SC_TitleBarCloseButton}}) {
+            if (!(option->subControls & button))
+                continue;
+            const bool under = option->activeSubControls & button;
+            titleBarButton(*painter, proxy()->subControlRect(control, option, button, widget), mark,
+                           under && option->state & State_MouseOver, under && option->state & State_Sunken,
+                           option->palette.color(QPalette::WindowText));
+        }
         return;
     }
     const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option);

@@ -4,6 +4,7 @@
 #include "core/shell/Screen.h"
 #include "core/shell/Trap.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -72,6 +73,18 @@ bool isPressingKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
 }
 
+/// Whether a letter with Alt would be typed or looked up: it is a mnemonic that the screen does not have.
+bool isLostMnemonic(QObject* receiver, QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<QKeyEvent&>(event);
+    const QWidget* widget = widgetOf(receiver);
+    return (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier &&
+           !key.text().isEmpty() && key.text()[0].isPrint() &&
+           (dynamic_cast<const QLineEdit*>(widget) || dynamic_cast<const QPlainTextEdit*>(widget) ||
+            dynamic_cast<const QComboBox*>(widget) || dynamic_cast<const QAbstractItemView*>(widget));
+}
+
 /// Whether this is F1. A message box takes precedence: it has to be answered first.
 bool isHelpKey(QObject* receiver, QEvent& event) {
     if (event.type() != QEvent::KeyPress || !widgetOf(receiver) || QApplication::activeModalWidget())
@@ -120,6 +133,10 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
         belongsToText(receiver, *static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
+    }
+    if (isLostMnemonic(receiver, *event)) {
+        event->ignore();
+        return false;
     }
     if (isHelpKey(receiver, *event)) {
         Faults::runTrapped("Help", [receiver] { Help::show(static_cast<QWidget*>(receiver)); });

@@ -68,18 +68,31 @@ void setFieldText(QWidget* field, const QString& text) {
 
 QString nameOf(const QWidget* field) {
     QAccessibleInterface* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(field));
-    return face ? face->text(QAccessible::Name).remove(u'&') : QString();
+    QString name = face ? face->text(QAccessible::Name).remove(u'&') : QString();
+    if (const auto* list = dynamic_cast<const QComboBox*>(field)) // is called by its choice too
+        if (const QString choice = ": " + list->currentText(); name.endsWith(choice))
+            name.chop(choice.size());
+    return name;
 }
 
 void markField(QWidget* field) {
     field->setPalette(Appearance::errorPalette(field->palette()));
-    if (isMarked(field))
-        return;
+    const bool before = isMarked(field);
+    if (!before)
+        field->setProperty(describedProperty, field->accessibleDescription());
     field->setProperty(markProperty, true);
-    field->setProperty(describedProperty, field->accessibleDescription());
-    field->setAccessibleDescription(QCoreApplication::translate("Fields", "This value is not accepted."));
+    describeMark(field);
+    if (before)
+        return;
     QAccessibleEvent marked(field, QAccessible::Alert);
     QAccessible::updateAccessibility(&marked);
+}
+
+void describeMark(QWidget* field) {
+    const QString own = field->property(describedProperty).toString();
+    const QString hint = own.isEmpty() ? field->toolTip() : own; // as without a description
+    const QString refusal = QCoreApplication::translate("Fields", "This value is not accepted.");
+    field->setAccessibleDescription((refusal + ' ' + hint).trimmed());
 }
 
 void unmarkField(QWidget* field) {

@@ -21,6 +21,8 @@ QString nameOf(const QWidget* field);
 /// Shows a field as wrong, or in the system's colours again.
 void markField(QWidget* field);
 void unmarkField(QWidget* field);
+/// Describes a marked field to screen readers: that it is wrong, and its hint, such as the range.
+void describeMark(QWidget* field);
 bool isMarked(const QWidget* field);
 
 /// Focuses the field of a screen to start in: the wanted one or, if that is null, the first that takes input,

@@ -61,20 +61,44 @@ QLayout* toolBarOf(const QWidget& screen) {
     return row && row->objectName().compare("tbToolbar", Qt::CaseInsensitive) == 0 ? row : nullptr;
 }
 
-/// Whether an item is a row of buttons and nothing else.
+/// Whether an item is a row of buttons, with the lists that say what they work on, and nothing else.
 bool isButtonRow(QLayoutItem* item) {
-    const QLayout* row = item->layout();
-    if (!row)
-        return false;
+    QLayout* row = item->layout();
     bool buttons = false;
-    for (int i = 0; i < row->count(); ++i) {
-        const QLayoutItem* part = row->itemAt(i);
-        if (dynamic_cast<const QAbstractButton*>(const_cast<QLayoutItem*>(part)->widget()))
+    for (int i = 0; row && i < row->count(); ++i) {
+        QLayoutItem* part = row->itemAt(i);
+        const QWidget* widget = part->widget();
+        if (dynamic_cast<const QAbstractButton*>(widget))
             buttons = true;
-        else if (!const_cast<QLayoutItem*>(part)->spacerItem())
+        else if (!part->spacerItem() && !dynamic_cast<const QComboBox*>(widget))
             return false;
     }
     return buttons;
+}
+
+/// Where the rows of buttons at the end of a screen begin.
+int firstButtonRow(QVBoxLayout& rows) {
+    int first = rows.count();
+    while (first > 0 && (rows.itemAt(first - 1)->spacerItem() || isButtonRow(rows.itemAt(first - 1))))
+        --first;
+    return first;
+}
+
+/// Breaks a row of buttons that is wider than a width in pixels into several.
+void breakRow(QVBoxLayout& rows, int index, int width) {
+    auto* row = dynamic_cast<QHBoxLayout*>(rows.itemAt(index)->layout());
+    while (row && row->count() > 1 && row->minimumSize().width() > width) {
+        auto* next = new QHBoxLayout;
+        next->setSpacing(row->spacing());
+        rows.insertLayout(++index, next);
+        while (row->count() > 1 && row->minimumSize().width() > width)
+            next->insertItem(0, row->takeAt(row->count() - 1));
+        if (row->itemAt(0)->spacerItem()) // the buttons are on the right
+            next->insertStretch(0);
+        else
+            row->addStretch();
+        row = next;
+    }
 }
 
 void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
@@ -132,9 +156,9 @@ void Fitting::tighten(const QWidget& screen) {
         layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
                                    std::min(margins.bottom(), 2 * gap));
         if (auto* grid = dynamic_cast<QGridLayout*>(layout))
-            grid->setVerticalSpacing(gap);
+            grid->setVerticalSpacing(std::min(grid->verticalSpacing(), gap));
         else if (auto* column = dynamic_cast<QVBoxLayout*>(layout))
-            column->setSpacing(2 * gap);
+            column->setSpacing(std::min(column->spacing(), 2 * gap)); // a calendar has none
     }
     screen.layout()->activate();
 }
@@ -157,7 +181,6 @@ void Fitting::letScroll(QWidget& screen, int width) {
     if (!rows || rows->isEmpty() || screen.findChild<QScrollArea*>("middle", Qt::FindDirectChildrenOnly))
         return;
     const bool toolBar = toolBarOf(screen);
-    const bool buttons = isButtonRow(rows->itemAt(rows->count() - 1));
     constexpr int aroundLists = 80; // pixels: margins and the scroll bar
     auto* middle = new Middle(&screen);
     middle->setObjectName("middle");
@@ -165,9 +188,12 @@ void Fitting::letScroll(QWidget& screen, int width) {
     column->setContentsMargins(0, 0, 8, 0); // clear of the scroll bar
     column->setSpacing(rows->spacing());
     const int first = toolBar ? 1 : 0;
-    for (int left = rows->count() - first - (buttons ? 1 : 0); left > 0; --left)
+    for (int left = firstButtonRow(*rows) - first; left > 0; --left)
         move(*rows, first, *column);
     rows->insertWidget(first, middle, 1);
+    const QMargins margins = rows->contentsMargins();
+    for (int row = rows->count() - 1; row > first; --row)
+        breakRow(*rows, row, width - margins.left() - margins.right());
     for (QTreeWidget* list : middle->findChildren<QTreeWidget*>()) {
         list->setProperty(narrowProperty, true);
         if (list->property(widenedProperty).toBool())

@@ -7,6 +7,8 @@
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFrame>
@@ -40,6 +42,8 @@ void Screen::prepare() {
         box->installEventFilter(this);
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         box->installEventFilter(this);
+    for (QComboBox* list : findChildren<QComboBox*>())
+        list->installEventFilter(this);
     Fitting::scaleWidths(*this);
     for (QLineEdit* box : findChildren<QLineEdit*>())
         if (box->isReadOnly()) {
@@ -76,8 +80,12 @@ void Screen::noteEntries() {
     for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
         connect(box, &QPlainTextEdit::textChanged, this,
                 [this, box] { entered = entered || box->hasFocus() || !Screens::working(); });
-    for (QComboBox* list : findChildren<QComboBox*>())
+    for (QComboBox* list : findChildren<QComboBox*>()) {
         connect(list, &QComboBox::activated, this, note);
+        connect(list, &QComboBox::currentIndexChanged, this, [this, list] { // chosen by its first letters
+            entered = entered || (list->hasFocus() && !Screens::working());
+        });
+    }
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         if (button->isCheckable())
             connect(button, &QAbstractButton::clicked, this, note);
@@ -233,9 +241,33 @@ void Screen::closeEvent(QCloseEvent* event) {
         event->setAccepted(Screens::unload(screenName_));
 }
 
+/// Whether a key goes on with the text that is being typed to find an entry of a list. Qt would open the list
+/// at a space.
+bool Screen::continuesSearch(QComboBox& list, const QKeyEvent& key) {
+    const auto isText = [](const QString& text) { return !text.isEmpty() && text[0].isPrint(); };
+    const bool typing = lastTyped.isValid() && lastTyped.elapsed() < QApplication::keyboardInputInterval();
+    if (list.isEditable() || key.modifiers() & ~Qt::ShiftModifier || !isText(key.text()) ||
+        (key.key() == Qt::Key_Space && !typing)) {
+        lastTyped.invalidate();
+        return false;
+    }
+    lastTyped.start();
+    return key.key() == Qt::Key_Space;
+}
+
 bool Screen::eventFilter(QObject* object, QEvent* event) {
+    if (auto* list = dynamic_cast<QComboBox*>(object); list && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (continuesSearch(*list, *key)) {
+            list->view()->keyboardSearch(key->text());
+            list->setCurrentIndex(list->view()->currentIndex().row());
+            return true;
+        }
+    }
     auto* line = dynamic_cast<QLineEdit*>(object);
-    if (event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::ToolTipChange && line && Fields::isMarked(line)) {
+        Fields::describeMark(line); // another range is in force
+    } else if (event->type() == QEvent::FocusIn) {
         auto* field = static_cast<QWidget*>(object);
         if (checks.contains(field) && !unchecked.contains(field))
             unchecked.append(field);

@@ -6,12 +6,15 @@
 #include "core/store/Record.h"
 
 #include <QAbstractButton>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
 
 #include <functional>
+
+class QComboBox;
 
 /// A screen of the program. There is one instance of each, which Screens opens and closes by name. The
 /// controls are members of its Ui class.
@@ -118,6 +121,7 @@ class Screen : public QWidget {
   private:
     bool checkFieldsLeftOtherwise();
     void noteEntries();
+    bool continuesSearch(QComboBox& list, const QKeyEvent& key);
 
     QString screenName_;
     QHash<QWidget*, std::function<bool()>> checks;
@@ -128,4 +132,5 @@ class Screen : public QWidget {
     std::function<QString()> handOverTarget;
     bool entered = false;
     QWidget* enteredByMouse = nullptr;
+    QElapsedTimer lastTyped; // since the last letter typed to find an entry of a list
 };

@@ -68,6 +68,15 @@ void ScreenFrame::closeEvent(QCloseEvent* event) {
     event->setAccepted(mayClose());
 }
 
+/// The focus stays in the screen, even if that has nothing else to go to: outside, no key would close it.
+bool ScreenFrame::focusNextPrevChild(bool next) {
+    static_cast<void>(QMdiSubWindow::focusNextPrevChild(next));
+    const QWidget* focus = QApplication::focusWidget();
+    if (focus != &screen && !screen.isAncestorOf(focus))
+        screen.setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
 QSize ScreenFrame::space() const {
     return area.viewport()->size();
 }

@@ -30,6 +30,7 @@ class ScreenFrame final : public QMdiSubWindow {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
   private:
     bool fills() const { return growth == Growth::Fills || growth == Growth::FillsOrScrolls; }

@@ -8,8 +8,12 @@
 #include "core/shell/frmError.h"
 #include "core/shell/frmSplash.h"
 
+#include <QApplication>
+
 void registerShell() {
     improveControlsForScreenReaders();
+    constexpr int betweenLetters = 1000; // milliseconds, while an entry of a list is found by typing
+    QApplication::setKeyboardInputInterval(betweenLetters);
     Faults::setFailureHandler(Faults::showFailure);
     Screens::add("frmSplash", [] { return new frmSplash; });
     Screens::add("frmDatabasePath", [] { return new frmDatabasePath; });

@@ -4,6 +4,7 @@
 #include "core/shell/WebPages.h"
 
 #include <QApplication>
+#include <QWindow>
 
 frmError::frmError() : Screen("frmError") {
     setupUi(this);
@@ -20,6 +21,15 @@ frmError::frmError() : Screen("frmError") {
         WebPages::LaunchInternetExplorer("TechSupport");
     });
     on(cmdDemo, ".cmdDemo", [] { WebPages::openDemo("ErrorDemo.htm"); });
+}
+
+/// When the desktop has put its frame around the window, the title is above the display.
+bool frmError::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && geometry().topLeft() == QPoint(0, 0)) {
+        const QMargins frame = windowHandle()->frameMargins();
+        windowHandle()->setPosition(frame.left(), frame.top());
+    }
+    return Screen::event(event);
 }
 
 void frmError::setReport(const QString& newReport) {

@@ -17,6 +17,9 @@ class frmError : public Screen, private Ui::frmError {
     const QString& failure() const { return failed; }
     void setFailure(const QString& failure) { failed = failure; }
 
+  protected:
+    bool event(QEvent* event) override;
+
   private:
     QString report;
     QString failed;

@@ -3,13 +3,18 @@
 #include "core/base/Fault.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
+#include "core/shell/Status.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QPainter>
 #include <QPrinter>
 
 #include <algorithm>
+
+using StatusBar::setStatusText;
 
 namespace {
 
@@ -83,8 +88,12 @@ void printDocument(const Document& document) {
     if (chosen.pages.isEmpty())
         return;
     // Printing to a file works like an export: the whole file or none, and errors are reported.
-    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
         Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
-    else
+        setStatusText(QCoreApplication::translate("Printing", "Printed to %1")
+                          .arg(QDir::toNativeSeparators(printer.outputFileName())));
+    } else {
         paint(printer, chosen.pages);
+        setStatusText(QCoreApplication::translate("Printing", "Printed"));
+    }
 }

@@ -5,9 +5,12 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "documents/export/Export.h"
 #include "documents/viewer/frmReportViewer.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QRegularExpression>
 
 namespace {
@@ -34,6 +37,8 @@ void exportDocument(const Export::Format& format) {
         return Dialogs::current().beep();
     const Hourglass hourglass;
     Export::toFile(format, source->document(), path);
+    StatusBar::setStatusText(
+        QCoreApplication::translate("ReportOutput", "Exported to %1").arg(QDir::toNativeSeparators(path)));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/store/Catalogue.h"
 #include "documents/submittals/SizingFacts.h"
+#include "documents/tags/UnitTags.h"
 #include "shock/ShockSizes.h"
 #include "sizing/Series.h"
 
@@ -52,7 +53,7 @@ QString JobLine::state() const {
 QString JobLine::tags() const {
     QStringList given;
     for (const auto& tag : line.tags)
-        if (tag && !tag->isEmpty())
+        if (UnitTags::isGiven(tag) && !tag->isEmpty())
             given.append(*tag);
     return given.join(", ");
 }
