@@ -135,27 +135,40 @@ std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
     return rows.atEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
 }
 
-/// Adds a line below its job's header. Number and row are one write, so that no other instance can take the
-/// number.
-QString add(const TankLine& line, TankLine::Columns columns) {
-    const QString job = line.jobID.value_or(QString());
+/// Adds lines below their job's header and returns their keys. Numbers and rows are one write, so that no
+/// other instance can take a number.
+QStringList add(const QString& job, std::span<const TankLine> lines, TankLine::Columns columns) {
     const Connection connection = Gateway::openDatabase("User");
     Transaction write(connection);
     if (!hasHeader(connection, job))
         throw jobGone();
-    const std::int16_t number = nextNumber(connection, job);
-    QString tankID = job + u'.' + QString::number(number);
+    const std::int16_t first = nextNumber(connection, job);
     Recordset tank;
     tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
-    tank.AddNew();
-    tank["TankNo"] = number;
-    tank["TankID"] = tankID;
-    tank["JobID"] = job;
-    Record::assign(tank["DateCreated"], line.dateCreated);
-    Record::write(tank, line, columns);
-    tank.Update();
+    QStringList tankIDs;
+    for (const TankLine& line : lines) {
+        const std::int16_t number = ToInt16(double(first) + double(tankIDs.size()));
+        tankIDs.append(job + u'.' + QString::number(number));
+        tank.AddNew();
+        tank["TankNo"] = number;
+        tank["TankID"] = tankIDs.last();
+        tank["JobID"] = job;
+        Record::assign(tank["DateCreated"], line.dateCreated);
+        Record::write(tank, line, columns);
+        tank.Update();
+    }
     write.commit();
-    return tankID;
+    return tankIDs;
+}
+
+QString add(const TankLine& line, TankLine::Columns columns) {
+    return add(line.jobID.value_or(QString()), {&line, 1}, columns).first();
+}
+
+/// All columns but ID, number and job, which a new line gets.
+TankLine::Columns withoutKeys() {
+    constexpr std::size_t keys = 3;
+    return TankLine::all().subspan(keys);
 }
 
 } // namespace
@@ -230,15 +243,16 @@ std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) 
 }
 
 QString copyTankLine(const QString& tankID) {
-    constexpr std::size_t keys = 3;      // ID, number and job, which the new line gets anew
-    constexpr std::size_t otherwise = 1; // and its place
-    static const TankLine::Columns copied =
-        TankLine::all().subspan(keys, TankLine::all().size() - keys - otherwise - TankLine::MostTags);
     auto line = findTankLine(tankID);
     if (!line)
         throw RecordGone("This tank has been deleted.");
     line->dateCreated = QDateTime::currentDateTime();
-    return add(*line, copied);
+    constexpr std::size_t own = 1 + TankLine::MostTags; // its place in documents and its tags
+    return add(*line, withoutKeys().first(withoutKeys().size() - own));
+}
+
+QStringList addTankLines(const QString& jobID, std::span<const TankLine> lines) {
+    return add(jobID, lines, withoutKeys());
 }
 
 void orderTankLines(const QString& jobID, const QStringList& tankIDs) {

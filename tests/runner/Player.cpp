@@ -331,6 +331,16 @@ void file(Stage& stage, Words w) {
     stage.dialogs.files.append(QDir(stage.homeFolder).filePath(w[0]));
 }
 
+void clipboard(Stage&, Words w) {
+    QGuiApplication::clipboard()->setText(w[0]);
+}
+
+void writeFile(Stage& stage, Words w) {
+    QFile target(QDir(stage.homeFolder).filePath(w[0]));
+    require(target.open(QIODevice::WriteOnly) && target.write(w[1].toUtf8()) > 0,
+            "cannot write " + target.fileName());
+}
+
 void cancel(Stage& stage, Words) {
     stage.dialogs.files.append(QString());
 }
@@ -575,6 +585,8 @@ const QHash<QString, Command>& commands() {
         {"installer-file", {installerFile, 2}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
+        {"clipboard", {clipboard, 1}},
+        {"write", {writeFile, 2}},
         {"close", {close, 1, true}},
         {"title", {title, 1}},
         {"minimise", {minimise, 1}},
@@ -638,8 +650,8 @@ void Player::play(const QString& line) {
         fail("the command " + name + " is not known");
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
-    static const QStringList preparations = {"sql",    "session", "answer",         "input",     "file",
-                                             "cancel", "print",   "installer-file", "no-browser"};
+    static const QStringList preparations = {"sql",   "session", "answer", "input",          "file",
+                                             "write", "cancel",  "print",  "installer-file", "no-browser"};
     if (name == "start" && stage.started) // again, on the same data
         end(stage);
     if (!stage.started && !preparations.contains(name))
