@@ -7,16 +7,17 @@
 #include "core/shell/Translations.h"
 #include "core/store/SessionTask.h"
 
-#include <QFontDatabase>
+#include <QFontMetrics>
 #include <QLocale>
 
 #include <iostream>
 
 namespace {
 
-/// A start without fonts would show windows full of empty boxes.
+/// A start without fonts would show windows full of empty boxes. Qt lists families even then, but none that
+/// has a letter.
 bool canShowText() {
-    return !QFontDatabase::families().isEmpty();
+    return QFontMetrics(QFont()).inFont(u'A');
 }
 
 } // namespace

@@ -84,6 +84,13 @@ int firstButtonRow(QVBoxLayout& rows) {
     return first;
 }
 
+bool hasSpacer(QLayout& row) {
+    for (int i = 0; i < row.count(); ++i)
+        if (row.itemAt(i)->spacerItem())
+            return true;
+    return false;
+}
+
 /// Breaks a row of buttons that is wider than a width in pixels into several.
 void breakRow(QVBoxLayout& rows, int index, int width) {
     auto* row = dynamic_cast<QHBoxLayout*>(rows.itemAt(index)->layout());
@@ -93,10 +100,10 @@ void breakRow(QVBoxLayout& rows, int index, int width) {
         rows.insertLayout(++index, next);
         while (row->count() > 1 && row->minimumSize().width() > width)
             next->insertItem(0, row->takeAt(row->count() - 1));
-        if (row->itemAt(0)->spacerItem()) // the buttons are on the right
-            next->insertStretch(0);
-        else
+        if (!hasSpacer(*row))
             row->addStretch();
+        if (!hasSpacer(*next)) // what followed it stays on the right
+            next->insertStretch(0);
         row = next;
     }
 }

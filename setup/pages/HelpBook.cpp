@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextBlock>
+#include <QTextCursor>
 
 #include <algorithm>
 #include <cmath>
@@ -87,6 +88,35 @@ double anchorAt(const QTextDocument& text, const QString& anchor) {
     return 0;
 }
 
+/// The sheet, of a height in pixels, on which a place of a page is. The layout rounds it down.
+int sheetAt(double down, double height) {
+    return int((down + 1) / height);
+}
+
+/// Begins a sheet with each heading whose text, or which itself, would be on the next one.
+void keepHeadingsWithText(QTextDocument& text, double height) {
+    const auto topOf = [&](const QTextBlock& block) {
+        return text.documentLayout()->blockBoundingRect(block).top();
+    };
+    const auto firstLineOf = [&](const QTextBlock& block) {
+        const QTextLayout& lines = *block.layout();
+        return topOf(block) + (lines.lineCount() > 0 ? lines.lineAt(0).y() : 0);
+    };
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() == 0)
+            continue;
+        QTextBlock under = block.next();
+        while (under.isValid() && (under.length() <= 1 || under.blockFormat().headingLevel() > 0))
+            under = under.next();
+        if (!under.isValid() || sheetAt(firstLineOf(under), height) == sheetAt(topOf(block), height))
+            continue;
+        QTextBlockFormat broken;
+        broken.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        QTextCursor(block).mergeBlockFormat(broken);
+        text.markContentsDirty(0, text.characterCount()); // or what follows keeps its old place
+    }
+}
+
 } // namespace
 
 HelpBook::HelpBook(const QHelpEngine& helpEngine) : engine(helpEngine) {
@@ -151,6 +181,7 @@ void HelpBook::layOut(const QPagedPaintDevice& device) {
         else
             text.setHtml(QString::fromUtf8(engine.fileData(chapter.address)));
         text.setPageSize(area);
+        keepHeadingsWithText(text, area.height());
         chapter.firstSheet = sheet;
         sheet += text.pageCount();
     }

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -253,6 +255,23 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
             });
         }
     QApplication::setFont(before);
+}
+
+// The mark of a refused box adds to its range, which may change meanwhile.
+TEST_F(EveryScreen, DescribesARefusedBoxWithItsRange) {
+    Session::TankClass.write("Expansion Tank");
+    ASSERT_TRUE(Screens::open("frmJobConditions"));
+    const Screen& screen = *Screens::find("frmJobConditions");
+    auto* box = screen.findChild<QLineEdit*>("txtSOTMin");
+    const auto described = [box] {
+        return QAccessible::queryAccessibleInterface(box)->text(QAccessible::Description).toStdString();
+    };
+    Fields::markField(box);
+    EXPECT_EQ(described(), "This value is not accepted. Range: 40°F - 100°F");
+    screen.findChild<QComboBox*>("cmboFluidType")->setCurrentText("20% Ethylene Glycol");
+    EXPECT_EQ(described(), "This value is not accepted. Range: 20°F - 100°F");
+    Fields::unmarkField(box);
+    EXPECT_EQ(described(), "Range: 20°F - 100°F");
 }
 
 // Another language changes the program's own texts; the maker's stay English.
