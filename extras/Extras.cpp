@@ -17,6 +17,7 @@
 #include "extras/frmRestore.h"
 #include "extras/import/Import.h"
 #include "extras/overview/Overview.h"
+#include "extras/package/frmPackage.h"
 #include "setup/PriorData.h"
 
 #include <QCoreApplication>
@@ -135,6 +136,7 @@ void showFindings(const DataCheck::Findings& findings) {
 
 void registerExtras() {
     registerCompare();
+    registerPackage(); // before the overview, which offers it
     registerOverview();
     registerImport();
     Screens::add("frmRestore", [] { return new frmRestore; });

@@ -1,9 +1,10 @@
 #include "core/base/Fault.h"
+#include "core/base/PdfOutline.h"
 #include "core/base/PdfText.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 
-#include <QIODevice>
+#include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
@@ -64,9 +65,7 @@ void addAuthor(Ends& file, const QString& author) {
                "\n%%EOF\n");
 }
 
-} // namespace
-
-void Export::pdf(const Document& document, QIODevice& file) {
+void writePdf(const Document& document, QIODevice& file) {
     Ends ends(file);
     QPdfWriter writer(&ends);
     writer.setTitle(document.title);
@@ -89,4 +88,33 @@ void Export::pdf(const Document& document, QIODevice& file) {
     painter.end();
     if (!document.author.isEmpty())
         addAuthor(ends, document.author);
+}
+
+/// The bookmarks and links as the file has them, measured from the lower edge of the sheet.
+QByteArray outlined(const Document& document, const QByteArray& pdf) {
+    QList<OutlineEntry> entries;
+    for (const Bookmark& mark : document.bookmarks)
+        entries.append({mark.title, mark.depth, mark.page, document.pages[mark.page].size.height()});
+    QList<PdfLink> links;
+    for (const PageLink& link : document.links) {
+        const double height = document.pages[link.page].size.height();
+        links.append(
+            {link.page,
+             {link.place.left(), height - link.place.bottom(), link.place.width(), link.place.height()},
+             link.target,
+             document.pages[link.target].size.height()});
+    }
+    return withOutline(pdf, entries, links);
+}
+
+} // namespace
+
+void Export::pdf(const Document& document, QIODevice& file) {
+    if (document.bookmarks.isEmpty())
+        return writePdf(document, file);
+    QBuffer plain;
+    plain.open(QIODevice::WriteOnly);
+    writePdf(document, plain);
+    const QByteArray whole = outlined(document, plain.data());
+    file.write(whole.isEmpty() ? plain.data() : whole);
 }

@@ -5,6 +5,20 @@
 /// What a report is about: models of the catalogue, or a record of the user's.
 enum class ReportOf { Catalogue, Job, TankLine };
 
+/// A place that an outline names and a contents list leads to.
+struct Bookmark {
+    QString title;
+    int depth = 0; // 0 for the top level
+    int page = 0;  // counted from 0
+};
+
+/// A text that leads to another page.
+struct PageLink {
+    int page = 0; // counted from 0
+    QRectF place; // on it
+    int target = 0;
+};
+
 /// A finished report: its pages and the description that goes into a file of them.
 struct Document {
     QString title;
@@ -13,4 +27,6 @@ struct Document {
     Pages pages;
     bool table = false; // the details are the rows of one table, which a workbook can filter
     ReportOf of = ReportOf::Catalogue;
+    QList<Bookmark> bookmarks{}; // of a document that is put together from several reports
+    QList<PageLink> links{};
 };

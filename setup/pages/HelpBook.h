@@ -1,6 +1,6 @@
 #pragma once
 
-#include "setup/pages/PdfOutline.h"
+#include "core/base/PdfOutline.h"
 
 #include <QImage>
 #include <QList>

@@ -1,4 +1,4 @@
-#include "setup/pages/PdfOutline.h"
+#include "core/base/PdfOutline.h"
 
 #include "core/base/PdfText.h"
 

@@ -1,0 +1,188 @@
+#include "extras/package/JobPackage.h"
+
+#include "core/shell/DisplayFields.h"
+#include "core/store/Catalogue.h"
+#include "core/store/JobHeader.h"
+#include "core/store/Model.h"
+#include "core/store/Representative.h"
+#include "core/store/SessionStore.h"
+#include "core/store/TankLine.h"
+#include "documents/drawings/Drawings.h"
+#include "documents/report/Picture.h"
+#include "documents/report/Reports.h"
+#include "documents/specifications/ResultSpecification.h"
+#include "documents/submittals/Submittals.h"
+
+#include <algorithm>
+
+using namespace Records;
+
+namespace JobPackage {
+
+namespace {
+
+void prepared(Report& /*report*/) {} // its caller fills it in
+
+constexpr ReportKind cover = {"rptPackage", "rptPackage", "User", prepared, ReportOf::Job};
+constexpr ReportKind tankPage = {"rptTankPage", "rptTankPage", "User", prepared, ReportOf::Job};
+
+/// Puts the session's tank line back.
+class TankAtWork {
+  public:
+    TankAtWork() : before(Session::TankID.text()) {}
+    ~TankAtWork() { Session::TankID.write(before); }
+    TankAtWork(const TankAtWork&) = delete;
+    TankAtWork& operator=(const TankAtWork&) = delete;
+
+  private:
+    QString before;
+};
+
+class Maker {
+  public:
+    Maker(const QString& job, const Contents& wanted) : jobID(job), chosen(wanted) {}
+
+    void addSchedule() { add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages); }
+
+    void addTank(const TankLine& tank) {
+        const QString tankID = shownText(tank.tankID);
+        Session::TankID.write(tankID);
+        const auto model = tank.modelNo ? Catalogue::findModel(*tank.modelNo) : std::nullopt;
+        QString title = "Tank " + tankID;
+        if (tank.modelNo && !tank.modelNo->isEmpty())
+            title += ", " + QString::number(tank.qty.value_or(0)) + " × " + *tank.modelNo;
+        const qsizetype before = marks.size();
+        if (!model) {
+            const QString reason = shownText(tank.modelNo).isEmpty()
+                                       ? QStringLiteral("No model has been chosen for this tank yet.")
+                                       : QStringLiteral("The model is not in the catalogue.");
+            return add(title, 0, pageOf(tank, "No documents", {}, reason, {}));
+        }
+        if (const QString report = Submittals::SetReport(*tank.modelNo); chosen.submittals)
+            if (const ReportKind* kind = findReport(report))
+                add("Submittal", 1, Report(*kind).Run().pages);
+        if (chosen.calculations)
+            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
+        if (chosen.specifications)
+            addSpecification(tank);
+        if (chosen.drawings)
+            addDrawing(tank, *model);
+        if (marks.size() > before) // the line's own entry leads to its first document
+            marks.insert(before, {title, 0, marks[before].page});
+    }
+
+    Document document() {
+        Document whole{
+            .title = "Package, " + jobID, .author = "Ordwick Company", .fileName = jobID + " package"};
+        whole.of = ReportOf::Job;
+        const qsizetype first = coverPages(0).size(); // the numbers do not change how many pages it takes
+        whole.pages = coverPages(int(first)) + pages;
+        whole.bookmarks.append({"Cover", 0, 0});
+        for (const Bookmark& mark : marks)
+            whole.bookmarks.append({mark.title, mark.depth, mark.page + int(first)});
+        addLinks(whole, int(first));
+        number(whole.pages);
+        if (const auto own = ownRepresentatives(); !own.empty() && own.front().companyName)
+            whole.author = representative();
+        return whole;
+    }
+
+  private:
+    void add(const QString& title, int depth, const Pages& added) {
+        marks.append({title, depth, int(pages.size())});
+        pages.append(added);
+    }
+
+    Pages pageOf(const TankLine& tank, const QString& heading, const QString& textHeading,
+                 const QString& text, const QByteArray& drawing) const {
+        Report report(tankPage);
+        report.control("lblWhat").text = heading;
+        report.control("txtJob").text = jobID;
+        report.control("txtTank").text = shownText(tank.tankID);
+        report.control("txtModelNo").text = shownText(tank.modelNo);
+        report.control("lblText").text = textHeading;
+        report.control("txtText").text = text;
+        report.control("txtContinuedJob").text = jobID + "   " + shownText(tank.tankID);
+        report.control("imgDrawing").svg = drawing;
+        report.control("imgDrawing").description = "Drawing of " + shownText(tank.modelNo);
+        report.rows.push_back({});
+        return report.Run().pages;
+    }
+
+    void addSpecification(const TankLine& tank) {
+        const Specification specification = resultSpecification(tank);
+        const QString text = (specification.text + "\n\n" + specification.lastLine).trimmed();
+        if (!text.isEmpty())
+            add("Specification", 1, pageOf(tank, "Specification", "Typical Specifications", text, {}));
+    }
+
+    void addDrawing(const TankLine& tank, const Model& model) {
+        const QString name = shownText(model.tankDraw);
+        const auto known = name.isEmpty() ? std::nullopt : Catalogue::findDrawing(name);
+        if (known)
+            add("Drawing", 1, pageOf(tank, "Drawing", {}, {}, readPicture(drawingPath(name, known->ending))));
+    }
+
+    static QString representative() {
+        const auto own = ownRepresentatives();
+        return own.empty() ? QString() : shownText(own.front().companyName).replace("&&", "&");
+    }
+
+    Pages coverPages(int before) const {
+        Report report(cover);
+        const JobHeader header = readJobHeader(jobID).value_or(JobHeader());
+        report.control("txtJob").text = jobID;
+        report.control("txtJobDscrptn").text = shownText(header.jobDscrptn);
+        report.control("txtEngineer").text = shownText(header.engineer);
+        report.control("txtContractor").text = shownText(header.contractor);
+        report.control("txtRep").text = representative();
+        report.control("txtRevision").text = chosen.revision;
+        report.control("txtNote").text = chosen.note;
+        report.control("txtRunningJob").text = jobID;
+        for (const Bookmark& mark : marks)
+            report.rows.push_back({{"What", QString(mark.depth * 4, u' ') + mark.title},
+                                   {"Page", QString::number(mark.page + before + 1)}});
+        return report.Run().pages;
+    }
+
+    /// Each line of the contents leads to its page.
+    void addLinks(Document& whole, int coverSize) const {
+        qsizetype mark = 0;
+        for (int page = 0; page < coverSize; ++page)
+            for (const PageText& text : std::as_const(whole.pages[page]).texts)
+                if (text.section == Section::Detail && !(text.style->alignment & Qt::AlignRight) &&
+                    mark < marks.size())
+                    whole.links.append({page, QRectF(text.place), marks[mark++].page + coverSize});
+    }
+
+    /// The page numbers are those of the package.
+    static void number(Pages& all) {
+        for (qsizetype page = 0; page < all.size(); ++page)
+            for (PageText& text : all[page].texts)
+                if (text.pageNumber)
+                    text.text = QStringLiteral("Page %1 of %2").arg(page + 1).arg(all.size());
+    }
+
+    QString jobID;
+    Contents chosen;
+    Pages pages;           // behind the cover
+    QList<Bookmark> marks; // to them
+};
+
+} // namespace
+
+std::optional<Document> make(const QString& jobID, const Contents& contents,
+                             const std::function<bool(int done, int all)>& goOn) {
+    const TankAtWork atWork;
+    Maker maker(jobID, contents);
+    maker.addSchedule();
+    const std::vector<TankLine> tanks = tankLinesOf(jobID);
+    for (std::size_t i = 0; i < tanks.size(); ++i) {
+        if (!goOn(int(i), int(tanks.size())))
+            return std::nullopt;
+        maker.addTank(tanks[i]);
+    }
+    return maker.document();
+}
+
+} // namespace JobPackage

@@ -1,0 +1,87 @@
+#include "extras/package/frmPackage.h"
+
+#include "core/shell/Commands.h"
+#include "core/shell/Dialogs.h"
+#include "core/shell/Hourglass.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/store/JobHeader.h"
+#include "core/store/SessionStore.h"
+#include "documents/viewer/ReportOutput.h"
+#include "extras/package/JobPackage.h"
+
+#include <QProgressDialog>
+
+using namespace StatusBar;
+
+namespace {
+
+/// The parts chosen last, a letter each, for the next job.
+constexpr Registry::SessionValue lastChoice{"PackageParts"};
+
+void openPackage() {
+    const QString jobID = Session::JobID.text();
+    if (jobID.isEmpty() || !Records::readJobHeader(jobID)) {
+        Dialogs::current().show(
+            {.text = "Please open the job whose documents are to be put together!", .title = "Job package"});
+        return;
+    }
+    Screens::open("frmPackage");
+}
+
+} // namespace
+
+frmPackage::frmPackage() : Screen("frmPackage") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    on(cmdOK, ".cmdOK", [this] { make(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Screens::unload(name()); });
+}
+
+void frmPackage::Load() {
+    setStatusText("Job package");
+    lblJobID->setText(Session::JobID.text());
+    setTitle("Job Package " + lblJobID->text());
+    QString parts = "S";
+    lastChoice.read(parts);
+    chkSubmittals->setChecked(parts.contains('S'));
+    chkCalculations->setChecked(parts.contains('C'));
+    chkSpecifications->setChecked(parts.contains('T'));
+    chkDrawings->setChecked(parts.contains('D'));
+    setEntered(false);
+}
+
+void frmPackage::make() {
+    const Hourglass hourglass;
+    const JobPackage::Contents contents{.submittals = chkSubmittals->isChecked(),
+                                        .calculations = chkCalculations->isChecked(),
+                                        .specifications = chkSpecifications->isChecked(),
+                                        .drawings = chkDrawings->isChecked(),
+                                        .revision = txtRevision->text(),
+                                        .note = txtNote->text()};
+    lastChoice.write(QString(contents.submittals ? "S" : "") + (contents.calculations ? "C" : "") +
+                     (contents.specifications ? "T" : "") + (contents.drawings ? "D" : ""));
+    constexpr int patience = 800; // milliseconds before the progress shows
+    QProgressDialog progress(tr("Putting the documents together..."), tr("&Stop"), 0, 0, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(patience);
+    const auto package = JobPackage::make(lblJobID->text(), contents, [&](int done, int all) {
+        progress.setMaximum(all);
+        progress.setValue(done);
+        return !progress.wasCanceled();
+    });
+    progress.reset();
+    if (!package)
+        return setStatusText(tr("Stopped"));
+    Screens::unload(name());
+    showDocument(*package);
+}
+
+void registerPackage() {
+    Screens::add("frmPackage", [] { return new frmPackage; });
+    Commands::set("mnuPackage", [] {
+        if (Screens::activeStands())
+            openPackage();
+    });
+}
