@@ -28,10 +28,10 @@ class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
         return QAccessibleWidget::interface_cast(type);
     }
     QString text(QAccessible::Text kind) const override {
-        const QString choice = list().currentText();
+        QString choice = list().currentText();
         if (kind == QAccessible::Value)
             return choice;
-        const QString own = QAccessibleWidget::text(kind);
+        QString own = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || own == choice)
             return own;
         return own.isEmpty() || choice.isEmpty() ? own + choice : own + ": " + choice;
@@ -86,7 +86,7 @@ class OptionFace : public QAccessibleWidget {
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Name && option().accessibleName().isEmpty())
             return option().text().remove(u'&'); // the base would take the name of the group
-        const QString own = QAccessibleWidget::text(kind);
+        QString own = QAccessibleWidget::text(kind);
         return kind == QAccessible::Description && own.isEmpty() ? headingOf(option()) : own;
     }
     QAccessible::State state() const override {

@@ -4,8 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QImage>
+#include <QPainter>
 #include <QPalette>
+#include <QStyleOption>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -21,6 +25,24 @@ double luminance(const QColor& color) {
 double contrast(const QColor& one, const QColor& other) {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + .05) / (darker + .05);
+}
+
+/// How the marks of an inner window that fills the main one stand out from the menu bar.
+double contrastOfMarks(const QPalette& palette) {
+    QStyleOptionComplex option;
+    option.rect = QRect(0, 0, 54, 18);
+    option.palette = palette;
+    option.subControls = QStyle::SC_MdiNormalButton;
+    const QColor back = palette.color(QPalette::Window);
+    QImage picture(option.rect.size(), QImage::Format_RGB32);
+    picture.fill(back);
+    QPainter painter(&picture);
+    QApplication::style()->drawComplexControl(QStyle::CC_MdiControls, &option, &painter);
+    double most = 1;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            most = std::max(most, contrast(picture.pixelColor(x, y), back));
+    return most;
 }
 
 } // namespace
@@ -42,6 +64,7 @@ TEST(Look, IsReadableInLightAndDark) {
                                          QPalette::Button, QPalette::Mid})
                     check(group, ink, paper);
         check(QPalette::Active, QPalette::HighlightedText, QPalette::Highlight);
+        EXPECT_GE(contrastOfMarks(palette), 4.5) << "in scheme " << int(scheme);
     }
     QApplication::setPalette(before);
 }
