@@ -15,6 +15,7 @@
 #include "extras/StartWork.h"
 #include "extras/compare/Compare.h"
 #include "extras/frmRestore.h"
+#include "extras/import/Import.h"
 #include "extras/overview/Overview.h"
 #include "setup/PriorData.h"
 
@@ -134,6 +135,7 @@ void showFindings(const DataCheck::Findings& findings) {
 
 void registerExtras() {
     registerCompare();
+    registerImport();
     registerOverview();
     Screens::add("frmRestore", [] { return new frmRestore; });
     Commands::set("mnuRestore", [] { Screens::open("frmRestore"); });

@@ -82,6 +82,7 @@ constexpr MenuEntry menuTree[] = {
     {1, "mnuOverview", "Job &overview", "Ctrl+J", 406, false},
     {1, "mnuCompare", "&Compare models...", "", 405, false},
     {1, "mnuCalculation", "C&alculation sheet", "", 404, false},
+    {1, "mnuImport", "&Import conditions...", "", 407, false},
     {1, "mnuUndo", "&Undo deletion", "Ctrl+Z", 401, false},
     {1, "mnuBackup", "&Back up now", "", 401, false},
     {1, "mnuRestore", "&Restore...", "", 401, false},

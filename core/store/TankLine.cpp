@@ -4,12 +4,14 @@
 #include "core/base/Numbers.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/TankNumbers.h"
 
 #include <QHash>
 
 #include <limits>
 
 using namespace Gateway;
+using namespace TankNumbers;
 
 using Record::column;
 using Record::IfChanged;
@@ -117,32 +119,13 @@ constexpr auto comparedShockColumns = together(shockColumns, shockChoiceColumns)
 
 const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
 
-bool hasHeader(const Connection& connection, const QString& jobID) {
-    Recordset header;
-    header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = ?", connection, {jobID});
-    return !header.atEnd();
-}
-
-RecordGone jobGone() {
-    return RecordGone("This job has been deleted.");
-}
-
-/// The next free number of a job, over an open connection.
-std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
-    Recordset rows;
-    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = ?", connection,
-              {jobID});
-    return rows.atEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
-}
-
 /// Adds a line below its job's header. Number and row are one write, so that no other instance can take the
 /// number.
 QString add(const TankLine& line, TankLine::Columns columns) {
     const QString job = line.jobID.value_or(QString());
     const Connection connection = Gateway::openDatabase("User");
     Transaction write(connection);
-    if (!hasHeader(connection, job))
-        throw jobGone();
+    requireJob(connection, job);
     const std::int16_t number = nextNumber(connection, job);
     QString tankID = job + u'.' + QString::number(number);
     Recordset tank;
@@ -294,9 +277,11 @@ void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
     Transaction write(connection);
     Recordset tank;
     tank.Open(byKey, connection, {tankID}, CursorType::Keyset);
-    if (tank.atEnd())
-        throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
-                                                                : RecordGone("This tank has been deleted.");
+    if (tank.atEnd()) {
+        if (line.jobID)
+            requireJob(connection, *line.jobID);
+        throw RecordGone("This tank has been deleted.");
+    }
     if (ifChanged == IfChanged::Refuse && asRead &&
         !Record::agree(Record::read(tank, columns), *asRead, columns))
         throw RecordChanged("This tank has been changed since it was opened. Save anyway?");

@@ -18,8 +18,7 @@
 #include "estimates/MetricPad.h"
 #include "estimates/Pipes.h"
 #include "extras/compare/CompareTable.h"
-#include "jobs/JobIDs.h"
-#include "jobs/JobSearch.h"
+#include "jobs/JobChoice.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -77,7 +76,8 @@ frmCompare::frmCompare() : Screen("frmCompare") {
     CompareTable::prepare(lvModels);
     connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
     connect(lvModels, &QTreeWidget::itemActivated, this, [this] { act(".lvModels", [this] { use(); }); });
-    connect(cmboJob, &QComboBox::activated, this, [this] { act(".cmboJob", [this] { takeJob(); }); });
+    connect(cmboJob, &QComboBox::activated, this,
+            [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
     on(cmdCalcTSF, ".cmdCalcTSF", [this] { openEstimate(); });
     on(cmdMetric, ".cmdMetric", [this] { openMetric(); });
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { Pipes::openPipeChooser(name()); });
@@ -139,7 +139,7 @@ void frmCompare::Load() {
     txtSOTMin->setText("40");
     if (asRead)
         showLine(*asRead);
-    fillJobs();
+    JobChoice::fill(cmboJob);
     optOver->setVisible(asRead.has_value());
     if (asRead) {
         optOver->setText(
@@ -155,21 +155,6 @@ void frmCompare::Load() {
 void frmCompare::showLine(const TankLine& line) {
     setTexts(*pnlTank, ConditionRules::boxesOf(line));
     setTexts(*pnlShock, ShockSizing::boxesOf(line));
-}
-
-/// The newest jobs to choose from, and the one at work.
-void frmCompare::fillJobs() {
-    constexpr std::size_t most = 200;
-    cmboJob->clear();
-    cmboJob->addItem(tr("New job..."), QString());
-    const QString atWork = Screens::anyVisible() ? Session::JobID.text() : QString();
-    if (!atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork))
-        cmboJob->addItem(atWork, atWork);
-    for (const JobSearch::Job& job : JobSearch::newest(most))
-        if (job.jobID != reservedJob() && job.jobID != atWork)
-            cmboJob->addItem(job.jobID, job.jobID);
-    cmboJob->setPlaceholderText(tr("Choose a job"));
-    cmboJob->setCurrentIndex(cmboJob->itemText(1) == atWork && !atWork.isEmpty() ? 1 : -1);
 }
 
 void frmCompare::adaptToApplication() {
@@ -330,27 +315,6 @@ void frmCompare::changeEvent(QEvent* event) {
     Screen::changeEvent(event);
 }
 
-/// Asks for the ID of a new job and adds it.
-void frmCompare::takeJob() {
-    unmarkField(cmboJob);
-    if (cmboJob->currentIndex() != 0)
-        return;
-    cmboJob->setCurrentIndex(-1);
-    const QString jobID = askForJobID(tr("New job"), tr("Job ID:"));
-    if (jobID.isEmpty())
-        return;
-    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
-    JobHeader header;
-    header.jobID = jobID;
-    header.engineer = user.defaultEngineer;
-    header.contractor = user.defaultContractor;
-    header.dateCreated = QDateTime::currentDateTime();
-    if (!addJobHeader(header)) // another copy of the program was faster
-        return refuseJobID(jobExists);
-    cmboJob->insertItem(1, jobID, jobID);
-    cmboJob->setCurrentIndex(1);
-}
-
 void frmCompare::openEstimate() {
     const Hourglass hourglass;
     openEstimator(estimatorOf(application()), name());
@@ -381,13 +345,10 @@ void frmCompare::use() {
     if (!cmdUse->isEnabled() || !row)
         return;
     const bool over = optOver->isChecked();
-    const QString jobID = cmboJob->currentData().toString();
-    if (!over && jobID.isEmpty()) {
-        setStatusText(tr("Choose the job that the tank belongs to"));
-        markField(cmboJob);
-        cmboJob->setFocus();
+    const QString jobID =
+        over ? QString() : JobChoice::require(cmboJob, tr("Choose the job that the tank belongs to"));
+    if (!over && jobID.isEmpty())
         return;
-    }
     const Candidate taken = *row;
     const bool several = takesSeveral(candidates, taken);
     const Application each = application();

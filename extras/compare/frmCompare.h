@@ -37,7 +37,6 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void prepareBoxes();
     void prepareTable();
     void showLine(const TankLine& line);
-    void fillJobs();
     Application application() const;
     void adaptToApplication();
     void showLimits();
@@ -48,7 +47,6 @@ class frmCompare : public Screen, private Ui::frmCompare {
     bool isWanted(const Candidate& candidate) const;
     const Candidate* chosen() const;
     void showChosen();
-    void takeJob();
     void openEstimate();
     void openMetric();
     void closePads();

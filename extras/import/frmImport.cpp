@@ -1,0 +1,255 @@
+#include "extras/import/frmImport.h"
+
+#include "core/base/ApplicationNames.h"
+#include "core/shell/DisplayFields.h"
+#include "core/shell/Lists.h"
+#include "core/shell/Screens.h"
+#include "core/shell/Status.h"
+#include "core/shell/Trap.h"
+#include "core/store/NewTankLines.h"
+#include "core/store/SessionStore.h"
+#include "jobs/JobChoice.h"
+#include "sizing/Series.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace StatusBar;
+
+namespace {
+
+const QString textFilter = QStringLiteral("CSV Files (*.csv *.txt)");
+constexpr qint64 largestFile = 10'000'000; // bytes; the most lines take a tenth
+
+QStringList headings() {
+    return {"Line",  "Tag",         "Application", "Series",     "Model No.",    "Qty",        "Message",
+            "Fluid", "Volume, gal", "Min., °F",    "Max., °F",   "Min., psig",   "Max., psig", "Atm., psia",
+            "Pipe",  "Length, ft",  "Flow, gpm",   "Flow, psig", "Static, psig", "Shock, psig"};
+}
+constexpr int numberColumn = 0;
+constexpr int messageColumn = 6;
+
+/// The boxes behind the columns after the message.
+const char* const shownBoxes[] = {"cmboFluidType", "txtTotSysFluid", "txtSOTMin",      "txtSOTMax",
+                                  "txtSOPMin",     "txtSOPMax",      "txtAtmPressure", "PipeIndex",
+                                  "PipeLength",    "FlowRate",       "FlowPressure",   "StaticPressure",
+                                  "ShockPressure"};
+
+QStringList messagesOf(const ImportedLine& line) {
+    return line.isRight() ? line.remarks : line.read.problems;
+}
+
+std::unique_ptr<ListRow> rowOf(const ImportedLine& line) {
+    const ImportText::Line& read = line.read;
+    QStringList texts{QString::number(read.number),
+                      read.tag,
+                      read.application ? ApplicationNames::AppName(*read.application) : QString(),
+                      read.series,
+                      line.model,
+                      line.line.qty ? QString::number(*line.line.qty) : QString(),
+                      messagesOf(line).join(' ')};
+    const QStringList own = read.application ? ImportText::boxesOf(*read.application) : QStringList();
+    for (const char* box : shownBoxes)
+        texts.append(own.contains(box) ? read.boxes.value(box) : QString());
+    auto row = std::make_unique<ListRow>(texts);
+    row->setSortKey(numberColumn, read.number);
+    row->setToolTip(messageColumn, messagesOf(line).join(u'\n'));
+    return row;
+}
+
+} // namespace
+
+frmImport::frmImport() : Screen("frmImport") {
+    setupUi(this);
+    prepare();
+    setDefault(cmdOK);
+    fillSeries();
+    sortByHeadings(lvLines);
+    lvLines->setProperty("narrow", true); // its columns scroll in it
+    on(cmdFile, ".cmdFile", [this] { openFile(); });
+    on(cmdPaste, ".cmdPaste", [this] { paste(); });
+    on(cmdTemplate, ".cmdTemplate", [this] { saveTemplate(); });
+    on(cmdOK, ".cmdOK", [this] { store(); });
+    onCancel(cmdCancel, ".cmdCancel", [this] { Screens::unload(name()); });
+    connect(cmboJob, &QComboBox::activated, this,
+            [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
+    for (QComboBox* box : {cmboExpansion, cmboThermal, cmboHydro})
+        connect(box, &QComboBox::currentIndexChanged, this, [this] { trap(".begin", [this] { begin(); }); });
+}
+
+void frmImport::fillSeries() {
+    for (const auto& [box, application] : {std::pair(cmboExpansion, Application::Expansion),
+                                           {cmboThermal, Application::Thermal},
+                                           {cmboHydro, Application::Hydropneumatic}})
+        for (const Series& series : allSeries)
+            if (series.application == application)
+                box->addItem(series.code);
+}
+
+ImportSizing::ChosenSeries frmImport::chosenSeries() const {
+    return {{Application::Expansion, cmboExpansion->currentText()},
+            {Application::Thermal, cmboThermal->currentText()},
+            {Application::Hydropneumatic, cmboHydro->currentText()}};
+}
+
+void frmImport::Load() {
+    setStatusText("Import conditions");
+    JobChoice::fill(cmboJob);
+    fillTable();
+    finish();
+    setEntered(false);
+}
+
+bool frmImport::QueryUnload() {
+    ++round; // ends the sizing
+    SetStatusBarText();
+    return true;
+}
+
+void frmImport::openFile() {
+    const QString path = Dialogs::current().openFile(textFilter, {}, tr("Import conditions"));
+    if (path.isEmpty())
+        return;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
+        const QString why = file.isOpen() ? tr("it is too large") : file.errorString();
+        Dialogs::current().show(
+            {.text = tr("This file cannot be read: %1.").arg(why), .title = tr("Import conditions")});
+        return;
+    }
+    take(ImportText::decoded(file.readAll()), QFileInfo(path).fileName());
+}
+
+void frmImport::paste() {
+    take(QApplication::clipboard()->text(), tr("From the clipboard"));
+}
+
+void frmImport::saveTemplate() {
+    const QString path = Dialogs::current().saveFile(textFilter, "conditions.csv");
+    if (path.isEmpty())
+        return;
+    QSaveFile file(path);
+    const QByteArray text = ImportText::sample();
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        Dialogs::current().show({.text = tr("The template cannot be saved: %1.").arg(file.errorString()),
+                                 .title = tr("Import conditions")});
+        return;
+    }
+    setStatusText(tr("Saved the template"));
+}
+
+void frmImport::take(const QString& text, const QString& origin) {
+    table = ImportText::read(text);
+    lblOrigin->setText(origin);
+    begin();
+}
+
+/// Sizes all lines anew, a slice at a time, so that the user can go on and close the screen.
+void frmImport::begin() {
+    ++round;
+    lines.clear();
+    if (!table)
+        return;
+    sizing.emplace();
+    lines.reserve(table->lines.size());
+    prgLines->setRange(0, std::max(1, int(table->lines.size())));
+    work();
+}
+
+void frmImport::work() {
+    constexpr int slice = 200; // milliseconds
+    const ImportSizing::ChosenSeries series = chosenSeries();
+    QElapsedTimer clock;
+    clock.start();
+    while (lines.size() < table->lines.size() && !clock.hasExpired(slice))
+        lines.push_back(sizing->sized(table->lines[lines.size()], series));
+    if (lines.size() == table->lines.size()) {
+        fillTable();
+        return finish();
+    }
+    showState();
+    QTimer::singleShot(0, this, [this, begun = round] {
+        if (begun == round)
+            trap(".work", [this] { work(); });
+    });
+}
+
+void frmImport::finish() {
+    sizing.reset();
+    showState();
+}
+
+void frmImport::fillTable() {
+    ListRows rows;
+    for (const ImportedLine& line : lines)
+        rows.push_back(rowOf(line));
+    fillList(lvLines, headings(), std::move(rows), Selected::None);
+}
+
+bool frmImport::isReady() const {
+    return table && table->problems.isEmpty() && !lines.empty() && lines.size() == table->lines.size() &&
+           std::ranges::all_of(lines, &ImportedLine::isRight);
+}
+
+/// Says what OK would do, or what is in its way.
+void frmImport::showState() {
+    const bool working = table && lines.size() < table->lines.size();
+    prgLines->setVisible(working);
+    prgLines->setValue(int(lines.size()));
+    cmdOK->setEnabled(isReady());
+    if (!table)
+        return lblState->setText(tr("Open a file with one system a line, or paste it from a spreadsheet. The "
+                                    "template shows the columns."));
+    if (working)
+        return lblState->setText(tr("Line %1 of %2").arg(lines.size()).arg(table->lines.size()));
+    if (!table->problems.isEmpty())
+        return lblState->setText(table->problems.join('\n'));
+    const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
+    if (wrong != lines.end()) {
+        const auto count =
+            std::ranges::count_if(lines, [](const ImportedLine& each) { return !each.isRight(); });
+        return lblState->setText(tr("%1 of %2 lines cannot be stored. Line %3: %4")
+                                     .arg(count)
+                                     .arg(lines.size())
+                                     .arg(wrong->read.number)
+                                     .arg(wrong->read.problems.join(' ')));
+    }
+    const auto without =
+        std::ranges::count_if(lines, [](const ImportedLine& each) { return each.model.isEmpty(); });
+    lblState->setText(
+        without == 0 ? tr("Lines to store: %1").arg(lines.size())
+                     : tr("Lines to store: %1, of which without a model: %2").arg(lines.size()).arg(without));
+}
+
+/// Stores all lines in one transaction, and shows their job.
+void frmImport::store() {
+    const Hourglass hourglass;
+    if (!isReady())
+        return;
+    const QString jobID = JobChoice::require(cmboJob, tr("Choose the job that the tanks belong to"));
+    if (jobID.isEmpty())
+        return;
+    Screens::beginTask([&] {
+        Faults::runTrapped(name() + ".cmdOK", [&] {
+            std::vector<TankLine> tanks;
+            for (const ImportedLine& each : lines) {
+                tanks.push_back(each.line);
+                tanks.back().dateCreated = QDateTime::currentDateTime();
+            }
+            procedure(".store", [&] { Records::addTankLines(jobID, tanks); });
+            const auto count = tanks.size();
+            Session::JobID.write(jobID);
+            Session::TankID.write("");
+            Session::Mode.write(Session::Modes::Edit);
+            Screens::drop(this);
+            Screens::open("frmJobOverview");
+            setStatusText(QStringLiteral("Imported %1 tanks").arg(count));
+        });
+    });
+}
