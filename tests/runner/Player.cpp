@@ -494,6 +494,10 @@ void expectClipboard(Stage&, Words w) {
 void expectClipboardHolds(Stage&, Words w) {
     require(QApplication::clipboard()->text().contains(w[0]), "the clipboard does not hold " + w[0]);
 }
+/// What another program has copied.
+void clipboard(Stage&, Words w) {
+    QApplication::clipboard()->setText(w[0]);
+}
 void expectSession(Stage&, Words w) {
     QString text;
     Registry::GetRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), w[0], text);
@@ -598,6 +602,7 @@ const QHash<QString, Command>& commands() {
         {"expect-menu", {expectMenu, 2}},
         {"expect-listed", {expectListed, 1}},
         {"expect-beep", {expectBeep, 0}},
+        {"clipboard", {clipboard, 1}},
         {"expect-clipboard", {expectClipboard, 1}},
         {"expect-clipboard-holds", {expectClipboardHolds, 1}},
         {"expect-suggested", {expectSuggested, 1}},
