@@ -45,6 +45,17 @@ QStringList messagesOf(const ImportedLine& line) {
     return line.isRight() ? line.remarks : line.read.problems;
 }
 
+/// The first problems of a text, as many as have room below the table.
+QString problemsInShort(const QStringList& problems) {
+    constexpr qsizetype most = 3;
+    QStringList shown;
+    for (const QString& each : problems.first(std::min(most, problems.size())))
+        shown.append(beginningOf(each));
+    if (problems.size() > most)
+        shown.last() += QStringLiteral(" (%1 more)").arg(problems.size() - most);
+    return shown.join('\n');
+}
+
 std::unique_ptr<ListRow> rowOf(const ImportedLine& line) {
     const ImportText::Line& read = line.read;
     QStringList texts{QString::number(read.number),
@@ -148,6 +159,7 @@ void frmImport::take(const QString& text, const QString& origin) {
     table = ImportText::read(text);
     lblOrigin->setText(origin);
     begin();
+    lvLines->setFocus(); // where Return means OK
 }
 
 /// Sizes all lines anew, a slice at a time, so that the user can go on and close the screen.
@@ -190,6 +202,11 @@ void frmImport::fillTable() {
     for (const ImportedLine& line : lines)
         rows.push_back(rowOf(line));
     fillList(lvLines, headings(), std::move(rows), Selected::None);
+    const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
+    if (wrong == lines.end())
+        return;
+    for (QTreeWidgetItem* row : lvLines->findItems(QString::number(wrong->read.number), Qt::MatchExactly))
+        lvLines->setCurrentItem(row);
 }
 
 bool frmImport::isReady() const {
@@ -209,7 +226,7 @@ void frmImport::showState() {
     if (working)
         return lblState->setText(tr("Line %1 of %2").arg(lines.size()).arg(table->lines.size()));
     if (!table->problems.isEmpty())
-        return lblState->setText(table->problems.join('\n'));
+        return lblState->setText(problemsInShort(table->problems));
     const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
     if (wrong != lines.end()) {
         const auto count =
@@ -218,7 +235,7 @@ void frmImport::showState() {
                                      .arg(count)
                                      .arg(lines.size())
                                      .arg(wrong->read.number)
-                                     .arg(wrong->read.problems.join(' ')));
+                                     .arg(beginningOf(wrong->read.problems.join(' '))));
     }
     const auto without =
         std::ranges::count_if(lines, [](const ImportedLine& each) { return each.model.isEmpty(); });
