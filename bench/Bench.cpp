@@ -15,6 +15,7 @@
 #include "core/store/Database.h"
 #include "core/store/Gateway.h"
 #include "core/store/JetSql.h"
+#include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
 #include "core/store/SqliteEngine.h"
 #include "documents/report/Reports.h"
@@ -338,6 +339,19 @@ void importLines(benchmark::State& state) {
     Driver::stop();
 }
 
+/// Storing them, as a new job among 100,000 tank lines.
+void storeLines(benchmark::State& state) {
+    const Data data(10000, 100000);
+    Driver::start();
+    TankLine line;
+    line.tankClass = "RCB";
+    line.totSysVolume = 500;
+    const std::vector<TankLine> lines(500, line);
+    for (auto _ : state)
+        Records::addTankLines("J7", lines);
+    Driver::stop();
+}
+
 /// The steps from a new job to the results, with 10,000 models and 100,000 tank lines.
 struct Step {
     const char* name;
@@ -512,6 +526,7 @@ void registerBenchmarks() {
     RegisterBenchmark("import of 500 lines among 10000 models/program", importLines)
         ->UseManualTime()
         ->Iterations(10);
+    RegisterBenchmark("store 500 imported lines/program", storeLines)->Iterations(10);
     RegisterBenchmark("calculation sheet/program", calculationSheet)->Unit(benchmark::kMillisecond);
     registerDocumentBenchmarks();
     registerBackupBenchmarks();

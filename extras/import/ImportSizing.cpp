@@ -93,18 +93,16 @@ void ImportSizing::check(ImportText::Line& read, Application application) const 
 /// Takes the first model that is offered in a series.
 void ImportSizing::choose(ImportedLine& found, Application application, const QString& series, double bore) {
     const Comparison& comparison = comparisons.try_emplace(application, application).first->second;
-    const std::vector<Candidate> candidates = comparison.candidatesFor(found.line, bore);
-    const auto offered = std::ranges::find_if(candidates, [&](const Candidate& each) {
-        return each.series == series && each.model && each.isOffered();
-    });
+    const std::vector<Candidate> candidates = comparison.candidatesFor(found.line, bore, series);
+    const auto offered = std::ranges::find_if(
+        candidates, [](const Candidate& each) { return each.model && each.isOffered(); });
     if (offered != candidates.end()) {
         found.line = offered->line;
         found.model = shownText(offered->model->modelDscrptn);
         return;
     }
-    const auto sized = std::ranges::find(candidates, series, &Candidate::series);
-    if (sized != candidates.end()) {
-        found.line = sized->line;
+    if (!candidates.empty()) {
+        found.line = candidates.front().line; // with its sizes
         found.line.modelNo.reset();
         found.line.qty.reset();
     }
