@@ -6,6 +6,7 @@
 #include "bench/BenchData.h"
 #include "bench/DocumentBench.h"
 #include "bench/Footprint.h"
+#include "bench/ImportBench.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
 #include "core/look/SystemScheme.h"
@@ -484,6 +485,7 @@ void registerBenchmarks() {
     RegisterBenchmark("key in the comparison among 10000 models/program", typeInComparison)
         ->UseManualTime()
         ->Iterations(100);
+    registerImportBenchmarks();
     RegisterBenchmark("calculation sheet/program", calculationSheet)->Unit(benchmark::kMillisecond);
     registerDocumentBenchmarks();
     registerBackupBenchmarks();

@@ -3,6 +3,7 @@
 // Stops with a message giving the file and line of any field that does not fit its column.
 // brennoval-check-data checks whether the figures and texts are right.
 
+#include "core/base/DelimitedText.h"
 #include "core/base/Numbers.h"
 #include "data/Database.h"
 
@@ -42,25 +43,14 @@ std::string readFile(const fs::path& path) {
     return text.str();
 }
 
-/// Splits a CSV line into fields; a field may be quoted, with quotes inside it doubled.
+/// Splits a CSV line into fields.
 Row splitLine(const std::string& line, const Place& place) {
-    Row fields(1);
-    bool quoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const char c = line[i];
-        if (quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"') {
-            fields.back() += line[++i];
-        } else if (c == '"') {
-            quoted = !quoted;
-        } else if (c == ',' && !quoted) {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
-    }
-    if (quoted)
+    try {
+        const std::vector<DelimitedRecord> records = readDelimited(line, ',');
+        return records.empty() ? Row(1) : records.front().fields;
+    } catch (const std::runtime_error&) {
         fail(place, "a quoted field does not end");
-    return fields;
+    }
 }
 
 /// What a column's declared type requires of a field.

@@ -1,15 +1,17 @@
 #pragma once
 
+#include <QString>
+
 class QComboBox;
 
-/// A box in which the job is chosen that something is to be stored in. Its data hold the jobs' IDs.
+/// The combo box with the job that new tanks belong to. Its items hold the ID of their job as data.
 namespace JobChoice {
 
-/// Offers a new job, the job at work, which is chosen, and the newest jobs. Throws DatabaseFault.
+/// Offers a new job, the one at work, which is chosen, and the newest ones. Throws DatabaseFault.
 void fill(QComboBox* box);
-
-/// Call when the user has chosen an entry: for a new job it asks for the ID, adds the job with the user's
-/// defaults and chooses it. Throws DatabaseFault.
+/// Once the user has picked an item: asks for the ID of a new job, and adds the job. Throws DatabaseFault.
 void take(QComboBox* box);
+/// The chosen job; empty for none. Marks the box and says so if there is none.
+QString require(QComboBox* box, const QString& request);
 
 } // namespace JobChoice

@@ -20,8 +20,8 @@ Trailer trailerOf(const QByteArray& pdf) {
     static const QRegularExpression pattern(
         R"(trailer\s*<<\s*/Size (\d+)\s*/Info (\d+) 0 R\s*/Root (\d+) 0 R.*?startxref\s*(\d+))",
         QRegularExpression::DotMatchesEverythingOption);
-    constexpr qsizetype tail = 1000;
-    const auto found = pattern.match(QString::fromLatin1(pdf.last(std::min(tail, pdf.size()))));
+    const qsizetype start = pdf.lastIndexOf("trailer"); // an update has one of its own
+    const auto found = pattern.match(QString::fromLatin1(pdf.mid(std::max(qsizetype(0), start))));
     return {found.captured(1).toInt(), found.captured(2).toLatin1(), found.captured(3).toLatin1(),
             found.captured(4).toLatin1()};
 }

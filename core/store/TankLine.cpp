@@ -4,12 +4,14 @@
 #include "core/base/Numbers.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
+#include "core/store/TankNumbers.h"
 
 #include <QHash>
 
 #include <limits>
 
 using namespace Gateway;
+using namespace TankNumbers;
 
 using Record::column;
 using Record::IfChanged;
@@ -117,58 +119,26 @@ constexpr auto comparedShockColumns = together(shockColumns, shockChoiceColumns)
 
 const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
 
-bool hasHeader(const Connection& connection, const QString& jobID) {
-    Recordset header;
-    header.Open("SELECT JobID FROM tblJobHeader WHERE JobID = ?", connection, {jobID});
-    return !header.atEnd();
-}
-
-RecordGone jobGone() {
-    return RecordGone("This job has been deleted.");
-}
-
-/// The next free number of a job, over an open connection.
-std::int16_t nextNumber(const Connection& connection, const QString& jobID) {
-    Recordset rows;
-    rows.Open("SELECT MAX(TankNo) AS MaxTankNo FROM tblJobData GROUP BY JobID HAVING JobID = ?", connection,
-              {jobID});
-    return rows.atEnd() ? std::int16_t(1) : ToInt16(rows["MaxTankNo"].number() + 1);
-}
-
-/// Adds lines below their job's header and returns their keys. Numbers and rows are one write, so that no
-/// other instance can take a number.
-QStringList add(const QString& job, std::span<const TankLine> lines, TankLine::Columns columns) {
+/// Adds a line below its job's header. Number and row are one write, so that no other instance can take the
+/// number.
+QString add(const TankLine& line, TankLine::Columns columns) {
+    const QString job = line.jobID.value_or(QString());
     const Connection connection = Gateway::openDatabase("User");
     Transaction write(connection);
-    if (!hasHeader(connection, job))
-        throw jobGone();
-    const std::int16_t first = nextNumber(connection, job);
+    requireJob(connection, job);
+    const std::int16_t number = nextNumber(connection, job);
+    QString tankID = job + u'.' + QString::number(number);
     Recordset tank;
     tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
-    QStringList tankIDs;
-    for (const TankLine& line : lines) {
-        const std::int16_t number = ToInt16(double(first) + double(tankIDs.size()));
-        tankIDs.append(job + u'.' + QString::number(number));
-        tank.AddNew();
-        tank["TankNo"] = number;
-        tank["TankID"] = tankIDs.last();
-        tank["JobID"] = job;
-        Record::assign(tank["DateCreated"], line.dateCreated);
-        Record::write(tank, line, columns);
-        tank.Update();
-    }
+    tank.AddNew();
+    tank["TankNo"] = number;
+    tank["TankID"] = tankID;
+    tank["JobID"] = job;
+    Record::assign(tank["DateCreated"], line.dateCreated);
+    Record::write(tank, line, columns);
+    tank.Update();
     write.commit();
-    return tankIDs;
-}
-
-QString add(const TankLine& line, TankLine::Columns columns) {
-    return add(line.jobID.value_or(QString()), {&line, 1}, columns).first();
-}
-
-/// All columns but ID, number and job, which a new line gets.
-TankLine::Columns withoutKeys() {
-    constexpr std::size_t keys = 3;
-    return TankLine::all().subspan(keys);
+    return tankID;
 }
 
 } // namespace
@@ -243,16 +213,15 @@ std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) 
 }
 
 QString copyTankLine(const QString& tankID) {
+    constexpr std::size_t keys = 3;      // ID, number and job, which the new line gets anew
+    constexpr std::size_t otherwise = 1; // and its place
+    static const TankLine::Columns copied =
+        TankLine::all().subspan(keys, TankLine::all().size() - keys - otherwise - TankLine::MostTags);
     auto line = findTankLine(tankID);
     if (!line)
         throw RecordGone("This tank has been deleted.");
     line->dateCreated = QDateTime::currentDateTime();
-    constexpr std::size_t own = 1 + TankLine::MostTags; // its place in documents and its tags
-    return add(*line, withoutKeys().first(withoutKeys().size() - own));
-}
-
-QStringList addTankLines(const QString& jobID, std::span<const TankLine> lines) {
-    return add(jobID, lines, withoutKeys());
+    return add(*line, copied);
 }
 
 void orderTankLines(const QString& jobID, const QStringList& tankIDs) {
@@ -308,9 +277,11 @@ void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
     Transaction write(connection);
     Recordset tank;
     tank.Open(byKey, connection, {tankID}, CursorType::Keyset);
-    if (tank.atEnd())
-        throw line.jobID && !hasHeader(connection, *line.jobID) ? jobGone()
-                                                                : RecordGone("This tank has been deleted.");
+    if (tank.atEnd()) {
+        if (line.jobID)
+            requireJob(connection, *line.jobID);
+        throw RecordGone("This tank has been deleted.");
+    }
     if (ifChanged == IfChanged::Refuse && asRead &&
         !Record::agree(Record::read(tank, columns), *asRead, columns))
         throw RecordChanged("This tank has been changed since it was opened. Save anyway?");

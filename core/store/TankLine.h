@@ -92,10 +92,6 @@ void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
 /// key. Throws RecordGone, Fault 6 past 32,767, and DatabaseFault.
 QString copyTankLine(const QString& tankID);
 
-/// Adds lines with all that they hold to a job, in one write: all or none. Returns their keys, which are new.
-/// Throws RecordGone, Fault 6 past 32,767, and DatabaseFault.
-QStringList addTankLines(const QString& jobID, std::span<const TankLine> lines);
-
 /// Stores the order of a job's tank lines in documents, in one write. A line that is not among them follows.
 /// Throws DatabaseFault.
 void orderTankLines(const QString& jobID, const QStringList& tankIDs);

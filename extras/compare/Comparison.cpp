@@ -102,11 +102,14 @@ void Comparison::addSeries(std::vector<Candidate>& found, const ModelPool& pool,
     }
 }
 
-std::vector<Candidate> Comparison::candidatesFor(const TankLine& conditions, double bore) const {
+std::vector<Candidate> Comparison::candidatesFor(const TankLine& conditions, double bore,
+                                                 const QString& series) const {
     std::vector<Candidate> found;
     const bool shock = compared == Application::Shock;
     std::map<bool, RequiredSizes> sizes; // the same for all series but plain steel
     for (const ModelPool& pool : pools) {
+        if (!series.isEmpty() && pool.series() != series)
+            continue;
         TankLine sized = conditions;
         sized.tankClass = pool.series();
         if (!shock) {

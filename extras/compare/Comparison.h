@@ -36,8 +36,10 @@ class Comparison {
 
     Application application() const { return compared; }
     /// The candidates for a line with conditions and, for a shock arrestor, with its sizes and the bore of
-    /// its pipe in inches. Throws Fault 11 or 6 for conditions that cannot be sized, and DatabaseFault.
-    std::vector<Candidate> candidatesFor(const TankLine& conditions, double bore = 0) const;
+    /// its pipe in inches; of all series, or of one. Throws Fault 11 or 6 for conditions that cannot be
+    /// sized, and DatabaseFault.
+    std::vector<Candidate> candidatesFor(const TankLine& conditions, double bore = 0,
+                                         const QString& series = {}) const;
 
   private:
     void addSeries(std::vector<Candidate>& found, const ModelPool& pool, const TankLine& sized,

@@ -76,12 +76,8 @@ frmCompare::frmCompare() : Screen("frmCompare") {
     CompareTable::prepare(lvModels);
     connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
     connect(lvModels, &QTreeWidget::itemActivated, this, [this] { act(".lvModels", [this] { use(); }); });
-    connect(cmboJob, &QComboBox::activated, this, [this] {
-        act(".cmboJob", [this] {
-            unmarkField(cmboJob);
-            JobChoice::take(cmboJob);
-        });
-    });
+    connect(cmboJob, &QComboBox::activated, this,
+            [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
     on(cmdCalcTSF, ".cmdCalcTSF", [this] { openEstimate(); });
     on(cmdMetric, ".cmdMetric", [this] { openMetric(); });
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { Pipes::openPipeChooser(name()); });
@@ -349,13 +345,10 @@ void frmCompare::use() {
     if (!cmdUse->isEnabled() || !row)
         return;
     const bool over = optOver->isChecked();
-    const QString jobID = cmboJob->currentData().toString();
-    if (!over && jobID.isEmpty()) {
-        setStatusText(tr("Choose the job that the tank belongs to"));
-        markField(cmboJob);
-        cmboJob->setFocus();
+    const QString jobID =
+        over ? QString() : JobChoice::require(cmboJob, tr("Choose the job that the tank belongs to"));
+    if (!over && jobID.isEmpty())
         return;
-    }
     const Candidate taken = *row;
     const bool several = takesSeveral(candidates, taken);
     const Application each = application();

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Registers the import of conditions from a table: its screen and command.
+/// Registers the import of conditions: its screen and command.
 void registerImport();

@@ -1,62 +1,77 @@
 #include "extras/import/frmImport.h"
 
 #include "core/base/ApplicationNames.h"
-#include "core/base/Fault.h"
-#include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
-#include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
-#include "core/store/UserDefaults.h"
-#include "extras/import/TextTable.h"
 #include "jobs/JobChoice.h"
-#include "shock/ShockSizing.h"
-#include "sizing/ConditionRules.h"
 #include "sizing/Series.h"
-#include "sizing/TankSizing.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QFile>
-#include <QGuiApplication>
-#include <QProgressDialog>
+#include <QFileInfo>
 #include <QSaveFile>
+#include <QTimer>
 
 #include <algorithm>
-#include <array>
 
-using namespace ApplicationNames;
-using namespace Fields;
-using namespace Records;
 using namespace StatusBar;
 
 namespace {
 
-constexpr qint64 largestFile = 10'000'000; // bytes; 100,000 systems have less
-const QString filter = QStringLiteral("Tables (*.csv *.txt *.tsv)");
+const QString textFilter = QStringLiteral("CSV Files (*.csv *.txt)");
+constexpr qint64 largestFile = 10'000'000; // bytes; the most lines take a tenth
 
-Fault accessFault(const QFileDevice& file) {
-    return {Fault::PathFileAccess,
-            ("Path/File access error: " + file.fileName() + ": " + file.errorString()).toStdString()};
+QStringList headings() {
+    return {"Line",  "Tag",         "Application", "Series",     "Model No.",    "Qty",        "Message",
+            "Fluid", "Volume, gal", "Min., °F",    "Max., °F",   "Min., psig",   "Max., psig", "Atm., psia",
+            "Pipe",  "Length, ft",  "Flow, gpm",   "Flow, psig", "Static, psig", "Shock, psig"};
+}
+constexpr int numberColumn = 0;
+constexpr int messageColumn = 6;
+
+/// The boxes behind the columns after the message.
+const char* const shownBoxes[] = {"cmboFluidType", "txtTotSysFluid", "txtSOTMin",      "txtSOTMax",
+                                  "txtSOPMin",     "txtSOPMax",      "txtAtmPressure", "PipeIndex",
+                                  "PipeLength",    "FlowRate",       "FlowPressure",   "StaticPressure",
+                                  "ShockPressure"};
+
+QStringList messagesOf(const ImportedLine& line) {
+    return line.isRight() ? line.remarks : line.read.problems;
 }
 
-/// The conditions in a few words, with their units.
-QString inWords(const ImportedTank& tank) {
-    const TankLine& line = tank.line;
-    if (tank.application == Application::Shock)
-        return QStringLiteral("%1, %2 ft, %3 gpm, %4 / %5 / %6 psig")
-            .arg(shownText(line.pipeIndex), shownText(line.pipeLength), shownText(line.flowRate),
-                 shownText(line.flowPressure), shownText(line.staticPressure), shownText(line.shockPressure));
-    const QString pressures =
-        QStringLiteral("%1 to %2 psig, %3 psia")
-            .arg(shownText(line.sopMin), shownText(line.sopMax), shownText(line.atmPressure));
-    const QString volume = shownText(line.totSysVolume) + " gal";
-    if (tank.application == Application::Hydropneumatic)
-        return volume + ", " + pressures;
-    return QStringLiteral("%1 of %2, %3 to %4 °F, %5")
-        .arg(volume, shownText(line.sysFluidType), shownText(line.sotMin), shownText(line.sotMax), pressures);
+/// The first problems of a text, as many as have room below the table.
+QString problemsInShort(const QStringList& problems) {
+    constexpr qsizetype most = 3;
+    QStringList shown;
+    for (const QString& each : problems.first(std::min(most, problems.size())))
+        shown.append(beginningOf(each));
+    if (problems.size() > most)
+        shown.last() += QStringLiteral(" (%1 more)").arg(problems.size() - most);
+    return shown.join('\n');
+}
+
+std::unique_ptr<ListRow> rowOf(const ImportedLine& line) {
+    const ImportText::Line& read = line.read;
+    QStringList texts{QString::number(read.number),
+                      read.tag,
+                      read.application ? ApplicationNames::AppName(*read.application) : QString(),
+                      read.series,
+                      line.model,
+                      line.line.qty ? QString::number(*line.line.qty) : QString(),
+                      messagesOf(line).join(' ')};
+    const QStringList own = read.application ? ImportText::boxesOf(*read.application) : QStringList();
+    for (const char* box : shownBoxes)
+        texts.append(own.contains(box) ? read.boxes.value(box) : QString());
+    auto row = std::make_unique<ListRow>(texts);
+    row->setSortKey(numberColumn, read.number);
+    row->setToolTip(messageColumn, messagesOf(line).join(u'\n'));
+    return row;
 }
 
 } // namespace
@@ -65,218 +80,193 @@ frmImport::frmImport() : Screen("frmImport") {
     setupUi(this);
     prepare();
     setDefault(cmdOK);
-    for (const auto& [box, application] : {std::pair(cmboSeriesEXP, Application::Expansion),
-                                           {cmboSeriesTHM, Application::Thermal},
-                                           {cmboSeriesHYD, Application::Hydropneumatic}}) {
-        box->addItem(tr("None"), QString());
-        for (const Series& series : allSeries)
-            if (series.application == application)
-                box->addItem(series.code, QString(series.code));
-        connect(box, &QComboBox::activated, this, [this] {
-            act(".cmboSeries", [this] {
-                if (!source.isNull())
-                    read(source, sourceName);
-            });
-        });
-    }
-    connect(cmboJob, &QComboBox::activated, this, [this] {
-        act(".cmboJob", [this] {
-            unmarkField(cmboJob);
-            JobChoice::take(cmboJob);
-        });
-    });
-    connect(chkLeaveOut, &QCheckBox::toggled, this, [this] { showState(); });
+    fillSeries();
+    sortByHeadings(lvLines);
+    lvLines->setProperty("narrow", true); // its columns scroll in it
     on(cmdFile, ".cmdFile", [this] { openFile(); });
-    on(cmdPaste, ".cmdPaste", [this] { read(QGuiApplication::clipboard()->text(), tr("clipboard")); });
+    on(cmdPaste, ".cmdPaste", [this] { paste(); });
     on(cmdTemplate, ".cmdTemplate", [this] { saveTemplate(); });
     on(cmdOK, ".cmdOK", [this] { store(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Screens::unload(name()); });
+    connect(cmboJob, &QComboBox::activated, this,
+            [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
+    for (QComboBox* box : {cmboExpansion, cmboThermal, cmboHydro})
+        connect(box, &QComboBox::currentIndexChanged, this, [this] { trap(".begin", [this] { begin(); }); });
+}
+
+void frmImport::fillSeries() {
+    for (const auto& [box, application] : {std::pair(cmboExpansion, Application::Expansion),
+                                           {cmboThermal, Application::Thermal},
+                                           {cmboHydro, Application::Hydropneumatic}})
+        for (const Series& series : allSeries)
+            if (series.application == application)
+                box->addItem(series.code);
+}
+
+ImportSizing::ChosenSeries frmImport::chosenSeries() const {
+    return {{Application::Expansion, cmboExpansion->currentText()},
+            {Application::Thermal, cmboThermal->currentText()},
+            {Application::Hydropneumatic, cmboHydro->currentText()}};
 }
 
 void frmImport::Load() {
     setStatusText("Import conditions");
     JobChoice::fill(cmboJob);
-    showTanks();
+    fillTable();
+    finish();
+    setEntered(false);
 }
 
-void frmImport::openFile() {
-    const QString path = Dialogs::current().openFile(filter, {}, windowTitle());
-    if (path.isEmpty())
-        return;
-    const Hourglass hourglass;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw accessFault(file);
-    const QByteArray bytes = file.read(largestFile + 1);
-    if (bytes.size() > largestFile) {
-        Dialogs::current().show(
-            {.text = tr("This file is too large for a table of conditions."), .title = windowTitle()});
-        return;
-    }
-    if (file.error() != QFileDevice::NoError)
-        throw accessFault(file);
-    read(decoded(bytes), QFileInfo(path).fileName());
-}
-
-void frmImport::saveTemplate() {
-    const QString path = Dialogs::current().saveFile(filter, "conditions.csv");
-    if (path.isEmpty())
-        return;
-    QSaveFile file(path);
-    const QByteArray text =
-        "\xEF\xBB\xBF" + ConditionTable::sample().toUtf8(); // by which spreadsheets know it
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
-        throw accessFault(file);
-    setStatusText(tr("Saved a template to %1").arg(path));
-}
-
-/// Shows what the text would store. Whoever stops a long search for models keeps what was shown before.
-void frmImport::read(const QString& text, const QString& origin) {
-    const UserDefaults user = readUserDefaults().value_or(UserDefaults());
-    ConditionTable::Systems before = std::exchange(
-        systems,
-        ConditionTable::systemsIn(text, user.defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
-    if (!chooseModels()) {
-        systems = std::move(before);
-        return setStatusText(tr("Stopped"));
-    }
-    source = text.isNull() ? QString("") : text;
-    sourceName = origin;
-    showTanks();
-    (cmdOK->isEnabled() ? static_cast<QWidget*>(cmdOK) : lvLines)->setFocus();
-}
-
-QString frmImport::seriesFor(const ImportedTank& tank) const {
-    if (const QString given = shownText(tank.line.tankClass); !given.isEmpty())
-        return given;
-    switch (tank.application.value_or(Application::Package)) {
-    case Application::Expansion:
-        return cmboSeriesEXP->currentData().toString();
-    case Application::Thermal:
-        return cmboSeriesTHM->currentData().toString();
-    case Application::Hydropneumatic:
-        return cmboSeriesHYD->currentData().toString();
-    case Application::Shock:
-    case Application::Package:
-        break;
-    }
-    return {};
-}
-
-/// False when the user stops it.
-bool frmImport::chooseModels() {
-    constexpr int patience = 800; // milliseconds before the progress shows
-    QProgressDialog progress(tr("Choosing models..."), tr("&Stop"), 0, int(systems.tanks.size()), this);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(patience);
-    for (ImportedTank& tank : systems.tanks) {
-        if (tank.isGood())
-            chooseModel(tank);
-        progress.setValue(progress.value() + 1);
-        if (progress.wasCanceled())
-            return false;
-    }
+bool frmImport::QueryUnload() {
+    ++round; // ends the sizing
+    SetStatusBarText();
     return true;
 }
 
-/// Takes the first model that the search offers.
-void frmImport::chooseModel(ImportedTank& tank) {
-    const QString series = seriesFor(tank);
-    if (series.isEmpty()) {
-        tank.remark = tr("No series is chosen.");
+void frmImport::openFile() {
+    const QString path = Dialogs::current().openFile(textFilter, {}, tr("Import conditions"));
+    if (path.isEmpty())
+        return;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
+        const QString why = file.isOpen() ? tr("it is too large") : file.errorString();
+        Dialogs::current().show(
+            {.text = tr("This file cannot be read: %1.").arg(why), .title = tr("Import conditions")});
         return;
     }
-    try {
-        const auto comparison =
-            comparisons.try_emplace(*tank.application, *tank.application).first; // reads the models once
-        const auto candidates = comparison->second.candidatesFor(tank.line, tank.bore);
-        const auto of = [&](const Candidate& one) { return one.series == series; };
-        auto taken = std::ranges::find_if(candidates,
-                                          [&](const Candidate& one) { return of(one) && one.isOffered(); });
-        if (taken == candidates.end())
-            taken = std::ranges::find_if(candidates, of);
-        if (taken == candidates.end())
-            return;
-        const auto tags = tank.line.tags;
-        tank.line = taken->line;
-        tank.line.tags = tags;
-        if (!taken->isOffered()) {
-            tank.line.modelNo.reset();
-            tank.line.qty.reset();
-            tank.remark = tr("No model of the series is large enough.");
-        } else {
-            tank.remark = taken->notes.join(' ');
-        }
-    } catch (const DatabaseFault&) {
-        throw;
-    } catch (const Fault& fault) {
-        tank.problems.append(tr("These conditions cannot be sized: %1.").arg(fault.what()));
-    }
+    take(ImportText::decoded(file.readAll()), QFileInfo(path).fileName());
 }
 
-void frmImport::showTanks() {
-    ListRows rows;
-    for (const ImportedTank& tank : systems.tanks) {
-        const TankLine& line = tank.line;
-        rows.push_back(std::make_unique<ListRow>(QStringList{
-            QString::number(tank.row), shownText(line.tags[0]),
-            tank.application ? AppName(*tank.application) : QString(), shownText(line.tankClass),
-            tank.isGood() ? inWords(tank) : QString(), shownText(line.modelNo), shownText(line.qty),
-            tank.isGood() ? tank.remark : tr("Wrong: %1").arg(tank.problems.join(' '))}));
-        rows.back()->setSortKey(0, tank.row);
+void frmImport::paste() {
+    take(QApplication::clipboard()->text(), tr("From the clipboard"));
+}
+
+void frmImport::saveTemplate() {
+    const QString path = Dialogs::current().saveFile(textFilter, "conditions.csv");
+    if (path.isEmpty())
+        return;
+    QSaveFile file(path);
+    const QByteArray text = ImportText::sample();
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        Dialogs::current().show({.text = tr("The template cannot be saved: %1.").arg(file.errorString()),
+                                 .title = tr("Import conditions")});
+        return;
     }
-    fillList(lvLines, {"Line", "Tag", "Application", "Series", "Conditions", "Model No.", "Qty", "Remarks"},
-             std::move(rows));
-    const bool wrong =
-        std::ranges::any_of(systems.tanks, [](const ImportedTank& tank) { return !tank.isGood(); });
-    chkLeaveOut->setVisible(wrong);
-    chkLeaveOut->setChecked(false);
+    setStatusText(tr("Saved the template"));
+}
+
+void frmImport::take(const QString& text, const QString& origin) {
+    table = ImportText::read(text);
+    lblOrigin->setText(origin);
+    begin();
+    lvLines->setFocus(); // where Return means OK
+}
+
+/// Sizes all lines anew, a slice at a time, so that the user can go on and close the screen.
+void frmImport::begin() {
+    ++round;
+    lines.clear();
+    if (!table)
+        return;
+    sizing.emplace();
+    lines.reserve(table->lines.size());
+    prgLines->setRange(0, std::max(1, int(table->lines.size())));
+    work();
+}
+
+void frmImport::work() {
+    constexpr int slice = 200; // milliseconds
+    const ImportSizing::ChosenSeries series = chosenSeries();
+    QElapsedTimer clock;
+    clock.start();
+    while (lines.size() < table->lines.size() && !clock.hasExpired(slice))
+        lines.push_back(sizing->sized(table->lines[lines.size()], series));
+    if (lines.size() == table->lines.size()) {
+        fillTable();
+        return finish();
+    }
+    showState();
+    QTimer::singleShot(0, this, [this, begun = round] {
+        if (begun == round)
+            trap(".work", [this] { work(); });
+    });
+}
+
+void frmImport::finish() {
+    sizing.reset();
     showState();
 }
 
-std::vector<TankLine> frmImport::goodLines() const {
-    std::vector<TankLine> lines;
-    for (const ImportedTank& tank : systems.tanks)
-        if (tank.isGood())
-            lines.push_back(tank.line);
-    return lines;
+void frmImport::fillTable() {
+    ListRows rows;
+    for (const ImportedLine& line : lines)
+        rows.push_back(rowOf(line));
+    fillList(lvLines, headings(), std::move(rows), Selected::None);
+    const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
+    if (wrong == lines.end())
+        return;
+    for (QTreeWidgetItem* row : lvLines->findItems(QString::number(wrong->read.number), Qt::MatchExactly))
+        lvLines->setCurrentItem(row);
 }
 
+bool frmImport::isReady() const {
+    return table && table->problems.isEmpty() && !lines.empty() && lines.size() == table->lines.size() &&
+           std::ranges::all_of(lines, &ImportedLine::isRight);
+}
+
+/// Says what OK would do, or what is in its way.
 void frmImport::showState() {
-    const std::size_t good = goodLines().size();
-    const std::size_t wrong = systems.tanks.size() - good;
-    QString state = systems.problems.join(' ');
-    if (state.isEmpty() && source.isNull())
-        state = tr("Open a file or paste a table whose first line names the columns.");
-    else if (state.isEmpty())
-        state = tr("%1: %2 systems, %3 wrong.").arg(sourceName).arg(systems.tanks.size()).arg(wrong);
-    lblState->setText(state);
-    cmdOK->setEnabled(good > 0 && (wrong == 0 || chkLeaveOut->isChecked()));
-    setEntered(good > 0);
+    const bool working = table && lines.size() < table->lines.size();
+    prgLines->setVisible(working);
+    prgLines->setValue(int(lines.size()));
+    cmdOK->setEnabled(isReady());
+    if (!table)
+        return lblState->setText(tr("Open a file with one system a line, or paste it from a spreadsheet. The "
+                                    "template shows the columns."));
+    if (working)
+        return lblState->setText(tr("Line %1 of %2").arg(lines.size()).arg(table->lines.size()));
+    if (!table->problems.isEmpty())
+        return lblState->setText(problemsInShort(table->problems));
+    const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
+    if (wrong != lines.end()) {
+        const auto count =
+            std::ranges::count_if(lines, [](const ImportedLine& each) { return !each.isRight(); });
+        return lblState->setText(tr("%1 of %2 lines cannot be stored. Line %3: %4")
+                                     .arg(count)
+                                     .arg(lines.size())
+                                     .arg(wrong->read.number)
+                                     .arg(beginningOf(wrong->read.problems.join(' '))));
+    }
+    const auto without =
+        std::ranges::count_if(lines, [](const ImportedLine& each) { return each.model.isEmpty(); });
+    lblState->setText(
+        without == 0 ? tr("Lines to store: %1").arg(lines.size())
+                     : tr("Lines to store: %1, of which without a model: %2").arg(lines.size()).arg(without));
 }
 
-/// Stores all lines in one write, and shows the job.
+/// Stores all lines in one transaction, and shows their job.
 void frmImport::store() {
     const Hourglass hourglass;
-    const QString jobID = cmboJob->currentData().toString();
-    if (jobID.isEmpty()) {
-        setStatusText(tr("Choose the job that the tanks belong to"));
-        markField(cmboJob);
-        cmboJob->setFocus();
+    if (!isReady())
         return;
-    }
-    std::vector<TankLine> lines = goodLines();
-    for (TankLine& line : lines)
-        line.dateCreated = QDateTime::currentDateTime();
+    const QString jobID = JobChoice::require(cmboJob, tr("Choose the job that the tanks belong to"));
+    if (jobID.isEmpty())
+        return;
     Screens::beginTask([&] {
         Faults::runTrapped(name() + ".cmdOK", [&] {
-            addTankLines(jobID, lines);
+            std::vector<TankLine> tanks;
+            for (const ImportedLine& each : lines) {
+                tanks.push_back(each.line);
+                tanks.back().dateCreated = QDateTime::currentDateTime();
+            }
+            procedure(".store", [&] { Records::addTankLines(jobID, tanks); });
+            const auto count = tanks.size();
             Session::JobID.write(jobID);
             Session::TankID.write("");
             Session::Mode.write(Session::Modes::Edit);
             Screens::drop(this);
             Screens::open("frmJobOverview");
-            setStatusText(QCoreApplication::translate("frmImport", "Imported %1 tanks").arg(lines.size()));
+            setStatusText(QStringLiteral("Imported %1 tanks").arg(count));
         });
     });
 }

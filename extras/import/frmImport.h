@@ -1,14 +1,13 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "extras/compare/Comparison.h"
-#include "extras/import/ConditionTable.h"
+#include "extras/import/ImportSizing.h"
 #include "ui_frmImport.h"
 
-#include <map>
+#include <optional>
 
-/// Takes the conditions of many systems from a table into a job, each with the first model of a series.
-/// Nothing is stored before OK.
+/// Conditions of many systems, read from a file or the clipboard, and shown as they will be stored. Nothing
+/// is stored before OK.
 class frmImport : public Screen, private Ui::frmImport {
   public:
     frmImport();
@@ -16,23 +15,28 @@ class frmImport : public Screen, private Ui::frmImport {
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
     QWidget* firstField() const override { return cmdFile; }
+    /// Reads a text in place of the one before.
+    void take(const QString& text, const QString& origin);
 
   private:
     void Load() override;
     void showChanges() override {}
+    bool QueryUnload() override;
+    void fillSeries();
     void openFile();
+    void paste();
     void saveTemplate();
-    void read(const QString& text, const QString& origin);
-    bool chooseModels();
-    void chooseModel(ImportedTank& tank);
-    QString seriesFor(const ImportedTank& tank) const;
-    void showTanks();
+    void begin();
+    void work();
+    void finish();
+    void fillTable();
     void showState();
-    std::vector<TankLine> goodLines() const;
+    bool isReady() const;
+    ImportSizing::ChosenSeries chosenSeries() const;
     void store();
 
-    QString source; // the text that was read; null before
-    QString sourceName;
-    ConditionTable::Systems systems;
-    std::map<Application, Comparison> comparisons; // of the applications met so far
+    std::optional<ImportText::Table> table;
+    std::optional<ImportSizing> sizing;
+    std::vector<ImportedLine> lines; // those of the table that are sized
+    int round = 0;                   // counts the beginnings, so that a slice of an earlier one does nothing
 };

@@ -72,8 +72,10 @@ class Maker {
     }
 
     Document document() {
-        Document whole{
-            .title = "Package, " + jobID, .author = "Ordwick Company", .fileName = jobID + " package"};
+        Document whole;
+        whole.title = "Package, " + jobID;
+        whole.author = "Ordwick Company";
+        whole.fileName = jobID + " package";
         whole.of = ReportOf::Job;
         const qsizetype first = coverPages(0).size(); // the numbers do not change how many pages it takes
         whole.pages = coverPages(int(first)) + pages;

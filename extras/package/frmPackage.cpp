@@ -43,8 +43,9 @@ void frmPackage::Load() {
     setStatusText("Job package");
     lblJobID->setText(Session::JobID.text());
     setTitle("Job Package " + lblJobID->text());
-    QString parts = "S";
-    lastChoice.read(parts);
+    QString parts;
+    if (!lastChoice.read(parts))
+        parts = "S";
     chkSubmittals->setChecked(parts.contains('S'));
     chkCalculations->setChecked(parts.contains('C'));
     chkSpecifications->setChecked(parts.contains('T'));

@@ -331,10 +331,6 @@ void file(Stage& stage, Words w) {
     stage.dialogs.files.append(QDir(stage.homeFolder).filePath(w[0]));
 }
 
-void clipboard(Stage&, Words w) {
-    QGuiApplication::clipboard()->setText(w[0]);
-}
-
 void writeFile(Stage& stage, Words w) {
     QFile target(QDir(stage.homeFolder).filePath(w[0]));
     require(target.open(QIODevice::WriteOnly) && target.write(w[1].toUtf8()) > 0,
@@ -504,6 +500,10 @@ void expectClipboard(Stage&, Words w) {
 void expectClipboardHolds(Stage&, Words w) {
     require(QApplication::clipboard()->text().contains(w[0]), "the clipboard does not hold " + w[0]);
 }
+/// What another program has copied.
+void clipboard(Stage&, Words w) {
+    QApplication::clipboard()->setText(w[0]);
+}
 void expectSession(Stage&, Words w) {
     QString text;
     Registry::GetRegValue(Registry::HKeyCurrentUser(), Registry::AppRegistryKey(), w[0], text);
@@ -585,7 +585,6 @@ const QHash<QString, Command>& commands() {
         {"installer-file", {installerFile, 2}},
         {"file", {file, 1}},
         {"cancel", {cancel, 0}},
-        {"clipboard", {clipboard, 1}},
         {"write", {writeFile, 2}},
         {"close", {close, 1, true}},
         {"title", {title, 1}},
@@ -610,6 +609,7 @@ const QHash<QString, Command>& commands() {
         {"expect-menu", {expectMenu, 2}},
         {"expect-listed", {expectListed, 1}},
         {"expect-beep", {expectBeep, 0}},
+        {"clipboard", {clipboard, 1}},
         {"expect-clipboard", {expectClipboard, 1}},
         {"expect-clipboard-holds", {expectClipboardHolds, 1}},
         {"expect-suggested", {expectSuggested, 1}},

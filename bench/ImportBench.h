@@ -1,0 +1,4 @@
+#pragma once
+
+/// Registers the benchmarks of the import of conditions.
+void registerImportBenchmarks();

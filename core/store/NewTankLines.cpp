@@ -1,0 +1,32 @@
+#include "core/store/NewTankLines.h"
+
+#include "core/base/Numbers.h"
+#include "core/store/Gateway.h"
+#include "core/store/TankNumbers.h"
+
+namespace Records {
+
+QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines) {
+    constexpr std::size_t keys = 3; // ID, number and job
+    const Connection user = Gateway::openDatabase("User");
+    Transaction write(user);
+    TankNumbers::requireJob(user, jobID);
+    int number = TankNumbers::nextNumber(user, jobID);
+    Recordset tanks;
+    tanks.Open("tblJobData", user, CursorType::Keyset, CommandType::Table);
+    QStringList added;
+    for (const TankLine& line : lines) {
+        const QString tankID = jobID + u'.' + QString::number(number);
+        tanks.AddNew();
+        tanks["TankNo"] = ToInt16(number++);
+        tanks["TankID"] = tankID;
+        tanks["JobID"] = jobID;
+        Record::write(tanks, line, TankLine::all().subspan(keys));
+        tanks.Update();
+        added.append(tankID);
+    }
+    write.commit();
+    return added;
+}
+
+} // namespace Records

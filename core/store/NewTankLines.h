@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/store/TankLine.h"
+
+#include <vector>
+
+namespace Records {
+
+/// Adds tank lines to a job, numbered in their order, in one transaction: all of them or none. Everything but
+/// keys and numbers is taken from the lines. Returns their keys. Throws RecordGone if the job does not exist,
+/// Fault 6 past number 32,767, and DatabaseFault.
+QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines);
+
+} // namespace Records
