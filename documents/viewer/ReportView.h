@@ -68,7 +68,7 @@ class ReportView : public QAbstractScrollArea {
     void paintMarks(QPainter& painter, int page) const;
 
     Pages shownPages;
-    Zoom zoom = Zoom::WholePage;
+    Zoom zoom = Zoom::PageWidth;
     double shownScale = 1; // screen units per point
     QString searchedText;
     QList<TextRange> found;
