@@ -8,6 +8,7 @@
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Trap.h"
+#include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "jobs/JobSearch.h"
 
@@ -27,6 +28,8 @@ void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
         Faults::runTrapped("StartPage.openJob", [&] {
+            if (!Records::readJobHeader(jobID)) // another copy of the program was faster
+                throw RecordGone("This job has been deleted.");
             Session::Mode.write(Session::Modes::Edit);
             Session::JobID.write(jobID);
             Session::TankID.write("");

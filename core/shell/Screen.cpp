@@ -213,6 +213,8 @@ bool Screen::leaveFor(const QString& screen) {
 }
 
 void Screen::setDefault(QPushButton* button) {
+    if (defaultButton && defaultButton != button)
+        defaultButton->setDefault(false); // or both are painted as the one that Return presses
     defaultButton = button;
     button->setDefault(true);
 }

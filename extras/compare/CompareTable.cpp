@@ -136,30 +136,37 @@ void prepare(QTreeWidget* list) {
 }
 
 void fill(QTreeWidget* list, const std::vector<Candidate>& candidates, const std::vector<int>& places,
-          Application application) {
+          Application application, const QStringList& wanted) {
     const auto identity = [](const QTreeWidgetItem* row) {
         return row ? QStringList{row->text(SeriesCode), row->text(Quantity), row->text(ModelNo)}
                    : QStringList();
     };
-    const QStringList before = identity(list->currentItem());
+    const QStringList before = list->currentItem() ? identity(list->currentItem()) : wanted;
     ListRows rows;
     for (const int place : places)
         rows.push_back(rowOf(candidates[std::size_t(place)], place, application));
     fillList(list, headings(), std::move(rows), Selected::None);
     const QBrush grey = list->palette().brush(QPalette::Disabled, QPalette::Text);
-    QTreeWidgetItem* kept = nullptr;
-    QTreeWidgetItem* first = nullptr;
+    // The row that was chosen; failing that, one of its series and quantity, then of its series, then any.
+    QTreeWidgetItem* best = list->topLevelItem(0);
+    int bestRank = -1;
     for (int i = 0; i < list->topLevelItemCount(); ++i) {
         QTreeWidgetItem* row = list->topLevelItem(i);
         const bool offered = candidates[row->data(0, placeRole).toUInt()].isOffered();
         for (int column = 0; !offered && column <= Notes; ++column)
             row->setForeground(column, grey);
-        if (identity(row) == before)
-            kept = row;
-        if (offered && !first)
-            first = row;
+        const QStringList here = identity(row);
+        int rank = offered ? 0 : -1;
+        if (here == before)
+            rank = 3;
+        else if (offered && here.first() == before.value(0))
+            rank = here[1] == before.value(1) ? 2 : 1;
+        if (rank > bestRank) {
+            bestRank = rank;
+            best = row;
+        }
     }
-    list->setCurrentItem(kept ? kept : first ? first : list->topLevelItem(0));
+    list->setCurrentItem(best);
 }
 
 std::vector<int> places(const QTreeWidget* list) {

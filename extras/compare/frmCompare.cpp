@@ -153,7 +153,11 @@ void frmCompare::Load() {
 }
 
 void frmCompare::showLine(const TankLine& line) {
-    setTexts(*pnlTank, ConditionRules::boxesOf(line));
+    QHash<QString, QString> boxes = ConditionRules::boxesOf(line);
+    if (lineApplication) // what its screens hide would show here for another application
+        for (const QString& hidden : ConditionRules::hiddenBoxes(*lineApplication).keys())
+            boxes.remove(hidden);
+    setTexts(*pnlTank, boxes);
     setTexts(*pnlShock, ShockSizing::boxesOf(line));
 }
 
@@ -166,9 +170,11 @@ void frmCompare::adaptToApplication() {
     pnlShock->setVisible(shock);
     cmdCalcTSF->setVisible(!shock);
     const QHash<QString, QString> fixed = ConditionRules::hiddenBoxes(each);
-    if (fixed.contains("cmboFluidType"))
-        cmboFluidType->setCurrentText(fixed["cmboFluidType"]);
-    cmboFluidType->setEnabled(!fixed.contains("cmboFluidType"));
+    const bool choosesFluid = !fixed.contains("cmboFluidType");
+    if (cmboFluidType->isEnabled())
+        ownFluid = cmboFluidType->currentText();
+    cmboFluidType->setEnabled(choosesFluid);
+    cmboFluidType->setCurrentText(choosesFluid ? ownFluid : fixed["cmboFluidType"]);
     for (QWidget* hidden :
          std::initializer_list<QWidget*>{txtSOTMin, txtSOTMax, lblSOTMinUM, lblSOTMaxUM, lblSOTMin, lblSOTMax,
                                          lblSOTMinRange, lblSOTMaxRange, cmboFluidType, lblFluidType})
@@ -180,9 +186,11 @@ void frmCompare::adaptToApplication() {
     if (!canReplace)
         optNew->setChecked(true);
     cmboJob->setEnabled(optNew->isChecked());
-    comparison.emplace(each);
+    comparison.reset();
     compared.reset();
     candidates.clear();
+    fillTable();
+    comparison.emplace(each);
     refresh();
 }
 
@@ -214,10 +222,13 @@ Objections frmCompare::markWrong() {
     return wrong;
 }
 
-/// Compares anew. Conditions that cannot be compared leave the table as it was, greyed.
+/// Compares again. Conditions that cannot be compared, or a fault on the way, leave the table as it was,
+/// greyed.
 void frmCompare::refresh() {
     if (!comparison)
         return;
+    lvModels->setEnabled(false); // or a fault would leave a model on offer for other conditions
+    cmdUse->setEnabled(false);
     const Objections wrong = markWrong();
     QString obstacle;
     QStringList missing;
@@ -276,7 +287,10 @@ void frmCompare::fillTable() {
             wanted.push_back(int(i));
     {
         const QSignalBlocker quiet(lvModels);
-        CompareTable::fill(lvModels, candidates, wanted, application());
+        QStringList own; // the model of the line from which this was opened
+        if (asRead)
+            own = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
+        CompareTable::fill(lvModels, candidates, wanted, application(), own);
     }
     showChosen();
 }

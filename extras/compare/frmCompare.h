@@ -35,7 +35,6 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void showChanges() override {}
     bool QueryUnload() override;
     void prepareBoxes();
-    void prepareTable();
     void showLine(const TankLine& line);
     Application application() const;
     void adaptToApplication();
@@ -60,4 +59,5 @@ class frmCompare : public Screen, private Ui::frmCompare {
     std::optional<TankLine> compared; // the conditions of the table
     std::vector<Candidate> candidates;
     QSet<QString> touched; // boxes in which something was typed
+    QString ownFluid;      // chosen where the application leaves the choice
 };

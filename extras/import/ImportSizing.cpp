@@ -6,6 +6,7 @@
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/UserDefaults.h"
+#include "documents/tags/UnitTags.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -48,6 +49,19 @@ QString pipeOf(const QString& text) {
     return key.isEmpty() ? text : key;
 }
 
+/// Whether the screen of the tags can show a tag, which it does in two boxes.
+bool canBeSplit(const QString& tag) {
+    const bool plain = std::ranges::all_of(tag, [](QChar each) { return each.isPrint(); });
+    if (tag.isEmpty() || !plain)
+        return plain;
+    try {
+        UnitTags::split(tag);
+        return true;
+    } catch (const Fault&) {
+        return false;
+    }
+}
+
 } // namespace
 
 ImportSizing::ImportSizing()
@@ -63,6 +77,8 @@ void ImportSizing::check(ImportText::Line& read, Application application) const 
     QHash<QString, QString>& boxes = read.boxes;
     if (read.tag.size() > longestTag)
         read.problems.append(QStringLiteral("Tag: no more than %1 characters.").arg(longestTag));
+    else if (!canBeSplit(read.tag))
+        read.problems.append("Tag: two parts with a hyphen between them, such as AHU-1.");
     const QStringList own = ImportText::boxesOf(application);
     if (own.contains("cmboFluidType")) {
         const QString given = boxes.value("cmboFluidType");

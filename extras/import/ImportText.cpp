@@ -83,6 +83,8 @@ std::optional<Application> applicationIn(const QString& text) {
     return found == names.cend() ? std::nullopt : std::optional(*found);
 }
 
+constexpr int longestShown = 40; // characters of a cell in a message
+
 /// Reads the records of a text below its headings.
 class TableReader {
   public:
@@ -146,7 +148,8 @@ class TableReader {
             if (text.isEmpty())
                 continue;
             if (at >= headings.size() || !headings[at].column)
-                line.problems.append(QStringLiteral("\"%1\" stands below no heading.").arg(text));
+                line.problems.append(
+                    QStringLiteral("\"%1\" is below no heading.").arg(text.left(longestShown)));
             else
                 take(line, headings[at], text);
         }
@@ -230,6 +233,9 @@ Table read(const QString& text) {
         const std::vector<DelimitedRecord> records = readDelimited(bytes, separator);
         if (records.empty())
             return {.problems = {"There is no text to import."}};
+        if (records.front().fields.size() > mostColumns)
+            return {
+                .problems = {QStringLiteral("More than %1 columns cannot be imported.").arg(mostColumns)}};
         if (records.size() > mostLines + 1)
             return {.problems = {
                         QStringLiteral("More than %1 lines cannot be imported at once.").arg(mostLines)}};

@@ -30,6 +30,8 @@ struct Table {
 
 /// The most lines that one text may have.
 inline constexpr std::size_t mostLines = 5000;
+/// The same for columns.
+inline constexpr std::size_t mostColumns = 100;
 
 /// Reads a text. What is wrong is said in the table and its lines; metric values are converted as the metric
 /// pads do.
