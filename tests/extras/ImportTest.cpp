@@ -97,7 +97,7 @@ TEST(ImportText, ReadsValuesInTheUnitsOfTheirHeadings) {
          "1 There is no application \"Boiler\" (Expansion, Thermal Expansion, Hydropneumatic, Shock "
          "Arrestor)."},
         {"Application,Volume,Minimum pressure,Maximum pressure\n,1,1,2\n,,,\nHYD,2,1,2,7", "txtTotSysFluid",
-         "1 Application: Please enter a valid value! | 2 \"7\" stands below no heading."},
+         "1 Application: Please enter a valid value! | 2 \"7\" is below no heading."},
         {"Application,Volume,Minimum pressure,Maximum pressure,Fluid\nHYD,1,1,2,Water", "cmboFluidType",
          "- Fluid is not used."},
         // what is wrong with a text
