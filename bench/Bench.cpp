@@ -350,7 +350,7 @@ void workflowStep(benchmark::State& state, std::size_t timed) {
                 state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         }
         if (!Driver::isOpen("frmResults"))
-            state.SkipWithError("the road did not end at the results");
+            state.SkipWithError("the workflow did not end at the results");
         Screens::unload("frmResults");
     }
     Driver::stop();

@@ -147,7 +147,7 @@ void registerCalculation() {
         {"rptCalculation", "rptCalculation", "User", startCalculation, ReportOf::TankLine}};
     addReports(reports);
     Commands::set("mnuCalculation", [] {
-        if (Screens::activeStands())
+        if (Screens::activeExists())
             showCalculation();
     });
 }

@@ -233,7 +233,7 @@ void frmRestore::fillJobs() {
         rows.push_back(std::move(row));
     }
     lblNone->setText(!source        ? "Choose a backup to look inside."
-                     : jobs.empty() ? "Today's data hold all of its jobs as they stand there."
+                     : jobs.empty() ? "All of its jobs are in today's data, unchanged."
                                     : "");
     lblNone->setVisible(jobs.empty());
     lvJobs->setEnabled(!jobs.empty());
@@ -270,8 +270,8 @@ void frmRestore::restoreJobs() {
         return;
     }
     // What the list says may have become another since.
-    const QStringList replaced = JobCopies::standingOf(ticked, openDatabase("User"));
-    if (!replaced.isEmpty() && !confirm("These jobs stand in your data today and will be replaced:\n" +
+    const QStringList replaced = JobCopies::existing(ticked, openDatabase("User"));
+    if (!replaced.isEmpty() && !confirm("These jobs are in your data today and will be replaced:\n" +
                                             replaced.join(", ") + "\nDo you want to replace them?",
                                         windowTitle()))
         return;

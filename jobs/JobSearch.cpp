@@ -122,7 +122,7 @@ std::vector<Job> newest(std::size_t most, const QString& text) {
     QString conditions = "JobID <> ?";
     QVariantList values = {Records::reservedJob()};
     for (QString word : text.split(u' ', Qt::SkipEmptyParts)) {
-        for (const QChar sign : {u'!', u'%', u'_'}) // which a user means as they stand
+        for (const QChar sign : {u'!', u'%', u'_'}) // wildcards, which a user means literally
             word.replace(sign, QString(u'!') + sign);
         QStringList columns = {"JobID", "JobDscrptn", "Engineer", "Contractor"};
         for (QString& column : columns) {

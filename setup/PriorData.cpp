@@ -406,11 +406,11 @@ QStringList equalJobs(const PriorRows& rows, const Connection& user) {
                 seen.insert(key);
                 jobs.append(withoutTrailingBlanks(textOf(row[0])));
             }
-    return JobCopies::standingOf(jobs, user);
+    return JobCopies::existing(jobs, user);
 }
 
 bool confirmWithout(const QStringList& equal) {
-    return Dialogs::current().show({.text = "These jobs stand in your data already:\n" + equal.join(", ") +
+    return Dialogs::current().show({.text = "These jobs are in your data already:\n" + equal.join(", ") +
                                             "\nDo you want to take over the others without them?",
                                     .title = takeOverTitle,
                                     .icon = QMessageBox::Question,
@@ -447,7 +447,7 @@ void takeOver(const QString& path) {
                .arg(taken.tanks)
                .arg(taken.names) +
            (equal.isEmpty() ? QString()
-                            : "\nLeft out, as they stand in your data already: " + equal.join(", ") + "."));
+                            : "\nLeft out, as they are in your data already: " + equal.join(", ") + "."));
 }
 
 } // namespace

@@ -68,7 +68,7 @@ class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
     QComboBox& box() { return *static_cast<QComboBox*>(object()); }
 };
 
-/// The heading under which an option stands in its column, or else the title of its group.
+/// The heading of the column in which an option is, or else the title of its group.
 QString headingOf(const QWidget& option) {
     const auto* group = dynamic_cast<const QGroupBox*>(option.parentWidget());
     const QLayout* column = group ? group->layout() : nullptr;

@@ -25,8 +25,8 @@ class DefaultPointer {
     DefaultPointer& operator=(const DefaultPointer&) = delete;
 };
 
-/// Where fields stand on the display, or else the one with the focus; null if there is nothing to be clear
-/// of.
+/// The place of some fields on the display, or else of the one with the focus; null if there is nothing to
+/// keep clear of.
 QRect placeOf(QList<const QWidget*> fields) {
     if (fields.isEmpty())
         fields = {QApplication::focusWidget()};

@@ -91,7 +91,7 @@ bool showsItsNumber(const QTreeWidgetItem& row, int column) {
     return std::abs(shown.captured(1).remove(u',').toDouble() - key.toDouble() * share) < .51;
 }
 
-/// Whether a column holds numbers alone; empty cells may stand between them.
+/// Whether a column holds numbers alone; some of its cells may be empty.
 bool holdsNumbers(const QList<QTreeWidgetItem*>& rows, int column) {
     bool any = false;
     for (const QTreeWidgetItem* row : rows) {

@@ -122,7 +122,7 @@ void Screen::on(QAbstractButton* button, const QString& procedure, const std::fu
 }
 
 void Screen::act(const QString& procedure, const std::function<void()>& handler) {
-    if (Screens::stands(this) && checkFieldsLeftOtherwise())
+    if (Screens::recordExists(this) && checkFieldsLeftOtherwise())
         trap(procedure, handler);
 }
 

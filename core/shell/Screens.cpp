@@ -103,7 +103,7 @@ std::optional<Gateway::DataState> stateFor(const Entry& entry) {
     return Subjects::stateOf(entry.screen->subject(), *entry.task);
 }
 
-bool recordExists(const Entry& entry, const Gateway::DataState& state) {
+bool isStored(const Entry& entry, const Gateway::DataState& state) {
     return Subjects::exists(entry.screen->subject(), *entry.task, state);
 }
 
@@ -114,7 +114,7 @@ bool createsItsJob(const Entry& entry) {
 /// Notes whether a screen's record exists, just after the screen was filled.
 void noteRecord(Entry& entry) {
     if (const auto state = stateFor(entry))
-        entry.stored = recordExists(entry, *state) && !createsItsJob(entry);
+        entry.stored = isStored(entry, *state) && !createsItsJob(entry);
 }
 
 /// Closes the screens of a job, or of one tank line, that was deleted here. The screen at work handles that
@@ -195,15 +195,15 @@ void drop(const Screen* screen) {
         StatusBar::SetStatusBarText();
 }
 
-bool stands(Screen* screen) {
+bool recordExists(Screen* screen) {
     Entry* entry = entryOf(screen->name());
     if (!entry || entry->screen != screen || !entry->stored || entry->unloading)
         return true;
     const auto state = stateFor(*entry);
-    if (!state || recordExists(*entry, *state))
+    if (!state || isStored(*entry, *state))
         return true;
     const QString job = entry->task->jobID.value_or(QString());
-    const QString tank = state->jobStands ? Session::lineOf(*entry->task) : QString();
+    const QString tank = state->jobExists ? Session::lineOf(*entry->task) : QString();
     entry->stored = false; // report it only once
     Faults::runTrapped(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
@@ -220,11 +220,11 @@ bool freshen(Screen* screen) {
     const auto state = stateFor(*entry);
     if (!state || state->version == entry->dataVersion)
         return true;
-    if (!stands(screen))
+    if (!recordExists(screen))
         return false;
     entry = entryOf(screen->name());
     entry->dataVersion = state->version;
-    entry->stored = recordExists(*entry, *state) && !createsItsJob(*entry);
+    entry->stored = isStored(*entry, *state) && !createsItsJob(*entry);
     if (screen->hasEntries())
         return true;
     const AtWork work(screen);
@@ -241,8 +241,8 @@ bool freshen(Screen* screen) {
     return true;
 }
 
-bool activeStands() {
-    return !registry().active || stands(registry().active);
+bool activeExists() {
+    return !registry().active || recordExists(registry().active);
 }
 
 void freshenActive() {

@@ -32,9 +32,9 @@ bool unload(const QString& name);
 /// Removes a screen without asking it.
 void drop(const Screen* screen);
 /// Whether a screen's job or tank line still exists. If not, reports that and closes the screen.
-bool stands(Screen* screen);
+bool recordExists(Screen* screen);
 /// The same for the active screen, for commands that act on its record.
-bool activeStands();
+bool activeExists();
 /// Shows changes made to the data since a screen was loaded, if the user has entered nothing there. False if
 /// its record is gone, and the screen with it.
 bool freshen(Screen* screen);

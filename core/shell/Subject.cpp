@@ -43,7 +43,7 @@ std::optional<Gateway::DataState> Subjects::stateOf(Subject subject, const Sessi
 
 bool Subjects::exists(Subject subject, const Session::TaskValues& values, const Gateway::DataState& state) {
     const bool hasTank = subject == Subject::TankLine && !Session::lineOf(values).isEmpty();
-    return hasTank ? state.tankStands : state.jobStands;
+    return hasTank ? state.tankExists : state.jobExists;
 }
 
 bool Subjects::createJob(Subject subject, const Session::TaskValues& values) {

@@ -11,7 +11,7 @@ std::optional<DataState> readDataState(const QString& jobID, const QString& tank
         Connection user = dbConnection("User");
         user.setBusyTimeout(maxWait);
         user.Open();
-        const auto stands = [&](const char* table, const char* key, const QString& value) {
+        const auto exists = [&](const char* table, const char* key, const QString& value) {
             if (value.isEmpty())
                 return false;
             Recordset row;
@@ -19,8 +19,8 @@ std::optional<DataState> readDataState(const QString& jobID, const QString& tank
             return !row.atEnd();
         };
         return DataState{.version = user.engine().changeCounter(),
-                         .jobStands = stands("tblJobHeader", "JobID", jobID),
-                         .tankStands = stands("tblJobData", "TankID", tankID)};
+                         .jobExists = exists("tblJobHeader", "JobID", jobID),
+                         .tankExists = exists("tblJobData", "TankID", tankID)};
     } catch (const Fault&) {
         return std::nullopt;
     }

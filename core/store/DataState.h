@@ -9,8 +9,8 @@ namespace Gateway {
 /// What a screen needs to know about the data when it comes to the front.
 struct DataState {
     quint32 version = 0; // changes with each write
-    bool jobStands = false;
-    bool tankStands = false;
+    bool jobExists = false;
+    bool tankExists = false;
 };
 
 /// The state of a job and a tank line; nothing if the data cannot be read right now.

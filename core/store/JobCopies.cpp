@@ -225,18 +225,18 @@ std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QStr
     return tanks;
 }
 
-QStringList standingOf(const QStringList& jobIDs, const Connection& user) {
-    QStringList standing;
+QStringList existing(const QStringList& jobIDs, const Connection& user) {
+    QStringList found;
     for (const QString& jobID : jobIDs)
         if (hasRow(user, "tblJobHeader", "JobID", jobID) || hasRow(user, "tblJobData", "JobID", jobID))
-            standing.append(jobID);
-    return standing;
+            found.append(jobID);
+    return found;
 }
 
 void Restore(const Source& copy, const Connection& user, const QStringList& jobIDs,
              const QStringList& replaced) {
     Transaction write(user);
-    for (const QString& jobID : standingOf(jobIDs, user))
+    for (const QString& jobID : existing(jobIDs, user))
         if (!replaced.contains(jobID))
             refuse("There is a job " + jobID + " by now. Nothing was changed.");
     for (const QString& jobID : jobIDs)
@@ -261,7 +261,7 @@ bool duplicate(const Connection& user, const QString& jobID, const QString& copy
     StoredRows lines = readStoredRows(user, "tblJobData", "JobID", jobID);
     if (header.rows.isEmpty())
         throw RecordGone("This job has been deleted.");
-    if (!standingOf({copyID}, user).isEmpty())
+    if (!existing({copyID}, user).isEmpty())
         return false;
     const auto set = [](StoredRows& rows, const char* column, const auto& valueOf) {
         for (QVariantList& row : rows.rows)

@@ -59,7 +59,7 @@ std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QStr
 
 /// Which of some jobs are in the user's data, even if only as tank lines without a header. Throws
 /// DatabaseFault.
-QStringList standingOf(const QStringList& jobIDs, const Connection& user);
+QStringList existing(const QStringList& jobIDs, const Connection& user);
 
 /// Copies jobs with every column into the user's data, in one write. Jobs with the same IDs are replaced if
 /// they are in the list of the replaced; any other was added in the meantime and stops it. Throws

@@ -110,7 +110,7 @@ void show(Application application) {
 /// Shows the schedule of the session's job without changing the session's application.
 void showSchedule() {
     runTrapped("mnuSchedule", [] {
-        if (!Screens::activeStands())
+        if (!Screens::activeExists())
             return;
         const Hourglass hourglass;
         FillScheduleTable();

@@ -273,7 +273,7 @@ class Reader {
     /// Adds a control with a new name to the current section.
     ReportControl& add(ReportControl added) {
         if (!current)
-            throw std::runtime_error("a control stands outside of a section");
+            throw std::runtime_error("a control is outside of a section");
         if (layout.control(added.name))
             throw std::runtime_error("there are two " + added.name.toStdString());
         if (added.kind == ReportControl::Kind::Text)

@@ -61,14 +61,14 @@ QString activeScreen(const QStringList& known) {
 
 void print() {
     const QString name = activeScreen({"frmReportViewer", "frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty() && Screens::activeStands()) // over the viewer it ends in the beep; the viewer has a
+    if (!name.isEmpty() && Screens::activeExists()) // over the viewer it ends in the beep; the viewer has a
                                                     // print button of its own
         Submittals::PrintSubmittal(name);
 }
 
 void preview() {
     const QString name = activeScreen({"frmResults", "frmResultSHK", "frmPKGSelect"});
-    if (!name.isEmpty() && Screens::activeStands())
+    if (!name.isEmpty() && Screens::activeExists())
         Submittals::PreviewSubmittal(name);
 }
 

@@ -25,7 +25,7 @@ void showOverview() {
 void registerOverview() {
     Screens::add("frmJobOverview", [] { return new frmJobOverview; });
     Commands::set("mnuOverview", [] {
-        if (Screens::activeStands())
+        if (Screens::activeExists())
             showOverview();
     });
 }

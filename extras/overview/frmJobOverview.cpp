@@ -199,8 +199,8 @@ void frmJobOverview::showChosen() {
     lblNotes->setText(line ? line->notes.join(' ') : QString());
 }
 
-/// Opens something for a line in a task of its own, so that what stands open for another line stays with
-/// that.
+/// Opens something for a line in a task of its own, so that the screens of another line stay with that
+/// line.
 void frmJobOverview::openFor(const JobLine& line, const QString& mode, const std::function<void()>& open) {
     Screens::beginTask([&] {
         Faults::runTrapped(name() + ".open", [&] {

@@ -82,7 +82,7 @@ void frmPackage::make() {
 void registerPackage() {
     Screens::add("frmPackage", [] { return new frmPackage; });
     Commands::set("mnuPackage", [] {
-        if (Screens::activeStands())
+        if (Screens::activeExists())
             openPackage();
     });
 }

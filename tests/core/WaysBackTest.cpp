@@ -131,7 +131,7 @@ TEST_F(WaysBackTest, AJobThatCameMeanwhileIsNotReplaced) {
     execute("User", "UPDATE tblJobHeader SET JobInfo = 'newer' WHERE JobID = 'B'");
     EXPECT_THROW(JobCopies::Restore(copy, user(), {"A", "B"}, {"A"}), DatabaseFault);
     EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader WHERE JobID = 'B'"), "newer");
-    EXPECT_EQ(JobCopies::standingOf({"A", "b", "C"}, user()), QStringList({"A", "b"}));
+    EXPECT_EQ(JobCopies::existing({"A", "b", "C"}, user()), QStringList({"A", "b"}));
 }
 
 // An older copy is brought up beside itself, whatever the size of its pages, and leaves nothing behind.

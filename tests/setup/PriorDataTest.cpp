@@ -212,7 +212,7 @@ TEST_F(PriorData, ComesOnceMoreBesideTheUsersOwn) {
     const QString before = counts();
     dialogs->files = {file};
     Driver::command("mnuPriorData"); // its question is declined
-    EXPECT_TRUE(dialogs->last.text.startsWith("These jobs stand in your data already:\n"));
+    EXPECT_TRUE(dialogs->last.text.startsWith("These jobs are in your data already:\n"));
     EXPECT_FALSE(dialogs->last.text.contains(job + ",")) << "which does not";
     EXPECT_EQ(counts(), before);
     dialogs->files = {file};
@@ -245,7 +245,7 @@ TEST_F(PriorData, LeavesOutAJobOfWhichOnlyTankLinesStand) {
     };
     dialogs->files = {fixtures + "prior-typical.mdb"};
     Driver::command("mnuPriorData");
-    EXPECT_TRUE(question.startsWith("These jobs stand in your data already:\n" + job + "\n"))
+    EXPECT_TRUE(question.startsWith("These jobs are in your data already:\n" + job + "\n"))
         << question.toStdString();
     EXPECT_TRUE(dialogs->last.text.startsWith("Taken over: 4 jobs, ")) << dialogs->last.text.toStdString();
     EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobData WHERE JobID = '" + job + "'"), lines);
