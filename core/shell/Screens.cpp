@@ -3,6 +3,7 @@
 #include "core/shell/Fields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/ScreenFrame.h"
+#include "core/shell/ScreenRegistry.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 #include "core/store/Deletion.h"
@@ -17,32 +18,11 @@ namespace Screens {
 
 namespace {
 
-/// A loaded screen.
-struct Entry {
-    Screen* screen;
-    ScreenFrame* window; // null for a top-level screen
-    QString loadedFor;
-    Session::Task task;
-    QString line = {}; // the task's line when the screen joined it; a new line gets its key later
-    std::optional<QString> application = {}; // the task's at that time
-    bool unloading = false;
-    quint32 dataVersion = 0; // version of the data shown
-    bool stored = false;     // whether its job or tank line is known to exist
-};
-
-struct Registry {
-    QHash<QString, std::function<Screen*()>> factories;
-    QList<Entry> entries;
-    Screen* active = nullptr;
-    const Screen* atWork = nullptr; // whose handler or check is running
-    int depth = 0;                  // nesting depth of handlers and checks
-    QMdiArea* area = nullptr;
-    std::function<void()> changed = [] {};
-};
-
 void detachOtherScreens(const Session::Task& task, const Session::TaskValues& before);
 void updateHandOvers();
 void dropScreensOf(const QString& jobID, const QString& tankID);
+
+} // namespace
 
 Registry& registry() {
     static Registry instance = [] {
@@ -59,6 +39,8 @@ Entry* entryOf(const QString& name) {
                                     [&](const Entry& e) { return e.screen->name() == name; });
     return found == entries.end() ? nullptr : &*found;
 }
+
+namespace {
 
 /// The task at work; before there is one, a new task.
 Session::Task workingTask() {
@@ -251,39 +233,6 @@ void freshenActive() {
         freshen(state.active);
 }
 
-AtWork::AtWork(const Screen* screen) {
-    const Entry* entry = screen ? entryOf(screen->name()) : nullptr;
-    enter(screen, entry && entry->screen == screen ? entry->task : Session::taskAtWork());
-}
-
-AtWork::AtWork(const Screen* screen, const Session::Task& task) {
-    enter(screen, task);
-}
-
-void AtWork::enter(const Screen* screen, const Session::Task& task) {
-    Registry& state = registry();
-    screenBefore = std::exchange(state.atWork, screen);
-    taskBefore = Session::taskAtWork();
-    ++state.depth;
-    if (task)
-        Session::putToWork(task);
-}
-
-AtWork::~AtWork() {
-    Registry& state = registry();
-    state.atWork = screenBefore;
-    --state.depth;
-    if (state.depth > 0)
-        Session::putToWork(taskBefore);
-    else if (const Entry* entry = state.active ? entryOf(state.active->name()) : nullptr)
-        Session::putToWork(entry->task);
-}
-
-void beginTask(const std::function<void()>& body) {
-    const AtWork work(nullptr, Session::newTask());
-    body();
-}
-
 void add(const QString& name, const std::function<Screen*()>& factory) {
     registry().factories.insert(name, factory);
 }
@@ -301,43 +250,6 @@ QStringList names() {
 Screen* find(const QString& name) {
     const Entry* entry = entryOf(name);
     return entry ? entry->screen : nullptr;
-}
-
-bool serves(const Screen& pad, const QString& target) {
-    const Entry* own = entryOf(pad.name());
-    const Entry* other = entryOf(target);
-    if (!own || !other)
-        return false;
-    const Subject subject = other->screen->subject();
-    const QString job = own->task->jobID.value_or(QString());
-    const bool sameTask = own->task == other->task;
-    if (subject == Subject::None)
-        return true;
-    if (job != other->task->jobID.value_or(QString()) || (job.isEmpty() && !sameTask))
-        return false;
-    return subject == Subject::Job ||
-           (own->line == Session::lineOf(*other->task) && own->application == other->task->tankClass &&
-            (!own->line.isEmpty() || sameTask));
-}
-
-bool isOfAnotherJob(const Screen& pad, const QString& screen) {
-    const Entry* own = entryOf(pad.name());
-    const Entry* other = entryOf(screen);
-    const QString job = own ? own->task->jobID.value_or(QString()) : QString();
-    return !job.isEmpty() && other && job != other->task->jobID.value_or(QString());
-}
-
-void handOver(const Screen& pad, const QString& target, const QString& control, const QString& text) {
-    if (!serves(pad, target))
-        return;
-    Screen* owner = find(target);
-    auto* box = owner->control<QWidget>(control);
-    if (!box)
-        throw Fault(Fault::ObjectNotSet, "There is no field " + (target + "." + control).toStdString());
-    if (box->isHidden())
-        return;
-    Fields::setFieldText(box, text);
-    owner->setEntered(true);
 }
 
 Screen* load(const QString& name) {
