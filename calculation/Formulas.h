@@ -45,6 +45,7 @@ struct Row {
 };
 /// All formulas, in the order of their numbers.
 std::span<const Row> all();
+/// The formula with that number, as Row::text.
 QString textOf(Id id);
 
 /// The names in a formula and what they stand for.

@@ -24,6 +24,7 @@ class Worksheet {
     /// The place of the curve.
     void curve();
 
+    /// The rows collected so far: what is wrong first, then the others as they were added.
     std::vector<ReportRow> rows() const;
 
   private:

@@ -35,6 +35,7 @@ class ItemizedFluid {
     void addRun(std::optional<double> runBore, double length);
     /// Adds a piece of equipment.
     void addEquipment(double gallons) { sum += gallons; }
+    /// The sum so far in whole U.S. gallons. Throws Fault 6 if it overflows.
     double total() const;
 
   private:

@@ -10,6 +10,7 @@ class QAction;
 /// without one is disabled.
 namespace Commands {
 
+/// Registers the handler of a command; a later one replaces it.
 void set(const QString& name, const std::function<void()>& handler);
 /// The handler, or an empty function.
 std::function<void()> handlerOf(const QString& name);

@@ -28,7 +28,9 @@ void sortByHeadings(QTreeWidget* list);
 /// by their first text and, where that is ambiguous, by the second as well.
 class KeptRows {
   public:
+    /// Notes the rows of all lists within a screen, which must outlive this.
     explicit KeptRows(const QWidget& screen);
+    /// Selects, ticks and scrolls as noted; rows that are gone are left out.
     void restore() const;
 
   private:

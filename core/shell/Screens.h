@@ -9,7 +9,9 @@ class QMdiArea;
 /// Opens and closes the screens by name. Nothing else does.
 namespace Screens {
 
+/// Registers a screen's factory under its name; a later one replaces it.
 void add(const QString& name, const std::function<Screen*()>& factory);
+/// Whether a screen of that name is registered, open or not.
 bool known(const QString& name);
 /// Names of all screens, open or not.
 QStringList names();
@@ -42,6 +44,7 @@ bool freshen(Screen* screen);
 /// waits for the user.
 void freshenActive();
 
+/// The loaded screen of that name; null if it is not loaded.
 Screen* find(const QString& name);
 /// Whether a pad or chooser may write to a screen: that screen must be open for the job and line that the pad
 /// was opened for.

@@ -32,7 +32,7 @@ struct TankLine {
     std::optional<double> waterVelocity;      // ft/s
     std::optional<double> kineticEnergy;      // ft lbs per foot of pipe
     std::optional<double> totalKineticEnergy; // ft lbs
-    std::optional<double> leakLoad;           // fraction of the tank
+    std::optional<double> leakLoad;           // fraction of the pipe's contents
     std::optional<double> pumpRunTime;        // s
     std::optional<int> sortNo;                // its place in documents; nothing while none was moved
     std::array<std::optional<QString>, 10> tags;

@@ -12,6 +12,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     Subject subject() const override { return Subject::None; }
     Subject shownRecord() const override { return Subject::TankLine; }
     bool closesOnEscape() const override { return true; }
+    /// Shows the drawing of that name.
     void showDrawing(const QString& drawing);
 
   protected:

@@ -14,6 +14,7 @@ inline const char* const all[] = {"@TankGal@", "@Qty@",        "@TankOD@",    "@
 /// A value for each placeholder, in the same order.
 struct Values {
     QString tankGal, qty, tankOD, tankOAL, sysConn, modelNo, wkPressure, precharge, rep, makeUpCapacity, hp;
+    /// The values as a list, to go with `all`.
     QList<QString> inOrder() const {
         return {tankGal,    qty,       tankOD, tankOAL,        sysConn, modelNo,
                 wkPressure, precharge, rep,    makeUpCapacity, hp};

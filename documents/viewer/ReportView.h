@@ -12,6 +12,7 @@ class ReportView : public QAbstractScrollArea {
   public:
     explicit ReportView(QWidget* parent = nullptr);
 
+    /// Replaces the pages and begins at the first; selection and search are dropped.
     void setPages(const Pages& newPages);
     const Pages& pages() const { return shownPages; }
 
@@ -23,6 +24,7 @@ class ReportView : public QAbstractScrollArea {
     void goTo(const TextPlace& place);
 
     enum class Zoom { Free, PageWidth, WholePage };
+    /// Fits the pages to the window now and whenever its size changes; Free keeps the present scale.
     void setZoom(Zoom newZoom);
     /// Sets the zoom in percent of the size on paper; the centre of the window stays in place.
     void setPercent(double percent);
@@ -39,7 +41,9 @@ class ReportView : public QAbstractScrollArea {
     /// The number of the current occurrence, from 1; 0 when there is none.
     int foundNumber() const { return current + 1; }
 
+    /// The selected text of the pages; empty if nothing is selected.
     QString selectedText() const;
+    /// Selects the text of all pages.
     void selectAll();
 
     /// Called when the view scrolls or zooms.

@@ -13,6 +13,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     bool fillsWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
     QWidget* firstField() const override { return ARViewer21; }
+    /// Shows a report in place of the one before, from its first page.
     void setDocument(const Document& shown);
     const Document& document() const { return shownDocument; }
 

@@ -9,6 +9,7 @@ class QTreeWidget;
 /// The table of candidates: the screen's, the clipboard's and the report's.
 namespace CompareTable {
 
+/// The headings of the columns, from the left.
 QStringList headings();
 
 /// The texts of a candidate, one a heading.
