@@ -94,7 +94,9 @@ void addCurve(Report& report, Worksheet& sheet, const SizedTank& tank) {
     sheet.say("In words", curveInWords(*curve)); // for files without pictures
 }
 
-void fill(Report& report, const QString& tankID) {
+/// The sheet of the tank line at work. A failure leaves no pages: half a sheet proves nothing.
+void start(Report& report) {
+    const QString tankID = Session::TankID.text();
     const auto line = findTankLine(tankID);
     if (!line)
         throw RecordGone("This tank has been deleted.");
@@ -126,10 +128,6 @@ void fill(Report& report, const QString& tankID) {
     report.fileName = tankID + " calculation";
 }
 
-void startCalculation(Report& report) {
-    fill(report, Session::TankID.text()); // a failure leaves no pages: half a sheet proves nothing
-}
-
 /// Shows the sheet of the tank line at work.
 void showCalculation() {
     if (Session::TankID.text().isEmpty() || !findTankLine(Session::TankID.text())) {
@@ -144,7 +142,7 @@ void showCalculation() {
 
 void registerCalculation() {
     static constexpr ReportKind reports[] = {
-        {"rptCalculation", "rptCalculation", "User", startCalculation, ReportOf::TankLine}};
+        {"rptCalculation", "rptCalculation", "User", start, ReportOf::TankLine}};
     addReports(reports);
     Commands::set("mnuCalculation", [] {
         if (Screens::activeExists())

@@ -38,8 +38,6 @@ frmJobConditionsSHK::frmJobConditionsSHK() : Screen("frmJobConditionsSHK") {
     txtAtmPressure->hide();
     imgPipe->setPixmap(Appearance::picture("pipe-sketch", imgPipe->size(), devicePixelRatioF()));
     cmdFindPipe2->setIcon(Appearance::icon("search"));
-    for (QLineEdit* box : {PipeIndex, PipeLength, FlowRate, FlowPressure, StaticPressure, ShockPressure})
-        connect(box, &QLineEdit::textChanged, this, [this] { Dirty = true; });
 
     onLeaving(PipeIndex, ".PipeIndex_Validate", [this] {
         const bool passed = ValidatePipeSize(PipeIndex, "");
@@ -137,7 +135,6 @@ void frmJobConditionsSHK::goOn() {
     conditions.bore = pipeBore(PipeIndex->text());
     if (conditions.bore == 0) {
         markField(PipeIndex);
-        Dirty = false;
         refuse("Not a valid Pipe Index");
         return;
     }

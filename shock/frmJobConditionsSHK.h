@@ -23,5 +23,4 @@ class frmJobConditionsSHK : public Screen, private Ui::frmJobConditionsSHK {
     void giveUp();
 
     std::optional<TankLine> asRead; // nothing for a new line
-    bool Dirty = false;
 };

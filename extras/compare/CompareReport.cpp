@@ -65,8 +65,8 @@ void addCurve(Report& report, const frmCompare::Shown& shown) {
                                              shownText(shown.chosen->model->modelDscrptn))}});
 }
 
-/// The open comparison, as far as the search offers it.
-void fill(Report& report) {
+/// The open comparison, as far as the search offers it. A failure leaves no pages.
+void start(Report& report) {
     const auto* screen = dynamic_cast<const frmCompare*>(Screens::find("frmCompare"));
     if (!screen)
         return;
@@ -88,10 +88,6 @@ void fill(Report& report) {
     report.title = "Alternatives, " + AppName(shown.application);
     report.fileName = report.title;
     report.author = "Ordwick Company";
-}
-
-void start(Report& report) {
-    fill(report); // a failure leaves no pages
 }
 
 constexpr ReportKind reports[] = {{"rptCompare", "rptCompare", "Sys", start, ReportOf::Catalogue}};
