@@ -142,6 +142,10 @@ void Fitting::makeRoomForColumns(QTreeWidget& list, int width) {
     list.setProperty(widenedProperty, true);
 }
 
+void Fitting::keepNarrow(QTreeWidget& list) {
+    list.setProperty(narrowProperty, true);
+}
+
 void Fitting::scaleWidths(const QWidget& screen) {
     const double scale = QApplication::font().pointSizeF() / pointsDrawnFor;
     if (scale <= 1)
@@ -202,7 +206,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
     for (int row = rows->count() - 1; row > first; --row)
         breakRow(*rows, row, width - margins.left() - margins.right());
     for (QTreeWidget* list : middle->findChildren<QTreeWidget*>()) {
-        list->setProperty(narrowProperty, true);
+        Fitting::keepNarrow(*list);
         if (list->property(widenedProperty).toBool())
             list->setMinimumWidth(std::min(list->minimumWidth(), width - aroundLists));
     }

@@ -13,6 +13,8 @@ void makeRoomForText(QLineEdit& box);
 /// Widens a list to the width of its columns, in pixels, as far as an ordinary display allows. A list in a
 /// screen that scrolls stays narrow and scrolls by itself.
 void makeRoomForColumns(QTreeWidget& list, int width);
+/// Keeps a list narrow: its columns scroll in it.
+void keepNarrow(QTreeWidget& list);
 /// Boxes and lists that are given a width in pixels get it for the letters in use.
 void scaleWidths(const QWidget& screen);
 /// Lessens the space between the rows.

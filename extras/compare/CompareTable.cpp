@@ -2,6 +2,7 @@
 
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Lists.h"
 
 #include <QPainter>
@@ -129,7 +130,7 @@ QStringList textsOf(const Candidate& candidate, Application application) {
 
 void prepare(QTreeWidget* list) {
     sortByHeadings(list);
-    list->setProperty("narrow", true); // its columns scroll in it
+    Fitting::keepNarrow(*list);
     auto* bars = new ReserveBar(list);
     for (const int column : {VolumeReserve, AcceptanceReserve})
         list->setItemDelegateForColumn(column, bars);
