@@ -11,7 +11,7 @@ struct SizedTank {
     std::optional<Model> model;             // nothing if there is none, or the catalogue lacks it
     std::optional<Application> application; // of the line's series, otherwise of the session
     bool conversion = false;                // of a plain steel tank
-    std::optional<RequiredSizes> sizes;     // computed anew; nothing before a series is chosen
+    std::optional<RequiredSizes> sizes;     // computed again; nothing before a series is chosen
 
     QString series() const { return line.tankClass.value_or(QString()); }
 };

@@ -213,7 +213,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
     screen.setMinimumSize(0, 0);
-    middle->show(); // the layout would show it only later, and take it for nothing until then
+    middle->show(); // else the layout shows it only later, and counts it as empty until then
     for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
         layout->activate();
 }

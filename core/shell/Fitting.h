@@ -4,7 +4,7 @@ class QLineEdit;
 class QTreeWidget;
 class QWidget;
 
-/// Makes a screen fit: its boxes the texts in them, and the whole of it the space that there is.
+/// Fits boxes to their texts, and a screen to the space available.
 namespace Fitting {
 
 /// Gives a box that only shows room for the text that it has now; long texts such as names are left to

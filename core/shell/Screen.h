@@ -44,7 +44,7 @@ class Screen : public QWidget {
     /// The record that the screen shows; it closes when that is deleted. This is more than it is loaded for
     /// if it shows another screen's result, such as a report.
     virtual Subject shownRecord() const { return subject(); }
-    /// Whether each opening loads anew, as for lists and finished results.
+    /// Whether each opening loads again, as for lists and finished results.
     virtual bool loadsAfresh() const { return false; }
     /// Shows changes made to the data since loading. A list keeps its selected row. Not called for a screen
     /// in which something was typed, so entries stay.

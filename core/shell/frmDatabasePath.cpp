@@ -28,7 +28,7 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
     onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
 }
 
-/// Says what was tried, so that a folder that has moved need not be typed anew.
+/// Says what was tried, so that a folder that has moved need not be typed again.
 void frmDatabasePath::Load() {
     QString folder;
     GetRegValue(HKeyCurrentUser(), AppRegistryKey(), DatabaseDirectoryValue(), folder);

@@ -213,7 +213,7 @@ std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) 
 }
 
 QString copyTankLine(const QString& tankID) {
-    constexpr std::size_t keys = 3;      // ID, number and job, which the new line gets anew
+    constexpr std::size_t keys = 3;      // ID, number and job, which the new line gets of its own
     constexpr std::size_t otherwise = 1; // and its place
     static const TankLine::Columns copied =
         TankLine::all().subspan(keys, TankLine::all().size() - keys - otherwise - TankLine::MostTags);

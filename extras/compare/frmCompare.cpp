@@ -338,7 +338,7 @@ void frmCompare::openMetric() {
     openMetricPad(application() == Application::Shock ? "frmMetricSHK" : "frmMetric", name());
 }
 
-/// What was opened to fill in these boxes would fill in what is not there.
+/// A pad left open would write into boxes that are now hidden.
 void frmCompare::closePads() {
     for (const QString& open : Screens::loaded())
         if (const Screen* pad = Screens::find(open); pad && pad->fillsIn() == name())

@@ -162,7 +162,7 @@ void frmImport::take(const QString& text, const QString& origin) {
     lvLines->setFocus(); // where Return means OK
 }
 
-/// Sizes all lines anew, a slice at a time, so that the user can go on and close the screen.
+/// Sizes all lines again, a slice at a time, so that the user can go on and close the screen.
 void frmImport::begin() {
     ++round;
     lines.clear();

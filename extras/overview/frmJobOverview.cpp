@@ -104,7 +104,7 @@ void frmJobOverview::onChosen(QAbstractButton* button, const QString& procedure,
     on(button, procedure, [this, handler] {
         const Hourglass hourglass;
         if (const JobLine* line = chosen()) {
-            const JobLine taken = *line; // the list may be filled anew
+            const JobLine taken = *line; // the list may be filled again
             handler(taken);
         }
     });
