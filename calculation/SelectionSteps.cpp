@@ -69,8 +69,7 @@ QString answer(const SizedTank& tank, const SearchStep& step) {
 
 /// The pressure to which the tank is charged before water enters, in psig.
 double precharge(const SizedTank& tank) {
-    constexpr double shareOfFlow = .9;
-    return tank.application == Application::Shock ? shareOfFlow * orZero(tank.line.flowPressure)
+    return tank.application == Application::Shock ? prechargeShare * orZero(tank.line.flowPressure)
                                                   : orZero(tank.line.sopMin);
 }
 
@@ -78,10 +77,10 @@ void addReserve(Worksheet& sheet, const QString& caption, Id id, const char* req
                 const std::optional<double>& need, const std::optional<double>& each, int quantity) {
     if (!need || *need <= 0 || !each)
         return;
-    const double reserve = (quantity * *each / *need - 1) * 100;
+    const double percent = reserve(quantity * *each, *need);
     sheet.step(caption,
                worked(id, {{"n", figure(quantity)}, {offered, operand(*each)}, {required, operand(*need)}},
-                      Round(reserve, 1), "%", reserve));
+                      Round(percent, 1), "%", percent));
 }
 
 void addShockResults(Worksheet& sheet, const SizedTank& tank, double tankVolume, int quantity) {

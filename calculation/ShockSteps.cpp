@@ -7,8 +7,6 @@ using namespace SiValues;
 
 namespace {
 
-constexpr double half = .5e-8; // stored figures have eight decimals
-
 void addConditions(Worksheet& sheet, const TankLine& line, const ShockConditions& conditions) {
     sheet.section("Conditions");
     sheet.step("Bore of the pipe", given("ID", conditions.bore, "in"),
@@ -58,9 +56,8 @@ void addShockSteps(Worksheet& sheet, SizedTank& tank) {
     const double factor = ShockSizing::pressureFactor(shockPressureBand(conditions.shockPressure),
                                                       staticPressureBand(conditions.staticPressure));
     const ShockSizes sizes = computeShockSizes(conditions, factor);
-    constexpr int decimals = 8;
-    tank.sizes =
-        RequiredSizes{Round(sizes.requiredVolume, decimals), Round(sizes.requiredAcceptance, decimals)};
+    tank.sizes = RequiredSizes{Round(sizes.requiredVolume, storedDecimals),
+                               Round(sizes.requiredAcceptance, storedDecimals)};
 
     sheet.section("Velocity and energy");
     sheet.step("Water velocity",
@@ -100,9 +97,11 @@ void addShockSteps(Worksheet& sheet, SizedTank& tank) {
                {}, liters(sizes.requiredVolume));
 
     const TankLine& line = tank.line;
-    compare(sheet, "water velocity", line.waterVelocity, sizes.waterVelocity, "ft/s", half);
-    compare(sheet, "kinetic energy", line.kineticEnergy, sizes.kineticEnergy, "ft·lbf/ft", half);
-    compare(sheet, "total kinetic energy", line.totalKineticEnergy, sizes.totalKineticEnergy, "ft·lbf", half);
-    compare(sheet, "required acceptance", line.requiredAcceptance, sizes.requiredAcceptance, "gal", half);
-    compare(sheet, "required volume", line.requiredVolume, sizes.requiredVolume, "gal", half);
+    compare(sheet, "water velocity", line.waterVelocity, sizes.waterVelocity, "ft/s", halfStoredDecimal);
+    compare(sheet, "kinetic energy", line.kineticEnergy, sizes.kineticEnergy, "ft·lbf/ft", halfStoredDecimal);
+    compare(sheet, "total kinetic energy", line.totalKineticEnergy, sizes.totalKineticEnergy, "ft·lbf",
+            halfStoredDecimal);
+    compare(sheet, "required acceptance", line.requiredAcceptance, sizes.requiredAcceptance, "gal",
+            halfStoredDecimal);
+    compare(sheet, "required volume", line.requiredVolume, sizes.requiredVolume, "gal", halfStoredDecimal);
 }

@@ -11,7 +11,8 @@ constexpr double gallonsInCubicFoot = 7.48;
 } // namespace
 
 double shockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure) {
-    return 1 - Divide(.9 * flowPressure + atmosphericPressure, staticPressure + atmosphericPressure);
+    return 1 -
+           Divide(prechargeShare * flowPressure + atmosphericPressure, staticPressure + atmosphericPressure);
 }
 
 double shockPressureBand(double shockPressure) {

@@ -22,6 +22,13 @@ struct ShockSizes {
     double requiredVolume = 0;     // gallons
 };
 
+/// The precharge of a tank as a share of the flow pressure in psig.
+inline constexpr double prechargeShare = .9;
+
+/// The decimals to which results are stored, and half of the last one.
+inline constexpr int storedDecimals = 8;
+inline constexpr double halfStoredDecimal = .5e-8;
+
 /// The fraction of a tank that fills between nine tenths of the flow pressure and the static pressure
 /// (Boyle's law). Throws Fault 11 when the absolute static pressure is 0.
 double shockAcceptanceFactor(double flowPressure, double staticPressure, double atmosphericPressure);

@@ -51,7 +51,6 @@ ShockSizes sizesOf(const ShockConditions& conditions, std::optional<std::string_
 }
 
 TankLine lineOf(const ShockConditions& conditions, const QString& pipeIndex, const ShockSizes& sizes) {
-    constexpr int decimals = 8;
     TankLine line;
     line.atmPressure = conditions.atmosphericPressure;
     line.pipeIndex = pipeIndex;
@@ -60,11 +59,11 @@ TankLine lineOf(const ShockConditions& conditions, const QString& pipeIndex, con
     line.flowPressure = conditions.flowPressure;
     line.staticPressure = conditions.staticPressure;
     line.shockPressure = conditions.shockPressure;
-    line.waterVelocity = Round(sizes.waterVelocity, decimals);
-    line.kineticEnergy = Round(sizes.kineticEnergy, decimals);
-    line.totalKineticEnergy = Round(sizes.totalKineticEnergy, decimals);
-    line.requiredVolume = Round(sizes.requiredVolume, decimals);
-    line.requiredAcceptance = Round(sizes.requiredAcceptance, decimals);
+    line.waterVelocity = Round(sizes.waterVelocity, storedDecimals);
+    line.kineticEnergy = Round(sizes.kineticEnergy, storedDecimals);
+    line.totalKineticEnergy = Round(sizes.totalKineticEnergy, storedDecimals);
+    line.requiredVolume = Round(sizes.requiredVolume, storedDecimals);
+    line.requiredAcceptance = Round(sizes.requiredAcceptance, storedDecimals);
     line.tankClass = toQString(infoOf(Application::Shock).code);
     return line;
 }
@@ -114,7 +113,11 @@ QHash<QString, QString> boxesOf(const TankLine& line) {
 }
 
 double requiredConnection(const TankLine& line) {
-    return leastConnection(conditionsOf(line).bore, std::max(1, line.qty.value_or(1)));
+    return requiredConnection(line, conditionsOf(line).bore);
+}
+
+double requiredConnection(const TankLine& line, double bore) {
+    return leastConnection(bore, std::max(1, line.qty.value_or(1)));
 }
 
 Outcome outcomeOf(const ShockConditions& conditions, double tankVolume, int quantity) {

@@ -42,6 +42,8 @@ QHash<QString, QString> boxesOf(const TankLine& line);
 
 /// The connection in inches that a line's pipe demands of each of its tanks. Throws DatabaseFault.
 double requiredConnection(const TankLine& line);
+/// The same with a known bore in inches.
+double requiredConnection(const TankLine& line, double bore);
 
 /// What a choice of tanks achieves, as the list of options shows it.
 struct Outcome {

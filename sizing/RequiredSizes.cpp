@@ -85,6 +85,10 @@ RequiredSizes hydropneumaticTankSizes(const SystemConditions& conditions, double
     return finished(unroundedHydropneumaticTankSizes(conditions, acceptanceFactor), 4);
 }
 
+double reserve(double offered, double required) {
+    return (offered / required - 1) * 100;
+}
+
 double steelTankRatio(const SystemConditions& conditions) {
     const double atmosphere = conditions.atmosphericPressure;
     return Divide(atmosphere, atmosphere + conditions.minimumPressure);

@@ -20,6 +20,9 @@ struct RequiredSizes {
     double acceptance = 0;
 };
 
+/// What tanks offer beyond what is required, in per cent of that; both in gallons, `required` above 0.
+double reserve(double offered, double required);
+
 /// The column of the water table for a minimum temperature in °F: the next step of 5, from 40 to 100.
 int expansionColumn(double minimumTemperature);
 

@@ -25,7 +25,7 @@ QStringList seriesOf(Application application) {
 }
 
 double reserveOf(double offered, const std::optional<double>& required) {
-    return required && *required > 0 ? (offered / *required - 1) * 100 : 0;
+    return required && *required > 0 ? reserve(offered, *required) : 0;
 }
 
 /// Why the search passes over a size that would be large enough in this quantity.

@@ -3,7 +3,7 @@
 #include "core/store/Catalogue.h"
 #include "documents/submittals/SizingFacts.h"
 #include "documents/tags/UnitTags.h"
-#include "shock/ShockSizes.h"
+#include "shock/ShockSizing.h"
 #include "sizing/Series.h"
 
 #include <QCoreApplication>
@@ -33,7 +33,7 @@ QStringList notesOf(const JobLine& shown, QHash<QString, double>& bores) {
         const QString pipe = shown.line.pipeIndex.value_or(QString());
         if (!bores.contains(pipe)) // a job has few pipes and many lines
             bores.insert(pipe, Catalogue::pipeBore(pipe));
-        facts.requiredConnection = leastConnection(bores[pipe], std::max(1, shown.line.qty.value_or(1)));
+        facts.requiredConnection = ShockSizing::requiredConnection(shown.line, bores[pipe]);
     }
     return SizingNotes::textsOf(facts);
 }
