@@ -3,7 +3,9 @@
 #include "core/base/Applications.h"
 
 #include <array>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 /// What a double click on a series does.
 enum class DoubleClick { GoesOn, OnlyChooses, IsIgnored };
@@ -36,3 +38,10 @@ inline constexpr std::array<Series, 14> allSeries = {{
     {"OptJWB", "JWB", Application::Hydropneumatic},
     {"OptJWG", "JWG", Application::Hydropneumatic},
 }};
+
+/// The codes of the series of an application in that order. Shock arrestors have one series, which bears the
+/// application's code; packages have none.
+std::vector<std::string_view> seriesOf(Application application);
+
+/// The application of a series or, failing that, the one with this code; nothing for an unknown code.
+std::optional<Application> applicationOfSeries(std::string_view code);

@@ -14,16 +14,6 @@ using Record::orZero;
 
 namespace {
 
-QStringList seriesOf(Application application) {
-    if (application == Application::Shock) // one series, which bears the application's code
-        return {toQString(infoOf(application).code)};
-    QStringList codes;
-    for (const Series& series : allSeries)
-        if (series.application == application)
-            codes.append(series.code);
-    return codes;
-}
-
 double reserveOf(double offered, const std::optional<double>& required) {
     return required && *required > 0 ? reserve(offered, *required) : 0;
 }
@@ -40,8 +30,8 @@ QString objectionTo(double size, int quantity, const std::vector<SearchStep>& st
 } // namespace
 
 Comparison::Comparison(Application application) : compared(application) {
-    for (const QString& series : seriesOf(application))
-        pools.emplace_back(series);
+    for (const std::string_view series : seriesOf(application))
+        pools.emplace_back(toQString(series));
 }
 
 Candidate Comparison::candidate(const ModelPool& pool, const TankLine& sized, const TankOption& option,

@@ -98,9 +98,8 @@ void frmImport::fillSeries() {
     for (const auto& [box, application] : {std::pair(cmboExpansion, Application::Expansion),
                                            {cmboThermal, Application::Thermal},
                                            {cmboHydro, Application::Hydropneumatic}})
-        for (const Series& series : allSeries)
-            if (series.application == application)
-                box->addItem(series.code);
+        for (const std::string_view series : seriesOf(application))
+            box->addItem(toQString(series));
 }
 
 ImportSizing::ChosenSeries frmImport::chosenSeries() const {

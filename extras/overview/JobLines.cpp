@@ -20,9 +20,7 @@ QString translated(const char* text) {
 std::optional<Application> applicationOf(const JobLine& shown) {
     if (shown.model)
         return applicationCoded(shown.model->app.value_or(QString()).toStdString());
-    const std::string series = shown.line.tankClass.value_or(QString()).toStdString();
-    const auto* row = std::ranges::find(allSeries, series, &Series::code);
-    return row == allSeries.end() ? applicationCoded(series) : row->application;
+    return applicationOfSeries(shown.line.tankClass.value_or(QString()).toStdString());
 }
 
 QStringList notesOf(const JobLine& shown, QHash<QString, double>& bores) {
