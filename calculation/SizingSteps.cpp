@@ -2,6 +2,7 @@
 
 #include "core/base/Text.h"
 #include "core/store/Catalogue.h"
+#include "sizing/FluidLimits.h"
 #include "sizing/TankSizing.h"
 
 #include <cmath>
@@ -127,7 +128,7 @@ void addTankSteps(Worksheet& sheet, SizedTank& tank) {
     const double expansion = drawdown ? 0 : TankSizing::expansionFactor(tank.line);
     if (!drawdown) {
         sheet.section("Expansion");
-        if (const QString fluid = tank.line.sysFluidType.value_or(QString()); fluid == "Water")
+        if (const QString fluid = tank.line.sysFluidType.value_or(QString()); fluid == waterFluid)
             addWaterFactor(sheet, conditions);
         else
             addGlycolFactor(sheet, fluid, conditions, expansion);

@@ -125,6 +125,21 @@ bool Estimator::QueryUnload() {
     return true;
 }
 
+QString estimatorOf(Application application) {
+    switch (application) {
+    case Application::Expansion:
+        return "frmCalcExpTSF";
+    case Application::Thermal:
+        return "frmcalcThmTSF";
+    case Application::Hydropneumatic:
+        return "frmCalcHydTSF";
+    case Application::Shock:
+    case Application::Package:
+        break;
+    }
+    return {};
+}
+
 void openEstimator(const QString& screen, const QString& target) {
     if (target.isEmpty()) {
         if (Screens::find(screen)) // it may hold a job's estimate

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Applications.h"
 #include "core/shell/Screen.h"
 
 #include <optional>
@@ -52,6 +53,9 @@ class Estimator : public Screen {
     QString asked;      // what the status text asks for
     QString statusBefore;
 };
+
+/// The name of the estimator of an application; empty for one without, such as shock arrestors.
+QString estimatorOf(Application application);
 
 /// Opens an estimator for the conditions that take its result, or on its own, without an OK button.
 void openEstimator(const QString& screen, const QString& target = {});

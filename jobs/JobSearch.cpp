@@ -140,7 +140,7 @@ std::vector<Job> newest(std::size_t most, const QString& text) {
 }
 
 QString editScreenOf(const QString& jobID) {
-    return jobID == "CONVERT" ? "frmTankIDSearch" : "frmJobHeader";
+    return jobID == Records::reservedJob() ? "frmTankIDSearch" : "frmJobHeader";
 }
 
 } // namespace JobSearch

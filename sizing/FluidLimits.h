@@ -11,9 +11,12 @@ struct FluidLimits {
     TemperatureLimits limits;
 };
 
+/// The fluid of lines whose fluid cannot be chosen.
+inline constexpr char waterFluid[] = "Water";
+
 /// The fluids in the order of the list.
 inline constexpr std::array<FluidLimits, 11> fluidLimits = {{
-    {"Water", {40, 100, 90, 240}},
+    {waterFluid, {40, 100, 90, 240}},
     {"10% Ethylene Glycol", {30, 100, 90, 240}},
     {"20% Ethylene Glycol", {20, 100, 90, 240}},
     {"30% Ethylene Glycol", {10, 100, 90, 240}},

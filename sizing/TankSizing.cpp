@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/store/Catalogue.h"
+#include "sizing/FluidLimits.h"
 
 using Record::orZero;
 
@@ -20,7 +21,7 @@ SystemConditions conditionsOf(const TankLine& tank) {
 double expansionFactor(const TankLine& tank) {
     const SystemConditions conditions = conditionsOf(tank);
     const QString fluid = tank.sysFluidType.value_or(QString());
-    if (fluid == "Water")
+    if (fluid == waterFluid)
         return Catalogue::readExpansion(expansionColumn(conditions.minimumTemperature),
                                         conditions.maximumTemperature)
             .value_or(Catalogue::Expansion())

@@ -10,6 +10,7 @@
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 #include "core/store/UserDefaults.h"
+#include "sizing/FluidLimits.h"
 
 #include <QEvent>
 #include <QTimer>
@@ -105,7 +106,7 @@ bool frmConvertSteel::SaveRecord() {
     TankLine line;
     line.jobID = reservedJob();
     line.dateCreated = QDateTime::currentDateTime();
-    line.sysFluidType = "Water";
+    line.sysFluidType = waterFluid;
     line.atmPressure = toNumber(txtAtmPressure->text());
     line.sopMin = toNumber(txtSOPMin->text());
     line.totSysVolume = toNumber(txtTotSysFluid->text());

@@ -62,7 +62,7 @@ void frmJobConditions::Load() {
     cmboFluidType->clear();
     for (const FluidLimits& row : fluidLimits)
         cmboFluidType->addItem(toQString(row.fluid));
-    cmboFluidType->setCurrentText("Water");
+    cmboFluidType->setCurrentText(waterFluid);
     txtSOTMin->setText("40");
     asRead = readTankLineToEdit();
     if (asRead)
@@ -96,7 +96,7 @@ void frmJobConditions::adaptToApplication() {
     case Application::Thermal:
         if (Session::Mode.text() ==
             Session::Modes::New) // a new line does not inherit glycol from another application
-            cmboFluidType->setCurrentText("Water");
+            cmboFluidType->setCurrentText(waterFluid);
         cmboFluidType->setToolTip("");
         cmboFluidType->setEnabled(false);
         showLimits();
@@ -163,19 +163,9 @@ bool frmJobConditions::SaveRecord() {
 void frmJobConditions::Estimate() {
     const Hourglass hourglass;
     const auto application = Session::application();
-    if (!application)
-        return;
-    switch (*application) {
-    case Application::Expansion:
-        return openEstimator("frmCalcExpTSF", name());
-    case Application::Thermal:
-        return openEstimator("frmcalcThmTSF", name());
-    case Application::Hydropneumatic:
-        return openEstimator("frmCalcHydTSF", name());
-    case Application::Shock:
-    case Application::Package:
-        return; // these have screens of their own
-    }
+    const QString estimator = application ? estimatorOf(*application) : QString();
+    if (!estimator.isEmpty())
+        openEstimator(estimator, name());
 }
 
 void frmJobConditions::Next() {

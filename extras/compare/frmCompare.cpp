@@ -39,22 +39,6 @@ namespace {
 constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
                                       Application::Hydropneumatic, Application::Shock};
 
-/// The estimator of an application; none for shock arrestors.
-QString estimatorOf(Application application) {
-    switch (application) {
-    case Application::Expansion:
-        return "frmCalcExpTSF";
-    case Application::Thermal:
-        return "frmcalcThmTSF";
-    case Application::Hydropneumatic:
-        return "frmCalcHydTSF";
-    case Application::Shock:
-    case Application::Package:
-        break;
-    }
-    return {};
-}
-
 /// Whether a number in a filter's box, if there is one, allows a value.
 bool allows(const QLineEdit* box, double value) {
     const auto most = parseNumber(box->text().toStdString());
