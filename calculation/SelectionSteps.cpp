@@ -190,24 +190,31 @@ void addSite(Worksheet& sheet, const SizedTank& tank) {
                   figure(*tank.model->precharge) + (*tank.model->precharge == precharge(tank)
                                                         ? " psig, as it is to be; check it."
                                                         : " psig; change it to the above."));
-    if (tank.application == Application::Shock)
+    switch (tank.application.value_or(Application::Expansion)) {
+    case Application::Shock:
         sheet.say("Why",
                   "Nine tenths of the flow pressure: the tank holds some water while the pipe flows, so "
                   "that its bladder is never against the connection.");
-    else if (tank.application == Application::Hydropneumatic)
+        break;
+    case Application::Hydropneumatic:
         sheet.say("Pump switch", "It must start the pump at " + charge +
                                      " at the tank, the precharge: lower, and the tank is empty before the "
                                      "pump starts; higher, and part of the drawdown is lost.");
-    else if (tank.application == Application::Thermal)
+        break;
+    case Application::Thermal:
         sheet.say("Supply",
                   "Its pressure reducing valve must hold " + charge +
                       " at the tank, the precharge: lower, and the tank takes up less than it could; higher, "
                       "and cold water fills what the expansion needs.");
-    else
+        break;
+    case Application::Expansion:
+    case Application::Package:
         sheet.say("Fill valve",
                   "It must hold " + charge +
                       " at the tank, the precharge: lower, and the system loses its pressure when "
                       "it cools; higher, and cold water fills what the expansion needs.");
+        break;
+    }
 }
 
 std::optional<PressureCurve> curveOf(const SizedTank& tank) {

@@ -83,10 +83,18 @@ void frmtankselection::Load() {
 void frmtankselection::showChanges() {
     if (Session::Mode.text() == Session::Modes::Convert)
         FindConvertedTanks();
-    else if (Session::application() == Application::Shock)
-        FindSHKTanks();
     else
-        FindOtherTanks();
+        switch (Session::application().value_or(Application::Expansion)) {
+        case Application::Shock:
+            FindSHKTanks();
+            break;
+        case Application::Expansion:
+        case Application::Thermal:
+        case Application::Hydropneumatic:
+        case Application::Package:
+            FindOtherTanks();
+            break;
+        }
     const bool found = lvOptions->topLevelItemCount() > 0;
     for (QWidget* shown : std::initializer_list<QWidget*>{lvOptions, lblHeader1, lblHeader2})
         shown->setVisible(found);
