@@ -11,6 +11,7 @@
 #include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "jobs/JobSearch.h"
+#include "jobs/OpenOverview.h"
 
 #include <QAction>
 #include <QApplication>
@@ -30,10 +31,7 @@ void openJob(const QString& jobID) {
         Faults::runTrapped("StartPage.openJob", [&] {
             if (!Records::readJobHeader(jobID)) // another copy of the program was faster
                 throw RecordGone("This job has been deleted.");
-            Session::Mode.write(Session::Modes::Edit);
-            Session::JobID.write(jobID);
-            Session::TankID.write("");
-            Screens::open("frmJobOverview");
+            openOverviewOf(jobID);
         });
     });
 }

@@ -17,6 +17,7 @@
 #include "documents/submittals/Submittals.h"
 #include "jobs/JobIDs.h"
 #include "jobs/JobSearch.h"
+#include "jobs/OpenOverview.h"
 #include "jobs/TankWork.h"
 
 #include <QKeyEvent>
@@ -264,12 +265,5 @@ void frmJobOverview::copyJob() {
     if (!JobCopies::duplicate(Gateway::openDatabase("User"), lblJobID->text(), copy))
         return refuseJobID(jobExists); // another copy of the program was faster
     setStatusText(tr("Added job %1").arg(copy));
-    Screens::beginTask([&] {
-        Faults::runTrapped(name() + ".open", [&] {
-            Session::Mode.write(Session::Modes::Edit);
-            Session::JobID.write(copy);
-            Session::TankID.write("");
-            Screens::open("frmJobOverview");
-        });
-    });
+    Screens::beginTask([&] { Faults::runTrapped(name() + ".open", [&] { openOverviewOf(copy); }); });
 }
