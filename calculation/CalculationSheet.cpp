@@ -4,19 +4,17 @@
 #include "calculation/SizingSteps.h"
 #include "core/base/ApplicationNames.h"
 #include "core/base/Fault.h"
-#include "core/base/Program.h"
 #include "core/shell/Commands.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Trap.h"
 #include "core/store/JobHeader.h"
 #include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
+#include "documents/report/Imprint.h"
 #include "documents/report/Reports.h"
 #include "documents/submittals/ResultScreen.h"
 #include "documents/submittals/SizingFacts.h"
 #include "shock/ShockSizing.h"
-
-#include <QDate>
 
 using namespace ApplicationNames;
 using namespace Catalogue;
@@ -118,11 +116,10 @@ void start(Report& report) {
                                                                : QString();
     report.control("txtModelNo").text = line->modelNo.value_or(QString());
     report.control("txtQty").text = line->qty ? QString::number(*line->qty) : QString();
-    report.control("txtMade").text =
-        "Brennoval, version " + Program::fullProgramVersion() + ", " + shownDate(QDate::currentDate());
+    report.control("txtMade").text = Imprint::madeLine();
     report.control("txtFoot").text = "Calculation sheet of tank " + tankID + " of job " + job;
     report.title = QStringList{report.title, tankID, line->modelNo.value_or(QString())}.join(", ");
-    report.author = "Ordwick Company";
+    report.author = Imprint::maker;
     if (const auto own = ownRepresentatives(); !own.empty() && own.front().companyName)
         report.author = QString(*own.front().companyName).replace("&&", "&");
     report.fileName = tankID + " calculation";

@@ -12,6 +12,7 @@
 #include "core/store/Specification.h"
 #include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
+#include "documents/report/Imprint.h"
 #include "documents/drawings/Drawings.h"
 #include "documents/report/Picture.h"
 #include "documents/report/Renderer.h"
@@ -117,7 +118,7 @@ class Filler {
     /// The description of a file of the page, and its suggested name.
     void describe() {
         report.title = QStringList{report.title, job, values.modelNo}.join(", ");
-        report.author = values.rep.isEmpty() ? QStringLiteral("Ordwick Company") : values.rep;
+        report.author = values.rep.isEmpty() ? QString(Imprint::maker) : values.rep;
         QString tankID;
         if (Session::TankID.read(tankID)) // begins with the job
             report.fileName = tankID + u' ' + values.modelNo;

@@ -1,15 +1,13 @@
 #include "core/base/ApplicationNames.h"
-#include "core/base/Program.h"
 #include "core/base/Text.h"
 #include "core/shell/Commands.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Screens.h"
+#include "documents/report/Imprint.h"
 #include "documents/report/Reports.h"
 #include "extras/compare/Compare.h"
 #include "extras/compare/CompareTable.h"
 #include "extras/compare/frmCompare.h"
-
-#include <QDate>
 
 using namespace ApplicationNames;
 
@@ -83,11 +81,10 @@ void start(Report& report) {
     addCurve(report, shown);
     report.control("txtApplication").text = AppName(shown.application);
     report.control("txtConditions").text = inWords(shown);
-    report.control("txtMade").text =
-        "Brennoval, version " + Program::fullProgramVersion() + ", " + shownDate(QDate::currentDate());
+    report.control("txtMade").text = Imprint::madeLine();
     report.title = "Alternatives, " + AppName(shown.application);
     report.fileName = report.title;
-    report.author = "Ordwick Company";
+    report.author = Imprint::maker;
 }
 
 constexpr ReportKind reports[] = {{"rptCompare", "rptCompare", "Sys", start, ReportOf::Catalogue}};

@@ -8,6 +8,7 @@
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
 #include "documents/drawings/Drawings.h"
+#include "documents/report/Imprint.h"
 #include "documents/report/Picture.h"
 #include "documents/report/Reports.h"
 #include "documents/specifications/ResultSpecification.h"
@@ -74,7 +75,7 @@ class Maker {
     Document document() {
         Document whole;
         whole.title = "Package, " + jobID;
-        whole.author = "Ordwick Company";
+        whole.author = Imprint::maker;
         whole.fileName = jobID + " package";
         whole.of = ReportOf::Job;
         const qsizetype first = coverPages(0).size(); // the numbers do not change how many pages it takes
