@@ -56,7 +56,8 @@ void filter(Report& report, bool sorted) {
     if (!application)
         return;
     const ApplicationInfo& info = infoOf(*application);
-    report.source += QStringLiteral(" WHERE tblModelMaster.App = '%1'").arg(toQString(info.code));
+    report.source += " WHERE tblModelMaster.App = ?";
+    report.parameters = {toQString(info.code)};
     if (sorted)
         report.source += QLatin1String(listOf(*application).order);
     report.title += ", " + toQString(info.name);

@@ -35,6 +35,6 @@ Pages Report::listedPages() const {
 Pages Report::statementPages() const {
     const Connection connection = Gateway::openDatabase(kind.database);
     Recordset recordset;
-    recordset.Open(source, connection);
+    recordset.Open(source, connection, parameters);
     return renderPages(reportLayout, recordset);
 }

@@ -4,6 +4,8 @@
 #include "documents/report/Layout.h"
 #include "documents/report/ReportRows.h"
 
+#include <QVariantList>
+
 class Report;
 
 /// What defines a report: a row of the table of reports.
@@ -28,6 +30,8 @@ class Report {
 
     /// The statement that reads the rows; empty for a report whose start routine lists them.
     QString source;
+    /// The values for each ? in it.
+    QVariantList parameters;
     std::vector<ReportRow> rows;
     /// The description that goes into a file of the pages; the title starts as the layout's.
     QString title;

@@ -10,10 +10,9 @@
 #include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
 #include "core/store/Specification.h"
-#include "core/store/SqlText.h"
 #include "core/store/TankLine.h"
-#include "documents/report/Imprint.h"
 #include "documents/drawings/Drawings.h"
+#include "documents/report/Imprint.h"
 #include "documents/report/Picture.h"
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
@@ -57,8 +56,10 @@ class Filler {
                       tankTables
                 : tankColumns + "TotSysVolume, SysFluidType, SOTMin, SOTMax, SOPMin, SOPMax\n" + tankTables;
         QString tankID;
-        if (Session::TankID.read(tankID))
-            report.source += " WHERE TankID = '" + SqlEscape(tankID) + "'";
+        if (Session::TankID.read(tankID)) {
+            report.source += " WHERE TankID = ?";
+            report.parameters = {tankID};
+        }
         readTankLine(tankID);
         readRepresentative();
         readModel();
