@@ -8,7 +8,7 @@
 void openResults(Application application, bool severalTanks) {
     const QString screen = toQString(infoOf(application).resultsScreen);
     const Screen* results = Screens::load(screen);
-    if (results && severalTanks && screen == "frmResults") // the only screen with these warnings
+    if (results && severalTanks && screen == "frmResults") // no other screen has these labels
         for (const char* warning : {"lblConsultFactory", "lblMsgFlag"})
             results->control<QLabel>(warning)->setVisible(true);
     Screens::show(screen);
