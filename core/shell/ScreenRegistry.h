@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/shell/Screen.h"
+#include "core/store/SessionTask.h"
 
 #include <QHash>
 #include <QList>
@@ -9,6 +9,7 @@
 #include <optional>
 
 class QMdiArea;
+class Screen;
 class ScreenFrame;
 
 /// What the units of Screens share; nothing else includes this.
