@@ -143,7 +143,7 @@ class Maker {
         report.control("txtNote").text = chosen.note;
         report.control("txtRunningJob").text = jobID;
         for (const Bookmark& mark : marks)
-            report.rows.push_back({{"What", QString(mark.depth * 4, u' ') + mark.title},
+            report.rows.push_back({{"What", QString(qsizetype(mark.depth) * 4, u' ') + mark.title},
                                    {"Page", QString::number(mark.page + before + 1)}});
         return report.Run().pages;
     }
