@@ -10,14 +10,13 @@
 #include "core/store/Deletion.h"
 #include "core/store/Gateway.h"
 #include "core/store/JobCopies.h"
-#include "core/store/JobHeader.h"
-#include "core/store/SessionStore.h"
 #include "extras/StartWork.h"
 #include "extras/compare/Compare.h"
 #include "extras/frmRestore.h"
 #include "extras/import/Import.h"
 #include "extras/overview/Overview.h"
 #include "extras/package/frmPackage.h"
+#include "jobs/JobIDs.h"
 #include "setup/PriorData.h"
 
 #include <QCoreApplication>
@@ -27,7 +26,6 @@
 using namespace Deletion;
 using namespace Gateway;
 using namespace PriorData;
-using namespace Records;
 using namespace StatusBar;
 
 namespace {
@@ -85,12 +83,9 @@ void backUp() {
 }
 
 void exportJob() {
-    const QString jobID = Session::JobID.text();
-    if (jobID.isEmpty() || !readJobHeader(jobID)) {
-        Dialogs::current().show(
-            {.text = "Please open the job that is to be exported!", .title = "Export job"});
+    const QString jobID = jobAtWork("Please open the job that is to be exported!", "Export job");
+    if (jobID.isEmpty())
         return;
-    }
     static const QRegularExpression notInNames(R"([\\/:*?"<>|])");
     const QString path = Dialogs::current().saveFile(jobFilter, QString(jobID).replace(notInNames, "_"));
     if (path.isEmpty())

@@ -7,6 +7,7 @@
 class frmResults : public FinishedTankScreen, private Ui::frmResults {
   public:
     frmResults();
+    QWidget* firstField() const override { return bttnPreview; }
 
   private:
     void Load() override;

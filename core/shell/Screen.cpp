@@ -9,6 +9,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFrame>
@@ -230,7 +231,8 @@ void Screen::keyPressEvent(QKeyEvent* event) {
     }
     auto* focused = dynamic_cast<QAbstractButton*>(focusWidget());
     const auto* option = dynamic_cast<QRadioButton*>(focused);
-    const bool chosen = option && option->isChecked(); // Return then moves on with that choice
+    const bool chosen = (option && option->isChecked()) || // Return then moves on with that choice
+                        dynamic_cast<QCheckBox*>(focused); // which Space ticks
     QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;

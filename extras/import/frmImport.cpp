@@ -141,7 +141,7 @@ void frmImport::paste() {
 }
 
 void frmImport::saveTemplate() {
-    const QString path = Dialogs::current().saveFile(textFilter, "conditions.csv");
+    const QString path = Dialogs::current().saveFile("CSV Files (*.csv)", "conditions");
     if (path.isEmpty())
         return;
     QSaveFile file(path);

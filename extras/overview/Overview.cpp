@@ -1,23 +1,16 @@
 #include "extras/overview/Overview.h"
 
 #include "core/shell/Commands.h"
-#include "core/shell/Dialogs.h"
 #include "core/shell/Screens.h"
-#include "core/store/JobHeader.h"
-#include "core/store/SessionStore.h"
 #include "extras/overview/frmJobOverview.h"
+#include "jobs/JobIDs.h"
 
 namespace {
 
 /// Shows the job at work.
 void showOverview() {
-    const QString jobID = Session::JobID.text();
-    if (jobID.isEmpty() || !Records::readJobHeader(jobID)) {
-        Dialogs::current().show(
-            {.text = "Please open the job that is to be shown!", .title = "Job overview"});
-        return;
-    }
-    Screens::open("frmJobOverview");
+    if (!jobAtWork("Please open the job that is to be shown!", "Job overview").isEmpty())
+        Screens::open("frmJobOverview");
 }
 
 } // namespace

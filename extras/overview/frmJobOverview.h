@@ -13,7 +13,6 @@ class frmJobOverview : public Screen, private Ui::frmJobOverview {
     bool hasEntries() const override { return false; }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
-    bool leavesStatus() const override { return true; }
     QWidget* firstField() const override { return lvTanks; }
 
   protected:

@@ -1,14 +1,13 @@
 #include "extras/package/frmPackage.h"
 
 #include "core/shell/Commands.h"
-#include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
-#include "core/store/JobHeader.h"
 #include "core/store/SessionStore.h"
 #include "documents/viewer/ReportOutput.h"
 #include "extras/package/JobPackage.h"
+#include "jobs/JobIDs.h"
 
 #include <QProgressDialog>
 
@@ -20,13 +19,8 @@ namespace {
 constexpr Registry::SessionValue lastChoice{"PackageParts"};
 
 void openPackage() {
-    const QString jobID = Session::JobID.text();
-    if (jobID.isEmpty() || !Records::readJobHeader(jobID)) {
-        Dialogs::current().show(
-            {.text = "Please open the job whose documents are to be put together!", .title = "Job package"});
-        return;
-    }
-    Screens::open("frmPackage");
+    if (!jobAtWork("Please open the job whose documents are to be put together!", "Job package").isEmpty())
+        Screens::open("frmPackage");
 }
 
 } // namespace
