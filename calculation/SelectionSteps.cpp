@@ -204,8 +204,8 @@ void addSite(Worksheet& sheet, const SizedTank& tank) {
     case Application::Thermal:
         sheet.say("Supply",
                   "Its pressure reducing valve must hold " + charge +
-                      " at the tank, the precharge: lower, and the tank takes up less than it could; higher, "
-                      "and cold water fills what the expansion needs.");
+                      " at the tank, the precharge: lower, and the pressure rises to the precharge before "
+                      "the tank takes any water; higher, and cold water fills what the expansion needs.");
         break;
     case Application::Expansion:
     case Application::Package:
