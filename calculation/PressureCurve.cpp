@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 
 #include <QPointF>
+#include <QRectF>
 
 #include <algorithm>
 #include <cmath>
@@ -32,9 +33,7 @@ constexpr double left = 48; // the field of the curve, in points
 constexpr double right = 528;
 constexpr double top = 14;
 constexpr double bottom = 182;
-constexpr double above = -2.5; // of a line's name from the line
-constexpr double below = 8;
-constexpr double lineHeight = 10;
+constexpr double fontSize = 8;
 
 /// About five marks from 0 on for an axis, in whole steps of 1, 2 or 5.
 std::vector<double> marksUpTo(double end) {
@@ -62,18 +61,24 @@ class Drawing {
   public:
     explicit Drawing(const PressureCurve& shown)
         : curve(shown), highest(std::max(shown.maximumPressure, shown.workingPressure)),
-          mostWater(waterAtPressure(shown, highest) * 1.02) {}
+          mostWater(waterAtPressure(shown, highest) * 1.02), levels{{shown.minimumPressure, shown.minimumName,
+                                                                     below, left + 4},
+                                                                    {shown.maximumPressure, shown.maximumName,
+                                                                     above, left + 4}} {
+        if (shown.workingPressure > 0)
+            levels.push_back({shown.workingPressure, "working pressure of the model", above, middle});
+    }
 
     QByteArray draw() {
         required();
         axes();
-        level(curve.minimumPressure, curve.minimumName, {left + 4, below}, "start");
-        level(curve.maximumPressure, curve.maximumName, {left + 4, clearOf(curve.workingPressure)}, "start");
-        if (curve.workingPressure > 0)
-            level(curve.workingPressure, "working pressure of the model",
-                  {(left + right) / 2, clearOf(curve.maximumPressure)}, "middle");
         path();
         full();
+        for (const Level& level : levels)
+            line({left, y(level.pressure)}, {right, y(level.pressure)},
+                 "stroke=\"#5a6570\" stroke-width=\".6\" stroke-dasharray=\"4 3\"");
+        nameLevels();
+        nameFields();
         return ("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"540\" height=\"216\" viewBox=\"0 0 540 "
                 "216\" font-family=\"Liberation Sans\" font-size=\"8\">" +
                 svg + "</svg>")
@@ -81,6 +86,18 @@ class Drawing {
     }
 
   private:
+    static constexpr double above = -2.5; // a name's baseline from the line that it names
+    static constexpr double below = 8;
+    static constexpr double across = 2.8;
+    static constexpr double middle = (left + right) / 2;
+
+    struct Level {
+        double pressure; // psig
+        const char* name;
+        double side; // where the name reads best
+        double at;
+    };
+
     double x(double water) const { return left + (right - left) * water / mostWater; }
     double y(double pressure) const {
         const double low = std::min(0.0, curve.emptyPressure);
@@ -121,44 +138,106 @@ class Drawing {
         svg += "<rect fill=\"#cfe3f5\" x=\"" + coordinate(x(from)) + "\" y=\"" + coordinate(top) +
                "\" width=\"" + coordinate(x(to) - x(from)) + "\" height=\"" + coordinate(bottom - top) +
                "\"/>";
-        const double working = y(curve.workingPressure);
-        const double name = working > top && working < top + 14 ? working + 10 : top + 9; // clear of its line
-        text({std::min(x(from), right - 150) + 4, name},
-             "required acceptance " + rounded(curve.requiredAcceptance) + " gal", "start");
     }
 
-    /// Where the name of the maximum or working pressure is put, so that the line of the other does not
-    /// strike it through: above its own line unless the other is just above that.
-    double clearOf(double other) const {
-        const double own = curve.maximumPressure + curve.workingPressure - other;
-        const double gap = y(own) - y(other);
-        return gap > 0 && gap < lineHeight ? below : above;
+    /// The space of a text of its own line, with the width of a broad letter for each.
+    static QRectF spaceOf(const QPointF& at, const QString& words) {
+        return {at.x(), at.y() - fontSize * .75, double(words.size()) * fontSize * .56, fontSize};
     }
 
-    void level(double pressure, const char* name, const QPointF& label, const char* anchor) {
-        line({left, y(pressure)}, {right, y(pressure)},
-             "stroke=\"#5a6570\" stroke-width=\".6\" stroke-dasharray=\"4 3\"");
-        text({label.x(), y(pressure) + label.y()}, QString(name) + ' ' + rounded(pressure) + " psig", anchor);
+    /// Whether a name there runs into another, into a line or into the curve.
+    bool isFree(const QRectF& space) const {
+        const auto within = [&](const QPointF& point) { return space.contains(point); };
+        const bool struck = std::any_of(levels.begin(), levels.end(), [&](const Level& level) {
+            return space.top() < y(level.pressure) && y(level.pressure) < space.bottom();
+        });
+        const double limit = isFull() ? x(curve.tankAcceptance) : right;
+        return !struck && space.right() < right && (limit < space.left() || limit >= space.right()) &&
+               space.top() > top && space.bottom() < bottom &&
+               std::none_of(curvePoints.begin(), curvePoints.end(), within) &&
+               std::none_of(taken.begin(), taken.end(),
+                            [&](const QRectF& other) { return other.intersects(space); });
+    }
+
+    /// Writes a name at the first place that is free.
+    bool name(const QString& words, const std::vector<QPointF>& places) {
+        const auto place = std::find_if(places.begin(), places.end(),
+                                        [&](const QPointF& at) { return isFree(spaceOf(at, words)); });
+        if (place == places.end())
+            return false;
+        taken.push_back(spaceOf(*place, words));
+        text(*place, words, "start");
+        return true;
+    }
+
+    /// Names each level beside its line. Where the lines are too close to each other for that, the name
+    /// interrupts its own.
+    void nameLevels() {
+        for (const Level& level : levels) {
+            const QString words = QString(level.name) + ' ' + rounded(level.pressure) + " psig";
+            const double line = y(level.pressure);
+            std::vector<QPointF> places{{level.at, line + level.side}};
+            for (const double side : {level.side, below + above - level.side})
+                for (double at = left + 4; at < right; at += 20)
+                    places.emplace_back(at, line + side);
+            if (!name(words, places))
+                nameAcross(words, line + across);
+        }
+    }
+
+    void nameAcross(const QString& words, double baseline) {
+        for (double at = left + 4; at < right; at += 20) {
+            const QRectF space = spaceOf({at, baseline}, words);
+            const auto covers = [&](const QRectF& other) { return other.intersects(space); };
+            if (space.right() < right && std::none_of(taken.begin(), taken.end(), covers)) {
+                taken.push_back(space);
+                svg += "<rect fill=\"#fff\" x=\"" + coordinate(space.x() - 2) + "\" y=\"" +
+                       coordinate(space.y()) + "\" width=\"" + coordinate(space.width() + 4) +
+                       "\" height=\"" + coordinate(space.height()) + "\"/>";
+                text({at, baseline}, words, "start");
+                return;
+            }
+        }
+    }
+
+    /// Names the water that the job needs, and where the tanks are full.
+    void nameFields() {
+        const auto places = [](double from, double baseline, double step) {
+            std::vector<QPointF> all;
+            for (; top < baseline && baseline < bottom; baseline += step)
+                for (double at = from; at >= left + 4; at -= 40)
+                    all.emplace_back(at, baseline);
+            return all;
+        };
+        constexpr double step = 5;
+        const double from = x(waterAtPressure(curve, curve.minimumPressure));
+        name("required acceptance " + rounded(curve.requiredAcceptance) + " gal",
+             places(std::min(from, right - 150) + 4, top + 9, step));
+        const QString words = "the tanks take " + rounded(curve.tankAcceptance) + " gal";
+        if (isFull())
+            name(words, places(x(curve.tankAcceptance) - 4 - spaceOf({}, words).width(), bottom - 22, -step));
+    }
+
+    bool isFull() const {
+        return curve.tankAcceptance > 0 && waterAtPressure(curve, highest) >= curve.tankAcceptance;
     }
 
     /// Where the tanks take no more, if that is before the highest pressure.
     void full() {
-        const double limit = curve.tankAcceptance;
-        if (limit <= 0 || waterAtPressure(curve, highest) < limit)
-            return;
-        line({x(limit), top}, {x(limit), bottom},
-             "stroke=\"#5a6570\" stroke-width=\".6\" stroke-dasharray=\"2 2\"");
-        text({x(limit) - 4, bottom - 22}, "the tanks take " + rounded(limit) + " gal", "end");
+        if (isFull())
+            line({x(curve.tankAcceptance), top}, {x(curve.tankAcceptance), bottom},
+                 "stroke=\"#5a6570\" stroke-width=\".6\" stroke-dasharray=\"2 2\"");
     }
 
     void path() {
-        constexpr int pieces = 80;
+        constexpr int pieces = 160;
         const double end = waterAtPressure(curve, highest);
         QString points;
         for (int piece = 0; piece <= pieces; ++piece) {
             const double water = end * piece / pieces;
-            points += (piece == 0 ? "M" : "L") + coordinate(x(water)) + ' ' +
-                      coordinate(y(pressureOverWater(curve, water)));
+            curvePoints.emplace_back(x(water), y(pressureOverWater(curve, water)));
+            points += (piece == 0 ? "M" : "L") + coordinate(curvePoints.back().x()) + ' ' +
+                      coordinate(curvePoints.back().y());
         }
         svg += "<path fill=\"none\" stroke=\"#0b5cad\" stroke-width=\"1.6\" d=\"" + points + "\"/>";
     }
@@ -166,6 +245,9 @@ class Drawing {
     const PressureCurve& curve;
     double highest; // psig
     double mostWater;
+    std::vector<Level> levels;
+    std::vector<QPointF> curvePoints;
+    std::vector<QRectF> taken; // by names
     QString svg;
 };
 
