@@ -253,7 +253,7 @@ std::int16_t GetNextNumber() {
     });
 }
 
-bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
+bool saveTankLine(const TankLine& line, TankLine::Columns columns, std::optional<TankLine>& asRead,
                   IfChanged ifChanged) {
     QString mode;
     if (!Session::Mode.read(mode))
@@ -272,7 +272,7 @@ bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::op
 }
 
 void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
-                    const std::optional<TankLine>& asRead, IfChanged ifChanged) {
+                    std::optional<TankLine>& asRead, IfChanged ifChanged) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
     Recordset tank;
@@ -287,8 +287,13 @@ void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Colum
         throw RecordChanged("This tank has been changed since it was opened. Save anyway?");
     Record::write(tank, line, columns);
     tank.Update();
+    std::optional<TankLine> stored = asRead;
+    if (stored)
+        for (const Record::Column<TankLine>& column : columns)
+            column.read(*stored, tank[column.name]);
     tank.Close();
     write.commit();
+    asRead = std::move(stored);
 }
 
 } // namespace Records

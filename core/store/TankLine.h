@@ -78,15 +78,16 @@ std::int16_t GetNextNumber();
 
 /// Stores the given columns of a tank line in one write: in mode "New", or without a key, as a new line of
 /// its job, including number and key, otherwise over the line of the session's TankID. The session gets the
-/// key once the line is stored. `asRead` shows whether someone else has changed those columns since. Returns
-/// false, and saves nothing, if the mode, or in another mode the key, cannot be read. Throws RecordGone if
-/// the job or the line does not exist, RecordChanged, and DatabaseFault.
-bool saveTankLine(const TankLine& line, TankLine::Columns columns, const std::optional<TankLine>& asRead,
+/// key once the line is stored. `asRead` shows whether someone else has changed those columns since; a line
+/// that is overwritten is read into it anew, so that the next save compares with this one. Returns false, and
+/// saves nothing, if the mode, or in another mode the key, cannot be read. Throws RecordGone if the job or
+/// the line does not exist, RecordChanged, and DatabaseFault.
+bool saveTankLine(const TankLine& line, TankLine::Columns columns, std::optional<TankLine>& asRead,
                   Record::IfChanged ifChanged);
 
 /// Stores columns of the tank line with this key. Throws as above.
 void updateTankLine(const QString& tankID, const TankLine& line, TankLine::Columns columns,
-                    const std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
+                    std::optional<TankLine>& asRead, Record::IfChanged ifChanged);
 
 /// Adds a copy of a tank line to its job, with the next number and without tags, in one write. Returns its
 /// key. Throws RecordGone, Fault 6 past 32,767, and DatabaseFault.

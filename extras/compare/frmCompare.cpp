@@ -388,7 +388,8 @@ bool frmCompare::store(const Candidate& candidate) {
             updateTankLine(asRead->tankID.value_or(QString()), line, columns, asRead, ifChanged);
         });
     line.jobID = Session::JobID.text();
-    return saveTankLine(line, columns, std::nullopt, Record::IfChanged::Overwrite);
+    std::optional<TankLine> none;
+    return saveTankLine(line, columns, none, Record::IfChanged::Overwrite);
 }
 
 QString frmCompare::headedTable() const {
