@@ -402,8 +402,17 @@ void BrennovalMain::buildStatusBar() {
     QStatusBar* bar = statusBar();
     bar->setObjectName("sbStatusBar");
     auto* statusLabel = new QLabel(bar);
-    bar->addWidget(statusLabel, 1);
-    StatusBar::setStatusPanel(statusLabel);
+    auto* statusButton = new QToolButton(bar);
+    statusButton->setObjectName("bttnStatus");
+    statusButton->setFocusPolicy(Qt::TabFocus);
+    QFont underlined = statusButton->font();
+    underlined.setUnderline(true);
+    statusButton->setFont(underlined);
+    statusButton->setCursor(Qt::PointingHandCursor);
+    statusButton->hide();
+    bar->addWidget(statusLabel);
+    bar->addWidget(statusButton);
+    StatusBar::setStatusPanel(statusLabel, statusButton);
     dateLabel = new QLabel(bar);
     timeLabel = new QLabel(bar);
     for (QLabel* label : {dateLabel, timeLabel})

@@ -121,6 +121,10 @@ bool Dialogs::openInBrowser(const QUrl& page) {
     return SystemPrograms::openInBrowser(page);
 }
 
+bool Dialogs::openFileInProgram(const QString& path) {
+    return SystemPrograms::openFile(path);
+}
+
 Dialogs& Dialogs::current() {
     return *installed();
 }

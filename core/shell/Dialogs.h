@@ -43,6 +43,8 @@ class Dialogs {
     virtual bool startProgram(const QString& commandLine, SystemPrograms::Window window);
     /// Opens a page in the desktop's browser; false if there is none.
     virtual bool openInBrowser(const QUrl& page);
+    /// Opens a file with the desktop's program for it; false if there is none.
+    virtual bool openFileInProgram(const QString& path);
 
     static Dialogs& current();
     static void install(std::unique_ptr<Dialogs> dialogs);

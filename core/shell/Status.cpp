@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QPointer>
+#include <QToolButton>
 
 using namespace Program;
 
@@ -14,11 +15,27 @@ QPointer<QLabel>& statusPanel() {
     static QPointer<QLabel> panel;
     return panel;
 }
+
+QPointer<QToolButton>& statusButton() {
+    static QPointer<QToolButton> button;
+    return button;
+}
 } // namespace
 
 void setStatusText(const QString& text) {
     if (statusPanel())
         statusPanel()->setText(text);
+    if (statusButton())
+        statusButton()->hide();
+}
+
+void offer(const QString& caption, const std::function<void()>& run) {
+    if (!statusButton())
+        return;
+    statusButton()->setText(caption);
+    statusButton()->disconnect();
+    QObject::connect(statusButton(), &QToolButton::clicked, statusButton(), run);
+    statusButton()->show();
 }
 
 void SetStatusBarText() {
@@ -29,8 +46,9 @@ QString statusText() {
     return statusPanel() ? statusPanel()->text() : QString();
 }
 
-void setStatusPanel(QLabel* panel) {
+void setStatusPanel(QLabel* panel, QToolButton* button) {
     statusPanel() = panel;
+    statusButton() = button;
 }
 
 } // namespace StatusBar

@@ -38,17 +38,36 @@ bool start(const QString& commandLine, [[maybe_unused]] Window window) {
     return program.startDetached();
 }
 
+#ifdef Q_OS_LINUX
+namespace {
+
+/// The answer of the desktop's table of programs; empty if there is none.
+QString desktopAnswer(const QStringList& question) {
+    QProcess table;
+    table.start(QStringLiteral("xdg-mime"), QStringList{QStringLiteral("query")} + question);
+    return table.waitForFinished() ? QString::fromUtf8(table.readAllStandardOutput().trimmed()) : QString();
+}
+
+} // namespace
+#endif
+
+bool openFile(const QString& path) {
+#ifdef Q_OS_LINUX
+    // The desktop's opener reports success even when it finds no program.
+    if (desktopAnswer({QStringLiteral("default"), desktopAnswer({QStringLiteral("filetype"), path})})
+            .isEmpty())
+        return false;
+#endif
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
 bool openInBrowser(const QUrl& page) {
 #ifdef Q_OS_WIN
     Q_UNUSED(page);
     return false; // the browser is the registered command there, and that was tried already
 #else
 #ifdef Q_OS_LINUX
-    // The desktop's opener reports success even when it finds no program for the page.
-    QProcess opener;
-    opener.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
-                                              QStringLiteral("x-scheme-handler/https")});
-    if (!opener.waitForFinished() || opener.readAllStandardOutput().trimmed().isEmpty())
+    if (desktopAnswer({QStringLiteral("default"), QStringLiteral("x-scheme-handler/https")}).isEmpty())
         return false;
 #endif
     return QDesktopServices::openUrl(page);

@@ -19,4 +19,7 @@ bool start(const QString& commandLine, Window window);
 /// Opens a page in the desktop's default browser; false if there is none.
 bool openInBrowser(const QUrl& page);
 
+/// Opens a file with the desktop's program for its kind; false if there is none.
+bool openFile(const QString& path);
+
 } // namespace SystemPrograms

@@ -6,9 +6,9 @@
 #include "core/shell/Status.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
+#include "documents/viewer/Written.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QPainter>
 #include <QPrinter>
 
@@ -76,7 +76,7 @@ void printDocument(const Document& document) {
     if (document.pages.isEmpty())
         return;
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(document.title);
+    printer.setDocName(proposedName(document) + ".pdf"); // the dialog proposes this name for a file
     setPaper(printer, document.pages.first().size);
     printer.setFromTo(1, int(document.pages.size()));
     printer.setPrintRange(QPrinter::AllPages);
@@ -90,8 +90,7 @@ void printDocument(const Document& document) {
     // Printing to a file works like an export: the whole file or none, and errors are reported.
     if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
         Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
-        setStatusText(QCoreApplication::translate("Printing", "Printed to %1")
-                          .arg(QDir::toNativeSeparators(printer.outputFileName())));
+        sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), printer.outputFileName());
     } else {
         paint(printer, chosen.pages);
         setStatusText(QCoreApplication::translate("Printing", "Printed"));

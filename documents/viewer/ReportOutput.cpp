@@ -5,13 +5,11 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
-#include "core/shell/Status.h"
 #include "documents/export/Export.h"
+#include "documents/viewer/Written.h"
 #include "documents/viewer/frmReportViewer.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QRegularExpression>
 
 namespace {
 
@@ -21,24 +19,16 @@ frmReportViewer* viewer() {
     return static_cast<frmReportViewer*>(Screens::find(viewerName));
 }
 
-/// A file name that every system accepts.
-QString plainName(QString name) {
-    static const QRegularExpression refused(R"([/\\:*?"<>|\x00-\x1f]+)");
-    constexpr int longest = 120;
-    return name.replace(refused, "-").trimmed().left(longest);
-}
-
 void exportDocument(const Export::Format& format) {
     const frmReportViewer* source = viewer();
     if (!source || source->document().pages.isEmpty())
         return;
-    const QString path = Dialogs::current().saveFile(format.filter, plainName(source->document().fileName));
+    const QString path = Dialogs::current().saveFile(format.filter, proposedName(source->document()));
     if (path.isEmpty())
         return Dialogs::current().beep();
     const Hourglass hourglass;
     Export::toFile(format, source->document(), path);
-    StatusBar::setStatusText(
-        QCoreApplication::translate("ReportOutput", "Exported to %1").arg(QDir::toNativeSeparators(path)));
+    sayWritten(QCoreApplication::translate("ReportOutput", "Exported to %1"), path);
 }
 
 } // namespace

@@ -3,10 +3,13 @@
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Status.h"
+#include "documents/export/Export.h"
 #include "documents/viewer/Printing.h"
+#include "documents/viewer/Written.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QMenu>
 #include <QShortcut>
 
 #include <cmath>
@@ -36,6 +39,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnPageWidth, ".bttnPageWidth", [this] { ARViewer21->setZoom(ReportView::Zoom::PageWidth); });
     on(bttnWholePage, ".bttnWholePage", [this] { ARViewer21->setZoom(ReportView::Zoom::WholePage); });
     on(bttnPrint, ".bttnPrint", [this] { printDocument(document()); });
+    on(bttnExport, ".bttnExport", [this] { showFormats(); });
     on(bttnFind, ".bttnFind", [this] { Find(1); });
     on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
     connect(txtPage, &QLineEdit::editingFinished, this, [this] { goToTypedPage(); });
@@ -87,12 +91,27 @@ void frmReportViewer::addShortcuts() {
         txtFind->setFocus();
         txtFind->selectAll();
     });
+    add(QKeySequence::Print, [this] { bttnPrint->click(); });
     add(QKeySequence("F3"), [this] { Find(1); });
     add(QKeySequence("Shift+F3"), [this] { Find(-1); });
     for (const char* plus : {"Ctrl++", "Ctrl+="}) // with and without Shift
         add(QKeySequence(plus), [this] { ARViewer21->zoomBy(zoomStep); });
     add(QKeySequence("Ctrl+-"), [this] { ARViewer21->zoomBy(1 / zoomStep); });
     add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
+}
+
+/// The main window's formats, and the way to the file that was written last.
+void frmReportViewer::showFormats() {
+    auto* menu = new QMenu(bttnExport);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const Export::Format& format : Export::formats())
+        if (QAction* action = Commands::action(format.command))
+            menu->addAction(action);
+    menu->addSeparator();
+    QAction* open = menu->addAction(QCoreApplication::translate("frmReportViewer", "&Open the last file"));
+    open->setEnabled(!lastWritten().isEmpty());
+    connect(open, &QAction::triggered, this, [this] { act(".bttnExport", openWritten); });
+    menu->popup(bttnExport->mapToGlobal(bttnExport->rect().bottomLeft()));
 }
 
 /// Lists the groups; a report without groups has no contents.

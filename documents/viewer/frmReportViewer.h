@@ -31,6 +31,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Find(int step);
     void showFound();
     void addShortcuts();
+    void showFormats();
 
     Document shownDocument;
     QList<TextPlace> contents; // where each row of the contents points

@@ -100,6 +100,10 @@ class ScriptedDialogs : public Dialogs {
             opened.append(page.toString());
         return hasBrowser;
     }
+    bool openFileInProgram(const QString& path) override {
+        opened.append(path);
+        return true;
+    }
 
     /// The next file name; an empty one cancels the dialog.
     QString nextFile() {
@@ -121,7 +125,7 @@ class ScriptedDialogs : public Dialogs {
     QStringList files;     // a null text cancels
     QList<Print> prints;   // for the next printer dialogs
     QString suggestedName; // of the last save dialog
-    QStringList opened;    // web addresses and programs
+    QStringList opened;    // web addresses, files and programs
     bool hasBrowser = true;
     QString problem;
     int beeps = 0;
