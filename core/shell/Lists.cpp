@@ -201,8 +201,8 @@ void KeptRows::restore() const {
 }
 
 void fitColumns(QTreeWidget* list) {
-    constexpr int gap = 18;
-    constexpr int widest = 600; // pixels; a name is hardly ever wider
+    const int gap = list->property("narrow").toBool() ? 10 : 18; // where columns are many
+    constexpr int widest = 600;                                  // pixels; a name is hardly ever wider
     Characters characters(list->fontMetrics());
     for (int column = 0; column + 1 < list->columnCount(); ++column)
         list->setColumnWidth(column, std::min(contentsWidth(*list, column, characters) + gap, widest));
