@@ -1,5 +1,7 @@
 #include "jobs/JobChoice.h"
 
+#include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -9,63 +11,167 @@
 #include "jobs/JobIDs.h"
 #include "jobs/JobSearch.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QStandardItemModel>
 
 using namespace Records;
 
 namespace {
 
+constexpr int newJob = 0; // the place of "New job..." in the list
+const char* const newJobProperty = "newJob";
+
 QString tr(const char* text) {
     return QCoreApplication::translate("JobChoice", text);
 }
+
+/// The jobs that match what was typed. If they cannot be read, none: nobody asked for them yet.
+std::vector<JobSearch::Job> matching(const QString& typed, std::size_t most) {
+    try {
+        return JobSearch::newest(most, typed);
+    } catch (const Fault&) {
+        return {};
+    }
+}
+
+/// Finds jobs for what is typed in a box. The list below the box opens with the arrow keys, and the wheel
+/// leaves the box alone: neither may choose "New job...", which asks a question.
+class Finder : public QObject {
+  public:
+    explicit Finder(QComboBox* owner) : QObject(owner), box(owner) {
+        auto* completer = new QCompleter(&found, this);
+        completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+        completer->setCompletionRole(Qt::UserRole); // the ID without the description
+        box->lineEdit()->setCompleter(completer); // as the box's own, it would look for its texts in the list
+        completer->setWidget(box);
+        connect(box->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& typed) { find(typed); });
+        connect(box->lineEdit(), &QLineEdit::editingFinished, this, [this] { settle(); });
+        box->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == box && event->type() == QEvent::Wheel) {
+            event->ignore();
+            return true;
+        }
+        if (object != box || event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(object, event);
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Down && !box->lineEdit()->completer()->popup()->isVisible()) {
+            box->showPopup();
+            return true;
+        }
+        return key->key() == Qt::Key_Up || key->key() == Qt::Key_PageUp || key->key() == Qt::Key_PageDown;
+    }
+
+  private:
+    void find(const QString& typed) {
+        constexpr std::size_t most = 50;
+        Fields::unmarkField(box);
+        found.clear();
+        if (typed.trimmed().isEmpty())
+            return;
+        for (const JobSearch::Job& job : matching(typed, most)) {
+            const bool described = !job.description.isEmpty();
+            auto* row = new QStandardItem(described ? job.jobID + "    " + job.description : job.jobID);
+            row->setData(job.jobID, Qt::UserRole);
+            found.appendRow(row); // which owns it
+        }
+    }
+
+    /// Words that only one job has stand for that.
+    void settle() {
+        const QString typed = box->currentText();
+        if (typed.isEmpty() || typed == box->property(newJobProperty).toString() || box->findText(typed) >= 0)
+            return;
+        const auto jobs = matching(typed, 2);
+        if (jobs.size() == 1)
+            box->setEditText(jobs.front().jobID);
+    }
+
+    QComboBox* box;
+    QStandardItemModel found;
+};
 
 } // namespace
 
 namespace JobChoice {
 
+void prepare(QComboBox* box) {
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setMaxVisibleItems(15);
+    box->lineEdit()->setPlaceholderText(tr("Find or choose a job"));
+    new Finder(box); // which the box owns
+}
+
 void fill(QComboBox* box) {
     constexpr std::size_t most = 200;
     box->clear();
-    box->addItem(tr("New job..."), QString());
+    box->setProperty(newJobProperty, QString());
+    box->addItem(tr("New job..."));
     const QString atWork = Screens::anyVisible() ? Session::JobID.text() : QString();
-    if (!atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork))
-        box->addItem(atWork, atWork);
+    const bool exists = !atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork);
+    if (exists)
+        box->addItem(atWork);
     for (const JobSearch::Job& job : JobSearch::newest(most))
-        if (job.jobID != reservedJob() && job.jobID != atWork)
-            box->addItem(job.jobID, job.jobID);
-    box->setPlaceholderText(tr("Choose a job"));
-    box->setCurrentIndex(box->itemText(1) == atWork && !atWork.isEmpty() ? 1 : -1);
+        if (job.jobID != atWork)
+            box->addItem(job.jobID);
+    box->setCurrentIndex(exists ? 1 : -1);
 }
 
 void take(QComboBox* box) {
     Fields::unmarkField(box);
-    if (box->currentIndex() != 0)
+    if (box->currentIndex() != newJob)
         return;
     box->setCurrentIndex(-1);
     const QString jobID = askForJobID(tr("New job"), tr("Job ID:"));
     if (jobID.isEmpty())
         return;
+    const QString before = box->property(newJobProperty).toString();
+    if (const int place = box->findText(before); !before.isEmpty() && place >= 0)
+        box->removeItem(place);
+    box->setProperty(newJobProperty, jobID);
+    box->insertItem(1, jobID);
+    box->setCurrentIndex(1);
+    StatusBar::setStatusText(tr("Job %1 is added when something is stored in it").arg(jobID));
+}
+
+QString require(QComboBox* box, const QString& request) {
+    const QString typed = withoutTrailingBlanks(box->currentText());
+    if (!typed.isEmpty() && typed == box->property(newJobProperty).toString())
+        return typed;
+    const auto header = typed.isEmpty() || typed == reservedJob() ? std::nullopt : readJobHeader(typed);
+    if (header)
+        return header->jobID.value_or(typed);
+    StatusBar::setStatusText(typed.isEmpty() ? request : tr("There is no job %1").arg(typed));
+    Fields::markField(box);
+    box->setFocus();
+    return {};
+}
+
+bool store(QComboBox* box) {
+    const QString jobID = box->property(newJobProperty).toString();
+    if (jobID.isEmpty() || jobID != withoutTrailingBlanks(box->currentText()))
+        return true;
     const UserDefaults user = readUserDefaults().value_or(UserDefaults());
     JobHeader header;
     header.jobID = jobID;
     header.engineer = user.defaultEngineer;
     header.contractor = user.defaultContractor;
     header.dateCreated = QDateTime::currentDateTime();
-    if (!addJobHeader(header)) // another copy of the program was faster
-        return refuseJobID(jobExists);
-    box->insertItem(1, jobID, jobID);
-    box->setCurrentIndex(1);
-}
-
-QString require(QComboBox* box, const QString& request) {
-    QString jobID = box->currentData().toString();
-    if (jobID.isEmpty()) {
-        StatusBar::setStatusText(request);
-        Fields::markField(box);
-        box->setFocus();
+    if (!addJobHeader(header)) { // another copy of the program was faster
+        refuseJobID(jobExists);
+        return false;
     }
-    return jobID;
+    box->setProperty(newJobProperty, QString());
+    return true;
 }
 
 } // namespace JobChoice

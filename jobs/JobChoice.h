@@ -4,14 +4,20 @@
 
 class QComboBox;
 
-/// The combo box with the job that new tanks belong to. Its items hold the ID of their job as data.
+/// The box with the job that new tanks belong to. It finds jobs as the user types. Nothing is stored before
+/// `store`.
 namespace JobChoice {
 
+/// Makes an ordinary combo box, whose screen is prepared already, one for jobs.
+void prepare(QComboBox* box);
 /// Offers a new job, the one at work, which is chosen, and the newest ones. Throws DatabaseFault.
 void fill(QComboBox* box);
-/// Once the user has picked an item: asks for the ID of a new job, and adds the job. Throws DatabaseFault.
+/// Once the user has picked an item: asks for the ID of a new job. Throws DatabaseFault.
 void take(QComboBox* box);
-/// The chosen job; empty for none. Marks the box and says so if there is none.
+/// The chosen job; empty for none. Marks the box and says so if there is none. Throws DatabaseFault.
 QString require(QComboBox* box, const QString& request);
+/// Adds the chosen job if it is a new one, right before something is stored in it; false if the user was told
+/// why there cannot be such a job. Throws DatabaseFault.
+bool store(QComboBox* box);
 
 } // namespace JobChoice

@@ -113,6 +113,15 @@ void StartPage::showEvent(QShowEvent* event) {
     });
 }
 
+/// The next visit begins without the search of this one.
+void StartPage::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) {
+        const QSignalBlocker quiet(txtFind); // the next showing lists the jobs
+        txtFind->clear();
+    }
+    QWidget::hideEvent(event);
+}
+
 void StartPage::keyPressEvent(QKeyEvent* event) {
     auto* button = dynamic_cast<QAbstractButton*>(focusWidget());
     if (button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))

@@ -79,7 +79,7 @@ Objections objectionsTo(const QHash<QString, QString>& boxes) {
             found.push_back({box, *objection});
     if (!found.empty())
         return found;
-    const ShockConditions conditions = conditionsIn(boxes);
+    const ShockConditions conditions = conditionsIn(boxes, UserDefaults::StandardAtmosphere);
     if (const auto objection =
             EntryRules::objectionToValue(conditions.staticPressure, lowestStatic, highestStatic))
         found.push_back({"StaticPressure", *objection});
@@ -92,7 +92,7 @@ Objections objectionsTo(const QHash<QString, QString>& boxes) {
     return found;
 }
 
-ShockConditions conditionsIn(const QHash<QString, QString>& boxes) {
+ShockConditions conditionsIn(const QHash<QString, QString>& boxes, double atmosphere) {
     const QString pipe = boxes.value("PipeIndex");
     return {.bore = pipe.contains(u'\'') ? 0 : pipeBore(pipe), // which goes into a statement as it is
             .length = toNumber(boxes.value("PipeLength")),
@@ -100,7 +100,7 @@ ShockConditions conditionsIn(const QHash<QString, QString>& boxes) {
             .flowPressure = toNumber(boxes.value("FlowPressure")),
             .staticPressure = toNumber(boxes.value("StaticPressure")),
             .shockPressure = toNumber(boxes.value("ShockPressure")),
-            .atmosphericPressure = atmosphericPressure()};
+            .atmosphericPressure = atmosphere};
 }
 
 QHash<QString, QString> boxesOf(const TankLine& line) {

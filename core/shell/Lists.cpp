@@ -41,6 +41,41 @@ QTreeWidgetItem* rowOf(const QTreeWidget& list, const QStringList& texts) {
     return found;
 }
 
+/// The widths of a font's characters.
+class Characters {
+  public:
+    explicit Characters(const QFontMetrics& font) : metrics(font) {}
+    int widthOf(const QString& text) {
+        int width = 0;
+        for (const QChar character : text) {
+            auto known = widths.constFind(character);
+            if (known == widths.constEnd())
+                known = widths.insert(character, metrics.horizontalAdvance(character));
+            width += *known;
+        }
+        return width;
+    }
+
+  private:
+    QFontMetrics metrics;
+    QHash<QChar, int> widths;
+};
+
+/// The width of a column's contents. Only its widest text is set, as shaping all takes ten times as long; to
+/// find it the widths of characters are added up, which kerning hardly ever changes.
+int contentsWidth(const QTreeWidget& list, int column, Characters& characters) {
+    constexpr int mostRows = 1000; // of a longer list, the first rows tell enough
+    int widest = -1;
+    int widestRow = 0;
+    for (int row = 0; row < std::min(mostRows, list.topLevelItemCount()); ++row)
+        if (const int width = characters.widthOf(list.topLevelItem(row)->text(column)); width > widest) {
+            widest = width;
+            widestRow = row;
+        }
+    const int cell = list.sizeHintForIndex(list.model()->index(widestRow, column)).width();
+    return std::max(cell, list.header()->sectionSizeHint(column));
+}
+
 /// The last column takes what the others leave, but never less than its own texts need: then the list
 /// scrolls.
 void fitLastColumn(QTreeWidget* list) {
@@ -55,7 +90,8 @@ void fitLastColumn(QTreeWidget* list) {
         else
             others += heads->sectionSize(column);
     heads->setStretchLastSection(false); // else it has no size of its own
-    list->resizeColumnToContents(last);
+    Characters characters(list->fontMetrics());
+    heads->resizeSection(last, contentsWidth(*list, last, characters));
     const int needed = others + heads->sectionSize(last);
     heads->setStretchLastSection(needed <= list->viewport()->width());
     Fitting::makeRoomForColumns(*list, needed);
@@ -127,41 +163,6 @@ void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
     }
 }
 
-/// The widths of a font's characters.
-class Characters {
-  public:
-    explicit Characters(const QFontMetrics& font) : metrics(font) {}
-    int widthOf(const QString& text) {
-        int width = 0;
-        for (const QChar character : text) {
-            auto known = widths.constFind(character);
-            if (known == widths.constEnd())
-                known = widths.insert(character, metrics.horizontalAdvance(character));
-            width += *known;
-        }
-        return width;
-    }
-
-  private:
-    QFontMetrics metrics;
-    QHash<QChar, int> widths;
-};
-
-/// The width of a column's contents. Only its widest text is set, as shaping all takes ten times as long; to
-/// find it the widths of characters are added up, which kerning hardly ever changes.
-int contentsWidth(const QTreeWidget& list, int column, Characters& characters) {
-    constexpr int mostRows = 1000; // of a longer list, the first rows tell enough
-    int widest = -1;
-    int widestRow = 0;
-    for (int row = 0; row < std::min(mostRows, list.topLevelItemCount()); ++row)
-        if (const int width = characters.widthOf(list.topLevelItem(row)->text(column)); width > widest) {
-            widest = width;
-            widestRow = row;
-        }
-    const int cell = list.sizeHintForIndex(list.model()->index(widestRow, column)).width();
-    return std::max(cell, list.header()->sectionSizeHint(column));
-}
-
 } // namespace
 
 KeptRows::KeptRows(const QWidget& screen) {
@@ -200,8 +201,8 @@ void KeptRows::restore() const {
 }
 
 void fitColumns(QTreeWidget* list) {
-    constexpr int gap = 18;
-    constexpr int widest = 600; // pixels; a name is hardly ever wider
+    const int gap = list->property("narrow").toBool() ? 10 : 18; // where columns are many
+    constexpr int widest = 600;                                  // pixels; a name is hardly ever wider
     Characters characters(list->fontMetrics());
     for (int column = 0; column + 1 < list->columnCount(); ++column)
         list->setColumnWidth(column, std::min(contentsWidth(*list, column, characters) + gap, widest));

@@ -109,7 +109,7 @@ bool Screen::trap(const QString& procedure, const std::function<void()>& body) c
     };
     const bool passed =
         Faults::runTrapped(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
-    if (gone)
+    if (gone && !outlivesRecord())
         Screens::drop(this);
     return passed;
 }

@@ -41,9 +41,14 @@ class Screen : public QWidget {
     /// Whether the screen is outside the main window.
     virtual bool isTopLevel() const { return false; }
     virtual Subject subject() const { return Subject::TankLine; }
-    /// The record that the screen shows; it closes when that is deleted. This is more than it is loaded for
+    /// The record that the screen shows; most close when that is deleted. This is more than it is loaded for
     /// if it shows another screen's result, such as a report.
     virtual Subject shownRecord() const { return subject(); }
+    /// Whether what stands in the screen is of use without its record: when that is deleted, `loseRecord` takes
+    /// its place for closing.
+    virtual bool outlivesRecord() const { return false; }
+    /// Goes on as for a new record.
+    virtual void loseRecord() {}
     /// Whether each opening loads again, as for lists and finished results.
     virtual bool loadsAfresh() const { return false; }
     /// Shows changes made to the data since loading. A list keeps its selected row. Not called for a screen

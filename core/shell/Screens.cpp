@@ -99,10 +99,22 @@ void noteRecord(Entry& entry) {
         entry.stored = isStored(entry, *state) && !createsItsJob(entry);
 }
 
+/// Lets a screen go on without its record, in a task of its own; false if it must close.
+bool goesOn(Screen* screen) {
+    if (!screen->outlivesRecord())
+        return false;
+    Entry* entry = entryOf(screen->name());
+    join(*entry, Session::newTask());
+    entry->stored = false;
+    const AtWork work(screen);
+    Faults::runTrapped(screen->name() + ".loseRecord", [screen] { screen->loseRecord(); });
+    return true;
+}
+
 /// Closes the screens of a job, or of one tank line, that was deleted here. The screen at work handles that
 /// itself.
 void dropScreensOf(const QString& jobID, const QString& tankID) {
-    QList<const Screen*> going;
+    QList<Screen*> going;
     for (Entry& entry : registry().entries) {
         const Subject shown = entry.screen->shownRecord();
         if (!Subjects::isOf(shown, *entry.task, jobID, tankID) || createsItsJob(entry))
@@ -111,8 +123,9 @@ void dropScreensOf(const QString& jobID, const QString& tankID) {
         if (entry.screen != registry().atWork)
             going.append(entry.screen);
     }
-    for (const Screen* screen : going)
-        drop(screen);
+    for (Screen* screen : going)
+        if (!goesOn(screen))
+            drop(screen);
 }
 
 ScreenFrame* frameFor(Screen* screen) {
@@ -190,8 +203,10 @@ bool recordExists(Screen* screen) {
     Faults::runTrapped(screen->name(), [&tank] {
         throw RecordGone(tank.isEmpty() ? "This job has been deleted." : "This tank has been deleted.");
     });
+    const bool stays = goesOn(screen);
     dropScreensOf(job, tank); // all at once, so that none of them reports it again
-    drop(screen);
+    if (!stays)
+        drop(screen);
     return false;
 }
 
@@ -203,7 +218,7 @@ bool freshen(Screen* screen) {
     if (!state || state->version == entry->dataVersion)
         return true;
     if (!recordExists(screen))
-        return false;
+        return find(screen->name()) == screen; // which goes on without it
     entry = entryOf(screen->name());
     entry->dataVersion = state->version;
     entry->stored = isStored(*entry, *state) && !createsItsJob(*entry);

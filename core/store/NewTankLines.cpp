@@ -4,6 +4,8 @@
 #include "core/store/Gateway.h"
 #include "core/store/TankNumbers.h"
 
+#include <limits>
+
 namespace Records {
 
 QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines) {
@@ -27,6 +29,13 @@ QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& line
     }
     write.commit();
     return added;
+}
+
+int roomForTankLines(const QString& jobID) {
+    Gateway::Rows last("User",
+                       "SELECT MAX(TankNo) AS Highest FROM tblJobData GROUP BY JobID HAVING JobID = ?",
+                       {jobID});
+    return std::numeric_limits<std::int16_t>::max() - (last.atEnd() ? 0 : int(last["Highest"].number()));
 }
 
 } // namespace Records

@@ -11,4 +11,8 @@ namespace Records {
 /// Fault 6 past number 32,767, and DatabaseFault.
 QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines);
 
+/// How many tank lines can still be added to a job, for each has a number and those end at 32,767. Throws
+/// DatabaseFault.
+int roomForTankLines(const QString& jobID);
+
 } // namespace Records

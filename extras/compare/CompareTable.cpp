@@ -98,9 +98,9 @@ std::unique_ptr<ListRow> rowOf(const Candidate& candidate, int place, Applicatio
 namespace CompareTable {
 
 QStringList headings() {
-    return {"Series",       "Qty",           "Model No.",    "Volume, gal", "Acceptance, gal",
-            "Vol. reserve", "Acc. reserve",  "Diameter, in", "Height, in",  "Floor area, ft²",
-            "Weight, lb",   "Working, psig", "Max., °F",     "ASME",        "Notes"};
+    return {"Series",           "Qty",       "Model No.",  "Volume, gal", "Accept., gal", "Volume, reserve",
+            "Accept., reserve", "Diam., in", "Height, in", "Floor, ft²",  "Weight, lb",   "Working, psig",
+            "Max., °F",         "ASME",      "Notes"};
 }
 
 QStringList remarksOf(const Candidate& candidate) {
@@ -146,7 +146,8 @@ void fill(QTreeWidget* list, const std::vector<Candidate>& candidates, const std
     ListRows rows;
     for (const int place : places)
         rows.push_back(rowOf(candidates[std::size_t(place)], place, application));
-    fillList(list, headings(), std::move(rows), Selected::None);
+    QStringList twoLines = headings(); // which are narrower
+    fillList(list, twoLines.replaceInStrings(", ", "\n"), std::move(rows), Selected::None);
     const QBrush grey = list->palette().brush(QPalette::Disabled, QPalette::Text);
     // The row that was chosen; failing that, one of its series and quantity, then of its series, then any.
     QTreeWidgetItem* best = list->topLevelItem(0);

@@ -50,6 +50,7 @@ bool allows(const QLineEdit* box, double value) {
 frmCompare::frmCompare() : Screen("frmCompare") {
     setupUi(this);
     prepare();
+    JobChoice::prepare(cmboJob);
     setDefault(cmdUse);
     cmdFindPipe2->setIcon(Appearance::icon("search"));
     for (const Application each : comparable)
@@ -90,7 +91,10 @@ void frmCompare::prepareBoxes() {
     connect(cmboApplication, &QComboBox::currentIndexChanged, this,
             [this] { trap(".cmboApplication", [this] { adaptToApplication(); }); });
     for (QLineEdit* box : {txtMostHeight, txtMostArea})
-        connect(box, &QLineEdit::textChanged, this, [this] { fillTable(); });
+        connect(box, &QLineEdit::textChanged, this, [this] {
+            markFilters();
+            fillTable();
+        });
     for (QCheckBox* box : {chkASMEOnly, chkFitting})
         connect(box, &QCheckBox::toggled, this, [this] { fillTable(); });
     for (QRadioButton* option : {optOver, optNew})
@@ -132,8 +136,44 @@ void frmCompare::Load() {
         setTitle(windowTitle() + " " + asRead->tankID.value_or(QString()));
     }
     touched.clear();
+    readAtmosphere();
     adaptToApplication();
+    entriesBefore = entries();
     setEntered(false);
+}
+
+/// Another window may have changed the user's atmosphere in the meantime.
+void frmCompare::Activate() {
+    const double before = shockAtmosphere;
+    try {
+        readAtmosphere();
+    } catch (const DatabaseFault&) { // another program is writing; what was read before holds
+        return;
+    }
+    if (shockAtmosphere != before && application() == Application::Shock)
+        trap(".refresh", [this] { refresh(); });
+}
+
+/// Not with every key: the file may be locked for seconds.
+void frmCompare::readAtmosphere() {
+    shockAtmosphere = ShockSizing::atmosphericPressure();
+}
+
+/// The line over which this could have been stored was deleted.
+void frmCompare::loseRecord() {
+    closePads();
+    asRead.reset();
+    lineApplication.reset();
+    Session::Mode.write(Session::Modes::New);
+    Session::TankID.write("");
+    if (!readJobHeader(Session::JobID.text()))
+        Session::JobID.write("");
+    setTitle(tr("Compare Models"));
+    optNew->setChecked(true);
+    optOver->setVisible(false);
+    JobChoice::fill(cmboJob);
+    entriesBefore.clear();
+    setStatusText(tr("The conditions stay here, for a new tank"));
 }
 
 void frmCompare::showLine(const TankLine& line) {
@@ -152,7 +192,6 @@ void frmCompare::adaptToApplication() {
     closePads();
     pnlTank->setVisible(!shock);
     pnlShock->setVisible(shock);
-    cmdCalcTSF->setVisible(!shock);
     const QHash<QString, QString> fixed = ConditionRules::hiddenBoxes(each);
     const bool choosesFluid = !fixed.contains("cmboFluidType");
     if (cmboFluidType->isEnabled())
@@ -188,6 +227,22 @@ QHash<QString, QString> frmCompare::boxes() const {
     QHash<QString, QString> texts = textsOf(application() == Application::Shock ? *pnlShock : *pnlTank);
     texts.insert(ConditionRules::hiddenBoxes(application()));
     return texts;
+}
+
+/// What was typed into the boxes of the conditions.
+QHash<QString, QString> frmCompare::entries() const {
+    QHash<QString, QString> texts = textsOf(*pnlTank);
+    texts.insert(textsOf(*pnlShock));
+    texts.remove(cmboFluidType->objectName()); // which follows the application
+    return texts;
+}
+
+void frmCompare::markFilters() {
+    for (QLineEdit* box : {txtMostHeight, txtMostArea})
+        if (EntryRules::objectionToNumber(box->text()))
+            markField(box);
+        else
+            unmarkField(box);
 }
 
 /// Marks the boxes that are wrong, or were emptied.
@@ -228,7 +283,7 @@ void frmCompare::refresh() {
             TankLine line;
             double bore = 0; // in
             if (application() == Application::Shock) {
-                const ShockConditions conditions = ShockSizing::conditionsIn(boxes());
+                const ShockConditions conditions = ShockSizing::conditionsIn(boxes(), shockAtmosphere);
                 bore = conditions.bore;
                 std::optional<std::string_view> objection;
                 line = ShockSizing::lineOf(conditions, PipeIndex->text(),
@@ -293,9 +348,18 @@ void frmCompare::showChosen() {
     cmdReport->setEnabled(current && !candidates.empty());
     imgCurve->clear();
     imgCurve->setAccessibleName({});
-    imgDrawing->clear();
     if (current)
         lblState->setText(row ? CompareTable::remarksOf(*row).join(' ') : QString());
+    for (QLineEdit* box : {txtMostHeight, txtMostArea})
+        if (const auto objection = EntryRules::objectionToNumber(box->text()))
+            lblState->setText(nameOf(box) + ": " + *objection);
+    const QString drawing = row && row->model ? shownText(row->model->tankDraw) : QString();
+    if (shownDrawing != drawing) { // seldom, and drawing takes a fifth of a key's time
+        shownDrawing = drawing;
+        imgDrawing->clear();
+        if (!drawing.isEmpty())
+            Drawings::showQuietly(imgDrawing, drawing);
+    }
     if (!row || !row->model)
         return;
     if (const auto curve = curveOf(*row, application())) {
@@ -303,13 +367,14 @@ void frmCompare::showChosen() {
             Drawings::onPaper(curvePicture(*curve), imgCurve->minimumSize(), devicePixelRatioF()));
         imgCurve->setAccessibleName(curveInWords(*curve));
     }
-    Drawings::showQuietly(imgDrawing, shownText(row->model->tankDraw));
     imgDrawing->setAccessibleName(tr("Drawing of %1").arg(shownText(row->model->modelDscrptn)));
 }
 
 void frmCompare::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange && comparison)
+    if (event->type() == QEvent::PaletteChange && comparison) {
+        shownDrawing.clear();
         fillTable();
+    }
     Screen::changeEvent(event);
 }
 
@@ -331,6 +396,15 @@ void frmCompare::closePads() {
 }
 
 bool frmCompare::QueryUnload() {
+    if (entries() != entriesBefore &&
+        Dialogs::current().show(
+            {.text = tr("The conditions entered here have not been stored!\nDo you want to "
+                        "close the comparison?"),
+             .title = tr("Close?"),
+             .icon = QMessageBox::Question,
+             .buttons = QMessageBox::Yes | QMessageBox::No,
+             .defaultButton = QMessageBox::No}) != QMessageBox::Yes)
+        return false;
     closePads();
     SetStatusBarText();
     return true;
@@ -348,6 +422,8 @@ void frmCompare::use() {
     if (!over && jobID.isEmpty())
         return;
     const Candidate taken = *row;
+    if (!over && !JobChoice::store(cmboJob))
+        return;
     const bool several = takesSeveral(candidates, taken);
     const Application each = application();
     const auto storeAndShow = [&] {

@@ -16,6 +16,9 @@ class frmCompare : public Screen, private Ui::frmCompare {
     bool fillsWindow() const override { return true; }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
+    bool outlivesRecord() const override { return true; }
+    void loseRecord() override;
+    void Activate() override;
     QWidget* firstField() const override;
 
     /// What the table shows at present.
@@ -40,6 +43,9 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void adaptToApplication();
     void showLimits();
     QHash<QString, QString> boxes() const;
+    QHash<QString, QString> entries() const;
+    void readAtmosphere();
+    void markFilters();
     Objections markWrong();
     void refresh();
     void fillTable();
@@ -58,6 +64,9 @@ class frmCompare : public Screen, private Ui::frmCompare {
     std::optional<Comparison> comparison;
     std::optional<TankLine> compared; // the conditions of the table
     std::vector<Candidate> candidates;
-    QSet<QString> touched; // boxes in which something was typed
-    QString ownFluid;      // chosen where the application leaves the choice
+    QSet<QString> touched;                 // boxes in which something was typed
+    QString ownFluid;                      // chosen where the application leaves the choice
+    QHash<QString, QString> entriesBefore; // as the screen began
+    double shockAtmosphere = 0;            // psia, of the user
+    QString shownDrawing;                  // with which the picture was made
 };

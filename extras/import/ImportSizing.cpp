@@ -68,7 +68,7 @@ ImportSizing::ImportSizing()
     : atmosphere(Records::readUserDefaults()
                      .value_or(UserDefaults())
                      .defaultPSIa.value_or(UserDefaults::StandardAtmosphere)),
-      longestTag(Records::tankLineTextSize(firstTag)) {}
+      shockAtmosphere(ShockSizing::atmosphericPressure()), longestTag(Records::tankLineTextSize(firstTag)) {}
 
 ImportSizing::~ImportSizing() = default;
 
@@ -145,7 +145,7 @@ ImportedLine ImportSizing::sized(const ImportText::Line& read, const ChosenSerie
     try {
         double bore = 0; // in
         if (application == Application::Shock) {
-            const ShockConditions conditions = ShockSizing::conditionsIn(boxes);
+            const ShockConditions conditions = ShockSizing::conditionsIn(boxes, shockAtmosphere);
             bore = conditions.bore;
             std::optional<std::string_view> objection;
             found.line = ShockSizing::lineOf(conditions, boxes.value("PipeIndex"),

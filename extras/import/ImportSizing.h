@@ -34,7 +34,8 @@ class ImportSizing {
     void check(ImportText::Line& read, Application application) const;
     void choose(ImportedLine& found, Application application, const QString& series, double bore);
 
-    double atmosphere; // psia
+    double atmosphere;      // psia
+    double shockAtmosphere; // psia; the rule for a missing one differs
     int longestTag;
     std::map<Application, Comparison> comparisons;
 };

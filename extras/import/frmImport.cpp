@@ -19,6 +19,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 using namespace StatusBar;
 
@@ -88,8 +89,10 @@ frmImport::frmImport() : Screen("frmImport") {
     on(cmdTemplate, ".cmdTemplate", [this] { saveTemplate(); });
     on(cmdOK, ".cmdOK", [this] { store(); });
     onCancel(cmdCancel, ".cmdCancel", [this] { Screens::unload(name()); });
+    JobChoice::prepare(cmboJob);
     connect(cmboJob, &QComboBox::activated, this,
             [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
+    connect(lvLines, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
     for (QComboBox* box : {cmboExpansion, cmboThermal, cmboHydro})
         connect(box, &QComboBox::currentIndexChanged, this, [this] { trap(".begin", [this] { begin(); }); });
 }
@@ -203,9 +206,23 @@ void frmImport::fillTable() {
     fillList(lvLines, headings(), std::move(rows), Selected::None);
     const auto wrong = std::ranges::find_if_not(lines, &ImportedLine::isRight);
     if (wrong == lines.end())
-        return;
+        return showChosen();
     for (QTreeWidgetItem* row : lvLines->findItems(QString::number(wrong->read.number), Qt::MatchExactly))
         lvLines->setCurrentItem(row);
+}
+
+/// Shows the messages of the chosen line in full, for which its column may be too narrow. Those of the first
+/// wrong line are in the state already.
+void frmImport::showChosen() {
+    const QTreeWidgetItem* row = lvLines->currentItem();
+    const auto line = std::ranges::find_if(lines, [row](const ImportedLine& each) {
+        return row && row->text(numberColumn) == QString::number(each.read.number);
+    });
+    const bool shown = line == std::ranges::find_if_not(lines, &ImportedLine::isRight); // or is none
+    const QStringList messages = shown ? QStringList() : messagesOf(*line);
+    lblMessage->setVisible(!messages.isEmpty());
+    if (!messages.isEmpty())
+        lblMessage->setText(tr("Line %1: %2").arg(line->read.number).arg(beginningOf(messages.join(' '))));
 }
 
 bool frmImport::isReady() const {
@@ -250,6 +267,16 @@ void frmImport::store() {
         return;
     const QString jobID = JobChoice::require(cmboJob, tr("Choose the job that the tanks belong to"));
     if (jobID.isEmpty())
+        return;
+    if (const int room = Records::roomForTankLines(jobID); std::cmp_greater(lines.size(), room)) {
+        Dialogs::current().show(
+            {.text = tr("Job %1 has numbers for %2 more tanks only. Nothing has been stored.")
+                         .arg(jobID)
+                         .arg(room),
+             .title = tr("Import conditions")});
+        return;
+    }
+    if (!JobChoice::store(cmboJob))
         return;
     Screens::beginTask([&] {
         Faults::runTrapped(name() + ".cmdOK", [&] {

@@ -11,6 +11,7 @@
 class frmImport : public Screen, private Ui::frmImport {
   public:
     frmImport();
+    Subject subject() const override { return Subject::None; } // the job is chosen here
     bool fillsWindow() const override { return true; }
     bool growsWithWindow() const override { return true; }
     bool closesOnEscape() const override { return true; }
@@ -30,6 +31,7 @@ class frmImport : public Screen, private Ui::frmImport {
     void work();
     void finish();
     void fillTable();
+    void showChosen();
     void showState();
     bool isReady() const;
     ImportSizing::ChosenSeries chosenSeries() const;

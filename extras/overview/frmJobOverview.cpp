@@ -66,12 +66,7 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
         openFor(line, Session::Modes::Edit,
                 [&] { Screens::open(TankWork::conditionsScreenOf(lblJobID->text(), line.application)); });
     });
-    onChosen(cmdCopyTank, ".cmdCopyTank", [this](const JobLine& line) {
-        const QString copy = copyTankLine(shownText(line.line.tankID));
-        fillTanks();
-        choose(copy);
-        setStatusText(tr("Added tank %1").arg(copy));
-    });
+    onChosen(cmdCopyTank, ".cmdCopyTank", [this](const JobLine& line) { copyTank(line); });
     onChosen(cmdDelete, ".cmdDelete", [this](const JobLine& line) { deleteTank(line); });
     for (const auto& [button, screen] : {std::pair<QAbstractButton*, const char*>(cmdTags, "frmUnitTagData"),
                                          {cmdSpecification, "frmResultSpecs"}})
@@ -133,6 +128,11 @@ void frmJobOverview::Load() {
     setTitle("Job Overview " + lblJobID->text());
     showHeader();
     fillTanks();
+}
+
+bool frmJobOverview::QueryUnload() {
+    SetStatusBarText();
+    return true;
 }
 
 void frmJobOverview::showHeader() {
@@ -233,6 +233,21 @@ void frmJobOverview::openInJob(const QString& screen) {
             Screens::open(screen);
         });
     });
+}
+
+void frmJobOverview::copyTank(const JobLine& line) {
+    QString copy;
+    try {
+        copy = copyTankLine(shownText(line.line.tankID));
+    } catch (const RecordGone& gone) {
+        if (!readJobHeader(lblJobID->text()))
+            throw;
+        Dialogs::current().show({.text = QString::fromUtf8(gone.what()), .title = "Error"});
+        return fillTanks(); // the job has others
+    }
+    fillTanks();
+    choose(copy);
+    setStatusText(tr("Added tank %1").arg(copy));
 }
 
 void frmJobOverview::deleteTank(const JobLine& line) {

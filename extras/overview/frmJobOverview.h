@@ -20,6 +20,7 @@ class frmJobOverview : public Screen, private Ui::frmJobOverview {
 
   private:
     void Load() override;
+    bool QueryUnload() override;
     void showHeader();
     void fillTanks();
     void choose(const QString& tankID);
@@ -31,6 +32,7 @@ class frmJobOverview : public Screen, private Ui::frmJobOverview {
                   const std::function<void(const JobLine&)>& handler);
     void openResults(const JobLine& line);
     void openInJob(const QString& screen);
+    void copyTank(const JobLine& line);
     void deleteTank(const JobLine& line);
     void move(int by);
     void copyJob();
