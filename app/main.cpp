@@ -1,33 +1,24 @@
 #include "app/Register.h"
 #include "core/base/Program.h"
+#include "core/look/Fonts.h"
 #include "core/look/SystemScheme.h"
 #include "core/shell/DesktopApplication.h"
+#include "core/shell/Dialogs.h"
 #include "core/shell/PreviousInstance.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Translations.h"
 #include "core/store/SessionTask.h"
 
-#include <QFontMetrics>
 #include <QLocale>
 
 #include <iostream>
-
-namespace {
-
-/// A start without fonts would show windows full of empty boxes. Qt lists families even then, but none that
-/// has a letter.
-bool canShowText() {
-    return QFontMetrics(QFont()).inFont(u'A');
-}
-
-} // namespace
 
 int main(int /*argc*/, char** argv) {
     Program::ignoreRelativeFolders();
     int argumentCount = 1; // the command line is ignored, Qt's own options included
     DesktopApplication application(argumentCount, argv);
     DesktopApplication::setApplicationName("Brennoval");
-    if (!canShowText()) {
+    if (!Fonts::provide()) {
         constexpr int noFonts = 3;
         std::cerr
             << "brennoval: this computer has no font to show text with. Install one, such as Liberation "
@@ -40,6 +31,13 @@ int main(int /*argc*/, char** argv) {
     previousInstance();
     registerAll();
     Screens::open("frmSplash");
+    if (Fonts::areOwn())
+        Dialogs::current().show(
+            {QCoreApplication::translate("main",
+                                         "This computer has no fonts. Brennoval uses one of its own, without "
+                                         "the letters of many languages. Install fonts, such as Liberation "
+                                         "and DejaVu, and start again."),
+             "Brennoval"});
     const int result = DesktopApplication::exec();
     Session::storeTask(); // the next start picks it up
     return result;

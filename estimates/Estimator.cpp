@@ -10,7 +10,7 @@
 #include "estimates/frmMetricCalc.h"
 
 #include <QComboBox>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
@@ -38,9 +38,10 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         const auto shown = Calculate();
         if (!shown) {
             if (const QWidget* empty = focusWidget(); empty && isMarked(empty))
-                askToFill(*empty);
+                ask(QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(empty)));
             return;
         }
+        stopAsking();
         result->setText(*shown);
         ValidateValueEntered(result, false); // clears the mark
         Dirty = false;
@@ -52,17 +53,31 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
 
 void Estimator::noteChange() {
     Dirty = true;
+    stopAsking();
+}
+
+void Estimator::stopAsking() {
     if (!asked.isEmpty() && statusText() == asked)
         setStatusText(statusBefore);
     asked.clear();
 }
 
-/// Says which box is empty, until one is filled.
-void Estimator::askToFill(const QWidget& empty) {
+/// Says what is missing, until a box changes or a volume is calculated.
+void Estimator::ask(const QString& text) {
     if (asked.isEmpty())
         statusBefore = statusText();
-    asked = QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(&empty));
+    asked = text;
     setStatusText(asked);
+}
+
+/// Return calculates from any box, and from the button of a method, which it would only press once more.
+void Estimator::keyPressEvent(QKeyEvent* event) {
+    const auto* button = dynamic_cast<QAbstractButton*>(focusWidget());
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReturn || (button && !button->isCheckable()))
+        Screen::keyPressEvent(event);
+    else if (!focusWidget() || validateLeaving(focusWidget()))
+        control<QToolButton>("bttnCalc")->click();
 }
 
 void Estimator::checksNumber(QLineEdit* box) {
@@ -102,6 +117,8 @@ bool Estimator::OpenMetricForm() {
 
 void Estimator::confirm() {
     const Hourglass hourglass;
+    if (result->text().isEmpty())
+        ask(QCoreApplication::translate("Estimator", "Calculate the volume first"));
     if (!ValidateValueEntered(result, asksForResult()))
         return;
     const QString question =
@@ -121,7 +138,7 @@ bool Estimator::QueryUnload() {
     closePipeChooser(name());
     if (const Screen* pad = Screens::find("frmMetricCalc"); pad && pad->Tag.section('-', 0, 0) == name())
         Screens::unload("frmMetricCalc");
-    SetStatusBarText();
+    resetStatus();
     return true;
 }
 

@@ -34,6 +34,7 @@ class Estimator : public Screen {
 
     bool QueryUnload() override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     /// The result as displayed; nothing when an empty entry silently ends the calculation.
@@ -44,7 +45,8 @@ class Estimator : public Screen {
     virtual bool asksForResult() const { return false; }
     void confirm();
     void noteChange();
-    void askToFill(const QWidget& empty);
+    void ask(const QString& text);
+    void stopAsking();
     void drawSketches();
 
     QLineEdit* result = nullptr;

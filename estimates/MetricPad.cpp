@@ -21,7 +21,7 @@ void MetricPad::Load() {
 
 bool MetricPad::QueryUnload() {
     closePipeChooser(name());
-    SetStatusBarText();
+    resetStatus();
     return true;
 }
 

@@ -5,6 +5,9 @@
 #include "core/shell/Lists.h"
 #include "core/store/Catalogue.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
+
 #include <algorithm>
 
 using namespace Catalogue;
@@ -42,6 +45,7 @@ frmCalcExpTSF::frmCalcExpTSF() : Estimator("frmCalcExpTSF") {
                {bttnDetail, frmDetailCalc, &frmCalcExpTSF::estimateByList}};
     for (const Method& method : methods) {
         method.button->setFocusPolicy(Qt::StrongFocus); // a press leaves a box, whose check may refuse it
+        method.button->installEventFilter(this);
         on(method.button, ".tbToolbar.ButtonClick", [this] { SetEstimateFrames(); });
     }
     for (QLineEdit* box : {BldgHeight, BldgWidth, BldgDepth, BoilerOutput, ChillerTons, BoilerCapacity,
@@ -69,6 +73,21 @@ const frmCalcExpTSF::Method& frmCalcExpTSF::pressedMethod() const {
 void frmCalcExpTSF::SetEstimateFrames() {
     if (const Method& pressed = pressedMethod(); pressed.button != bttnBldg)
         frames->setCurrentWidget(pressed.frame);
+}
+
+/// A digit typed on the button of a method, where its letter leaves the focus, goes into its first box.
+bool frmCalcExpTSF::eventFilter(QObject* object, QEvent* event) {
+    const auto typesDigit = [event] {
+        const QString text = static_cast<QKeyEvent*>(event)->text();
+        return !text.isEmpty() && text[0].isDigit();
+    };
+    if (event->type() != QEvent::KeyPress || object != pressedMethod().button ||
+        !pressedMethod().frame->isVisible() || !typesDigit())
+        return Estimator::eventFilter(object, event);
+    auto* box = pressedMethod().frame->findChild<QLineEdit*>();
+    box->setFocus(Qt::TabFocusReason);
+    QCoreApplication::sendEvent(box, event);
+    return true;
 }
 
 std::optional<QString> frmCalcExpTSF::Calculate() {

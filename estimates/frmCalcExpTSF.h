@@ -10,6 +10,9 @@ class frmCalcExpTSF : public Estimator, private Ui::frmCalcExpTSF {
     frmCalcExpTSF();
     QWidget* firstField() const override { return BldgHeight; }
 
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
   private:
     /// A method: its button, its frame and its arithmetic, in gallons.
     struct Method {

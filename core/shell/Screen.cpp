@@ -36,6 +36,7 @@ void growWithFont(QLabel* label) {
 
 Screen::Screen(const QString& screenName) : screenName_(screenName) {
     setObjectName(screenName);
+    statusBefore = StatusBar::statusText();
 }
 
 void Screen::prepare() {
@@ -182,6 +183,12 @@ void Screen::handsOver(QAbstractButton* button, std::function<QString()> target)
 void Screen::updateHandOver() {
     if (handOverButton)
         handOverButton->setEnabled(Screens::serves(*this, handOverTarget()));
+}
+
+void Screen::resetStatus() const {
+    StatusBar::SetStatusBarText();
+    if (Screens::find(fillsIn()))
+        StatusBar::setStatusText(statusBefore);
 }
 
 bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {

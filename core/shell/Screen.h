@@ -113,6 +113,8 @@ class Screen : public QWidget {
     bool leaveFor(const QString& screen);
     /// The button that Return presses.
     void setDefault(QPushButton* button);
+    /// Says on closing that the task is over; a pad or estimate gives back what its screen had said.
+    void resetStatus() const;
     /// The window title, which may contain any text from the user.
     void setTitle(const QString& title);
     /// Prepares the controls after setupUi: text boxes select their text on focus, a button with the property
@@ -135,6 +137,7 @@ class Screen : public QWidget {
     QPushButton* defaultButton = nullptr;
     QAbstractButton* handOverButton = nullptr;
     std::function<QString()> handOverTarget;
+    QString statusBefore; // what the status bar said when this screen was made
     bool entered = false;
     QWidget* enteredByMouse = nullptr;
     QElapsedTimer lastTyped; // since the last letter typed to find an entry of a list

@@ -6,6 +6,7 @@
 #include "app/Register.h"
 #include "core/base/Fault.h"
 #include "core/look/Appearance.h"
+#include "core/look/Fonts.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/Screen.h"
 #include "setup/InstallerFiles.h"
@@ -111,6 +112,10 @@ int main(int argc, char** argv) {
     if (files.isEmpty())
         parser.showHelp(2);
     int passed = 0;
+    if (!Fonts::provide()) {
+        std::cerr << "There is no font.\n";
+        return 1;
+    }
     if (files.size() == 1) {
         Appearance::apply(parser.isSet("dark") ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
         if (const int points = parser.value("points").toInt(); points > 0) {
