@@ -76,7 +76,7 @@ double topOf(const GridRow& row) {
 
 /// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
 QByteArray paragraphs(const Page& page) {
-    const PageGrid grid(page, PageGrid::Lines::Split);
+    const PageGrid grid(page, PageGrid::Lines::Split, PageGrid::Marks::AsPictures);
     QByteArray document;
     double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
     for (qsizetype i = 0; i < grid.rows().size(); ++i) {
@@ -92,6 +92,38 @@ QByteArray paragraphs(const Page& page) {
         before = 0;
     }
     return document;
+}
+
+QByteArray property(const char* name, const QByteArray& value) {
+    return QByteArray("{\\sp{\\sn ") + name + "}{\\sv " + value + "}}";
+}
+
+/// A shape behind the texts. Colours are numbers with blue in front; widths are in EMU, of which a point has
+/// 12,700.
+QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& fill) {
+    constexpr double emuPerPoint = 12700;
+    const auto color = [](const QColor& one) {
+        return QByteArray::number(one.red() + 256 * (one.green() + 256 * one.blue()));
+    };
+    return "{\\shp{\\*\\shpinst\\shpleft" + twips(place.left()) + "\\shptop" + twips(place.top()) +
+           "\\shpright" + twips(place.right()) + "\\shpbottom" + twips(place.bottom()) +
+           "\\shpbxpage\\shpbypage\\shpwr3\\shpfblwtxt1" + property("shapeType", QByteArray::number(kind)) +
+           property("fFilled", fill.isValid() ? "1" : "0") +
+           (fill.isValid() ? property("fillColor", color(fill)) : QByteArray()) +
+           property("fLine", lineWidth > 0 ? "1" : "0") +
+           property("lineWidth", QByteArray::number(std::lround(lineWidth * emuPerPoint))) + "}}\n";
+}
+
+/// The boxes and lines of a page, in its first paragraph.
+QByteArray shapes(const Page& page) {
+    constexpr int rectangle = 1;
+    constexpr int straightLine = 20;
+    QByteArray all;
+    for (const PageBox& box : page.boxes)
+        all += shape(rectangle, box.place, box.width, box.fill);
+    for (const PageLine& line : page.lines)
+        all += shape(straightLine, QRectF(line.from, line.to).normalized(), line.width, {});
+    return all;
 }
 
 /// A picture at its place on the page.
@@ -119,6 +151,7 @@ void Export::rtf(const Document& document, QIODevice& file) {
     for (const Page& page : document.pages) {
         if (!std::exchange(first, false))
             file.write("\\pard\\page\n");
+        file.write(shapes(page));
         for (const PagePicture& drawing : page.pictures)
             if (!drawing.isText)
                 file.write(picture(drawing));

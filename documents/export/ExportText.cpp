@@ -11,10 +11,12 @@ namespace {
 
 constexpr double characterWidth = 4.6; // points per text column
 
+constexpr int gap = 2; // blanks between neighbours, so that a phrase and two columns are told apart
+
 /// Puts a text at a column of a line. If it would touch the text before, it moves to the right.
 void put(QString& line, int column, const QString& text) {
-    if (!line.isEmpty() && line.size() + 1 > column)
-        column = int(line.size()) + 1;
+    if (!line.isEmpty() && line.size() + gap > column)
+        column = int(line.size()) + gap;
     line = line.leftJustified(column) + text;
 }
 
@@ -43,7 +45,7 @@ QString rowLines(const GridRow& row) {
                     int(std::lround(text->place.center().x() / characterWidth)) - int(parts[i].size()) / 2;
             put(lines[i], std::max(0, column), parts[i]);
         }
-        end = int(lines.first().size()) + 1;
+        end = int(lines.first().size()) + gap;
     }
     return lines.join('\n') + '\n';
 }

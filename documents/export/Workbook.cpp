@@ -164,8 +164,8 @@ void Workbook::filter(int headingRow, int lastRow, int columns) {
     sheets.last().filter = {headingRow, lastRow, columns};
 }
 
-/// The range of each sheet's filters needs a name that every workbook has built in, and the buttons must be
-/// drawn.
+/// The range of each sheet's filters, and the row that is printed on every page, need names that every
+/// workbook has built in, and the buttons must be drawn.
 QByteArray Workbook::filterNames() const {
     QByteArray names;
     QByteArray ranges;
@@ -177,11 +177,15 @@ QByteArray Workbook::filterNames() const {
         putWords(ranges, {0, i, i});
         if (filter.columns == 0)
             continue;
-        QByteArray body;
-        putWords(body, {0x0021, 0x0100, 11, 0, i + 1, 0, 0}); // hidden, built in, one character, of the sheet
-        body += QByteArray::fromHex("000d3b");                // the built-in name of a filter range; an area
-        putWords(body, {i, filter.headingRow, filter.lastRow, 0, filter.columns - 1});
-        record(names, 0x0018, body);
+        const auto name = [&](int flags, const char* nameAndArea, int firstRow, int lastRow, int lastColumn) {
+            QByteArray body;
+            putWords(body, {flags, 0x0100, 11, 0, i + 1, 0, 0}); // one character, of the sheet
+            body += QByteArray::fromHex(nameAndArea);
+            putWords(body, {i, firstRow, lastRow, 0, lastColumn});
+            record(names, 0x0018, body);
+        };
+        name(0x0021, "000d3b", filter.headingRow, filter.lastRow, filter.columns - 1); // filters; hidden
+        name(0x0020, "00073b", filter.headingRow, filter.headingRow, MostColumns - 1); // on each printed page
     }
     if (names.isEmpty())
         return {};

@@ -33,7 +33,7 @@ class Workbook {
     void merge(int row, int firstColumn, int lastColumn);
     void rowHeight(int row, double points);
     /// Makes a row of the last sheet the heading of the rows below it, down to lastRow: each heading gets a
-    /// filter, and the row stays in view.
+    /// filter, and the row stays in view and is printed on every page.
     void filter(int headingRow, int lastRow, int columns);
 
     /// The finished file: the workbook in its compound file.

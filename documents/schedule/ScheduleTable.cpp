@@ -134,6 +134,18 @@ QString whyItEnds(const std::vector<TankLine>& lines) {
     return {};
 }
 
+void prepareScheduleTable() {
+    if (filledFor() == currentState())
+        return;
+    try {
+        fill();
+    } catch (const Fault& fault) {
+        if (fault.number() != Fault::TypeMismatch) // which a tank without a model is
+            throw;
+    }
+    filledFor() = currentState();
+}
+
 void updateScheduleTable() {
     if (filledFor() != currentState())
         FillScheduleTable();

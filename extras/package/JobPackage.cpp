@@ -11,6 +11,7 @@
 #include "documents/report/Imprint.h"
 #include "documents/report/Picture.h"
 #include "documents/report/Reports.h"
+#include "documents/schedule/ScheduleTable.h"
 #include "documents/specifications/ResultSpecification.h"
 #include "documents/submittals/Submittals.h"
 
@@ -43,7 +44,10 @@ class Maker {
   public:
     Maker(const QString& job, const Contents& wanted) : jobID(job), chosen(wanted) {}
 
-    void addSchedule() { add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages); }
+    void addSchedule() {
+        Schedule::prepareScheduleTable();
+        add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages);
+    }
 
     void addTank(const TankLine& tank) {
         const QString tankID = shownText(tank.tankID);

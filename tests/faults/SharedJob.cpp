@@ -235,8 +235,9 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, argv[1]);
     QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, argv[1] + QString("/machine"));
     ScriptedDialogs& dialogs = Driver::start();
-    User user(Stage{.dialogs = dialogs, .shotFolder = {}, .homeFolder = {}, .started = true}, argv[2],
-              QString(argv[3]).toUInt());
+    User user(
+        Stage{.dialogs = dialogs, .shotFolder = {}, .homeFolder = {}, .scenarioFolder = {}, .started = true},
+        argv[2], QString(argv[3]).toUInt());
     for (std::string line; std::getline(std::cin, line);) {
         user.step();
         tell({"ready"});

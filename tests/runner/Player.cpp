@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Program.h"
+#include "core/base/Text.h"
 #include "core/base/Words.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/shell/Commands.h"
@@ -521,6 +522,28 @@ void expectFile(Stage& stage, Words w) {
         require(fileText(path).contains(w[1]), w[0] + " does not hold \"" + w[1] + "\"");
 }
 
+/// Compares a text with the one kept in the folder golden, apart from today's date and the version. With
+/// BRENNOVAL_WRITE_GOLDEN the kept one is written anew, to be read before it is committed.
+void expectGolden(Stage& stage, Words w) {
+    QString text = fileText(QDir(stage.homeFolder).filePath(w[0]));
+    text.replace(shownDate(QDate::currentDate()), "{date}");
+    text.replace(Program::fullProgramVersion(), "{version}");
+    QFile golden(QDir(stage.scenarioFolder).filePath("golden/" + w[1]));
+    if (qEnvironmentVariableIsSet("BRENNOVAL_WRITE_GOLDEN")) {
+        require(golden.open(QIODevice::WriteOnly), golden.fileName() + " cannot be written");
+        golden.write(text.toUtf8());
+        return;
+    }
+    require(golden.open(QIODevice::ReadOnly), "there is no golden text " + w[1]);
+    const QStringList expected = QString::fromUtf8(golden.readAll()).split('\n');
+    const QStringList lines = text.split('\n');
+    for (qsizetype i = 0; i < std::max(expected.size(), lines.size()); ++i)
+        require(expected.value(i) == lines.value(i), QString("%1, line %2: \"%3\" instead of \"%4\"")
+                                                         .arg(w[1])
+                                                         .arg(i + 1)
+                                                         .arg(lines.value(i), expected.value(i)));
+}
+
 void expectNoFile(Stage& stage, Words w) {
     require(!QFile::exists(QDir(stage.homeFolder).filePath(w[0])), "there is a file " + w[0]);
 }
@@ -619,6 +642,7 @@ const QHash<QString, Command>& commands() {
         {"expect-sql", {expectSql, 3}},
         {"expect-page", {expectPage, 2}},
         {"expect-file", {expectFile, 1}},
+        {"expect-golden", {expectGolden, 2}},
         {"expect-no-file", {expectNoFile, 1}},
         {"print", {print, 1}},
         {"sql", {sql, 2}},

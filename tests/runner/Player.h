@@ -15,6 +15,7 @@ struct Stage {
     ScriptedDialogs& dialogs;
     QString shotFolder; // empty to take no pictures
     QString homeFolder; // a scenario's relative paths start here
+    QString scenarioFolder; // holds the golden texts
     bool started = false;
     QSize window = {1180, 800}; // of the main window; the offscreen display is smaller than real ones
 };

@@ -60,7 +60,7 @@ bool playFile(const QString& path, const QString& shots, const QString& keep, co
     }
     if (!shots.isEmpty())
         QDir().mkpath(shots);
-    Stage stage{ScriptedDialogs::install(), shots, home.dataFolder()};
+    Stage stage{ScriptedDialogs::install(), shots, home.dataFolder(), QFileInfo(path).path()};
     if (!window.isEmpty())
         stage.window = window;
     Player player(stage);

@@ -47,7 +47,11 @@ bool run(const std::function<void(Walk&)>& steps) {
     home.installData();
     ScriptedDialogs& dialogs = Driver::start();
     dialogs.rule = nullptr; // every message box must be expected
-    Walk walk(Stage{.dialogs = dialogs, .shotFolder = {}, .homeFolder = home.dataFolder(), .started = true});
+    Walk walk(Stage{.dialogs = dialogs,
+                    .shotFolder = {},
+                    .homeFolder = home.dataFolder(),
+                    .scenarioFolder = {},
+                    .started = true});
     QString failure;
     try {
         steps(walk);
