@@ -33,8 +33,8 @@ TankLine lineOf(const ShockConditions& conditions, const QString& pipeIndex, con
 /// What the boxes of the conditions, by their names on that screen, cannot be sized with. An empty list means
 /// that `conditionsIn` can read them.
 Objections objectionsTo(const QHash<QString, QString>& boxes);
-/// The conditions in the boxes at an atmospheric pressure in psia, with the bore of the pipe, which is 0 for an
-/// unknown one. Throws Fault 13 for text that is not a number, and DatabaseFault.
+/// The conditions in the boxes at an atmospheric pressure in psia, with the bore of the pipe, which is 0 for
+/// an unknown one. Throws Fault 13 for text that is not a number, and DatabaseFault.
 ShockConditions conditionsIn(const QHash<QString, QString>& boxes, double atmosphere);
 
 /// The texts of the boxes for a line's conditions.

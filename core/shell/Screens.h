@@ -33,7 +33,8 @@ bool unload(const QString& name);
 
 /// Removes a screen without asking it.
 void drop(const Screen* screen);
-/// Whether a screen's job or tank line still exists. If not, reports that and closes the screen.
+/// Whether a screen's job or tank line still exists. If not, reports that and closes the screen, or lets it
+/// go on without it.
 bool recordExists(Screen* screen);
 /// The same for the active screen, for commands that act on its record.
 bool activeExists();

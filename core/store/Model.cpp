@@ -64,7 +64,7 @@ QHash<QString, Model> findModels(const QStringList& names) {
     found.reserve(sought.size());
     for (Model& model : Record::readAll(*rows, Model::columns()))
         if (const QString key = model.modelDscrptn.value_or(QString()).toCaseFolded(); !found.contains(key))
-            found.insert(key, std::move(model)); // the first of a name, as everywhere
+            found.emplace(key, std::move(model)); // the first of a name, as everywhere
     return found;
 }
 

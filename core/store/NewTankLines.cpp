@@ -32,9 +32,8 @@ QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& line
 }
 
 int roomForTankLines(const QString& jobID) {
-    Gateway::Rows last("User",
-                       "SELECT MAX(TankNo) AS Highest FROM tblJobData GROUP BY JobID HAVING JobID = ?",
-                       {jobID});
+    Gateway::Rows last(
+        "User", "SELECT MAX(TankNo) AS Highest FROM tblJobData GROUP BY JobID HAVING JobID = ?", {jobID});
     return std::numeric_limits<std::int16_t>::max() - (last.atEnd() ? 0 : int(last["Highest"].number()));
 }
 
