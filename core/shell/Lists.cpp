@@ -222,6 +222,16 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
     return textOrder().compare(text(column), other.text(column)) < 0;
 }
 
+QVariant ListRow::data(int column, int role) const {
+    if (role != Qt::AccessibleTextRole || column != 0)
+        return QTreeWidgetItem::data(column, role);
+    QStringList cells;
+    for (int cell = 0; cell < columnCount(); ++cell)
+        if (const QString shown = text(cell); !shown.isEmpty())
+            cells.append(shown);
+    return cells.join(", ");
+}
+
 void sortByHeadings(QTreeWidget* list) {
     list->header()->setSectionsClickable(true);
     QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int column) {

@@ -17,6 +17,8 @@ class ListRow : public QTreeWidgetItem {
     /// Sorts a column of this row by a value, such as a date, whose text would sort wrongly.
     void setSortKey(int column, const QVariant& key) { setData(column, Qt::UserRole, key); }
     bool operator<(const QTreeWidgetItem& other) const override;
+    /// To a screen reader the first cell, which the arrow keys reach, tells the whole row.
+    QVariant data(int column, int role) const override;
 };
 
 using ListRows = std::vector<std::unique_ptr<ListRow>>;

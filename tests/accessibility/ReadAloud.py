@@ -124,6 +124,15 @@ def choose(name, before, after):
                  lambda: (name + ": " + after, "object:property-change:" + kind) in heard)
 
 
+def walk_rows(after, before):
+    """Goes down a list and up again; the row that gets the focus tells what it holds."""
+    for key, row in (("Down", after), ("Up", before)):
+        subprocess.run(["xdotool", "key", key], check=True)
+        node = control(row, {Atspi.Role.TABLE_CELL})
+        wait_for("the focus at " + row, lambda: node.clear_cache() or node.get_state_set().contains(Atspi.StateType.FOCUSED))
+        print("  row:", spoken(node))
+
+
 def check_names(screen):
     print(screen + ":")
     for node in tree(application()):
@@ -158,8 +167,9 @@ def walk():
     press("RCB - Top/Bottom System Connection")
     check_names("Series")
     press("Next")
-    control("Model No.")
+    control("1, RCB 500, 132.1 gal 24 X 77.25", {Atspi.Role.TABLE_CELL})
     check_names("Selection")
+    walk_rows("2, RCB 300, 79.3 gal 24 X 49.5", "1, RCB 500, 132.1 gal 24 X 77.25")
     press("Next")
     control("Required Volume")
     check_names("Results")

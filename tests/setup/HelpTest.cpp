@@ -105,7 +105,8 @@ TEST_F(Help, F1OpensTheTopicOfACommandAndOfAScreen) {
             shows(menu, QString::number(context));
         }
     Session::TankClass.write("Hydropneumatic Tank");
-    for (const auto& [screen, id] : {std::pair("frmJobHeader", "frmJobHeader"), {"frmMetric", "103"}}) {
+    for (const auto& [screen, id] :
+         {std::pair("frmJobHeader", "frmJobHeader"), {"frmMetric", "103"}, {"frmResults", "103"}}) {
         ASSERT_TRUE(Screens::open(screen));
         shows(Screens::find(screen), id);
     }
