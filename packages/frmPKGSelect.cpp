@@ -11,7 +11,9 @@
 #include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
 
+#include <QApplication>
 #include <QDate>
+#include <QKeyEvent>
 
 using namespace Catalogue;
 using namespace Drawings;
@@ -131,6 +133,30 @@ void frmPKGSelect::selectModel() {
     if (txtQty->text().isEmpty())
         txtQty->setText("1");
     txtQty->setFocus();
+}
+
+/// A chosen row leads to the quantity. From there the arrow keys still walk the list and letters search it,
+/// so that several steps, or a name typed in one go, choose that model and leave nothing in the quantity.
+bool frmPKGSelect::eventFilter(QObject* object, QEvent* event) {
+    if (object != txtQty || event->type() != QEvent::KeyPress || !goesToList(*static_cast<QKeyEvent*>(event)))
+        return ResultScreen::eventFilter(object, event);
+    QApplication::sendEvent(lvOptions, event);
+    return true;
+}
+
+bool frmPKGSelect::goesToList(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_Up || key.key() == Qt::Key_Down)
+        return true;
+    const bool searching =
+        lastLetter.isValid() && lastLetter.elapsed() < QApplication::keyboardInputInterval();
+    const QString text = key.text();
+    if (key.modifiers() & ~Qt::ShiftModifier || text.isEmpty() ||
+        !(text[0].isLetter() || (searching && text[0].isPrint()))) {
+        lastLetter.invalidate();
+        return false;
+    }
+    lastLetter.start();
+    return true;
 }
 
 void frmPKGSelect::SaveRecord() {

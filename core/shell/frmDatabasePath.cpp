@@ -2,6 +2,7 @@
 
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/shell/frmSplash.h"
 #include "core/store/SessionStore.h"
 
 #include <QApplication>
@@ -22,8 +23,12 @@ frmDatabasePath::frmDatabasePath() : Screen("frmDatabasePath") {
             txtPath->setText(file);
     });
     on(OKButton, ".OKButton", [this] {
-        if (txtPath->text().isEmpty() || storePath())
-            Screens::unload(name());
+        const bool shown = !txtPath->text().isEmpty();
+        if (shown && !storePath())
+            return;
+        if (auto* splash = dynamic_cast<frmSplash*>(Screens::find("frmSplash")); splash && shown)
+            splash->goOnAfterRefusal();
+        Screens::unload(name());
     });
     onCancel(CancelButton, ".CancelButton", [] { QApplication::exit(0); });
 }

@@ -12,6 +12,8 @@
 #include <QKeyEvent>
 #include <QScreen>
 
+#include <utility>
+
 namespace {
 constexpr int tickMilliseconds = 500;
 constexpr int maxWait = 200;  // milliseconds for a lock: the window must not freeze; the next tick retries
@@ -52,6 +54,11 @@ void frmSplash::setTimerInterval(int interval) {
         Timer1.start(interval);
 }
 
+void frmSplash::goOnAfterRefusal() {
+    if (std::exchange(refusedData, false))
+        setTimerInterval(tickMilliseconds);
+}
+
 void frmSplash::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         QApplication::exit(0);
@@ -88,6 +95,7 @@ void frmSplash::timer1Elapsed() {
         return;
     } catch (const RefusedData& refused) { // not for the technical report: the user can do something about it
         setTimerInterval(0);
+        refusedData = true;
         Dialogs::current().show({QString::fromUtf8(refused.what()), "Brennoval"});
         Screens::open("frmDatabasePath");
         return;

@@ -14,6 +14,8 @@ class frmSplash : public Screen, private Ui::frmSplash {
     Subject subject() const override { return Subject::None; }
     /// In milliseconds; 0 stops the timer.
     void setTimerInterval(int interval);
+    /// Goes on with the start, if data that were refused had stopped it: the user has shown others.
+    void goOnAfterRefusal();
 
   protected:
     bool event(QEvent* event) override;
@@ -24,5 +26,6 @@ class frmSplash : public Screen, private Ui::frmSplash {
     void timer1Elapsed();
 
     QTimer Timer1{this};
+    bool refusedData = false;
     int lockedTicks = 0; // ticks that found the data locked
 };

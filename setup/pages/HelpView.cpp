@@ -16,6 +16,7 @@
 #include <QRegularExpression>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTextOption>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -68,6 +69,7 @@ HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("
     page->setAccessibleName(QCoreApplication::translate("HelpView", "Topic"));
     page->setFrameShape(QFrame::NoFrame);
     page->setOpenLinks(false);
+    page->setWordWrapMode(QTextOption::WordWrap); // a narrow column of a table must not break its words
     connect(page, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
         const QUrl address = page->source().resolved(link);
         if (address.scheme() == u"qthelp")

@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextLayout>
 
 #include <functional>
 
@@ -240,6 +241,20 @@ TEST_F(HelpWindow, PrintsATopicOrTheManual) {
     Driver::press("frmHelp", "bttnPrint");
     EXPECT_TRUE(run("pdfimages", {"-list", picture}).contains("1100"));
     EXPECT_EQ(Driver::report().toStdString(), "");
+}
+
+// Large letters and small displays leave little room for a table's columns.
+TEST_F(HelpWindow, BreaksNoWordInANarrowTable) {
+    page->setFixedWidth(300);
+    Driver::settle();
+    int lines = 0;
+    for (QTextBlock block = page->document()->begin(); block.isValid(); block = block.next())
+        for (int i = 1; i < block.layout()->lineCount(); ++i, ++lines) {
+            const int start = block.layout()->lineAt(i).textStart();
+            EXPECT_FALSE(block.text()[start - 1].isLetter() && block.text()[start].isLetter())
+                << block.text().toStdString();
+        }
+    EXPECT_GT(lines, 20);
 }
 
 TEST_F(HelpWindow, ManualThatCannotBeWrittenIsReported) {
