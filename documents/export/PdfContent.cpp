@@ -54,7 +54,7 @@ void PdfContent::text(QStringView line, const TextStyle& style, const QPointF& a
     bytes += "BT ";
     numbers(bytes, {at.x(), up(at.y())});
     bytes += "Td ";
-    letters(double(TextFit::font(style).pixelSize()) / TextFit::fontScale); // as the viewer rounds it
+    letters(style);
     bytes += "ET\n";
 }
 
@@ -65,12 +65,15 @@ void PdfContent::unseenText(QStringView line, const TextStyle& style, const QPoi
 }
 
 /// Shows the letters; where one is not where the widths put it, it is moved by thousandths of an em.
-void PdfContent::letters(double size) {
+void PdfContent::letters(const TextStyle& style) {
     constexpr double smallest = .5;
+    const double size =
+        double(TextFit::font(style).pixelSize()) / TextFit::fontScale; // as the viewer rounds it
     double pen = 0;
     double rise = 0;
     int instead = -1;
     bool open = false;
+    bool heavier = false;
     const auto close = [&] {
         if (open)
             bytes += ">]TJ ";
@@ -93,6 +96,11 @@ void PdfContent::letters(double size) {
             currentFont = letter.font;
             currentSize = size;
         }
+        if (fonts.needsWeight(letter.font, style) != heavier) {
+            close();
+            heavier = !heavier;
+            weight(heavier, size, style.color);
+        }
         if (letter.y != rise) {
             close();
             rise = letter.y;
@@ -114,10 +122,23 @@ void PdfContent::letters(double size) {
         pen = (shifted ? letter.x : pen) + fonts.width(letter.font, letter.code);
     }
     close();
+    if (heavier)
+        weight(false, size, style.color);
     if (rise != 0)
         bytes += "0 Ts ";
     if (instead >= 0)
         bytes += "EMC ";
+}
+
+/// Makes letters bold by drawing their outlines as well.
+void PdfContent::weight(bool added, double size, const QColor& color) {
+    constexpr double share = 1.0 / 24;                     // of the size, by which outlines are made bold
+    const QColor line = added ? color : QColor(Qt::black); // which all other lines are
+    numbers(bytes, {line.redF(), line.greenF(), line.blueF()});
+    bytes += "RG ";
+    if (added)
+        lineWidth(size * share);
+    bytes += added ? "2 Tr " : "0 Tr ";
 }
 
 void PdfContent::picture(const QByteArray& name, const QPointF& at, double scale) {

@@ -30,7 +30,8 @@ class PdfContent {
     double up(double y) const { return height - y; }
     void lineWidth(double width);
     void fillColor(const QColor& color);
-    void letters(double size);
+    void letters(const TextStyle& style);
+    void weight(bool added, double size, const QColor& color);
 
     PdfFonts& fonts;
     double height;

@@ -25,6 +25,15 @@ bool isPlain(QChar c) {
     return (code >= u' ' && code < 0x7f) || (code > 0xa0 && code < 0x100 && code != 0xad);
 }
 
+/// What the font says of itself, whatever it was asked for.
+bool isBold(const QRawFont& raw) {
+    constexpr qsizetype weightAt = 4; // in its table, as a number of two bytes
+    constexpr int demiBold = 600;
+    const QByteArray table = raw.fontTable("OS/2");
+    return table.size() > weightAt + 1 &&
+           std::uint8_t(table[weightAt]) * 256 + std::uint8_t(table[weightAt + 1]) >= demiBold;
+}
+
 /// The name that is written into the font's objects.
 QByteArray postScriptName(const QRawFont& raw, int number) {
     QByteArray name = "AAAAA";
@@ -51,7 +60,7 @@ int PdfFonts::fontOf(const QRawFont& raw) {
     if (known != byName.cend())
         return *known;
     const int number = int(fonts.size());
-    fonts.push_back({raw, name, {}, {}, {}, {}});
+    fonts.push_back({raw, isBold(raw), {}, {}, {}, {}});
     fonts.back().raw.setPixelSize(PdfTrueType::Em);
     byName.insert(name, number);
     codeOf(number, 0, {}); // the sign for a missing letter comes first

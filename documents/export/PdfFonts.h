@@ -32,13 +32,17 @@ class PdfFonts {
     void shape(QStringView line, const TextStyle& style, PdfShape& result);
     /// The width of a letter in ems, as the file has it.
     double width(int font, int code) const { return fonts[std::size_t(font)].widths[std::size_t(code)]; }
+    /// Whether a letter of a bold text comes from a font that has no bold face.
+    bool needsWeight(int font, const TextStyle& style) const {
+        return style.bold && !fonts[std::size_t(font)].bold;
+    }
     /// Writes the fonts and returns their names and objects for the resources of the pages.
     QByteArray write(PdfFile& file) const;
 
   private:
     struct Font {
         QRawFont raw; // as large as PdfTrueType::Em
-        QString name;
+        bool bold = false;
         QHash<quint32, int> codes;
         std::vector<PdfOutline> outlines;
         std::vector<double> widths;

@@ -78,8 +78,10 @@ struct Most {
     int contours = 0;
 };
 
-QByteArray glyph(const QPainterPath& path, Most& most) {
+/// Tells the left edge, at which readers put the letter.
+QByteArray glyph(const QPainterPath& path, Most& most, int& left) {
     const std::vector<Contour> contours = contoursOf(path);
+    left = 0;
     if (contours.empty())
         return {};
     QByteArray ends;
@@ -100,6 +102,7 @@ QByteArray glyph(const QPainterPath& path, Most& most) {
         }
         put16(ends, int(flags.size()) - 1);
     }
+    left = low.x;
     most.points = std::max(most.points, int(flags.size()));
     most.contours = std::max(most.contours, int(contours.size()));
     QByteArray whole;
@@ -154,9 +157,10 @@ QByteArray PdfTrueType::font(const std::vector<PdfOutline>& letters) {
     QByteArray hmtx;
     for (const PdfOutline& letter : letters) {
         put32(loca, std::uint32_t(glyf.size()));
-        glyf += glyph(letter.path, most);
+        int left = 0;
+        glyf += glyph(letter.path, most, left);
         put16(hmtx, int(std::lround(letter.advance)));
-        put16(hmtx, int(std::lround(letter.path.boundingRect().left())));
+        put16(hmtx, left);
     }
     put32(loca, std::uint32_t(glyf.size()));
     QByteArray head;
@@ -175,8 +179,7 @@ QByteArray PdfTrueType::font(const std::vector<PdfOutline>& letters) {
     put32(hhea, 0x00010000);
     for (const int value : {Em * 9 / 10, -Em * 2 / 10, 0, 2 * Em, -Em, -Em, 2 * Em, 1})
         put16(hhea, value);
-    hhea += QByteArray(14, '\0');
-    put16(hhea, 0);
+    hhea += QByteArray(14, '\0'); // the slope of the caret, and formats
     put16(hhea, count); // widths
     QByteArray maxp;
     put32(maxp, 0x00010000);
