@@ -90,7 +90,9 @@ void PdfContent::letters(const TextStyle& style) {
         }
         if (letter.font != currentFont || size != currentSize) {
             close();
-            bytes += "/F" + QByteArray::number(letter.font) + ' ';
+            bytes += "/F";
+            PdfWords::integer(bytes, letter.font);
+            bytes += ' ';
             numbers(bytes, {size});
             bytes += "Tf ";
             currentFont = letter.font;
@@ -151,7 +153,7 @@ void PdfContent::beginMarked(const char* kind, int number) {
     bytes += '/';
     bytes += kind;
     bytes += "<</MCID ";
-    bytes += QByteArray::number(number);
+    PdfWords::integer(bytes, number);
     bytes += ">>BDC\n";
 }
 

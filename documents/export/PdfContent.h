@@ -6,7 +6,10 @@
 /// operators of a PDF, which count from the lower left corner.
 class PdfContent {
   public:
-    PdfContent(PdfFonts& used, double pageHeight) : fonts(used), height(pageHeight) {}
+    PdfContent(PdfFonts& used, double pageHeight) : fonts(used), height(pageHeight) {
+        constexpr qsizetype usual = 65536; // bytes of a full page
+        bytes.reserve(usual);
+    }
 
     void box(const QRectF& place, double lineWidth, const QColor& fill);
     void line(const QPointF& from, const QPointF& to, double width);

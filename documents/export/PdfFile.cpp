@@ -35,7 +35,10 @@ void PdfFile::write(int number, const QByteArray& object) {
     if (count == 0)
         holder = reserve();
     table[std::size_t(number)] = {2, std::uint32_t(holder), std::uint16_t(count)};
-    places += QByteArray::number(number) + ' ' + QByteArray::number(waiting.size()) + ' ';
+    PdfWords::integer(places, number);
+    places += ' ';
+    PdfWords::integer(places, int(waiting.size()));
+    places += ' ';
     waiting += object;
     waiting += '\n';
     if (++count == most)
@@ -72,8 +75,8 @@ void PdfFile::flush() {
     stream(holder,
            "/Type/ObjStm/N " + QByteArray::number(count) + "/First " + QByteArray::number(places.size()),
            places + waiting);
-    places.clear();
-    waiting.clear();
+    places.resize(0); // and keep the memory for the next
+    waiting.resize(0);
     count = 0;
 }
 
@@ -134,4 +137,15 @@ void PdfWords::numbers(QByteArray& target, std::initializer_list<double> values)
 
 QByteArray PdfWords::reference(int object) {
     return QByteArray::number(object) + " 0 R";
+}
+
+void PdfWords::integer(QByteArray& target, int value) {
+    std::array<char, 16> digits{};
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    target.append(digits.data(), end - digits.data());
+}
+
+void PdfWords::reference(QByteArray& target, int object) {
+    integer(target, object);
+    target += " 0 R";
 }

@@ -49,5 +49,8 @@ void number(QByteArray& target, double value);
 /// Appends numbers, each followed by a blank.
 void numbers(QByteArray& target, std::initializer_list<double> values);
 QByteArray reference(int object);
+/// Appends a whole number; a reference to an object.
+void integer(QByteArray& target, int value);
+void reference(QByteArray& target, int object);
 
 } // namespace PdfWords

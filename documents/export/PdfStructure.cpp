@@ -11,31 +11,40 @@ PdfStructure::PdfStructure(PdfFile& written, int ofPages)
 
 void PdfStructure::begin(const char* kind, const QByteArray& entries) {
     const int number = file.reserve();
-    if (!open.empty())
-        open.back().parts += reference(number) + ' ';
+    if (!open.empty()) {
+        reference(open.back().parts, number);
+        open.back().parts += ' ';
+    }
     open.push_back({number, kind, entries, {}, false});
 }
 
 void PdfStructure::end() {
     const Element& element = open.back();
-    QByteArray object = "<</Type/StructElem/S/";
-    object += element.kind;
-    object += "/P ";
-    object += reference(open.size() > 1 ? open[open.size() - 2].number : root);
-    if (element.onPage)
-        object += "/Pg " + reference(page);
-    if (!element.parts.isEmpty())
-        object += "/K[" + element.parts + ']';
-    object += element.entries;
-    object += ">>";
-    file.write(element.number, object);
+    record.resize(0);
+    record += "<</Type/StructElem/S/";
+    record += element.kind;
+    record += "/P ";
+    reference(record, open.size() > 1 ? open[open.size() - 2].number : root);
+    if (element.onPage) {
+        record += "/Pg ";
+        reference(record, page);
+    }
+    if (!element.parts.isEmpty()) {
+        record += "/K[";
+        record += element.parts;
+        record += ']';
+    }
+    record += element.entries;
+    record += ">>";
+    file.write(element.number, record);
     open.pop_back();
 }
 
 int PdfStructure::content() {
     Element& element = open.back();
     const auto number = int(owners.size());
-    element.parts += QByteArray::number(number) + ' ';
+    PdfWords::integer(element.parts, number);
+    element.parts += ' ';
     element.onPage = true;
     owners.append(element.number);
     return number;
@@ -55,8 +64,10 @@ void PdfStructure::beginPage(int object) {
 
 void PdfStructure::endPage() {
     QByteArray list = "[";
-    for (const int owner : owners)
-        list += reference(owner) + ' ';
+    for (const int owner : owners) {
+        reference(list, owner);
+        list += ' ';
+    }
     pageOwners += QByteArray::number(pages++) + ' ' + reference(file.add(list + ']')) + ' ';
 }
 

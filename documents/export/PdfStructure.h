@@ -41,6 +41,7 @@ class PdfStructure {
 
     PdfFile& file;
     std::vector<Element> open;
+    QByteArray record; // of an element; kept for its memory
     int root = 0;
     int page = 0;
     QList<int> owners;     // of the current page's content

@@ -180,7 +180,7 @@ QByteArray PdfTrueType::font(const std::vector<PdfOutline>& letters) {
     for (const int value : {Em * 9 / 10, -Em * 2 / 10, 0, 2 * Em, -Em, -Em, 2 * Em, 1})
         put16(hhea, value);
     hhea += QByteArray(14, '\0'); // the slope of the caret, and formats
-    put16(hhea, count); // widths
+    put16(hhea, count);           // widths
     QByteArray maxp;
     put32(maxp, 0x00010000);
     for (const int value : {count, most.points, most.contours, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0})
