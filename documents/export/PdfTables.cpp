@@ -71,7 +71,7 @@ void PdfPages::endTable() {
     inTable = false;
 }
 
-/// The first and the last column that a heading stands over.
+/// The first and the last column that a heading stands over; -1 if it stands over none.
 std::pair<int, int> PdfPages::columnsUnder(const PageText& text) const {
     constexpr double least = .5; // of the narrower of the two
     int first = -1;
@@ -84,10 +84,6 @@ std::pair<int, int> PdfPages::columnsUnder(const PageText& text) const {
         first = first < 0 ? i : first;
         last = i;
     }
-    if (first < 0) // over none: the nearest
-        for (int i = 0; i < columns.size(); ++i)
-            if (first < 0 || columns[i].left <= text.place.left())
-                first = last = i;
     return {first, last};
 }
 
@@ -98,13 +94,11 @@ void PdfPages::headings(const PdfReading::Row& row) {
         int rows = 1;
         QList<const PageText*> texts;
     };
+    for (const PageText* one : row.texts)
+        if (columnsUnder(*one).first < 0) // a column without any content
+            columns.append({one->place.left(), one->place.right()});
+    sortColumns();
     const int count = int(columns.size());
-    if (count == 0) { // a table without rows
-        begin("TR");
-        for (const PageText* one : row.texts)
-            headingCell(headingOf("Column", 1, 1), {one});
-        return end();
-    }
     QList<Cell> upper(count);
     QList<Cell> lower(count);
     QList<bool> covered(count, false);
