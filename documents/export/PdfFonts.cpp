@@ -15,7 +15,7 @@ constexpr double perEm = 1000; // units of a PDF's widths
 
 QFont largeFont(const TextStyle& style) {
     QFont font = TextFit::font(style);
-    font.setPixelSize(PdfTrueType::Em);
+    font.setPixelSize(PdfTrueType::em);
     return font;
 }
 
@@ -61,7 +61,7 @@ int PdfFonts::fontOf(const QRawFont& raw) {
         return *known;
     const int number = int(fonts.size());
     fonts.push_back({raw, isBold(raw), {}, {}, {}, {}});
-    fonts.back().raw.setPixelSize(PdfTrueType::Em);
+    fonts.back().raw.setPixelSize(PdfTrueType::em);
     byName.insert(name, number);
     codeOf(number, 0, {}); // the sign for a missing letter comes first
     return number;
@@ -76,7 +76,7 @@ int PdfFonts::codeOf(int number, quint32 glyph, const QString& text) {
     const double advance = font.raw.advancesForGlyphIndexes(QList<quint32>{glyph}).value(0).x();
     font.codes.insert(glyph, code);
     font.outlines.push_back({font.raw.pathForGlyph(glyph), advance});
-    font.widths.push_back(std::round(advance / PdfTrueType::Em * perEm * 100) / 100 / perEm);
+    font.widths.push_back(std::round(advance / PdfTrueType::em * perEm * 100) / 100 / perEm);
     font.texts.push_back(text);
     return code;
 }
@@ -122,7 +122,7 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
             const QList<quint32> glyphs = run.glyphIndexes();
             const QList<QPointF> places = run.positions();
             for (qsizetype i = 0; i < glyphs.size(); ++i) {
-                const QPointF place = (places[i] - QPointF(0, whole.ascent())) / PdfTrueType::Em;
+                const QPointF place = (places[i] - QPointF(0, whole.ascent())) / PdfTrueType::em;
                 result.letters.push_back({font, codeOf(font, glyphs[i], text), place.x(),
                                           std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
             }
@@ -161,7 +161,7 @@ int PdfFonts::writeFont(PdfFile& file, const Font& font, int number) {
     using PdfWords::reference;
     const QByteArray program = PdfTrueType::font(font.outlines);
     const QByteArray name = postScriptName(font.raw, number);
-    const double scale = perEm / PdfTrueType::Em;
+    const double scale = perEm / PdfTrueType::em;
     const bool slanted = font.raw.style() != QFont::StyleNormal;
     QByteArray metrics = "/FontBBox[-1000 -500 2000 1250]/ItalicAngle ";
     metrics += slanted ? "-12" : "0";

@@ -41,7 +41,7 @@ class PdfFonts {
 
   private:
     struct Font {
-        QRawFont raw; // as large as PdfTrueType::Em
+        QRawFont raw; // as large as PdfTrueType::em
         bool bold = false;
         QHash<quint32, int> codes;
         std::vector<PdfOutline> outlines;

@@ -169,15 +169,15 @@ QByteArray PdfTrueType::font(const std::vector<PdfOutline>& letters) {
     put32(head, 0); // the sum of the whole file, which a PDF does not need
     put32(head, 0x5F0F3CF5);
     put16(head, 1); // the baseline is at 0
-    put16(head, Em);
+    put16(head, em);
     head += QByteArray(16, '\0'); // dates
-    for (const int edge : {-Em, -Em / 2, 2 * Em, Em + Em / 4})
+    for (const int edge : {-em, -em / 2, 2 * em, em + em / 4})
         put16(head, edge);
     for (const int value : {0, 6, 2, 1, 0}) // style, smallest size, direction, long loca, format
         put16(head, value);
     QByteArray hhea;
     put32(hhea, 0x00010000);
-    for (const int value : {Em * 9 / 10, -Em * 2 / 10, 0, 2 * Em, -Em, -Em, 2 * Em, 1})
+    for (const int value : {em * 9 / 10, -em * 2 / 10, 0, 2 * em, -em, -em, 2 * em, 1})
         put16(hhea, value);
     hhea += QByteArray(14, '\0'); // the slope of the caret, and formats
     put16(hhea, count);           // widths

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// The shape of a letter in units of PdfTrueType::Em, with y down from the baseline.
+/// The shape of a letter in units of PdfTrueType::em, with y down from the baseline.
 struct PdfOutline {
     QPainterPath path;
     double advance = 0;
@@ -13,7 +13,7 @@ struct PdfOutline {
 
 namespace PdfTrueType {
 
-constexpr int Em = 2048;
+constexpr int em = 2048;
 
 /// A TrueType font of these letters, numbered in their order, with the tables that a PDF asks for. Made from
 /// outlines, so that a font of any kind can go into a file.

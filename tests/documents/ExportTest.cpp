@@ -219,7 +219,8 @@ TEST_F(Exports, PdfTellsWhatItsPartsAre) {
          {R"(H1 (block) "List of Standard Models")",
           R"(Table (block) TR TH: /Scope /Column "Model Number" TH: /Scope /Column "Dimensions" "Diameter" )"
           R"("Height")",
-          R"(TR TH: /Scope /Row /ColSpan 7 H2 (block) "Series" )", R"("ASME? No")", R"(TR TD "G 5" TD "8 X 9" TD "1.3 gal")"}},
+          R"(TR TH: /Scope /Row /ColSpan 7 H2 (block) "Series" )", R"("ASME? No")",
+          R"(TR TD "G 5" TD "8 X 9" TD "1.3 gal")"}},
         {report("rptSchedule"),
          {R"(H1 (block) "Tank Schedule for Job:" "O'Hara & 水 <7>")",
           R"(Table (block) TR TH: /Scope /Column /RowSpan 2 "Tag ID")",
