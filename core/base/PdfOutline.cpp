@@ -64,7 +64,8 @@ QByteArray reference(qsizetype number) {
     return QByteArray::number(number) + " 0 R\n";
 }
 
-/// The entries as objects. Number first is the root of the outline, the entries follow in order.
+} // namespace
+
 QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList<QByteArray>& sheets,
                                  int first) {
     const qsizetype count = entries.size();
@@ -112,8 +113,6 @@ QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList
     }
     return objects;
 }
-
-} // namespace
 
 /// Appends the outline, the catalog that names it and the links, the way the format provides for updates.
 QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries, const QList<PdfLink>& links) {

@@ -21,6 +21,11 @@ struct PdfLink {
     double top = 0; // points from the lower edge of the target's sheet
 };
 
+/// The entries as objects of a PDF, given the objects of its sheets. Number `first` is the root of the
+/// outline, the entries follow in order.
+QList<QByteArray> outlineObjects(const QList<OutlineEntry>& entries, const QList<QByteArray>& sheets,
+                                 int first);
+
 /// A PDF of Qt's writer with an outline and links, which that writer has no way to make. Empty if the PDF is
 /// not built as expected.
 QByteArray withOutline(QByteArray pdf, const QList<OutlineEntry>& entries, const QList<PdfLink>& links);

@@ -8,8 +8,9 @@ enum class ReportOf { Catalogue, Job, TankLine };
 /// A place that an outline names and a contents list leads to.
 struct Bookmark {
     QString title;
-    int depth = 0; // 0 for the top level
-    int page = 0;  // counted from 0
+    int depth = 0;  // 0 for the top level
+    int page = 0;   // counted from 0
+    double top = 0; // points from the upper edge of the page
 };
 
 /// A text that leads to another page.
@@ -29,4 +30,8 @@ struct Document {
     ReportOf of = ReportOf::Catalogue;
     QList<Bookmark> bookmarks{}; // of a document that is put together from several reports
     QList<PageLink> links{};
+    QStringList pageLabels{}; // what a reader's page box says for each page; none for plain numbers
 };
+
+/// The places that an outline of a document leads to: its bookmarks, or else the headings of its groups.
+QList<Bookmark> outlineOf(const Document& document);

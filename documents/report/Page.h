@@ -106,6 +106,8 @@ struct PageText {
     bool label : 1 = false;    // the same on every page, whatever the rows hold
     bool repeated : 1 = false; // already shown on an earlier page: a header, or a group that continues
     bool pageNumber : 1 = false;
+    bool cell : 1 = false;    // of a table: a heading, a cell, or the heading of a group of rows
+    bool starts : 1 = false;  // the first text of its section, such as a row
     std::uint8_t heading = 0; // 1 for the title, 2 for a heading below it, 0 otherwise
 
     bool isNumber() const { return !std::isnan(number); }

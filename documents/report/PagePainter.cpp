@@ -4,9 +4,9 @@
 #include "documents/report/TextFit.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -33,8 +33,6 @@ class Tools {
         if (!current || (*current)->size != style->size || (*current)->bold != style->bold ||
             (*current)->italic != style->italic) {
             painter.setFont(TextFit::font(style));
-            lineHeight = TextFit::lineHeight(style);
-            ascent = TextFit::ascent(style);
         }
         if (!current || (*current)->color != style->color)
             painter.setPen(style->color);
@@ -42,33 +40,17 @@ class Tools {
     }
 
     QPainter& painter;
-    double lineHeight = 0; // of the text style
-    double ascent = 0;
 
   private:
     std::optional<SharedStyle> current;
 };
 
-void paintLine(Tools& tools, const PageText& text, QStringView line, double y) {
-    double x = text.place.left();
-    if (text.style->alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
-        const double free = text.place.width() - TextFit::width(line, text.style);
-        x += text.style->alignment & Qt::AlignRight ? free : free / 2;
-    }
-    tools.painter.drawText(QPointF(x, y + tools.ascent) * TextFit::fontScale, line.toString());
-}
-
 /// The painter must be scaled for enlarged fonts.
 void paintText(Tools& tools, const PageText& text) {
     tools.text(text.style);
-    const QStringList lines = text.breaks() ? text.lines() : QStringList{text.text};
-    double y = text.place.top();
-    if (text.style->alignment & Qt::AlignVCenter)
-        y = text.place.center().y() - tools.lineHeight * double(lines.size()) / 2;
-    for (const QString& line : lines) {
-        paintLine(tools, text, line, y);
-        y += tools.lineHeight;
-    }
+    placeLines(text, [&](QStringView line, const QPointF& at, QChar) {
+        tools.painter.drawText(at * TextFit::fontScale, line.toString());
+    });
 }
 
 /// Paints all of a picture but its texts, and adds those to the page's labels.
@@ -78,38 +60,75 @@ void paintPicture(QPainter& painter, const PagePicture& picture, QList<PictureLa
     const QRectF place = picturePlace(renderer.defaultSize(), picture.place);
     renderer.render(&painter, place);
     const QRectF view = renderer.viewBoxF();
-    const double scale = place.width() / view.width();
-    for (PictureLabel label : parts.labels) {
-        label.at = place.topLeft() + (label.at - view.topLeft()) * scale;
-        label.style.size *= scale;
-        labels.append(label);
-    }
+    for (const PictureLabel& label : parts.labels)
+        labels.append(onPage(label, view, place));
 }
 
 void paintLabel(Tools& tools, const PictureLabel& label) {
     tools.text(label.style);
-    double x = label.at.x();
-    if (label.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
-        const double width = TextFit::width(label.text, label.style);
-        x -= label.style.alignment & Qt::AlignRight ? width : width / 2;
-    }
-    tools.painter.drawText(QPointF(x, label.at.y()) * TextFit::fontScale, label.text);
+    tools.painter.drawText(startOf(label) * TextFit::fontScale, label.text);
 }
 
 void paintCheck(Tools& tools, const PageCheck& check) {
-    tools.line(Qt::black, .6);
+    tools.line(Qt::black, checkWidth);
     tools.fill({});
     tools.painter.drawRect(check.place);
     if (!check.checked)
         return;
-    QPainterPath tick(check.place.topLeft() + QPointF(check.place.width() * .2, check.place.height() * .55));
-    tick.lineTo(check.place.topLeft() + QPointF(check.place.width() * .42, check.place.height() * .78));
-    tick.lineTo(check.place.topLeft() + QPointF(check.place.width() * .82, check.place.height() * .22));
-    tools.line(Qt::black, 1.1);
-    tools.painter.drawPath(tick);
+    const auto corners = tickIn(check.place);
+    tools.line(Qt::black, tickWidth);
+    tools.painter.drawPolyline(corners.data(), int(corners.size()));
 }
 
 } // namespace
+
+void placeLines(const PageText& text,
+                const std::function<void(QStringView line, const QPointF& at, QChar separator)>& place) {
+    const QString& whole = text.text;
+    const TextStyle& style = text.style;
+    const double height = TextFit::lineHeight(style);
+    const auto separates = [](QChar c) {
+        return c == u'\n' || c == PageText::BlankBreak || c == PageText::WordBreak;
+    };
+    double y = text.place.top() + TextFit::ascent(style);
+    if (style.alignment & Qt::AlignVCenter)
+        y += (text.place.height() -
+              height * double(1 + std::count_if(whole.begin(), whole.end(), separates))) /
+             2;
+    for (qsizetype from = 0; from <= whole.size();) {
+        const auto* end = std::find_if(whole.begin() + from, whole.end(), separates);
+        const QStringView line = QStringView(whole).mid(from, end - whole.begin() - from);
+        double x = text.place.left();
+        if (style.alignment & (Qt::AlignRight | Qt::AlignHCenter)) {
+            const double free = text.place.width() - TextFit::width(line, style);
+            x += style.alignment & Qt::AlignRight ? free : free / 2;
+        }
+        place(line, {x, y}, end == whole.end() ? QChar() : *end);
+        from += line.size() + 1;
+        y += height;
+    }
+}
+
+QPointF startOf(const PictureLabel& label) {
+    if (!(label.style.alignment & (Qt::AlignRight | Qt::AlignHCenter)))
+        return label.at;
+    const double width = TextFit::width(label.text, label.style);
+    return label.at - QPointF(label.style.alignment & Qt::AlignRight ? width : width / 2, 0);
+}
+
+PictureLabel onPage(PictureLabel label, const QRectF& view, const QRectF& place) {
+    const double scale = place.width() / view.width();
+    label.at = place.topLeft() + (label.at - view.topLeft()) * scale;
+    label.style.size *= scale;
+    return label;
+}
+
+std::array<QPointF, 3> tickIn(const QRectF& box) {
+    const auto at = [&box](double x, double y) {
+        return box.topLeft() + QPointF(box.width() * x, box.height() * y);
+    };
+    return {at(.2, .55), at(.42, .78), at(.82, .22)};
+}
 
 QRectF picturePlace(const QSizeF& picture, const QRectF& place) {
     QSizeF size = picture;

@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -145,6 +146,8 @@ class Renderer {
     void place(const ReportSection& section, ReportRows* row) {
         const QPointF origin(layout.margins.left(), top);
         current = section.kind;
+        tabular = isTabular(section);
+        starting = true;
         const double growing = row && !row->atEnd() ? growth(section, *row) : 0;
         for (const ReportControl& control : section.controls) {
             if (!control.visible)
@@ -156,6 +159,16 @@ class Renderer {
         }
         top += section.height + growing;
         fieldsBefore += layout.fields;
+    }
+
+    /// Whether a section is part of a table: a picture takes rows of its own.
+    bool isTabular(const ReportSection& section) const {
+        return layout.table && (section.kind == Section::PageHeader || section.kind == Section::GroupHeader ||
+                                (section.kind == Section::Detail &&
+                                 std::none_of(section.controls.begin(), section.controls.end(),
+                                              [](const ReportControl& control) {
+                                                  return control.kind == ReportControl::Kind::Picture;
+                                              })));
     }
 
     void place(const ReportControl& control, const QRectF& at, ReportRows* row) {
@@ -250,6 +263,7 @@ class Renderer {
         result.section = current;
         result.label = control.kind == ReportControl::Kind::Label;
         result.repeated = repeating;
+        result.cell = tabular;
         result.heading = control.heading;
         result.field = control.field < 0 ? -1 : fieldsBefore + control.field;
         return result;
@@ -278,6 +292,7 @@ class Renderer {
             result.pageNumber = true;
             numbered.append({pages.size() - 1, pages.last().texts.size()});
         }
+        result.starts = std::exchange(starting, false);
         pages.last().texts.append(result);
     }
 
@@ -376,6 +391,8 @@ class Renderer {
     QSet<QString> texts;
     Section current = Section::Detail;
     bool repeating = false;
+    bool tabular = false;  // the section is part of a table
+    bool starting = false; // none of its texts is placed yet
     int fieldsBefore = 0;
     double top = 0;
     double afterHeader = 0;

@@ -65,6 +65,9 @@ class Face {
         return *known;
     }
 
+    /// In ems, of two letters of Latin-1.
+    double kern(QChar left, QChar right) { return pair(left, right) / UnitsPerEm; }
+
   private:
     static constexpr int UnitsPerEm = 2048;
     static constexpr float Unknown = std::numeric_limits<float>::max();
@@ -149,6 +152,10 @@ const QFont& font(const TextStyle& style) {
 
 double width(QStringView line, const TextStyle& style) {
     return face(style).width(line) * style.size;
+}
+
+double kerning(QChar left, QChar right, const TextStyle& style) {
+    return face(style).kern(left, right);
 }
 
 double lineHeight(const TextStyle& style) {

@@ -14,6 +14,8 @@ constexpr int fontScale = 20;
 const QFont& font(const TextStyle& style);
 /// Width in points of one line.
 double width(QStringView line, const TextStyle& style);
+/// By how much two letters of Latin-1 stand closer together (negative) or further apart, in ems.
+double kerning(QChar left, QChar right, const TextStyle& style);
 /// Height in points of one line.
 double lineHeight(const TextStyle& style);
 /// From the top of a line to its baseline, in points.

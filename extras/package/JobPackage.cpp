@@ -2,6 +2,7 @@
 
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
+#include "core/store/Gateway.h"
 #include "core/store/JobHeader.h"
 #include "core/store/Model.h"
 #include "core/store/Representative.h"
@@ -14,6 +15,8 @@
 #include "documents/schedule/ScheduleTable.h"
 #include "documents/specifications/ResultSpecification.h"
 #include "documents/submittals/Submittals.h"
+
+#include <QHash>
 
 #include <algorithm>
 
@@ -46,11 +49,18 @@ class Maker {
 
     void addSchedule() {
         Schedule::prepareScheduleTable();
-        add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages);
+        Report report(*findReport("rptSchedule"));
+        add("Tank schedule", 0, report.Run().pages);
+        schedulePages = int(pages.size());
+        Recordset rows;
+        rows.Open(report.source, Gateway::openDatabase("User"), report.parameters);
+        for (; !rows.atEnd(); rows.moveNext())
+            scheduled.append(rows["TankID"].text());
     }
 
     void addTank(const TankLine& tank) {
         const QString tankID = shownText(tank.tankID);
+        tankPages.insert(tankID, int(pages.size()));
         Session::TankID.write(tankID);
         const auto model = tank.modelNo ? Catalogue::findModel(*tank.modelNo) : std::nullopt;
         QString title = "Tank " + tankID;
@@ -88,7 +98,10 @@ class Maker {
         for (const Bookmark& mark : marks)
             whole.bookmarks.append({mark.title, mark.depth, mark.page + int(first)});
         addLinks(whole, int(first));
+        addScheduleLinks(whole, int(first));
         number(whole.pages);
+        for (qsizetype page = 0; page < whole.pages.size(); ++page)
+            whole.pageLabels.append(page < first ? QStringLiteral("Cover") : numberOf(page, whole.pages));
         if (const auto own = ownRepresentatives(); !own.empty() && own.front().companyName)
             whole.author = representative();
         return whole;
@@ -162,18 +175,38 @@ class Maker {
                     whole.links.append({page, QRectF(text.place), marks[mark++].page + coverSize});
     }
 
+    /// Each line of the schedule leads to the first page of its tank, if it has one.
+    void addScheduleLinks(Document& whole, int coverSize) const {
+        qsizetype row = 0;
+        for (int page = coverSize; page < coverSize + schedulePages; ++page)
+            for (const PageText& text : std::as_const(whole.pages[page]).texts) {
+                if (text.section != Section::Detail || !text.starts || row == scheduled.size())
+                    continue;
+                const int target = tankPages.value(scheduled[row++], int(pages.size()));
+                if (target < pages.size())
+                    whole.links.append({page, QRectF(text.place), target + coverSize});
+            }
+    }
+
+    static QString numberOf(qsizetype page, const Pages& all) {
+        return QStringLiteral("%1 of %2").arg(page + 1).arg(all.size());
+    }
+
     /// The page numbers are those of the package.
     static void number(Pages& all) {
         for (qsizetype page = 0; page < all.size(); ++page)
             for (PageText& text : all[page].texts)
                 if (text.pageNumber)
-                    text.text = QStringLiteral("Page %1 of %2").arg(page + 1).arg(all.size());
+                    text.text = "Page " + numberOf(page, all);
     }
 
     QString jobID;
     Contents chosen;
     Pages pages;           // behind the cover
     QList<Bookmark> marks; // to them
+    int schedulePages = 0; // the first of them
+    QStringList scheduled; // the tank of each line of the schedule
+    QHash<QString, int> tankPages;
 };
 
 } // namespace

@@ -206,6 +206,64 @@ TEST_F(Exports, PdfHasTextAndVectors) {
     EXPECT_EQ(run("pdfimages", {"-list", file}).count('\n'), 2) << "no image: the drawing stays lines";
 }
 
+TEST_F(Exports, PdfTellsWhatItsPartsAre) {
+    const struct {
+        Document document;
+        QStringList parts; // in this order, as a reader of the structure finds them
+    } cases[] = {
+        {{"Submittal", "Author", "a", submittal("T1", "RCB 500")},
+         {"Document Figure:", R"(H1 (block) "Brennoval Submittal")", R"(P (block) "JOB" "O'Hara & 水 <7>")",
+          R"(H2 (block) "CONSTRUCTION")", R"(P (block) "Shell:" "Carbon steel")", R"("charging" "valve")",
+          R"(H2 (block) "Typical Specifications")", R"(P (block) "Temperatures" "Min 40°F" "Max 180°F")"}},
+        {report("rptExpTankList", "Thermal Expansion Tank"),
+         {R"(H1 (block) "List of Standard Models")",
+          R"(Table (block) TR TH: /Scope /Column "Model Number" TH: /Scope /Column "Dimensions" "Diameter" )"
+          R"("Height")",
+          R"(TR TH: /Scope /Row /ColSpan 7 H2 (block) "Series" )", R"("ASME? No")",
+          R"(TR TD "G 5" TD "8 X 9" TD "1.3 gal")"}},
+        {report("rptSchedule"),
+         {R"(H1 (block) "Tank Schedule for Job:" "O'Hara & 水 <7>")",
+          R"(Table (block) TR TH: /Scope /Column /RowSpan 2 "Tag ID")",
+          R"(TH: /Scope /Column /ColSpan 2 "Temperatures" TR TH: /Scope /Column "Dia")",
+          R"(TR TD "North-1" TD "RCB 500")"}},
+    };
+    for (const auto& [document, parts] : cases) {
+        const QString file = write("mnuExportPDF", document, "a.pdf");
+        run("qpdf", {"--check", file});
+        const QString read = QString::fromUtf8(run("pdfinfo", {"-struct-text", file})).simplified();
+        qsizetype from = 0;
+        for (const QString& part : parts) {
+            const qsizetype at = read.indexOf(part, from);
+            EXPECT_GE(at, 0) << part.toStdString() << " in " << read.left(3000).toStdString();
+            from = std::max(from, at);
+        }
+        EXPECT_FALSE(read.contains("Page 1 of")) << "a footer is not part of the text";
+    }
+}
+
+TEST_F(Exports, PdfLeadsItsReaderToItsPages) {
+    Document document = report("rptSchedule");
+    const PageText tag = *std::ranges::find_if(document.pages[0].texts,
+                                               [](const PageText& text) { return text.text == "North-1"; });
+    document.pages += submittal("T1", "RCB 500");
+    document.author = "Łukasz & 水";
+    document.bookmarks = {{"Cover", 0, 0}, {"Tank", 0, 1}, {"Submittal", 1, 1}};
+    document.links = {{0, QRectF(tag.place), 1}};
+    document.pageLabels = QStringList{"Cover", "2 of 2"};
+    const QString file = write("mnuExportPDF", document, "a.pdf");
+    const QString info = QString::fromUtf8(run("pdfinfo", {file}));
+    for (const char* line : {"Title:\\s+Tank Schedule, O'Hara & 水 <7>", "Author:\\s+Łukasz & 水",
+                             "Tagged:\\s+yes", "CreationDate:\\s+\\S"})
+        EXPECT_TRUE(info.contains(QRegularExpression(QString::fromUtf8(line)))) << line;
+    EXPECT_TRUE(run("pdfinfo", {"-struct-text", file}).simplified().contains("Link (inline) Object"));
+    const QByteArray read = run("qpdf", {"--json=2", file}).simplified();
+    for (const char* part :
+         {R"("/Lang": "u:en-US")", R"("/DisplayDocTitle": true)", R"("/Alt": "u:Drawing of RCB 500")",
+          R"("/Alt": "u:Ordwick Company")", R"("/P": "u:Cover")", R"("/P": "u:2 of 2")",
+          R"("/Subtype": "/Link")", R"("/Contents": "u:North-1")", R"("title": "Submittal")"})
+        EXPECT_TRUE(read.contains(part)) << part;
+}
+
 TEST_F(Exports, TiffHasItsPagesAndResolution) {
     Pages pages = submittal("T1", "RCB 500");
     pages += submittal("T4", "SHK 300");
