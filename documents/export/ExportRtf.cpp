@@ -76,7 +76,7 @@ double topOf(const GridRow& row) {
 
 /// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
 QByteArray paragraphs(const Page& page) {
-    const PageGrid grid(page, PageGrid::Lines::Split, PageGrid::Marks::AsPictures);
+    const PageGrid grid(page, PageGrid::Lines::Split);
     QByteArray document;
     double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
     for (qsizetype i = 0; i < grid.rows().size(); ++i) {
@@ -153,7 +153,7 @@ void Export::rtf(const Document& document, QIODevice& file) {
             file.write("\\pard\\page\n");
         file.write(shapes(page));
         for (const PagePicture& drawing : page.pictures)
-            if (!drawing.isText)
+            if (!drawing.isText && !drawing.mark) // those are in words
                 file.write(picture(drawing));
         file.write(paragraphs(page));
     }

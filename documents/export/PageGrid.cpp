@@ -46,7 +46,7 @@ double topOf(const PageText& text) {
                                                     : text.place.top();
 }
 
-PageGrid::PageGrid(const Page& page, Lines lines, Marks marks) {
+PageGrid::PageGrid(const Page& page, Lines lines) {
     QList<std::pair<double, const PageText*>> texts;
     const auto add = [&](const PageText& text) {
         texts.append({topOf(text) + TextFit::ascent(text.style), &text});
@@ -63,7 +63,7 @@ PageGrid::PageGrid(const Page& page, Lines lines, Marks marks) {
     for (const PageCheck& check : page.checks)
         add(own.emplace_back(check.inWords()));
     for (const PagePicture& picture : page.pictures)
-        if (picture.mark && marks == Marks::InWords)
+        if (picture.mark)
             add(own.emplace_back(picture.inWords()));
     std::stable_sort(texts.begin(), texts.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -7,15 +7,13 @@
 using GridRow = QList<const PageText*>;
 
 /// The texts of a page as rows from top to bottom, each from left to right, for formats that cannot place
-/// text freely. Check boxes are included as words.
+/// text freely. Check boxes and marks are included as words.
 class PageGrid {
   public:
     enum class Lines : std::uint8_t { Whole, Split };
     /// Split puts each line of a wrapped text into the row at that height, unless the text has nothing beside
     /// it.
-    /// Marks are in words unless the format shows their pictures.
-    enum class Marks : std::uint8_t { InWords, AsPictures };
-    explicit PageGrid(const Page& page, Lines lines = Lines::Whole, Marks marks = Marks::InWords);
+    explicit PageGrid(const Page& page, Lines lines = Lines::Whole);
     PageGrid(const PageGrid&) = delete;
     PageGrid& operator=(const PageGrid&) = delete;
 
