@@ -35,7 +35,11 @@ void ScreenFrame::fitAndCentre() {
 }
 
 void ScreenFrame::centreAgain() {
-    if (!isMaximized() && pos() == centredAt)
+    if (isMaximized() || pos() != centredAt)
+        return;
+    if (size() != size().boundedTo(space()))
+        fitAndCentre();
+    else
         centre();
 }
 
