@@ -13,8 +13,8 @@ struct Failure {
 /// What the commands of a scenario work on.
 struct Stage {
     ScriptedDialogs& dialogs;
-    QString shotFolder; // empty to take no pictures
-    QString homeFolder; // a scenario's relative paths start here
+    QString shotFolder;     // empty to take no pictures
+    QString homeFolder;     // a scenario's relative paths start here
     QString scenarioFolder; // holds the golden texts
     bool started = false;
     QSize window = {1180, 800}; // of the main window; the offscreen display is smaller than real ones
