@@ -33,7 +33,20 @@ constexpr double left = 48; // the field of the curve, in points
 constexpr double right = 528;
 constexpr double top = 14;
 constexpr double bottom = 182;
+constexpr double middle = (left + right) / 2;
 constexpr double fontSize = 8;
+constexpr double above = -2.5; // a name's baseline from the line that it names
+constexpr double below = 8;
+constexpr double across = 2.8;
+
+/// The values from one on in steps, which may lead down, as far as a limit.
+std::vector<double> steps(double from, double limit, double step) {
+    std::vector<double> all;
+    const int count = int(std::floor((limit - from) / step));
+    for (int i = 0; i <= count; ++i)
+        all.push_back(from + i * step);
+    return all;
+}
 
 /// About five marks from 0 on for an axis, in whole steps of 1, 2 or 5.
 std::vector<double> marksUpTo(double end) {
@@ -86,11 +99,6 @@ class Drawing {
     }
 
   private:
-    static constexpr double above = -2.5; // a name's baseline from the line that it names
-    static constexpr double below = 8;
-    static constexpr double across = 2.8;
-    static constexpr double middle = (left + right) / 2;
-
     struct Level {
         double pressure; // psig
         const char* name;
@@ -178,7 +186,7 @@ class Drawing {
             const double line = y(level.pressure);
             std::vector<QPointF> places{{level.at, line + level.side}};
             for (const double side : {level.side, below + above - level.side})
-                for (double at = left + 4; at < right; at += 20)
+                for (const double at : steps(left + 4, right, 20))
                     places.emplace_back(at, line + side);
             if (!name(words, places))
                 nameAcross(words, line + across);
@@ -186,7 +194,7 @@ class Drawing {
     }
 
     void nameAcross(const QString& words, double baseline) {
-        for (double at = left + 4; at < right; at += 20) {
+        for (const double at : steps(left + 4, right, 20)) {
             const QRectF space = spaceOf({at, baseline}, words);
             const auto covers = [&](const QRectF& other) { return other.intersects(space); };
             if (space.right() < right && std::none_of(taken.begin(), taken.end(), covers)) {
@@ -202,10 +210,10 @@ class Drawing {
 
     /// Names the water that the job needs, and where the tanks are full.
     void nameFields() {
-        const auto places = [](double from, double baseline, double step) {
+        const auto places = [](double from, double first, double step) {
             std::vector<QPointF> all;
-            for (; top < baseline && baseline < bottom; baseline += step)
-                for (double at = from; at >= left + 4; at -= 40)
+            for (const double baseline : steps(first, step > 0 ? bottom : top, step))
+                for (const double at : steps(from, left + 4, -40))
                     all.emplace_back(at, baseline);
             return all;
         };

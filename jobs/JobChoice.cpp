@@ -161,7 +161,7 @@ void take(QComboBox* box) {
 }
 
 QString require(QComboBox* box, const QString& request) {
-    const QString typed = withoutTrailingBlanks(box->currentText());
+    QString typed = withoutTrailingBlanks(box->currentText());
     if (!typed.isEmpty() && typed == box->property(newJobProperty).toString())
         return typed;
     const auto header = typed.isEmpty() || typed == reservedJob() ? std::nullopt : readJobHeader(typed);

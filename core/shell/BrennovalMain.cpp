@@ -21,6 +21,7 @@
 #include <QLocale>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QToolButton>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollArea>

@@ -417,6 +417,10 @@ void setActive(Screen* screen) {
 
 void setArea(QMdiArea* area) {
     registry().area = area;
+    if (area)
+        return;
+    registry().active = nullptr; // goes with the windows
+    registry().entries.removeIf([](const Entry& entry) { return entry.window; });
 }
 
 bool anyVisible() {

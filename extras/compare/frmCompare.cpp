@@ -88,6 +88,7 @@ void frmCompare::prepareBoxes() {
         showLimits();
         renew(cmboFluidType->objectName());
     });
+    connect(cmboFluidType, &QComboBox::activated, this, [this] { fluidChosen = true; });
     connect(cmboApplication, &QComboBox::currentIndexChanged, this,
             [this] { trap(".cmboApplication", [this] { adaptToApplication(); }); });
     for (QLineEdit* box : {txtMostHeight, txtMostArea})
@@ -139,6 +140,7 @@ void frmCompare::Load() {
     readAtmosphere();
     adaptToApplication();
     entriesBefore = entries();
+    fluidChosen = false;
     setEntered(false);
 }
 
@@ -396,7 +398,7 @@ void frmCompare::closePads() {
 }
 
 bool frmCompare::QueryUnload() {
-    if (entries() != entriesBefore &&
+    if ((entries() != entriesBefore || fluidChosen) &&
         Dialogs::current().show(
             {.text = tr("The conditions entered here have not been stored!\nDo you want to "
                         "close the comparison?"),

@@ -67,6 +67,7 @@ class frmCompare : public Screen, private Ui::frmCompare {
     QSet<QString> touched;                 // boxes in which something was typed
     QString ownFluid;                      // chosen where the application leaves the choice
     QHash<QString, QString> entriesBefore; // as the screen began
+    bool fluidChosen = false;              // by the user, not with the application
     double shockAtmosphere = 0;            // psia, of the user
     QString shownDrawing;                  // with which the picture was made
 };

@@ -170,6 +170,8 @@ void frmImport::begin() {
     lines.clear();
     if (!table)
         return;
+    fillTable(); // if the data cannot be read, nothing of the table before is left to store
+    showState();
     sizing.emplace();
     lines.reserve(table->lines.size());
     prgLines->setRange(0, std::max(1, int(table->lines.size())));
@@ -218,8 +220,8 @@ void frmImport::showChosen() {
     const auto line = std::ranges::find_if(lines, [row](const ImportedLine& each) {
         return row && row->text(numberColumn) == QString::number(each.read.number);
     });
-    const bool shown = line == std::ranges::find_if_not(lines, &ImportedLine::isRight); // or is none
-    const QStringList messages = shown ? QStringList() : messagesOf(*line);
+    const bool shown = line == std::ranges::find_if_not(lines, &ImportedLine::isRight);
+    const QStringList messages = shown || line == lines.end() ? QStringList() : messagesOf(*line);
     lblMessage->setVisible(!messages.isEmpty());
     if (!messages.isEmpty())
         lblMessage->setText(tr("Line %1: %2").arg(line->read.number).arg(beginningOf(messages.join(' '))));

@@ -217,8 +217,7 @@ TEST_F(Exports, PdfTellsWhatItsPartsAre) {
           R"(H2 (block) "Typical Specifications")", R"(P (block) "Temperatures" "Min 40°F" "Max 180°F")"}},
         {report("rptExpTankList", "Thermal Expansion Tank"),
          {R"(H1 (block) "List of Standard Models")",
-          R"(Table (block) TR TH: /Scope /Column "Model Number" TH: /Scope /Column "Dimensions" "Diameter" )"
-          R"("Height")",
+          R"(TH: /Scope /Column "Model Number" TH: /Scope /Column "Dimensions" "Diameter" "Height")",
           R"(TR TH: /Scope /Row /ColSpan 7 H2 (block) "Series" )", R"("ASME? No")",
           R"(TR TD "G 5" TD "8 X 9" TD "1.3 gal")"}},
         {report("rptSchedule"),
