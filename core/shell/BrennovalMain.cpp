@@ -21,7 +21,6 @@
 #include <QLocale>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QToolButton>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollArea>
@@ -29,6 +28,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {

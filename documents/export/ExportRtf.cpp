@@ -110,7 +110,7 @@ QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& 
            "\\shpbxpage\\shpbypage\\shpwr3\\shpfblwtxt1" + property("shapeType", QByteArray::number(kind)) +
            property("fFilled", fill.isValid() ? "1" : "0") +
            (fill.isValid() ? property("fillColor", color(fill)) : QByteArray()) +
-           property("fLine", lineWidth > 0 ? "1" : "0") +
+           property("fBehindDocument", "1") + property("fLine", lineWidth > 0 ? "1" : "0") +
            property("lineWidth", QByteArray::number(std::lround(lineWidth * emuPerPoint))) + "}}\n";
 }
 

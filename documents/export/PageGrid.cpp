@@ -51,19 +51,22 @@ PageGrid::PageGrid(const Page& page, Lines lines) {
     const auto add = [&](const PageText& text) {
         texts.append({topOf(text) + TextFit::ascent(text.style), &text});
     };
-    for (const PageText& text : page.texts) {
-        if (lines == Lines::Whole || !text.breaks() || hasNothingBeside(text, page)) {
-            add(text);
-            continue;
-        }
+    const auto addLines = [&](const PageText& text) {
         int number = 0;
         for (const QString& line : text.lines())
             add(own.emplace_back(lineOf(text, line, number++)));
-    }
+    };
+    for (const PageText& text : page.texts)
+        if (lines == Lines::Whole || !text.breaks() || hasNothingBeside(text, page))
+            add(text);
+        else
+            addLines(text);
     for (const PageCheck& check : page.checks)
         add(own.emplace_back(check.inWords()));
     for (const PagePicture& picture : page.pictures)
-        if (picture.mark)
+        if (picture.mark && lines == Lines::Split)
+            addLines(picture.inWords());
+        else if (picture.mark)
             add(own.emplace_back(picture.inWords()));
     std::stable_sort(texts.begin(), texts.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
