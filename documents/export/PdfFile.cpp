@@ -52,7 +52,10 @@ int PdfFile::add(const QByteArray& object) {
 }
 
 void PdfFile::stream(int number, const QByteArray& entries, const QByteArray& data) {
-    raw(number, entries + "/Filter/FlateDecode", compressed(data));
+    if (data.isEmpty()) // no bytes at all are not compressed data
+        raw(number, entries, data);
+    else
+        raw(number, entries + "/Filter/FlateDecode", compressed(data));
 }
 
 int PdfFile::addStream(const QByteArray& entries, const QByteArray& data) {

@@ -69,12 +69,12 @@ int PdfFonts::fontOf(const QRawFont& raw) {
 
 int PdfFonts::codeOf(int number, quint32 glyph, const QString& text) {
     Font& font = fonts[std::size_t(number)];
-    const auto known = font.codes.constFind(glyph);
+    const auto known = font.codes.constFind({glyph, text});
     if (known != font.codes.cend())
         return *known;
     const int code = int(font.outlines.size());
     const double advance = font.raw.advancesForGlyphIndexes(QList<quint32>{glyph}).value(0).x();
-    font.codes.insert(glyph, code);
+    font.codes.insert({glyph, text}, code);
     font.outlines.push_back({font.raw.pathForGlyph(glyph), advance});
     font.widths.push_back(std::round(advance / PdfTrueType::em * perEm * 100) / 100 / perEm);
     font.texts.push_back(text);
@@ -108,6 +108,8 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
     QTextLayout layout(line, largeFont(style));
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
+    constexpr double tab = 80; // as Qt sets it elsewhere, whatever the size of the letters
+    option.setTabStopDistance(tab * PdfTrueType::em / TextFit::font(style).pixelSize());
     layout.setTextOption(option);
     layout.beginLayout();
     const QTextLine whole = layout.createLine();
@@ -116,15 +118,26 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
     for (qsizetype from = 0, to = clusters.toNextBoundary(); to > from;
          from = to, to = clusters.toNextBoundary()) {
         QString text = line.mid(from, to - from);
+        if (text == u"\t") { // a gap without a letter: figures beside it must not become one
+            const int font = face(style).font;
+            const auto blank = fonts[std::size_t(font)].raw.glyphIndexesForString(QStringLiteral(" "));
+            result.letters.push_back({font, codeOf(font, blank.value(0), QStringLiteral(" ")),
+                                      whole.cursorToX(int(from)) / PdfTrueType::em});
+            continue;
+        }
         const std::size_t before = result.letters.size();
         for (const QGlyphRun& run : whole.glyphRuns(int(from), int(to - from))) {
-            const int font = fontOf(run.rawFont());
-            const QList<quint32> glyphs = run.glyphIndexes();
+            // Where no font can shape a script, Qt's is none but a drawer of boxes, without even a name.
+            const bool canShape = !run.rawFont().fontTable("head").isEmpty();
+            const int font = canShape ? fontOf(run.rawFont()) : face(style).font;
+            const QList<quint32> glyphs =
+                canShape ? run.glyphIndexes() : QList<quint32>(run.positions().size(), 0);
             const QList<QPointF> places = run.positions();
             for (qsizetype i = 0; i < glyphs.size(); ++i) {
                 const QPointF place = (places[i] - QPointF(0, whole.ascent())) / PdfTrueType::em;
-                result.letters.push_back({font, codeOf(font, glyphs[i], text), place.x(),
-                                          std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
+                result.letters.push_back({font,
+                                          codeOf(font, glyphs[i], glyphs.size() == 1 ? text : QString()),
+                                          place.x(), std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
             }
         }
         const std::size_t added = result.letters.size() - before;
@@ -144,12 +157,16 @@ QByteArray PdfFonts::toUnicode(const Font& font) {
     constexpr std::size_t section = 100; // entries, as the format has it
     QByteArray map = "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n/CMapName /Texts def\n"
                      "/CMapType 2 def\n1 begincodespacerange\n<0000> <ffff>\nendcodespacerange\n";
-    for (std::size_t from = 1; from < font.texts.size(); from += section) {
-        const std::size_t to = std::min(font.texts.size(), from + section);
+    std::vector<std::size_t> codes;
+    for (std::size_t code = 1; code < font.texts.size(); ++code)
+        if (!font.texts[code].isEmpty())
+            codes.push_back(code);
+    for (std::size_t from = 0; from < codes.size(); from += section) {
+        const std::size_t to = std::min(codes.size(), from + section);
         map += QByteArray::number(quint64(to - from)) + " beginbfchar\n";
-        for (std::size_t code = from; code < to; ++code) {
-            const QByteArray text = pdfText(font.texts[code]);
-            map += '<' + QByteArray::number(quint64(code), 16).rightJustified(4, '0') + "> <" +
+        for (std::size_t i = from; i < to; ++i) {
+            const QByteArray text = pdfText(font.texts[codes[i]]);
+            map += '<' + QByteArray::number(quint64(codes[i]), 16).rightJustified(4, '0') + "> <" +
                    text.mid(text.indexOf("feff") + 4) + '\n';
         }
         map += "endbfchar\n";

@@ -10,6 +10,7 @@
 #include <array>
 #include <deque>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// A line of text as letters of fonts of a PDF. All lengths are in ems.
@@ -43,7 +44,7 @@ class PdfFonts {
     struct Font {
         QRawFont raw; // as large as PdfTrueType::em
         bool bold = false;
-        QHash<quint32, int> codes;
+        QHash<std::pair<quint32, QString>, int> codes; // a glyph may stand for several texts
         std::vector<PdfOutline> outlines;
         std::vector<double> widths;
         std::vector<QString> texts; // that the letters stand for
@@ -56,6 +57,7 @@ class PdfFonts {
 
     Face& face(const TextStyle& style);
     int fontOf(const QRawFont& raw);
+    /// The code of a glyph where it stands for a text; empty where only a whole cluster has a meaning.
     int codeOf(int font, quint32 glyph, const QString& text);
     void shapeOther(const QString& line, const TextStyle& style, PdfShape& result);
     static QByteArray toUnicode(const Font& font);

@@ -155,8 +155,11 @@ void PdfPages::text(const PageText& shown) {
 void PdfPages::draw(const PageText& shown) {
     placeLines(shown, [&](QStringView line, const QPointF& at, QChar separator) {
         // A blank keeps the words of two lines apart when they are read or copied.
-        const bool words = separator == PageText::BlankBreak || separator == u'\n';
-        content->text(words ? QString(line.toString() + u' ') : line, shown.style, at);
+        // In a line from right to left it would push the letters aside.
+        const QString letters = line.toString();
+        const bool words =
+            (separator == PageText::BlankBreak || separator == u'\n') && !letters.isRightToLeft();
+        content->text(words ? QString(letters + u' ') : letters, shown.style, at);
     });
 }
 

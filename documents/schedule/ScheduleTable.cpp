@@ -140,7 +140,8 @@ void prepareScheduleTable() {
     try {
         fill();
     } catch (const Fault& fault) {
-        if (fault.number() != Fault::TypeMismatch) // which a tank without a model is
+        // What a tank without a model is, and one of ten units; anything else is a failure.
+        if (fault.number() != Fault::TypeMismatch && fault.number() != DatabaseFault::NoSuchColumn)
             throw;
     }
     filledFor() = currentState();

@@ -12,8 +12,8 @@ void FillScheduleTable();
 /// All windows and all copies of the program share the one table.
 void updateScheduleTable();
 
-/// The same for a document of which the schedule is only a part: a tank without a model opens no error
-/// dialog, since the page says where and why the schedule ends. Throws DatabaseFault.
+/// The same for a document of which the schedule is only a part: a tank without a model, or of ten
+/// units, opens no error dialog, since the page says where and why the schedule ends. Throws DatabaseFault.
 void prepareScheduleTable();
 
 /// Why the table of a job with these lines ends early, in words for a reader of the page; empty when it holds
