@@ -63,7 +63,7 @@ void addGlycolFactor(Worksheet& sheet, const QString& fluid, const SystemConditi
                            {symbol, operand(at)},
                            {"C", figure(correlation->c)}},
                           SpecVol(correlation->fluid, at).value_or(0), {}),
-                   "Correlation of the maker of the glycol, relative to water");
+                   "Correlation of the mixture, relative to itself when cold");
         return SpecVol(correlation->fluid, at).value_or(0);
     };
     const double cold =

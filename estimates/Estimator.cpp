@@ -56,20 +56,6 @@ void Estimator::noteChange() {
     stopAsking();
 }
 
-void Estimator::stopAsking() {
-    if (!asked.isEmpty() && statusText() == asked)
-        setStatusText(statusBefore);
-    asked.clear();
-}
-
-/// Says what is missing, until a box changes or a volume is calculated.
-void Estimator::ask(const QString& text) {
-    if (asked.isEmpty())
-        statusBefore = statusText();
-    asked = text;
-    setStatusText(asked);
-}
-
 /// Return calculates from any box, and from the button of a method, which it would only press once more.
 void Estimator::keyPressEvent(QKeyEvent* event) {
     const auto* button = dynamic_cast<QAbstractButton*>(focusWidget());

@@ -45,15 +45,11 @@ class Estimator : public Screen {
     virtual bool asksForResult() const { return false; }
     void confirm();
     void noteChange();
-    void ask(const QString& text);
-    void stopAsking();
     void drawSketches();
 
     QLineEdit* result = nullptr;
     QString target;     // the conditions from which it was opened
     bool Dirty = false; // an entry has changed since the last calculation
-    QString asked;      // what the status text asks for
-    QString statusBefore;
 };
 
 /// The name of the estimator of an application; empty for one without, such as shock arrestors.

@@ -25,26 +25,15 @@ namespace {
 
 constexpr int newJob = 0; // the place of "New job..." in the list
 const char* const newJobProperty = "newJob";
-const char* const statusProperty = "statusBefore"; // what the status text said before it asked for a job
 
 QString tr(const char* text) {
     return QCoreApplication::translate("JobChoice", text);
 }
 
-void refuse(QComboBox* box, const QString& why) {
-    if (!box->property(statusProperty).isValid())
-        box->setProperty(statusProperty, StatusBar::statusText());
-    StatusBar::setStatusText(why);
-    Fields::markField(box);
-    box->setFocus();
-}
-
 /// Takes back what was said of the box, once it is filled in anew.
 void forgive(QComboBox* box) {
     Fields::unmarkField(box);
-    if (const QVariant before = box->property(statusProperty); before.isValid())
-        StatusBar::setStatusText(before.toString());
-    box->setProperty(statusProperty, QVariant());
+    StatusBar::stopAsking();
 }
 
 /// The jobs that match what was typed. If they cannot be read, none: nobody asked for them yet.
@@ -167,7 +156,9 @@ QString require(QComboBox* box, const QString& request) {
     const auto header = typed.isEmpty() || typed == reservedJob() ? std::nullopt : readJobHeader(typed);
     if (header)
         return header->jobID.value_or(typed);
-    refuse(box, typed.isEmpty() ? request : tr("There is no job %1").arg(typed));
+    StatusBar::ask(typed.isEmpty() ? request : tr("There is no job %1").arg(typed));
+    Fields::markField(box);
+    box->setFocus();
     return {};
 }
 

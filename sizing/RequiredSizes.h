@@ -26,8 +26,8 @@ double reserve(double offered, double required);
 /// The column of the water table for a minimum temperature in °F: the next step of 5, from 40 to 100.
 int expansionColumn(double minimumTemperature);
 
-/// The specific volume of a glycol mixture at t °F, relative to water: a x 10^-7 x t^2 + b x 10^bPower x t +
-/// c.
+/// The specific volume of a glycol mixture at t °F, relative to itself when cold: a x 10^-7 x t^2 + b x
+/// 10^bPower x t + c.
 struct GlycolCorrelation {
     std::string_view fluid;
     double a;
@@ -38,8 +38,8 @@ struct GlycolCorrelation {
 /// The correlation of a glycol mixture; nothing for other fluids.
 std::optional<GlycolCorrelation> correlationOf(std::string_view fluid);
 
-/// The specific volume of a glycol mixture at a temperature in °F, relative to water; nothing for other
-/// fluids. The polynomials are the glycol makers' correlations.
+/// The specific volume of a glycol mixture at a temperature in °F, relative to itself when cold; nothing
+/// for other fluids.
 std::optional<double> SpecVol(std::string_view fluid, double temperature);
 
 /// The expansion factor of a fluid other than water between two temperatures in °F, to five decimals. An

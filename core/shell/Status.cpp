@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QToolButton>
 
+#include <utility>
+
 using namespace Program;
 
 namespace StatusBar {
@@ -20,6 +22,16 @@ QPointer<QToolButton>& statusButton() {
     static QPointer<QToolButton> button;
     return button;
 }
+
+struct Question {
+    QString text;   // empty for none
+    QString before; // what the text said
+};
+
+Question& question() {
+    static Question asked;
+    return asked;
+}
 } // namespace
 
 void setStatusText(const QString& text) {
@@ -27,6 +39,19 @@ void setStatusText(const QString& text) {
         statusPanel()->setText(text);
     if (statusButton())
         statusButton()->hide();
+}
+
+void ask(const QString& text) {
+    if (question().text.isEmpty() || question().text != statusText())
+        question().before = statusText();
+    question().text = text;
+    setStatusText(text);
+}
+
+void stopAsking() {
+    const Question asked = std::exchange(question(), {});
+    if (!asked.text.isEmpty() && statusText() == asked.text)
+        setStatusText(asked.before);
 }
 
 void offer(const QString& caption, const std::function<void()>& run) {

@@ -24,9 +24,11 @@ int writeInfo(PdfFile& file, const Document& document) {
 int writeOutline(PdfFile& file, const Document& document, const QList<Bookmark>& marks,
                  const QList<int>& pages) {
     QList<OutlineEntry> entries;
-    for (const Bookmark& mark : marks)
-        entries.append(
-            {mark.title, mark.depth, mark.page, document.pages[mark.page].size.height() - mark.top});
+    for (const Bookmark& mark : marks) {
+        const Page& page = document.pages[mark.page];
+        const double top = mark.text > 0 ? page.texts[mark.text].place.top() : 0; // 0 is the page's first
+        entries.append({mark.title, mark.depth, mark.page, page.size.height() - top});
+    }
     QList<QByteArray> sheets;
     for (const int page : pages)
         sheets.append(QByteArray::number(page));

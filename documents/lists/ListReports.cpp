@@ -77,8 +77,7 @@ void startPackageList(Report& report) {
 }
 
 void startSchedule(Report& report) {
-    report.source =
-        "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
+    report.source = scheduleRows;
     runTrapped("rptSchedule", [&] {
         updateScheduleTable();
         QString job;

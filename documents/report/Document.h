@@ -8,9 +8,9 @@ enum class ReportOf { Catalogue, Job, TankLine };
 /// A place that an outline names and a contents list leads to.
 struct Bookmark {
     QString title;
-    int depth = 0;  // 0 for the top level
-    int page = 0;   // counted from 0
-    double top = 0; // points from the upper edge of the page
+    int depth = 0; // 0 for the top level
+    int page = 0;  // counted from 0
+    int text = 0;  // on the page
 };
 
 /// A text that leads to another page.

@@ -122,6 +122,14 @@ void FillScheduleTable() {
     filledFor() = currentState();
 }
 
+QStringList scheduledTanks() {
+    QStringList tanks;
+    Rows rows("User", scheduleRows);
+    for (; !rows.atEnd(); rows->moveNext())
+        tanks.append(rows["TankID"].text());
+    return tanks;
+}
+
 QString whyItEnds(const std::vector<TankLine>& lines) {
     for (const TankLine& tank : lines) {
         const QString name = tank.tankID.value_or(QString());

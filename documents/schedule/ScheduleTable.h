@@ -16,6 +16,13 @@ void updateScheduleTable();
 /// units, opens no error dialog, since the page says where and why the schedule ends. Throws DatabaseFault.
 void prepareScheduleTable();
 
+/// The rows of the table with their tank lines.
+constexpr const char* scheduleRows =
+    "SELECT * FROM tblJobData INNER JOIN tblSchedule ON tblSchedule.TankID = tblJobData.TankID";
+
+/// The tank of each of these rows, in their order. Throws DatabaseFault.
+QStringList scheduledTanks();
+
 /// Why the table of a job with these lines ends early, in words for a reader of the page; empty when it holds
 /// every unit.
 QString whyItEnds(const std::vector<TankLine>& lines);

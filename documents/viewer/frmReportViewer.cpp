@@ -119,20 +119,10 @@ void frmReportViewer::showContents() {
     const QSignalBlocker noSelection(lstContents);
     lstContents->clear();
     contents.clear();
-    const auto add = [this](const QString& title, int page, int text) {
-        auto* row = new QTreeWidgetItem(lstContents, {title, QString::number(page + 1)});
+    for (const Bookmark& mark : outlineOf(document())) {
+        auto* row = new QTreeWidgetItem(lstContents, {mark.title, QString::number(mark.page + 1)});
         row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
-        contents.append({page, text, 0});
-    };
-    for (const Bookmark& mark : document().bookmarks)
-        add(mark.title, mark.page, 0);
-    for (int page = 0; page < document().pages.size() && document().bookmarks.isEmpty(); ++page) {
-        const auto& texts = document().pages[page].texts;
-        for (int i = 0; i < texts.size(); ++i) {
-            if (texts[i].section != Section::GroupHeader || texts[i].heading == 0 || texts[i].repeated)
-                continue;
-            add(texts[i].plain(), page, i);
-        }
+        contents.append({mark.page, mark.text, 0});
     }
     // Lists are grouped by series, whose name the maker's sheets never translate; other reports have
     // sections.

@@ -2,7 +2,6 @@
 
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
-#include "core/store/Gateway.h"
 #include "core/store/JobHeader.h"
 #include "core/store/Model.h"
 #include "core/store/Representative.h"
@@ -49,13 +48,9 @@ class Maker {
 
     void addSchedule() {
         Schedule::prepareScheduleTable();
-        Report report(*findReport("rptSchedule"));
-        add("Tank schedule", 0, report.Run().pages);
+        add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages);
         schedulePages = int(pages.size());
-        Recordset rows;
-        rows.Open(report.source, Gateway::openDatabase("User"), report.parameters);
-        for (; !rows.atEnd(); rows.moveNext())
-            scheduled.append(rows["TankID"].text());
+        scheduled = Schedule::scheduledTanks();
     }
 
     void addTank(const TankLine& tank) {
