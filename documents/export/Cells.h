@@ -6,8 +6,13 @@
 /// The cell style that matches a text of a page.
 Workbook::CellStyle cellStyleOf(const PageText& text);
 
+/// How a text stands in its cell.
+struct CellPlace {
+    bool indented = false; // as in Workbook::CellStyle
+    bool atTop = false;
+};
 /// Writes a text into a cell: numbers with their format, anything else as text.
-void addCell(Workbook& book, int row, int column, const PageText& text, bool indented = false);
+void addCell(Workbook& book, int row, int column, const PageText& text, CellPlace place = {});
 
 /// The name of a document's sheet, counted from 1.
 QString sheetName(const Document& document, int number);

@@ -40,42 +40,71 @@ class SheetWriter {
     void add(const GridRow& texts) {
         if (row == Workbook::MostRows)
             beginSheet();
+        const bool several =
+            std::any_of(texts.begin(), texts.end(), [](const PageText* text) { return text->breaks(); });
         double height = 0;
         int next = 0; // no two texts share a cell
         for (qsizetype i = 0; i < texts.size(); ++i) {
             const PageText& text = *texts[i];
             const int column = std::max(next, columnOf(edges, text));
-            addCell(book, row, column, text);
+            addCell(book, row, column, text, {.atTop = several});
             next = column + 1;
-            joinCells(column, i + 1 < texts.size() ? columnOf(edges, *texts[i + 1]) : int(edges.size()),
-                      text);
+            const int end = i + 1 < texts.size() ? columnOf(edges, *texts[i + 1]) : int(edges.size());
+            const int last = joinCells(column, end, text);
             constexpr double defaultSize = 10; // points, for a row's own height
-            if (text.breaks() || text.style->size > defaultSize)
-                height =
-                    std::max(height, double(text.lines().size()) * TextFit::lineHeight(text.style) * 1.15);
+            if (several || text.style->size > defaultSize)
+                height = std::max(height, linesIn(text, rightOf(last) - edges[column]) *
+                                              TextFit::lineHeight(text.style) * 1.15);
         }
         if (height > 0)
             book.rowHeight(row, height);
         ++row;
     }
 
-    /// A cell spans the full width of its text, so a number is never too wide for it.
-    void joinCells(int column, int end, const PageText& text) {
+    /// A cell spans the full width of its text, so a number is never too wide for it, and a formula's words,
+    /// which are wider than its picture, are not wrapped within one.
+    int joinCells(int column, int end, const PageText& text) {
+        double right = text.place.right();
+        if (text.breaks())
+            for (const QString& line : text.lines())
+                right =
+                    std::max(right, text.place.left() + TextFit::width(line, text.style) * wider + margin);
         int last = column;
-        while (last + 1 < end && edges[last + 1] < text.place.right() - 1)
+        while (last + 1 < end && edges[last + 1] < right - 1)
             ++last;
         if (last > column)
             book.merge(row, column, last);
+        return last;
+    }
+
+    /// How many lines a text takes in a cell of a width in points. The sheet wraps paragraphs anew, with the
+    /// widths of its own font.
+    static int linesIn(const PageText& text, double width) {
+        if (!text.breaks())
+            return 1;
+        constexpr int all = 1000;
+        const double room = std::max(1.0, width - margin) / wider;
+        int lines = 0;
+        for (const QString& paragraph : text.plain().split(u'\n'))
+            lines += std::max(1, TextFit::wrapped(paragraph, text.style, room, all).lines);
+        return lines;
+    }
+
+    /// Where a column ends, in points.
+    double rightOf(int column) const {
+        return column + 1 < edges.size() ? edges[column + 1] : document.pages.first().size.width() - 36;
     }
 
     void beginSheet() {
         QList<double> widths;
         for (qsizetype i = 0; i < edges.size(); ++i)
-            widths.append((i + 1 < edges.size() ? edges[i + 1] : document.pages.first().size.width() - 36) -
-                          edges[i]);
+            widths.append(rightOf(int(i)) - edges[i]);
         book.addSheet(sheetName(document, ++sheets), widths, document.pages.first().size);
         row = 0;
     }
+
+    static constexpr double margin = 6;   // points, within a cell and for its grid
+    static constexpr double wider = 1.04; // than ours are the fonts of some programs
 
     const Document& document;
     const QList<double> edges;

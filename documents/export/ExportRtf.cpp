@@ -67,41 +67,31 @@ double lineHeight(const GridRow& row) {
     return height;
 }
 
-double topOf(const GridRow& row) {
-    double top = topOf(*row.first());
+double bottomOf(const GridRow& row) {
+    double bottom = 0;
     for (const PageText* text : row)
-        top = std::min(top, topOf(*text));
-    return top;
-}
-
-/// The rows of a page, each exactly as high as the distance to the next, so that a page stays a page.
-QByteArray paragraphs(const Page& page) {
-    const PageGrid grid(page, PageGrid::Lines::Split);
-    QByteArray document;
-    double before = grid.rows().isEmpty() ? 0 : topOf(grid.rows().first()) - edge;
-    for (qsizetype i = 0; i < grid.rows().size(); ++i) {
-        const GridRow& row = grid.rows()[i];
-        const auto lines = double(row.first()->lines().size());
-        const bool alone = row.size() == 1 && lines > 1;
-        const double reach =
-            i + 1 < grid.rows().size() ? topOf(grid.rows()[i + 1]) - topOf(row) : lineHeight(row);
-        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
-        const double after = std::max(0.0, reach - line * (alone ? lines : 1));
-        document += "\\pard\\sb" + twips(before) + "\\sa" + twips(after) + "\\sl-" + twips(line) +
-                    "\\slmult0" + (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n";
-        before = 0;
-    }
-    return document;
+        bottom =
+            std::max(bottom, topOf(*text) + TextFit::lineHeight(text->style) * double(text->lines().size()));
+    return bottom;
 }
 
 QByteArray property(const char* name, const QByteArray& value) {
     return QByteArray("{\\sp{\\sn ") + name + "}{\\sv " + value + "}}";
 }
 
+/// A colour that is as light at an opacity as another is without.
+QColor strongerAt(double opacity, const QColor& light) {
+    const auto part = [opacity](int value) {
+        return std::max(0, int(std::lround(255 - (255 - value) / opacity)));
+    };
+    return {part(light.red()), part(light.green()), part(light.blue())};
+}
+
 /// A shape behind the texts. Colours are numbers with blue in front; widths are in EMU, of which a point has
-/// 12,700.
+/// 12,700. A fill is transparent: some word processors put shapes from the second page on before the texts.
 QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& fill) {
     constexpr double emuPerPoint = 12700;
+    constexpr double opacity = .2;
     const auto color = [](const QColor& one) {
         return QByteArray::number(one.red() + 256 * (one.green() + 256 * one.blue()));
     };
@@ -109,12 +99,14 @@ QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& 
            "\\shpright" + twips(place.right()) + "\\shpbottom" + twips(place.bottom()) +
            "\\shpbxpage\\shpbypage\\shpwr3\\shpfblwtxt1" + property("shapeType", QByteArray::number(kind)) +
            property("fFilled", fill.isValid() ? "1" : "0") +
-           (fill.isValid() ? property("fillColor", color(fill)) : QByteArray()) +
+           (fill.isValid() ? property("fillColor", color(strongerAt(opacity, fill))) +
+                                 property("fillOpacity", QByteArray::number(std::lround(opacity * 65536)))
+                           : QByteArray()) +
            property("fBehindDocument", "1") + property("fLine", lineWidth > 0 ? "1" : "0") +
            property("lineWidth", QByteArray::number(std::lround(lineWidth * emuPerPoint))) + "}}\n";
 }
 
-/// The boxes and lines of a page, in its first paragraph.
+/// The boxes and lines of a page.
 QByteArray shapes(const Page& page) {
     constexpr int rectangle = 1;
     constexpr int straightLine = 20;
@@ -126,13 +118,42 @@ QByteArray shapes(const Page& page) {
     return all;
 }
 
-/// A picture at its place on the page.
-QByteArray picture(const PagePicture& drawing) {
-    const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
-    return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
-           twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
-           twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
-           pictureAsPng(drawing).toHex() + "}\\par\n";
+/// The pictures of a page, each in a frame at its place.
+QByteArray pictures(const Page& page) {
+    QByteArray all;
+    for (const PagePicture& drawing : page.pictures) {
+        if (drawing.isText || drawing.mark) // those are in words
+            continue;
+        const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
+        all += "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
+               twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
+               twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
+               pictureAsPng(drawing).toHex() + "}\\par\n";
+    }
+    return all;
+}
+
+/// The rows of a page, each with its lower edge where it is on the page, so that a page stays a page. The
+/// first carries the shapes of the page, and begins it.
+QByteArray paragraphs(const Page& page, const QByteArray& breakBefore) {
+    const PageGrid grid(page, PageGrid::Lines::Split);
+    QByteArray document;
+    QByteArray start = "\\pard" + breakBefore;
+    QByteArray behind = shapes(page);
+    double reached = edge;
+    for (const GridRow& row : grid.rows()) {
+        const auto lines = double(row.first()->lines().size());
+        const bool alone = row.size() == 1 && lines > 1;
+        const double reach = std::max(0.0, bottomOf(row) - reached);
+        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
+        const double before = reach - line * (alone ? lines : 1);
+        document += std::exchange(start, "\\pard") + "\\sb" + twips(before) + "\\sl-" + twips(line) +
+                    "\\slmult0\n" + std::exchange(behind, {}) +
+                    (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n" +
+                    (reached == edge ? pictures(page) : QByteArray());
+        reached = std::max(reached, bottomOf(row));
+    }
+    return document.isEmpty() ? start + '\n' + behind + "\\par\n" + pictures(page) : document;
 }
 
 } // namespace
@@ -147,15 +168,7 @@ void Export::rtf(const Document& document, QIODevice& file) {
     for (const char* side : {"\\margl", "\\margr", "\\margt", "\\margb"})
         file.write(side + twips(edge));
     file.write("\\f0\n");
-    bool first = true;
-    for (const Page& page : document.pages) {
-        if (!std::exchange(first, false))
-            file.write("\\pard\\page\n");
-        file.write(shapes(page));
-        for (const PagePicture& drawing : page.pictures)
-            if (!drawing.isText && !drawing.mark) // those are in words
-                file.write(picture(drawing));
-        file.write(paragraphs(page));
-    }
+    for (const Page& page : document.pages)
+        file.write(paragraphs(page, &page == &document.pages.first() ? "" : "\\pagebb"));
     file.write("}\n");
 }

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr double sameRow = 4;    // points between the first baselines
+constexpr double nearRow = 6;    // the same, of single lines side by side
 constexpr double sameColumn = 5; // points between the left edges
 
 double heightOf(const PageText& text) {
@@ -24,8 +25,19 @@ double heightOf(const PageText& text) {
 bool hasNothingBeside(const PageText& text, const Page& page) {
     const double top = topOf(text);
     const double bottom = top + heightOf(text);
-    return std::none_of(page.texts.begin(), page.texts.end(), [&](const PageText& other) {
+    const auto beside = [&](const PageText& other) {
         return &other != &text && topOf(other) < bottom && topOf(other) + heightOf(other) > top;
+    };
+    return std::none_of(page.texts.begin(), page.texts.end(), beside) &&
+           std::none_of(page.pictures.begin(), page.pictures.end(), [&](const PagePicture& picture) {
+               return picture.mark && beside(picture.inWords());
+           });
+}
+
+/// Whether a text has the texts of a row to its left or right, none above or below it.
+bool isFreeBeside(const PageText& text, const GridRow& row) {
+    return std::none_of(row.begin(), row.end(), [&](const PageText* other) {
+        return other->place.left() < text.place.right() && text.place.left() < other->place.right();
     });
 }
 
@@ -72,7 +84,10 @@ PageGrid::PageGrid(const Page& page, Lines lines) {
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     double baseline = -1e9;
     for (const auto& [y, text] : texts) {
-        if (y - baseline > sameRow) {
+        const double limit =
+            lines == Lines::Split && !allRows.isEmpty() && isFreeBeside(*text, allRows.last()) ? nearRow
+                                                                                               : sameRow;
+        if (y - baseline > limit) {
             allRows.append(GridRow());
             baseline = y;
         }

@@ -153,7 +153,7 @@ class TableWriter {
         int column = int(edges.size());
         for (const GroupColumn& group : groups) {
             if (!group.value.text.isEmpty())
-                addCell(book, rows, column, group.value, true);
+                addCell(book, rows, column, group.value, {.indented = true});
             ++column;
         }
         ++rows;

@@ -69,7 +69,8 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     put<std::uint16_t>(body, std::uint16_t(format));
     put<std::uint16_t>(body, cell ? 0x0001 : 0xFFF5); // a locked cell, or a style
     const unsigned align = cell ? unsigned(style.align) : 0;
-    put<std::uint8_t>(body, std::uint8_t(align | (style.wrap ? 0x08U : 0U) | (style.wrap ? 0x00U : 0x20U)));
+    put<std::uint8_t>(
+        body, std::uint8_t(align | (style.wrap ? 0x08U : 0U) | (style.wrap || style.top ? 0x00U : 0x20U)));
     put<std::uint8_t>(body, 0);
     put<std::uint8_t>(body, style.indented ? 1 : 0);
     put<std::uint8_t>(body, cell ? 0xFC : 0xF4);

@@ -18,6 +18,7 @@ class Workbook {
         bool italic = false;
         enum class Align : std::uint8_t { Left = 1, Center = 2, Right = 3 } align = Align::Left;
         bool wrap = false;
+        bool top = false;      // beside a text of several lines; otherwise at the bottom unless wrapped
         bool indented = false; // keeps a distance from a number that ends in the cell before
         QString numberFormat;  // in the spreadsheet's syntax; empty for the general format
         bool operator==(const CellStyle&) const = default;
