@@ -60,6 +60,15 @@ void previewSubmittal(benchmark::State& state) {
     Driver::stop();
 }
 
+/// The results of a stored tank, from the command to the painted screen.
+void openResults(benchmark::State& state) {
+    const Data data(10000, 100);
+    Driver::start();
+    addFinishedTank(data);
+    timeToScreen(state, "frmResults", [] { Screens::open("frmResults"); });
+    Driver::stop();
+}
+
 /// Draws the same texts and pictures at the same places with Qt's writer, and does nothing else.
 void qtPdf(const Pages& pages, QIODevice& file) {
     QPdfWriter writer(&file);
@@ -268,6 +277,9 @@ void fillScheduleBare(benchmark::State& state) {
 
 void registerDocumentBenchmarks() {
     using benchmark::RegisterBenchmark;
+    RegisterBenchmark("results of a stored tank/program", openResults)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
     RegisterBenchmark("preview of a submittal, click to page/program", previewSubmittal)
         ->UseManualTime()
         ->Iterations(30);

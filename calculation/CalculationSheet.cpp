@@ -68,6 +68,11 @@ void addNotes(Worksheet& sheet, const SizedTank& tank) {
     SizingNotes::Facts facts = SizingNotes::factsOf(tank.line, tank.model);
     if (tank.application == Application::Shock)
         facts.requiredConnection = ShockSizing::requiredConnection(tank.line);
+    if (tank.sizes) { // those on the sheet; that the stored ones differ is said above all
+        facts.requiredVolume = tank.sizes->volume;
+        if (facts.requiredAcceptance)
+            facts.requiredAcceptance = tank.sizes->acceptance;
+    }
     if (tank.line.modelNo && !tank.model) {
         sheet.warn("The model " + *tank.line.modelNo + " is not in the catalogue.");
         facts.model.clear(); // not once more among the notes

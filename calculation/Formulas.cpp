@@ -38,6 +38,9 @@ constexpr Row rows[] = {
     {Id::PumpDelay, "pump-delay", "t = round(AF * V_t * n / Q * 60, 1)"},
     {Id::VolumeReserve, "volume-reserve", "r_V = round((n * V_t / V_req - 1) * 100, 1)"},
     {Id::AcceptanceReserve, "acceptance-reserve", "r_A = round((n * A_t / V_acc - 1) * 100, 1)"},
+    {Id::WaterTaken, "water-taken", "V_w = min(n * V_t * (1 - (P_a + P_min) / (P_a + P_max)), n * A_t)"},
+    {Id::SteelWaterTaken, "steel-water-taken", "V_w = n * V_t * (P_a / (P_a + P_min) - P_a / (P_a + P_max))"},
+    {Id::TakenReserve, "taken-reserve", "r_w = round((V_w / V_acc - 1) * 100, 1)"},
 };
 
 static_assert(std::ranges::all_of(rows, [](const Row& row) { return &rows[std::size_t(row.id)] == &row; }));

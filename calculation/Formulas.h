@@ -36,6 +36,9 @@ enum class Id : std::uint8_t {
     PumpDelay,
     VolumeReserve,
     AcceptanceReserve,
+    WaterTaken,
+    SteelWaterTaken,
+    TakenReserve,
 };
 
 struct Row {

@@ -73,13 +73,15 @@ QString rounded(double value) {
 class Drawing {
   public:
     explicit Drawing(const PressureCurve& shown)
-        : curve(shown), highest(std::max(shown.maximumPressure, shown.workingPressure)),
+        : curve(shown), highest(highestOf(shown)),
           mostWater(waterAtPressure(shown, highest) * 1.02), levels{{shown.minimumPressure, shown.minimumName,
                                                                      below, left + 4},
                                                                     {shown.maximumPressure, shown.maximumName,
                                                                      above, left + 4}} {
         if (shown.workingPressure > 0)
             levels.push_back({shown.workingPressure, "working pressure of the model", above, middle});
+        for (const PressureCurve::Mark& mark : shown.marks)
+            levels.push_back({mark.pressure, mark.name, above, middle});
     }
 
     QByteArray draw() {
@@ -105,6 +107,13 @@ class Drawing {
         double side; // where the name reads best
         double at;
     };
+
+    static double highestOf(const PressureCurve& shown) {
+        double most = std::max(shown.maximumPressure, shown.workingPressure);
+        for (const PressureCurve::Mark& mark : shown.marks)
+            most = std::max(most, mark.pressure);
+        return most;
+    }
 
     double x(double water) const { return left + (right - left) * water / mostWater; }
     double y(double pressure) const {
@@ -275,6 +284,8 @@ QString curveInWords(const PressureCurve& curve) {
                     " gal; required are " + rounded(curve.requiredAcceptance) + " gal.";
     if (curve.tankAcceptance > 0)
         words += " They take no more than " + rounded(curve.tankAcceptance) + " gal.";
+    for (const PressureCurve::Mark& mark : curve.marks)
+        words += QString(" The ") + mark.name + " is " + rounded(mark.pressure) + " psig.";
     if (curve.workingPressure > 0)
         words += " The working pressure of the model is " + rounded(curve.workingPressure) + " psig.";
     return words;

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <vector>
+
 /// What the curve of a tank line shows. Volumes in gallons for all tanks together, pressures in psig.
 struct PressureCurve {
     double tankVolume = 0;
@@ -16,6 +18,11 @@ struct PressureCurve {
     double requiredAcceptance = 0;
     const char* minimumName = "minimum";
     const char* maximumName = "maximum";
+    struct Mark {
+        double pressure; // psig
+        const char* name;
+    };
+    std::vector<Mark> marks{}; // further pressures of the job
 };
 
 /// The pressure at which the gas of empty tanks is pressed together by an amount of water (Boyle's law).

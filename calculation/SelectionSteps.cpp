@@ -74,13 +74,39 @@ double precharge(const SizedTank& tank) {
 }
 
 void addReserve(Worksheet& sheet, const QString& caption, Id id, const char* required, const char* offered,
-                const std::optional<double>& need, const std::optional<double>& each, int quantity) {
-    if (!need || *need <= 0 || !each)
+                double need, const std::optional<double>& each, int quantity, const QString& source = {}) {
+    if (need <= 0 || !each)
         return;
-    const double percent = reserve(quantity * *each, *need);
+    const double percent = reserve(quantity * *each, need);
     sheet.step(caption,
-               worked(id, {{"n", figure(quantity)}, {offered, operand(*each)}, {required, operand(*need)}},
-                      Round(percent, 1), "%", percent));
+               worked(id, {{"n", figure(quantity)}, {offered, operand(*each)}, {required, operand(need)}},
+                      Round(percent, 1), "%", percent),
+               source);
+}
+
+/// The water that the tanks take between the job's pressures, which may be less than their bladders hold.
+void addWaterTaken(Worksheet& sheet, const SizedTank& tank, const Model& model, int quantity) {
+    const SystemConditions conditions = TankSizing::conditionsOf(tank.line);
+    const double need = required(tank).acceptance;
+    if (!model.tankVolume || !model.acceptanceVolume || need <= 0 ||
+        conditions.minimumPressure >= conditions.maximumPressure ||
+        conditions.atmosphericPressure + conditions.minimumPressure <= 0)
+        return;
+    const bool steel = TankSizing::isPlainSteel(tank.series());
+    const double taken =
+        waterTaken(conditions, steel, quantity * *model.tankVolume, quantity * *model.acceptanceVolume);
+    Values values = pressuresOf(conditions);
+    values.append({{"n", figure(quantity)},
+                   {"V_t", operand(*model.tankVolume)},
+                   {"A_t", operand(*model.acceptanceVolume)},
+                   {"V_w", operand(taken)},
+                   {"V_acc", operand(need)}});
+    sheet.step("Water between the pressures",
+               worked(steel ? Id::SteelWaterTaken : Id::WaterTaken, values, taken, "gal"),
+               "What the tanks take from the minimum to the maximum pressure", liters(taken));
+    const double percent = reserve(taken, need);
+    sheet.step("Its reserve", worked(Id::TakenReserve, values, Round(percent, 1), "%", percent),
+               "Over the required acceptance");
 }
 
 void addShockResults(Worksheet& sheet, const SizedTank& tank, double tankVolume, int quantity) {
@@ -121,6 +147,8 @@ void addSearch(Worksheet& sheet, const SizedTank& tank) {
     sheet.section("Search in series " + tank.series());
     std::vector<SearchStep> steps;
     const std::vector<TankOption> options = search(tank, steps);
+    if (!tank.sizes)
+        sheet.say("Sizes", "As stored with the line, because they could not be computed.");
     for (const SearchStep& step : steps)
         sheet.asked(QString::number(step.quantity) + (step.quantity == 1 ? " tank" : " tanks"),
                     question(tank, step.quantity), answer(tank, step));
@@ -134,9 +162,9 @@ void addSearch(Worksheet& sheet, const SizedTank& tank) {
         return option.quantity == tank.line.qty &&
                tank.line.modelNo->compare(QString::fromStdString(option.model), Qt::CaseInsensitive) == 0;
     });
-    if (!among && tank.model)
-        sheet.warn("The stored choice, " + QString::number(tank.line.qty.value_or(0)) + " × " +
-                   *tank.line.modelNo + ", is none of those that the search offers.");
+    if (!among && tank.model && tank.line.qty)
+        sheet.warn("The stored choice, " + QString::number(*tank.line.qty) + " × " + *tank.line.modelNo +
+                   ", is none of those that the search offers.");
 }
 
 void addChoice(Worksheet& sheet, const SizedTank& tank) {
@@ -144,8 +172,11 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
     if (!tank.line.modelNo)
         return sheet.say("Model", "No model has been chosen yet.");
     const int quantity = tank.line.qty.value_or(0);
-    sheet.say("Chosen", QString::number(quantity) + " × " + *tank.line.modelNo);
-    if (!tank.model)
+    sheet.say("Chosen", quantity > 0 ? QString::number(quantity) + " × " + *tank.line.modelNo
+                                     : *tank.line.modelNo + ", without a quantity");
+    if (quantity <= 0)
+        sheet.warn("No quantity is stored with the model " + *tank.line.modelNo + '.');
+    if (!tank.model || quantity <= 0)
         return;
     const Model& model = *tank.model;
     if (tank.application == Application::Package) {
@@ -163,7 +194,10 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
                model.tankVolume, quantity);
     if (!tank.conversion)
         addReserve(sheet, "Reserve of acceptance", Id::AcceptanceReserve, "V_acc", "A_t",
-                   required(tank).acceptance, model.acceptanceVolume, quantity);
+                   required(tank).acceptance, model.acceptanceVolume, quantity,
+                   "By what the catalogue's tanks can hold, as the search asks");
+    if (!tank.conversion && tank.application != Application::Shock)
+        addWaterTaken(sheet, tank, model, quantity);
     if (tank.application == Application::Shock && model.tankVolume)
         addShockResults(sheet, tank, *model.tankVolume, quantity);
 }
@@ -171,18 +205,28 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
 void addSite(Worksheet& sheet, const SizedTank& tank) {
     sheet.section("On site");
     if (tank.application == Application::Package) {
+        const double pressure = orZero(tank.line.sopMax);
+        const bool held = tank.model && pressure >= orZero(tank.model->minSysPressure) &&
+                          pressure <= orZero(tank.model->tankWkPressure);
         sheet.say("System pressure",
-                  pounds(orZero(tank.line.sopMax)) + ": set the pressure switch of the package to hold it.");
+                  pounds(pressure) + (held ? ": set the pressure switch of the package to hold it."
+                                           : ": the package cannot hold it; see the notes."));
         return;
     }
     const QString charge = pounds(precharge(tank));
     if (TankSizing::isPlainSteel(tank.series())) {
-        sheet.say("Precharge", "None: the tank is plain steel and starts with air at atmospheric pressure.");
+        sheet.say("Precharge",
+                  "None: the tank is plain steel and starts with air at atmospheric pressure." +
+                      QString(tank.conversion
+                                  ? " The size above is for one that is charged to " + charge + '.'
+                                  : QString()));
         sheet.say("Fill valve",
                   "Set it to hold " + charge +
                       " at the tank while the system is cold; the air cushion follows from it.");
         return;
     }
+    if (precharge(tank) < 0)
+        return sheet.say("Precharge to set", "None: " + charge + " is below the pressure of the atmosphere.");
     sheet.say("Precharge to set",
               charge + ", measured at the tank with no water in it, before it is filled.");
     if (tank.model && tank.model->precharge)
@@ -223,6 +267,10 @@ std::optional<PressureCurve> curveOf(const SizedTank& tank) {
     const bool shock = tank.application == Application::Shock;
     const bool steel = TankSizing::isPlainSteel(tank.series());
     const int quantity = tank.line.qty.value_or(0);
+    std::vector<PressureCurve::Mark> marks;
+    if (shock)
+        marks = {{orZero(tank.line.flowPressure), "flow pressure"},
+                 {orZero(tank.line.shockPressure), "shock pressure"}};
     const PressureCurve curve{.tankVolume = quantity * orZero(tank.model->tankVolume),
                               .tankAcceptance = quantity * orZero(tank.model->acceptanceVolume),
                               .atmosphericPressure = orZero(tank.line.atmPressure),
@@ -230,8 +278,9 @@ std::optional<PressureCurve> curveOf(const SizedTank& tank) {
                               .minimumPressure = precharge(tank),
                               .maximumPressure = orZero(shock ? tank.line.staticPressure : tank.line.sopMax),
                               .workingPressure = orZero(tank.model->tankWkPressure),
-                              .requiredAcceptance = orZero(tank.line.requiredAcceptance),
+                              .requiredAcceptance = required(tank).acceptance,
                               .minimumName = shock ? "precharge" : "minimum",
-                              .maximumName = shock ? "static pressure" : "maximum"};
+                              .maximumName = shock ? "static pressure" : "maximum",
+                              .marks = std::move(marks)};
     return canBeDrawn(curve) ? std::optional(curve) : std::nullopt;
 }

@@ -69,7 +69,8 @@ void addShockSteps(Worksheet& sheet, SizedTank& tank) {
                worked(Id::KineticEnergy,
                       {{"ID", operand(conditions.bore)}, {"v", operand(sizes.waterVelocity)}},
                       sizes.kineticEnergy, "ft·lbf/ft"),
-               "22/7 for pi, as the catalogue's figures", joulesPerMeter(sizes.kineticEnergy));
+               "A foot of pipe; pi as 22/7, half the density of water (0.97 lbf·s²/ft⁴) as 1",
+               joulesPerMeter(sizes.kineticEnergy));
     sheet.step("Total kinetic energy",
                worked(Id::TotalEnergy,
                       {{"L", operand(conditions.length)}, {"e", operand(sizes.kineticEnergy)}},

@@ -39,9 +39,16 @@ void addWaterFactor(Worksheet& sheet, const SystemConditions& conditions) {
                    "The table of water ends below " + figure(conditions.maximumTemperature) + " °F.");
         return;
     }
+    QStringList raised;
+    if (conditions.minimumTemperature < column)
+        raised.append("T_min raised to the next column");
+    if (conditions.maximumTemperature < found->row)
+        raised.append(raised.isEmpty() ? "T_max raised to the next row" : "T_max to the next row");
+    if (conditions.minimumTemperature > column)
+        raised.prepend("the last column, T_min is above it");
     sheet.step("Expansion factor", "E = " + figure(found->factor),
                "Table of water, column " + QString::number(column) + " °F, row " + figure(found->row) +
-                   " °F: T_min raised to the next column, T_max to the next row");
+                   " °F" + (raised.isEmpty() ? QString() : ": " + raised.join(", ")));
 }
 
 void addGlycolFactor(Worksheet& sheet, const QString& fluid, const SystemConditions& conditions,
@@ -76,12 +83,6 @@ void addGlycolFactor(Worksheet& sheet, const QString& fluid, const SystemConditi
                                                     conditions.maximumTemperature)));
 }
 
-Values pressuresOf(const SystemConditions& conditions) {
-    return {{"P_a", operand(conditions.atmosphericPressure)},
-            {"P_min", operand(conditions.minimumPressure)},
-            {"P_max", operand(conditions.maximumPressure)}};
-}
-
 double addAcceptanceFactor(Worksheet& sheet, const SizedTank& tank, const SystemConditions& conditions) {
     sheet.section("Acceptance factor");
     const auto absolute = [&](const QString& caption, const QString& symbol, const QString& gauge,
@@ -109,6 +110,12 @@ void compareSizes(Worksheet& sheet, const SizedTank& tank) {
 }
 
 } // namespace
+
+Values pressuresOf(const SystemConditions& conditions) {
+    return {{"P_a", operand(conditions.atmosphericPressure)},
+            {"P_min", operand(conditions.minimumPressure)},
+            {"P_max", operand(conditions.maximumPressure)}};
+}
 
 void compare(Worksheet& sheet, const QString& name, const std::optional<double>& stored, double computed,
              const QString& unit, double tolerance) {

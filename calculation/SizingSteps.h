@@ -11,6 +11,9 @@ void addTankSteps(Worksheet& sheet, SizedTank& tank);
 void addConversionSteps(Worksheet& sheet, SizedTank& tank);
 void addShockSteps(Worksheet& sheet, SizedTank& tank);
 
+/// The three pressures under their names in the formulas.
+Formulas::Values pressuresOf(const SystemConditions& conditions);
+
 /// Warns if a stored figure is not the computed one.
 void compare(Worksheet& sheet, const QString& name, const std::optional<double>& stored, double computed,
              const QString& unit, double tolerance = 0);

@@ -66,6 +66,11 @@ double acceptanceFactor(const SystemConditions& conditions, bool plainSteel) {
     return Round(unroundedAcceptanceFactor(conditions, plainSteel), 4);
 }
 
+double waterTaken(const SystemConditions& conditions, bool plainSteel, double tankVolume, double mostWater) {
+    const double water = tankVolume * unroundedAcceptanceFactor(conditions, plainSteel);
+    return plainSteel ? water : std::min(water, mostWater);
+}
+
 RequiredSizes unroundedExpansionTankSizes(const SystemConditions& conditions, double expansionFactor,
                                           double acceptanceFactor) {
     const double expanded = conditions.volume * expansionFactor;

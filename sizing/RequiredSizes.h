@@ -56,6 +56,11 @@ double acceptanceFactor(const SystemConditions& conditions, bool plainSteel);
 /// The same before it is rounded.
 double unroundedAcceptanceFactor(const SystemConditions& conditions, bool plainSteel);
 
+/// The water in gallons that tanks take between the two pressures (Boyle's law), as long as a bladder or
+/// diaphragm holds that much: `mostWater` gallons, which does not count for a plain steel tank. Throws as
+/// above.
+double waterTaken(const SystemConditions& conditions, bool plainSteel, double tankVolume, double mostWater);
+
 /// Sizes an expansion or thermal tank. Throws Fault 11 when the acceptance factor is 0.
 RequiredSizes expansionTankSizes(const SystemConditions& conditions, double expansionFactor,
                                  double acceptanceFactor);

@@ -68,7 +68,7 @@ class SheetWriter {
         if (text.breaks())
             for (const QString& line : text.lines())
                 right =
-                    std::max(right, text.place.left() + TextFit::width(line, text.style) * wider + margin);
+                    std::max(right, text.place.left() + TextFit::width(line, text.style) * Wider + Margin);
         int last = column;
         while (last + 1 < end && edges[last + 1] < right - 1)
             ++last;
@@ -83,7 +83,7 @@ class SheetWriter {
         if (!text.breaks())
             return 1;
         constexpr int all = 1000;
-        const double room = std::max(1.0, width - margin) / wider;
+        const double room = std::max(1.0, width - Margin) / Wider;
         int lines = 0;
         for (const QString& paragraph : text.plain().split(u'\n'))
             lines += std::max(1, TextFit::wrapped(paragraph, text.style, room, all).lines);
@@ -103,8 +103,8 @@ class SheetWriter {
         row = 0;
     }
 
-    static constexpr double margin = 6;   // points, within a cell and for its grid
-    static constexpr double wider = 1.04; // than ours are the fonts of some programs
+    static constexpr double Margin = 6;   // points, within a cell and for its grid
+    static constexpr double Wider = 1.04; // than ours are the fonts of some programs
 
     const Document& document;
     const QList<double> edges;

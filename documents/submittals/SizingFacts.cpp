@@ -25,6 +25,8 @@ Facts factsOf(const TankLine& tank, const std::optional<Model>& model) {
                 .requiredAcceptance = conversion ? std::nullopt : tank.requiredAcceptance,
                 .series = plain(tank.tankClass),
                 .plainSteel = plain(tank.tankClass) == plainSteelSeries,
+                .conversion = conversion,
+                .shock = shock,
                 .model = plain(tank.modelNo),
                 .quantity = tank.qty.value_or(0)};
     if (!model)

@@ -20,6 +20,8 @@ struct Facts {
     std::optional<double> requiredConnection{}; // in
     std::string series{};
     bool plainSteel = false; // starts from atmospheric pressure
+    bool conversion = false; // of a plain steel tank
+    bool shock = false;
 
     std::string model{};     // as stored; empty before one is chosen
     bool modelKnown = false; // to the catalogue
@@ -43,12 +45,24 @@ Note temperatureNote(const Facts& facts);
 Note atmosphereNote(const Facts& facts);
 /// Whether there is a volume to size for.
 Note volumeNote(const Facts& facts);
-/// Whether the pressures are far enough apart for a tank to accept a reasonable share of its volume.
+/// Whether the pressures rise, far enough for a tank to accept a reasonable share of its volume.
 Note spanNote(const Facts& facts);
+/// Whether a tank can be charged to the lowest pressure: not below that of the atmosphere.
+Note chargeNote(const Facts& facts);
+/// Whether a conversion leads to a series that can be charged, as its size presumes.
+Note conversionNote(const Facts& facts);
 /// Whether the model's connection is as wide as the pipe demands.
 Note connectionNote(const Facts& facts);
-/// Whether model, quantity and series still belong to the stored sizes.
+/// Whether the model is one of the catalogue, and of the series that was sized for.
 Note choiceNote(const Facts& facts);
+/// Whether there is a number of tanks.
+Note quantityNote(const Facts& facts);
+/// Whether the chosen tanks have the required volume, and the required acceptance.
+Note tankVolumeNote(const Facts& facts);
+Note tankAcceptanceNote(const Facts& facts);
+/// Whether the tanks, large enough by their sizes, also take the required water between the pressures: where
+/// these are close together, the rounding of the acceptance factor counts.
+Note takenNote(const Facts& facts);
 
 /// All that apply, in this order.
 std::vector<std::string> all(const Facts& facts);

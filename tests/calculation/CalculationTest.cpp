@@ -245,6 +245,7 @@ TEST_F(CalculationSheet, CanBeWorkedThroughByHand) {
             {"Total kinetic energy", line.totalKineticEnergy},
             {"Required volume", line.requiredVolume},
             {"Required acceptance", line.sopMin && !line.sopMax ? std::nullopt : line.requiredAcceptance},
+            {"Leak load", line.leakLoad ? std::optional(Round(*line.leakLoad * 100, 6)) : std::nullopt},
             {"Pump startup delay", line.pumpRunTime},
         };
         const double share = shock ? 1e-11 : 0; // shock figures are stored with eight decimals
@@ -293,6 +294,12 @@ TEST_F(CalculationSheet, ShowsTheExamplesOfTheManual) {
          {"= 0.2677", "= 50 gal", "= 186.7762 gal", "1 × JWB 800, 2 × JWB 400", "start the pump at 40 psig"}},
         {sized(steel, Application::Expansion, "RCBD"),
          {"max(round(211.81556196, 0), 0.1)", "= 212 gal", "1 × RCBD 1100, 2 × RCBD 450", "20 psig"}},
+        {sized(steel, Application::Expansion, "RB"),
+         {"holds for a tank that is charged to the minimum pressure, which a plain steel tank is not",
+          "The size above is for one that is charged to 20 psig"}},
+        {sized(conditionsOf(52, 12, 12.01, "Water", 45, 178), Application::Expansion, "RCB"),
+         {"= 0.0004", "1 × RCB 15000", "= 0.3 %", "= −6.1 %",
+          "Between the pressures the chosen tanks take 1.4836 gal, but 1.5802 gal are required."}},
         {sizedShock(byTable),
          {"6.56068392", "row 150 psig, column 70 psig", "F = 2186.66", "0.3074027", "4.5576010", "14.826155",
           "connection ≥ 1.8922", "1 × SHK 65", "= 2.3 %", "= 1.2 s", "40.5 psig"}},
@@ -325,9 +332,20 @@ TEST_F(CalculationSheet, SaysFirstWhatDoesNotAgree) {
          "The model RCB 7 is not in the catalogue.", ""},
         {"not offered", [](TankLine& line) { line.qty = 5; }, "5 × RCB 300, is none of those", ""},
         {"no span", [](TankLine& line) { line.sopMax = 12; },
-         "The stored conditions cannot be computed: Division by zero.", "accepts less than a twentieth"},
+         "The stored conditions cannot be computed: Division by zero.",
+         "As stored with the line, because they could not be computed."},
+        {"upside down", [](TankLine& line) { line.sopMin = 31; }, "The stored required volume",
+         "The minimum pressure of 31 psig is not below the maximum of 30 psig."},
+        {"below the atmosphere", [](TankLine& line) { line.sopMin = -2; }, "The stored required volume",
+         "None: -2 psig"},
+        {"little span", [](TankLine& line) { line.sopMax = 12.2; }, "The stored required volume",
+         "accepts less than a twentieth"},
         {"too small", [](TankLine& line) { line.modelNo = "RCB 35"; }, "is none of those",
          "have 9.2 gal of volume, but 75.4631 gal are required."},
+        {"by both sizes", [](TankLine& line) { line.modelNo = "RCB 35"; }, "is none of those",
+         "have 9.2 gal of acceptance, but 30.389 gal are required."},
+        {"no quantity", [](TankLine& line) { line.qty = std::nullopt; },
+         "No quantity is stored with the model RCB 300.", "RCB 300, without a quantity"},
         {"pressure", [](TankLine& line) { line.sopMax = 160; }, "The stored required volume",
          "above the model's working pressure of 125 psig"},
         {"temperature", [](TankLine& line) { line.sotMax = 245; }, "The stored required",
@@ -396,6 +414,8 @@ TEST(PressureCurve, KeepsItsNamesApart) {
         curve.maximumPressure = curve.minimumPressure + between(1, 60);
         curve.workingPressure = between(75, 300);
         curve.requiredAcceptance = curve.tankVolume * between(1, 60) / 100;
+        if (round % 3 == 0)
+            curve.marks = {{between(1, 280), "flow pressure"}, {between(115, 300), "shock pressure"}};
         curve.tankAcceptance = between(0, 1) * curve.tankVolume * between(20, 100) / 100;
         QList<QRectF> names;
         const QString svg = QString::fromUtf8(curvePicture(curve));

@@ -62,14 +62,14 @@ class Calculator {
     }
 
     double primary() {
-        for (const char* function : {"round(", "max(", "sqrt(", "("})
+        for (const char* function : {"round(", "max(", "min(", "sqrt(", "("})
             if (accept(function)) {
                 QList<double> arguments{sum()};
                 while (accept(","))
                     arguments.append(sum());
                 if (!accept(")"))
                     throw std::runtime_error(text.toStdString());
-                return applied(*function, arguments);
+                return applied(function, arguments);
             }
         static const QRegularExpression number(R"(\d+(\.\d+)?(E[+-]?\d+)?)");
         const auto match = number.match(text, at, QRegularExpression::NormalMatch,
@@ -80,17 +80,14 @@ class Calculator {
         return match.captured().toDouble();
     }
 
-    static double applied(char function, const QList<double>& arguments) {
-        switch (function) {
-        case 'r':
+    static double applied(std::string_view function, const QList<double>& arguments) {
+        if (function == "round(")
             return Round(arguments.at(0), int(arguments.at(1)));
-        case 'm':
+        if (function == "max(")
             return std::max(arguments.at(0), arguments.at(1));
-        case 's':
-            return std::sqrt(arguments.at(0));
-        default:
-            return arguments.at(0);
-        }
+        if (function == "min(")
+            return std::min(arguments.at(0), arguments.at(1));
+        return function == "sqrt(" ? std::sqrt(arguments.at(0)) : arguments.at(0);
     }
 
     QString text;
@@ -130,7 +127,7 @@ QList<double> SheetReader::parts(const QString& caption) const {
     all.removeLast();
     for (const QString& part : all) {
         QString names = part;
-        names.remove("round").remove("max").remove("sqrt");
+        names.remove("round").remove("max").remove("min").remove("sqrt");
         names.remove(QRegularExpression(R"(\dE[+-]?\d)"));
         if (!names.contains(name))
             values.append(Calculator(part).value());
