@@ -13,12 +13,15 @@ namespace {
 /// Writes rows of text into sheets, one below the other.
 class SheetWriter {
   public:
-    explicit SheetWriter(const Document& written) : document(written), edges(columnEdges(written.pages)) {}
+    explicit SheetWriter(const Document& written) : document(written) {}
 
     QByteArray file() {
-        for (const Page& page : document.pages) {
+        for (qsizetype i = 0; i < document.pages.size(); ++i) {
+            const Page& page = document.pages[i];
+            if (i == 0 || document.pages[i - 1].size != page.size)
+                beginPaper(i);
             const PageGrid grid(page);
-            const bool last = &page == &document.pages.last();
+            const bool last = i + 1 == document.pages.size();
             for (const GridRow& all : grid.rows())
                 if (const GridRow texts = once(all, last); !texts.isEmpty())
                     add(texts);
@@ -27,6 +30,16 @@ class SheetWriter {
     }
 
   private:
+    /// Pages of another paper begin a sheet with columns of their own.
+    void beginPaper(qsizetype first) {
+        paper = document.pages[first].size;
+        Pages same;
+        for (qsizetype i = first; i < document.pages.size() && document.pages[i].size == paper; ++i)
+            same.append(document.pages[i]);
+        edges = columnEdges(same);
+        row = Workbook::MostRows;
+    }
+
     /// A sheet has no pages: what every page repeats is written only once, footers go at the end, and page
     /// numbers are dropped.
     static GridRow once(const GridRow& texts, bool lastPage) {
@@ -92,14 +105,14 @@ class SheetWriter {
 
     /// Where a column ends, in points.
     double rightOf(int column) const {
-        return column + 1 < edges.size() ? edges[column + 1] : document.pages.first().size.width() - 36;
+        return column + 1 < edges.size() ? edges[column + 1] : paper.width() - 36;
     }
 
     void beginSheet() {
         QList<double> widths;
         for (qsizetype i = 0; i < edges.size(); ++i)
             widths.append(rightOf(int(i)) - edges[i]);
-        book.addSheet(sheetName(document, ++sheets), widths, document.pages.first().size);
+        book.addSheet(sheetName(document, ++sheets), widths, paper);
         row = 0;
     }
 
@@ -107,7 +120,8 @@ class SheetWriter {
     static constexpr double Wider = 1.04; // than ours are the fonts of some programs
 
     const Document& document;
-    const QList<double> edges;
+    QSizeF paper;
+    QList<double> edges;
     Workbook book;
     int sheets = 0;
     int row = Workbook::MostRows;

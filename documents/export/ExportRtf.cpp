@@ -156,10 +156,19 @@ QByteArray paragraphs(const Page& page, const QByteArray& breakBefore) {
     return document.isEmpty() ? start + '\n' + behind + "\\par\n" + pictures(page) : document;
 }
 
+/// Begins pages of another paper.
+QByteArray sectionOf(const QSizeF& paper) {
+    QByteArray section = "\\sect\\sectd\\sbkpage\\pgwsxn" + twips(paper.width()) + "\\pghsxn" +
+                         twips(paper.height()) + (paper.width() > paper.height() ? "\\lndscpsxn" : "");
+    for (const char* side : {"\\marglsxn", "\\margrsxn", "\\margtsxn", "\\margbsxn"})
+        section += side + twips(edge);
+    return section + '\n';
+}
+
 } // namespace
 
 void Export::rtf(const Document& document, QIODevice& file) {
-    const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
+    QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
     file.write("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
                "Sans;}}{\\info{\\title " +
                escaped(document.title) + "}{\\author " + escaped(document.author) + "}}\n\\paperw" +
@@ -168,7 +177,14 @@ void Export::rtf(const Document& document, QIODevice& file) {
     for (const char* side : {"\\margl", "\\margr", "\\margt", "\\margb"})
         file.write(side + twips(edge));
     file.write("\\f0\n");
-    for (const Page& page : document.pages)
-        file.write(paragraphs(page, &page == &document.pages.first() ? "" : "\\pagebb"));
+    bool first = true;
+    for (const Page& page : document.pages) {
+        const bool turned = page.size != paper;
+        if (turned)
+            file.write(sectionOf(page.size));
+        file.write(paragraphs(page, first || turned ? "" : "\\pagebb"));
+        paper = page.size;
+        first = false;
+    }
     file.write("}\n");
 }
