@@ -30,8 +30,31 @@ struct ModelValues {
     QString app;
 };
 
+/// The models of tank lines, all read together when the first is asked for: a long job would open the
+/// catalogue for each of its lines.
+class Models {
+  public:
+    explicit Models(const std::vector<TankLine>& tanks) : lines(tanks) {}
+
+    std::optional<Model> find(const QString& modelNo) {
+        if (!std::exchange(read, true)) {
+            QStringList names;
+            for (const TankLine& tank : lines)
+                names.append(tank.modelNo.value_or(QString()));
+            models = findModels(names);
+        }
+        const auto found = models.constFind(modelNo.toCaseFolded());
+        return found == models.cend() ? findModel(modelNo) : std::optional(*found);
+    }
+
+  private:
+    const std::vector<TankLine>& lines;
+    QHash<QString, Model> models;
+    bool read = false;
+};
+
 /// A model that has left the catalogue changes nothing: its line keeps the values of the line before.
-void takeModel(const QString& modelNo, ModelValues& values) {
+void takeModel(const QString& modelNo, Models& models, ModelValues& values) {
     if (modelNo.isEmpty()) {
         values.tankOD.clear();
         values.oal.clear();
@@ -39,7 +62,7 @@ void takeModel(const QString& modelNo, ModelValues& values) {
         // because its schedule must not pass for a complete one.
         values.tankVolume = toNumber("'");
     }
-    const auto model = findModel(modelNo);
+    const auto model = models.find(modelNo);
     if (!model)
         return;
     values = {.tankOD = shownText(model->tankOD),
@@ -72,9 +95,11 @@ void rebuild(const Connection& user) {
         return;
     Recordset schedule;
     schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
+    const std::vector<TankLine> tanks = tankLinesOf(job, user);
+    Models models(tanks);
     ModelValues values;
-    for (const TankLine& tank : tankLinesOf(job, user)) {
-        takeModel(tank.modelNo.value_or(QString()), values);
+    for (const TankLine& tank : tanks) {
+        takeModel(tank.modelNo.value_or(QString()), models, values);
         addUnits(schedule, tank, values);
     }
 }
