@@ -202,16 +202,24 @@ class SqliteCursor final : public EngineCursor {
     bool isUpdatable() const override { return !table.isEmpty(); }
     qint64 rowKey() const override { return sqlite3_column_int64(statement.get(), 0); }
 
+    /// A run of new rows keeps its statement: preparing one takes longer than its row.
     qint64 insert(const RowValues& values) override {
-        QStringList columnNames;
-        QStringList marks;
-        for (const auto& [column, value] : values) {
-            columnNames.append(sqliteDialect().quotedName(names[column].name));
-            marks.append(QStringLiteral("?"));
+        QList<int> columns;
+        for (const auto& [column, value] : values)
+            columns.append(column);
+        if (!inserting || columns != insertedColumns) {
+            QStringList columnNames;
+            for (const int column : columns)
+                columnNames.append(sqliteDialect().quotedName(names[column].name));
+            const QStringList marks(columns.size(), QStringLiteral("?"));
+            inserting =
+                prepared(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                             .arg(sqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u','))
+                             .toUtf8(),
+                         nullptr);
+            insertedColumns = columns;
         }
-        write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                  .arg(sqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u',')),
-              values);
+        run(inserting.get(), values);
         return sqlite3_last_insert_rowid(database);
     }
 
@@ -268,11 +276,17 @@ class SqliteCursor final : public EngineCursor {
 
     void write(const QString& sql, const RowValues& values) const {
         const Statement writing = prepared(sql.toUtf8(), nullptr);
+        run(writing.get(), values);
+    }
+
+    void run(sqlite3_stmt* writing, const RowValues& values) const {
         int place = 0;
         for (const auto& [column, value] : values)
-            if (const int code = bind(writing.get(), ++place, value); code != SQLITE_OK)
+            if (const int code = bind(writing, ++place, value); code != SQLITE_OK)
                 fail(code);
-        if (const int code = sqlite3_step(writing.get()); code != SQLITE_DONE)
+        const int code = sqlite3_step(writing);
+        sqlite3_reset(writing); // a kept statement must not hold the table meanwhile
+        if (code != SQLITE_DONE)
             fail(code);
     }
 
@@ -283,6 +297,8 @@ class SqliteCursor final : public EngineCursor {
     QString connectionString;
     QString countQuery;
     QList<ColumnInfo> names;
+    Statement inserting{nullptr, sqlite3_finalize};
+    QList<int> insertedColumns;
 };
 
 class SqliteEngine final : public Engine {

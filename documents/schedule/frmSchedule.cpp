@@ -60,20 +60,14 @@ std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
     return unit;
 }
 
-/// Shows the catalogue's data for a model in the rows of its units. A model that has left the catalogue
-/// leaves them blank.
-void showModel(const QString& modelNo, const QList<ListRow*>& units) {
-    const auto model = findModel(modelNo);
-    if (!model)
-        return;
-    const QString application = applicationDescription(shownText(model->app));
-    const bool drawdown =
-        applicationCoded(shownText(model->app).toStdString()) == Application::Hydropneumatic;
+/// Shows the catalogue's data for a model in the rows of its units.
+void showModel(const Model& model, const QString& application, const QList<ListRow*>& units) {
+    const bool drawdown = applicationCoded(shownText(model.app).toStdString()) == Application::Hydropneumatic;
     for (ListRow* unit : units) {
         unit->setText(ApplicationColumn, application);
-        setNumber(*unit, VolumeColumn, model->tankVolume, shownText(model->tankVolume, "#,##0 gal"));
-        setNumber(*unit, DiaColumn, model->tankOD, shownText(model->tankOD));
-        setNumber(*unit, HtColumn, model->oal, shownText(model->oal));
+        setNumber(*unit, VolumeColumn, model.tankVolume, shownText(model.tankVolume, "#,##0 gal"));
+        setNumber(*unit, DiaColumn, model.tankOD, shownText(model.tankOD));
+        setNumber(*unit, HtColumn, model.oal, shownText(model.oal));
         if (!drawdown)
             continue;
         for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // this tank has no temperatures
@@ -109,11 +103,20 @@ void frmSchedule::FillListView() {
     ListRows units;
     trap(".FillListView", [&] {
         addUnits(units);
-        QHash<QString, QList<ListRow*>> models; // each is read once
+        QHash<QString, QList<ListRow*>> unitsOf;
         for (const std::unique_ptr<ListRow>& unit : units)
-            models[unit->text(ModelColumn)].append(unit.get());
-        for (auto model = models.cbegin(); model != models.cend(); ++model)
-            showModel(model.key(), *model);
+            unitsOf[unit->text(ModelColumn)].append(unit.get());
+        const QHash<QString, Model> models = findModels(unitsOf.keys());
+        QHash<QString, QString> applications; // each name is read once
+        for (auto one = unitsOf.cbegin(); one != unitsOf.cend(); ++one) {
+            const auto model = models.constFind(one.key().toCaseFolded());
+            if (model == models.cend())
+                continue; // has left the catalogue: its columns stay blank
+            const QString code = shownText(model->app);
+            if (!applications.contains(code))
+                applications.insert(code, applicationDescription(code));
+            showModel(*model, applications.value(code), *one);
+        }
     });
     fillList(lvOptions, headings, std::move(units));
 }
