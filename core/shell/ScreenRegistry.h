@@ -24,8 +24,9 @@ struct Entry {
     QString line = {}; // the task's line when the screen joined it; a new line gets its key later
     std::optional<QString> application = {}; // the task's at that time
     bool unloading = false;
-    quint32 dataVersion = 0; // version of the data shown
-    bool stored = false;     // whether its job or tank line is known to exist
+    quint32 dataVersion = 0;              // version of the data shown
+    std::optional<quint32> readFrom = {}; // the version after what its Load writes itself
+    bool stored = false;                  // whether its job or tank line is known to exist
 };
 
 /// All screens, registered and loaded.

@@ -238,6 +238,12 @@ bool freshen(Screen* screen) {
     return true;
 }
 
+void startReading(const Screen& screen) {
+    Entry* entry = entryOf(screen.name());
+    if (const auto state = entry ? stateFor(*entry) : std::nullopt)
+        entry->readFrom = state->version;
+}
+
 bool activeExists() {
     return !registry().active || recordExists(registry().active);
 }
@@ -304,7 +310,7 @@ Screen* load(const QString& name) {
         screen->setEntered(false);
         noteRecord(*entry);
         if (before) // so that another instance's change during the load is still shown
-            entry->dataVersion = before->version;
+            entry->dataVersion = entry->readFrom.value_or(before->version);
     }
     updateHandOvers();
     return find(name);

@@ -4,6 +4,7 @@
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/shell/DisplayFields.h"
+#include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
 #include "core/store/Model.h"
@@ -94,6 +95,7 @@ void frmSchedule::Load() {
         setStatusText("Schedule for Job " + job);
     }
     FillScheduleTable();
+    Screens::startReading(*this);
     FillListView();
 }
 
