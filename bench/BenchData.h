@@ -7,6 +7,8 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <initializer_list>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -52,6 +54,22 @@ class Bare {
         }
         sqlite3_finalize(statement);
         return rows;
+    }
+
+    /// A statement to be run again and again.
+    using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
+    Statement prepared(const char* sql) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, sql, -1, &statement, nullptr);
+        return {statement, sqlite3_finalize};
+    }
+    /// Binds texts to a statement, and steps to its first row.
+    static void start(sqlite3_stmt* statement, std::initializer_list<QString> texts) {
+        sqlite3_reset(statement);
+        int place = 0;
+        for (const QString& text : texts)
+            sqlite3_bind_text(statement, ++place, text.toUtf8().constData(), -1, SQLITE_TRANSIENT);
+        sqlite3_step(statement);
     }
 
   private:

@@ -241,6 +241,7 @@ class LongSchedule {
         Session::JobID.write("B");
     }
     QString userFile() const { return data.file("User"); }
+    QString catalogueFile() const { return data.file("Sys"); }
 
   private:
     Data data;
@@ -259,16 +260,25 @@ void fillSchedule(benchmark::State& state) {
         FillScheduleTable();
 }
 
-/// Inserts the same number of rows, one statement each, without reading anything for them.
+/// Reads the same tank lines and each model once, and inserts the same number of rows, all with kept
+/// statements.
 void fillScheduleBare(benchmark::State& state) {
     const LongSchedule schedule;
+    constexpr int units = 9;
     for (auto _ : state) {
         Bare user(schedule.userFile());
+        Bare catalogue(schedule.catalogueFile());
         user.run("BEGIN; DELETE FROM tblSchedule");
-        for (int unit = 0; unit < 9000; ++unit)
-            user.run("INSERT INTO tblSchedule (TagID, TankID, TankOD, OAL, TankVol, App) VALUES ('B.1.1', "
-                     "'B.1', '24', "
-                     "'77.25', 132.1, 'EXP')");
+        const auto models = catalogue.prepared("SELECT * FROM tblModelMaster WHERE ModelDscrptn = ?");
+        const auto rows = user.prepared("INSERT INTO tblSchedule (TagID, TankID, TankOD, OAL, TankVol, App) "
+                                        "VALUES (?, ?, '24', '77.25', 132.1, 'EXP')");
+        for (const auto& [tank, model] :
+             user.texts("SELECT TankID, ModelNo, * FROM tblJobData WHERE JobID = 'B'", std::array{0, 1})) {
+            Bare::start(models.get(), {model});
+            for (int unit = 0; unit < units; ++unit)
+                Bare::start(rows.get(), {"B.1.1", tank});
+        }
+        sqlite3_reset(rows.get());
         user.run("COMMIT");
     }
 }
