@@ -153,13 +153,14 @@ void Recordset::Update() {
         rowKey = cursor->insert(values);
         adding = false;
         onRow = true;
+        stored = std::exchange(assigned, {});
         for (int i = 0; i < cursor->columns().size(); ++i)
-            stored.insert(i, {});
+            if (!stored.contains(i))
+                stored.insert(i, {});
     } else {
         cursor->update(rowKey, values);
+        stored.insert(std::exchange(assigned, {}));
     }
-    stored.insert(assigned);
-    assigned.clear();
 }
 
 void Recordset::Delete() {
