@@ -150,6 +150,10 @@ void programPdf(const Pages& pages, QIODevice& file) {
     Export::pdf({.title = "Bench", .author = {}, .fileName = {}, .pages = pages}, file);
 }
 
+void programTiff(const Pages& pages, QIODevice& file) {
+    Export::tiff({.title = "Bench", .author = {}, .fileName = {}, .pages = pages}, file);
+}
+
 /// Writes to a file, as an export does.
 void toFile(void (*write)(const Pages&, QIODevice&), const Pages& pages) {
     QTemporaryFile file;
@@ -310,6 +314,8 @@ void registerDocumentBenchmarks() {
         add("pages/program", [rows](benchmark::State& s) { renderList(s, rows); });
         add("pages and PDF/program", [rows](benchmark::State& s) { listToPdf(s, rows); });
         add("its PDF with Qt's writer/program", [rows](benchmark::State& s) { pdfOfList(s, rows, qtPdf); });
+        if (rows == 10000)
+            add("its TIFF/program", [rows](benchmark::State& s) { pdfOfList(s, rows, programTiff); });
         add("pages and PDF/bare", [rows](benchmark::State& s) { listToPdfBare(s, rows); });
         for (const auto& [name, write] : writers)
             add("its PDF/" + name, [rows, write = write](benchmark::State& s) { pdfOfList(s, rows, write); });

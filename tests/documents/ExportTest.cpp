@@ -21,6 +21,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <numeric>
 #include <sys/stat.h>
 
 namespace {
@@ -266,11 +267,28 @@ TEST_F(Exports, PdfLeadsItsReaderToItsPages) {
 TEST_F(Exports, TiffHasItsPagesAndResolution) {
     Pages pages = submittal("T1", "RCB 500");
     pages += submittal("T4", "SHK 300");
-    const QString info = run("tiffinfo", {write("mnuExportTIFF", pages, "a.tif")});
-    EXPECT_EQ(info.count("TIFF Directory"), 2);
-    EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 2);
-    EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 2);
+    Page plain = pages[0]; // without shades, so that black and white say all
+    plain.pictures.clear();
+    pages.append(plain);
+    const QString file = write("mnuExportTIFF", pages, "a.tif");
+    const QString info = run("tiffinfo", {file});
+    EXPECT_EQ(info.count("TIFF Directory"), 3);
+    EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 3);
+    EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 3);
     EXPECT_EQ(info.count("Compression Scheme: LZW"), 2);
+    EXPECT_EQ(info.count("Compression Scheme: CCITT Group 4"), 1);
+    const QString shownAs = QString(file).replace(".tif", ".pdf");
+    run("tiff2pdf", {"-o", shownAs, file});
+    for (const char* page : {"1", "3"}) {
+        const QByteArray shown =
+            run("pdftoppm", {"-gray", "-r", "40", "-f", page, "-l", page, "-singlefile", shownAs});
+        const QByteArray dots = shown.right(340 * 440);
+        const double light = std::accumulate(dots.begin(), dots.end(), 0.0,
+                                             [](double sum, char dot) { return sum + std::uint8_t(dot); }) /
+                             double(dots.size());
+        EXPECT_GT(light, 215) << page;
+        EXPECT_LT(light, 253) << page;
+    }
 }
 
 TEST_F(Exports, HtmlIsSelfContained) {
