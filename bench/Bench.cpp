@@ -23,11 +23,8 @@
 #include "sizing/CatalogueSearch.h"
 #include "tests/support/Driver.h"
 
-#include <QElapsedTimer>
 #include <QFile>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTimer>
@@ -50,27 +47,20 @@ double childrensTime() {
 }
 
 /// Measures the processor time of a whole process, so waits such as the splash's timer do not count.
-void startUp(benchmark::State& state, const QString& kind) {
+void startUp(benchmark::State& state, const QString& program, const QString& argument) {
     for (auto _ : state) {
         const double before = childrensTime();
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {kind});
+        child.start(program, {argument});
         child.waitForFinished(-1);
         state.SetIterationTime(childrensTime() - before);
     }
 }
 
-/// A process that exits as soon as its main window has painted.
-int startChild(int argc, char** argv, bool program) {
-    DesktopApplication application(argc, argv);
-    QMainWindow empty;
+/// The program, which exits as soon as its main window has painted.
+int startChild(int argc, char** argv) {
+    const DesktopApplication application(argc, argv);
     const TemporaryHome home;
-    if (!program) {
-        empty.setCentralWidget(new QLabel("empty"));
-        empty.show();
-        QTimer::singleShot(0, [] { QApplication::exit(0); });
-        return DesktopApplication::exec();
-    }
     const SystemScheme scheme;
     home.installData();
     Bare(dbConnection("User").dataSource())
@@ -86,13 +76,8 @@ int startChild(int argc, char** argv, bool program) {
     return DesktopApplication::exec();
 }
 
-/// An empty window that stays open: the baseline for the idle program.
-int emptyWindow(int argc, char** argv) {
-    const QApplication application(argc, argv);
-    QMainWindow empty;
-    empty.setCentralWidget(new QLabel("empty"));
-    empty.show();
-    return QApplication::exec();
+QString emptyWindow() {
+    return QCoreApplication::applicationDirPath() + "/brennoval-empty-window";
 }
 
 /// Compares the program, installed if possible, otherwise as built, with an empty window.
@@ -100,7 +85,7 @@ void printFootprints() {
     const QString installed = QStandardPaths::findExecutable("brennoval");
     const QString built = QCoreApplication::applicationDirPath() + "/brennoval";
     const Footprint program = footprintOf(installed.isEmpty() ? built : installed);
-    const Footprint empty = footprintOf(QCoreApplication::applicationFilePath(), {"--empty-window"});
+    const Footprint empty = footprintOf(emptyWindow());
     std::printf("Start of the %s program until it rests, without its install step: %.1f ms of processor "
                 "time, %.0f MB; "
                 "an empty window: %.1f ms, %.0f MB\n",
@@ -216,11 +201,10 @@ void listJobs(benchmark::State& state, int jobs) {
     Driver::start();
     Driver::command("mnuEditJob");
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         Driver::press("frmjobsearchdialog", "bttnFind");
         Screens::find("frmjobsearchdialog")->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
     }
     Driver::stop();
 }
@@ -233,11 +217,10 @@ void findOnStartPage(benchmark::State& state, int jobs) {
     auto* box = BrennovalMain::instance()->findChild<QLineEdit*>("txtFind");
     QString text = "contractor 9";
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         box->setText(text += u'x');
         box->parentWidget()->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
     }
     Driver::stop();
 }
@@ -265,11 +248,10 @@ void openScreen(benchmark::State& state, const QString& screen, const char* line
     Screens::unload(screen);
     Driver::settle();
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         Screens::open(screen);
         Screens::find(screen)->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
         Screens::unload(screen);
         Driver::settle();
     }
@@ -284,11 +266,10 @@ void moveLine(benchmark::State& state) {
     Session::JobID.write("J7");
     Screens::open("frmJobOverview");
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         Driver::press("frmJobOverview", "cmdDown");
         Screens::find("frmJobOverview")->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
     }
     Driver::stop();
 }
@@ -304,11 +285,10 @@ void typeInComparison(benchmark::State& state) {
     int digits = 0;
     for (auto _ : state) {
         const QString text = QString::number(1000 + ++digits);
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         volume->setText(text);
         Screens::find("frmCompare")->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
         Driver::settle();
     }
     Driver::stop();
@@ -340,14 +320,13 @@ void workflowStep(benchmark::State& state, std::size_t timed) {
         ++job;
         for (std::size_t i = 0; i < std::size(workflow); ++i) {
             workflow[i].fill(job);
-            QElapsedTimer clock;
-            clock.start();
+            const ProcessorClock clock;
             if (workflow[i].screen)
                 Driver::press(workflow[i].screen, workflow[i].button);
             else
                 Driver::command(workflow[i].button);
             if (i == timed)
-                state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+                state.SetIterationTime(clock.seconds());
         }
         if (!Driver::isOpen("frmResults"))
             state.SkipWithError("the workflow did not end at the results");
@@ -384,11 +363,10 @@ void switchWindows(benchmark::State& state) {
     for (auto _ : state) {
         QWidget* screen = Screens::find(first ? "frmJobHeader" : "frmTankIDSearch");
         first = !first;
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         BrennovalMain::instance()->area()->setActiveSubWindow(
             static_cast<QMdiSubWindow*>(screen->parentWidget()));
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
         Driver::settle();
     }
     Driver::stop();
@@ -410,10 +388,9 @@ void switchBareWindows(benchmark::State& state) {
     Driver::settle();
     int next = 0;
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         area.setActiveSubWindow(windows[next]);
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
         next = 1 - next;
         Driver::settle();
     }
@@ -432,11 +409,14 @@ double peakMemory() {
 
 void registerBenchmarks() {
     using benchmark::RegisterBenchmark;
-    for (const char* kind : {"program", "bare"})
-        RegisterBenchmark((std::string("start-up, processor time/") + kind).c_str(),
-                          [kind](benchmark::State& s) { startUp(s, QString("--child-") + kind); })
-            ->UseManualTime()
-            ->Iterations(10);
+    RegisterBenchmark(
+        "start-up/program",
+        [](benchmark::State& s) { startUp(s, QCoreApplication::applicationFilePath(), "--child"); })
+        ->UseManualTime()
+        ->Iterations(10);
+    RegisterBenchmark("start-up/bare", [](benchmark::State& s) { startUp(s, emptyWindow(), "--once"); })
+        ->UseManualTime()
+        ->Iterations(10);
     for (const int models : {200, 10000, 100000}) {
         const std::string name = "search among " + std::to_string(models) + " models";
         RegisterBenchmark((name + "/program").c_str(),
@@ -502,13 +482,15 @@ void registerBenchmarks() {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (argc > 1 && QLatin1String(argv[1]) == QLatin1String("--empty-window"))
-        return emptyWindow(argc, argv);
-    if (argc > 1 && QLatin1String(argv[1]).startsWith(QLatin1String("--child-")))
-        return startChild(argc, argv, QLatin1String(argv[1]) == QLatin1String("--child-program"));
+    if (argc > 1 && QLatin1String(argv[1]) == QLatin1String("--child"))
+        return startChild(argc, argv);
     const DesktopApplication application(argc, argv);
     Appearance::apply(Appearance::Scheme::Light);
-    benchmark::Initialize(&argc, argv);
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string repetitions = "--benchmark_repetitions=3"; // of which the table shows the median
+    arguments.insert(arguments.begin() + 1, repetitions.data());
+    int count = int(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
     registerBenchmarks();
     Table table;
     benchmark::RunSpecifiedBenchmarks(&table);

@@ -7,10 +7,26 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <ctime>
 #include <initializer_list>
 #include <memory>
 #include <stdexcept>
 #include <vector>
+
+/// Processor time of this process, which other programs do not lengthen.
+class ProcessorClock {
+  public:
+    /// Since it was made.
+    double seconds() const { return now() - start; }
+
+  private:
+    static double now() {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+    }
+    double start = now();
+};
 
 /// A direct connection to the engine, for the baselines.
 class Bare {

@@ -13,7 +13,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgRenderer>
@@ -31,11 +30,10 @@ double listMemory = 0; // megabytes
 /// From a user action to the painted screen that it opens; the screen is closed again each time.
 void timeToScreen(benchmark::State& state, const char* screen, void (*act)()) {
     for (auto _ : state) {
-        QElapsedTimer clock;
-        clock.start();
+        const ProcessorClock clock;
         act();
         Screens::find(screen)->repaint();
-        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+        state.SetIterationTime(clock.seconds());
         Screens::unload(screen);
         Driver::settle();
     }

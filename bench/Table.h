@@ -5,7 +5,8 @@
 #include <map>
 #include <string>
 
-/// Prints a line per subject: the program's time, the bare baseline's, and their ratio. Benchmarks are named
+/// Prints a line per subject: the program's processor time, the bare baseline's, and their ratio; the
+/// median of the repetitions. Benchmarks are named
 /// "subject/program" or "subject/bare".
 class Table : public benchmark::BenchmarkReporter {
   public:
