@@ -127,20 +127,23 @@ bool showsItsNumber(const QTreeWidgetItem& row, int column) {
     return std::abs(shown.captured(1).remove(u',').toDouble() - key.toDouble() * share) < .51;
 }
 
-/// Whether a column holds numbers alone; some of its cells may be empty.
+/// Whether a column holds numbers alone; some of its cells may be empty. How a number is shown does not change
+/// further down a long list.
 bool holdsNumbers(const QList<QTreeWidgetItem*>& rows, int column) {
-    bool any = false;
+    constexpr int looked = 200;
+    int numbers = 0;
     for (const QTreeWidgetItem* row : rows) {
         if (row->text(column).isEmpty())
             continue;
-        if (!showsItsNumber(*row, column))
+        if (numbers < looked ? !showsItsNumber(*row, column) : !row->data(column, Qt::UserRole).isValid())
             return false;
-        any = true;
+        ++numbers;
     }
-    return any;
+    return numbers > 0;
 }
 
-/// Numbers to the right, texts to the left, with a gap where a text follows a number.
+/// Numbers to the right, texts to the left, with a gap where a text follows a number. The rows take both from
+/// the headings.
 void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
     static const QPixmap gap = [] {
         QPixmap nothing(12, 1);
@@ -154,11 +157,6 @@ void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
         const QVariant before = afterNumbers && !numbers ? QVariant(gap) : QVariant();
         list.headerItem()->setTextAlignment(column, side);
         list.headerItem()->setData(column, Qt::DecorationRole, before);
-        if (numbers || before.isValid()) // new rows are texts without a gap, and there may be very many
-            for (QTreeWidgetItem* row : rows) {
-                row->setTextAlignment(column, side);
-                row->setData(column, Qt::DecorationRole, before);
-            }
         afterNumbers = numbers;
     }
 }
@@ -223,6 +221,8 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
 }
 
 QVariant ListRow::data(int column, int role) const {
+    if ((role == Qt::TextAlignmentRole || role == Qt::DecorationRole) && treeWidget())
+        return treeWidget()->headerItem()->data(column, role);
     if (role != Qt::AccessibleTextRole || column != 0)
         return QTreeWidgetItem::data(column, role);
     QStringList cells;
