@@ -221,8 +221,10 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const {
 }
 
 QVariant ListRow::data(int column, int role) const {
-    if ((role == Qt::TextAlignmentRole || role == Qt::DecorationRole) && treeWidget())
-        return treeWidget()->headerItem()->data(column, role);
+    if ((role == Qt::TextAlignmentRole || role == Qt::DecorationRole) && treeWidget()) {
+        const QVariant own = QTreeWidgetItem::data(column, role); // for cells that are filled later
+        return own.isValid() ? own : treeWidget()->headerItem()->data(column, role);
+    }
     if (role != Qt::AccessibleTextRole || column != 0)
         return QTreeWidgetItem::data(column, role);
     QStringList cells;
