@@ -102,6 +102,16 @@ void searchProgram(benchmark::State& state, int models) {
     }
 }
 
+void searchShock(benchmark::State& state, int models) {
+    const Data data(models, 1);
+    Bare(data.file("Sys")).run("UPDATE tblModelMaster SET Class = 'SHK' WHERE ModelDscrptn LIKE 'M %'");
+    double volume = 1;
+    for (auto _ : state) {
+        volume = volume > 200 ? 1 : volume * 1.3;
+        benchmark::DoNotOptimize(findShockModels("SHK", volume, 4.026));
+    }
+}
+
 /// The statements that the program's search sends, already translated for the engine.
 void searchBare(benchmark::State& state, int models) {
     const Data data(models, 1);
@@ -417,7 +427,9 @@ void registerBenchmarks() {
     RegisterBenchmark("start-up/bare", [](benchmark::State& s) { startUp(s, emptyWindow(), "--once"); })
         ->UseManualTime()
         ->Iterations(10);
-    for (const int models : {200, 10000, 100000}) {
+    RegisterBenchmark("shock search among 100000 models/program",
+                      [](benchmark::State& s) { searchShock(s, 100000); });
+    for (const int models : {200, 10000, 100000, 1000000}) {
         const std::string name = "search among " + std::to_string(models) + " models";
         RegisterBenchmark((name + "/program").c_str(),
                           [models](benchmark::State& s) { searchProgram(s, models); });
