@@ -162,22 +162,17 @@ QString require(QComboBox* box, const QString& request) {
     return {};
 }
 
-bool store(QComboBox* box) {
+std::optional<JobHeader> newHeader(const QComboBox* box) {
     const QString jobID = box->property(newJobProperty).toString();
     if (jobID.isEmpty() || jobID != withoutTrailingBlanks(box->currentText()))
-        return true;
+        return std::nullopt;
     const UserDefaults user = readUserDefaults().value_or(UserDefaults());
-    JobHeader header;
-    header.jobID = jobID;
-    header.engineer = user.defaultEngineer;
-    header.contractor = user.defaultContractor;
-    header.dateCreated = QDateTime::currentDateTime();
-    if (!addJobHeader(header)) { // another copy of the program was faster
-        refuseJobID(jobExists);
-        return false;
-    }
-    box->setProperty(newJobProperty, QString());
-    return true;
+    return JobHeader{.jobID = jobID,
+                     .jobDscrptn = {},
+                     .engineer = user.defaultEngineer,
+                     .contractor = user.defaultContractor,
+                     .jobInfo = {},
+                     .dateCreated = QDateTime::currentDateTime()};
 }
 
 } // namespace JobChoice

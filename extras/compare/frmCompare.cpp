@@ -10,6 +10,7 @@
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 #include "core/store/JobHeader.h"
+#include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
 #include "core/store/UserDefaults.h"
 #include "documents/drawings/Drawings.h"
@@ -19,6 +20,7 @@
 #include "estimates/Pipes.h"
 #include "extras/compare/CompareTable.h"
 #include "jobs/JobChoice.h"
+#include "jobs/JobIDs.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -424,8 +426,6 @@ void frmCompare::use() {
     if (!over && jobID.isEmpty())
         return;
     const Candidate taken = *row;
-    if (!over && !JobChoice::store(cmboJob))
-        return;
     const bool several = takesSeveral(candidates, taken);
     const Application each = application();
     const auto storeAndShow = [&] {
@@ -455,7 +455,7 @@ void frmCompare::use() {
         Screens::beginTask([&] { Faults::runTrapped(name() + ".cmdUse", storeAndShow); });
 }
 
-/// One write. False when the user chose to keep someone else's changes.
+/// One write. False when the user chose to keep someone else's changes, or was told that there is such a job.
 bool frmCompare::store(const Candidate& candidate) {
     const bool shock = application() == Application::Shock;
     const TankLine::Columns columns = shock ? TankLine::comparedShock() : TankLine::compared();
@@ -466,6 +466,14 @@ bool frmCompare::store(const Candidate& candidate) {
             updateTankLine(asRead->tankID.value_or(QString()), line, columns, asRead, ifChanged);
         });
     line.jobID = Session::JobID.text();
+    if (const auto newJob = JobChoice::newHeader(cmboJob)) {
+        const QStringList added = addJobWithTankLines(*newJob, {line});
+        if (added.isEmpty()) // another copy of the program was faster
+            refuseJobID(jobExists);
+        else
+            Session::TankID.write(added.first());
+        return !added.isEmpty();
+    }
     std::optional<TankLine> none;
     return saveTankLine(line, columns, none, Record::IfChanged::Overwrite);
 }
