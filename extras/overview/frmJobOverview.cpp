@@ -94,16 +94,37 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     onCancel(cmdClose, ".cmdClose", [this] { Screens::unload(name()); });
 }
 
-/// A button for the chosen tank line.
+/// A button for the chosen tank line. The list is read anew first if others have changed the data: one of
+/// them may have deleted the line.
 void frmJobOverview::onChosen(QAbstractButton* button, const QString& procedure,
                               const std::function<void(const JobLine&)>& handler) {
-    on(button, procedure, [this, handler] {
-        const Hourglass hourglass;
-        if (const JobLine* line = chosen()) {
-            const JobLine taken = *line; // the list may be filled again
-            handler(taken);
-        }
+    connect(button, &QAbstractButton::clicked, this, [this, procedure, handler] {
+        const JobLine* line = chosen();
+        if (!line)
+            return;
+        const QString tankID = shownText(line->line.tankID);
+        if (Screens::freshen(this))
+            act(procedure, [&] {
+                const Hourglass hourglass;
+                actOn(tankID, handler);
+            });
     });
+}
+
+void frmJobOverview::actOn(const QString& tankID, const std::function<void(const JobLine&)>& handler) {
+    try {
+        const auto found = std::ranges::find(
+            lines, tankID, [](const JobLine& shown) { return shownText(shown.line.tankID); });
+        if (found == lines.end())
+            throw RecordGone("This tank has been deleted.");
+        const JobLine taken = *found; // the list may be filled again
+        handler(taken);
+    } catch (const RecordGone& gone) {
+        if (!readJobHeader(lblJobID->text()))
+            throw;
+        Dialogs::current().show({.text = QString::fromUtf8(gone.what()), .title = "Error"});
+        fillTanks(); // the job has others
+    }
 }
 
 bool frmJobOverview::eventFilter(QObject* object, QEvent* event) {
@@ -236,15 +257,7 @@ void frmJobOverview::openInJob(const QString& screen) {
 }
 
 void frmJobOverview::copyTank(const JobLine& line) {
-    QString copy;
-    try {
-        copy = copyTankLine(shownText(line.line.tankID));
-    } catch (const RecordGone& gone) {
-        if (!readJobHeader(lblJobID->text()))
-            throw;
-        Dialogs::current().show({.text = QString::fromUtf8(gone.what()), .title = "Error"});
-        return fillTanks(); // the job has others
-    }
+    const QString copy = copyTankLine(shownText(line.line.tankID));
     fillTanks();
     choose(copy);
     setStatusText(tr("Added tank %1").arg(copy));
