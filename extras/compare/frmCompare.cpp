@@ -41,12 +41,6 @@ namespace {
 constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
                                       Application::Hydropneumatic, Application::Shock};
 
-/// Whether a number in a filter's box, if there is one, allows a value.
-bool allows(const QLineEdit* box, double value) {
-    const auto most = parseNumber(box->text().toStdString());
-    return !most || value <= *most;
-}
-
 } // namespace
 
 frmCompare::frmCompare() : Screen("frmCompare") {
@@ -100,6 +94,13 @@ void frmCompare::prepareBoxes() {
         });
     for (QCheckBox* box : {chkASMEOnly, chkFitting})
         connect(box, &QCheckBox::toggled, this, [this] { fillTable(); });
+    on(cmdShowAll, ".cmdShowAll", [this] {
+        for (QLineEdit* box : {txtMostHeight, txtMostArea})
+            box->clear();
+        for (QCheckBox* box : {chkASMEOnly, chkFitting})
+            box->setChecked(false);
+        lvModels->setFocus(); // the button has nothing left to do
+    });
     for (QRadioButton* option : {optOver, optNew})
         connect(option, &QRadioButton::toggled, this, [this] { cmboJob->setEnabled(optNew->isChecked()); });
 }
@@ -313,20 +314,18 @@ void frmCompare::refresh() {
         lblState->setText(obstacle);
 }
 
-bool frmCompare::isWanted(const Candidate& candidate) const {
-    if (chkFitting->isChecked() && !candidate.isOffered())
-        return false;
-    if (!candidate.model)
-        return !chkASMEOnly->isChecked();
-    return (!chkASMEOnly->isChecked() || candidate.model->asme.value_or(false)) &&
-           allows(txtMostHeight, Record::orZero(candidate.model->oal)) &&
-           allows(txtMostArea, candidate.floorArea);
+CompareFilters frmCompare::filters() const {
+    return {.mostHeight = parseNumber(txtMostHeight->text().toStdString()),
+            .mostArea = parseNumber(txtMostArea->text().toStdString()),
+            .asmeOnly = chkASMEOnly->isChecked(),
+            .offeredOnly = chkFitting->isChecked()};
 }
 
 void frmCompare::fillTable() {
+    const CompareFilters filter = filters();
     std::vector<int> wanted;
     for (std::size_t i = 0; i < candidates.size(); ++i)
-        if (isWanted(candidates[i]))
+        if (filter.allow(candidates[i]))
             wanted.push_back(int(i));
     {
         const QSignalBlocker quiet(lvModels);
@@ -352,8 +351,13 @@ void frmCompare::showChosen() {
     cmdReport->setEnabled(current && !candidates.empty());
     imgCurve->clear();
     imgCurve->setAccessibleName({});
+    const bool allHidden = lvModels->topLevelItemCount() == 0 && !candidates.empty();
     if (current)
-        lblState->setText(row ? CompareTable::remarksOf(*row).join(' ') : QString());
+        lblState->setText(row         ? CompareTable::remarksOf(*row).join(' ')
+                          : allHidden ? tr("The filters hide all models. \"Show all\" brings them back.")
+                                      : QString());
+    cmdShowAll->setEnabled(chkASMEOnly->isChecked() || chkFitting->isChecked() ||
+                           !(txtMostHeight->text() + txtMostArea->text()).isEmpty());
     for (QLineEdit* box : {txtMostHeight, txtMostArea})
         if (const auto objection = EntryRules::objectionToNumber(box->text()))
             lblState->setText(nameOf(box) + ": " + *objection);
