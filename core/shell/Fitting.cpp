@@ -157,6 +157,15 @@ void breakRow(QVBoxLayout& rows, int index, int width) {
     }
 }
 
+/// The height of a list in a low window, in which it scrolls by itself: headings, some rows, and the bar that
+/// would otherwise lie below the edge.
+int leastHeight(const QTreeWidget& list) {
+    constexpr int rows = 4;
+    constexpr int aroundText = 6;
+    return (rows + 1) * (list.fontMetrics().height() + aroundText) +
+           list.horizontalScrollBar()->sizeHint().height();
+}
+
 void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
     const int stretch = from.stretch(index);
     QLayoutItem* item = from.takeAt(index);
@@ -258,6 +267,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
         Fitting::keepNarrow(*list);
         if (list->property(widenedProperty).toBool())
             list->setMinimumWidth(std::min(list->minimumWidth(), width - aroundLists));
+        list->setMinimumHeight(std::min(list->minimumHeight(), leastHeight(*list)));
     }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);

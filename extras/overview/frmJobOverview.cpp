@@ -56,6 +56,7 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     setupUi(this);
     prepare();
     sortByHeadings(lvTanks);
+    letGiveWay(lvTanks, {1, 5}); // application and tags
     lvTanks->installEventFilter(this);
     // The list itself is silent while the chosen row is restored after others' changes.
     connect(lvTanks->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showChosen(); });
