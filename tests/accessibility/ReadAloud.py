@@ -1,4 +1,5 @@
-"""Walks the running program the way a screen reader does: over the live AT-SPI tree, from the start page to a submittal.
+"""Walks the running program the way a screen reader does: over the live AT-SPI tree, from the start page to a submittal,
+then through Compare, the overview and the import.
 
 Usage: ReadAloud.py FOLDER-OF-THE-PROGRAM
 Prints what a screen reader would say. Fails if a control that has or can take the focus has no name, if the start page or
@@ -143,6 +144,12 @@ def check_names(screen):
             failures.append(f"{screen}: a {node.get_role_name()} has no name")
 
 
+def keys(*names):
+    """Presses keys in the program's window, as a menu's mnemonics or a shortcut."""
+    for name in names:
+        subprocess.run(["xdotool", "key", name], check=True)
+
+
 def walk():
     control("Spec a new job")
     check_names("Start page")
@@ -182,6 +189,32 @@ def walk():
     for expected in ("2026-014", "RCB ", "Furnish and install"):
         if expected not in text:
             failures.append("the report does not read " + expected)
+    keys("Escape")
+    walk_extras()
+
+
+def walk_extras():
+    """Compare, the overview and the import: their tables, rows, curve and filters tell what they are."""
+    press("Compare")
+    control("Models that answer the conditions", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    for box in ("Height up to", "Floor area up to"):
+        control(box, {Atspi.Role.TEXT, Atspi.Role.ENTRY})
+    for box in ("ASME tanks", "What the search offers"):
+        control(box, {Atspi.Role.CHECK_BOX})
+    curve = wait_for("the curve", lambda: next(
+        (n for n in tree(application()) if showing(n) and (n.get_name() or "").startswith("Pressure over water")), None))
+    print("  curve:", spoken(curve))
+    check_names("Compare")
+    keys("Escape")
+    control("Required Volume")
+    keys("ctrl+j")
+    control("Tanks of the job", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    row = control("2026-014.1, Expansion Tank, RCB 500, 1, 132.1 gal, Sized", {Atspi.Role.TABLE_CELL})
+    print("  row:", spoken(row))
+    check_names("Overview")
+    keys("alt+x", "i")
+    control("Lines as they will be stored", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    check_names("Import")
 
 
 def main():
