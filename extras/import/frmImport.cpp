@@ -162,8 +162,8 @@ void frmImport::saveTemplate() {
 void frmImport::take(const QString& text, const QString& origin) {
     table = ImportText::read(text);
     lblOrigin->setText(origin);
-    begin();
     lvLines->setFocus(); // where Return means OK
+    begin();
 }
 
 /// Sizes all lines again, a slice at a time, so that the user can go on and close the screen.
