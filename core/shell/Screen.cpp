@@ -32,6 +32,14 @@ void growWithFont(QLabel* label) {
     label->setFont(font);
 }
 
+/// Shows in the lists that stand beside a screen what others have changed.
+void freshenLists() {
+    for (const QString& name : Screens::loaded())
+        if (Screen* screen = Screens::find(name);
+            screen && screen->isVisible() && screen->loadsAfresh() && screen->subject() == Subject::Job)
+            Screens::freshen(screen);
+}
+
 /// Runs a body inside the error trap. A screen whose record turns out to be gone goes with it.
 bool attempt(const Screen& screen, const QString& procedure, const std::function<void()>& body) {
     const Screens::AtWork work(&screen);
@@ -206,6 +214,7 @@ bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
         save(Record::IfChanged::Refuse);
         return true;
     } catch (const RecordChanged& changed) {
+        freshenLists();
         if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),
                                      .title = "Save?",
                                      .icon = QMessageBox::Question,

@@ -64,8 +64,10 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
             [this] { (cmdResults->isEnabled() ? cmdResults : cmdConditions)->click(); });
     onChosen(cmdResults, ".cmdResults", [this](const JobLine& line) { openResults(line); });
     onChosen(cmdConditions, ".cmdConditions", [this](const JobLine& line) {
-        openFor(line, Session::Modes::Edit,
-                [&] { Screens::open(TankWork::conditionsScreenOf(lblJobID->text(), line.application)); });
+        openFor(line, Session::Modes::Edit, [&] {
+            setStatusText("Edit job conditions for " + shownText(line.line.tankID));
+            Screens::open(TankWork::conditionsScreenOf(lblJobID->text(), line.application));
+        });
     });
     onChosen(cmdCopyTank, ".cmdCopyTank", [this](const JobLine& line) { copyTank(line); });
     onChosen(cmdDelete, ".cmdDelete", [this](const JobLine& line) { deleteTank(line); });
