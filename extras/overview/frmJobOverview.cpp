@@ -58,6 +58,7 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     sortByHeadings(lvTanks);
     letGiveWay(lvTanks, {1, 5}); // application and tags
     lvTanks->installEventFilter(this);
+    cmdCopyTank->installEventFilter(this);
     // The list itself is silent while the chosen row is restored after others' changes.
     connect(lvTanks->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showChosen(); });
     connect(lvTanks, &QTreeWidget::itemDoubleClicked, this,
@@ -131,6 +132,8 @@ void frmJobOverview::actOn(const QString& tankID, const std::function<void(const
 }
 
 bool frmJobOverview::eventFilter(QObject* object, QEvent* event) {
+    if (object == cmdCopyTank && event->type() == QEvent::MouseButtonDblClick)
+        return true; // one copy is meant
     if (object == lvTanks && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         QAbstractButton* const button = key->key() == Qt::Key_Delete          ? cmdDelete
