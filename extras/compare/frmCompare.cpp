@@ -347,11 +347,12 @@ void frmCompare::showChosen() {
     const Candidate* row = chosen();
     const bool current = lvModels->isEnabled();
     cmdUse->setEnabled(current && row && row->isOffered());
-    cmdCopy->setEnabled(!candidates.empty());
-    cmdReport->setEnabled(current && !candidates.empty());
+    const bool any = lvModels->topLevelItemCount() > 0;
+    cmdCopy->setEnabled(any);
+    cmdReport->setEnabled(current && any);
     imgCurve->clear();
     imgCurve->setAccessibleName({});
-    const bool allHidden = lvModels->topLevelItemCount() == 0 && !candidates.empty();
+    const bool allHidden = !any && !candidates.empty();
     if (current)
         lblState->setText(row         ? CompareTable::remarksOf(*row).join(' ')
                           : allHidden ? tr("The filters hide all models. \"Show all\" brings them back.")
