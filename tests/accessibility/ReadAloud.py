@@ -94,10 +94,10 @@ def control(name, roles=None):
 
 
 def press(name):
-    node = control(name, {Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TOGGLE_BUTTON})
+    node = control(name, {Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.MENU_ITEM})
     print("  press:", spoken(node))
     actions = [Atspi.Action.get_action_name(node, i) for i in range(Atspi.Action.get_n_actions(node))]
-    Atspi.Action.do_action(node, next(i for i, action in enumerate(actions) if action in ("Press", "Toggle", "press", "toggle")))
+    Atspi.Action.do_action(node, next(i for i, action in enumerate(actions) if action.lower() in ("press", "toggle", "showmenu")))
 
 
 def write(name, text):
@@ -206,7 +206,8 @@ def walk_extras():
     row = control("2026-014.1, Expansion Tank, RCB 500, 1, 132.1 gal, Sized", {Atspi.Role.TABLE_CELL})
     print("  row:", spoken(row))
     check_names("Overview")
-    subprocess.run(["xdotool", "key", "alt+x", "i"], check=True)
+    press("Extras")
+    press("Import conditions...")
     control("Lines as they will be stored", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
     check_names("Import")
 
