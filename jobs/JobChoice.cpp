@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
+#include "core/shell/Dialogs.h"
 #include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
@@ -34,6 +35,22 @@ QString tr(const char* text) {
 void forgive(QComboBox* box) {
     Fields::unmarkField(box);
     StatusBar::stopAsking();
+}
+
+/// Whether there cannot be a new job with an ID, which the user is told. What cannot be checked as it is
+/// typed is checked again before it is stored.
+enum class IfLocked { Accept, Throw };
+bool refuses(const QString& jobID, IfLocked ifLocked) {
+    QString objection;
+    try {
+        objection = objectionToNewJob(jobID);
+    } catch (const DatabaseFault&) {
+        if (ifLocked == IfLocked::Throw)
+            throw;
+    }
+    if (!objection.isEmpty())
+        refuseJobID(objection);
+    return !objection.isEmpty();
 }
 
 /// The jobs that match what was typed. If they cannot be read, none: nobody asked for them yet.
@@ -114,7 +131,8 @@ void prepare(QComboBox* box) {
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setMaxVisibleItems(15);
     box->lineEdit()->setPlaceholderText(tr("Find or choose a job"));
-    new Finder(box); // which the box owns
+    box->lineEdit()->setAccessibleName(box->accessibleName()); // it has the focus
+    new Finder(box);                                           // which the box owns
 }
 
 void fill(QComboBox* box) {
@@ -137,8 +155,8 @@ void take(QComboBox* box) {
     if (box->currentIndex() != newJob)
         return;
     box->setCurrentIndex(-1);
-    const QString jobID = askForJobID(tr("New job"), tr("Job ID:"));
-    if (jobID.isEmpty())
+    const QString jobID = withoutTrailingBlanks(Dialogs::current().input(tr("New job"), tr("Job ID:")));
+    if (jobID.isEmpty() || refuses(jobID, IfLocked::Accept))
         return;
     const QString before = box->property(newJobProperty).toString();
     if (const int place = box->findText(before); !before.isEmpty() && place >= 0)
@@ -152,7 +170,7 @@ void take(QComboBox* box) {
 QString require(QComboBox* box, const QString& request) {
     QString typed = withoutTrailingBlanks(box->currentText());
     if (!typed.isEmpty() && typed == box->property(newJobProperty).toString())
-        return typed;
+        return refuses(typed, IfLocked::Throw) ? QString() : typed;
     const auto header = typed.isEmpty() || typed == reservedJob() ? std::nullopt : readJobHeader(typed);
     if (header)
         return header->jobID.value_or(typed);
@@ -162,22 +180,17 @@ QString require(QComboBox* box, const QString& request) {
     return {};
 }
 
-bool store(QComboBox* box) {
+std::optional<JobHeader> newHeader(const QComboBox* box) {
     const QString jobID = box->property(newJobProperty).toString();
     if (jobID.isEmpty() || jobID != withoutTrailingBlanks(box->currentText()))
-        return true;
+        return std::nullopt;
     const UserDefaults user = readUserDefaults().value_or(UserDefaults());
-    JobHeader header;
-    header.jobID = jobID;
-    header.engineer = user.defaultEngineer;
-    header.contractor = user.defaultContractor;
-    header.dateCreated = QDateTime::currentDateTime();
-    if (!addJobHeader(header)) { // another copy of the program was faster
-        refuseJobID(jobExists);
-        return false;
-    }
-    box->setProperty(newJobProperty, QString());
-    return true;
+    return JobHeader{.jobID = jobID,
+                     .jobDscrptn = {},
+                     .engineer = user.defaultEngineer,
+                     .contractor = user.defaultContractor,
+                     .jobInfo = {},
+                     .dateCreated = QDateTime::currentDateTime()};
 }
 
 } // namespace JobChoice

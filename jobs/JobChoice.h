@@ -1,11 +1,14 @@
 #pragma once
 
+#include "core/store/JobHeader.h"
+
 #include <QString>
+
+#include <optional>
 
 class QComboBox;
 
-/// The box with the job that new tanks belong to. It finds jobs as the user types. Nothing is stored before
-/// `store`.
+/// The box with the job that new tanks belong to. It finds jobs as the user types. It stores nothing.
 namespace JobChoice {
 
 /// Makes an ordinary combo box, whose screen is prepared already, one for jobs.
@@ -16,8 +19,8 @@ void fill(QComboBox* box);
 void take(QComboBox* box);
 /// The chosen job; empty for none. Marks the box and says so if there is none. Throws DatabaseFault.
 QString require(QComboBox* box, const QString& request);
-/// Adds the chosen job if it is a new one, right before something is stored in it; false if the user was told
-/// why there cannot be such a job. Throws DatabaseFault.
-bool store(QComboBox* box);
+/// The header of the chosen job if it is a new one, which is stored together with its first tanks. Throws
+/// DatabaseFault.
+std::optional<JobHeader> newHeader(const QComboBox* box);
 
 } // namespace JobChoice

@@ -4,6 +4,7 @@
 #include "core/base/Program.h"
 #include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
+#include "core/shell/Fitting.h"
 #include "core/shell/Help.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/LockKeys.h"
@@ -189,6 +190,7 @@ class FrameArea : public QMdiArea {
         scroller->setWidget(widget);
         scroller->viewport()->setAutoFillBackground(false);
         widget->setAutoFillBackground(false);
+        Fitting::keepFocusInSight(*scroller);
         background = scroller;
         background->setGeometry(geometry());
         background->hide();

@@ -52,7 +52,7 @@ void ReportError(std::int32_t number, const QString& description, const QString&
     const auto* shown = static_cast<const frmError*>(Screens::find("frmError"));
     if (!module.isEmpty() && shown && shown->Tag == module && shown->failure() == failure)
         return;
-    setStatusText("Error");
+    sayError();
     while (QApplication::overrideCursor())
         QApplication::restoreOverrideCursor();
     const QStringList lines = {

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -18,6 +19,53 @@ constexpr double pointsDrawnFor = 9; // the letters that the forms' widths are m
 const char* const widenedProperty = "widened"; // of a list that is as wide as its columns
 const char* const narrowProperty = "narrow";   // of a list that scrolls in a small window
 
+/// Scrolls an area to what has the focus. By itself it does so after the Tab key alone.
+class FocusFollower : public QObject {
+  public:
+    explicit FocusFollower(QScrollArea& owner) : QObject(&owner), area(owner) {
+        connect(qApp, &QApplication::focusChanged, this,
+                [this](const QWidget* /*before*/, QWidget* now) { follow(now); });
+        area.viewport()->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Resize)
+            QTimer::singleShot(0, this, [this] { show(QApplication::focusWidget()); }); // once laid out anew
+        return QObject::eventFilter(object, event);
+    }
+
+  private:
+    void follow(QWidget* focus) {
+        disconnect(row);
+        if (const auto* list = dynamic_cast<QAbstractItemView*>(focus); list && list->selectionModel())
+            row = connect(list->selectionModel(), &QItemSelectionModel::currentChanged, this,
+                          [this, focus] { show(focus); });
+        show(focus);
+    }
+
+    void show(const QWidget* focus) {
+        if (!focus || !area.widget()->isAncestorOf(focus) || QApplication::mouseButtons() != Qt::NoButton)
+            return;
+        reveal(*focus, focus->rect());
+        const auto* list = dynamic_cast<const QAbstractItemView*>(focus);
+        if (list && list->currentIndex().isValid())
+            reveal(*list->viewport(), list->visualRect(list->currentIndex()));
+    }
+
+    /// Scrolls to the beginning of a part that is larger than the window.
+    void reveal(const QWidget& widget, const QRect& part) {
+        constexpr int around = 4;
+        const QRect shown(widget.mapTo(area.widget(), part.topLeft()),
+                          part.size().boundedTo(area.viewport()->size() - QSize(2 * around, 2 * around)));
+        area.ensureVisible(shown.center().x(), shown.center().y(), shown.width() / 2 + around,
+                           shown.height() / 2 + around);
+    }
+
+    QScrollArea& area;
+    QMetaObject::Connection row;
+};
+
 /// What lies between a screen's tool bar and its buttons.
 class Middle : public QScrollArea {
   public:
@@ -28,6 +76,7 @@ class Middle : public QScrollArea {
         setWidget(new QWidget);
         viewport()->setAutoFillBackground(false);
         widget()->setAutoFillBackground(false);
+        Fitting::keepFocusInSight(*this);
     }
     QSize sizeHint() const override {
         const int bar = verticalScrollBar()->sizeHint().width();
@@ -106,6 +155,15 @@ void breakRow(QVBoxLayout& rows, int index, int width) {
             next->insertStretch(0);
         row = next;
     }
+}
+
+/// The height of a list in a low window, in which it scrolls by itself: headings, some rows, and the bar that
+/// would otherwise lie below the edge.
+int leastHeight(const QTreeWidget& list) {
+    constexpr int rows = 4;
+    constexpr int aroundText = 6;
+    return (rows + 1) * (list.fontMetrics().height() + aroundText) +
+           list.horizontalScrollBar()->sizeHint().height();
 }
 
 void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
@@ -209,6 +267,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
         Fitting::keepNarrow(*list);
         if (list->property(widenedProperty).toBool())
             list->setMinimumWidth(std::min(list->minimumWidth(), width - aroundLists));
+        list->setMinimumHeight(std::min(list->minimumHeight(), leastHeight(*list)));
     }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
@@ -216,4 +275,8 @@ void Fitting::letScroll(QWidget& screen, int width) {
     middle->show(); // else the layout shows it only later, and counts it as empty until then
     for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
         layout->activate();
+}
+
+void Fitting::keepFocusInSight(QScrollArea& area) {
+    new FocusFollower(area); // which the area owns
 }

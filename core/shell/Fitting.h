@@ -1,6 +1,7 @@
 #pragma once
 
 class QLineEdit;
+class QScrollArea;
 class QTreeWidget;
 class QWidget;
 
@@ -24,5 +25,8 @@ void fitToolBar(const QWidget& screen, int width);
 /// Makes the middle of a screen scroll, so that it can be smaller than its content; tool bar and buttons stay
 /// in sight. Its lists get narrower than a width in pixels, and scroll by themselves.
 void letScroll(QWidget& screen, int width);
+/// Keeps what has the focus in sight of an area that scrolls, and of a list its current row, however they got
+/// it. Where the user presses with the mouse nothing moves.
+void keepFocusInSight(QScrollArea& area);
 
 } // namespace Fitting

@@ -76,24 +76,50 @@ int contentsWidth(const QTreeWidget& list, int column, Characters& characters) {
     return std::max(cell, list.header()->sectionSizeHint(column));
 }
 
-/// The last column takes what the others leave, but never less than its own texts need: then the list
-/// scrolls.
+const char* const givingWayProperty = "givingWay"; // the columns that do
+const char* const widthsProperty = "widths";       // of all columns but the last when each shows its texts
+
+using Columns = QList<int>;
+
+/// Gains a number of pixels in a list with columns that give way: from the gaps between all columns, then
+/// from those columns, down to their headings. Returns what is still missing.
+int narrow(const QTreeWidget& list, int missing) {
+    constexpr int gap = 10;
+    QHeaderView* heads = list.header();
+    const auto giving = list.property(givingWayProperty).value<Columns>();
+    const auto take = [&](int column, int room) {
+        const int less = std::clamp(missing, 0, std::max(0, room));
+        heads->resizeSection(column, heads->sectionSize(column) - less);
+        missing -= less;
+    };
+    for (int column = 0; !giving.isEmpty() && column + 1 < list.columnCount(); ++column)
+        take(column, gap);
+    for (const int column : giving)
+        take(column, heads->sectionSize(column) - heads->sectionSizeHint(column));
+    return missing;
+}
+
+/// The last column takes what the others leave, but never less than its own texts need: then others give way,
+/// or the list scrolls.
 void fitLastColumn(QTreeWidget* list) {
     QHeaderView* heads = list->header();
     const int last = list->columnCount() - 1;
     if (last < 0 || heads->sectionResizeMode(last) != QHeaderView::Interactive)
         return;
+    const auto widths = list->property(widthsProperty).value<Columns>();
     int others = 0;
-    for (int column = 0; column < last; ++column)
+    for (int column = 0; column < last; ++column) {
         if (heads->sectionResizeMode(column) == QHeaderView::Stretch)
             return; // which leaves the last one its size
-        else
-            others += heads->sectionSize(column);
+        if (list->property(givingWayProperty).isValid())
+            heads->resizeSection(column, widths.value(column));
+        others += heads->sectionSize(column);
+    }
     heads->setStretchLastSection(false); // else it has no size of its own
     Characters characters(list->fontMetrics());
     heads->resizeSection(last, contentsWidth(*list, last, characters));
     const int needed = others + heads->sectionSize(last);
-    heads->setStretchLastSection(needed <= list->viewport()->width());
+    heads->setStretchLastSection(narrow(*list, needed - list->viewport()->width()) <= 0);
     Fitting::makeRoomForColumns(*list, needed);
 }
 
@@ -202,13 +228,21 @@ void fitColumns(QTreeWidget* list) {
     const int gap = list->property("narrow").toBool() ? 10 : 18; // where columns are many
     constexpr int widest = 600;                                  // pixels; a name is hardly ever wider
     Characters characters(list->fontMetrics());
-    for (int column = 0; column + 1 < list->columnCount(); ++column)
-        list->setColumnWidth(column, std::min(contentsWidth(*list, column, characters) + gap, widest));
+    Columns widths;
+    for (int column = 0; column + 1 < list->columnCount(); ++column) {
+        widths.append(std::min(contentsWidth(*list, column, characters) + gap, widest));
+        list->setColumnWidth(column, widths.last());
+    }
+    list->setProperty(widthsProperty, QVariant::fromValue(widths));
     if (!list->header()->stretchLastSection() && !list->findChild<QObject*>("lastColumn"))
         return; // its screen has arranged the columns
     if (!list->findChild<QObject*>("lastColumn"))
         new LastColumn(list); // which the list owns
     fitLastColumn(list);
+}
+
+void letGiveWay(QTreeWidget* list, const QList<int>& columns) {
+    list->setProperty(givingWayProperty, QVariant::fromValue(columns));
 }
 
 bool ListRow::operator<(const QTreeWidgetItem& other) const {

@@ -9,6 +9,10 @@
 /// Fits the columns of a list to their texts, plus a gap; the last column takes the rest.
 void fitColumns(QTreeWidget* list);
 
+/// Lets columns give way, the first one first, where a list is too narrow for the texts of all: theirs end in
+/// dots then.
+void letGiveWay(QTreeWidget* list, const QList<int>& columns);
+
 /// A row of a list that sorts by its headings: texts ignore case and compare embedded numbers by value; keys
 /// compare as values.
 class ListRow : public QTreeWidgetItem {

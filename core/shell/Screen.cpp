@@ -32,6 +32,33 @@ void growWithFont(QLabel* label) {
     label->setFont(font);
 }
 
+/// Shows in the lists that stand beside a screen what others have changed.
+void freshenLists() {
+    for (const QString& name : Screens::loaded())
+        if (Screen* screen = Screens::find(name);
+            screen && screen->isVisible() && screen->loadsAfresh() && screen->subject() == Subject::Job)
+            Screens::freshen(screen);
+}
+
+/// Runs a body inside the error trap. A screen whose record turns out to be gone goes with it.
+bool attempt(const Screen& screen, const QString& procedure, const std::function<void()>& body) {
+    const Screens::AtWork work(&screen);
+    bool gone = false;
+    const auto watched = [&] {
+        try {
+            body();
+        } catch (const RecordGone&) {
+            gone = true;
+            throw;
+        }
+    };
+    const bool passed =
+        Faults::runTrapped(screen.name() + procedure, watched, screen.name() == "frmSplash" ? "Splash" : "");
+    if (gone && !screen.outlivesRecord())
+        Screens::drop(&screen);
+    return passed;
+}
+
 } // namespace
 
 Screen::Screen(const QString& screenName) : screenName_(screenName) {
@@ -97,21 +124,12 @@ void Screen::setTitle(const QString& title) {
     setWindowTitle(QString(title).replace("[*]", "[*][*]")); // a single one would mark an unsaved document
 }
 
+/// What succeeds takes "Error" back from the status text, but reading the report does not.
 bool Screen::trap(const QString& procedure, const std::function<void()>& body) const {
-    const Screens::AtWork work(this);
-    bool gone = false;
-    const auto watched = [&] {
-        try {
-            body();
-        } catch (const RecordGone&) {
-            gone = true;
-            throw;
-        }
-    };
-    const bool passed =
-        Faults::runTrapped(screenName_ + procedure, watched, screenName_ == "frmSplash" ? "Splash" : "");
-    if (gone && !outlivesRecord())
-        Screens::drop(this);
+    const int before = Faults::failures();
+    const bool passed = attempt(*this, procedure, body);
+    if (passed && Faults::failures() == before && !isTopLevel())
+        StatusBar::errorIsOver();
     return passed;
 }
 
@@ -146,7 +164,7 @@ void Screen::onLeaving(QWidget* field, const QString& procedure, const std::func
     field->installEventFilter(this);
     checks.insert(field, [this, procedure, check] {
         bool passed = false;
-        trap(procedure, [&] { passed = check(); });
+        attempt(*this, procedure, [&] { passed = check(); });
         return passed;
     });
 }
@@ -196,6 +214,7 @@ bool Screen::saves(const std::function<void(Record::IfChanged)>& save) {
         save(Record::IfChanged::Refuse);
         return true;
     } catch (const RecordChanged& changed) {
+        freshenLists();
         if (Dialogs::current().show({.text = QString::fromUtf8(changed.what()),
                                      .title = "Save?",
                                      .icon = QMessageBox::Question,

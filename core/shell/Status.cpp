@@ -23,6 +23,8 @@ QPointer<QToolButton>& statusButton() {
     return button;
 }
 
+const QString errorText = QStringLiteral("Error");
+
 struct Question {
     QString text;   // empty for none
     QString before; // what the text said
@@ -52,6 +54,15 @@ void stopAsking() {
     const Question asked = std::exchange(question(), {});
     if (!asked.text.isEmpty() && statusText() == asked.text)
         setStatusText(asked.before);
+}
+
+void sayError() {
+    ask(errorText);
+}
+
+void errorIsOver() {
+    if (question().text == errorText)
+        stopAsking();
 }
 
 void offer(const QString& caption, const std::function<void()>& run) {

@@ -9,13 +9,23 @@ FailureHandler& failureHandler() {
     static FailureHandler handler = [](const Fault&, const QString&, const QString&) {};
     return handler;
 }
+
+int& failureCount() {
+    static int count = 0;
+    return count;
+}
 } // namespace
+
+int failures() {
+    return failureCount();
+}
 
 bool runTrapped(const QString& codeSource, const std::function<void()>& procedure, const QString& module) {
     try {
         underName(codeSource.toStdString(), procedure);
         return true;
     } catch (const Fault& fault) {
+        ++failureCount();
         failureHandler()(fault, QString::fromStdString(fault.routine()), module);
         return false;
     }

@@ -13,6 +13,9 @@ namespace Faults {
 bool runTrapped(const QString& codeSource, const std::function<void()>& procedure,
                 const QString& module = {});
 
+/// How many failures there have been so far.
+int failures();
+
 /// What the trap does with a failure.
 using FailureHandler =
     std::function<void(const Fault& fault, const QString& codeSource, const QString& module)>;

@@ -61,18 +61,23 @@ JobHeader::Sizes jobHeaderSizes() {
 bool addJobHeader(const JobHeader& header) {
     const Connection connection = openDatabase("User");
     Transaction write(connection);
+    if (!addJobHeader(header, connection))
+        return false;
+    write.commit();
+    return true;
+}
+
+bool addJobHeader(const JobHeader& header, const Connection& user) {
     Recordset same;
-    same.Open(byKey, connection, {header.jobID.value_or(QString())});
+    same.Open(byKey, user, {header.jobID.value_or(QString())});
     if (!same.atEnd())
         return false;
     same.Close();
     Recordset job;
-    job.Open("tblJobHeader", connection, CursorType::Keyset, CommandType::Table);
+    job.Open("tblJobHeader", user, CursorType::Keyset, CommandType::Table);
     job.AddNew();
     Record::write(job, header, JobHeader::all());
     job.Update();
-    job.Close();
-    write.commit();
     return true;
 }
 

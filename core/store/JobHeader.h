@@ -43,6 +43,8 @@ JobHeader::Sizes jobHeaderSizes();
 
 /// Adds the header of a new job; false if a job with this ID exists. Throws DatabaseFault.
 bool addJobHeader(const JobHeader& header);
+/// The same within the caller's transaction.
+bool addJobHeader(const JobHeader& header, const Connection& user);
 
 /// Overwrites a job's header with what the user entered. `asRead` shows whether someone else has changed it
 /// in the meantime. Throws RecordGone, RecordChanged and DatabaseFault.

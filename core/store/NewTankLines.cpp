@@ -8,11 +8,11 @@
 
 namespace Records {
 
-QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines) {
+namespace {
+
+/// Adds the lines within the caller's transaction.
+QStringList add(const Connection& user, const QString& jobID, const std::vector<TankLine>& lines) {
     constexpr std::size_t keys = 3; // ID, number and job
-    const Connection user = Gateway::openDatabase("User");
-    Transaction write(user);
-    TankNumbers::requireJob(user, jobID);
     int number = TankNumbers::nextNumber(user, jobID);
     Recordset tanks;
     tanks.Open("tblJobData", user, CursorType::Keyset, CommandType::Table);
@@ -27,6 +27,26 @@ QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& line
         tanks.Update();
         added.append(tankID);
     }
+    return added;
+}
+
+} // namespace
+
+QStringList addTankLines(const QString& jobID, const std::vector<TankLine>& lines) {
+    const Connection user = Gateway::openDatabase("User");
+    Transaction write(user);
+    TankNumbers::requireJob(user, jobID);
+    QStringList added = add(user, jobID, lines);
+    write.commit();
+    return added;
+}
+
+QStringList addJobWithTankLines(const JobHeader& header, const std::vector<TankLine>& lines) {
+    const Connection user = Gateway::openDatabase("User");
+    Transaction write(user);
+    if (!addJobHeader(header, user))
+        return {};
+    QStringList added = add(user, header.jobID.value_or(QString()), lines);
     write.commit();
     return added;
 }

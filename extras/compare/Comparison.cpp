@@ -29,6 +29,16 @@ QString objectionTo(double size, int quantity, const std::vector<SearchStep>& st
 
 } // namespace
 
+bool CompareFilters::allow(const Candidate& candidate) const {
+    if (offeredOnly && !candidate.isOffered())
+        return false;
+    if (!candidate.model)
+        return !asmeOnly && !mostHeight && !mostArea;
+    return (!asmeOnly || candidate.model->asme.value_or(false)) &&
+           (!mostHeight || orZero(candidate.model->oal) <= *mostHeight) &&
+           (!mostArea || candidate.floorArea <= *mostArea);
+}
+
 Comparison::Comparison(Application application) : compared(application) {
     for (const std::string_view series : seriesOf(application))
         pools.emplace_back(toQString(series));

@@ -25,6 +25,16 @@ struct Candidate {
     bool isOffered() const { return objection.isEmpty(); }
 };
 
+/// Which candidates are shown. A candidate without a model has neither size nor code that would pass.
+struct CompareFilters {
+    std::optional<double> mostHeight; // in
+    std::optional<double> mostArea;   // ft²
+    bool asmeOnly = false;
+    bool offeredOnly = false;
+
+    bool allow(const Candidate& candidate) const;
+};
+
 /// Answers to conditions: all series of an application, in quantities of one to four and those beyond that
 /// the search offers.
 class Comparison {

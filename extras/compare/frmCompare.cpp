@@ -10,6 +10,7 @@
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
 #include "core/store/JobHeader.h"
+#include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
 #include "core/store/UserDefaults.h"
 #include "documents/drawings/Drawings.h"
@@ -19,6 +20,7 @@
 #include "estimates/Pipes.h"
 #include "extras/compare/CompareTable.h"
 #include "jobs/JobChoice.h"
+#include "jobs/JobIDs.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -38,12 +40,6 @@ namespace {
 
 constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
                                       Application::Hydropneumatic, Application::Shock};
-
-/// Whether a number in a filter's box, if there is one, allows a value.
-bool allows(const QLineEdit* box, double value) {
-    const auto most = parseNumber(box->text().toStdString());
-    return !most || value <= *most;
-}
 
 } // namespace
 
@@ -98,6 +94,13 @@ void frmCompare::prepareBoxes() {
         });
     for (QCheckBox* box : {chkASMEOnly, chkFitting})
         connect(box, &QCheckBox::toggled, this, [this] { fillTable(); });
+    on(cmdShowAll, ".cmdShowAll", [this] {
+        for (QLineEdit* box : {txtMostHeight, txtMostArea})
+            box->clear();
+        for (QCheckBox* box : {chkASMEOnly, chkFitting})
+            box->setChecked(false);
+        lvModels->setFocus(); // the button has nothing left to do
+    });
     for (QRadioButton* option : {optOver, optNew})
         connect(option, &QRadioButton::toggled, this, [this] { cmboJob->setEnabled(optNew->isChecked()); });
 }
@@ -311,20 +314,18 @@ void frmCompare::refresh() {
         lblState->setText(obstacle);
 }
 
-bool frmCompare::isWanted(const Candidate& candidate) const {
-    if (chkFitting->isChecked() && !candidate.isOffered())
-        return false;
-    if (!candidate.model)
-        return !chkASMEOnly->isChecked();
-    return (!chkASMEOnly->isChecked() || candidate.model->asme.value_or(false)) &&
-           allows(txtMostHeight, Record::orZero(candidate.model->oal)) &&
-           allows(txtMostArea, candidate.floorArea);
+CompareFilters frmCompare::filters() const {
+    return {.mostHeight = parseNumber(txtMostHeight->text().toStdString()),
+            .mostArea = parseNumber(txtMostArea->text().toStdString()),
+            .asmeOnly = chkASMEOnly->isChecked(),
+            .offeredOnly = chkFitting->isChecked()};
 }
 
 void frmCompare::fillTable() {
+    const CompareFilters filter = filters();
     std::vector<int> wanted;
     for (std::size_t i = 0; i < candidates.size(); ++i)
-        if (isWanted(candidates[i]))
+        if (filter.allow(candidates[i]))
             wanted.push_back(int(i));
     {
         const QSignalBlocker quiet(lvModels);
@@ -346,12 +347,18 @@ void frmCompare::showChosen() {
     const Candidate* row = chosen();
     const bool current = lvModels->isEnabled();
     cmdUse->setEnabled(current && row && row->isOffered());
-    cmdCopy->setEnabled(!candidates.empty());
-    cmdReport->setEnabled(current && !candidates.empty());
+    const bool any = lvModels->topLevelItemCount() > 0;
+    cmdCopy->setEnabled(any);
+    cmdReport->setEnabled(current && any);
     imgCurve->clear();
     imgCurve->setAccessibleName({});
+    const bool allHidden = !any && !candidates.empty();
     if (current)
-        lblState->setText(row ? CompareTable::remarksOf(*row).join(' ') : QString());
+        lblState->setText(row         ? CompareTable::remarksOf(*row).join(' ')
+                          : allHidden ? tr("The filters hide all models. \"Show all\" brings them back.")
+                                      : QString());
+    cmdShowAll->setEnabled(chkASMEOnly->isChecked() || chkFitting->isChecked() ||
+                           !(txtMostHeight->text() + txtMostArea->text()).isEmpty());
     for (QLineEdit* box : {txtMostHeight, txtMostArea})
         if (const auto objection = EntryRules::objectionToNumber(box->text()))
             lblState->setText(nameOf(box) + ": " + *objection);
@@ -424,8 +431,6 @@ void frmCompare::use() {
     if (!over && jobID.isEmpty())
         return;
     const Candidate taken = *row;
-    if (!over && !JobChoice::store(cmboJob))
-        return;
     const bool several = takesSeveral(candidates, taken);
     const Application each = application();
     const auto storeAndShow = [&] {
@@ -455,7 +460,7 @@ void frmCompare::use() {
         Screens::beginTask([&] { Faults::runTrapped(name() + ".cmdUse", storeAndShow); });
 }
 
-/// One write. False when the user chose to keep someone else's changes.
+/// One write. False when the user chose to keep someone else's changes, or was told that there is such a job.
 bool frmCompare::store(const Candidate& candidate) {
     const bool shock = application() == Application::Shock;
     const TankLine::Columns columns = shock ? TankLine::comparedShock() : TankLine::compared();
@@ -466,6 +471,14 @@ bool frmCompare::store(const Candidate& candidate) {
             updateTankLine(asRead->tankID.value_or(QString()), line, columns, asRead, ifChanged);
         });
     line.jobID = Session::JobID.text();
+    if (const auto newJob = JobChoice::newHeader(cmboJob)) {
+        const QStringList added = addJobWithTankLines(*newJob, {line});
+        if (added.isEmpty()) // another copy of the program was faster
+            refuseJobID(jobExists);
+        else
+            Session::TankID.write(added.first());
+        return !added.isEmpty();
+    }
     std::optional<TankLine> none;
     return saveTankLine(line, columns, none, Record::IfChanged::Overwrite);
 }

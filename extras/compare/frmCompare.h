@@ -49,7 +49,7 @@ class frmCompare : public Screen, private Ui::frmCompare {
     Objections markWrong();
     void refresh();
     void fillTable();
-    bool isWanted(const Candidate& candidate) const;
+    CompareFilters filters() const;
     const Candidate* chosen() const;
     void showChosen();
     void openEstimate();

@@ -6,7 +6,6 @@
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/UserDefaults.h"
-#include "documents/tags/UnitTags.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -49,17 +48,11 @@ QString pipeOf(const QString& text) {
     return key.isEmpty() ? text : key;
 }
 
-/// Whether the screen of the tags can show a tag, which it does in two boxes.
-bool canBeSplit(const QString& tag) {
-    const bool plain = std::ranges::all_of(tag, [](QChar each) { return each.isPrint(); });
-    if (tag.isEmpty() || !plain)
-        return plain;
-    try {
-        UnitTags::split(tag);
-        return true;
-    } catch (const Fault&) {
-        return false;
-    }
+/// A tag as the screen of the tags would store it: what has no hyphen and fits the first of its two boxes
+/// gets one at its end.
+QString tagOf(const QString& text) {
+    constexpr qsizetype firstBox = 5; // characters
+    return text.isEmpty() || text.contains(u'-') || text.size() > firstBox ? text : text + u'-';
 }
 
 } // namespace
@@ -75,10 +68,11 @@ ImportSizing::~ImportSizing() = default;
 /// Completes the boxes, and refuses what the screens would refuse.
 void ImportSizing::check(ImportText::Line& read, Application application) const {
     QHash<QString, QString>& boxes = read.boxes;
+    read.tag = tagOf(read.tag);
     if (read.tag.size() > longestTag)
         read.problems.append(QStringLiteral("Tag: no more than %1 characters.").arg(longestTag));
-    else if (!canBeSplit(read.tag))
-        read.problems.append("Tag: two parts with a hyphen between them, such as AHU-1.");
+    else if (!std::ranges::all_of(read.tag, [](QChar each) { return each.isPrint(); }))
+        read.problems.append("Tag: it has characters that cannot be shown.");
     const QStringList own = ImportText::boxesOf(application);
     if (own.contains("cmboFluidType")) {
         const QString given = boxes.value("cmboFluidType");

@@ -60,6 +60,16 @@ std::optional<QString> withPoint(const QString& text, const Notation& notation) 
     return asPoint && asComma && unclear ? std::nullopt : std::optional(text);
 }
 
+/// What users call the applications, in lower case, between bars; without "tank", which may follow.
+constexpr std::pair<Application, const char*> applicationNames[] = {
+    {Application::Expansion, "|expansion|exp|expn|hvac|hvacexpansion|hvacexp|"},
+    {Application::Thermal, "|thermal|therm|thm|thermalexpansion|thermalexp|thermexp|potablethermalexpansion|"
+                           "potablehotwaterthermalexpansion|"},
+    {Application::Hydropneumatic, "|hydropneumatic|hydro|hyd|hydropneu|potablewaterhydropneumatic|"},
+    {Application::Shock,
+     "|shock|shk|shockarrestor|shockarrester|arrestor|arrester|waterhammer|hammer|waterhammerarrestor|"
+     "waterhammerarrester|waterhammershock|waterhammershockarrestor|waterhammershockarrester|wha|"}};
+
 std::optional<Application> applicationIn(const QString& text) {
     QString letters;
     for (const QChar each : text.toLower())
@@ -69,18 +79,10 @@ std::optional<Application> applicationIn(const QString& text) {
         letters.chop(1);
     if (letters.endsWith("tank"))
         letters.chop(4);
-    static const QHash<QString, Application> names = {{"expansion", Application::Expansion},
-                                                      {"exp", Application::Expansion},
-                                                      {"thermalexpansion", Application::Thermal},
-                                                      {"thermal", Application::Thermal},
-                                                      {"thm", Application::Thermal},
-                                                      {"hydropneumatic", Application::Hydropneumatic},
-                                                      {"hyd", Application::Hydropneumatic},
-                                                      {"shockarrestor", Application::Shock},
-                                                      {"shock", Application::Shock},
-                                                      {"shk", Application::Shock}};
-    const auto found = names.constFind(letters);
-    return found == names.cend() ? std::nullopt : std::optional(*found);
+    for (const auto& [application, names] : applicationNames)
+        if (!letters.isEmpty() && QString::fromUtf8(names).contains(u'|' + letters + u'|'))
+            return application;
+    return std::nullopt;
 }
 
 constexpr int longestShown = 40; // characters of a cell in a message

@@ -1,6 +1,7 @@
 #include "extras/import/frmImport.h"
 
 #include "core/base/ApplicationNames.h"
+#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Lists.h"
 #include "core/shell/Screens.h"
@@ -9,6 +10,7 @@
 #include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
 #include "jobs/JobChoice.h"
+#include "jobs/JobIDs.h"
 #include "sizing/Series.h"
 
 #include <QClipboard>
@@ -160,31 +162,45 @@ void frmImport::saveTemplate() {
 void frmImport::take(const QString& text, const QString& origin) {
     table = ImportText::read(text);
     lblOrigin->setText(origin);
-    begin();
     lvLines->setFocus(); // where Return means OK
+    begin();
 }
 
 /// Sizes all lines again, a slice at a time, so that the user can go on and close the screen.
 void frmImport::begin() {
+    stopAsking();
     ++round;
     lines.clear();
+    sizing.reset();
     if (!table)
         return;
     fillTable(); // if the data cannot be read, nothing of the table before is left to store
-    showState();
-    sizing.emplace();
-    lines.reserve(table->lines.size());
     prgLines->setRange(0, std::max(1, int(table->lines.size())));
+    lines.reserve(table->lines.size());
     work();
 }
 
+/// What a locked database has stopped goes on with OK.
 void frmImport::work() {
+    halted = true;
+    try {
+        workOn();
+    } catch (const Fault&) {
+        showState();
+        throw;
+    }
+}
+
+void frmImport::workOn() {
     constexpr int slice = 200; // milliseconds
     const ImportSizing::ChosenSeries series = chosenSeries();
     QElapsedTimer clock;
     clock.start();
+    if (!sizing)
+        sizing.emplace();
     while (lines.size() < table->lines.size() && !clock.hasExpired(slice))
         lines.push_back(sizing->sized(table->lines[lines.size()], series));
+    halted = false;
     if (lines.size() == table->lines.size()) {
         fillTable();
         return finish();
@@ -237,10 +253,11 @@ void frmImport::showState() {
     const bool working = table && lines.size() < table->lines.size();
     prgLines->setVisible(working);
     prgLines->setValue(int(lines.size()));
-    cmdOK->setEnabled(isReady());
     if (!table)
         return lblState->setText(tr("Open a file with one system a line, or paste it from a spreadsheet. The "
                                     "template shows the columns."));
+    if (working && halted)
+        return lblState->setText(tr("The lines could not be sized. OK tries again."));
     if (working)
         return lblState->setText(tr("Line %1 of %2").arg(lines.size()).arg(table->lines.size()));
     if (!table->problems.isEmpty())
@@ -262,11 +279,13 @@ void frmImport::showState() {
                      : tr("Lines to store: %1, of which without a model: %2").arg(lines.size()).arg(without));
 }
 
-/// Stores all lines in one transaction, and shows their job.
+/// Stores all lines in one transaction, and shows their job. Otherwise it says why it cannot.
 void frmImport::store() {
     const Hourglass hourglass;
+    if (halted)
+        return work(); // the user has not seen yet what would be stored
     if (!isReady())
-        return;
+        return ask(lblState->text().replace(u'\n', u' '));
     const QString jobID = JobChoice::require(cmboJob, tr("Choose the job that the tanks belong to"));
     if (jobID.isEmpty())
         return;
@@ -278,8 +297,7 @@ void frmImport::store() {
              .title = tr("Import conditions")});
         return;
     }
-    if (!JobChoice::store(cmboJob))
-        return;
+    const std::optional<JobHeader> newJob = JobChoice::newHeader(cmboJob);
     Screens::beginTask([&] {
         Faults::runTrapped(name() + ".cmdOK", [&] {
             std::vector<TankLine> tanks;
@@ -287,14 +305,19 @@ void frmImport::store() {
                 tanks.push_back(each.line);
                 tanks.back().dateCreated = QDateTime::currentDateTime();
             }
-            procedure(".store", [&] { Records::addTankLines(jobID, tanks); });
-            const auto count = tanks.size();
+            QStringList added;
+            procedure(".store", [&] {
+                added = newJob ? Records::addJobWithTankLines(*newJob, tanks)
+                               : Records::addTankLines(jobID, tanks);
+            });
+            if (added.isEmpty()) // another copy of the program was faster
+                return refuseJobID(Records::jobExists);
             Session::JobID.write(jobID);
             Session::TankID.write("");
             Session::Mode.write(Session::Modes::Edit);
             Screens::drop(this);
             Screens::open("frmJobOverview");
-            setStatusText(QStringLiteral("Imported %1 tanks").arg(count));
+            setStatusText(QStringLiteral("Imported %1 tanks").arg(added.size()));
         });
     });
 }

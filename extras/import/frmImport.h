@@ -29,6 +29,7 @@ class frmImport : public Screen, private Ui::frmImport {
     void saveTemplate();
     void begin();
     void work();
+    void workOn();
     void finish();
     void fillTable();
     void showChosen();
@@ -40,5 +41,6 @@ class frmImport : public Screen, private Ui::frmImport {
     std::optional<ImportText::Table> table;
     std::optional<ImportSizing> sizing;
     std::vector<ImportedLine> lines; // those of the table that are sized
+    bool halted = false;             // the sizing, by a fault
     int round = 0;                   // counts the beginnings, so that a slice of an earlier one does nothing
 };

@@ -50,8 +50,9 @@ QString JobLine::state() const {
 
 QString JobLine::tags() const {
     QStringList given;
-    for (const auto& tag : line.tags)
-        if (UnitTags::isGiven(tag) && !tag->isEmpty())
+    const int units = line.qty.value_or(TankLine::MostTags); // an imported line has a tag before a quantity
+    for (int unit = 0; unit < std::min(units, TankLine::MostTags); ++unit)
+        if (const auto& tag = line.tags[std::size_t(unit)]; UnitTags::isGiven(tag) && !tag->isEmpty())
             given.append(*tag);
     return given.join(", ");
 }

@@ -15,7 +15,7 @@ struct JobLine {
 
     /// How far the line is: "Sized", "No model yet", "Model not in the catalogue" or "2 notes".
     QString state() const;
-    /// The tags of its units, as far as there are any.
+    /// The tags of its units, as far as there are any. A line keeps those of units that it no longer has.
     QString tags() const;
 };
 

@@ -56,15 +56,19 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     setupUi(this);
     prepare();
     sortByHeadings(lvTanks);
+    letGiveWay(lvTanks, {1, 5}); // application and tags
     lvTanks->installEventFilter(this);
+    cmdCopyTank->installEventFilter(this);
     // The list itself is silent while the chosen row is restored after others' changes.
     connect(lvTanks->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showChosen(); });
     connect(lvTanks, &QTreeWidget::itemDoubleClicked, this,
             [this] { (cmdResults->isEnabled() ? cmdResults : cmdConditions)->click(); });
     onChosen(cmdResults, ".cmdResults", [this](const JobLine& line) { openResults(line); });
     onChosen(cmdConditions, ".cmdConditions", [this](const JobLine& line) {
-        openFor(line, Session::Modes::Edit,
-                [&] { Screens::open(TankWork::conditionsScreenOf(lblJobID->text(), line.application)); });
+        openFor(line, Session::Modes::Edit, [&] {
+            setStatusText("Edit job conditions for " + shownText(line.line.tankID));
+            Screens::open(TankWork::conditionsScreenOf(lblJobID->text(), line.application));
+        });
     });
     onChosen(cmdCopyTank, ".cmdCopyTank", [this](const JobLine& line) { copyTank(line); });
     onChosen(cmdDelete, ".cmdDelete", [this](const JobLine& line) { deleteTank(line); });
@@ -94,19 +98,42 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     onCancel(cmdClose, ".cmdClose", [this] { Screens::unload(name()); });
 }
 
-/// A button for the chosen tank line.
+/// A button for the chosen tank line. The list is read anew first if others have changed the data: one of
+/// them may have deleted the line.
 void frmJobOverview::onChosen(QAbstractButton* button, const QString& procedure,
                               const std::function<void(const JobLine&)>& handler) {
-    on(button, procedure, [this, handler] {
-        const Hourglass hourglass;
-        if (const JobLine* line = chosen()) {
-            const JobLine taken = *line; // the list may be filled again
-            handler(taken);
-        }
+    connect(button, &QAbstractButton::clicked, this, [this, procedure, handler] {
+        const JobLine* line = chosen();
+        if (!line)
+            return;
+        const QString tankID = shownText(line->line.tankID);
+        if (Screens::freshen(this))
+            act(procedure, [&] {
+                const Hourglass hourglass;
+                actOn(tankID, handler);
+            });
     });
 }
 
+void frmJobOverview::actOn(const QString& tankID, const std::function<void(const JobLine&)>& handler) {
+    try {
+        const auto found = std::ranges::find(
+            lines, tankID, [](const JobLine& shown) { return shownText(shown.line.tankID); });
+        if (found == lines.end())
+            throw RecordGone("This tank has been deleted.");
+        const JobLine taken = *found; // the list may be filled again
+        handler(taken);
+    } catch (const RecordGone& gone) {
+        if (!readJobHeader(lblJobID->text()))
+            throw;
+        Dialogs::current().show({.text = QString::fromUtf8(gone.what()), .title = "Error"});
+        fillTanks(); // the job has others
+    }
+}
+
 bool frmJobOverview::eventFilter(QObject* object, QEvent* event) {
+    if (object == cmdCopyTank && event->type() == QEvent::MouseButtonDblClick)
+        return true; // one copy is meant
     if (object == lvTanks && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         QAbstractButton* const button = key->key() == Qt::Key_Delete          ? cmdDelete
@@ -236,15 +263,7 @@ void frmJobOverview::openInJob(const QString& screen) {
 }
 
 void frmJobOverview::copyTank(const JobLine& line) {
-    QString copy;
-    try {
-        copy = copyTankLine(shownText(line.line.tankID));
-    } catch (const RecordGone& gone) {
-        if (!readJobHeader(lblJobID->text()))
-            throw;
-        Dialogs::current().show({.text = QString::fromUtf8(gone.what()), .title = "Error"});
-        return fillTanks(); // the job has others
-    }
+    const QString copy = copyTankLine(shownText(line.line.tankID));
     fillTanks();
     choose(copy);
     setStatusText(tr("Added tank %1").arg(copy));

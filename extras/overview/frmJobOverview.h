@@ -30,6 +30,7 @@ class frmJobOverview : public Screen, private Ui::frmJobOverview {
     void openFor(const JobLine& line, const QString& mode, const std::function<void()>& open);
     void onChosen(QAbstractButton* button, const QString& procedure,
                   const std::function<void(const JobLine&)>& handler);
+    void actOn(const QString& tankID, const std::function<void(const JobLine&)>& handler);
     void openResults(const JobLine& line);
     void openInJob(const QString& screen);
     void copyTank(const JobLine& line);

@@ -1,4 +1,5 @@
-"""Walks the running program the way a screen reader does: over the live AT-SPI tree, from the start page to a submittal.
+"""Walks the running program the way a screen reader does: over the live AT-SPI tree, from the start page to a submittal,
+then through Compare, the overview and the import.
 
 Usage: ReadAloud.py FOLDER-OF-THE-PROGRAM
 Prints what a screen reader would say. Fails if a control that has or can take the focus has no name, if the start page or
@@ -93,10 +94,10 @@ def control(name, roles=None):
 
 
 def press(name):
-    node = control(name, {Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TOGGLE_BUTTON})
+    node = control(name, {Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.MENU_ITEM})
     print("  press:", spoken(node))
     actions = [Atspi.Action.get_action_name(node, i) for i in range(Atspi.Action.get_n_actions(node))]
-    Atspi.Action.do_action(node, next(i for i, action in enumerate(actions) if action in ("Press", "Toggle", "press", "toggle")))
+    Atspi.Action.do_action(node, next(i for i, action in enumerate(actions) if action.lower() in ("press", "toggle", "showmenu")))
 
 
 def write(name, text):
@@ -182,6 +183,33 @@ def walk():
     for expected in ("2026-014", "RCB ", "Furnish and install"):
         if expected not in text:
             failures.append("the report does not read " + expected)
+    press("Close")
+    walk_extras()
+
+
+def walk_extras():
+    """Compare, the overview and the import: their tables, rows, curve and filters tell what they are."""
+    press("Compare")
+    control("Models that answer the conditions", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    for box in ("Height up to", "Floor area up to"):
+        control(box, {Atspi.Role.TEXT, Atspi.Role.ENTRY})
+    for box in ("ASME tanks", "What the search offers"):
+        control(box, {Atspi.Role.CHECK_BOX})
+    curve = wait_for("the curve", lambda: next(
+        (n for n in tree(application()) if showing(n) and (n.get_name() or "").startswith("Pressure over water")), None))
+    print("  curve:", spoken(curve))
+    check_names("Compare")
+    press("Close")
+    control("Required Volume")
+    press("Overview")
+    control("Tanks of the job", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    row = control("2026-014.1, Expansion Tank, RCB 500, 1, 132.1 gal, Sized", {Atspi.Role.TABLE_CELL})
+    print("  row:", spoken(row))
+    check_names("Overview")
+    press("Extras")
+    press("Import conditions...")
+    control("Lines as they will be stored", {Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE})
+    check_names("Import")
 
 
 def main():

@@ -196,6 +196,14 @@ TEST_F(ImportedLines, SayWhatTheBoxesWouldSay) {
     const auto tagged =
         sized(QString::fromStdString(headings + "EXP,,,") + QString(300, 'T') + ",500,40,180,12,30");
     EXPECT_TRUE(tagged.front().read.problems.join(' ').startsWith("Tag: no more than "));
+    // Applications by the names that users give them; tags as their screen stores them.
+    const auto named = sized(QString::fromStdString(headings) +
+                             "hydro Tank,,,ET1,50,,,40,60\nTHERM.,,,PUMP-ROOM1,500,40,140,55,120\n"
+                             "Water-hammer arrester,,,CHWP01,,,,,,2 in Sch 40,100,50,40,60,150");
+    for (const auto& [at, tag] : {std::pair(0U, "ET1-"), {1U, "PUMP-ROOM1"}, {2U, "CHWP01"}}) {
+        EXPECT_EQ(named.at(at).read.problems.join(' ').toStdString(), "");
+        EXPECT_EQ(named.at(at).line.tags[0], tag);
+    }
 }
 
 TEST_F(ImportedLines, GetTheFirstModelOfTheSearch) {

@@ -214,6 +214,10 @@ QStringList unseen(const Screen& screen) {
             for (int column = 0; !heads->isHidden() && column < heads->count(); ++column)
                 if (heads->sectionSize(column) < heads->sectionSizeHint(column))
                     faults << QString("%1 cuts the heading %2").arg(widget->objectName()).arg(column);
+            const bool isRoom = // with larger letters it scrolls sideways
+                BrennovalMain::instance()->width() > 65 * QApplication::font().pointSize();
+            if (screen.name() == "frmJobOverview" && isRoom && heads->length() > list->viewport()->width())
+                faults << "the state of a tank is cut";
         }
         if (needed > widget->width())
             faults << QString("%1 has %2 of %3 pixels")
@@ -233,6 +237,9 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
                     {{960, 512}, {9, 12, 14}},          // 1920 x 1080 at 200 %
                     {{683, 357}, {9, 12}}};             // 1366 x 768 at 200 %
     const QFont before = QApplication::font();
+    Gateway::execute("User",
+                     "INSERT INTO tblJobData (TankID, TankNo, JobID, TankClass, ModelNo, Qty, TagID01) "
+                     "VALUES ('J.2', 2, 'J', 'GWB', 'Gone', 1, 'AHU-1')");
     for (const auto& display : displays)
         for (const int points : display.points) {
             QFont font = before;
