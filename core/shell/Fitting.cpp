@@ -36,21 +36,28 @@ class Middle : public QScrollArea {
     QSize minimumSizeHint() const override { return {160, 80}; }
 
   protected:
-    /// Texts that wrap take their height from the width that there is.
     void resizeEvent(QResizeEvent* event) override {
-        if (const QLayout* rows = widget()->layout(); rows && rows->hasHeightForWidth())
-            widget()->setMinimumHeight(
-                rows->heightForWidth(std::max(viewport()->width(), rows->minimumSize().width())));
+        makeRoomForWraps();
         QScrollArea::resizeEvent(event);
     }
     /// The wheel scrolls; it does not choose in a list on which the pointer happens to be.
     bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == widget() && event->type() == QEvent::LayoutRequest)
+            makeRoomForWraps();
         const auto* list = dynamic_cast<QComboBox*>(object);
         if (list && event->type() == QEvent::Wheel && !list->hasFocus()) {
             event->ignore();
             return true;
         }
         return QScrollArea::eventFilter(object, event);
+    }
+
+  private:
+    /// Texts that wrap take their height from the width that there is.
+    void makeRoomForWraps() {
+        if (const QLayout* rows = widget()->layout(); rows && rows->hasHeightForWidth())
+            widget()->setMinimumHeight(
+                rows->heightForWidth(std::max(viewport()->width(), rows->minimumSize().width())));
     }
 };
 
@@ -115,8 +122,8 @@ void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
         layout->setParent(nullptr);
         to.addLayout(layout, stretch);
     } else if (QWidget* widget = item->widget()) {
+        delete item; // first, or Qt does not tell the new item when the height of a text that wraps changes
         to.addWidget(widget, stretch);
-        delete item;
     } else {
         to.addItem(item);
     }

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -255,6 +256,23 @@ TEST_F(EveryScreen, IsSeenWholeWithEveryOrdinaryFontAndScale) {
             });
         }
     QApplication::setFont(before);
+}
+
+// A message of two lines may be one more than a low window had room for when it opened.
+TEST_F(EveryScreen, ShowsWholeWhatALowWindowIsToldLater) {
+    QGuiApplication::clipboard()->setText(
+        "Application\tVolume\tMin Temperature\tMax Temperature\tMin Pressure\tMax Pressure\n"
+        "Expansion\t500\t40\t180\t30\t12\n");
+    for (int height = 480; height > 300; height -= 15) {
+        BrennovalMain::instance()->resize(700, height);
+        Driver::settle();
+        ASSERT_TRUE(Screens::open("frmImport"));
+        Driver::press("frmImport", "cmdPaste");
+        const Screen& screen = *Screens::find("frmImport");
+        EXPECT_TRUE(screen.findChild<QLabel*>("lblState")->text().startsWith("1 of 1 lines cannot"));
+        EXPECT_EQ(unseen(screen).join("; ").toStdString(), "") << height;
+        Screens::unload("frmImport");
+    }
 }
 
 // The mark of a refused box adds to its range, which may change meanwhile.
