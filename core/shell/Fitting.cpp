@@ -33,7 +33,7 @@ class Middle : public QScrollArea {
         const int bar = verticalScrollBar()->sizeHint().width();
         return widget()->sizeHint() + QSize(bar, bar);
     }
-    QSize minimumSizeHint() const override { return {160, 80}; }
+    QSize minimumSizeHint() const override { return {160, 56}; } // two rows
 
   protected:
     void resizeEvent(QResizeEvent* event) override {
@@ -115,6 +115,21 @@ void breakRow(QVBoxLayout& rows, int index, int width) {
     }
 }
 
+/// Puts what stands at the right end of a tool bar into a row of its own.
+void breakToolBar(const QWidget& screen, QLayout& toolBar) {
+    auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
+    if (!rows || !hasSpacer(toolBar))
+        return;
+    auto* next = new QHBoxLayout;
+    next->setSpacing(toolBar.spacing());
+    const QMargins margins = toolBar.contentsMargins();
+    next->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom());
+    rows->insertLayout(1, next);
+    while (!toolBar.itemAt(toolBar.count() - 1)->spacerItem())
+        next->insertItem(0, toolBar.takeAt(toolBar.count() - 1));
+    next->insertStretch(0);
+}
+
 void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
     const int stretch = from.stretch(index);
     QLayoutItem* item = from.takeAt(index);
@@ -169,6 +184,8 @@ void Fitting::scaleWidths(const QWidget& screen) {
 
 void Fitting::tighten(const QWidget& screen) {
     constexpr int gap = 2;
+    for (auto* row : screen.findChildren<QHBoxLayout*>())
+        row->setSpacing(row->spacing()); // which it may have from a layout that gets less below
     for (QLayout* layout : screen.findChildren<QLayout*>()) {
         const QMargins margins = layout->contentsMargins();
         layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
@@ -182,16 +199,22 @@ void Fitting::tighten(const QWidget& screen) {
 }
 
 void Fitting::fitToolBar(const QWidget& screen, int width) {
-    const QLayout* toolBar = toolBarOf(screen);
+    QLayout* toolBar = toolBarOf(screen);
     if (!toolBar)
         return;
     const QMargins margins = screen.layout()->contentsMargins();
-    if (toolBar->minimumSize().width() + margins.left() + margins.right() <= width)
+    const auto fits = [&] {
+        toolBar->invalidate(); // no hidden button tells it that it has become narrower
+        return toolBar->minimumSize().width() + margins.left() + margins.right() <= width;
+    };
+    if (fits())
         return;
     for (int i = 0; i < toolBar->count(); ++i)
         if (auto* button = dynamic_cast<QToolButton*>(toolBar->itemAt(i)->widget()))
             if (!button->icon().isNull())
                 button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    if (!fits())
+        breakToolBar(screen, *toolBar);
 }
 
 void Fitting::letScroll(QWidget& screen, int width) {
