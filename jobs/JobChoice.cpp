@@ -114,6 +114,7 @@ void prepare(QComboBox* box) {
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setMaxVisibleItems(15);
     box->lineEdit()->setPlaceholderText(tr("Find or choose a job"));
+    box->lineEdit()->setAccessibleName(box->accessibleName());
     new Finder(box); // which the box owns
 }
 
