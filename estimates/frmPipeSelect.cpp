@@ -112,11 +112,10 @@ void frmPipeSelect::fillSizes() {
 /// From a family that was just chosen, Return goes on with the row, and a typed size finds it in the list.
 void frmPipeSelect::keyPressEvent(QKeyEvent* event) {
     const QString text = event->text();
-    if (!dynamic_cast<QRadioButton*>(focusWidget()) || text.isEmpty() || event->key() == Qt::Key_Space)
-        Screen::keyPressEvent(event);
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    const bool onFamily = dynamic_cast<QRadioButton*>(focusWidget());
+    if (onFamily && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         bttnOK->click();
-    else if (text[0].isPrint()) {
+    else if (onFamily && !text.isEmpty() && text[0].isPrint() && event->key() != Qt::Key_Space) {
         lvPipeSizes->setFocus();
         lvPipeSizes->keyboardSearch(text);
     } else
