@@ -242,7 +242,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
     }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
-    screen.setMinimumSize(0, 0);
+    screen.setMinimumSize(std::min(screen.minimumWidth(), width), 0); // its boxes keep their widths
     middle->show(); // else the layout shows it only later, and counts it as empty until then
     for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
         layout->activate();

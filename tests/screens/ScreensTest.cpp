@@ -282,6 +282,9 @@ TEST_F(EveryScreen, ShowsWholeWhatALowWindowIsToldLater) {
         EXPECT_EQ(unseen(screen).join("; ").toStdString(), "") << height;
         Screens::unload("frmImport");
     }
+    ASSERT_TRUE(Screens::open("frmValidateRep")); // an address is seen whole where there is room for it
+    Driver::enter("frmValidateRep", "txtAddress1", "Suite 1200, 1201 Superior Avenue");
+    EXPECT_EQ(unseen(*Screens::find("frmValidateRep")).join("; ").toStdString(), "");
 }
 
 // The mark of a refused box adds to its range, which may change meanwhile.
