@@ -7,6 +7,7 @@
 #include "core/store/Catalogue.h"
 #include "estimates/Pipes.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 
 using namespace Catalogue;
@@ -89,15 +90,36 @@ void frmPipeSelect::preselect() {
     lvPipeSizes->setCurrentItem(lvPipeSizes->topLevelItem(0));
 }
 
+/// Another family, or the other names, keep the size that was chosen, as far as they have it.
 void frmPipeSelect::fillSizes() {
+    constexpr int size = Qt::UserRole + 1; // such as "1-1/4 in"
+    const auto chosen = lvPipeSizes->selectedItems();
+    const QVariant chosenSize = chosen.isEmpty() ? QVariant() : chosen.first()->data(0, size);
     const QString schedule = radSch40->isChecked() ? "40" : radSch80->isChecked() ? "80" : "Cu";
     ListRows rows;
     for (const PipeSize& pipe : pipesOf(schedule)) {
         rows.push_back(std::make_unique<ListRow>(
             QStringList{bttnMetric->isChecked() ? pipe.metricIndex : pipe.pipeIndex}));
         rows.back()->setSortKey(0, pipe.bore);
+        rows.back()->setData(0, size, pipe.pipeIndex.section(u' ', 0, 1));
     }
     fillList(lvPipeSizes, {"Size"}, std::move(rows), Selected::None);
+    for (QTreeWidgetItemIterator row(lvPipeSizes); *row; ++row)
+        if ((*row)->data(0, size) == chosenSize)
+            lvPipeSizes->setCurrentItem(*row);
+}
+
+/// From a family that was just chosen, Return goes on with the row, and a typed size finds it in the list.
+void frmPipeSelect::keyPressEvent(QKeyEvent* event) {
+    const QString text = event->text();
+    const bool onFamily = dynamic_cast<QRadioButton*>(focusWidget());
+    if (onFamily && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        bttnOK->click();
+    else if (onFamily && !text.isEmpty() && text[0].isPrint() && event->key() != Qt::Key_Space) {
+        lvPipeSizes->setFocus();
+        lvPipeSizes->keyboardSearch(text);
+    } else
+        Screen::keyPressEvent(event);
 }
 
 /// Always the U.S. key, whichever the list shows.

@@ -14,6 +14,7 @@ class frmPipeSelect : public Screen, private Ui::frmPipeSelect {
     void Load() override;
     void Activate() override;
     QWidget* firstField() const override;
+    void keyPressEvent(QKeyEvent* event) override;
     QString presentKey() const;
     void preselect();
     void fillSizes();

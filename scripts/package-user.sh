@@ -95,7 +95,7 @@ size_a_tank() {
     click 452 302 # Expansion Tank
     keys Tab
     types 500
-    keys Tab Tab
+    keys Tab Tab Tab # past the estimate and the lowest temperature
     types 180
     keys Tab
     types 12
@@ -103,7 +103,7 @@ size_a_tank() {
     types 30
     keys alt+n
     wait_for is 'SELECT TankID, TotSysVolume, SOTMax, SOPMin, SOPMax FROM tblJobData' '2026-015.1|500.0|180.0|12.0|30.0'
-    click 430 322 # RCB - Top/Bottom System Connection
+    keys Return # RCB - Top/Bottom System Connection, the first
     keys alt+n
     wait_for is 'SELECT TankClass, RequiredVolume, RequiredAcceptance FROM tblJobData' 'RCB|37.8334|15.2355'
     keys alt+n
@@ -112,9 +112,9 @@ size_a_tank() {
 
 # Previews the submittal and exports it under the suggested name.
 export_submittal() {
-    click 85 215 # Preview
-    click 36 9   # File, in a window whose menu bar starts with the viewer's mark
-    click 66 78  # Export
+    keys Return # Preview, which has the focus
+    keys alt+f
+    keys e
     keys p
     wait_for window '^Save As'
     keys Return

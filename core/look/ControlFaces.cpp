@@ -6,8 +6,8 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLayout>
 #include <QRadioButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -71,7 +71,7 @@ class ListFace : public QAccessibleWidget, public QAccessibleValueInterface {
 /// The heading of the column in which an option is, or else the title of its group.
 QString headingOf(const QWidget& option) {
     const auto* group = dynamic_cast<const QGroupBox*>(option.parentWidget());
-    const QLayout* column = group ? group->layout() : nullptr;
+    const auto* column = group ? dynamic_cast<const QVBoxLayout*>(group->layout()) : nullptr;
     QString heading = group ? group->title() : QString();
     for (int i = 0; column && i < column->count() && column->itemAt(i)->widget() != &option; ++i)
         if (const auto* label = dynamic_cast<const QLabel*>(column->itemAt(i)->widget()))

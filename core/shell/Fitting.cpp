@@ -82,24 +82,31 @@ class Middle : public QScrollArea {
         const int bar = verticalScrollBar()->sizeHint().width();
         return widget()->sizeHint() + QSize(bar, bar);
     }
-    QSize minimumSizeHint() const override { return {160, 80}; }
+    QSize minimumSizeHint() const override { return {160, 56}; } // two rows
 
   protected:
-    /// Texts that wrap take their height from the width that there is.
     void resizeEvent(QResizeEvent* event) override {
-        if (const QLayout* rows = widget()->layout(); rows && rows->hasHeightForWidth())
-            widget()->setMinimumHeight(
-                rows->heightForWidth(std::max(viewport()->width(), rows->minimumSize().width())));
+        makeRoomForWraps();
         QScrollArea::resizeEvent(event);
     }
     /// The wheel scrolls; it does not choose in a list on which the pointer happens to be.
     bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == widget() && event->type() == QEvent::LayoutRequest)
+            makeRoomForWraps();
         const auto* list = dynamic_cast<QComboBox*>(object);
         if (list && event->type() == QEvent::Wheel && !list->hasFocus()) {
             event->ignore();
             return true;
         }
         return QScrollArea::eventFilter(object, event);
+    }
+
+  private:
+    /// Texts that wrap take their height from the width that there is.
+    void makeRoomForWraps() {
+        if (const QLayout* rows = widget()->layout(); rows && rows->hasHeightForWidth())
+            widget()->setMinimumHeight(
+                rows->heightForWidth(std::max(viewport()->width(), rows->minimumSize().width())));
     }
 };
 
@@ -166,6 +173,21 @@ int leastHeight(const QTreeWidget& list) {
            list.horizontalScrollBar()->sizeHint().height();
 }
 
+/// Puts what stands at the right end of a tool bar into a row of its own.
+void breakToolBar(const QWidget& screen, QLayout& toolBar) {
+    auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
+    if (!rows || !hasSpacer(toolBar))
+        return;
+    auto* next = new QHBoxLayout;
+    next->setSpacing(toolBar.spacing());
+    const QMargins margins = toolBar.contentsMargins();
+    next->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom());
+    rows->insertLayout(1, next);
+    while (!toolBar.itemAt(toolBar.count() - 1)->spacerItem())
+        next->insertItem(0, toolBar.takeAt(toolBar.count() - 1));
+    next->insertStretch(0);
+}
+
 void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
     const int stretch = from.stretch(index);
     QLayoutItem* item = from.takeAt(index);
@@ -173,8 +195,8 @@ void move(QVBoxLayout& from, int index, QVBoxLayout& to) {
         layout->setParent(nullptr);
         to.addLayout(layout, stretch);
     } else if (QWidget* widget = item->widget()) {
+        delete item; // first, or Qt does not tell the new item when the height of a text that wraps changes
         to.addWidget(widget, stretch);
-        delete item;
     } else {
         to.addItem(item);
     }
@@ -220,6 +242,8 @@ void Fitting::scaleWidths(const QWidget& screen) {
 
 void Fitting::tighten(const QWidget& screen) {
     constexpr int gap = 2;
+    for (auto* row : screen.findChildren<QHBoxLayout*>())
+        row->setSpacing(row->spacing()); // which it may have from a layout that gets less below
     for (QLayout* layout : screen.findChildren<QLayout*>()) {
         const QMargins margins = layout->contentsMargins();
         layout->setContentsMargins(margins.left(), std::min(margins.top(), 2 * gap), margins.right(),
@@ -233,16 +257,22 @@ void Fitting::tighten(const QWidget& screen) {
 }
 
 void Fitting::fitToolBar(const QWidget& screen, int width) {
-    const QLayout* toolBar = toolBarOf(screen);
+    QLayout* toolBar = toolBarOf(screen);
     if (!toolBar)
         return;
     const QMargins margins = screen.layout()->contentsMargins();
-    if (toolBar->minimumSize().width() + margins.left() + margins.right() <= width)
+    const auto fits = [&] {
+        toolBar->invalidate(); // no hidden button tells it that it has become narrower
+        return toolBar->minimumSize().width() + margins.left() + margins.right() <= width;
+    };
+    if (fits())
         return;
     for (int i = 0; i < toolBar->count(); ++i)
         if (auto* button = dynamic_cast<QToolButton*>(toolBar->itemAt(i)->widget()))
             if (!button->icon().isNull())
                 button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    if (!fits())
+        breakToolBar(screen, *toolBar);
 }
 
 void Fitting::letScroll(QWidget& screen, int width) {
@@ -271,7 +301,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
     }
     for (QComboBox* list : middle->findChildren<QComboBox*>())
         list->installEventFilter(middle);
-    screen.setMinimumSize(0, 0);
+    screen.setMinimumSize(std::min(screen.minimumWidth(), width), 0); // its boxes keep their widths
     middle->show(); // else the layout shows it only later, and counts it as empty until then
     for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
         layout->activate();

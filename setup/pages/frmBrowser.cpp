@@ -29,6 +29,7 @@ frmBrowser::frmBrowser() : PageScreen("frmBrowser") {
         brwWebBrowser->stop();
         busy = false;
     });
+    cboAddress->lineEdit()->setAccessibleName(cboAddress->accessibleName());
     connect(cboAddress->lineEdit(), &QLineEdit::returnPressed, this,
             [this] { trap(".cboAddress", [this] { goTo(cboAddress->currentText()); }); });
     connect(cboAddress, &QComboBox::activated, this,

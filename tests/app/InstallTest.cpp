@@ -160,6 +160,8 @@ TEST(Install, CommandNeedsAHomeAndASessionThatCanBeStored) {
                                 : QDir(home.path())
                                       .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
                                       .isEmpty());
+        EXPECT_TRUE(row.variables != QStringList{"HOME={home}"} ||
+                    QFile::exists(home.path() + "/.local/share/Fennerbrooke/Brennoval/" + userFile));
         EXPECT_FALSE(QFile::exists(home.path() + "/data/data"));
         EXPECT_EQ(QFile::exists(home.path() + "/data"),
                   row.variables.filter("{home}/data").size() == 1 && row.session);

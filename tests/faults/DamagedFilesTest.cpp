@@ -11,9 +11,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 
+#include <functional>
 #include <random>
 
 using namespace Gateway;
@@ -211,4 +213,27 @@ TEST(Start, WaitsForALockWithoutFreezing) {
     ASSERT_TRUE(QTest::qWaitFor([] { return BrennovalMain::instance() != nullptr; }, 10000));
     EXPECT_EQ(Screens::find("frmError")->Tag, "0");
     Driver::stop();
+}
+
+// A start without data says why, and can be given up from the dialog and from the picture behind it.
+TEST(Start, WithoutDataSaysWhyAndCanBeGivenUp) {
+    const TemporaryHome home;
+    registerAll();
+    ScriptedDialogs::install();
+    qputenv("BRENNOVAL_INSTALL_FAILURE", "brennoval-install: no room on the disk");
+    const std::function<void()> waysOut[] = {
+        [] { Driver::press("frmDatabasePath", "CancelButton"); },
+        [] { QTest::keyClick(Screens::find("frmDatabasePath"), Qt::Key_Escape); },
+        [] { QTest::keyClick(Screens::find("frmSplash"), Qt::Key_Escape); }};
+    for (const auto& leave : waysOut) {
+        Screens::open("frmSplash");
+        ASSERT_TRUE(QTest::qWaitFor([] { return Driver::isOpen("frmDatabasePath"); }, 10000));
+        const QString why = Driver::control<QLabel>("frmDatabasePath", "lblFailed")->text();
+        EXPECT_TRUE(why.endsWith("start again.\nno room on the disk")) << why.toStdString();
+        QTimer::singleShot(0, leave);
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(1); });
+        EXPECT_EQ(QCoreApplication::exec(), 0);
+        Driver::stop();
+    }
+    qunsetenv("BRENNOVAL_INSTALL_FAILURE");
 }

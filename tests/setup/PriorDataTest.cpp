@@ -143,6 +143,7 @@ QList<Row> withColumn(QList<Row> rows, const QString& from, const QString& to) {
 } // namespace
 
 TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
     for (const char* name : {"typical", "distinct", "worn", "large", "empty"}) {
         SCOPED_TRACE(name);
         const QString file = fixtures + "prior-" + name + ".mdb";
@@ -169,6 +170,9 @@ TEST_F(PriorData, ArrivesWholeAndToTheLastCharacter) {
             tanks[i]["TankClass"] = model.atEnd() ? "" : model["Class"].text();
         }
         expectRows("SELECT * FROM tblJobData ORDER BY TankNo", tanks);
+        EXPECT_EQ(
+            value("SELECT COUNT(*) AS V FROM tblJobData WHERE ifnull(DateCreated, '') < '" + today + "'"),
+            "0");
         EXPECT_EQ(converted(), "1");
         EXPECT_FALSE(QFile::exists(priorFile())) << "what arrived is deleted";
         beginAnew();
