@@ -153,8 +153,8 @@ bool showsItsNumber(const QTreeWidgetItem& row, int column) {
     return std::abs(shown.captured(1).remove(u',').toDouble() - key.toDouble() * share) < .51;
 }
 
-/// Whether a column holds numbers alone; some of its cells may be empty. How a number is shown does not change
-/// further down a long list.
+/// Whether a column holds numbers alone; some of its cells may be empty. How a number is shown does not
+/// change further down a long list.
 bool holdsNumbers(const QList<QTreeWidgetItem*>& rows, int column) {
     constexpr int looked = 200;
     int numbers = 0;

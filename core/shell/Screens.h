@@ -41,8 +41,8 @@ bool activeExists();
 /// Shows changes made to the data since a screen was loaded, if the user has entered nothing there. False if
 /// its record is gone, and the screen with it.
 bool freshen(Screen* screen);
-/// Tells that a screen has written what its Load writes and now reads what it shows, which is not filled again
-/// for its own writing.
+/// Tells that a screen has written what its Load writes and now reads what it shows, which is not filled
+/// again for its own writing.
 void startReading(const Screen& screen);
 /// Freshens the active screen, when the user returns to the main window. Does nothing while a handler
 /// waits for the user.
