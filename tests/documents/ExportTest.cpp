@@ -282,7 +282,7 @@ TEST_F(Exports, TiffHasItsPagesAndResolution) {
     for (const char* page : {"1", "3"}) {
         const QByteArray shown =
             run("pdftoppm", {"-gray", "-r", "40", "-f", page, "-l", page, "-singlefile", shownAs});
-        const QByteArray dots = shown.right(340 * 440);
+        const QByteArray dots = shown.right(qsizetype(340) * 440);
         const double light = std::accumulate(dots.begin(), dots.end(), 0.0,
                                              [](double sum, char dot) { return sum + std::uint8_t(dot); }) /
                              double(dots.size());
