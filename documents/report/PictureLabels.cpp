@@ -47,10 +47,12 @@ LabelledPicture labelledPicture(const QByteArray& svg) {
             const auto attributes = reader.attributes();
             read(look, attributes);
             if (reader.name() == u"text" && !look.moved && !look.foreign) {
-                picture.labels.append({reader.readElementText(QXmlStreamReader::IncludeChildElements),
-                                       {attributes.value(QLatin1String("x")).toDouble(),
-                                        attributes.value(QLatin1String("y")).toDouble()},
-                                       look.style});
+                const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+                if (!text.isEmpty())
+                    picture.labels.append({text,
+                                           {attributes.value(QLatin1String("x")).toDouble(),
+                                            attributes.value(QLatin1String("y")).toDouble()},
+                                           look.style});
                 continue;
             }
             looks.append(look);

@@ -1,5 +1,6 @@
 #include "extras/package/JobPackage.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/JobHeader.h"
@@ -73,7 +74,7 @@ class Maker {
             if (const ReportKind* kind = findReport(report))
                 add("Submittal", 1, Report(*kind).Run().pages);
         if (chosen.calculations)
-            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
+            addCalculation(tank);
         if (chosen.specifications)
             addSpecification(tank);
         if (chosen.drawings)
@@ -126,6 +127,22 @@ class Maker {
         return report.Run().pages;
     }
 
+    /// A line whose stored figures allow no calculation gets a page that says so: one line must not cost all
+    /// documents of a job.
+    void addCalculation(const TankLine& tank) {
+        try {
+            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
+        } catch (const DatabaseFault&) {
+            throw;
+        } catch (const Fault& fault) {
+            add("Calculation sheet", 1,
+                pageOf(tank, "Calculation sheet", {},
+                       "The calculation cannot be shown: " + QString::fromUtf8(fault.what()) +
+                           ". Please look at the conditions of this tank.",
+                       {}));
+        }
+    }
+
     void addSpecification(const TankLine& tank) {
         const Specification specification = resultSpecification(tank);
         const QString text = (specification.text + "\n\n" + specification.lastLine).trimmed();
@@ -137,7 +154,9 @@ class Maker {
         const QString name = shownText(model.tankDraw);
         const auto known = name.isEmpty() ? std::nullopt : Catalogue::findDrawing(name);
         if (known)
-            add("Drawing", 1, pageOf(tank, "Drawing", {}, {}, readPicture(drawingPath(name, known->ending))));
+            add("Drawing", 1,
+                pageOf(tank, "Drawing", {}, {},
+                       withFigures(readPicture(drawingPath(name, known->ending)), figuresOf(model))));
     }
 
     static QString representative() {
