@@ -305,7 +305,8 @@ class Renderer {
             line.place.setRight(right);
     }
 
-    /// Shrinks a text onto one line as far as its control allows.
+    /// Shrinks a text onto one line as far as its control allows; several lines come first where they keep it
+    /// larger without parting a word.
     static bool fitsOneLine(const ReportControl& control, PageText& line) {
         const double width = TextFit::width(line.text, line.style);
         if (line.text.contains(u'\n'))
@@ -317,6 +318,15 @@ class Renderer {
         const double size = std::floor(fitting / sizeStep) * sizeStep;
         if (size < smallest)
             return false;
+        if (line.place.height() > 2 * size) {
+            const TextFit::Fitted fitted =
+                TextFit::fit(line.text, line.style, line.place.size(), size + sizeStep);
+            if (fitted.rest.isEmpty() && !fitted.text.contains(PageText::WordBreak)) {
+                line.text = fitted.text;
+                line.style = fitted.style;
+                return true;
+            }
+        }
         TextStyle style = line.style;
         style.size = size;
         line.style = style;

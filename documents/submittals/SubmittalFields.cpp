@@ -17,6 +17,7 @@
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
 #include "documents/specifications/Placeholders.h"
+#include "documents/submittals/SubmittalRoom.h"
 #include "documents/tags/UnitTags.h"
 
 using namespace Catalogue;
@@ -68,6 +69,7 @@ class Filler {
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         describe();
         showDrawing();
+        shareRoom(report.layout());
         if (kind.drawdown && application == Application::Hydropneumatic)
             showDrawdown();
         if (kind.drawdown) { // only a "Y" shows a mark, and only on this submittal

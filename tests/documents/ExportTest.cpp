@@ -213,7 +213,7 @@ TEST_F(Exports, PdfTellsWhatItsPartsAre) {
     } cases[] = {
         {{"Submittal", "Author", "a", submittal("T1", "RCB 500")},
          {"Document Figure:", R"(H1 (block) "Brennoval Submittal")", R"(P (block) "JOB" "O'Hara & 水 <7>")",
-          R"(H2 (block) "CONSTRUCTION")", R"(P (block) "Shell:" "Carbon steel")", R"("charging" "valve")",
+          R"(H2 (block) "CONSTRUCTION")", R"(P (block) "Shell:" "Carbon steel")", R"("charging valve")",
           R"(H2 (block) "Typical Specifications")", R"(P (block) "Temperatures" "Min 40°F" "Max 180°F")"}},
         {report("rptExpTankList", "Thermal Expansion Tank"),
          {R"(H1 (block) "List of Standard Models")",
