@@ -64,9 +64,11 @@ Workbook::CellStyle cellStyleOf(const PageText& text) {
     return style;
 }
 
-void addCell(Workbook& book, int row, int column, const PageText& text, bool indented) {
+void addCell(Workbook& book, int row, int column, const PageText& text, bool indented,
+             const Workbook::Frame& frame) {
     Workbook::CellStyle style = cellStyleOf(text);
     style.indented = indented;
+    style.frame = frame;
     if (!text.isNumber()) // text that looks like a number is a name or a code, and stays text
         return book.text(row, column, text.plain(), style);
     style.numberFormat = spreadsheetFormat(text.style->pattern, text.number);

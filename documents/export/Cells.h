@@ -7,7 +7,8 @@
 Workbook::CellStyle cellStyleOf(const PageText& text);
 
 /// Writes a text into a cell: numbers with their format, anything else as text.
-void addCell(Workbook& book, int row, int column, const PageText& text, bool indented = false);
+void addCell(Workbook& book, int row, int column, const PageText& text, bool indented = false,
+             const Workbook::Frame& frame = {});
 
 /// The name of a document's sheet, counted from 1.
 QString sheetName(const Document& document, int number);

@@ -188,6 +188,18 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
     EXPECT_TRUE(sheet.contains("<gnm:Filter Area=\"A3:J" + QByteArray::number(rows + 3) + "\"/>"));
 }
 
+TEST_F(Exports, WorkbookOfASubmittalHasLogoDrawingAndBoxes) {
+    const Document document{"Submittal", "Author", "a",
+                            submittal("T1", "RCB 500") + submittal("T4", "SHK 300")};
+    const QByteArray sheet = run(
+        "ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", write("mnuExportExcel", document, "a.xls"), "fd://1"});
+    EXPECT_EQ(sheet.count("<gnm:SheetObjectImage "), 4) << "a logo and a drawing for each";
+    EXPECT_GT(sheet.count("<gnm:Left Style=\"1\""), 10);
+    EXPECT_GT(sheet.count("<gnm:Bottom Style=\"1\""), 10);
+    EXPECT_TRUE(sheet.contains("Shade=\"1\"")) << "bars behind headings";
+    EXPECT_EQ(sheet.count("<gnm:break "), 1) << "each submittal begins a page";
+}
+
 TEST_F(Exports, PdfHasTextAndVectors) {
     const QString file = write("mnuExportPDF", submittal("T1", "RCB 500"), "a.pdf");
     const QString info = run("pdfinfo", {file});
