@@ -269,6 +269,19 @@ class Renderer {
         return result;
     }
 
+    /// A text without what is no letter: a soft hyphen would show in some places only, and the separators of
+    /// paragraphs and pages that word processors leave behind end a line like any other.
+    static QString readable(QString content) {
+        constexpr QChar softHyphen(0xAD);
+        const auto isSeparator = [](QChar c) { return c == QChar(0x2029) || c == u'\f' || c == u'\v'; };
+        if (std::none_of(content.cbegin(), content.cend(),
+                         [&](QChar c) { return c == softHyphen || isSeparator(c); }))
+            return content;
+        content.remove(softHyphen);
+        std::replace_if(content.begin(), content.end(), isSeparator, QChar(u'\n'));
+        return content;
+    }
+
     /// Reuses a text already in memory: lists repeat the same few texts over and over.
     const QString& known(const QString& content) {
         constexpr qsizetype most = 2000; // texts remembered
@@ -281,7 +294,7 @@ class Renderer {
               std::optional<double> number) {
         if (content.isEmpty())
             return;
-        PageText result = placed(control, at, known(content));
+        PageText result = placed(control, at, known(readable(content)));
         if (number)
             result.number = *number;
         if (!control.style.mark.isEmpty())
