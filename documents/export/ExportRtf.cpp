@@ -114,7 +114,7 @@ QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& 
            property("lineWidth", QByteArray::number(std::lround(lineWidth * emuPerPoint))) + "}}\n";
 }
 
-/// The boxes and lines of a page, in its first paragraph.
+/// The boxes and lines of a page.
 QByteArray shapes(const Page& page) {
     constexpr int rectangle = 1;
     constexpr int straightLine = 20;
@@ -135,6 +135,18 @@ QByteArray picture(const PagePicture& drawing) {
            pictureAsPng(drawing).toHex() + "}\\par\n";
 }
 
+/// Begins a page as a section of its own: it may lie the other way than the one before, and its header holds
+/// its boxes and lines, for only there does every word processor keep them behind the texts.
+QByteArray section(const Page& page) {
+    QByteArray begun =
+        "\\sectd\\sbkpage\\pgwsxn" + twips(page.size.width()) + "\\pghsxn" + twips(page.size.height());
+    if (page.size.width() > page.size.height())
+        begun += "\\lndscpsxn";
+    for (const char* side : {"\\marglsxn", "\\margrsxn", "\\margtsxn", "\\margbsxn"})
+        begun += side + twips(edge);
+    return begun + "\\headery0{\\header\\pard\\sl-20\\slmult0\\fs2 " + shapes(page) + "\\par}\\pard\n";
+}
+
 } // namespace
 
 void Export::rtf(const Document& document, QIODevice& file) {
@@ -150,8 +162,8 @@ void Export::rtf(const Document& document, QIODevice& file) {
     bool first = true;
     for (const Page& page : document.pages) {
         if (!std::exchange(first, false))
-            file.write("\\pard\\page\n");
-        file.write(shapes(page));
+            file.write("\\sect");
+        file.write(section(page));
         for (const PagePicture& drawing : page.pictures)
             if (!drawing.isText && !drawing.mark) // those are in words
                 file.write(picture(drawing));

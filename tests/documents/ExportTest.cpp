@@ -200,6 +200,22 @@ TEST_F(Exports, WorkbookOfASubmittalHasLogoDrawingAndBoxes) {
     EXPECT_EQ(sheet.count("<gnm:break "), 1) << "each submittal begins a page";
 }
 
+// Each page of a package is a section as it lies, with its boxes behind the texts.
+TEST_F(Exports, RtfPagesLieAsTheyAreAndHaveTheirBoxesBehind) {
+    const Document document{"Package", "Author", "a",
+                            submittal("T1", "RCB 500") + report("rptSchedule").pages +
+                                submittal("T4", "SHK 300")};
+    QFile file(write("mnuExportRTF", document, "a.rtf"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> sections = file.readAll().replace("\n", "").replace("\\sectd", "\n").split('\n');
+    ASSERT_EQ(sections.size(), 4);
+    for (int i = 1; i < 4; ++i) {
+        EXPECT_EQ(sections[i].contains("\\lndscpsxn"), i == 2) << i;
+        EXPECT_GT(sections[i].indexOf("\\shp{"), sections[i].indexOf("{\\header")) << i;
+        EXPECT_LT(sections[i].lastIndexOf("\\shp{"), sections[i].indexOf("\\par}\\pard")) << i;
+    }
+}
+
 TEST_F(Exports, PdfHasTextAndVectors) {
     const QString file = write("mnuExportPDF", submittal("T1", "RCB 500"), "a.pdf");
     const QString info = run("pdfinfo", {file});
