@@ -50,7 +50,7 @@ class SheetWriter {
         const auto frames = SheetBoxes::framesOf(page, rows, edges);
         for (qsizetype i = 0; i < rows.size(); ++i)
             add(rows[i], frames[i]);
-        SheetBoxes::addPictures(page, rows, edges, firstRow, book);
+        SheetBoxes::addPictures(page, rows, edges, firstRow, pictures, book);
     }
 
     /// The height of a row in points; 0 for a row's own.
@@ -120,6 +120,7 @@ class SheetWriter {
     const Document& document;
     const QList<double> edges;
     Workbook book;
+    PngPictures pictures;
     int sheets = 0;
     int row = Workbook::MostRows;
 };

@@ -127,12 +127,12 @@ QByteArray shapes(const Page& page) {
 }
 
 /// A picture at its place on the page.
-QByteArray picture(const PagePicture& drawing) {
+QByteArray picture(const PagePicture& drawing, PngPictures& pictures) {
     const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
     return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
            twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
-           twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
-           pictureAsPng(drawing).toHex() + "}\\par\n";
+           twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' + pictures.of(drawing).toHex() +
+           "}\\par\n";
 }
 
 /// Begins a page as a section of its own: it may lie the other way than the one before, and its header holds
@@ -160,13 +160,14 @@ void Export::rtf(const Document& document, QIODevice& file) {
         file.write(side + twips(edge));
     file.write("\\f0\n");
     bool first = true;
+    PngPictures pictures;
     for (const Page& page : document.pages) {
         if (!std::exchange(first, false))
             file.write("\\sect");
         file.write(section(page));
         for (const PagePicture& drawing : page.pictures)
             if (!drawing.isText && !drawing.mark) // those are in words
-                file.write(picture(drawing));
+                file.write(picture(drawing, pictures));
         file.write(paragraphs(page));
     }
     file.write("}\n");

@@ -116,7 +116,7 @@ QList<QHash<int, Workbook::Frame>> framesOf(const Page& page, const QList<Row>& 
 }
 
 void addPictures(const Page& page, const QList<Row>& rows, const QList<double>& edges, int firstRow,
-                 Workbook& book) {
+                 PngPictures& pictures, Workbook& book) {
     const auto across = [&](double x) {
         const int column = columnAt(edges, x);
         const double next = column + 1 < edges.size() ? edges[column + 1] : page.size.width() - edges.first();
@@ -139,7 +139,7 @@ void addPictures(const Page& page, const QList<Row>& rows, const QList<double>& 
             left -= heightOf(rows[row++]);
         lowerRight.row = firstRow + int(row);
         lowerRight.down = std::min(1., left / heightOf(rows[row]));
-        book.picture(pictureAsPng(picture), picture.description, upperLeft, lowerRight);
+        book.picture(pictures.of(picture), picture.description, upperLeft, lowerRight);
     }
 }
 

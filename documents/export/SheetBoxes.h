@@ -25,6 +25,6 @@ QList<QHash<int, Workbook::Frame>> framesOf(const Page& page, const QList<Row>& 
 
 /// Adds the pictures of a page whose rows begin at a row of the last sheet.
 void addPictures(const Page& page, const QList<Row>& rows, const QList<double>& edges, int firstRow,
-                 Workbook& book);
+                 PngPictures& pictures, Workbook& book);
 
 } // namespace SheetBoxes
