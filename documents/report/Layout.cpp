@@ -307,10 +307,14 @@ class Reader {
 } // namespace
 
 Layout Layout::load(const QString& name) {
+    static QHash<QString, Layout> known; // the resources never change, and a package loads each many times
+    const auto found = known.constFind(name);
+    if (found != known.cend())
+        return *found;
     QFile file(":/layouts/" + name + ".layout");
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("There is no layout " + name.toStdString());
-    return parse(name, QString::fromUtf8(file.readAll()));
+    return *known.insert(name, parse(name, QString::fromUtf8(file.readAll())));
 }
 
 Layout Layout::parse(const QString& name, const QString& text) {
