@@ -3,6 +3,7 @@
 #include "core/store/Model.h"
 
 #include <QByteArray>
+#include <QString>
 
 /// A model's own dimensions in inches, for the places that its drawing keeps at A, B and C. Empty ones leave
 /// their place empty.

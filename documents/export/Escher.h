@@ -2,6 +2,8 @@
 
 #include "documents/export/Biff.h"
 
+#include <QList>
+
 #include <utility>
 
 /// The parts of drawings in binary spreadsheets.

@@ -163,11 +163,11 @@ void Workbook::text(int row, int column, const QString& text, const CellStyle& s
 }
 
 void Workbook::number(int row, int column, double value, const CellStyle& style) {
-    sheets.last().cells.append({row, column, styleIndex(style), numberCell, value});
+    sheets.last().cells.append({row, column, styleIndex(style), NumberCell, value});
 }
 
 void Workbook::blank(int row, int column, const CellStyle& style) {
-    sheets.last().cells.append({row, column, styleIndex(style), blankCell, 0});
+    sheets.last().cells.append({row, column, styleIndex(style), BlankCell, 0});
 }
 
 void Workbook::picture(const QByteArray& png, const QString& description,
@@ -357,9 +357,9 @@ QByteArray Workbook::sheetRecords(int number) const {
         put<std::uint16_t>(body, std::uint16_t(stylesOfTheDefault + cell.style));
         if (cell.string >= 0)
             put<std::uint32_t>(body, std::uint32_t(cell.string));
-        else if (cell.string == numberCell)
+        else if (cell.string == NumberCell)
             put(body, cell.value);
-        record(stream, cell.string >= 0 ? 0x00FD : cell.string == numberCell ? 0x0203 : 0x0201, body);
+        record(stream, cell.string >= 0 ? 0x00FD : cell.string == NumberCell ? 0x0203 : 0x0201, body);
     }
     if (filter.columns > 0)
         stream += FilterButtons::ofSheet(number + 1, filter.headingRow, filter.columns);

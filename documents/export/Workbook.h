@@ -69,8 +69,8 @@ class Workbook {
         int string; // index in the string table, or one of those below
         double value;
     };
-    static constexpr int numberCell = -1;
-    static constexpr int blankCell = -2;
+    static constexpr int NumberCell = -1;
+    static constexpr int BlankCell = -2;
     struct Merged {
         int row;
         int first;
