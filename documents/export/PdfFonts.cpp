@@ -74,6 +74,10 @@ int PdfFonts::fontOf(const QRawFont& raw) {
     return number;
 }
 
+quint32 PdfFonts::glyphOf(int font, const QString& letter) const {
+    return fonts[std::size_t(font)].raw.glyphIndexesForString(letter).value(0);
+}
+
 /// Takes a glyph into the file. Says whether it stands for this text there: a glyph has one meaning, which is
 /// its first.
 bool PdfFonts::use(int number, quint32 glyph, const QString& text) {
@@ -112,8 +116,7 @@ void PdfFonts::shape(QStringView line, const TextStyle& style, PdfShape& result)
         const QChar c = line[i];
         int& code = latin.codes[c.unicode()];
         if (code == 0) {
-            const quint32 glyph =
-                fonts[std::size_t(latin.font)].raw.glyphIndexesForString(QString(c)).value(0);
+            const quint32 glyph = glyphOf(latin.font, QString(c));
             code = use(latin.font, glyph, QString(c)) ? int(glyph) : -1;
         }
         if (code < 0) {
@@ -181,8 +184,7 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
             word.finish();
         if (text == u"\t") { // a gap without a letter: figures beside it must not become one
             const int font = face(style).font;
-            const quint32 glyph =
-                fonts[std::size_t(font)].raw.glyphIndexesForString(QStringLiteral(" ")).value(0);
+            const quint32 glyph = glyphOf(font, QStringLiteral(" "));
             use(font, glyph, QStringLiteral(" "));
             result.letters.push_back({font, int(glyph), whole.cursorToX(int(from)) / pdfUnitsPerEm});
             word.finish();
@@ -192,14 +194,17 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
         bool told = false;
         for (const QGlyphRun& run : whole.glyphRuns(int(from), int(to - from))) {
             const int own = fontOf(run.rawFont());
-            const int font = own < 0 ? face(style).font : own;
             const QList<QPointF> places = run.positions();
-            const QList<quint32> glyphs = own < 0 ? QList<quint32>(places.size(), 0) : run.glyphIndexes();
-            for (qsizetype i = 0; i < glyphs.size(); ++i) {
+            const QList<quint32> glyphs = run.glyphIndexes();
+            for (qsizetype i = 0; i < places.size(); ++i) {
+                // Not every reader shows the sign that a font has for missing letters.
+                const bool missing = own < 0 || glyphs.value(i) == 0;
+                const int font = missing ? face(style).font : own;
+                const quint32 glyph = missing ? glyphOf(font, QStringLiteral("□")) : glyphs[i];
                 const QPointF place = (places[i] - QPointF(0, whole.ascent())) / pdfUnitsPerEm;
-                told = use(font, glyphs[i], glyphs.size() == 1 ? text : QString());
+                told = use(font, glyph, places.size() == 1 && !missing ? text : QString());
                 result.letters.push_back(
-                    {font, int(glyphs[i]), place.x(), std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
+                    {font, int(glyph), place.x(), std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
                 ++letters;
             }
         }

@@ -59,6 +59,7 @@ class PdfFonts {
 
     Face& face(const TextStyle& style);
     int fontOf(const QRawFont& raw);
+    quint32 glyphOf(int font, const QString& letter) const;
     bool use(int font, quint32 glyph, const QString& text);
     void shapeOther(const QString& line, const TextStyle& style, PdfShape& result);
     static QByteArray toUnicode(const Font& font);

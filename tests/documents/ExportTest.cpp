@@ -234,6 +234,20 @@ TEST_F(Exports, PdfHasTextAndVectors) {
     EXPECT_EQ(run("pdfimages", {"-list", file}).count('\n'), 2) << "no image: the drawing stays lines";
 }
 
+// Letters that no font has show as a sign, and keep their meaning for those who search.
+TEST_F(Exports, PdfKeepsTheMeaningOfMissingLetters) {
+    PageText text;
+    text.text = QString::fromUcs4(U"pump \U0010FFFD1 pump");
+    text.place = QRectF(72, 72, 200, 12);
+    Page page;
+    page.texts.append(text);
+    const QString file = write("mnuExportPDF", {"Signs", "Author", "a", {page}}, "a.pdf");
+    run("qpdf", {"--check", file});
+    EXPECT_TRUE(run("qpdf", {"--qdf", "--object-streams=disable", file, "-"})
+                    .contains("ActualText<feffdbffdffd0031>"));
+    EXPECT_TRUE(run("pdftotext", {file, "-"}).contains("pump"));
+}
+
 TEST_F(Exports, PdfTellsWhatItsPartsAre) {
     const struct {
         Document document;
