@@ -64,8 +64,19 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
     on(cmdFindCont, ".cmdFindCont",
        [this] { FillListView(txtCont, "tblContractor", "frmUserInputContractor"); });
     on(bttnSave, ".tbToolbar", [this] {
-        procedure(".SaveRecord", [this] { SaveRecord(); });
+        procedure(".SaveRecord", [this] {
+            SaveRecord();
+            ownDetails.save();
+        });
         setStatusText(markNoPressure() ? "Saved. " + noPressureWarning() : QStringLiteral("Saved"));
+    });
+    on(cmdOwnLogo, ".cmdOwnLogo", [this] {
+        if (ownDetails.chooseLogo())
+            setEntered(true);
+    });
+    on(cmdOwnNoLogo, ".cmdOwnNoLogo", [this] {
+        ownDetails.removeLogo();
+        setEntered(true);
     });
     on(bttnChange, ".tbToolbar", [this] { changeRepresentative(); });
     const auto taken = [this] { trap(".lvOptions", [this] { takeRepresentative(); }); };
@@ -77,12 +88,18 @@ void frmUserInput::Load() {
     lblMessage->hide();
     showRepresentative(false);
     fillDefaults();
+    ownDetails.fill();
     markNoPressure();
     if (txtPostalCode->text().isEmpty())
         lblMessage->show();
     else
         procedure(".GetRepInfo", [this] { GetRepInfo("Load"); });
     Dirty = false;
+}
+
+void frmUserInput::showChanges() {
+    fillDefaults();
+    ownDetails.fill();
 }
 
 void frmUserInput::Activate() {
@@ -227,6 +244,7 @@ bool frmUserInput::eventFilter(QObject* object, QEvent* event) {
 bool frmUserInput::QueryUnload() {
     if (!lblName->isHidden())
         procedure(".SaveRecord", [this] { SaveRecord(); });
+    procedure(".SaveRecord", [this] { ownDetails.save(); });
     SetStatusBarText();
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "core/shell/Screen.h"
 #include "core/store/Representative.h"
+#include "setup/OwnDetailsBox.h"
 #include "ui_frmUserInput.h"
 
 /// The user's defaults for new jobs, and their representative, which follows from the ZIP code.
@@ -10,7 +11,7 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     frmUserInput();
     Subject subject() const override { return Subject::None; }
     bool followsData() const override { return true; }
-    void showChanges() override { fillDefaults(); }
+    void showChanges() override;
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -31,6 +32,7 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     void SaveRecord();
     void changeRepresentative();
 
+    OwnDetailsBox ownDetails{*this};
     bool Dirty = false;            // whether the ZIP code has changed
     Representative representative; // last one shown
     // The ZIP code when its box got the focus and when it lost it; they start out different.

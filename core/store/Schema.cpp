@@ -12,8 +12,8 @@ namespace Schema {
 
 namespace {
 
-const QStringList ownTables = {"tblFirstTime",  "tblUser",      "tblRepMaster", "tblEngineer",
-                               "tblContractor", "tblJobHeader", "tblJobData",   "tblSchedule"};
+const QStringList ownTables = {"tblFirstTime", "tblUser",    "tblRepMaster", "tblEngineer", "tblContractor",
+                               "tblJobHeader", "tblJobData", "tblSchedule",  "tblOwn"};
 
 [[noreturn]] void refuse(const Connection& user, const QString& why) {
     throw RefusedData(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());

@@ -69,20 +69,21 @@ QPixmap onPaper(const QByteArray& svg, const QSize& size, double scale) {
     return pixmap;
 }
 
-void showQuietly(QLabel* box, const QString& drawing) {
+void showQuietly(QLabel* box, const QString& drawing, const DrawingFigures& figures) {
     box->clear();
     try {
         if (const auto known = findDrawing(drawing); known && known->width > 0 && known->height > 0) {
             const QSize size =
                 QSizeF(known->width, known->height).scaled(box->size(), Qt::KeepAspectRatio).toSize();
-            box->setPixmap(
-                onPaper(readPicture(drawingPath(drawing, known->ending)), size, box->devicePixelRatioF()));
+            const QByteArray svg = readPicture(drawingPath(drawing, known->ending));
+            box->setPixmap(onPaper(withFigures(svg, figures), size, box->devicePixelRatioF()));
         }
     } catch (const Fault&) { // it is only an addition
     }
 }
 
-bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
+bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path,
+                 const DrawingFigures& figures) {
     const Hourglass hourglass;
     try {
         const auto known = findDrawing(drawing);
@@ -96,7 +97,8 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         const PictureFrame frame =
             fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)});
         const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
-        box->setPixmap(onPaper(readPicture(file), place.size(), box->devicePixelRatioF()));
+        box->setPixmap(
+            onPaper(withFigures(readPicture(file), figures), place.size(), box->devicePixelRatioF()));
         box->setGeometry(place);
         path = file;
         return true;
@@ -110,9 +112,9 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
     }
 }
 
-void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
+void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing, const DrawingFigures& figures) {
     QString path;
-    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path);
+    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path, figures);
     if (!loaded && drawing.isEmpty())
         return;
     box->setVisible(loaded);

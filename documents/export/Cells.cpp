@@ -64,10 +64,11 @@ Workbook::CellStyle cellStyleOf(const PageText& text) {
     return style;
 }
 
-void addCell(Workbook& book, int row, int column, const PageText& text, CellPlace place) {
+void addCell(Workbook& book, int row, int column, const PageText& text, const CellPlace& place) {
     Workbook::CellStyle style = cellStyleOf(text);
     style.indented = place.indented;
-    style.top = place.atTop;
+    style.top = place.top;
+    style.frame = place.frame;
     if (!text.isNumber()) // text that looks like a number is a name or a code, and stays text
         return book.text(row, column, text.plain(), style);
     style.numberFormat = spreadsheetFormat(text.style->pattern, text.number);

@@ -1,6 +1,7 @@
 #include "documents/export/Cells.h"
 #include "documents/export/Export.h"
 #include "documents/export/PageGrid.h"
+#include "documents/export/SheetBoxes.h"
 #include "documents/export/TableSheet.h"
 #include "documents/report/TextFit.h"
 
@@ -17,14 +18,9 @@ class SheetWriter {
 
     QByteArray file() {
         for (qsizetype i = 0; i < document.pages.size(); ++i) {
-            const Page& page = document.pages[i];
-            if (i == 0 || document.pages[i - 1].size != page.size)
+            if (i == 0 || document.pages[i - 1].size != document.pages[i].size)
                 beginPaper(i);
-            const PageGrid grid(page);
-            const bool last = i + 1 == document.pages.size();
-            for (const GridRow& all : grid.rows())
-                if (const GridRow texts = once(all, last); !texts.isEmpty())
-                    add(texts);
+            add(document.pages[i]);
         }
         return book.file();
     }
@@ -36,7 +32,7 @@ class SheetWriter {
         Pages same;
         for (qsizetype i = first; i < document.pages.size() && document.pages[i].size == paper; ++i)
             same.append(document.pages[i]);
-        edges = columnEdges(same);
+        edges = SheetBoxes::columnEdges(same);
         row = Workbook::MostRows;
     }
 
@@ -50,44 +46,50 @@ class SheetWriter {
         return kept;
     }
 
-    void add(const GridRow& texts) {
-        if (row == Workbook::MostRows)
+    void add(const Page& page) {
+        const PageGrid grid(page);
+        const bool last = &page == &document.pages.last();
+        QList<SheetBoxes::Row> rows;
+        for (const GridRow& all : grid.rows())
+            if (const GridRow texts = once(all, last); !texts.isEmpty())
+                rows.append({texts, topOf(*texts.first()), heightOf(texts)});
+        SheetBoxes::makeRoom(page, rows);
+        if (row + rows.size() > Workbook::MostRows)
             beginSheet();
-        const bool several =
-            std::any_of(texts.begin(), texts.end(), [](const PageText* text) { return text->breaks(); });
+        else if (row > 0)
+            book.pageBreak(row);
+        const int firstRow = row;
+        const auto frames = SheetBoxes::framesOf(page, rows, edges);
+        for (qsizetype i = 0; i < rows.size(); ++i)
+            add(rows[i], frames[i]);
+        SheetBoxes::addPictures(page, rows, edges, firstRow, pictures, book);
+    }
+
+    /// The height of a row in points; 0 for a row's own.
+    double heightOf(const GridRow& texts) const {
         double height = 0;
-        int next = 0; // no two texts share a cell
+        constexpr double defaultSize = 10; // points, for a row's own height
+        const bool several = breaks(texts);
+        int next = 0;
         for (qsizetype i = 0; i < texts.size(); ++i) {
             const PageText& text = *texts[i];
             const int column = std::max(next, columnOf(edges, text));
-            addCell(book, row, column, text, {.atTop = several});
-            next = column + 1;
-            const int end = i + 1 < texts.size() ? columnOf(edges, *texts[i + 1]) : int(edges.size());
-            const int last = joinCells(column, end, text);
-            constexpr double defaultSize = 10; // points, for a row's own height
+            const int last = lastColumn(column, endOf(texts, i), text);
             if (several || text.style->size > defaultSize)
                 height = std::max(height, linesIn(text, rightOf(last) - edges[column]) *
                                               TextFit::lineHeight(text.style) * 1.15);
+            next = last + 1;
         }
-        if (height > 0)
-            book.rowHeight(row, height);
-        ++row;
+        return height;
     }
 
-    /// A cell spans the full width of its text, so a number is never too wide for it, and a formula's words,
-    /// which are wider than its picture, are not wrapped within one.
-    int joinCells(int column, int end, const PageText& text) {
-        double right = text.place.right();
-        if (text.breaks())
-            for (const QString& line : text.lines())
-                right =
-                    std::max(right, text.place.left() + TextFit::width(line, text.style) * Wider + Margin);
-        int last = column;
-        while (last + 1 < end && edges[last + 1] < right - 1)
-            ++last;
-        if (last > column)
-            book.merge(row, column, last);
-        return last;
+    static bool breaks(const GridRow& texts) {
+        return std::any_of(texts.begin(), texts.end(), [](const PageText* text) { return text->breaks(); });
+    }
+
+    /// The column of the next text in a row, or the one behind the last.
+    int endOf(const GridRow& texts, qsizetype place) const {
+        return place + 1 < texts.size() ? columnOf(edges, *texts[place + 1]) : int(edges.size());
     }
 
     /// How many lines a text takes in a cell of a width in points. The sheet wraps paragraphs anew, with the
@@ -103,9 +105,55 @@ class SheetWriter {
         return lines;
     }
 
+    void add(const SheetBoxes::Row& added, const QHash<int, Workbook::Frame>& frames) {
+        const GridRow& texts = added.texts;
+        int next = 0; // no two texts share a cell
+        for (qsizetype i = 0; i < texts.size(); ++i) {
+            const PageText& text = *texts[i];
+            const int column = std::max(next, columnOf(edges, text));
+            addFrames(frames, next, column);
+            addCell(book, row, column, text, {.top = breaks(texts), .frame = frames.value(column)});
+            const int last = lastColumn(column, endOf(texts, i), text);
+            if (last > column)
+                book.merge(row, column, last);
+            next = last + 1;
+            addFrames(frames, column + 1, next);
+        }
+        addFrames(frames, next, int(edges.size()));
+        if (added.height > 0)
+            book.rowHeight(row, added.height);
+        ++row;
+    }
+
+    /// The cells without a text that are framed or filled, from one column up to and without another.
+    void addFrames(const QHash<int, Workbook::Frame>& frames, int from, int end) {
+        for (int column = from; column < end; ++column)
+            if (const auto frame = frames.constFind(column); frame != frames.cend()) {
+                Workbook::CellStyle style;
+                style.frame = *frame;
+                book.blank(row, column, style);
+            }
+    }
+
+    /// The last column of a text. It spans the full width of its text, so a number is never too wide for it, and
+    /// a formula's words, which are wider than its picture, are not wrapped within one.
+    int lastColumn(int column, int end, const PageText& text) const {
+        double right = text.place.right();
+        if (text.breaks())
+            for (const QString& line : text.lines())
+                right =
+                    std::max(right, text.place.left() + TextFit::width(line, text.style) * Wider + Margin);
+        int last = column;
+        while (last + 1 < end && edges[last + 1] < right - 1)
+            ++last;
+        return last;
+    }
+
     /// Where a column ends, in points.
     double rightOf(int column) const {
-        return column + 1 < edges.size() ? edges[column + 1] : paper.width() - 36;
+        constexpr double border = 36;
+        return column + 1 < edges.size() ? edges[column + 1]
+                                         : std::max(edges.last() + border, paper.width() - border);
     }
 
     void beginSheet() {
@@ -123,6 +171,7 @@ class SheetWriter {
     QSizeF paper;
     QList<double> edges;
     Workbook book;
+    PngPictures pictures;
     int sheets = 0;
     int row = Workbook::MostRows;
 };

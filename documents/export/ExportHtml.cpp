@@ -72,6 +72,21 @@ QString pictureElement(const PagePicture& picture) {
            "\" src=\"data:image/svg+xml;base64," + picture.svg.toBase64() + "\">\n";
 }
 
+/// Whether a page lies the other way than the first, as the schedule of a package.
+bool liesAcross(const Page& page, const Document& document) {
+    const QSizeF first = document.pages.first().size;
+    return (page.size.width() > page.size.height()) != (first.width() > first.height());
+}
+
+/// The paper of the pages that lie across.
+QString acrossStyle(const Document& document) {
+    for (const Page& page : document.pages)
+        if (liesAcross(page, document))
+            return "@page across{size:" + points(page.size.width()) + ' ' + points(page.size.height()) +
+                   ";margin:0}\n.across{page:across}\n";
+    return {};
+}
+
 /// Everything the file needs only once; the printed page has the size of the paper.
 QString head(const Document& document) {
     const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
@@ -89,11 +104,13 @@ QString head(const Document& document) {
            "position:absolute;left:2.6pt;top:.4pt;width:2pt;height:4.6pt;border:solid #000;"
            "border-width:0 1.1pt 1.1pt 0;transform:rotate(42deg)}\n@media "
            "print{body{background:#fff}.page{margin:0}"
-           ".page+.page{break-before:page}}\n</style>\n</head>\n<body>\n";
+           ".page+.page{break-before:page}}\n" +
+           acrossStyle(document) + "</style>\n</head>\n<body>\n";
 }
 
-QString pageElement(const Page& page) {
-    QString document = "<div class=\"page\" style=\"width:" + points(page.size.width()) +
+QString pageElement(const Page& page, bool across) {
+    QString document = "<div class=\"page" + QString(across ? " across" : "") +
+                       "\" style=\"width:" + points(page.size.width()) +
                        ";height:" + points(page.size.height()) + "\">\n";
     for (const PageBox& box : page.boxes)
         document += boxElement(box);
@@ -117,6 +134,6 @@ QString pageElement(const Page& page) {
 void Export::html(const Document& document, QIODevice& file) {
     file.write(head(document).toUtf8());
     for (const Page& page : document.pages)
-        file.write(pageElement(page).toUtf8());
+        file.write(pageElement(page, liesAcross(page, document)).toUtf8());
     file.write("</body>\n</html>\n");
 }

@@ -75,23 +75,32 @@ double bottomOf(const GridRow& row) {
     return bottom;
 }
 
+/// The rows of a page, each with its lower edge where it is on the page, so that a page stays a page.
+QByteArray paragraphs(const Page& page) {
+    const PageGrid grid(page, PageGrid::Lines::Split);
+    QByteArray document;
+    double reached = edge;
+    for (const GridRow& row : grid.rows()) {
+        const auto lines = double(row.first()->lines().size());
+        const bool alone = row.size() == 1 && lines > 1;
+        const double reach = std::max(0.0, bottomOf(row) - reached);
+        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
+        const double before = reach - line * (alone ? lines : 1);
+        document += "\\pard\\sb" + twips(before) + "\\sl-" + twips(line) + "\\slmult0" +
+                    (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n";
+        reached = std::max(reached, bottomOf(row));
+    }
+    return document;
+}
+
 QByteArray property(const char* name, const QByteArray& value) {
     return QByteArray("{\\sp{\\sn ") + name + "}{\\sv " + value + "}}";
 }
 
-/// A colour that is as light at an opacity as another is without.
-QColor strongerAt(double opacity, const QColor& light) {
-    const auto part = [opacity](int value) {
-        return std::max(0, int(std::lround(255 - (255 - value) / opacity)));
-    };
-    return {part(light.red()), part(light.green()), part(light.blue())};
-}
-
 /// A shape behind the texts. Colours are numbers with blue in front; widths are in EMU, of which a point has
-/// 12,700. A fill is transparent: some word processors put shapes from the second page on before the texts.
+/// 12,700.
 QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& fill) {
     constexpr double emuPerPoint = 12700;
-    constexpr double opacity = .2;
     const auto color = [](const QColor& one) {
         return QByteArray::number(one.red() + 256 * (one.green() + 256 * one.blue()));
     };
@@ -99,9 +108,7 @@ QByteArray shape(int kind, const QRectF& place, double lineWidth, const QColor& 
            "\\shpright" + twips(place.right()) + "\\shpbottom" + twips(place.bottom()) +
            "\\shpbxpage\\shpbypage\\shpwr3\\shpfblwtxt1" + property("shapeType", QByteArray::number(kind)) +
            property("fFilled", fill.isValid() ? "1" : "0") +
-           (fill.isValid() ? property("fillColor", color(strongerAt(opacity, fill))) +
-                                 property("fillOpacity", QByteArray::number(std::lround(opacity * 65536)))
-                           : QByteArray()) +
+           (fill.isValid() ? property("fillColor", color(fill)) : QByteArray()) +
            property("fBehindDocument", "1") + property("fLine", lineWidth > 0 ? "1" : "0") +
            property("lineWidth", QByteArray::number(std::lround(lineWidth * emuPerPoint))) + "}}\n";
 }
@@ -118,57 +125,31 @@ QByteArray shapes(const Page& page) {
     return all;
 }
 
-/// The pictures of a page, each in a frame at its place.
-QByteArray pictures(const Page& page) {
-    QByteArray all;
-    for (const PagePicture& drawing : page.pictures) {
-        if (drawing.isText || drawing.mark) // those are in words
-            continue;
-        const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
-        all += "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
-               twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
-               twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' +
-               pictureAsPng(drawing).toHex() + "}\\par\n";
-    }
-    return all;
+/// A picture at its place on the page.
+QByteArray picture(const PagePicture& drawing, PngPictures& pictures) {
+    const QRectF place = picturePlace(QSvgRenderer(drawing.svg).defaultSize(), drawing.place);
+    return "\\pard\\pvpg\\phpg\\posx" + twips(place.left()) + "\\posy" + twips(place.top()) + "\\absw" +
+           twips(place.width()) + "\\absh" + twips(place.height()) + "{\\pict\\pngblip\\picwgoal" +
+           twips(place.width()) + "\\pichgoal" + twips(place.height()) + '\n' + pictures.of(drawing).toHex() +
+           "}\\par\n";
 }
 
-/// The rows of a page, each with its lower edge where it is on the page, so that a page stays a page. The
-/// first carries the shapes of the page, and begins it.
-QByteArray paragraphs(const Page& page, const QByteArray& breakBefore) {
-    const PageGrid grid(page, PageGrid::Lines::Split);
-    QByteArray document;
-    QByteArray start = "\\pard" + breakBefore;
-    QByteArray behind = shapes(page);
-    double reached = edge;
-    for (const GridRow& row : grid.rows()) {
-        const auto lines = double(row.first()->lines().size());
-        const bool alone = row.size() == 1 && lines > 1;
-        const double reach = std::max(0.0, bottomOf(row) - reached);
-        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
-        const double before = reach - line * (alone ? lines : 1);
-        document += std::exchange(start, "\\pard") + "\\sb" + twips(before) + "\\sl-" + twips(line) +
-                    "\\slmult0\n" + std::exchange(behind, {}) +
-                    (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n" +
-                    (reached == edge ? pictures(page) : QByteArray());
-        reached = std::max(reached, bottomOf(row));
-    }
-    return document.isEmpty() ? start + '\n' + behind + "\\par\n" + pictures(page) : document;
-}
-
-/// Begins pages of another paper.
-QByteArray sectionOf(const QSizeF& paper) {
-    QByteArray section = "\\sect\\sectd\\sbkpage\\pgwsxn" + twips(paper.width()) + "\\pghsxn" +
-                         twips(paper.height()) + (paper.width() > paper.height() ? "\\lndscpsxn" : "");
+/// Begins a page as a section of its own: it may lie the other way than the one before, and its header holds
+/// its boxes and lines, for only there does every word processor keep them behind the texts.
+QByteArray section(const Page& page) {
+    QByteArray begun =
+        "\\sectd\\sbkpage\\pgwsxn" + twips(page.size.width()) + "\\pghsxn" + twips(page.size.height());
+    if (page.size.width() > page.size.height())
+        begun += "\\lndscpsxn";
     for (const char* side : {"\\marglsxn", "\\margrsxn", "\\margtsxn", "\\margbsxn"})
-        section += side + twips(edge);
-    return section + '\n';
+        begun += side + twips(edge);
+    return begun + "\\headery0{\\header\\pard\\sl-20\\slmult0\\fs2 " + shapes(page) + "\\par}\\pard\n";
 }
 
 } // namespace
 
 void Export::rtf(const Document& document, QIODevice& file) {
-    QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
+    const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
     file.write("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
                "Sans;}}{\\info{\\title " +
                escaped(document.title) + "}{\\author " + escaped(document.author) + "}}\n\\paperw" +
@@ -178,13 +159,15 @@ void Export::rtf(const Document& document, QIODevice& file) {
         file.write(side + twips(edge));
     file.write("\\f0\n");
     bool first = true;
+    PngPictures pictures;
     for (const Page& page : document.pages) {
-        const bool turned = page.size != paper;
-        if (turned)
-            file.write(sectionOf(page.size));
-        file.write(paragraphs(page, first || turned ? "" : "\\pagebb"));
-        paper = page.size;
-        first = false;
+        if (!std::exchange(first, false))
+            file.write("\\sect");
+        file.write(section(page));
+        for (const PagePicture& drawing : page.pictures)
+            if (!drawing.isText && !drawing.mark) // those are in words
+                file.write(picture(drawing, pictures));
+        file.write(paragraphs(page));
     }
     file.write("}\n");
 }

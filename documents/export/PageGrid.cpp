@@ -139,16 +139,19 @@ int columnOf(const QList<double>& edges, const PageText& text) {
     return std::max(0, int(after - edges.begin()) - 1);
 }
 
-QByteArray pictureAsPng(const PagePicture& picture) {
+const QByteArray& PngPictures::of(const PagePicture& picture) {
     constexpr double scale = 200 / 72.0;
+    const QSize room = (picture.place.size() * scale).toSize();
+    QByteArray& bytes = known[{picture.svg, room}];
+    if (!bytes.isEmpty())
+        return bytes;
     QSvgRenderer renderer(picture.svg);
     const QRectF place = picturePlace(renderer.defaultSize(), picture.place);
-    QImage image((place.size() * scale).toSize(), QImage::Format_ARGB32);
+    QImage image((place.size() * scale).toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     renderer.render(&painter, QRectF(image.rect()));
     painter.end();
-    QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");

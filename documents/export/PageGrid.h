@@ -2,7 +2,11 @@
 
 #include "documents/report/Page.h"
 
+#include <QHash>
+#include <QSize>
+
 #include <deque>
+#include <utility>
 
 using GridRow = QList<const PageText*>;
 
@@ -35,5 +39,12 @@ QList<double> columnEdges(const Pages& pages);
 /// The index, among ascending edges, of the one at which a text begins.
 int columnOf(const QList<double>& edges, const PageText& text);
 
-/// A picture of a page as PNG at 200 dpi, for formats without vector graphics.
-QByteArray pictureAsPng(const PagePicture& picture);
+/// The pictures of pages as PNG at 200 dpi, for formats without vector graphics. Each is made once for all
+/// its places of the same size, as the logo that each document of a package has.
+class PngPictures {
+  public:
+    const QByteArray& of(const PagePicture& picture);
+
+  private:
+    QHash<std::pair<QByteArray, QSize>, QByteArray> known;
+};

@@ -1,10 +1,13 @@
 #include "documents/export/PdfFile.h"
 
+#include "core/base/Fault.h"
+
 #include <QCryptographicHash>
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -109,23 +112,26 @@ void PdfFile::finish(int catalog, int info) {
 }
 
 void PdfFile::put(const QByteArray& bytes) {
+    constexpr qsizetype most = std::numeric_limits<std::uint32_t>::max(); // that the table of objects can say
+    if (bytes.size() > most - qsizetype(length))
+        throw Fault(Fault::PathFileAccess, "The document is too large for a PDF file of 4 GB.");
     file.write(bytes);
     length += std::uint32_t(bytes.size());
 }
 
 void PdfWords::number(QByteArray& target, double value) {
-    constexpr long parts = 1000;
+    constexpr std::int64_t parts = 1000;
     std::array<char, 32> digits{};
     char* end = digits.data();
-    long whole = std::lround(value * double(parts));
+    std::int64_t whole = std::llround(value * double(parts));
     if (whole < 0) {
         *end++ = '-';
         whole = -whole;
     }
     end = std::to_chars(end, digits.data() + digits.size(), whole / parts).ptr;
-    if (long rest = whole % parts; rest != 0) {
+    if (std::int64_t rest = whole % parts; rest != 0) {
         *end++ = '.';
-        for (long place = parts / 10; rest > 0; rest %= place, place /= 10)
+        for (std::int64_t place = parts / 10; rest > 0; rest %= place, place /= 10)
             *end++ = char('0' + rest / place);
     }
     target.append(digits.data(), end - digits.data());

@@ -1,6 +1,7 @@
 #include "documents/export/PdfFonts.h"
 
 #include "core/base/PdfText.h"
+#include "documents/export/FontSubset.h"
 #include "documents/report/TextFit.h"
 
 #include <QTextBoundaryFinder>
@@ -15,7 +16,7 @@ constexpr double perEm = 1000; // units of a PDF's widths
 
 QFont largeFont(const TextStyle& style) {
     QFont font = TextFit::font(style);
-    font.setPixelSize(PdfTrueType::em);
+    font.setPixelSize(pdfUnitsPerEm);
     return font;
 }
 
@@ -54,31 +55,54 @@ PdfFonts::Face& PdfFonts::face(const TextStyle& style) {
     return *found;
 }
 
+/// The number of a font; -1 for one that has no outlines.
 int PdfFonts::fontOf(const QRawFont& raw) {
+    // Where no font can shape a script, Qt's is none but a drawer of boxes, and asking for its name crashes.
+    if (raw.fontTable("head").isEmpty())
+        return -1;
     const QString name = raw.familyName() + '/' + raw.styleName();
     const auto known = byName.constFind(name);
     if (known != byName.cend())
         return *known;
-    const int number = int(fonts.size());
-    fonts.push_back({raw, isBold(raw), {}, {}, {}, {}});
-    fonts.back().raw.setPixelSize(PdfTrueType::em);
+    const int number = FontSubsets::hasOutlines(raw) ? int(fonts.size()) : -1;
     byName.insert(name, number);
-    codeOf(number, 0, {}); // the sign for a missing letter comes first
+    if (number < 0)
+        return number;
+    fonts.push_back({raw, isBold(raw), {}, {}});
+    fonts.back().raw.setPixelSize(pdfUnitsPerEm);
+    use(number, 0, {}); // the sign for a missing letter
     return number;
 }
 
-int PdfFonts::codeOf(int number, quint32 glyph, const QString& text) {
+quint32 PdfFonts::glyphOf(int font, const QString& letter) const {
+    return fonts[std::size_t(font)].raw.glyphIndexesForString(letter).value(0);
+}
+
+/// Takes a glyph into the file. Says whether it stands for this text there: a glyph has one meaning, which is
+/// its first.
+bool PdfFonts::use(int number, quint32 glyph, const QString& text) {
     Font& font = fonts[std::size_t(number)];
-    const auto known = font.codes.constFind({glyph, text});
-    if (known != font.codes.cend())
-        return *known;
-    const int code = int(font.outlines.size());
-    const double advance = font.raw.advancesForGlyphIndexes(QList<quint32>{glyph}).value(0).x();
-    font.codes.insert({glyph, text}, code);
-    font.outlines.push_back({font.raw.pathForGlyph(glyph), advance});
-    font.widths.push_back(std::round(advance / PdfTrueType::em * perEm * 100) / 100 / perEm);
-    font.texts.push_back(text);
-    return code;
+    if (glyph >= font.widths.size()) {
+        font.widths.resize(std::size_t(glyph) + 1, -1);
+        font.texts.resize(std::size_t(glyph) + 1);
+    }
+    double& width = font.widths[glyph];
+    if (width < 0) {
+        const double advance = font.raw.advancesForGlyphIndexes(QList<quint32>{glyph}).value(0).x();
+        width = std::round(advance / pdfUnitsPerEm * perEm * 100) / 100 / perEm;
+    }
+    QString& meaning = font.texts[glyph];
+    if (meaning.isEmpty() && glyph != 0)
+        meaning = text;
+    return !text.isEmpty() && meaning == text;
+}
+
+std::vector<quint32> PdfFonts::Font::glyphs() const {
+    std::vector<quint32> used;
+    for (std::size_t glyph = 0; glyph < widths.size(); ++glyph)
+        if (widths[glyph] >= 0)
+            used.push_back(quint32(glyph));
+    return used;
 }
 
 void PdfFonts::shape(QStringView line, const TextStyle& style, PdfShape& result) {
@@ -92,8 +116,12 @@ void PdfFonts::shape(QStringView line, const TextStyle& style, PdfShape& result)
         const QChar c = line[i];
         int& code = latin.codes[c.unicode()];
         if (code == 0) {
-            const auto glyphs = fonts[std::size_t(latin.font)].raw.glyphIndexesForString(QString(c));
-            code = codeOf(latin.font, glyphs.value(0), QString(c));
+            const quint32 glyph = glyphOf(latin.font, QString(c));
+            code = use(latin.font, glyph, QString(c)) ? int(glyph) : -1;
+        }
+        if (code < 0) {
+            result.letters.clear();
+            return shapeOther(line.toString(), style, result);
         }
         if (i > 0)
             x += TextFit::kerning(line[i - 1], c, style);
@@ -102,6 +130,38 @@ void PdfFonts::shape(QStringView line, const TextStyle& style, PdfShape& result)
     }
 }
 
+namespace {
+
+/// A word whose letters do not tell it gets its text beside it, as a whole: searched and read aloud letter by
+/// letter it would fall apart, the more so where letters join or run from right to left.
+class WordAtWork {
+  public:
+    explicit WordAtWork(PdfShape& result) : shape(result), from(result.letters.size()) {}
+
+    void add(const QString& text, bool told) {
+        word += text;
+        unclear = unclear || !told;
+    }
+    void finish() {
+        if (unclear && shape.letters.size() > from) {
+            for (std::size_t i = from; i < shape.letters.size(); ++i)
+                shape.letters[i].instead = int(shape.instead.size());
+            shape.instead.append(word);
+        }
+        from = shape.letters.size();
+        word.clear();
+        unclear = false;
+    }
+
+  private:
+    PdfShape& shape;
+    std::size_t from;
+    QString word;
+    bool unclear = false;
+};
+
+} // namespace
+
 /// Lets Qt choose fonts and letters, one cluster of characters after the other, to know what each letter
 /// stands for.
 void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape& result) {
@@ -109,47 +169,50 @@ void PdfFonts::shapeOther(const QString& line, const TextStyle& style, PdfShape&
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
     constexpr double tab = 80; // as Qt sets it elsewhere, whatever the size of the letters
-    option.setTabStopDistance(tab * PdfTrueType::em / TextFit::font(style).pixelSize());
+    option.setTabStopDistance(tab * pdfUnitsPerEm / TextFit::font(style).pixelSize());
     layout.setTextOption(option);
     layout.beginLayout();
     const QTextLine whole = layout.createLine();
     layout.endLayout();
+    WordAtWork word(result);
     QTextBoundaryFinder clusters(QTextBoundaryFinder::Grapheme, line);
     for (qsizetype from = 0, to = clusters.toNextBoundary(); to > from;
          from = to, to = clusters.toNextBoundary()) {
-        QString text = line.mid(from, to - from);
+        const QString text = line.mid(from, to - from);
+        const bool blank = text.front().isSpace();
+        if (blank)
+            word.finish();
         if (text == u"\t") { // a gap without a letter: figures beside it must not become one
             const int font = face(style).font;
-            const auto blank = fonts[std::size_t(font)].raw.glyphIndexesForString(QStringLiteral(" "));
-            result.letters.push_back({font, codeOf(font, blank.value(0), QStringLiteral(" ")),
-                                      whole.cursorToX(int(from)) / PdfTrueType::em});
+            const quint32 glyph = glyphOf(font, QStringLiteral(" "));
+            use(font, glyph, QStringLiteral(" "));
+            result.letters.push_back({font, int(glyph), whole.cursorToX(int(from)) / pdfUnitsPerEm});
+            word.finish();
             continue;
         }
-        const std::size_t before = result.letters.size();
+        int letters = 0;
+        bool told = false;
         for (const QGlyphRun& run : whole.glyphRuns(int(from), int(to - from))) {
-            // Where no font can shape a script, Qt's is none but a drawer of boxes, without even a name.
-            const bool canShape = !run.rawFont().fontTable("head").isEmpty();
-            const int font = canShape ? fontOf(run.rawFont()) : face(style).font;
-            const QList<quint32> glyphs =
-                canShape ? run.glyphIndexes() : QList<quint32>(run.positions().size(), 0);
+            const int own = fontOf(run.rawFont());
             const QList<QPointF> places = run.positions();
-            for (qsizetype i = 0; i < glyphs.size(); ++i) {
-                const QPointF place = (places[i] - QPointF(0, whole.ascent())) / PdfTrueType::em;
-                result.letters.push_back({font,
-                                          codeOf(font, glyphs[i], glyphs.size() == 1 ? text : QString()),
-                                          place.x(), std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
+            const QList<quint32> glyphs = run.glyphIndexes();
+            for (qsizetype i = 0; i < places.size(); ++i) {
+                // Not every reader shows the sign that a font has for missing letters.
+                const bool missing = own < 0 || glyphs.value(i) == 0;
+                const int font = missing ? face(style).font : own;
+                const quint32 glyph = missing ? glyphOf(font, QStringLiteral("□")) : glyphs[i];
+                const QPointF place = (places[i] - QPointF(0, whole.ascent())) / pdfUnitsPerEm;
+                told = use(font, glyph, places.size() == 1 && !missing ? text : QString());
+                result.letters.push_back(
+                    {font, int(glyph), place.x(), std::abs(place.y()) < 1 / perEm ? 0 : place.y()});
+                ++letters;
             }
         }
-        const std::size_t added = result.letters.size() - before;
-        if (added == 0)
-            continue;
-        const PdfShape::Letter& first = result.letters[before];
-        if (added == 1 && fonts[std::size_t(first.font)].texts[std::size_t(first.code)] == text)
-            continue;
-        for (std::size_t i = before; i < result.letters.size(); ++i)
-            result.letters[i].instead = int(result.instead.size());
-        result.instead.append(text);
+        word.add(text, told && letters == 1);
+        if (blank)
+            word.finish();
     }
+    word.finish();
 }
 
 /// Tells which texts the letters stand for, so that they can be searched and copied.
@@ -176,9 +239,10 @@ QByteArray PdfFonts::toUnicode(const Font& font) {
 
 int PdfFonts::writeFont(PdfFile& file, const Font& font, int number) {
     using PdfWords::reference;
-    const QByteArray program = PdfTrueType::font(font.outlines);
+    const std::vector<quint32> glyphs = font.glyphs();
+    const FontSubset subset = FontSubsets::subset(font.raw, glyphs);
     const QByteArray name = postScriptName(font.raw, number);
-    const double scale = perEm / PdfTrueType::em;
+    const double scale = perEm / pdfUnitsPerEm;
     const bool slanted = font.raw.style() != QFont::StyleNormal;
     QByteArray metrics = "/FontBBox[-1000 -500 2000 1250]/ItalicAngle ";
     metrics += slanted ? "-12" : "0";
@@ -190,18 +254,23 @@ int PdfFonts::writeFont(PdfFile& file, const Font& font, int number) {
     PdfWords::number(metrics, font.raw.capHeight() * scale);
     constexpr int symbolic = 4;
     constexpr int italic = 64;
-    const int descriptor =
-        file.add("<</Type/FontDescriptor/FontName/" + name + "/Flags " +
-                 QByteArray::number(symbolic + (slanted ? italic : 0)) + metrics + "/StemV 80/FontFile2 " +
-                 reference(file.addStream("/Length1 " + QByteArray::number(program.size()), program)) + ">>");
-    QByteArray widths;
-    for (const double width : font.widths)
-        PdfWords::numbers(widths, {width * perEm});
+    const QByteArray kind = subset.postScript ? QByteArray("/Subtype/CIDFontType0C")
+                                              : "/Length1 " + QByteArray::number(subset.program.size());
+    const int descriptor = file.add("<</Type/FontDescriptor/FontName/" + name + "/Flags " +
+                                    QByteArray::number(symbolic + (slanted ? italic : 0)) + metrics +
+                                    "/StemV 80" + (subset.postScript ? "/FontFile3 " : "/FontFile2 ") +
+                                    reference(file.addStream(kind, subset.program)) + ">>");
+    QByteArray widths; // of glyphs with neighbouring numbers together
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+        if (i == 0 || glyphs[i] != glyphs[i - 1] + 1)
+            widths += (i == 0 ? "" : "]") + QByteArray::number(glyphs[i]) + '[';
+        PdfWords::numbers(widths, {font.widths[glyphs[i]] * perEm});
+    }
     const int letters =
-        file.add("<</Type/Font/Subtype/CIDFontType2/BaseFont/" + name +
-                 "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/CIDToGIDMap/Identity"
-                 "/FontDescriptor " +
-                 reference(descriptor) + "/W[0[" + widths + "]]>>");
+        file.add("<</Type/Font/Subtype/CIDFontType" + QByteArray(subset.postScript ? "0" : "2") +
+                 "/BaseFont/" + name + "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>" +
+                 (subset.postScript ? "" : "/CIDToGIDMap/Identity") + "/FontDescriptor " +
+                 reference(descriptor) + "/W[" + widths + "]]>>");
     return file.add("<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding/Identity-H/DescendantFonts[" +
                     reference(letters) + "]/ToUnicode " + reference(file.addStream({}, toUnicode(font))) +
                     ">>");

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "documents/export/PdfFile.h"
-#include "documents/export/PdfTrueType.h"
 #include "documents/report/Page.h"
 
 #include <QHash>
@@ -10,7 +9,6 @@
 #include <array>
 #include <deque>
 #include <optional>
-#include <utility>
 #include <vector>
 
 /// A line of text as letters of fonts of a PDF. All lengths are in ems.
@@ -20,11 +18,14 @@ struct PdfShape {
         int code = 0;
         double x = 0;
         double y = 0;     // down
-        int instead = -1; // the text that it stands for, if its font does not tell
+        int instead = -1; // the word that it belongs to, if the letters do not tell
     };
     std::vector<Letter> letters;
     QStringList instead;
 };
+
+/// Units of an em, in which letters are measured.
+constexpr int pdfUnitsPerEm = 2048;
 
 /// The fonts of a PDF: chooses the letters for texts and embeds those that were used.
 class PdfFonts {
@@ -41,24 +42,25 @@ class PdfFonts {
     QByteArray write(PdfFile& file) const;
 
   private:
+    /// The letters of a font have the numbers of its glyphs.
     struct Font {
-        QRawFont raw; // as large as PdfTrueType::em
+        QRawFont raw; // as large as pdfUnitsPerEm
         bool bold = false;
-        QHash<std::pair<quint32, QString>, int> codes; // a glyph may stand for several texts
-        std::vector<PdfOutline> outlines;
-        std::vector<double> widths;
-        std::vector<QString> texts; // that the letters stand for
+        std::vector<double> widths;          // negative for a glyph that is not used
+        std::vector<QString> texts;          // that the glyphs stand for
+        std::vector<quint32> glyphs() const; // that are used, in ascending order
     };
     /// The letters of Latin-1 in one of the four faces, which nearly all texts consist of.
     struct Face {
         int font = 0;
-        std::array<int, 256> codes{}; // 0 for those not used yet
+        std::array<int, 256>
+            codes{}; // 0 for those not used yet, negative for those that need more than a code
     };
 
     Face& face(const TextStyle& style);
     int fontOf(const QRawFont& raw);
-    /// The code of a glyph where it stands for a text; empty where only a whole cluster has a meaning.
-    int codeOf(int font, quint32 glyph, const QString& text);
+    quint32 glyphOf(int font, const QString& letter) const;
+    bool use(int font, quint32 glyph, const QString& text);
     void shapeOther(const QString& line, const TextStyle& style, PdfShape& result);
     static QByteArray toUnicode(const Font& font);
     static int writeFont(PdfFile& file, const Font& font, int number);

@@ -144,6 +144,20 @@ void PdfPages::cells(const PdfReading::Row& row) {
                 text(*one);
         end();
     }
+    // What stands in no column is not lost: it comes last.
+    for (const PageText* one : row.texts)
+        if (std::none_of(columns.begin(), columns.end(), [one](const Column& column) {
+                return std::abs(column.left - one->place.left()) < sameColumn;
+            })) {
+            begin("TD");
+            text(*one);
+            end();
+        }
+    for (const PageCheck* one : row.checks) {
+        begin("TD");
+        check(*one);
+        end();
+    }
     end();
 }
 

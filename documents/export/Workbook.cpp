@@ -74,17 +74,31 @@ void styleRecord(QByteArray& stream, int font, int format, bool cell, const Work
     put<std::uint8_t>(body, 0);
     put<std::uint8_t>(body, style.indented ? 1 : 0);
     put<std::uint8_t>(body, cell ? 0xFC : 0xF4);
-    put<std::uint32_t>(body, 0);
-    put<std::uint32_t>(body, 0);
-    put<std::uint16_t>(body, 0x20C0); // no fill
+    const auto& frame = style.frame;
+    constexpr std::uint32_t systemColor = 0x40;
+    const std::uint32_t lines = (frame.left ? 0x1U : 0U) | (frame.right ? 0x10U : 0U) |
+                                (frame.top ? 0x100U : 0U) | (frame.bottom ? 0x1000U : 0U);
+    put<std::uint32_t>(body, lines | (lines ? systemColor << 16 | systemColor << 23 : 0U));
+    constexpr std::uint32_t solid = 1U << 26;
+    put<std::uint32_t>(body, (lines ? systemColor | systemColor << 7 : 0U) | (frame.filled ? solid : 0U));
+    constexpr std::uint16_t grey = 0x2096; // a quarter
+    put<std::uint16_t>(body, frame.filled ? grey : 0x20C0);
     record(stream, 0x00E0, body);
 }
 
-/// The paper of a sheet. It prints one page wide and as many pages high as needed.
-void printRecords(QByteArray& stream, const QSizeF& paper) {
+/// The paper of a sheet, and the rows that begin a page. It prints one page wide and as many pages high as
+/// needed.
+void printRecords(QByteArray& stream, const QSizeF& paper, const QList<int>& breaks) {
     QByteArray fits;
     put<std::uint16_t>(fits, 0x05C1); // fit to page; the rest at the defaults
     record(stream, 0x0081, fits);
+    if (!breaks.isEmpty()) {
+        QByteArray rows;
+        putWords(rows, {int(breaks.size())});
+        for (const int row : breaks)
+            putWords(rows, {row, 0, Workbook::MostColumns - 1});
+        record(stream, 0x001B, rows);
+    }
     constexpr double margin = .4; // in
     for (const int side : {0x0026, 0x0027, 0x0028, 0x0029}) {
         QByteArray body;
@@ -122,7 +136,7 @@ void windowRecords(QByteArray& stream, bool selected, int rowsInSight) {
 } // namespace
 
 void Workbook::addSheet(const QString& name, const QList<double>& columnWidths, const QSizeF& paper) {
-    sheets.append({name.left(31), columnWidths, paper, {}, {}, {}, {}});
+    sheets.append({name.left(31), columnWidths, paper, {}, {}, {}, {}, {}});
 }
 
 int Workbook::styleIndex(const CellStyle& style) {
@@ -150,7 +164,22 @@ void Workbook::text(int row, int column, const QString& text, const CellStyle& s
 }
 
 void Workbook::number(int row, int column, double value, const CellStyle& style) {
-    sheets.last().cells.append({row, column, styleIndex(style), -1, value});
+    sheets.last().cells.append({row, column, styleIndex(style), NumberCell, value});
+}
+
+void Workbook::blank(int row, int column, const CellStyle& style) {
+    sheets.last().cells.append({row, column, styleIndex(style), BlankCell, 0});
+}
+
+void Workbook::picture(const QByteArray& png, const QString& description,
+                       const SheetPictures::Corner& upperLeft, const SheetPictures::Corner& lowerRight) {
+    pictures.add(int(sheets.size()) - 1, png, description, upperLeft, lowerRight);
+}
+
+void Workbook::pageBreak(int row) {
+    constexpr qsizetype most = 1026; // that the format allows
+    if (sheets.last().breaks.size() < most)
+        sheets.last().breaks.append(row);
 }
 
 void Workbook::merge(int row, int firstColumn, int lastColumn) {
@@ -189,7 +218,7 @@ QByteArray Workbook::filterNames() const {
         name(0x0020, "00073b", filter.headingRow, filter.headingRow, MostColumns - 1); // on each printed page
     }
     if (names.isEmpty())
-        return {};
+        return pictures.isEmpty() ? QByteArray() : pictures.ofWorkbook(int(sheets.size()));
     QByteArray stream;
     QByteArray book;
     putWords(book, {int(sheets.size()), 0x0401}); // the workbook itself
@@ -285,7 +314,7 @@ QByteArray Workbook::sheetRecords(int number) const {
         lastRow = std::max(lastRow, cell.row);
         lastColumn = std::max(lastColumn, cell.column);
     }
-    printRecords(stream, sheet.paper);
+    printRecords(stream, sheet.paper, sheet.breaks);
     for (qsizetype i = 0; i < sheet.columnWidths.size() && i < MostColumns; ++i) {
         constexpr double widthOfZero = 5.25; // points, in the default font
         QByteArray body;
@@ -329,12 +358,14 @@ QByteArray Workbook::sheetRecords(int number) const {
         put<std::uint16_t>(body, std::uint16_t(stylesOfTheDefault + cell.style));
         if (cell.string >= 0)
             put<std::uint32_t>(body, std::uint32_t(cell.string));
-        else
+        else if (cell.string == NumberCell)
             put(body, cell.value);
-        record(stream, cell.string >= 0 ? 0x00FD : 0x0203, body);
+        record(stream, cell.string >= 0 ? 0x00FD : cell.string == NumberCell ? 0x0203 : 0x0201, body);
     }
     if (filter.columns > 0)
         stream += FilterButtons::ofSheet(number + 1, filter.headingRow, filter.columns);
+    else
+        stream += pictures.ofSheet(number);
     windowRecords(stream, number == 0, filter.columns > 0 ? filter.headingRow + 1 : 0);
     constexpr qsizetype mostMerged = 1000; // per record
     for (qsizetype from = 0; from < sheet.merged.size(); from += mostMerged) {

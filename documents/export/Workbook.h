@@ -1,5 +1,7 @@
 #pragma once
 
+#include "documents/export/SheetPictures.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -11,6 +13,15 @@
 /// A workbook in the binary spreadsheet format BIFF8 (.xls, as of 1997 to 2003).
 class Workbook {
   public:
+    /// What is drawn around and behind a cell.
+    struct Frame {
+        bool left : 1 = false;
+        bool top : 1 = false;
+        bool right : 1 = false;
+        bool bottom : 1 = false;
+        bool filled : 1 = false;
+        bool operator==(const Frame&) const = default;
+    };
     /// How a cell looks.
     struct CellStyle {
         int size = 9; // points
@@ -21,6 +32,7 @@ class Workbook {
         bool top = false;      // beside a text of several lines; otherwise at the bottom unless wrapped
         bool indented = false; // keeps a distance from a number that ends in the cell before
         QString numberFormat;  // in the spreadsheet's syntax; empty for the general format
+        Frame frame{};
         bool operator==(const CellStyle&) const = default;
     };
 
@@ -30,6 +42,13 @@ class Workbook {
     /// Cells of the last sheet, counted from row and column 0, in ascending order.
     void text(int row, int column, const QString& text, const CellStyle& style);
     void number(int row, int column, double value, const CellStyle& style);
+    /// A cell without content.
+    void blank(int row, int column, const CellStyle& style);
+    /// A PNG picture on the last sheet, from one cell to another; none on a sheet with filters.
+    void picture(const QByteArray& png, const QString& description, const SheetPictures::Corner& upperLeft,
+                 const SheetPictures::Corner& lowerRight);
+    /// A row of the last sheet begins a page when it is printed.
+    void pageBreak(int row);
     /// Joins the cells of a row from one column to another.
     void merge(int row, int firstColumn, int lastColumn);
     void rowHeight(int row, double points);
@@ -48,9 +67,11 @@ class Workbook {
         int row;
         int column;
         int style;
-        int string; // index in the string table; -1 for a number
+        int string; // index in the string table, or one of those below
         double value;
     };
+    static constexpr int NumberCell = -1;
+    static constexpr int BlankCell = -2;
     struct Merged {
         int row;
         int first;
@@ -69,6 +90,7 @@ class Workbook {
         QList<Merged> merged;
         QHash<int, double> heights;
         Filter filter;
+        QList<int> breaks; // rows that begin a page
     };
 
     int styleIndex(const CellStyle& style);
@@ -78,6 +100,7 @@ class Workbook {
     QByteArray sheetRecords(int number) const;
 
     QList<Sheet> sheets;
+    SheetPictures pictures;
     QList<CellStyle> styles;
     QList<QString> strings;
     QHash<QString, int> stringPlaces;

@@ -124,6 +124,7 @@ QRectF takePlace(Words& words) {
 // A boxed field: a small label at the top, the value below.
 constexpr double fieldEdge = 4; // points between the box and its texts
 constexpr double labelHeight = 9;
+constexpr double smallestText = 6; // that everyone reads on paper
 
 QRectF labelPlace(const QRectF& box) {
     return {box.left() + fieldEdge, box.top() + 2, box.width() - 2 * fieldEdge, labelHeight};
@@ -223,11 +224,11 @@ class Reader {
         label.text = words.take();
         label.style.size = 6.5;
         label.style.color = QColor(0x4a, 0x55, 0x60);
-        label.smallest = 5;
+        label.smallest = smallestText;
         if (!words.more())
             return;
         ReportControl& value = addPart(ReportControl::Kind::Text, words.take(), valuePlace(place), number);
-        value.smallest = 5.5;
+        value.smallest = smallestText;
         apply(value, words);
     }
 
@@ -306,10 +307,14 @@ class Reader {
 } // namespace
 
 Layout Layout::load(const QString& name) {
+    static QHash<QString, Layout> known; // the resources never change, and a package loads each many times
+    const auto found = known.constFind(name);
+    if (found != known.cend())
+        return *found;
     QFile file(":/layouts/" + name + ".layout");
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("There is no layout " + name.toStdString());
-    return parse(name, QString::fromUtf8(file.readAll()));
+    return *known.insert(name, parse(name, QString::fromUtf8(file.readAll())));
 }
 
 Layout Layout::parse(const QString& name, const QString& text) {

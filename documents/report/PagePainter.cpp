@@ -138,6 +138,7 @@ QRectF picturePlace(const QSizeF& picture, const QRectF& place) {
 
 void paintPage(QPainter& painter, const Page& page) {
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a text runs as its first letter does, as in a PDF
     Tools tools(painter);
     for (const PageBox& box : page.boxes) {
         tools.line(Qt::black, box.width);

@@ -2,7 +2,10 @@
 
 #include "core/base/Fault.h"
 
+#include <QBuffer>
 #include <QFileInfo>
+#include <QImage>
+#include <QImageReader>
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
 
@@ -43,7 +46,41 @@ bool isSelfContained(const QByteArray& svg) {
     return !reader.hasError() && !root;
 }
 
+/// An SVG picture of an image's dots.
+QByteArray svgOf(const QImage& image) {
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    const QByteArray size = "width=\"" + QByteArray::number(image.width()) + "\" height=\"" +
+                            QByteArray::number(image.height()) + "\"";
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" " + size +
+           " viewBox=\"0 0 " + QByteArray::number(image.width()) + ' ' + QByteArray::number(image.height()) +
+           "\"><image " + size + " xlink:href=\"data:image/png;base64," + png.toBase64() + "\"/></svg>";
+}
+
 } // namespace
+
+QByteArray readOwnPicture(const QString& path) {
+    constexpr qint64 largestFile = 20'000'000; // bytes
+    constexpr qint64 largestSvg = 1'000'000;
+    constexpr QSize most(1200, 600); // dots, 300 to the inch of the place on a cover and more
+    const qint64 size = QFileInfo(path).size();
+    QImageReader reader(path);
+    const bool svg = QFileInfo(path).suffix().compare(QLatin1String("svg"), Qt::CaseInsensitive) == 0;
+    if (size > (svg ? largestSvg : largestFile))
+        throw Fault(Fault::InvalidPicture, "Picture too large: " + path.toStdString());
+    if (svg || !QFileInfo(path).isFile())
+        return readPicture(path);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    QImage image = reader.read();
+    if (image.isNull())
+        throw Fault(Fault::InvalidPicture, "Invalid picture: " + path.toStdString());
+    if (image.width() > most.width() || image.height() > most.height())
+        image = image.scaled(most, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return svgOf(image);
+}
 
 QByteArray readPicture(const QString& path) {
     QFile file(path);

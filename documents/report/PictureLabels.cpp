@@ -8,12 +8,15 @@ namespace {
 /// How the texts inside an element look.
 struct Look {
     TextStyle style;
-    bool moved = false; // by a transformation
+    bool moved = false;   // by a transformation
+    bool foreign = false; // in another font than a page's
 };
 
 void read(Look& look, const QXmlStreamAttributes& attributes) {
     if (attributes.hasAttribute(QLatin1String("transform")))
         look.moved = true;
+    if (attributes.hasAttribute(QLatin1String("font-family")))
+        look.foreign = attributes.value(QLatin1String("font-family")) != u"Liberation Sans";
     if (attributes.hasAttribute(QLatin1String("font-size")))
         look.style.size = attributes.value(QLatin1String("font-size")).toDouble();
     if (attributes.hasAttribute(QLatin1String("font-style")))
@@ -43,11 +46,13 @@ LabelledPicture labelledPicture(const QByteArray& svg) {
             Look look = looks.last();
             const auto attributes = reader.attributes();
             read(look, attributes);
-            if (reader.name() == u"text" && !look.moved) {
-                picture.labels.append({reader.readElementText(QXmlStreamReader::IncludeChildElements),
-                                       {attributes.value(QLatin1String("x")).toDouble(),
-                                        attributes.value(QLatin1String("y")).toDouble()},
-                                       look.style});
+            if (reader.name() == u"text" && !look.moved && !look.foreign) {
+                const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+                if (!text.isEmpty())
+                    picture.labels.append({text,
+                                           {attributes.value(QLatin1String("x")).toDouble(),
+                                            attributes.value(QLatin1String("y")).toDouble()},
+                                           look.style});
                 continue;
             }
             looks.append(look);

@@ -15,5 +15,5 @@ struct LabelledPicture {
     QByteArray svg; // without the texts
     QList<PictureLabel> labels;
 };
-/// Takes the texts out of an SVG picture, but for those that are turned or scaled.
+/// Takes the texts out of an SVG picture, but for those that are turned, scaled or in another font.
 LabelledPicture labelledPicture(const QByteArray& svg);

@@ -269,6 +269,19 @@ class Renderer {
         return result;
     }
 
+    /// A text without what is no letter: a soft hyphen would show in some places only, and the separators of
+    /// paragraphs and pages that word processors leave behind end a line like any other.
+    static QString readable(QString content) {
+        constexpr QChar softHyphen(0xAD);
+        const auto isSeparator = [](QChar c) { return c == QChar(0x2029) || c == u'\f' || c == u'\v'; };
+        if (std::none_of(content.cbegin(), content.cend(),
+                         [&](QChar c) { return c == softHyphen || isSeparator(c); }))
+            return content;
+        content.remove(softHyphen);
+        std::replace_if(content.begin(), content.end(), isSeparator, QChar(u'\n'));
+        return content;
+    }
+
     /// Reuses a text already in memory: lists repeat the same few texts over and over.
     const QString& known(const QString& content) {
         constexpr qsizetype most = 2000; // texts remembered
@@ -281,7 +294,7 @@ class Renderer {
               std::optional<double> number) {
         if (content.isEmpty())
             return;
-        PageText result = placed(control, at, known(content));
+        PageText result = placed(control, at, known(readable(content)));
         if (number)
             result.number = *number;
         if (!control.style.mark.isEmpty())
@@ -305,7 +318,8 @@ class Renderer {
             line.place.setRight(right);
     }
 
-    /// Shrinks a text onto one line as far as its control allows.
+    /// Shrinks a text onto one line as far as its control allows; several lines come first where they keep it
+    /// larger without parting a word.
     static bool fitsOneLine(const ReportControl& control, PageText& line) {
         const double width = TextFit::width(line.text, line.style);
         if (line.text.contains(u'\n'))
@@ -317,6 +331,15 @@ class Renderer {
         const double size = std::floor(fitting / sizeStep) * sizeStep;
         if (size < smallest)
             return false;
+        if (line.place.height() > 2 * size) {
+            const TextFit::Fitted fitted =
+                TextFit::fit(line.text, line.style, line.place.size(), size + sizeStep);
+            if (fitted.rest.isEmpty() && !fitted.text.contains(PageText::WordBreak)) {
+                line.text = fitted.text;
+                line.style = fitted.style;
+                return true;
+            }
+        }
         TextStyle style = line.style;
         style.size = size;
         line.style = style;

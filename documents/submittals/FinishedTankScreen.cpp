@@ -45,13 +45,15 @@ void FinishedTankScreen::Load() {
     }
     QString drawing;
     const auto model = findModel(modelText());
+    figures = {};
     if (model) {
         showModel(*model);
+        figures = figuresOf(*model);
         drawing = shownText(model->tankDraw);
     }
     if (tank)
         showNotes(fields.notes, *tank, model, requiredConnection(*tank));
-    showTankDrawing(fields.picture, fields.drawing, drawing);
+    showTankDrawing(fields.picture, fields.drawing, drawing, figures);
 }
 
 void FinishedTankScreen::Activate() {

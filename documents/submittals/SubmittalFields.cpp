@@ -17,6 +17,7 @@
 #include "documents/report/Renderer.h"
 #include "documents/report/Report.h"
 #include "documents/specifications/Placeholders.h"
+#include "documents/submittals/SubmittalRoom.h"
 #include "documents/tags/UnitTags.h"
 
 using namespace Catalogue;
@@ -68,6 +69,7 @@ class Filler {
         set("lblReleaseDate", BRENNOVAL_RELEASE_DATE);
         describe();
         showDrawing();
+        shareRoom(report.layout());
         if (kind.drawdown && application == Application::Hydropneumatic)
             showDrawdown();
         if (kind.drawdown) { // only a "Y" shows a mark, and only on this submittal
@@ -168,6 +170,7 @@ class Filler {
         values.makeUpCapacity = stored(model->makeUpCapacity);
         values.hp = stored(model->pumpHp);
         submittal = shownText(model->submittal);
+        figures = figuresOf(*model);
         drawing = shownText(model->tankDraw);
         application = applicationCoded(shownText(model->app).toStdString());
         nsf = shownText(model->nsf);
@@ -190,7 +193,7 @@ class Filler {
         if (!known)
             return;
         ReportControl& picture = report.control("imgDrawing");
-        picture.svg = readPicture(drawingPath(drawing, known->ending));
+        picture.svg = withFigures(readPicture(drawingPath(drawing, known->ending)), figures);
         picture.description = "Drawing of " + values.modelNo;
     }
 
@@ -212,6 +215,7 @@ class Filler {
     QString job;
     QString submittal;
     QString drawing;
+    DrawingFigures figures;
     std::optional<Application> application;
     QString nsf;
     QString iapmo;

@@ -58,11 +58,19 @@ void paint(QPrinter& printer, const Pages& pages) {
             printer.abort();
             throw printerFault();
         }
+        painter.save();
+        painter.scale(printer.logicalDpiX() / 72.0, printer.logicalDpiY() / 72.0);
+        QSizeF room = paper.size();
+        // A page that lies across the paper, as the schedule in a package, is turned.
+        if ((pages[i].size.width() > pages[i].size.height()) != (room.width() > room.height())) {
+            painter.translate(room.width(), 0);
+            painter.rotate(90);
+            room.transpose();
+        }
         // On paper smaller than its own, a page is scaled down and never cut.
         const double reduced =
-            std::min({1.0, paper.width() / pages[i].size.width(), paper.height() / pages[i].size.height()});
-        painter.save();
-        painter.scale(printer.logicalDpiX() / 72.0 * reduced, printer.logicalDpiY() / 72.0 * reduced);
+            std::min({1.0, room.width() / pages[i].size.width(), room.height() / pages[i].size.height()});
+        painter.scale(reduced, reduced);
         paintPage(painter, pages[i]);
         painter.restore();
     }

@@ -1,9 +1,11 @@
 #include "extras/package/JobPackage.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/JobHeader.h"
 #include "core/store/Model.h"
+#include "core/store/OwnDetails.h"
 #include "core/store/Representative.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -72,7 +74,7 @@ class Maker {
             if (const ReportKind* kind = findReport(report))
                 add("Submittal", 1, Report(*kind).Run().pages);
         if (chosen.calculations)
-            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
+            addCalculation(tank);
         if (chosen.specifications)
             addSpecification(tank);
         if (chosen.drawings)
@@ -87,16 +89,17 @@ class Maker {
         whole.author = Imprint::maker;
         whole.fileName = jobID + " package";
         whole.of = ReportOf::Job;
-        const qsizetype first = coverPages(0).size(); // the numbers do not change how many pages it takes
-        whole.pages = coverPages(int(first)) + pages;
+        whole.pages = coverPages();
+        const qsizetype first = whole.pages.size();
+        whole.pages += pages;
         whole.bookmarks.append({"Cover", 0, 0});
         for (const Bookmark& mark : marks)
             whole.bookmarks.append({mark.title, mark.depth, mark.page + int(first)});
         addLinks(whole, int(first));
         addScheduleLinks(whole, int(first));
-        number(whole.pages);
+        number(whole.pages, first);
         for (qsizetype page = 0; page < whole.pages.size(); ++page)
-            whole.pageLabels.append(page < first ? QStringLiteral("Cover") : numberOf(page, whole.pages));
+            whole.pageLabels.append(labelOf(page, first, whole.pages.size()));
         if (const auto own = ownRepresentatives(); !own.empty() && own.front().companyName)
             whole.author = representative();
         return whole;
@@ -124,6 +127,22 @@ class Maker {
         return report.Run().pages;
     }
 
+    /// A line whose stored figures allow no calculation gets a page that says so: one line must not cost all
+    /// documents of a job.
+    void addCalculation(const TankLine& tank) {
+        try {
+            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
+        } catch (const DatabaseFault&) {
+            throw;
+        } catch (const Fault& fault) {
+            add("Calculation sheet", 1,
+                pageOf(tank, "Calculation sheet", {},
+                       "The calculation cannot be shown: " + QString::fromUtf8(fault.what()) +
+                           ". Please look at the conditions of this tank.",
+                       {}));
+        }
+    }
+
     void addSpecification(const TankLine& tank) {
         const Specification specification = resultSpecification(tank);
         const QString text = (specification.text + "\n\n" + specification.lastLine).trimmed();
@@ -135,7 +154,9 @@ class Maker {
         const QString name = shownText(model.tankDraw);
         const auto known = name.isEmpty() ? std::nullopt : Catalogue::findDrawing(name);
         if (known)
-            add("Drawing", 1, pageOf(tank, "Drawing", {}, {}, readPicture(drawingPath(name, known->ending))));
+            add("Drawing", 1,
+                pageOf(tank, "Drawing", {}, {},
+                       withFigures(readPicture(drawingPath(name, known->ending)), figuresOf(model))));
     }
 
     static QString representative() {
@@ -143,7 +164,7 @@ class Maker {
         return own.empty() ? QString() : shownText(own.front().companyName).replace("&&", "&");
     }
 
-    Pages coverPages(int before) const {
+    Pages coverPages() const {
         Report report(cover);
         const JobHeader header = readJobHeader(jobID).value_or(JobHeader());
         report.control("txtJob").text = jobID;
@@ -154,10 +175,32 @@ class Maker {
         report.control("txtRevision").text = chosen.revision;
         report.control("txtNote").text = chosen.note;
         report.control("txtRunningJob").text = jobID;
+        addOwn(report);
         for (const Bookmark& mark : marks)
             report.rows.push_back({{"What", QString(qsizetype(mark.depth) * 4, u' ') + mark.title},
-                                   {"Page", QString::number(mark.page + before + 1)}});
+                                   {"Page", QString::number(mark.page + 1)}});
         return report.Run().pages;
+    }
+
+    /// Puts the engineer's own logo and address on the cover, if the setup has them.
+    static void addOwn(Report& report) {
+        constexpr double height = 64; // points of both
+        const OwnDetails own = readOwnDetails();
+        QStringList lines{shownText(own.address1), shownText(own.address2), shownText(own.phoneNo)};
+        lines.removeAll(QString());
+        if (!own.name && !own.logo && lines.isEmpty())
+            return;
+        report.layout().section(Section::ReportHeader)->height += height;
+        report.control("lblOwn").visible = own.name || !lines.isEmpty();
+        report.control("txtOwnName").text = shownText(own.name);
+        report.control("txtOwnAddress").text = lines.join(u'\n');
+        ReportControl& logo = report.control("imgOwnLogo");
+        logo.visible = own.logo.has_value();
+        logo.svg = shownText(own.logo).toUtf8();
+        for (const char* text : {"lblOwn", "txtOwnName", "txtOwnAddress"})
+            if (!logo.visible)
+                report.control(text).place.moveLeft(0);
+        logo.description = own.name ? "Logo of " + *own.name : QStringLiteral("Logo");
     }
 
     /// Each line of the contents leads to its page.
@@ -183,16 +226,20 @@ class Maker {
             }
     }
 
-    static QString numberOf(qsizetype page, const Pages& all) {
-        return QStringLiteral("%1 of %2").arg(page + 1).arg(all.size());
+    /// What a page is called: the cover's pages do not count.
+    static QString labelOf(qsizetype page, qsizetype coverSize, qsizetype all) {
+        if (page < coverSize)
+            return page == 0 ? QStringLiteral("Cover") : QStringLiteral("Cover %1").arg(page + 1);
+        return QStringLiteral("%1 of %2").arg(page - coverSize + 1).arg(all - coverSize);
     }
 
     /// The page numbers are those of the package.
-    static void number(Pages& all) {
+    static void number(Pages& all, qsizetype coverSize) {
         for (qsizetype page = 0; page < all.size(); ++page)
             for (PageText& text : all[page].texts)
                 if (text.pageNumber)
-                    text.text = "Page " + numberOf(page, all);
+                    text.text =
+                        (page < coverSize ? QString() : "Page ") + labelOf(page, coverSize, all.size());
     }
 
     QString jobID;

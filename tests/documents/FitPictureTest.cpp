@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 
 TEST(FitPicture, KeepsProportionsAndCentres) {
@@ -58,4 +61,22 @@ TEST(Pictures, LoadOnlyIfSelfContained) {
     for (const char* name : {"../a", "b/a", "b\\a", "c:a", "."})
         EXPECT_THROW(drawingPath(name, "svg"), Fault) << name;
     EXPECT_THROW(drawingPath("a", "/../b"), Fault);
+}
+
+// A photograph of any size is kept as part of a picture, with no more dots than a cover needs.
+TEST(Pictures, OfDotsBecomePartsOfAPicture) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("a.jpg");
+    QImage image(2400, 600, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(path));
+    const QByteArray svg = readOwnPicture(path);
+    QSvgRenderer renderer(svg);
+    EXPECT_EQ(renderer.defaultSize(), QSize(1200, 300));
+    QImage painted(12, 3, QImage::Format_RGB32);
+    QPainter painter(&painted);
+    renderer.render(&painter);
+    EXPECT_GT(qRed(painted.pixel(6, 1)), 240);
+    EXPECT_LT(qGreen(painted.pixel(6, 1)), 15);
+    EXPECT_THROW(readOwnPicture(folder.filePath("b.png")), Fault);
 }

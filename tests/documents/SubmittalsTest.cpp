@@ -10,6 +10,7 @@
 #include "tests/support/TemporaryHome.h"
 
 #include <QDate>
+#include <QSvgRenderer>
 
 #include <gtest/gtest.h>
 
@@ -316,4 +317,29 @@ TEST_F(SubmittalsTest, ShowAMarkForNothingButACapitalY) {
     execute("Sys", "UPDATE tblModelMaster SET NSF = 'Y'");
     EXPECT_TRUE(submittal("JWB 10000").ends_with("[NSF mark]\n[Drawing of JWB 10000]"));
     EXPECT_EQ(submittal("SHK 300").find("mark"), std::string::npos);
+}
+
+// What an approver reads on paper: drawings as large as their frames with the model's figures, and no small
+// letters in long texts.
+TEST_F(SubmittalsTest, DrawingsFillTheirFramesAndLongTextsStayReadable) {
+    const QString longest = QString("Westminster Harbour Redevelopment ").repeated(3).trimmed().left(50);
+    execute("User", QString("UPDATE tblJobHeader SET Engineer = '%1', Contractor = '%1'").arg(longest));
+    execute("User", QString("UPDATE tblRepMaster SET CompanyName = '%1, %1'").arg(longest));
+    for (const char* model : {"RCB 5000", "12RB33", "PKG 17-1.8", "SHK 300"}) {
+        const Pages pages = pagesOf(model);
+        ASSERT_EQ(pages.size(), 1) << model;
+        const PagePicture& drawing = pages[0].pictures.last();
+        QSizeF whole = QSvgRenderer(drawing.svg).defaultSize();
+        whole.scale(drawing.place.size(), Qt::KeepAspectRatio);
+        EXPECT_NEAR(whole.width(), drawing.place.width(), .01) << model;
+        EXPECT_NEAR(whole.height(), drawing.place.height(), .01) << model;
+        EXPECT_GT(whole.height(), 170) << model;
+        EXPECT_TRUE(drawing.svg.contains(">48.5&quot;<") && drawing.svg.contains(">2-1/2 in<")) << model;
+        for (const PageText& text : pages[0].texts) {
+            EXPECT_GE(text.style->size, 6) << model << ": " << text.text.toStdString();
+            EXPECT_TRUE(text.plain() != longest || (text.breaks() && text.style->size > 7.5)) << model;
+        }
+        EXPECT_LT(placeOf(pages, "Typical Specifications").y(), placeOf(pages, "Model Selected").y())
+            << model;
+    }
 }

@@ -22,7 +22,7 @@ TEST(JobPackage, ContentsAndScheduleLeadToTheTanks) {
     Session::JobID.write("J");
     const auto package = JobPackage::make("J", {}, [](int, int) { return true; });
     ASSERT_TRUE(package);
-    EXPECT_EQ(package->pageLabels.join('|').toStdString(), "Cover|2 of 4|3 of 4|4 of 4");
+    EXPECT_EQ(package->pageLabels.join('|').toStdString(), "Cover|1 of 3|2 of 3|3 of 3");
     QStringList links; // "page text > page"
     for (const PageLink& link : package->links)
         for (const PageText& text : package->pages[link.page].texts)
