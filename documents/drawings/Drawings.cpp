@@ -69,21 +69,20 @@ QPixmap onPaper(const QByteArray& svg, const QSize& size, double scale) {
     return pixmap;
 }
 
-void showQuietly(QLabel* box, const QString& drawing, const DrawingFigures& figures) {
+void showQuietly(QLabel* box, const QString& drawing) {
     box->clear();
     try {
         if (const auto known = findDrawing(drawing); known && known->width > 0 && known->height > 0) {
             const QSize size =
                 QSizeF(known->width, known->height).scaled(box->size(), Qt::KeepAspectRatio).toSize();
-            const QByteArray svg = readPicture(drawingPath(drawing, known->ending));
-            box->setPixmap(onPaper(withFigures(svg, figures), size, box->devicePixelRatioF()));
+            box->setPixmap(
+                onPaper(readPicture(drawingPath(drawing, known->ending)), size, box->devicePixelRatioF()));
         }
     } catch (const Fault&) { // it is only an addition
     }
 }
 
-bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path,
-                 const DrawingFigures& figures) {
+bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path) {
     const Hourglass hourglass;
     try {
         const auto known = findDrawing(drawing);
@@ -97,8 +96,7 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
         const PictureFrame frame =
             fitPicture(x, y, {double(box->x()), double(box->y()), double(areaWidth), double(areaHeight)});
         const QRect place = QRectF(frame.left, frame.top, frame.width, frame.height).toRect();
-        box->setPixmap(
-            onPaper(withFigures(readPicture(file), figures), place.size(), box->devicePixelRatioF()));
+        box->setPixmap(onPaper(readPicture(file), place.size(), box->devicePixelRatioF()));
         box->setGeometry(place);
         path = file;
         return true;
@@ -112,9 +110,9 @@ bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& draw
     }
 }
 
-void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing, const DrawingFigures& figures) {
+void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing) {
     QString path;
-    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path, figures);
+    const bool loaded = LoadDrawing(box, box->width(), box->height(), drawing, path);
     if (!loaded && drawing.isEmpty())
         return;
     box->setVisible(loaded);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "documents/drawings/DrawingFigures.h"
-
 #include <QPixmap>
 #include <QString>
 
@@ -29,18 +27,17 @@ namespace Drawings {
 /// Loads a catalogue drawing into a picture box and fits it into an area whose origin is the box's own.
 /// Returns false with a beep when the catalogue has no such drawing, and false with the error dialog when the
 /// file cannot be loaded. The path is written only on success.
-bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path,
-                 const DrawingFigures& figures = {});
+bool LoadDrawing(QLabel* box, int areaWidth, int areaHeight, const QString& drawing, QString& path);
 
 /// Paints an SVG picture black on white as large as given; on a dark screen the paper is dimmed.
 QPixmap onPaper(const QByteArray& svg, const QSize& size, double scale);
 
 /// Shows a model's drawing in a box, and nothing if the catalogue or the disk does not have it, without a
 /// word.
-void showQuietly(QLabel* box, const QString& drawing, const DrawingFigures& figures);
+void showQuietly(QLabel* box, const QString& drawing);
 
 /// Shows a model's drawing in a result screen's picture box, or its name in the text box if it cannot be
 /// loaded. An empty name leaves both unchanged.
-void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing, const DrawingFigures& figures);
+void showTankDrawing(QLabel* box, QLineEdit* nameBox, const QString& drawing);
 
 } // namespace Drawings

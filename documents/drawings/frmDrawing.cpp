@@ -29,12 +29,12 @@ void frmDrawing::Load() {
     Timer1.start(fallbackMilliseconds);
 }
 
-void frmDrawing::showDrawing(const QString& drawing, const DrawingFigures& figures) {
+void frmDrawing::showDrawing(const QString& drawing) {
     txtDrawing->setText(drawing);
     imgDrawing->setGeometry(QRect({0, 0}, largeSize)); // or the box drifts between drawings
     QString path;
     const bool loaded =
-        Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path, figures);
+        Drawings::LoadDrawing(imgDrawing, largeSize.width(), largeSize.height(), drawing, path);
     imgDrawing->setVisible(loaded);
     txtDrawing->setText(path);
     const QString tankID = Session::tankLine();
@@ -53,9 +53,9 @@ void frmDrawing::mouseReleaseEvent(QMouseEvent* event) {
         trap(".imgDrawing", [this] { Screens::unload(name()); });
 }
 
-void showLargeDrawing(const QString& drawing, const DrawingFigures& figures) {
+void showLargeDrawing(const QString& drawing) {
     if (Screen* screen = Screens::load("frmDrawing")) {
         Screens::show("frmDrawing");
-        static_cast<frmDrawing*>(screen)->showDrawing(drawing, figures);
+        static_cast<frmDrawing*>(screen)->showDrawing(drawing);
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/shell/Screen.h"
-#include "documents/drawings/DrawingFigures.h"
 #include "ui_frmDrawing.h"
 
 #include <QTimer>
@@ -14,7 +13,7 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
     Subject shownRecord() const override { return Subject::TankLine; }
     bool closesOnEscape() const override { return true; }
     /// Shows the drawing of that name.
-    void showDrawing(const QString& drawing, const DrawingFigures& figures);
+    void showDrawing(const QString& drawing);
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -26,4 +25,4 @@ class frmDrawing : public Screen, private Ui::frmDrawing {
 };
 
 /// Opens the full-size view of a drawing.
-void showLargeDrawing(const QString& drawing, const DrawingFigures& figures);
+void showLargeDrawing(const QString& drawing);

@@ -45,15 +45,13 @@ void FinishedTankScreen::Load() {
     }
     QString drawing;
     const auto model = findModel(modelText());
-    figures = {};
     if (model) {
         showModel(*model);
-        figures = figuresOf(*model);
         drawing = shownText(model->tankDraw);
     }
     if (tank)
         showNotes(fields.notes, *tank, model, requiredConnection(*tank));
-    showTankDrawing(fields.picture, fields.drawing, drawing, figures);
+    showTankDrawing(fields.picture, fields.drawing, drawing);
 }
 
 void FinishedTankScreen::Activate() {

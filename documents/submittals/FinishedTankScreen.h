@@ -41,9 +41,7 @@ class FinishedTankScreen : public ResultScreen {
     void Deactivate() override;
     bool QueryUnload() override;
     QString modelText() const override;
-    DrawingFigures drawingFigures() const override { return figures; }
 
   private:
     Fields fields;
-    DrawingFigures figures; // of the model shown
 };

@@ -131,7 +131,7 @@ bool ResultScreen::eventFilter(QObject* object, QEvent* event) {
         ring->setWidget(event->type() == QEvent::FocusIn ? enlarged : nullptr);
     if (object != enlarged || !presses(event))
         return Screen::eventFilter(object, event);
-    trap(".imgDrawing", [this] { showLargeDrawing(drawingName(), drawingFigures()); });
+    trap(".imgDrawing", [this] { showLargeDrawing(drawingName()); });
     return true;
 }
 

@@ -3,7 +3,6 @@
 #include "core/shell/Screen.h"
 #include "core/store/Model.h"
 #include "core/store/TankLine.h"
-#include "documents/drawings/DrawingFigures.h"
 
 class QFocusFrame;
 class QLabel;
@@ -24,8 +23,6 @@ class ResultScreen : public Screen {
     /// The text of the screen's model field.
     virtual QString modelText() const { return {}; }
 
-    /// What the enlarged drawing says of the model.
-    virtual DrawingFigures drawingFigures() const { return {}; }
     /// A press on the picture opens the drawing that the function names at full size.
     void enlarges(QLabel* picture, std::function<QString()> drawing);
     /// Makes the two buttons preview and print this screen's submittal.

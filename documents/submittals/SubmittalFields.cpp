@@ -170,7 +170,6 @@ class Filler {
         values.makeUpCapacity = stored(model->makeUpCapacity);
         values.hp = stored(model->pumpHp);
         submittal = shownText(model->submittal);
-        figures = figuresOf(*model);
         drawing = shownText(model->tankDraw);
         application = applicationCoded(shownText(model->app).toStdString());
         nsf = shownText(model->nsf);
@@ -193,7 +192,7 @@ class Filler {
         if (!known)
             return;
         ReportControl& picture = report.control("imgDrawing");
-        picture.svg = withFigures(readPicture(drawingPath(drawing, known->ending)), figures);
+        picture.svg = readPicture(drawingPath(drawing, known->ending));
         picture.description = "Drawing of " + values.modelNo;
     }
 
@@ -215,7 +214,6 @@ class Filler {
     QString job;
     QString submittal;
     QString drawing;
-    DrawingFigures figures;
     std::optional<Application> application;
     QString nsf;
     QString iapmo;

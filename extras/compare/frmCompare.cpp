@@ -363,13 +363,11 @@ void frmCompare::showChosen() {
         if (const auto objection = EntryRules::objectionToNumber(box->text()))
             lblState->setText(nameOf(box) + ": " + *objection);
     const QString drawing = row && row->model ? shownText(row->model->tankDraw) : QString();
-    const DrawingFigures figures = row && row->model ? figuresOf(*row->model) : DrawingFigures();
-    if (shownDrawing != drawing || shownFigures != figures) { // drawing takes a fifth of a key's time
+    if (shownDrawing != drawing) { // seldom, and drawing takes a fifth of a key's time
         shownDrawing = drawing;
-        shownFigures = figures;
         imgDrawing->clear();
         if (!drawing.isEmpty())
-            Drawings::showQuietly(imgDrawing, drawing, figures);
+            Drawings::showQuietly(imgDrawing, drawing);
     }
     if (!row || !row->model)
         return;

@@ -2,7 +2,6 @@
 
 #include "core/base/EntryRules.h"
 #include "core/shell/Screen.h"
-#include "documents/drawings/DrawingFigures.h"
 #include "extras/compare/Comparison.h"
 #include "ui_frmCompare.h"
 
@@ -71,5 +70,4 @@ class frmCompare : public Screen, private Ui::frmCompare {
     bool fluidChosen = false;              // by the user, not with the application
     double shockAtmosphere = 0;            // psia, of the user
     QString shownDrawing;                  // with which the picture was made
-    DrawingFigures shownFigures;
 };

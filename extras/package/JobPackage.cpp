@@ -154,9 +154,7 @@ class Maker {
         const QString name = shownText(model.tankDraw);
         const auto known = name.isEmpty() ? std::nullopt : Catalogue::findDrawing(name);
         if (known)
-            add("Drawing", 1,
-                pageOf(tank, "Drawing", {}, {},
-                       withFigures(readPicture(drawingPath(name, known->ending)), figuresOf(model))));
+            add("Drawing", 1, pageOf(tank, "Drawing", {}, {}, readPicture(drawingPath(name, known->ending))));
     }
 
     static QString representative() {
