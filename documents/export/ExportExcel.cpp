@@ -135,14 +135,12 @@ class SheetWriter {
             }
     }
 
-    /// The last column of a text. It spans the full width of its text, so a number is never too wide for it, and
-    /// a formula's words, which are wider than its picture, are not wrapped within one.
+    /// The last column of a text. It spans the full width of its text, so a number is never too wide for it,
+    /// and a formula's words, which are wider than its picture, are neither cut nor wrapped within one.
     int lastColumn(int column, int end, const PageText& text) const {
         double right = text.place.right();
-        if (text.breaks())
-            for (const QString& line : text.lines())
-                right =
-                    std::max(right, text.place.left() + TextFit::width(line, text.style) * Wider + Margin);
+        for (const QString& line : text.lines())
+            right = std::max(right, text.place.left() + TextFit::width(line, text.style) * Wider + Margin);
         int last = column;
         while (last + 1 < end && edges[last + 1] < right - 1)
             ++last;
