@@ -40,6 +40,8 @@ constexpr Row rows[] = {
     {Id::AcceptanceReserve, "acceptance-reserve", "r_A = round((n * A_t / V_acc - 1) * 100, 1)"},
     {Id::WaterTaken, "water-taken", "V_w = min(n * V_t * (1 - (P_a + P_min) / (P_a + P_max)), n * A_t)"},
     {Id::SteelWaterTaken, "steel-water-taken", "V_w = n * V_t * (P_a / (P_a + P_min) - P_a / (P_a + P_max))"},
+    {Id::ShockWaterTaken, "shock-water-taken",
+     "V_w = min(n * V_t * (1 - (P_a + 0.9 * P_f) / (P_a + P_s)), n * A_t)"},
     {Id::TakenReserve, "taken-reserve", "r_w = round((V_w / V_acc - 1) * 100, 1)"},
 };
 

@@ -38,6 +38,7 @@ enum class Id : std::uint8_t {
     AcceptanceReserve,
     WaterTaken,
     SteelWaterTaken,
+    ShockWaterTaken,
     TakenReserve,
 };
 

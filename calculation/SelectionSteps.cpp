@@ -1,6 +1,7 @@
 #include "calculation/SelectionSteps.h"
 
 #include "calculation/SizingSteps.h"
+#include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
 #include "documents/submittals/SizingFacts.h"
@@ -86,24 +87,36 @@ void addReserve(Worksheet& sheet, const QString& caption, Id id, const char* req
 
 /// The water that the tanks take between the job's pressures, which may be less than their bladders hold.
 void addWaterTaken(Worksheet& sheet, const SizedTank& tank, const Model& model, int quantity) {
-    const SystemConditions conditions = TankSizing::conditionsOf(tank.line);
+    SystemConditions conditions = TankSizing::conditionsOf(tank.line);
+    const bool shock = tank.application == Application::Shock;
+    if (shock) {
+        conditions.minimumPressure = precharge(tank);
+        conditions.maximumPressure = orZero(tank.line.staticPressure);
+    }
     const double need = required(tank).acceptance;
     if (!model.tankVolume || !model.acceptanceVolume || need <= 0 ||
         conditions.minimumPressure >= conditions.maximumPressure ||
         conditions.atmosphericPressure + conditions.minimumPressure <= 0)
         return;
-    const bool steel = TankSizing::isPlainSteel(tank.series());
+    const bool steel = !shock && TankSizing::isPlainSteel(tank.series());
     const double taken =
         waterTaken(conditions, steel, quantity * *model.tankVolume, quantity * *model.acceptanceVolume);
     Values values = pressuresOf(conditions);
     values.append({{"n", figure(quantity)},
                    {"V_t", operand(*model.tankVolume)},
                    {"A_t", operand(*model.acceptanceVolume)},
+                   {"P_f", operand(orZero(tank.line.flowPressure))},
+                   {"P_s", operand(orZero(tank.line.staticPressure))},
                    {"V_w", operand(taken)},
                    {"V_acc", operand(need)}});
     sheet.step("Water between the pressures",
-               worked(steel ? Id::SteelWaterTaken : Id::WaterTaken, values, taken, "gal"),
-               "What the tanks take from the minimum to the maximum pressure", liters(taken));
+               worked(shock   ? Id::ShockWaterTaken
+                      : steel ? Id::SteelWaterTaken
+                              : Id::WaterTaken,
+                      values, taken, "gal"),
+               shock ? "What the tanks take from the precharge to the static pressure"
+                     : "What the tanks take from the minimum to the maximum pressure",
+               liters(taken));
     const double percent = reserve(taken, need);
     sheet.step("Its reserve", worked(Id::TakenReserve, values, Round(percent, 1), "%", percent),
                "Over the required acceptance");
@@ -137,6 +150,18 @@ void addShockResults(Worksheet& sheet, const SizedTank& tank, double tankVolume,
     };
     compare(sheet, "leak load", percent(tank.line.leakLoad), *percent(stored.leakLoad), "%");
     compare(sheet, "pump startup delay", tank.line.pumpRunTime, *stored.pumpRunTime, "s");
+}
+
+/// A line without flow or length, or with a pipe of another catalogue, still gets the rest of its sheet.
+void addShockResultsOrFault(Worksheet& sheet, const SizedTank& tank, double tankVolume, int quantity) {
+    try {
+        addShockResults(sheet, tank, tankVolume, quantity);
+    } catch (const DatabaseFault&) {
+        throw;
+    } catch (const Fault& fault) {
+        sheet.warn(
+            QStringLiteral("Leak load and pump startup delay cannot be computed: %1.").arg(fault.what()));
+    }
 }
 
 } // namespace
@@ -173,9 +198,7 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
         return sheet.say("Model", "No model has been chosen yet.");
     const int quantity = tank.line.qty.value_or(0);
     sheet.say("Chosen", quantity > 0 ? QString::number(quantity) + " × " + *tank.line.modelNo
-                                     : *tank.line.modelNo + ", without a quantity");
-    if (quantity <= 0)
-        sheet.warn("No quantity is stored with the model " + *tank.line.modelNo + '.');
+                                     : *tank.line.modelNo + ", without a number of tanks");
     if (!tank.model || quantity <= 0)
         return;
     const Model& model = *tank.model;
@@ -195,22 +218,25 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
     if (!tank.conversion)
         addReserve(sheet, "Reserve of acceptance", Id::AcceptanceReserve, "V_acc", "A_t",
                    required(tank).acceptance, model.acceptanceVolume, quantity,
-                   "By what the catalogue's tanks can hold, as the search asks");
-    if (!tank.conversion && tank.application != Application::Shock)
+                   tank.application == Application::Shock
+                       ? "By what the catalogue's tanks can hold; the search does not ask for it"
+                       : "By what the catalogue's tanks can hold, as the search asks");
+    if (!tank.conversion)
         addWaterTaken(sheet, tank, model, quantity);
     if (tank.application == Application::Shock && model.tankVolume)
-        addShockResults(sheet, tank, *model.tankVolume, quantity);
+        addShockResultsOrFault(sheet, tank, *model.tankVolume, quantity);
 }
 
 void addSite(Worksheet& sheet, const SizedTank& tank) {
+    if (!tank.application)
+        return; // nobody knows what the tank is for
     sheet.section("On site");
     if (tank.application == Application::Package) {
         const double pressure = orZero(tank.line.sopMax);
         const bool held = tank.model && pressure >= orZero(tank.model->minSysPressure) &&
                           pressure <= orZero(tank.model->tankWkPressure);
         sheet.say("System pressure",
-                  pounds(pressure) + (held ? ": set the pressure switch of the package to hold it."
-                                           : ": the package cannot hold it; see the notes."));
+                  pounds(pressure) + (held ? ": set the pressure switch of the package to hold it." : "."));
         return;
     }
     const QString charge = pounds(precharge(tank));
@@ -234,7 +260,7 @@ void addSite(Worksheet& sheet, const SizedTank& tank) {
                   figure(*tank.model->precharge) + (*tank.model->precharge == precharge(tank)
                                                         ? " psig, as it is to be; check it."
                                                         : " psig; change it to the above."));
-    switch (tank.application.value_or(Application::Expansion)) {
+    switch (*tank.application) {
     case Application::Shock:
         sheet.say("Why",
                   "Nine tenths of the flow pressure: the tank holds some water while the pipe flows, so "
@@ -262,7 +288,7 @@ void addSite(Worksheet& sheet, const SizedTank& tank) {
 }
 
 std::optional<PressureCurve> curveOf(const SizedTank& tank) {
-    if (!tank.model || tank.application == Application::Package)
+    if (!tank.model || tank.application == Application::Package || tank.conversion || precharge(tank) < 0)
         return std::nullopt;
     const bool shock = tank.application == Application::Shock;
     const bool steel = TankSizing::isPlainSteel(tank.series());

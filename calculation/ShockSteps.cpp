@@ -63,7 +63,7 @@ void addShockSteps(Worksheet& sheet, SizedTank& tank) {
     sheet.step("Water velocity",
                worked(Id::Velocity, {{"Q", operand(conditions.flowRate)}, {"ID", operand(conditions.bore)}},
                       sizes.waterVelocity, "ft/s"),
-               "This and all further results are stored to eight decimals.",
+               "Stored to eight decimals, as are the energies and the required sizes",
                metersPerSecond(sizes.waterVelocity));
     sheet.step("Kinetic energy",
                worked(Id::KineticEnergy,

@@ -10,6 +10,7 @@
 #include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
+#include "documents/submittals/SizingFacts.h"
 
 #include <QApplication>
 #include <QDate>
@@ -88,7 +89,7 @@ void frmPKGSelect::showChanges() {
     txtModelNo->setText(shownText(asRead->modelNo));
     txtQty->setText(shownText(asRead->qty));
     txtSysPressure->setText(shownText(asRead->sopMax));
-    showNotes(lblNotes, *asRead, findModel(shownText(asRead->modelNo)));
+    showNotes(lblNotes, SizingNotes::factsOf(*asRead, findModel(shownText(asRead->modelNo))));
     Dirty = false; // what is stored needs no saving
     setStatusText("Select Package");
 }
@@ -183,7 +184,7 @@ void frmPKGSelect::SaveRecord() {
         return;
     asRead = findTankLine(Session::TankID.text());
     if (asRead)
-        showNotes(lblNotes, *asRead, findModel(shownText(asRead->modelNo)));
+        showNotes(lblNotes, SizingNotes::factsOf(*asRead, findModel(shownText(asRead->modelNo))));
     setStatusText("Record Saved");
     Dirty = false;
 }

@@ -1,5 +1,6 @@
 #include "shock/frmResultSHK.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 #include "shock/ShockSizing.h"
@@ -60,8 +61,18 @@ void frmResultSHK::showModel(const Model& model) {
     BladderType->setCursorPosition(0);
 }
 
-std::optional<double> frmResultSHK::requiredConnection(const TankLine& tank) const {
-    return ShockSizing::requiredConnection(tank);
+void frmResultSHK::addFacts(SizingNotes::Facts& facts, const TankLine& tank) const {
+    const ShockConditions conditions = ShockSizing::conditionsOf(tank);
+    facts.requiredConnection = ShockSizing::requiredConnection(tank, conditions.bore);
+    try {
+        std::optional<std::string_view> objection;
+        const ShockSizes sizes = ShockSizing::sizesOf(conditions, objection);
+        facts.computedVolume = sizes.requiredVolume;
+        facts.computedAcceptance = sizes.requiredAcceptance;
+    } catch (const DatabaseFault&) {
+        throw;
+    } catch (const Fault&) { // nothing comes out of these conditions: their own notes tell why
+    }
 }
 
 bool frmResultSHK::QueryUnload() {

@@ -13,5 +13,5 @@ class frmResultSHK : public FinishedTankScreen, private Ui::frmResultSHK {
     bool QueryUnload() override;
     void showTankLine(const TankLine& tank) override;
     void showModel(const Model& model) override;
-    std::optional<double> requiredConnection(const TankLine& tank) const override;
+    void addFacts(SizingNotes::Facts& facts, const TankLine& tank) const override;
 };

@@ -3,7 +3,9 @@
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
 #include "core/store/Catalogue.h"
+#include "core/store/JobHeader.h"
 #include "sizing/FluidLimits.h"
+#include "sizing/Series.h"
 
 using Record::orZero;
 
@@ -48,6 +50,21 @@ RequiredSizes sizesOf(const TankLine& tank, Application application, const QStri
         break; // these have no series to choose from
     }
     throw Fault(Fault::InternalError, "No sizes without a series");
+}
+
+std::optional<RequiredSizes> sizesGiven(const TankLine& tank) {
+    const QString series = tank.tankClass.value_or(QString());
+    const auto application = applicationOfSeries(series.toStdString());
+    try {
+        if (tank.jobID == Records::reservedJob())
+            return convertedTankSizes(conditionsOf(tank));
+        if (application)
+            return sizesOf(tank, *application, series);
+    } catch (const DatabaseFault&) {
+        throw;
+    } catch (const Fault&) { // the pressures leave no acceptance
+    }
+    return std::nullopt;
 }
 
 } // namespace TankSizing

@@ -21,4 +21,8 @@ bool isPlainSteel(const QString& series);
 /// acceptance, and DatabaseFault.
 RequiredSizes sizesOf(const TankLine& tank, Application application, const QString& series);
 
+/// The sizes that a line's conditions give in its own series; nothing if they give none. Throws
+/// DatabaseFault.
+std::optional<RequiredSizes> sizesGiven(const TankLine& tank);
+
 } // namespace TankSizing

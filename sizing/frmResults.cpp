@@ -4,6 +4,7 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
+#include "sizing/TankSizing.h"
 
 using namespace Fields;
 
@@ -72,4 +73,11 @@ void frmResults::showModel(const Model& model) {
                                                            txtSOTMax, lblFluidType, txtSysFluidType})
         hidden->hide();
     lblSysVolume->setText(toQString(infoOf(*application).resultCaption));
+}
+
+void frmResults::addFacts(SizingNotes::Facts& facts, const TankLine& tank) const {
+    if (const auto sizes = TankSizing::sizesGiven(tank)) {
+        facts.computedVolume = sizes->volume;
+        facts.computedAcceptance = sizes->acceptance;
+    }
 }

@@ -13,4 +13,5 @@ class frmResults : public FinishedTankScreen, private Ui::frmResults {
     void Load() override;
     void showTankLine(const TankLine& tank) override;
     void showModel(const Model& model) override;
+    void addFacts(SizingNotes::Facts& facts, const TankLine& tank) const override;
 };

@@ -3,6 +3,7 @@
 #include "core/shell/FieldChecks.h"
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
+#include "sizing/TankSizing.h"
 
 using namespace Fields;
 using namespace StatusBar;
@@ -46,4 +47,11 @@ void frmResultsConvert::showModel(const Model& model) {
 void frmResultsConvert::Activate() {
     enablePrinting(true);
     setStatusText("View results");
+}
+
+void frmResultsConvert::addFacts(SizingNotes::Facts& facts, const TankLine& tank) const {
+    if (const auto sizes = TankSizing::sizesGiven(tank)) {
+        facts.computedVolume = sizes->volume;
+        facts.computedAcceptance = sizes->acceptance;
+    }
 }

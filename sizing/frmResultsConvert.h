@@ -14,4 +14,5 @@ class frmResultsConvert : public FinishedTankScreen, private Ui::frmResultsConve
     void Deactivate() override {} // deliberately leaves on what the activation enabled
     void showTankLine(const TankLine& tank) override;
     void showModel(const Model& model) override;
+    void addFacts(SizingNotes::Facts& facts, const TankLine& tank) const override;
 };

@@ -4,6 +4,7 @@
 #include "core/shell/Status.h"
 #include "core/store/SessionStore.h"
 #include "documents/drawings/Drawings.h"
+#include "documents/submittals/SizingFacts.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -49,8 +50,11 @@ void FinishedTankScreen::Load() {
         showModel(*model);
         drawing = shownText(model->tankDraw);
     }
-    if (tank)
-        showNotes(fields.notes, *tank, model, requiredConnection(*tank));
+    if (tank) {
+        SizingNotes::Facts facts = SizingNotes::factsOf(*tank, model);
+        addFacts(facts, *tank);
+        showNotes(fields.notes, facts);
+    }
     showTankDrawing(fields.picture, fields.drawing, drawing);
 }
 

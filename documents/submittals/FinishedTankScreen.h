@@ -31,8 +31,9 @@ class FinishedTankScreen : public ResultScreen {
 
     virtual void showTankLine(const TankLine& tank) = 0;
     virtual void showModel(const Model& model) = 0;
-    /// The connection in inches that a line's pipe demands of each tank; nothing without a pipe.
-    virtual std::optional<double> requiredConnection(const TankLine& /*tank*/) const { return std::nullopt; }
+    /// Adds what the sizing of its application knows about a line: the sizes that its conditions give now,
+    /// the connection that its pipe demands. Throws DatabaseFault.
+    virtual void addFacts(SizingNotes::Facts& facts, const TankLine& tank) const = 0;
     /// "ASME " or "non-ASME " followed by the model's bladder.
     static QString bladderType(const Model& model);
 

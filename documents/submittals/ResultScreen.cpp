@@ -101,10 +101,7 @@ void ResultScreen::offersCalculation(QToolButton* button) {
     });
 }
 
-void ResultScreen::showNotes(QLabel* label, const TankLine& tank, const std::optional<Model>& model,
-                             const std::optional<double>& requiredConnection) {
-    SizingNotes::Facts facts = SizingNotes::factsOf(tank, model);
-    facts.requiredConnection = requiredConnection;
+void ResultScreen::showNotes(QLabel* label, const SizingNotes::Facts& facts) {
     const QStringList notes = SizingNotes::textsOf(facts);
     label->setText(notes.join(u'\n'));
     label->setVisible(!notes.isEmpty());

@@ -3,6 +3,7 @@
 #include "core/shell/Screen.h"
 #include "core/store/Model.h"
 #include "core/store/TankLine.h"
+#include "documents/submittals/SizingNotes.h"
 
 class QFocusFrame;
 class QLabel;
@@ -29,10 +30,8 @@ class ResultScreen : public Screen {
     void offersSubmittal(QToolButton* preview, QToolButton* print);
     /// Makes a button show the calculation sheet of the tank line.
     void offersCalculation(QToolButton* button);
-    /// Shows the notes on a line and its model in a label, which is hidden when there are none. The
-    /// connection that the line's pipe demands is in inches.
-    static void showNotes(QLabel* label, const TankLine& tank, const std::optional<Model>& model,
-                          const std::optional<double>& requiredConnection = std::nullopt);
+    /// Shows the notes on a tank in a label, which is hidden when there are none.
+    static void showNotes(QLabel* label, const SizingNotes::Facts& facts);
     /// Begins another tank line and opens a screen for it.
     void addMore(const QString& screen);
 

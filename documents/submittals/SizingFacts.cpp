@@ -29,6 +29,8 @@ Facts factsOf(const TankLine& tank, const std::optional<Model>& model) {
                 .shock = shock,
                 .model = plain(tank.modelNo),
                 .quantity = tank.qty.value_or(0)};
+    facts.flowPressure = tank.flowPressure;
+    facts.staticPressure = tank.staticPressure;
     if (!model)
         return facts;
     facts.modelKnown = true;

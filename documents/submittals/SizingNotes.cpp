@@ -4,6 +4,8 @@
 #include "core/base/Numbers.h"
 
 #include <algorithm>
+#include <cmath>
+#include <tuple>
 
 namespace SizingNotes {
 
@@ -65,8 +67,11 @@ Note temperatureNote(const Facts& facts) {
 }
 
 Note atmosphereNote(const Facts& facts) {
-    if (!facts.atmosphere ||
-        (*facts.atmosphere >= lowestAtmosphere && *facts.atmosphere <= highestAtmosphere))
+    if (!facts.atmosphere)
+        return facts.minimumPressure || facts.shock // packages have none
+                   ? Note("No atmospheric pressure is stored; it counts as 0 psia.")
+                   : std::nullopt;
+    if ((*facts.atmosphere >= lowestAtmosphere && *facts.atmosphere <= highestAtmosphere))
         return std::nullopt;
     return "The atmospheric pressure of " + with(*facts.atmosphere, "psia") +
            " is not that of any inhabited place, which lies between " + with(lowestAtmosphere, "and ") +
@@ -128,7 +133,7 @@ Note choiceNote(const Facts& facts) {
 Note quantityNote(const Facts& facts) {
     if (facts.model.empty() || facts.quantity > 0)
         return std::nullopt;
-    return "No quantity is stored with the model " + facts.model + ".";
+    return "There is no number of tanks with the model " + facts.model + ".";
 }
 
 Note tankVolumeNote(const Facts& facts) {
@@ -137,6 +142,29 @@ Note tankVolumeNote(const Facts& facts) {
 
 Note tankAcceptanceNote(const Facts& facts) {
     return shortage(facts, facts.requiredAcceptance, facts.tankAcceptance, "acceptance");
+}
+
+Note sizesNote(const Facts& facts) {
+    constexpr double tolerance = 1e-6; // gal
+    for (const auto& [stored, computed, name] :
+         {std::tuple(facts.requiredVolume, facts.computedVolume, "volume"),
+          {facts.requiredAcceptance, facts.computedAcceptance, "acceptance"}})
+        if (stored && computed && std::abs(*stored - *computed) > tolerance)
+            return "The stored conditions give a required " + std::string(name) + " of " +
+                   with(Round(*computed, 4), "gal") + ", but " + with(Round(*stored, 4), "gal") +
+                   " are stored. Go through the conditions again with Recalc.";
+    return std::nullopt;
+}
+
+Note shockPressuresNote(const Facts& facts) {
+    if (facts.flowPressure && facts.staticPressure && *facts.flowPressure >= *facts.staticPressure)
+        return "The flow pressure of " + with(*facts.flowPressure, "psig") +
+               " is not below the static pressure of " + with(*facts.staticPressure, "psig") + ".";
+    if (facts.shock && facts.staticPressure && facts.maximumPressure &&
+        *facts.staticPressure >= *facts.maximumPressure)
+        return "The static pressure of " + with(*facts.staticPressure, "psig") +
+               " is not below the shock pressure of " + with(*facts.maximumPressure, "psig") + ".";
+    return std::nullopt;
 }
 
 Note takenNote(const Facts& facts) {
@@ -156,8 +184,9 @@ Note takenNote(const Facts& facts) {
 std::vector<std::string> all(const Facts& facts) {
     std::vector<std::string> notes;
     for (Note (*one)(const Facts&) :
-         {choiceNote, quantityNote, tankVolumeNote, tankAcceptanceNote, takenNote, conversionNote,
-          pressureNote, temperatureNote, atmosphereNote, volumeNote, spanNote, chargeNote, connectionNote})
+         {sizesNote, choiceNote, quantityNote, tankVolumeNote, tankAcceptanceNote, takenNote, conversionNote,
+          pressureNote, temperatureNote, atmosphereNote, volumeNote, spanNote, shockPressuresNote, chargeNote,
+          connectionNote})
         if (const Note note = one(facts))
             notes.push_back(*note);
     return notes;

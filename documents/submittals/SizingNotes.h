@@ -18,6 +18,10 @@ struct Facts {
     std::optional<double> requiredVolume{};     // gal
     std::optional<double> requiredAcceptance{}; // gal; nothing where only the volume has to be met
     std::optional<double> requiredConnection{}; // in
+    std::optional<double> computedVolume{};     // gal, which the stored conditions give now
+    std::optional<double> computedAcceptance{}; // gal
+    std::optional<double> flowPressure{};       // psig, of shock arrestors
+    std::optional<double> staticPressure{};     // psig, of shock arrestors
     std::string series{};
     bool plainSteel = false; // starts from atmospheric pressure
     bool conversion = false; // of a plain steel tank
@@ -53,6 +57,10 @@ Note chargeNote(const Facts& facts);
 Note conversionNote(const Facts& facts);
 /// Whether the model's connection is as wide as the pipe demands.
 Note connectionNote(const Facts& facts);
+/// Whether flow, static and shock pressure of a shock arrestor rise in this order.
+Note shockPressuresNote(const Facts& facts);
+/// Whether the stored sizes are those of the stored conditions.
+Note sizesNote(const Facts& facts);
 /// Whether the model is one of the catalogue, and of the series that was sized for.
 Note choiceNote(const Facts& facts);
 /// Whether there is a number of tanks.

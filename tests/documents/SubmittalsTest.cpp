@@ -319,8 +319,8 @@ TEST_F(SubmittalsTest, ShowAMarkForNothingButACapitalY) {
     EXPECT_EQ(submittal("SHK 300").find("mark"), std::string::npos);
 }
 
-// What an approver reads on paper: drawings as large as their frames with the model's figures, and no small
-// letters in long texts.
+// What an approver reads on paper: drawings as large as their frames, and no small letters
+// in long texts.
 TEST_F(SubmittalsTest, DrawingsFillTheirFramesAndLongTextsStayReadable) {
     const QString longest = QString("Westminster Harbour Redevelopment ").repeated(3).trimmed().left(50);
     execute("User", QString("UPDATE tblJobHeader SET Engineer = '%1', Contractor = '%1'").arg(longest));
@@ -334,7 +334,6 @@ TEST_F(SubmittalsTest, DrawingsFillTheirFramesAndLongTextsStayReadable) {
         EXPECT_NEAR(whole.width(), drawing.place.width(), .01) << model;
         EXPECT_NEAR(whole.height(), drawing.place.height(), .01) << model;
         EXPECT_GT(whole.height(), 170) << model;
-        EXPECT_TRUE(drawing.svg.contains(">48.5&quot;<") && drawing.svg.contains(">2-1/2 in<")) << model;
         for (const PageText& text : pages[0].texts) {
             EXPECT_GE(text.style->size, 6) << model << ": " << text.text.toStdString();
             EXPECT_TRUE(text.plain() != longest || (text.breaks() && text.style->size > 7.5)) << model;
