@@ -61,14 +61,23 @@ toff_t sizeOfMemory(thandle_t handle) {
     return static_cast<toff_t>(memory(handle).bytes.size());
 }
 
-/// Whether black and white say all that is on a page: its pictures have no shades. Bars become dots.
+/// Whether a picture has a shade that is neither nearly white nor dark enough to become black.
+bool hasShades(const PagePicture& picture) {
+    static const QRegularExpression color("#([0-9a-f]{6}|[0-9a-f]{3})\\b",
+                                          QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression other("rgb\\(|<image|Gradient");
+    constexpr int darkest = 150; // of 255
+    constexpr int lightest = 250;
+    const QString svg = QString::fromUtf8(picture.svg);
+    for (auto colors = color.globalMatch(svg); colors.hasNext();)
+        if (const int tone = qGray(QColor(colors.next().captured()).rgb()); tone > darkest && tone < lightest)
+            return true;
+    return other.match(svg).hasMatch();
+}
+
+/// Whether black and white say all that is on a page. Bars become dots.
 bool isTwoTone(const Page& page) {
-    static const QRegularExpression shade(
-        "#(?!(000|000000|fff|ffffff)\\b)[0-9a-f]{3,6}\\b|rgb\\(|<image|Gradient",
-        QRegularExpression::CaseInsensitiveOption);
-    return std::none_of(page.pictures.begin(), page.pictures.end(), [](const PagePicture& picture) {
-        return shade.match(QString::fromUtf8(picture.svg)).hasMatch();
-    });
+    return std::none_of(page.pictures.begin(), page.pictures.end(), hasShades);
 }
 
 QImage painted(const Page& page, bool twoTone) {

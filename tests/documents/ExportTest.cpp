@@ -309,16 +309,20 @@ TEST_F(Exports, PdfLeadsItsReaderToItsPages) {
 TEST_F(Exports, TiffHasItsPagesAndResolution) {
     Pages pages = submittal("T1", "RCB 500");
     pages += submittal("T4", "SHK 300");
-    Page plain = pages[0]; // without shades, so that black and white say all
-    plain.pictures.clear();
-    pages.append(plain);
+    Page shaded = pages[0];
+    shaded.pictures.append(
+        {QRectF(400, 400, 40, 40),
+         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\" height=\"9\"><rect width=\"9\" "
+         "height=\"9\" fill=\"#cfe3f5\"/></svg>",
+         {}});
+    pages.append(shaded);
     const QString file = write("mnuExportTIFF", pages, "a.tif");
     const QString info = run("tiffinfo", {file});
     EXPECT_EQ(info.count("TIFF Directory"), 3);
     EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 3);
     EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 3);
-    EXPECT_EQ(info.count("Compression Scheme: LZW"), 2);
-    EXPECT_EQ(info.count("Compression Scheme: CCITT Group 4"), 1);
+    EXPECT_EQ(info.count("Compression Scheme: LZW"), 1);
+    EXPECT_EQ(info.count("Compression Scheme: CCITT Group 4"), 2); // black and white say all
     const QString shownAs = QString(file).replace(".tif", ".pdf");
     run("tiff2pdf", {"-o", shownAs, file});
     for (const char* page : {"1", "3"}) {
