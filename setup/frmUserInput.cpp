@@ -26,7 +26,7 @@ constexpr qsizetype zipLength = 5;
 
 QString noPressureWarning() {
     return QCoreApplication::translate(
-        "frmUserInput", "With an atmospheric pressure of 0 psia every tank comes out too small.");
+        "frmUserInput", "With an atmospheric pressure of 0 psia expansion tanks come out too small.");
 }
 
 /// Whether a widget gets the focus by navigation rather than back from another program or a menu.
@@ -106,7 +106,7 @@ void frmUserInput::Activate() {
     setStatusText("Maintain user setup");
 }
 
-/// An emptied box counts as 0 and is stored, but with it every tank comes out too small. Says whether it is
+/// An emptied box counts as 0 and is stored, but with it all tanks but shock arrestors come out too small. Says whether it is
 /// so.
 bool frmUserInput::markNoPressure() {
     if (toNumber(txtDefaultPSIa->text()) != 0)

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
@@ -279,6 +280,7 @@ void Fitting::letScroll(QWidget& screen, int width) {
     auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
     if (!rows || rows->isEmpty() || screen.findChild<QScrollArea*>("middle", Qt::FindDirectChildrenOnly))
         return;
+    const QPointer<QWidget> focused = screen.focusWidget(); // which moving it takes the focus from
     const bool toolBar = toolBarOf(screen);
     constexpr int aroundLists = 80; // pixels: margins and the scroll bar
     auto* middle = new Middle(&screen);
@@ -305,6 +307,8 @@ void Fitting::letScroll(QWidget& screen, int width) {
     middle->show(); // else the layout shows it only later, and counts it as empty until then
     for (QLayout* layout : {static_cast<QLayout*>(column), static_cast<QLayout*>(rows)})
         layout->activate();
+    if (focused && focused != screen.focusWidget())
+        focused->setFocus();
 }
 
 void Fitting::keepFocusInSight(QScrollArea& area) {

@@ -262,7 +262,12 @@ void Screen::keyPressEvent(QKeyEvent* event) {
     QAbstractButton* pressed = focused && !chosen ? focused : defaultButton;
     if (!pressed || !pressed->isEnabled())
         return;
-    if (leavesUnchecked(pressed) || !focusWidget() || validateLeaving(focusWidget()))
+    // Return does not leave its box. An empty one would become 0 by that, where the press asks for an entry.
+    const auto* box = dynamic_cast<QLineEdit*>(focusWidget());
+    const bool empty = box && box->text().isEmpty();
+    if (empty)
+        unchecked.removeAll(focusWidget());
+    if (leavesUnchecked(pressed) || !focusWidget() || empty || validateLeaving(focusWidget()))
         pressed->click();
 }
 

@@ -27,10 +27,12 @@ ScreenFrame::ScreenFrame(QWidget& shownScreen, QMdiArea& screenArea, Growth scre
 }
 
 void ScreenFrame::fitAndCentre() {
+    whole = whole.expandedTo(size());
     adaptToSpace();
     // On a low display shrink the screen to the space, if a list or text in it can give way.
     const QSize wanted = size();
     resize(wanted.boundedTo(space()).expandedTo(leastSize()));
+    fitted = size();
     centre();
 }
 
@@ -38,9 +40,12 @@ void ScreenFrame::centreAgain() {
     if (isMaximized() || pos() != centredAt)
         return;
     if (size() != size().boundedTo(space()))
-        fitAndCentre();
-    else
-        centre();
+        return fitAndCentre();
+    if (size() == fitted) { // and not the user's, so that it grows again with the space
+        resize(whole.boundedTo(space()).expandedTo(size()));
+        fitted = size();
+    }
+    centre();
 }
 
 void ScreenFrame::applyState() {

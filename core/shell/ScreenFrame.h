@@ -45,4 +45,6 @@ class ScreenFrame final : public QMdiSubWindow {
     Growth growth;
     std::function<bool()> mayClose;
     QPoint centredAt;
+    QSize whole;  // before the space made it smaller
+    QSize fitted; // as it was made last
 };

@@ -294,6 +294,23 @@ TEST_F(EveryScreen, ShowsWholeWhatALowWindowIsToldLater) {
     EXPECT_EQ(unseen(*Screens::find("frmValidateRep")).join("; ").toStdString(), "");
 }
 
+TEST_F(EveryScreen, KeepsItsCursorAndGrowsAgainWhenTheWindowWasSmaller) {
+    Session::TankClass.write("Expansion Tank");
+    BrennovalMain::instance()->resize(1366, 740);
+    ASSERT_TRUE(Screens::open("frmJobConditions"));
+    const Screen& screen = *Screens::find("frmJobConditions");
+    auto* box = screen.findChild<QLineEdit*>("txtSOPMin");
+    box->setFocus();
+    const QSize before = screen.parentWidget()->size();
+    BrennovalMain::instance()->resize(700, 400);
+    Driver::settle();
+    EXPECT_LT(screen.parentWidget()->height(), before.height());
+    EXPECT_EQ(screen.focusWidget(), box);
+    BrennovalMain::instance()->resize(1366, 740);
+    Driver::settle();
+    EXPECT_EQ(screen.parentWidget()->size(), before);
+}
+
 // The mark of a refused box adds to its range, which may change meanwhile.
 TEST_F(EveryScreen, DescribesARefusedBoxWithItsRange) {
     Session::TankClass.write("Expansion Tank");
