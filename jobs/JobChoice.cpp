@@ -135,17 +135,22 @@ void prepare(QComboBox* box) {
     new Finder(box);                                           // which the box owns
 }
 
-void fill(QComboBox* box) {
+QString jobInFront() {
+    const Screen* front = Screens::find(Screens::active());
+    // The session keeps the job of earlier work while a look-up or a list of names is in front.
+    return front && front->shownRecord() != Subject::None ? Session::JobID.text() : QString();
+}
+
+void fill(QComboBox* box, const QString& jobID) {
     constexpr std::size_t most = 200;
     box->clear();
     box->setProperty(newJobProperty, QString());
     box->addItem(tr("New job..."));
-    const QString atWork = Screens::anyVisible() ? Session::JobID.text() : QString();
-    const bool exists = !atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork);
+    const bool exists = !jobID.isEmpty() && jobID != reservedJob() && readJobHeader(jobID);
     if (exists)
-        box->addItem(atWork);
+        box->addItem(jobID);
     for (const JobSearch::Job& job : JobSearch::newest(most))
-        if (job.jobID != atWork)
+        if (job.jobID != jobID)
             box->addItem(job.jobID);
     box->setCurrentIndex(exists ? 1 : -1);
 }

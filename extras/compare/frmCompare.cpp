@@ -25,6 +25,7 @@
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
 #include "sizing/OpenResults.h"
+#include "sizing/Series.h"
 #include "sizing/TemperatureRange.h"
 
 #include <QEvent>
@@ -40,6 +41,20 @@ namespace {
 
 constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
                                       Application::Hydropneumatic, Application::Shock};
+
+/// The tank line that the screen in front of the main window shows. The session alone does not tell: it
+/// keeps the line of earlier work.
+std::optional<TankLine> tankInFront() {
+    const Screen* front = Screens::find(Screens::active());
+    const QString tankID = Session::tankLine();
+    if (!front || front->shownRecord() != Subject::TankLine || Screens::recordOf(*front) != tankID ||
+        Session::Mode.text() == Session::Modes::Convert)
+        return std::nullopt;
+    std::optional<TankLine> line = findTankLine(tankID);
+    const bool ofJob =
+        line && line->jobID && line->jobID->compare(Session::JobID.text(), Qt::CaseInsensitive) == 0;
+    return ofJob && line->jobID != reservedJob() ? line : std::nullopt;
+}
 
 } // namespace
 
@@ -113,25 +128,25 @@ Application frmCompare::application() const {
     return comparable[std::max(0, cmboApplication->currentIndex())];
 }
 
-/// Takes the conditions of the tank line at work. On the start page nothing is.
+/// Takes the conditions of the tank line that the screen in front shows, if it shows one.
 void frmCompare::Load() {
     setStatusText("Compare models");
+    asRead = tankInFront();
     const auto atWork = Session::application();
-    const bool sized = atWork && std::ranges::find(comparable, *atWork) != std::end(comparable);
-    if (sized && Screens::anyVisible() && Session::Mode.text() != Session::Modes::Convert)
-        asRead = findTankLine(Session::tankLine());
-    if (asRead && asRead->jobID == reservedJob())
-        asRead.reset();
     if (asRead)
-        lineApplication = atWork;
+        lineApplication = asRead->tankClass ? applicationOfSeries(asRead->tankClass->toStdString()) : atWork;
+    const auto wanted = lineApplication ? lineApplication : atWork;
+    const bool sized = wanted && std::ranges::find(comparable, *wanted) != std::end(comparable);
+    if (!sized) // such as a package
+        asRead.reset();
     const QSignalBlocker quiet(cmboApplication);
-    cmboApplication->setCurrentText(AppName(sized ? *atWork : Application::Expansion));
+    cmboApplication->setCurrentText(AppName(sized ? *wanted : Application::Expansion));
     txtAtmPressure->setText(shownNumber(
         readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
     txtSOTMin->setText("40");
     if (asRead)
         showLine(*asRead);
-    JobChoice::fill(cmboJob);
+    JobChoice::fill(cmboJob, JobChoice::jobInFront());
     optOver->setVisible(asRead.has_value());
     if (asRead) {
         optOver->setText(
@@ -176,7 +191,7 @@ void frmCompare::loseRecord() {
     setTitle(tr("Compare Models"));
     optNew->setChecked(true);
     optOver->setVisible(false);
-    JobChoice::fill(cmboJob);
+    JobChoice::fill(cmboJob, Session::JobID.text());
     entriesBefore.clear();
     setStatusText(tr("The conditions stay here, for a new tank"));
 }

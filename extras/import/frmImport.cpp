@@ -115,7 +115,7 @@ ImportSizing::ChosenSeries frmImport::chosenSeries() const {
 
 void frmImport::Load() {
     setStatusText("Import conditions");
-    JobChoice::fill(cmboJob);
+    JobChoice::fill(cmboJob, JobChoice::jobInFront());
     fillTable();
     finish();
     setEntered(false);
