@@ -70,7 +70,10 @@ frmCompare::frmCompare() : Screen("frmCompare") {
         cmboFluidType->addItem(toQString(row.fluid));
     prepareBoxes();
     CompareTable::prepare(lvModels);
-    connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
+    connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] {
+        ownChoice = CompareTable::chosenTexts(lvModels);
+        showChosen();
+    });
     connect(lvModels, &QTreeWidget::itemActivated, this, [this] { act(".lvModels", [this] { use(); }); });
     connect(cmboJob, &QComboBox::activated, this,
             [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
@@ -144,8 +147,10 @@ void frmCompare::Load() {
     txtAtmPressure->setText(shownNumber(
         readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
     txtSOTMin->setText("40");
-    if (asRead)
+    if (asRead) {
         showLine(*asRead);
+        ownChoice = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
+    }
     JobChoice::fill(cmboJob, JobChoice::jobInFront());
     optOver->setVisible(asRead.has_value());
     if (asRead) {
@@ -344,10 +349,7 @@ void frmCompare::fillTable() {
             wanted.push_back(int(i));
     {
         const QSignalBlocker quiet(lvModels);
-        QStringList own; // the model of the line from which this was opened
-        if (asRead)
-            own = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
-        CompareTable::fill(lvModels, candidates, wanted, application(), own);
+        CompareTable::fill(lvModels, candidates, wanted, application(), ownChoice);
     }
     showChosen();
 }

@@ -64,8 +64,9 @@ class frmCompare : public Screen, private Ui::frmCompare {
     std::optional<Comparison> comparison;
     std::optional<TankLine> compared; // the conditions of the table
     std::vector<Candidate> candidates;
-    QSet<QString> touched;                 // boxes in which something was typed
-    QString ownFluid;                      // chosen where the application leaves the choice
+    QStringList ownChoice; // of the user or the line; the table may have to show another one meanwhile
+    QSet<QString> touched; // boxes in which something was typed
+    QString ownFluid;      // chosen where the application leaves the choice
     QHash<QString, QString> entriesBefore; // as the screen began
     bool fluidChosen = false;              // by the user, not with the application
     double shockAtmosphere = 0;            // psia, of the user
