@@ -19,8 +19,8 @@
 #include "estimates/MetricPad.h"
 #include "estimates/Pipes.h"
 #include "extras/compare/CompareTable.h"
+#include "jobs/InFront.h"
 #include "jobs/JobChoice.h"
-#include "jobs/JobIDs.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
@@ -41,20 +41,6 @@ namespace {
 
 constexpr Application comparable[] = {Application::Expansion, Application::Thermal,
                                       Application::Hydropneumatic, Application::Shock};
-
-/// The tank line that the screen in front of the main window shows. The session alone does not tell: it
-/// keeps the line of earlier work.
-std::optional<TankLine> tankInFront() {
-    const Screen* front = Screens::find(Screens::active());
-    const QString tankID = Session::tankLine();
-    if (!front || front->shownRecord() != Subject::TankLine || Screens::recordOf(*front) != tankID ||
-        Session::Mode.text() == Session::Modes::Convert)
-        return std::nullopt;
-    std::optional<TankLine> line = findTankLine(tankID);
-    const bool ofJob =
-        line && line->jobID && line->jobID->compare(Session::JobID.text(), Qt::CaseInsensitive) == 0;
-    return ofJob && line->jobID != reservedJob() ? line : std::nullopt;
-}
 
 } // namespace
 
@@ -134,7 +120,7 @@ Application frmCompare::application() const {
 /// Takes the conditions of the tank line that the screen in front shows, if it shows one.
 void frmCompare::Load() {
     setStatusText("Compare models");
-    asRead = tankInFront();
+    asRead = InFront::tank();
     const auto atWork = Session::application();
     if (asRead)
         lineApplication = asRead->tankClass ? applicationOfSeries(asRead->tankClass->toStdString()) : atWork;
@@ -151,7 +137,7 @@ void frmCompare::Load() {
         showLine(*asRead);
         ownChoice = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
     }
-    JobChoice::fill(cmboJob, JobChoice::jobInFront());
+    JobChoice::fill(cmboJob, InFront::job());
     optOver->setVisible(asRead.has_value());
     if (asRead) {
         optOver->setText(
@@ -491,7 +477,7 @@ bool frmCompare::store(const Candidate& candidate) {
     if (const auto newJob = JobChoice::newHeader(cmboJob)) {
         const QStringList added = addJobWithTankLines(*newJob, {line});
         if (added.isEmpty()) // another copy of the program was faster
-            refuseJobID(jobExists);
+            JobChoice::refuseNew(cmboJob);
         else
             Session::TankID.write(added.first());
         return !added.isEmpty();
