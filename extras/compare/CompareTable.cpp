@@ -108,7 +108,7 @@ QStringList headings() {
 }
 
 QStringList remarksOf(const Candidate& candidate) {
-    return candidate.isOffered() ? candidate.notes : QStringList(candidate.objection) + candidate.notes;
+    return candidate.isOffered() ? candidate.notes : QStringList(candidate.objection + '.') + candidate.notes;
 }
 
 QStringList textsOf(const Candidate& candidate, Application application) {
@@ -188,10 +188,15 @@ int chosen(const QTreeWidget* list) {
     return row ? row->data(0, placeRole).toInt() : -1;
 }
 
-QString tabbed(const std::vector<QStringList>& rows) {
+bool offersAny(const QTreeWidget* list, const std::vector<Candidate>& candidates) {
+    return std::ranges::any_of(places(list),
+                               [&](int place) { return candidates[std::size_t(place)].isOffered(); });
+}
+
+QString tabbed(const QTreeWidget* list, const std::vector<Candidate>& candidates, Application application) {
     QString text = headings().join(u'\t') + u'\n';
-    for (const QStringList& row : rows)
-        text += row.join(u'\t') + u'\n';
+    for (const int place : places(list))
+        text += textsOf(candidates[std::size_t(place)], application).join(u'\t') + u'\n';
     return text;
 }
 

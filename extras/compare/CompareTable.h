@@ -33,7 +33,10 @@ QStringList chosenTexts(const QTreeWidget* list);
 std::vector<int> places(const QTreeWidget* list);
 int chosen(const QTreeWidget* list);
 
-/// Rows with their headings, as spreadsheets take them from the clipboard.
-QString tabbed(const std::vector<QStringList>& rows);
+/// Whether any row of the list is one that the search offers.
+bool offersAny(const QTreeWidget* list, const std::vector<Candidate>& candidates);
+
+/// The rows of the list with their headings, as spreadsheets take them from the clipboard.
+QString tabbed(const QTreeWidget* list, const std::vector<Candidate>& candidates, Application application);
 
 } // namespace CompareTable

@@ -9,6 +9,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/DataState.h"
 #include "core/store/JobHeader.h"
 #include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
@@ -68,7 +69,7 @@ frmCompare::frmCompare() : Screen("frmCompare") {
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { Pipes::openPipeChooser(name()); });
     on(cmdUse, ".cmdUse", [this] { use(); });
     on(cmdCopy, ".cmdCopy", [this] {
-        Dialogs::current().copy(headedTable());
+        Dialogs::current().copy(CompareTable::tabbed(lvModels, candidates, application()));
         setStatusText("Copied the table");
     });
     on(cmdReport, ".cmdReport", [] { Submittals::showReport("rptCompare"); });
@@ -146,28 +147,25 @@ void frmCompare::Load() {
         setTitle(windowTitle() + " " + asRead->tankID.value_or(QString()));
     }
     touched.clear();
-    readAtmosphere();
+    shockAtmosphere = ShockSizing::atmosphericPressure();
     adaptToApplication();
     entriesBefore = entries();
     fluidChosen = false;
     setEntered(false);
 }
 
-/// Another window may have changed the user's atmosphere in the meantime.
 void frmCompare::Activate() {
     const double before = shockAtmosphere;
-    try {
-        readAtmosphere();
-    } catch (const DatabaseFault&) { // another program is writing; what was read before holds
-        return;
-    }
-    if (shockAtmosphere != before && application() == Application::Shock)
+    renewAtmosphere();
+    if (shockAtmosphere != before)
         trap(".refresh", [this] { refresh(); });
 }
 
-/// Not with every key: the file may be locked for seconds.
-void frmCompare::readAtmosphere() {
-    shockAtmosphere = ShockSizing::atmosphericPressure();
+/// Another window may have changed the user's atmosphere. While another program is writing, what was read
+/// before holds.
+void frmCompare::renewAtmosphere() {
+    if (application() == Application::Shock && Gateway::readDataState(reservedJob(), {}))
+        trap(".renewAtmosphere", [this] { shockAtmosphere = ShockSizing::atmosphericPressure(); });
 }
 
 /// The line over which this could have been stored was deleted.
@@ -225,6 +223,7 @@ void frmCompare::adaptToApplication() {
     candidates.clear();
     fillTable();
     comparison.emplace(each);
+    renewAtmosphere();
     refresh();
 }
 
@@ -351,8 +350,9 @@ void frmCompare::showChosen() {
     const bool current = lvModels->isEnabled();
     cmdUse->setEnabled(current && row && row->isOffered());
     const bool any = lvModels->topLevelItemCount() > 0;
-    cmdCopy->setEnabled(any);
-    cmdReport->setEnabled(current && any);
+    const bool anyOffered = CompareTable::offersAny(lvModels, candidates);
+    cmdCopy->setEnabled(current && anyOffered);
+    cmdReport->setEnabled(current && anyOffered);
     imgCurve->clear();
     imgCurve->setAccessibleName({});
     const bool allHidden = !any && !candidates.empty();
@@ -484,13 +484,6 @@ bool frmCompare::store(const Candidate& candidate) {
     }
     std::optional<TankLine> none;
     return saveTankLine(line, columns, none, Record::IfChanged::Overwrite);
-}
-
-QString frmCompare::headedTable() const {
-    std::vector<QStringList> rows;
-    for (const int place : CompareTable::places(lvModels))
-        rows.push_back(CompareTable::textsOf(candidates[std::size_t(place)], application()));
-    return CompareTable::tabbed(rows);
 }
 
 frmCompare::Shown frmCompare::shown() const {

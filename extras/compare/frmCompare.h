@@ -44,7 +44,7 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void showLimits();
     QHash<QString, QString> boxes() const;
     QHash<QString, QString> entries() const;
-    void readAtmosphere();
+    void renewAtmosphere();
     void markFilters();
     Objections markWrong();
     void refresh();
@@ -57,7 +57,6 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void closePads();
     void use();
     bool store(const Candidate& candidate);
-    QString headedTable() const;
 
     std::optional<TankLine> asRead; // the line from which this was opened
     std::optional<Application> lineApplication;
