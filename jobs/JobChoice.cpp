@@ -20,6 +20,8 @@
 #include <QLineEdit>
 #include <QStandardItemModel>
 
+#include <algorithm>
+
 using namespace Records;
 
 namespace {
@@ -51,6 +53,24 @@ bool refuses(const QString& jobID, IfLocked ifLocked) {
     if (!objection.isEmpty())
         refuseJobID(objection);
     return !objection.isEmpty();
+}
+
+/// Whether all words typed are in an ID, without being all of it.
+bool isPartOf(const QString& jobID, const QString& typed) {
+    const QStringList words = typed.split(u' ', Qt::SkipEmptyParts);
+    return jobID.compare(typed.trimmed(), Qt::CaseInsensitive) != 0 &&
+           std::ranges::all_of(
+               words, [&jobID](const QString& word) { return jobID.contains(word, Qt::CaseInsensitive); });
+}
+
+/// Takes a new job back from the list of a box.
+void forgetNew(QComboBox* box) {
+    const QString jobID = box->property(newJobProperty).toString();
+    if (const int place = box->findText(jobID); !jobID.isEmpty() && place >= 0)
+        box->removeItem(place);
+    box->setProperty(newJobProperty, QString());
+    box->setCurrentIndex(-1);
+    box->clearEditText();
 }
 
 /// The jobs that match what was typed. If they cannot be read, none: nobody asked for them yet.
@@ -108,14 +128,17 @@ class Finder : public QObject {
         }
     }
 
-    /// Words that only one job has stand for that.
+    /// Words that only one job has stand for that. A part of its ID does not: it may be meant as the ID of
+    /// another job, and chosen from the list below the box it is no part any more.
     void settle() {
         const QString typed = box->currentText();
         if (typed.isEmpty() || typed == box->property(newJobProperty).toString() || box->findText(typed) >= 0)
             return;
         const auto jobs = matching(typed, 2);
-        if (jobs.size() == 1)
-            box->setEditText(jobs.front().jobID);
+        if (jobs.size() != 1 || isPartOf(jobs.front().jobID, typed))
+            return;
+        box->setEditText(jobs.front().jobID);
+        StatusBar::setStatusText(tr("Found job %1").arg(jobs.front().jobID));
     }
 
     QComboBox* box;
@@ -135,17 +158,16 @@ void prepare(QComboBox* box) {
     new Finder(box);                                           // which the box owns
 }
 
-void fill(QComboBox* box) {
+void fill(QComboBox* box, const QString& jobID) {
     constexpr std::size_t most = 200;
     box->clear();
     box->setProperty(newJobProperty, QString());
     box->addItem(tr("New job..."));
-    const QString atWork = Screens::anyVisible() ? Session::JobID.text() : QString();
-    const bool exists = !atWork.isEmpty() && atWork != reservedJob() && readJobHeader(atWork);
+    const bool exists = !jobID.isEmpty() && jobID != reservedJob() && readJobHeader(jobID);
     if (exists)
-        box->addItem(atWork);
+        box->addItem(jobID);
     for (const JobSearch::Job& job : JobSearch::newest(most))
-        if (job.jobID != atWork)
+        if (job.jobID != jobID)
             box->addItem(job.jobID);
     box->setCurrentIndex(exists ? 1 : -1);
 }
@@ -158,9 +180,7 @@ void take(QComboBox* box) {
     const QString jobID = withoutTrailingBlanks(Dialogs::current().input(tr("New job"), tr("Job ID:")));
     if (jobID.isEmpty() || refuses(jobID, IfLocked::Accept))
         return;
-    const QString before = box->property(newJobProperty).toString();
-    if (const int place = box->findText(before); !before.isEmpty() && place >= 0)
-        box->removeItem(place);
+    forgetNew(box);
     box->setProperty(newJobProperty, jobID);
     box->insertItem(1, jobID);
     box->setCurrentIndex(1);
@@ -169,8 +189,13 @@ void take(QComboBox* box) {
 
 QString require(QComboBox* box, const QString& request) {
     QString typed = withoutTrailingBlanks(box->currentText());
-    if (!typed.isEmpty() && typed == box->property(newJobProperty).toString())
-        return refuses(typed, IfLocked::Throw) ? QString() : typed;
+    if (!typed.isEmpty() && typed == box->property(newJobProperty).toString()) {
+        if (!refuses(typed, IfLocked::Throw))
+            return typed;
+        forgetNew(box);
+        box->setFocus();
+        return {};
+    }
     const auto header = typed.isEmpty() || typed == reservedJob() ? std::nullopt : readJobHeader(typed);
     if (header)
         return header->jobID.value_or(typed);
@@ -178,6 +203,12 @@ QString require(QComboBox* box, const QString& request) {
     Fields::markField(box);
     box->setFocus();
     return {};
+}
+
+void refuseNew(QComboBox* box) {
+    refuseJobID(jobExists);
+    forgetNew(box);
+    box->setFocus();
 }
 
 std::optional<JobHeader> newHeader(const QComboBox* box) {

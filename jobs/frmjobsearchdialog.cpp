@@ -80,6 +80,7 @@ void frmjobsearchdialog::FillResultsBox() {
     const Hourglass hourglass;
     frameCalendar->hide();
     listedQuery = JobSearch::Query(enteredCriteria()).value_or(QString());
+    stopSorting(lvOptions);
     listFound(listedQuery);
     if (lvOptions->topLevelItemCount() == 0)
         Dialogs::current().beep();

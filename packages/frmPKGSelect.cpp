@@ -95,6 +95,7 @@ void frmPKGSelect::showChanges() {
 }
 
 void frmPKGSelect::selectFamily(const QString& packageClass, const QString& drawing) {
+    stopSorting(lvOptions);
     FillListView(packageClass);
     familyDrawing = drawing;
     imgDrawing->setGeometry(QRect({0, 0}, drawingArea)); // or the box drifts between drawings

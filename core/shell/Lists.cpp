@@ -76,6 +76,13 @@ int contentsWidth(const QTreeWidget& list, int column, Characters& characters) {
     return std::max(cell, list.header()->sectionSizeHint(column));
 }
 
+QStringList headingsOf(const QTreeWidget& list) {
+    QStringList headings;
+    for (int column = 0; column < list.columnCount(); ++column)
+        headings.append(list.headerItem()->text(column));
+    return headings;
+}
+
 const char* const givingWayProperty = "givingWay"; // the columns that do
 const char* const widthsProperty = "widths";       // of all columns but the last when each shows its texts
 
@@ -218,7 +225,9 @@ void KeptRows::restore() const {
             if (kept.ticked.contains(row->text(0)))
                 row->setCheckState(0, Qt::Checked);
         }
-        if (QTreeWidgetItem* row = rowOf(*kept.list, kept.chosen))
+        const QTreeWidgetItem* now = kept.list->currentItem();
+        const bool stays = now && kept.chosen == QStringList{now->text(0), now->text(1)};
+        if (QTreeWidgetItem* row = stays ? nullptr : rowOf(*kept.list, kept.chosen))
             kept.list->setCurrentItem(row);
         kept.list->verticalScrollBar()->setValue(kept.scrolledTo);
     }
@@ -278,15 +287,20 @@ void sortByHeadings(QTreeWidget* list) {
     });
 }
 
+void stopSorting(QTreeWidget* list) {
+    const bool sorts = list->header()->sectionsClickable();
+    list->setSortingEnabled(false); // this also stops the headings from being clickable
+    list->header()->setSectionsClickable(sorts);
+}
+
 QString beginningOf(const QString& text) {
     constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
     return text.left(maxLength);
 }
 
 void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
-    const bool sorts = list->header()->sectionsClickable();
-    list->setSortingEnabled(false); // this also stops the headings from being clickable
-    list->header()->setSectionsClickable(sorts);
+    const bool sorted = list->isSortingEnabled() && headings == headingsOf(*list);
+    stopSorting(list); // or each row would be sorted in
     list->clear();
     list->setColumnCount(static_cast<int>(headings.size()));
     list->setHeaderLabels(headings);
@@ -298,7 +312,9 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     }
     alignNumbers(*list, items);
     list->addTopLevelItems(items);
+    if (sorted) // by the heading that was clicked last
+        list->setSortingEnabled(true);
     if (selected == Selected::First && !items.isEmpty())
-        list->setCurrentItem(items.first());
+        list->setCurrentItem(list->topLevelItem(0));
     fitColumns(list);
 }

@@ -30,6 +30,9 @@ using ListRows = std::vector<std::unique_ptr<ListRow>>;
 /// Makes a list of ListRows sort by its headings from the first click on one.
 void sortByHeadings(QTreeWidget* list);
 
+/// Stops sorting a list until a heading is clicked again, as for the rows of another search.
+void stopSorting(QTreeWidget* list);
+
 /// The selected and ticked rows of a screen's lists, kept while the lists are refilled. Rows are identified
 /// by their first text and, where that is ambiguous, by the second as well.
 class KeptRows {
@@ -56,6 +59,6 @@ QString beginningOf(const QString& text);
 /// Which row is selected after a list was refilled.
 enum class Selected { First, None };
 
-/// Refills a list. Rows keep the given order until a heading is clicked.
+/// Refills a list. Rows keep the given order until a heading is clicked, and from then on that heading's.
 void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows,
               Selected selected = Selected::First);

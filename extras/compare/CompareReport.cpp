@@ -9,6 +9,9 @@
 #include "extras/compare/CompareTable.h"
 #include "extras/compare/frmCompare.h"
 
+#include <algorithm>
+#include <iterator>
+
 using namespace ApplicationNames;
 
 namespace {
@@ -50,17 +53,56 @@ QString inWords(const frmCompare::Shown& shown) {
     return "Conditions: " + parts.join(", ") + '.';
 }
 
-void addCurve(Report& report, const frmCompare::Shown& shown) {
-    const auto curve = shown.chosen ? curveOf(*shown.chosen, shown.application) : std::nullopt;
-    if (!curve)
+/// The curve of the chosen row. One that the search does not offer is not in the report; the first stands in.
+const Candidate* drawnOf(const frmCompare::Shown& shown, const std::vector<const Candidate*>& offered) {
+    if (shown.chosen && shown.chosen->isOffered())
+        return shown.chosen;
+    return offered.empty() ? nullptr : offered.front();
+}
+
+/// Adds the curve of a row, and beside it the notes of all.
+void addFoot(Report& report, const Candidate* drawn, Application application, const QStringList& notes) {
+    ReportRow row{{"Band", "curve"}};
+    if (const auto curve = drawn ? curveOf(*drawn, application) : std::nullopt) {
+        ReportControl& picture = report.control("imgCurve");
+        picture.svg = curvePicture(*curve);
+        picture.description = curveInWords(*curve);
+        row.insert("Text", QString("%1 × %2: pressure over water")
+                               .arg(QString::number(drawn->quantity), shownText(drawn->model->modelDscrptn)));
+    }
+    QStringList numbered;
+    for (qsizetype i = 0; i < notes.size(); ++i)
+        numbered.append(QString("%1  %2").arg(i + 1).arg(notes[i]));
+    row.insert("Notes", numbered.join('\n'));
+    row.insert("NotesHeading", notes.isEmpty() ? QString() : QStringLiteral("Notes"));
+    if (row.contains("Text") || !notes.isEmpty())
+        report.rows.push_back(row);
+}
+
+/// Sets the rows so closely that they share the first page with what follows them. Where they are too many
+/// for that, so widely that some go to the second page with it.
+void fitRows(Layout& layout, std::size_t rows) {
+    constexpr std::size_t most = 30;
+    constexpr double highest = 12;   // points
+    constexpr double wide = 14;      // points
+    constexpr double largest = 7.5;  // points of a letter
+    constexpr double smallest = 6;   // that everyone reads on paper
+    constexpr double leading = 1.25; // of a row to its letters
+    ReportSection* table = nullptr;
+    double room = layout.paper.height() - layout.margins.top() - layout.margins.bottom();
+    for (ReportSection& section : layout.sections)
+        if (section.band == u"model")
+            table = &section;
+        else
+            room -= section.height;
+    if (!table || rows == 0)
         return;
-    ReportControl& picture = report.control("imgCurve");
-    picture.svg = curvePicture(*curve);
-    picture.description = curveInWords(*curve);
-    report.rows.push_back({{"Band", "curve"},
-                           {"Text", QString("%1 × %2: pressure over water")
-                                        .arg(QString::number(shown.chosen->quantity),
-                                             shownText(shown.chosen->model->modelDscrptn))}});
+    const double height = rows > most ? wide : std::min(highest, room / double(rows));
+    table->height = height;
+    for (ReportControl& control : table->controls) {
+        control.place.setHeight(height - control.place.top());
+        control.style.size = std::clamp(height / leading, smallest, largest);
+    }
 }
 
 /// The open comparison, as far as the search offers it. A failure leaves no pages.
@@ -69,16 +111,25 @@ void start(Report& report) {
     if (!screen)
         return;
     const frmCompare::Shown shown = screen->shown();
-    for (const Candidate* candidate : shown.rows) {
-        if (!candidate->isOffered())
-            continue;
+    std::vector<const Candidate*> offered;
+    std::ranges::copy_if(shown.rows, std::back_inserter(offered), &Candidate::isOffered);
+    QStringList notes; // each once; the rows tell their numbers
+    for (const Candidate* candidate : offered) {
         ReportRow row{{"Band", "model"}};
         const QStringList texts = CompareTable::textsOf(*candidate, shown.application);
         for (qsizetype i = 0; i < texts.size(); ++i)
             row.insert(columns[i], texts[i]);
+        QStringList numbers;
+        for (const QString& note : candidate->notes) {
+            if (!notes.contains(note))
+                notes.append(note);
+            numbers.append(QString::number(notes.indexOf(note) + 1));
+        }
+        row.insert("Notes", numbers.join(", "));
         report.rows.push_back(row);
     }
-    addCurve(report, shown);
+    addFoot(report, drawnOf(shown, offered), shown.application, notes);
+    fitRows(report.layout(), offered.size());
     report.control("txtApplication").text = AppName(shown.application);
     report.control("txtConditions").text = inWords(shown);
     report.control("txtMade").text = Imprint::madeLine();

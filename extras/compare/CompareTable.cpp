@@ -93,6 +93,10 @@ std::unique_ptr<ListRow> rowOf(const Candidate& candidate, int place, Applicatio
     return row;
 }
 
+QStringList identityOf(const QTreeWidgetItem& row) {
+    return {row.text(SeriesCode), row.text(Quantity), row.text(ModelNo)};
+}
+
 } // namespace
 
 namespace CompareTable {
@@ -104,7 +108,7 @@ QStringList headings() {
 }
 
 QStringList remarksOf(const Candidate& candidate) {
-    return candidate.isOffered() ? candidate.notes : QStringList(candidate.objection) + candidate.notes;
+    return candidate.isOffered() ? candidate.notes : QStringList(candidate.objection + '.') + candidate.notes;
 }
 
 QStringList textsOf(const Candidate& candidate, Application application) {
@@ -138,18 +142,13 @@ void prepare(QTreeWidget* list) {
 
 void fill(QTreeWidget* list, const std::vector<Candidate>& candidates, const std::vector<int>& places,
           Application application, const QStringList& wanted) {
-    const auto identity = [](const QTreeWidgetItem* row) {
-        return row ? QStringList{row->text(SeriesCode), row->text(Quantity), row->text(ModelNo)}
-                   : QStringList();
-    };
-    const QStringList before = list->currentItem() ? identity(list->currentItem()) : wanted;
     ListRows rows;
     for (const int place : places)
         rows.push_back(rowOf(candidates[std::size_t(place)], place, application));
     QStringList twoLines = headings(); // which are narrower
     fillList(list, twoLines.replaceInStrings(", ", "\n"), std::move(rows), Selected::None);
     const QBrush grey = list->palette().brush(QPalette::Disabled, QPalette::Text);
-    // The row that was chosen; failing that, one of its series and quantity, then of its series, then any.
+    // The wanted row; failing that, one of its series and quantity, then of its series, then any.
     QTreeWidgetItem* best = list->topLevelItem(0);
     int bestRank = -1;
     for (int i = 0; i < list->topLevelItemCount(); ++i) {
@@ -157,18 +156,23 @@ void fill(QTreeWidget* list, const std::vector<Candidate>& candidates, const std
         const bool offered = candidates[row->data(0, placeRole).toUInt()].isOffered();
         for (int column = 0; !offered && column <= Notes; ++column)
             row->setForeground(column, grey);
-        const QStringList here = identity(row);
+        const QStringList here = identityOf(*row);
         int rank = offered ? 0 : -1;
-        if (here == before)
+        if (here == wanted)
             rank = 3;
-        else if (offered && here.first() == before.value(0))
-            rank = here[1] == before.value(1) ? 2 : 1;
+        else if (offered && here.first() == wanted.value(0))
+            rank = here[1] == wanted.value(1) ? 2 : 1;
         if (rank > bestRank) {
             bestRank = rank;
             best = row;
         }
     }
     list->setCurrentItem(best);
+}
+
+QStringList chosenTexts(const QTreeWidget* list) {
+    const QTreeWidgetItem* row = list->currentItem();
+    return row ? identityOf(*row) : QStringList();
 }
 
 std::vector<int> places(const QTreeWidget* list) {
@@ -184,10 +188,15 @@ int chosen(const QTreeWidget* list) {
     return row ? row->data(0, placeRole).toInt() : -1;
 }
 
-QString tabbed(const std::vector<QStringList>& rows) {
+bool offersAny(const QTreeWidget* list, const std::vector<Candidate>& candidates) {
+    return std::ranges::any_of(places(list),
+                               [&](int place) { return candidates[std::size_t(place)].isOffered(); });
+}
+
+QString tabbed(const QTreeWidget* list, const std::vector<Candidate>& candidates, Application application) {
     QString text = headings().join(u'\t') + u'\n';
-    for (const QStringList& row : rows)
-        text += row.join(u'\t') + u'\n';
+    for (const int place : places(list))
+        text += textsOf(candidates[std::size_t(place)], application).join(u'\t') + u'\n';
     return text;
 }
 

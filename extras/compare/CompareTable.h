@@ -21,17 +21,22 @@ QStringList remarksOf(const Candidate& candidate);
 /// Makes a list show the reserves as bars as well.
 void prepare(QTreeWidget* list);
 
-/// Fills the list with some of the candidates, by their places. Keeps the chosen row, in an empty list the
-/// one with the wanted series, quantity and model; failing that it chooses the offered row that comes
-/// closest.
+/// Fills the list with some of the candidates, by their places. Chooses the wanted one; failing that, the
+/// offered row that comes closest.
 void fill(QTreeWidget* list, const std::vector<Candidate>& candidates, const std::vector<int>& places,
           Application application, const QStringList& wanted);
+
+/// What `fill` finds the chosen row by: its series, quantity and model; empty if there is none.
+QStringList chosenTexts(const QTreeWidget* list);
 
 /// The places of the candidates in the order of the list, and that of the chosen one; -1 if there is none.
 std::vector<int> places(const QTreeWidget* list);
 int chosen(const QTreeWidget* list);
 
-/// Rows with their headings, as spreadsheets take them from the clipboard.
-QString tabbed(const std::vector<QStringList>& rows);
+/// Whether any row of the list is one that the search offers.
+bool offersAny(const QTreeWidget* list, const std::vector<Candidate>& candidates);
+
+/// The rows of the list with their headings, as spreadsheets take them from the clipboard.
+QString tabbed(const QTreeWidget* list, const std::vector<Candidate>& candidates, Application application);
 
 } // namespace CompareTable

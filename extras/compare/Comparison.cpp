@@ -19,12 +19,16 @@ double reserveOf(double offered, const std::optional<double>& required) {
 }
 
 /// Why the search passes over a size that would be large enough in this quantity.
-QString objectionTo(double size, int quantity, const std::vector<SearchStep>& steps) {
+QString objectionTo(double size, int quantity, const std::vector<SearchStep>& steps, bool shock) {
     const auto before = std::ranges::find_if(
         steps, [size](const SearchStep& step) { return step.smallest == size && !step.models.empty(); });
     if (before != steps.end() && before->quantity < quantity)
-        return QStringLiteral("More tanks of the size that %1 of them offer already").arg(before->quantity);
-    return QStringLiteral("The search offers three quantities");
+        return (before->quantity == 1
+                    ? QStringLiteral("More tanks of the size that %1 of them offers already")
+                    : QStringLiteral("More tanks of the size that %1 of them offer already"))
+            .arg(before->quantity);
+    return shock ? QStringLiteral("The search ends after three quantities without another size")
+                 : QStringLiteral("The search looks at no more than three quantities");
 }
 
 } // namespace
@@ -90,7 +94,8 @@ void Comparison::addSeries(std::vector<Candidate>& found, const ModelPool& pool,
             for (TankOption& option : size ? source.models(*size) : std::vector<TankOption>{}) {
                 option.quantity = quantity;
                 offered.push_back(candidate(pool, sized, option, bore));
-                offered.back().objection = objectionTo(*size, quantity, steps);
+                offered.back().objection =
+                    objectionTo(*size, quantity, steps, compared == Application::Shock);
             }
             if (!size)
                 offered.push_back({.series = pool.series(),

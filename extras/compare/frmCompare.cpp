@@ -9,6 +9,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/shell/Trap.h"
+#include "core/store/DataState.h"
 #include "core/store/JobHeader.h"
 #include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
@@ -19,12 +20,13 @@
 #include "estimates/MetricPad.h"
 #include "estimates/Pipes.h"
 #include "extras/compare/CompareTable.h"
+#include "jobs/InFront.h"
 #include "jobs/JobChoice.h"
-#include "jobs/JobIDs.h"
 #include "shock/ShockSizing.h"
 #include "sizing/ConditionRules.h"
 #include "sizing/FluidLimits.h"
 #include "sizing/OpenResults.h"
+#include "sizing/Series.h"
 #include "sizing/TemperatureRange.h"
 
 #include <QEvent>
@@ -55,7 +57,10 @@ frmCompare::frmCompare() : Screen("frmCompare") {
         cmboFluidType->addItem(toQString(row.fluid));
     prepareBoxes();
     CompareTable::prepare(lvModels);
-    connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] { showChosen(); });
+    connect(lvModels, &QTreeWidget::currentItemChanged, this, [this] {
+        ownChoice = CompareTable::chosenTexts(lvModels);
+        showChosen();
+    });
     connect(lvModels, &QTreeWidget::itemActivated, this, [this] { act(".lvModels", [this] { use(); }); });
     connect(cmboJob, &QComboBox::activated, this,
             [this] { act(".cmboJob", [this] { JobChoice::take(cmboJob); }); });
@@ -64,7 +69,7 @@ frmCompare::frmCompare() : Screen("frmCompare") {
     on(cmdFindPipe2, ".cmdFindPipe2", [this] { Pipes::openPipeChooser(name()); });
     on(cmdUse, ".cmdUse", [this] { use(); });
     on(cmdCopy, ".cmdCopy", [this] {
-        Dialogs::current().copy(headedTable());
+        Dialogs::current().copy(CompareTable::tabbed(lvModels, candidates, application()));
         setStatusText("Copied the table");
     });
     on(cmdReport, ".cmdReport", [] { Submittals::showReport("rptCompare"); });
@@ -113,25 +118,27 @@ Application frmCompare::application() const {
     return comparable[std::max(0, cmboApplication->currentIndex())];
 }
 
-/// Takes the conditions of the tank line at work. On the start page nothing is.
+/// Takes the conditions of the tank line that the screen in front shows, if it shows one.
 void frmCompare::Load() {
     setStatusText("Compare models");
+    asRead = InFront::tank();
     const auto atWork = Session::application();
-    const bool sized = atWork && std::ranges::find(comparable, *atWork) != std::end(comparable);
-    if (sized && Screens::anyVisible() && Session::Mode.text() != Session::Modes::Convert)
-        asRead = findTankLine(Session::tankLine());
-    if (asRead && asRead->jobID == reservedJob())
-        asRead.reset();
     if (asRead)
-        lineApplication = atWork;
+        lineApplication = asRead->tankClass ? applicationOfSeries(asRead->tankClass->toStdString()) : atWork;
+    const auto wanted = lineApplication ? lineApplication : atWork;
+    const bool sized = wanted && std::ranges::find(comparable, *wanted) != std::end(comparable);
+    if (!sized) // such as a package
+        asRead.reset();
     const QSignalBlocker quiet(cmboApplication);
-    cmboApplication->setCurrentText(AppName(sized ? *atWork : Application::Expansion));
+    cmboApplication->setCurrentText(AppName(sized ? *wanted : Application::Expansion));
     txtAtmPressure->setText(shownNumber(
         readUserDefaults().value_or(UserDefaults()).defaultPSIa.value_or(UserDefaults::StandardAtmosphere)));
     txtSOTMin->setText("40");
-    if (asRead)
+    if (asRead) {
         showLine(*asRead);
-    JobChoice::fill(cmboJob);
+        ownChoice = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
+    }
+    JobChoice::fill(cmboJob, InFront::job());
     optOver->setVisible(asRead.has_value());
     if (asRead) {
         optOver->setText(
@@ -140,28 +147,25 @@ void frmCompare::Load() {
         setTitle(windowTitle() + " " + asRead->tankID.value_or(QString()));
     }
     touched.clear();
-    readAtmosphere();
+    shockAtmosphere = ShockSizing::atmosphericPressure();
     adaptToApplication();
     entriesBefore = entries();
     fluidChosen = false;
     setEntered(false);
 }
 
-/// Another window may have changed the user's atmosphere in the meantime.
 void frmCompare::Activate() {
     const double before = shockAtmosphere;
-    try {
-        readAtmosphere();
-    } catch (const DatabaseFault&) { // another program is writing; what was read before holds
-        return;
-    }
-    if (shockAtmosphere != before && application() == Application::Shock)
+    renewAtmosphere();
+    if (shockAtmosphere != before)
         trap(".refresh", [this] { refresh(); });
 }
 
-/// Not with every key: the file may be locked for seconds.
-void frmCompare::readAtmosphere() {
-    shockAtmosphere = ShockSizing::atmosphericPressure();
+/// Another window may have changed the user's atmosphere. While another program is writing, what was read
+/// before holds.
+void frmCompare::renewAtmosphere() {
+    if (application() == Application::Shock && Gateway::readDataState(reservedJob(), {}))
+        trap(".renewAtmosphere", [this] { shockAtmosphere = ShockSizing::atmosphericPressure(); });
 }
 
 /// The line over which this could have been stored was deleted.
@@ -176,7 +180,7 @@ void frmCompare::loseRecord() {
     setTitle(tr("Compare Models"));
     optNew->setChecked(true);
     optOver->setVisible(false);
-    JobChoice::fill(cmboJob);
+    JobChoice::fill(cmboJob, Session::JobID.text());
     entriesBefore.clear();
     setStatusText(tr("The conditions stay here, for a new tank"));
 }
@@ -219,6 +223,7 @@ void frmCompare::adaptToApplication() {
     candidates.clear();
     fillTable();
     comparison.emplace(each);
+    renewAtmosphere();
     refresh();
 }
 
@@ -329,10 +334,7 @@ void frmCompare::fillTable() {
             wanted.push_back(int(i));
     {
         const QSignalBlocker quiet(lvModels);
-        QStringList own; // the model of the line from which this was opened
-        if (asRead)
-            own = {shownText(asRead->tankClass), shownText(asRead->qty), shownText(asRead->modelNo)};
-        CompareTable::fill(lvModels, candidates, wanted, application(), own);
+        CompareTable::fill(lvModels, candidates, wanted, application(), ownChoice);
     }
     showChosen();
 }
@@ -348,8 +350,9 @@ void frmCompare::showChosen() {
     const bool current = lvModels->isEnabled();
     cmdUse->setEnabled(current && row && row->isOffered());
     const bool any = lvModels->topLevelItemCount() > 0;
-    cmdCopy->setEnabled(any);
-    cmdReport->setEnabled(current && any);
+    const bool anyOffered = CompareTable::offersAny(lvModels, candidates);
+    cmdCopy->setEnabled(current && anyOffered);
+    cmdReport->setEnabled(current && anyOffered);
     imgCurve->clear();
     imgCurve->setAccessibleName({});
     const bool allHidden = !any && !candidates.empty();
@@ -474,20 +477,13 @@ bool frmCompare::store(const Candidate& candidate) {
     if (const auto newJob = JobChoice::newHeader(cmboJob)) {
         const QStringList added = addJobWithTankLines(*newJob, {line});
         if (added.isEmpty()) // another copy of the program was faster
-            refuseJobID(jobExists);
+            JobChoice::refuseNew(cmboJob);
         else
             Session::TankID.write(added.first());
         return !added.isEmpty();
     }
     std::optional<TankLine> none;
     return saveTankLine(line, columns, none, Record::IfChanged::Overwrite);
-}
-
-QString frmCompare::headedTable() const {
-    std::vector<QStringList> rows;
-    for (const int place : CompareTable::places(lvModels))
-        rows.push_back(CompareTable::textsOf(candidates[std::size_t(place)], application()));
-    return CompareTable::tabbed(rows);
 }
 
 frmCompare::Shown frmCompare::shown() const {

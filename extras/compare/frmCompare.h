@@ -44,7 +44,7 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void showLimits();
     QHash<QString, QString> boxes() const;
     QHash<QString, QString> entries() const;
-    void readAtmosphere();
+    void renewAtmosphere();
     void markFilters();
     Objections markWrong();
     void refresh();
@@ -57,15 +57,15 @@ class frmCompare : public Screen, private Ui::frmCompare {
     void closePads();
     void use();
     bool store(const Candidate& candidate);
-    QString headedTable() const;
 
     std::optional<TankLine> asRead; // the line from which this was opened
     std::optional<Application> lineApplication;
     std::optional<Comparison> comparison;
     std::optional<TankLine> compared; // the conditions of the table
     std::vector<Candidate> candidates;
-    QSet<QString> touched;                 // boxes in which something was typed
-    QString ownFluid;                      // chosen where the application leaves the choice
+    QStringList ownChoice; // of the user or the line; the table may have to show another one meanwhile
+    QSet<QString> touched; // boxes in which something was typed
+    QString ownFluid;      // chosen where the application leaves the choice
     QHash<QString, QString> entriesBefore; // as the screen began
     bool fluidChosen = false;              // by the user, not with the application
     double shockAtmosphere = 0;            // psia, of the user

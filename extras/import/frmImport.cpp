@@ -9,8 +9,8 @@
 #include "core/shell/Trap.h"
 #include "core/store/NewTankLines.h"
 #include "core/store/SessionStore.h"
+#include "jobs/InFront.h"
 #include "jobs/JobChoice.h"
-#include "jobs/JobIDs.h"
 #include "sizing/Series.h"
 
 #include <QClipboard>
@@ -115,7 +115,7 @@ ImportSizing::ChosenSeries frmImport::chosenSeries() const {
 
 void frmImport::Load() {
     setStatusText("Import conditions");
-    JobChoice::fill(cmboJob);
+    JobChoice::fill(cmboJob, InFront::job());
     fillTable();
     finish();
     setEntered(false);
@@ -311,7 +311,7 @@ void frmImport::store() {
                                : Records::addTankLines(jobID, tanks);
             });
             if (added.isEmpty()) // another copy of the program was faster
-                return refuseJobID(Records::jobExists);
+                return JobChoice::refuseNew(cmboJob);
             Session::JobID.write(jobID);
             Session::TankID.write("");
             Session::Mode.write(Session::Modes::Edit);

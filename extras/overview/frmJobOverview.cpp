@@ -84,8 +84,8 @@ frmJobOverview::frmJobOverview() : Screen("frmJobOverview") {
     onChosen(cmdCalculation, ".cmdCalculation", [this](const JobLine& line) {
         openFor(line, Session::Modes::Edit, [] { Submittals::showReport("rptCalculation"); });
     });
-    onChosen(cmdUp, ".cmdUp", [this](const JobLine&) { move(-1); });
-    onChosen(cmdDown, ".cmdDown", [this](const JobLine&) { move(1); });
+    onChosen(cmdUp, ".cmdUp", [this](const JobLine& line) { move(line, -1); });
+    onChosen(cmdDown, ".cmdDown", [this](const JobLine& line) { move(line, 1); });
     on(cmdAdd, ".cmdAdd", [this] { openInJob("frmClassSelect"); });
     on(cmdHeader, ".cmdHeader", [this] { openInJob(JobSearch::editScreenOf(lblJobID->text())); });
     on(cmdSchedule, ".cmdSchedule", [this] { openInJob("frmSchedule"); });
@@ -280,16 +280,19 @@ void frmJobOverview::deleteTank(const JobLine& line) {
         choose(shownText(lines[std::min(std::size_t(place), lines.size() - 1)].line.tankID));
 }
 
-/// Moves the chosen line among the documents; its number stays.
-void frmJobOverview::move(int by) {
-    const int place = chosenPlace();
+/// Moves a line among the documents; its number stays. Its neighbour may be gone by now.
+void frmJobOverview::move(const JobLine& line, int by) {
+    const QString tankID = shownText(line.line.tankID);
     QStringList order;
     for (const JobLine& shown : lines)
         order.append(shownText(shown.line.tankID));
+    const qsizetype place = order.indexOf(tankID);
+    if (place + by < 0 || place + by >= order.size())
+        return;
     order.swapItemsAt(place, place + by);
     orderTankLines(lblJobID->text(), order);
     fillTanks();
-    choose(order[place + by]);
+    choose(tankID);
 }
 
 void frmJobOverview::copyJob() {

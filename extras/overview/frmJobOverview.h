@@ -35,7 +35,7 @@ class frmJobOverview : public Screen, private Ui::frmJobOverview {
     void openInJob(const QString& screen);
     void copyTank(const JobLine& line);
     void deleteTank(const JobLine& line);
-    void move(int by);
+    void move(const JobLine& line, int by);
     void copyJob();
 
     std::vector<JobLine> lines;

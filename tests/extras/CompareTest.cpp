@@ -133,16 +133,17 @@ TEST(Comparison, SaysWhyAQuantityIsNotOffered) {
                          .arg(candidate.line.modelNo.value_or("-"))
                          .arg(candidate.volumeReserve, 0, 'f', 1)
                          .arg(candidate.objection));
-    EXPECT_EQ(found.join('\n').toStdString(), "JW 1 JW 1500 6.1 \n"
-                                              "JW 2 JW 750 6.1 \n"
-                                              "JW 3 JW 500 6.1 \n"
-                                              "JW 4 JW 450 27.3 The search offers three quantities\n"
-                                              "JWB 1 JWB 2000 41.4 \n"
-                                              "JWB 2 JWB 800 13.1 \n"
-                                              "JWB 3 JWB 500 6.1 \n"
-                                              "JWB 4 JWB 400 13.2 The search offers three quantities\n"
-                                              "JWG 1 - 0.0 No model is large enough\n"
-                                              "JWG 2 JWG 480 55.6 \n"
-                                              "JWG 3 JWG 470 48.5 \n"
-                                              "JWG 4 JWG 460 27.3 The search offers three quantities");
+    EXPECT_EQ(found.join('\n').toStdString(),
+              "JW 1 JW 1500 6.1 \n"
+              "JW 2 JW 750 6.1 \n"
+              "JW 3 JW 500 6.1 \n"
+              "JW 4 JW 450 27.3 The search looks at no more than three quantities\n"
+              "JWB 1 JWB 2000 41.4 \n"
+              "JWB 2 JWB 800 13.1 \n"
+              "JWB 3 JWB 500 6.1 \n"
+              "JWB 4 JWB 400 13.2 The search looks at no more than three quantities\n"
+              "JWG 1 - 0.0 No model is large enough\n"
+              "JWG 2 JWG 480 55.6 \n"
+              "JWG 3 JWG 470 48.5 \n"
+              "JWG 4 JWG 460 27.3 The search looks at no more than three quantities");
 }

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
@@ -146,6 +148,21 @@ TEST_F(DamagedFiles, LockThatLastsIsAnOrdinaryError) {
     EXPECT_TRUE(Driver::report().contains("locked")) << Driver::report().toStdString();
     other.Close();
     EXPECT_EQ(jobs(), "Before");
+}
+
+TEST_F(DamagedFiles, LockDoesNotHoldAComparisonBack) {
+    Driver::command("mnuCompare");
+    Driver::control<QComboBox>("frmCompare", "cmboApplication")->setCurrentText("Shock Arrestor Tank");
+    Screens::show("frmTankSeries");
+    Driver::settle();
+    Connection other = openDatabase("User");
+    Recordset().Open("BEGIN EXCLUSIVE", other);
+    QElapsedTimer clock;
+    clock.start();
+    Screens::show("frmCompare");
+    EXPECT_EQ(Screens::active(), "frmCompare");
+    EXPECT_LT(clock.elapsed(), 2000); // a save waits longer for a lock
+    EXPECT_TRUE(Driver::report().isEmpty());
 }
 
 TEST_F(DamagedFiles, FailedSaveAtClosingKeepsTheScreen) {
