@@ -106,8 +106,8 @@ void frmUserInput::Activate() {
     setStatusText("Maintain user setup");
 }
 
-/// An emptied box counts as 0 and is stored, but with it all tanks but shock arrestors come out too small. Says whether it is
-/// so.
+/// An emptied box counts as 0 and is stored, but with it all tanks but shock arrestors come out too small.
+/// Says whether it is so.
 bool frmUserInput::markNoPressure() {
     if (toNumber(txtDefaultPSIa->text()) != 0)
         return false;
