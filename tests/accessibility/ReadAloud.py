@@ -146,7 +146,7 @@ def check_names(screen):
 
 def open_the_others():
     for caption, title in (("Job overview", "Job Overview 2026-014"), ("Job package...", "Job Package 2026-014"),
-                           ("Import conditions...", "Import Conditions"), ("Compare models...", "Compare Models 2026-014.1"),
+                           ("Import conditions...", "Import Conditions"), ("Compare models...", "Compare Models"),
                            ("Restore...", "Restore"), ("Delete job", "Select job... to delete"),
                            ("Convert steel tank to bladder tank", "Convert Steel Tank to Bladder Tank..."),
                            ("Contractors", "Maintain Contractors"), ("System Setup", "User Setup..."),
