@@ -64,11 +64,17 @@ frmUserInput::frmUserInput() : Screen("frmUserInput") {
     on(cmdFindCont, ".cmdFindCont",
        [this] { FillListView(txtCont, "tblContractor", "frmUserInputContractor"); });
     on(bttnSave, ".tbToolbar", [this] {
-        procedure(".SaveRecord", [this] {
-            SaveRecord();
+        bool saved = false;
+        procedure(".SaveRecord", [this, &saved] {
+            saved = SaveRecord();
             ownDetails.save();
         });
-        setStatusText(markNoPressure() ? "Saved. " + noPressureWarning() : QStringLiteral("Saved"));
+        const QString code = txtPostalCode->text();
+        const bool codeLeft = !code.isEmpty() && code.size() != zipLength;
+        setStatusText(!saved             ? tr("Not saved")
+                      : markNoPressure() ? "Saved. " + noPressureWarning()
+                      : codeLeft         ? tr("Saved. Change Rep Info stores %1.").arg(code)
+                                         : QStringLiteral("Saved"));
     });
     on(cmdOwnLogo, ".cmdOwnLogo", [this] {
         if (ownDetails.chooseLogo())
@@ -207,7 +213,8 @@ void frmUserInput::ValidateforNewEntry(QLineEdit* field, const QString& table) {
     NameList::add(table, field->text());
 }
 
-void frmUserInput::SaveRecord() {
+/// False when the atmospheric pressure is no number, which is marked.
+bool frmUserInput::SaveRecord() {
     const auto stored = readUserDefaults();
     UserDefaults user = stored.value_or(UserDefaults());
     const QString zip = txtPostalCode->text();
@@ -218,9 +225,10 @@ void frmUserInput::SaveRecord() {
     user.defaultContractor = txtCont->text();
     user.defaultEngineer = txtEng->text();
     if (!ValidateNumeric(txtDefaultPSIa, false))
-        return;
+        return false;
     user.defaultPSIa = toNumber(txtDefaultPSIa->text());
     saveUserDefaults(user);
+    return true;
 }
 
 void frmUserInput::changeRepresentative() {

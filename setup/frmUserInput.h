@@ -29,7 +29,7 @@ class frmUserInput : public Screen, private Ui::frmUserInput {
     void offerRepresentatives();
     void takeRepresentative();
     void ValidateforNewEntry(QLineEdit* field, const QString& table);
-    void SaveRecord();
+    bool SaveRecord();
     void changeRepresentative();
 
     OwnDetailsBox ownDetails{*this};
