@@ -53,17 +53,6 @@ void addSteps(Worksheet& sheet, SizedTank& tank) {
     }
 }
 
-/// Conditions that leave nothing to divide by are reported on the sheet: it is there to be checked.
-void addStepsOrFault(Worksheet& sheet, SizedTank& tank) {
-    try {
-        addSteps(sheet, tank);
-    } catch (const DatabaseFault&) {
-        throw;
-    } catch (const Fault& fault) {
-        sheet.warn(QStringLiteral("The stored conditions cannot be computed: %1.").arg(fault.what()));
-    }
-}
-
 void addNotes(Worksheet& sheet, const SizedTank& tank) {
     SizingNotes::Facts facts = SizingNotes::factsOf(tank.line, tank.model);
     if (tank.application == Application::Shock)
@@ -105,7 +94,7 @@ void start(Report& report) {
         throw RecordGone("This tank has been deleted.");
     SizedTank tank = sizedTank(*line);
     Worksheet sheet;
-    addStepsOrFault(sheet, tank);
+    sheet.warnOfFault("The stored conditions cannot be computed", [&] { addSteps(sheet, tank); });
     addSearch(sheet, tank);
     addChoice(sheet, tank);
     addNotes(sheet, tank);

@@ -1,7 +1,6 @@
 #include "calculation/SelectionSteps.h"
 
 #include "calculation/SizingSteps.h"
-#include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
 #include "documents/submittals/SizingFacts.h"
@@ -152,18 +151,6 @@ void addShockResults(Worksheet& sheet, const SizedTank& tank, double tankVolume,
     compare(sheet, "pump startup delay", tank.line.pumpRunTime, *stored.pumpRunTime, "s");
 }
 
-/// A line without flow or length, or with a pipe of another catalogue, still gets the rest of its sheet.
-void addShockResultsOrFault(Worksheet& sheet, const SizedTank& tank, double tankVolume, int quantity) {
-    try {
-        addShockResults(sheet, tank, tankVolume, quantity);
-    } catch (const DatabaseFault&) {
-        throw;
-    } catch (const Fault& fault) {
-        sheet.warn(
-            QStringLiteral("Leak load and pump startup delay cannot be computed: %1.").arg(fault.what()));
-    }
-}
-
 } // namespace
 
 void addSearch(Worksheet& sheet, const SizedTank& tank) {
@@ -224,7 +211,10 @@ void addChoice(Worksheet& sheet, const SizedTank& tank) {
     if (!tank.conversion)
         addWaterTaken(sheet, tank, model, quantity);
     if (tank.application == Application::Shock && model.tankVolume)
-        addShockResultsOrFault(sheet, tank, *model.tankVolume, quantity);
+        // A line without flow or length, or with a pipe of another catalogue, still gets the rest of its
+        // sheet.
+        sheet.warnOfFault("Leak load and pump startup delay cannot be computed",
+                          [&] { addShockResults(sheet, tank, *model.tankVolume, quantity); });
 }
 
 void addSite(Worksheet& sheet, const SizedTank& tank) {

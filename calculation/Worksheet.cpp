@@ -1,5 +1,6 @@
 #include "calculation/Worksheet.h"
 
+#include "core/base/Fault.h"
 #include "core/base/Text.h"
 
 void Worksheet::add(const char* band, ReportRow row) {
@@ -10,6 +11,16 @@ void Worksheet::add(const char* band, ReportRow row) {
 
 void Worksheet::warn(const QString& text) {
     warnings.push_back({{"Band", "warning"}, {"Group", QStringLiteral("Check first")}, {"Text", text}});
+}
+
+void Worksheet::warnOfFault(const QString& what, const std::function<void()>& steps) {
+    try {
+        steps();
+    } catch (const DatabaseFault&) {
+        throw;
+    } catch (const Fault& fault) {
+        warn(what + ": " + QString::fromUtf8(fault.what()) + '.');
+    }
 }
 
 void Worksheet::say(const QString& caption, const QString& text) {

@@ -3,6 +3,8 @@
 #include "calculation/Formulas.h"
 #include "documents/report/ReportRows.h"
 
+#include <functional>
+
 /// Collects the rows of a calculation sheet, section by section.
 class Worksheet {
   public:
@@ -10,6 +12,9 @@ class Worksheet {
     void section(const QString& title) { group = title; }
     /// Something wrong, in the colour of errors, above everything else.
     void warn(const QString& text);
+    /// Adds steps. What leaves nothing to divide by is told above everything else: a sheet is there to be
+    /// checked. Throws DatabaseFault.
+    void warnOfFault(const QString& what, const std::function<void()>& steps);
     /// A fact in words.
     void say(const QString& caption, const QString& text);
     /// A worked formula, with the SI value of its result.

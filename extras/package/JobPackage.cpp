@@ -1,6 +1,5 @@
 #include "extras/package/JobPackage.h"
 
-#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/JobHeader.h"
@@ -74,7 +73,7 @@ class Maker {
             if (const ReportKind* kind = findReport(report))
                 add("Submittal", 1, Report(*kind).Run().pages);
         if (chosen.calculations)
-            addCalculation(tank);
+            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
         if (chosen.specifications)
             addSpecification(tank);
         if (chosen.drawings)
@@ -125,22 +124,6 @@ class Maker {
         report.control("imgDrawing").description = "Drawing of " + shownText(tank.modelNo);
         report.rows.push_back({});
         return report.Run().pages;
-    }
-
-    /// A line whose stored figures allow no calculation gets a page that says so: one line must not cost all
-    /// documents of a job.
-    void addCalculation(const TankLine& tank) {
-        try {
-            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
-        } catch (const DatabaseFault&) {
-            throw;
-        } catch (const Fault& fault) {
-            add("Calculation sheet", 1,
-                pageOf(tank, "Calculation sheet", {},
-                       "The calculation cannot be shown: " + QString::fromUtf8(fault.what()) +
-                           ". Please look at the conditions of this tank.",
-                       {}));
-        }
     }
 
     void addSpecification(const TankLine& tank) {

@@ -135,6 +135,19 @@ TankLine conditionsOf(double volume, double minimum, double maximum, const char*
     return line;
 }
 
+/// Conditions of a shock arrestor on a pipe of 4 inches.
+TankLine shockConditions() {
+    TankLine line;
+    line.atmPressure = 14.7;
+    line.pipeIndex = "4 in Sch 40";
+    line.pipeLength = 350;
+    line.flowRate = 260;
+    line.flowPressure = 45;
+    line.staticPressure = 65;
+    line.shockPressure = 150;
+    return line;
+}
+
 /// Random lines of every kind.
 class Lines {
   public:
@@ -267,14 +280,7 @@ TEST_F(CalculationSheet, ShowsTheExamplesOfTheManual) {
     TankLine steel = conditionsOf(500, 20, 0);
     steel.jobID = Records::reservedJob();
     steel.sopMax = std::nullopt;
-    TankLine byTable;
-    byTable.atmPressure = 14.7;
-    byTable.pipeIndex = "4 in Sch 40";
-    byTable.pipeLength = 350;
-    byTable.flowRate = 260;
-    byTable.flowPressure = 45;
-    byTable.staticPressure = 65;
-    byTable.shockPressure = 150;
+    const TankLine byTable = shockConditions();
     const struct {
         TankLine line;
         QStringList texts;
@@ -375,15 +381,7 @@ TEST_F(CalculationSheet, SaysFirstWhatDoesNotAgree) {
 }
 
 TEST_F(CalculationSheet, OfAShockLineWithoutFlowSaysSo) {
-    TankLine line;
-    line.atmPressure = 14.7;
-    line.pipeIndex = "4 in Sch 40";
-    line.pipeLength = 350;
-    line.flowRate = 260;
-    line.flowPressure = 45;
-    line.staticPressure = 65;
-    line.shockPressure = 150;
-    line = sizedShock(line);
+    TankLine line = sizedShock(shockConditions());
     line.flowRate = 0;
     line.staticPressure = 44;
     store(line);
