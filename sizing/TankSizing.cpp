@@ -52,19 +52,21 @@ RequiredSizes sizesOf(const TankLine& tank, Application application, const QStri
     throw Fault(Fault::InternalError, "No sizes without a series");
 }
 
-std::optional<RequiredSizes> sizesGiven(const TankLine& tank) {
+void addSizes(SizingNotes::Facts& facts, const TankLine& tank) {
     const QString series = tank.tankClass.value_or(QString());
     const auto application = applicationOfSeries(series.toStdString());
+    const bool conversion = tank.jobID == Records::reservedJob();
+    if (!conversion && !application)
+        return;
     try {
-        if (tank.jobID == Records::reservedJob())
-            return convertedTankSizes(conditionsOf(tank));
-        if (application)
-            return sizesOf(tank, *application, series);
+        const RequiredSizes sizes =
+            conversion ? convertedTankSizes(conditionsOf(tank)) : sizesOf(tank, *application, series);
+        facts.computedVolume = sizes.volume;
+        facts.computedAcceptance = sizes.acceptance;
     } catch (const DatabaseFault&) {
         throw;
     } catch (const Fault&) { // the pressures leave no acceptance
     }
-    return std::nullopt;
 }
 
 } // namespace TankSizing

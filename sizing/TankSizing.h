@@ -2,6 +2,7 @@
 
 #include "core/base/Applications.h"
 #include "core/store/TankLine.h"
+#include "documents/submittals/SizingNotes.h"
 #include "sizing/RequiredSizes.h"
 
 /// Sizes a stored tank line with the arithmetic of RequiredSizes and the water table of the catalogue.
@@ -21,8 +22,8 @@ bool isPlainSteel(const QString& series);
 /// acceptance, and DatabaseFault.
 RequiredSizes sizesOf(const TankLine& tank, Application application, const QString& series);
 
-/// The sizes that a line's conditions give in its own series; nothing if they give none. Throws
+/// Adds the sizes that a line's conditions give in its own series now, if they give any. Throws
 /// DatabaseFault.
-std::optional<RequiredSizes> sizesGiven(const TankLine& tank);
+void addSizes(SizingNotes::Facts& facts, const TankLine& tank);
 
 } // namespace TankSizing

@@ -76,8 +76,5 @@ void frmResults::showModel(const Model& model) {
 }
 
 void frmResults::addFacts(SizingNotes::Facts& facts, const TankLine& tank) const {
-    if (const auto sizes = TankSizing::sizesGiven(tank)) {
-        facts.computedVolume = sizes->volume;
-        facts.computedAcceptance = sizes->acceptance;
-    }
+    TankSizing::addSizes(facts, tank);
 }

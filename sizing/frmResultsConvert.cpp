@@ -50,8 +50,5 @@ void frmResultsConvert::Activate() {
 }
 
 void frmResultsConvert::addFacts(SizingNotes::Facts& facts, const TankLine& tank) const {
-    if (const auto sizes = TankSizing::sizesGiven(tank)) {
-        facts.computedVolume = sizes->volume;
-        facts.computedAcceptance = sizes->acceptance;
-    }
+    TankSizing::addSizes(facts, tank);
 }
