@@ -126,6 +126,10 @@ QList<double> columnEdges(const Pages& pages) {
             if (picture.mark)
                 lefts.append(picture.place.left());
     }
+    return distinctEdges(std::move(lefts));
+}
+
+QList<double> distinctEdges(QList<double> lefts) {
     std::sort(lefts.begin(), lefts.end());
     QList<double> edges;
     for (const double left : lefts)

@@ -36,6 +36,8 @@ double topOf(const PageText& text);
 /// The left edges of the texts on the pages, in points, ascending; edges within a few points of each other
 /// count as one.
 QList<double> columnEdges(const Pages& pages);
+/// Left edges in points, ascending, each but once.
+QList<double> distinctEdges(QList<double> lefts);
 /// The index, among ascending edges, of the one at which a text begins.
 int columnOf(const QList<double>& edges, const PageText& text);
 

@@ -50,12 +50,7 @@ QList<double> columnEdges(const Pages& pages) {
     for (const Page& page : pages)
         for (const PageBox& box : page.boxes)
             lefts.append(box.place.left());
-    std::sort(lefts.begin(), lefts.end());
-    QList<double> edges;
-    for (const double left : lefts)
-        if (edges.isEmpty() || left - edges.last() > nearby)
-            edges.append(left);
-    return edges;
+    return distinctEdges(std::move(lefts));
 }
 
 void makeRoom(const Page& page, QList<Row>& rows) {

@@ -44,7 +44,7 @@ class Models {
             models = findModels(names);
         }
         const auto found = models.constFind(modelNo.toCaseFolded());
-        return found == models.cend() ? findModel(modelNo) : std::optional(*found);
+        return found == models.cend() ? std::nullopt : std::optional(*found);
     }
 
   private:
