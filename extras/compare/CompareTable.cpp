@@ -103,7 +103,7 @@ namespace CompareTable {
 
 QStringList headings() {
     return {"Series",           "Qty",       "Model No.",  "Volume, gal", "Accept., gal", "Volume, reserve",
-            "Accept., reserve", "Diam., in", "Height, in", "Floor, ft²",  "Weight, lbs",   "Working, psig",
+            "Accept., reserve", "Diam., in", "Height, in", "Floor, ft²",  "Weight, lbs",  "Working, psig",
             "Max., °F",         "ASME",      "Notes"};
 }
 

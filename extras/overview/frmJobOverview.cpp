@@ -287,7 +287,7 @@ void frmJobOverview::move(const JobLine& line, int by) {
     for (const JobLine& shown : lines)
         order.append(shownText(shown.line.tankID));
     const qsizetype place = order.indexOf(tankID);
-    if (place + by < 0 || place + by >= order.size())
+    if (place < 0 || place + by < 0 || place + by >= order.size())
         return;
     order.swapItemsAt(place, place + by);
     orderTankLines(lblJobID->text(), order);

@@ -449,11 +449,12 @@ void expectHint(Stage&, Words w) {
     expectEqual(w[0], w[1], control(w[0])->toolTip());
 }
 void expectFocus(Stage&, Words w) {
-    QWidget* focus = QApplication::focusWidget();
-    require(focus == control(w[0]), "the focus is at " + (focus ? focus->objectName() : QString("nothing")));
-    const auto* list = dynamic_cast<const QAbstractItemView*>(focus);
-    const QWidget* shown = list ? list->viewport() : focus;
-    const QRect row = list ? list->visualRect(list->currentIndex()) : focus->rect();
+    const QWidget* wanted = control(w[0]);
+    const QWidget* focus = QApplication::focusWidget();
+    require(focus == wanted, "the focus is at " + (focus ? focus->objectName() : QString("nothing")));
+    const auto* list = dynamic_cast<const QAbstractItemView*>(wanted);
+    const QWidget* shown = list ? list->viewport() : wanted;
+    const QRect row = list ? list->visualRect(list->currentIndex()) : wanted->rect();
     const QPoint part = list ? QPoint(2, row.isValid() ? row.center().y() : 2) : row.center();
     require(shown->visibleRegion().contains(part), w[0] + " has the focus out of sight");
 }
