@@ -4,6 +4,7 @@
 
 #include <hb-subset.h>
 
+#include <map>
 #include <memory>
 
 namespace {
@@ -26,10 +27,22 @@ Blob blobOf(const QByteArray& bytes) {
                                [](void* bytesOfBlob) { delete static_cast<QByteArray*>(bytesOfBlob); }));
 }
 
+/// The tables of a font, each kept once it has been asked for: HarfBuzz still reads outlines after it has
+/// given their table back.
+struct Tables {
+    const QRawFont& font;
+    std::map<hb_tag_t, Blob> kept{};
+};
+
 /// A table of a QRawFont: Qt knows no file, but every table of it.
-hb_blob_t* tableOf(hb_face_t* /*face*/, hb_tag_t tag, void* font) {
-    const char name[] = {char(tag >> 24), char(tag >> 16), char(tag >> 8), char(tag), 0};
-    return blobOf(static_cast<const QRawFont*>(font)->fontTable(name)).release();
+hb_blob_t* tableOf(hb_face_t* /*face*/, hb_tag_t tag, void* tables) {
+    auto& all = *static_cast<Tables*>(tables);
+    const auto [table, added] = all.kept.try_emplace(tag);
+    if (added) {
+        const char name[] = {char(tag >> 24), char(tag >> 16), char(tag >> 8), char(tag), 0};
+        table->second = blobOf(all.font.fontTable(name));
+    }
+    return hb_blob_reference(table->second.get());
 }
 
 QByteArray bytesOf(const Blob& blob) {
@@ -49,7 +62,8 @@ bool hasOutlines(const QRawFont& font) {
 }
 
 FontSubset subset(const QRawFont& font, const std::vector<quint32>& glyphs) {
-    const Face whole(hb_face_create_for_tables(tableOf, const_cast<QRawFont*>(&font), nullptr));
+    Tables tables{font};
+    const Face whole(hb_face_create_for_tables(tableOf, &tables, nullptr));
     const Input wanted(hb_subset_input_create_or_fail());
     if (!wanted)
         throw Fault(Fault::OutOfMemory, "Out of memory");
