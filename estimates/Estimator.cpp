@@ -19,6 +19,17 @@ using namespace Fields;
 using namespace Pipes;
 using namespace StatusBar;
 
+namespace {
+
+/// What asks for an entry: a caption such as "Enter Pump Capacity" does so itself.
+QString wordsFor(const QString& caption) {
+    return caption.startsWith("Enter ") || caption.startsWith("Select ")
+               ? caption
+               : QCoreApplication::translate("Estimator", "Fill in: %1").arg(caption);
+}
+
+} // namespace
+
 void Estimator::prepareEstimator(const QString& toolbarProcedure) {
     prepare();
     drawSketches();
@@ -38,7 +49,7 @@ void Estimator::prepareEstimator(const QString& toolbarProcedure) {
         const auto shown = Calculate();
         if (!shown) {
             if (const QWidget* empty = focusWidget(); empty && isMarked(empty))
-                ask(QCoreApplication::translate("Estimator", "Fill in: %1").arg(nameOf(empty)));
+                ask(wordsFor(nameOf(empty)));
             return;
         }
         stopAsking();

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFocusFrame>
 #include <QGroupBox>
 #include <QMdiSubWindow>
@@ -189,6 +190,8 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DitherDisabledText:
     case SH_FocusFrame_Mask:
         return 0;
+    case SH_DialogButtonLayout: // as on the screens: Cancel, then OK
+        return QDialogButtonBox::GnomeLayout;
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }

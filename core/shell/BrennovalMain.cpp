@@ -4,6 +4,7 @@
 #include "core/base/Program.h"
 #include "core/look/Appearance.h"
 #include "core/shell/Commands.h"
+#include "core/shell/ElidedLabel.h"
 #include "core/shell/Fitting.h"
 #include "core/shell/Help.h"
 #include "core/shell/Hourglass.h"
@@ -404,7 +405,7 @@ void BrennovalMain::buildToolbar() {
 void BrennovalMain::buildStatusBar() {
     QStatusBar* bar = statusBar();
     bar->setObjectName("sbStatusBar");
-    auto* statusLabel = new QLabel(bar);
+    auto* statusLabel = new ElidedLabel(bar);
     auto* statusButton = new QToolButton(bar);
     statusButton->setObjectName("bttnStatus");
     statusButton->setFocusPolicy(Qt::TabFocus);

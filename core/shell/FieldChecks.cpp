@@ -15,8 +15,44 @@ void showError(const QString& text, const QList<const QWidget*>& fields) {
     Dialogs::current().show({.text = text, .title = "Error", .fields = fields});
 }
 
-bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
+// What a field that was refused for its order keeps of the other one.
+constexpr const char* maximumProperty = "mustBeBelow";
+constexpr const char* minimumProperty = "mustBeAbove";
+
+QWidget* other(const QWidget* field, const char* property) {
+    return qobject_cast<QWidget*>(field->property(property).value<QObject*>());
+}
+
+void forgetOrder(QWidget* field) {
+    field->setProperty(maximumProperty, {});
+    field->setProperty(minimumProperty, {});
+}
+
+void markForItself(QWidget* field) {
+    forgetOrder(field);
     markField(field);
+}
+
+/// Unmarks a field whose check has passed, and the other half of its pair if the two are in order now.
+void pass(QWidget* field) {
+    unmarkField(field);
+    QWidget* const maximum = other(field, maximumProperty);
+    QWidget* const minimum = other(field, minimumProperty);
+    QWidget* const half = maximum ? maximum : minimum;
+    if (!half || other(half, maximum ? minimumProperty : maximumProperty) != field ||
+        fieldText(half).isEmpty() || EntryRules::objectionToNumber(fieldText(half)))
+        return;
+    const double value = toNumber(fieldText(field));
+    const double otherValue = toNumber(fieldText(half));
+    if (maximum ? value < otherValue : otherValue < value) {
+        unmarkField(half);
+        forgetOrder(half);
+        forgetOrder(field);
+    }
+}
+
+bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
+    markForItself(field);
     field->setFocus();
     if (showMessage)
         showError(message, {field});
@@ -34,7 +70,7 @@ bool ValidateNumeric(QWidget* field, bool showMessage) {
     }
     if (const auto objection = EntryRules::objectionToNumber(fieldText(field)))
         return failNumeric(field, showMessage, *objection);
-    unmarkField(field);
+    pass(field);
     return true;
 }
 
@@ -42,11 +78,11 @@ bool ValidateMinMax(QWidget* field, double minimum, double maximum) {
     const double value = underName("ValidateMinMax", [field] { return toNumber(fieldText(field)); });
     if (const auto objection = EntryRules::objectionToValue(value, minimum, maximum)) {
         showError(*objection, {field});
-        markField(field);
+        markForItself(field);
         return false;
     }
     if (value != 0) // an empty field has become 0, and keeps a mark that it has for another reason
-        unmarkField(field);
+        pass(field);
     return true;
 }
 
@@ -56,8 +92,14 @@ bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField) {
     });
     if (!passed)
         showError(EntryRules::wrongOrder, {minimumField, maximumField});
-    for (QWidget* field : {minimumField, maximumField})
+    for (QWidget* field : {minimumField, maximumField}) {
+        forgetOrder(field);
         passed ? unmarkField(field) : markField(field);
+    }
+    if (!passed) {
+        minimumField->setProperty(maximumProperty, QVariant::fromValue<QObject*>(maximumField));
+        maximumField->setProperty(minimumProperty, QVariant::fromValue<QObject*>(minimumField));
+    }
     return passed;
 }
 
@@ -67,7 +109,7 @@ bool ValidateValueEntered(QWidget* field, bool showMessage) {
         return true;
     }
     if (showMessage) {
-        markField(field);
+        markForItself(field);
         field->setFocus();
         showError(EntryRules::nothingEntered, {field});
     }
@@ -77,7 +119,7 @@ bool ValidateValueEntered(QWidget* field, bool showMessage) {
 bool isEntered(QWidget* field) {
     if (ValidateValueEntered(field, false))
         return true;
-    markField(field);
+    markForItself(field);
     field->setFocus();
     return false;
 }

@@ -13,7 +13,8 @@ namespace Fields {
 bool ValidateNumeric(QWidget* field, bool showMessage);
 /// True if the number is within the limits, inclusive, or exactly 0. Throws Fault 13 for other text.
 bool ValidateMinMax(QWidget* field, double minimum, double maximum);
-/// True if the first number is below the second. Throws Fault 13 for other text.
+/// True if the first number is below the second. If not, both stay marked until one of them is changed so
+/// that they are in order. Throws Fault 13 for other text.
 bool ValidateValueRange(QWidget* minimumField, QWidget* maximumField);
 bool ValidateValueEntered(QWidget* field, bool showMessage);
 bool ValidateItemSelected(QWidget* field, bool showMessage);

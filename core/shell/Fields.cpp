@@ -72,6 +72,8 @@ QString nameOf(const QWidget* field) {
     if (const auto* list = dynamic_cast<const QComboBox*>(field)) // is called by its choice too
         if (const QString choice = ": " + list->currentText(); name.endsWith(choice))
             name.chop(choice.size());
+    if (name.endsWith(u':'))
+        name.chop(1);
     return name;
 }
 

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QStandardPaths>
 
@@ -42,12 +44,19 @@ void frmDatabasePath::Load() {
     if (!folder.isEmpty())
         reasons << QCoreApplication::translate("frmDatabasePath", "The data could not be opened in: %1")
                        .arg(folder);
-    if (const QString install = qEnvironmentVariable("BRENNOVAL_INSTALL_FAILURE"); !install.isEmpty())
+    const QString install = qEnvironmentVariable("BRENNOVAL_INSTALL_FAILURE").remove("brennoval-install: ");
+    const QString home = QDir::homePath();
+    if (!install.isEmpty() || (folder.isEmpty() && !QFileInfo(home).isWritable()))
         reasons << QCoreApplication::translate(
                        "frmDatabasePath",
                        "Your data could not be prepared: your home folder cannot be written, or there is no "
                        "room in it. Put that right, then start again.\n%1")
-                       .arg(QString(install).remove("brennoval-install: "));
+                       .arg(install.isEmpty() ? home : install);
+    else if (folder.isEmpty())
+        reasons << QCoreApplication::translate(
+            "frmDatabasePath",
+            "No folder for your data is known on this computer yet. Enter the one they are "
+            "in, or start Brennoval from the menu, which prepares one.");
     lblFailed->setText(reasons.join(u'\n'));
     lblFailed->setVisible(!reasons.isEmpty());
 }

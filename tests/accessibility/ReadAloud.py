@@ -237,6 +237,7 @@ def main():
     with tempfile.TemporaryDirectory() as home:
         environment = {"HOME": home, "PATH": os.environ["PATH"], "DISPLAY": os.environ["DISPLAY"], "LC_ALL": "C.UTF-8",
                        "DBUS_SESSION_BUS_ADDRESS": os.environ["DBUS_SESSION_BUS_ADDRESS"], "XDG_RUNTIME_DIR": home,
+                       "XDG_DATA_DIRS": home,  # no browser is registered there: the program shows the web in its own window
                        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QPA_PLATFORM": "xcb"}
         if "XAUTHORITY" in os.environ:
             environment["XAUTHORITY"] = os.environ["XAUTHORITY"]

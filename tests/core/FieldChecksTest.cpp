@@ -96,6 +96,38 @@ TEST_F(FieldChecks, MinMaxAndRange) {
     EXPECT_FALSE(isMarked(&field) || isMarked(&other));
 }
 
+TEST_F(FieldChecks, APairInOrderAgainLosesBothMarks) {
+    const auto refuse = [this] {
+        field.setText("30");
+        other.setText("30");
+        ValidateValueRange(&field, &other);
+        shown();
+    };
+    struct Case {
+        QLineEdit* changed;
+        const char* text;
+        bool unmarks; // the half that was not touched
+    };
+    for (const Case& c : {Case{&other, "60", true}, Case{&field, "12", true}, Case{&other, "29", false},
+                          Case{&field, "31", false}, Case{&field, "thirty", false}}) {
+        refuse();
+        c.changed->setText(c.text);
+        ValidateNumeric(c.changed, true);
+        EXPECT_EQ(isMarked(c.changed == &field ? &other : &field), !c.unmarks) << c.text;
+    }
+    // A half that is refused for itself meanwhile keeps that mark.
+    refuse();
+    other.setText("60");
+    ValidateMinMax(&other, 90, 100);
+    field.setText("12");
+    EXPECT_TRUE(ValidateNumeric(&field, true));
+    EXPECT_TRUE(isMarked(&other));
+    refuse();
+    other.clear();
+    EXPECT_TRUE(ValidateNumeric(&field, true)) << "an emptied half is not compared";
+    EXPECT_TRUE(isMarked(&other));
+}
+
 TEST_F(FieldChecks, EnteredAndSelected) {
     EXPECT_FALSE(ValidateValueEntered(&field, false));
     EXPECT_FALSE(isMarked(&field));

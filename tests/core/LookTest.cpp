@@ -1,12 +1,16 @@
 #include "core/look/Appearance.h"
 #include "core/shell/Dialogs.h"
+#include "core/shell/ElidedLabel.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QImage>
+#include <QLayout>
 #include <QPainter>
 #include <QPalette>
+#include <QPushButton>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -67,6 +71,27 @@ TEST(Look, IsReadableInLightAndDark) {
         EXPECT_GE(contrastOfMarks(palette), 4.5) << "in scheme " << int(scheme);
     }
     QApplication::setPalette(before);
+}
+
+TEST(Look, OrdersTheButtonsOfMessagesAsScreensDo) {
+    Appearance::apply(Appearance::Scheme::Light);
+    QDialogButtonBox box(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    box.ensurePolished();
+    box.resize(box.sizeHint());
+    box.layout()->activate();
+    EXPECT_LT(box.button(QDialogButtonBox::Cancel)->x(), box.button(QDialogButtonBox::Ok)->x());
+}
+
+TEST(Look, EndsATextWithoutRoomInAnEllipsis) {
+    ElidedLabel label("Enter the pressures at which the pump starts and stops");
+    const QSize whole = label.sizeHint();
+    label.resize(whole);
+    const QImage shown = label.grab().toImage();
+    EXPECT_FALSE(label.isElided());
+    EXPECT_LT(label.minimumSizeHint().width(), whole.width() / 10);
+    label.resize(whole.width() / 2, whole.height());
+    EXPECT_TRUE(label.isElided());
+    EXPECT_NE(label.grab().toImage(), shown.copy(label.rect())) << "not cut, but ended";
 }
 
 // A message must leave its field in sight, wherever that is.
