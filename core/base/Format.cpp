@@ -75,7 +75,7 @@ Decimal decimalOf(double value) {
 void roundTo(Decimal& number, std::size_t decimals) {
     const int keep = number.point + static_cast<int>(decimals);
     if (keep < 0) {
-        number = {"0", 1};
+        number = {}; // no digit is left
         return;
     }
     const auto kept = static_cast<std::size_t>(keep);
