@@ -43,7 +43,7 @@ void requireHome() {
 int install(bool restoresCatalogue) {
     try {
         requireHome();
-        const QString shipped = Program::programFolder() + "/Data";
+        const QString shipped = Program::dataFolder() + "/Data";
         const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
         if (restoresCatalogue)
             std::cout << "Restored " << restoreCatalogue(shipped, data).toStdString() << '\n';

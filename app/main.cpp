@@ -26,7 +26,7 @@ int main(int /*argc*/, char** argv) {
         return noFonts;
     }
     DesktopApplication::setDesktopFileName("example.ordwick.brennoval");
-    loadTranslations(Program::programFolder() + "/Translations", QLocale());
+    loadTranslations(Program::dataFolder() + "/Translations", QLocale());
     const SystemScheme scheme; // follows the desktop while the program runs
     previousInstance();
     registerAll();

@@ -35,7 +35,7 @@ constexpr double squareInchesInSquareFoot = 144;
 // 22/7 rather than pi, to two precisions: itemized runs use full double precision, as the shock arrestors do,
 // and the recirculation line uses five decimals. Each estimate keeps its own value so that its figures do not
 // change.
-constexpr double piOfItemizedRuns = 3.142857142857143;
+constexpr double piOfItemizedRuns = 22. / 7;
 constexpr double piOfRecirculation = 3.14286;
 
 double wholeGallons(double gallons) {

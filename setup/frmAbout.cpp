@@ -32,6 +32,7 @@ frmAbout::frmAbout() : Screen("frmAbout") {
     prepare();
     imgMark->setPixmap(Appearance::splashPicture(imgMark->minimumSize(), devicePixelRatioF()));
     lblVersion->setText("Version " + fullProgramVersion());
+    lblBuild->setText(QCoreApplication::translate("frmAbout", "Build %1").arg(buildName()));
     lblSupport->setText(
         QCoreApplication::translate("frmAbout", "Technical support: %1").arg(BRENNOVAL_SUPPORT_PHONE));
     setDefault(cmdOK);

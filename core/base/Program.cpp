@@ -1,6 +1,7 @@
 #include "core/base/Program.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 namespace Program {
 
@@ -14,6 +15,15 @@ QString fullProgramVersion() {
 
 QString programFolder() {
     return QCoreApplication::applicationDirPath();
+}
+
+QString dataFolder() {
+    const QString shared = QDir::cleanPath(programFolder() + "/../../share/brennoval");
+    return QDir(shared).exists() ? shared : programFolder();
+}
+
+QString buildName() {
+    return QStringLiteral(BRENNOVAL_BUILD);
 }
 
 void ignoreRelativeFolders() {

@@ -58,7 +58,7 @@ void LaunchInternetExplorer(const QString& page) {
 }
 
 void openDemo(const QString& page) {
-    openPage("frmDemo", programFolder() + "/Demo/" + page);
+    openPage("frmDemo", dataFolder() + "/Demo/" + page);
 }
 
 } // namespace WebPages

@@ -42,7 +42,7 @@ QString drawingPath(const QString& name, const QString& ending) {
     });
     if (!plain || name.startsWith(u'.'))
         throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
-    return Program::programFolder() + "/Drawings/" + file;
+    return Program::dataFolder() + "/Drawings/" + file;
 }
 
 namespace Drawings {

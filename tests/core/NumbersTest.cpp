@@ -44,6 +44,13 @@ TEST(NumberText, IsShortestAndHasNoZeroBeforeThePoint) {
         EXPECT_EQ(NumberText(value), text);
 }
 
+TEST(NumberText, IsShownWithAZeroBeforeThePoint) {
+    const std::pair<double, const char*> cases[] = {
+        {.5, "0.5"}, {-.5, "-0.5"}, {.00012, "0.00012"}, {0, "0"}, {-1.5, "-1.5"}, {1e15, "1E+15"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(shownNumberText(value), text);
+}
+
 TEST(NumberText, ReadsBackToTheSameDouble) {
     std::mt19937_64 random(7);
     std::uniform_real_distribution<double> exponent(-300, 300);
