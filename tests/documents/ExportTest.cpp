@@ -217,6 +217,25 @@ TEST_F(Exports, RtfPagesLieAsTheyAreAndHaveTheirBoxesBehind) {
     }
 }
 
+// A boxed field has a frame with its label and value, so that fields side by side do not move each other's
+// lines; and no text is larger than on the page, where it fits.
+TEST_F(Exports, RtfFieldsHaveFramesOfTheirOwn) {
+    Page page = submittal("T1", "RCB 500").first();
+    const auto engineer = std::find_if(page.texts.begin(), page.texts.end(),
+                                       [](const PageText& text) { return text.text == "Engineer"; });
+    ASSERT_NE(engineer, page.texts.end());
+    TextStyle style = engineer->style;
+    style.size = 7.75;
+    engineer->style = style;
+    QFile file(write("mnuExportRTF", {page}, "a.rtf"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString rtf = QString::fromLatin1(file.readAll());
+    const QString frame = R"(\\pvpg\\phpg\\posx800\\posy2220\\absw3320)";
+    const QRegularExpression field(frame + R"([^\n]*\{\\fs15 Engineer\}\\par\n\\pard)" + frame +
+                                   R"([^\n]*Ohm\}\\par)");
+    EXPECT_TRUE(rtf.contains(field)) << rtf.mid(rtf.indexOf("Engineer") - 200, 500).toStdString();
+}
+
 TEST_F(Exports, PdfHasTextAndVectors) {
     const QString file = write("mnuExportPDF", submittal("T1", "RCB 500"), "a.pdf");
     const QString info = run("pdfinfo", {file});
