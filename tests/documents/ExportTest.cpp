@@ -230,7 +230,7 @@ TEST_F(Exports, RtfFieldsHaveFramesOfTheirOwn) {
     QFile file(write("mnuExportRTF", {page}, "a.rtf"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString rtf = QString::fromLatin1(file.readAll());
-    const QString frame = R"(\\pvpg\\phpg\\posx800\\posy2220\\absw3320)";
+    const QString frame = R"(\\pvpg\\phpg\\posx800\\posy2220\\absw3040)";
     const QRegularExpression field(frame + R"([^\n]*\{\\fs15 Engineer\}\\par\n\\pard)" + frame +
                                    R"([^\n]*Ohm\}\\par)");
     EXPECT_TRUE(rtf.contains(field)) << rtf.mid(rtf.indexOf("Engineer") - 200, 500).toStdString();
