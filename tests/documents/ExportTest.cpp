@@ -189,6 +189,20 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
     EXPECT_TRUE(sheet.contains("<gnm:Filter Area=\"A3:J" + QByteArray::number(rows + 3) + "\"/>"));
 }
 
+// A sentence above a table is as wide as it needs, not wrapped into the first column.
+TEST_F(Exports, WorkbookOfAListShowsItsTitlesWhole) {
+    Document document = report("rptSchedule");
+    for (PageText& text : document.pages[0].texts)
+        if (text.text == "Brennoval")
+            text.text = "Conditions: a sentence" + QString(PageText::BlankBreak) + "of two lines";
+    const QString sheet = run(
+        "ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", write("mnuExportExcel", document, "a.xls"), "fd://1"});
+    const QRegularExpression first(
+        R"(<gnm:StyleRegion startCol="0" startRow="0" [^>]*>\s*<gnm:Style [^>]*WrapText="(\d)\")");
+    EXPECT_TRUE(sheet.contains("sentence of two lines"));
+    EXPECT_EQ(first.match(sheet).captured(1), "0");
+}
+
 TEST_F(Exports, WorkbookOfASubmittalHasLogoDrawingAndBoxes) {
     const Document document{"Submittal", "Author", "a",
                             submittal("T1", "RCB 500") + submittal("T4", "SHK 300")};
