@@ -147,11 +147,12 @@ class SheetWriter {
         return last;
     }
 
-    /// The column behind the box that a column is in, or an end before that: a text over the side of its box
-    /// would hide it.
+    /// The column behind the box or bar that a column is in, or an end before that: a text over the side of
+    /// its box would hide it, and one over the end of its bar would lengthen it.
     static int boxEnd(const QHash<int, Workbook::Frame>& frames, int column, int end) {
         for (int inside = column; inside + 1 < end; ++inside)
-            if (frames.value(inside).right)
+            if (frames.value(inside).right ||
+                (frames.value(inside).filled && !frames.value(inside + 1).filled))
                 return inside + 1;
         return end;
     }
