@@ -48,8 +48,8 @@ class Face {
         return units / UnitsPerEm;
     }
 
-    /// What a character adds to the width of a line that starts at a position, in ems; a surrogate pair counts
-    /// at its second half.
+    /// What a character adds to the width of a line that starts at a position, in ems; a surrogate pair
+    /// counts at its second half.
     double step(const QString& text, qsizetype at, qsizetype lineStart) {
         const QChar letter = text[at];
         if (letter.unicode() < latinLetters) {
