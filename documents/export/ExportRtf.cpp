@@ -138,6 +138,7 @@ std::vector<Field> takeFields(Page& page) {
     }
     page.texts = others;
     std::vector<Field> inOrder;
+    inOrder.reserve(fields.size());
     for (auto& [number, field] : fields)
         inOrder.push_back(std::move(field));
     std::ranges::stable_sort(inOrder, {}, [](const Field& field) { return field.place.top(); });

@@ -66,8 +66,11 @@ void shareRoom(Layout& layout) {
     const QRectF before = box->place;
     const double needed = legibleHeight(drawing->svg) + 2 * edge - before.height();
     const auto spareNow = [text] { return text->place.height() - heightOf(*text, text->style.size); };
+    const double asked = text->style.size;
     while (spareNow() < needed && text->style.size - step >= smallestLetters)
         text->style.size -= step;
+    if (spareNow() < needed) // which even then does not do
+        text->style.size = asked;
     const double spare = spareNow();
     if (spare <= 0)
         return;
