@@ -113,7 +113,7 @@ class SheetWriter {
             const int column = std::max(next, columnOf(edges, text));
             addFrames(frames, next, column);
             addCell(book, row, column, text, {.top = breaks(texts), .frame = frames.value(column)});
-            const int last = lastColumn(column, endOf(texts, i), text);
+            const int last = lastColumn(column, boxEnd(frames, column, endOf(texts, i)), text);
             if (last > column)
                 book.merge(row, column, last);
             next = last + 1;
@@ -145,6 +145,16 @@ class SheetWriter {
         while (last + 1 < end && edges[last + 1] < right - 1)
             ++last;
         return last;
+    }
+
+    /// The column behind the box or bar that a column is in, or an end before that: a text over the side of
+    /// its box would hide it, and one over the end of its bar would lengthen it.
+    static int boxEnd(const QHash<int, Workbook::Frame>& frames, int column, int end) {
+        for (int inside = column; inside + 1 < end; ++inside)
+            if (frames.value(inside).right ||
+                (frames.value(inside).filled && !frames.value(inside + 1).filled))
+                return inside + 1;
+        return end;
     }
 
     /// Where a column ends, in points.

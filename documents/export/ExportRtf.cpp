@@ -6,7 +6,11 @@
 #include <QIODevice>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -32,20 +36,29 @@ QByteArray escaped(const QString& text) {
 }
 
 QByteArray run(const PageText& text) {
-    return "{\\fs" + QByteArray::number(std::lround(text.style->size * 2)) + (text.style->bold ? "\\b" : "") +
+    // Half points; never larger than on the page, where the text fits.
+    return "{\\fs" + QByteArray::number(int(text.style->size * 2)) + (text.style->bold ? "\\b" : "") +
            (text.style->italic ? "\\i" : "") + ' ' + escaped(text.plain()) + '}';
 }
 
+/// Where rows of texts stand: on the page, or in a frame that is placed on it.
+struct Room {
+    double left;
+    double top;
+    double right;
+    QByteArray frame; // the words that make a paragraph part of it
+};
+
 /// A wrapped text with nothing beside it: the word processor wraps it, in slightly more room than on the
 /// page.
-QByteArray block(const PageText& text, double paperWidth) {
+QByteArray block(const PageText& text, const Room& room) {
     constexpr double slack = 6; // points
-    return "\\li" + twips(text.place.left() - edge) + "\\ri" +
-           twips(paperWidth - edge - text.place.right() - slack) + ' ' + run(text);
+    return "\\li" + twips(text.place.left() - room.left) + "\\ri" +
+           twips(std::max(0., room.right - text.place.right() - slack)) + ' ' + run(text);
 }
 
-/// Texts side by side, each at a tab stop.
-QByteArray tabbed(const GridRow& row) {
+/// Texts side by side, each at a tab stop but for one that begins the line.
+QByteArray tabbed(const GridRow& row, const Room& room) {
     QByteArray stops;
     QByteArray runs;
     for (const PageText* text : row) {
@@ -54,8 +67,11 @@ QByteArray tabbed(const GridRow& row) {
         const double at = right    ? text->place.right()
                           : center ? text->place.center().x()
                                    : text->place.left();
-        stops += QByteArray(right ? "\\tqr" : center ? "\\tqc" : "") + "\\tx" + twips(at - edge);
-        runs += "\\tab " + run(*text);
+        if (at > room.left) {
+            stops += QByteArray(right ? "\\tqr" : center ? "\\tqc" : "") + "\\tx" + twips(at - room.left);
+            runs += "\\tab ";
+        }
+        runs += run(*text);
     }
     return stops + ' ' + runs;
 }
@@ -75,21 +91,75 @@ double bottomOf(const GridRow& row) {
     return bottom;
 }
 
-/// The rows of a page, each with its lower edge where it is on the page, so that a page stays a page.
-QByteArray paragraphs(const Page& page) {
+/// A row with its lower edge where it is on the page. How far down the rows reach is told on.
+QByteArray paragraph(const GridRow& row, const Room& room, double& reached) {
+    const auto lines = double(row.first()->lines().size());
+    const bool alone = row.size() == 1 && lines > 1;
+    const double reach = std::max(0.0, bottomOf(row) - reached);
+    const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
+    const double before = reach - line * (alone ? lines : 1);
+    reached = std::max(reached, bottomOf(row));
+    return "\\pard" + room.frame + "\\sb" + twips(before) + "\\sl-" + twips(line) + "\\slmult0" +
+           (alone ? block(*row.first(), room) : tabbed(row, room)) + "\\par\n";
+}
+
+/// The label and the values of a boxed field, as a frame: fields side by side have lines of their own
+/// heights, which the rows of a page do not.
+struct Field {
+    Page texts;
+    QRectF place;
+};
+
+QByteArray framed(const Field& field) {
+    constexpr double slack = 4; // points, up to the sides of the box
+    const Room room{field.place.left(), field.place.top(), field.place.right() + slack,
+                    "\\pvpg\\phpg\\posx" + twips(field.place.left()) + "\\posy" + twips(field.place.top()) +
+                        "\\absw" + twips(field.place.width() + slack)};
+    const PageGrid grid(field.texts, PageGrid::Lines::Split);
+    QByteArray all;
+    double reached = room.top;
+    for (const GridRow& row : grid.rows())
+        all += paragraph(row, room, reached);
+    return all;
+}
+
+/// Takes the fields out of a page.
+std::vector<Field> takeFields(Page& page) {
+    std::map<int, Field> fields;
+    QList<PageText> others;
+    for (const PageText& text : std::as_const(page.texts)) {
+        if (text.field < 0) {
+            others.append(text);
+            continue;
+        }
+        Field& field = fields[text.field];
+        field.texts.texts.append(text);
+        field.place |= QRectF(text.place);
+    }
+    page.texts = others;
+    std::vector<Field> inOrder;
+    inOrder.reserve(fields.size());
+    for (auto& [number, field] : fields)
+        inOrder.push_back(std::move(field));
+    std::ranges::stable_sort(inOrder, {}, [](const Field& field) { return field.place.top(); });
+    return inOrder;
+}
+
+/// The rows of a page, so that a page stays a page; the fields stand between those above and below them.
+QByteArray paragraphs(Page page) {
+    const std::vector<Field> fields = takeFields(page);
+    const Room whole{edge, edge, page.size.width() - edge, {}};
     const PageGrid grid(page, PageGrid::Lines::Split);
     QByteArray document;
     double reached = edge;
+    auto next = fields.begin();
     for (const GridRow& row : grid.rows()) {
-        const auto lines = double(row.first()->lines().size());
-        const bool alone = row.size() == 1 && lines > 1;
-        const double reach = std::max(0.0, bottomOf(row) - reached);
-        const double line = std::min(lineHeight(row), reach / (alone ? lines : 1));
-        const double before = reach - line * (alone ? lines : 1);
-        document += "\\pard\\sb" + twips(before) + "\\sl-" + twips(line) + "\\slmult0" +
-                    (alone ? block(*row.first(), page.size.width()) : tabbed(row)) + "\\par\n";
-        reached = std::max(reached, bottomOf(row));
+        for (; next != fields.end() && next->place.top() < topOf(*row.first()); ++next)
+            document += framed(*next);
+        document += paragraph(row, whole, reached);
     }
+    for (; next != fields.end(); ++next)
+        document += framed(*next);
     return document;
 }
 

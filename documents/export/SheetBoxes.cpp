@@ -22,6 +22,12 @@ int columnAt(const QList<double>& edges, double x) {
     return std::max(0, int(std::upper_bound(edges.begin(), edges.end(), x + nearby / 2) - edges.begin()) - 1);
 }
 
+/// The last column that ends at or before a box's right side.
+int lastColumn(const QList<double>& edges, const QRectF& box) {
+    const int at = columnAt(edges, box.right());
+    return edges[at] >= box.right() - nearby ? at - 1 : at;
+}
+
 double heightOf(const Row& row) {
     return row.height > 0 ? row.height : ownHeight;
 }
@@ -94,7 +100,7 @@ QList<QHash<int, Workbook::Frame>> framesOf(const Page& page, const QList<Row>& 
         if (inside.isEmpty())
             continue;
         const int first = columnAt(edges, box.place.left());
-        const int last = std::max(first, columnAt(edges, box.place.right() - 2 * nearby));
+        const int last = std::max(first, lastColumn(edges, box.place));
         for (const qsizetype row : inside)
             for (int column = first; column <= last; ++column) {
                 Workbook::Frame& frame = frames[row][column];

@@ -112,7 +112,8 @@ class TableWriter {
         for (const PageText* text : row)
             words.append(text->plain());
         Workbook::CellStyle style = cellStyleOf(*row.first());
-        style.align = Workbook::CellStyle::Align::Left; // so that it extends over the empty cells beside it
+        style.align = Workbook::CellStyle::Align::Left; // so that it extends over the empty cells beside it,
+        style.wrap = false;                             // on one line
         book.text(rows, 0, words.join(u' '), style);
         book.rowHeight(rows++, TextFit::lineHeight(row.first()->style) * 1.2);
     }

@@ -84,6 +84,10 @@ void startSchedule(Report& report) {
         if (!Session::JobID.read(job))
             return;
         report.title += ", " + job;
+        for (const char* name : {"txtJobID", "txtRunningJob"}) { // which no row tells when there is none
+            report.control(name).column.clear();
+            report.control(name).text = job;
+        }
         const QString incomplete = whyItEnds(Records::tankLinesOf(job));
         if (!incomplete.isEmpty())
             report.title += " (incomplete)";

@@ -48,16 +48,17 @@ class Face {
         return units / UnitsPerEm;
     }
 
-    /// What a character adds to the width of the text, in ems; a surrogate pair counts at its second half.
-    double step(const QString& text, qsizetype at) {
+    /// What a character adds to the width of a line that starts at a position, in ems; a surrogate pair
+    /// counts at its second half.
+    double step(const QString& text, qsizetype at, qsizetype lineStart) {
         const QChar letter = text[at];
-        if (letter.unicode() < latinLetters)
-            return (advances[letter.unicode()] +
-                    (at > 0 && text[at - 1].unicode() < latinLetters ? pair(text[at - 1], letter) : 0)) /
-                   UnitsPerEm;
+        if (letter.unicode() < latinLetters) {
+            const bool follows = at > lineStart && text[at - 1].unicode() < latinLetters;
+            return (advances[letter.unicode()] + (follows ? pair(text[at - 1], letter) : 0)) / UnitsPerEm;
+        }
         if (letter.isHighSurrogate())
             return 0;
-        const bool whole = letter.isLowSurrogate() && at > 0;
+        const bool whole = letter.isLowSurrogate() && at > lineStart;
         const QString sign = whole ? text.mid(at - 1, 2) : QString(letter);
         auto known = others.constFind(sign);
         if (known == others.cend())
@@ -128,7 +129,7 @@ qsizetype lineEnd(const QString& text, qsizetype from, Face& letters, double ems
     double used = 0;
     qsizetype lastBreak = from;
     for (qsizetype at = from; at < text.size() && text[at] != u'\n'; ++at) {
-        used += letters.step(text, at);
+        used += letters.step(text, at, from);
         if (used > ems && text[at] != u' ') {
             if (lastBreak > from)
                 return lastBreak;

@@ -32,21 +32,20 @@ QString readModel(Placeholders::Values& values) {
     return shownText(model->submittal);
 }
 
-/// The representative for the user's postal code, looked up each time.
-QString representative() {
+} // namespace
+
+QString directoryRepresentative() {
     const auto user = readUserDefaults();
     const QString postalCode = user ? shownText(user->postalCode) : QString();
     return postalCode.isEmpty() ? QString() : directoryCompany(postalCode);
 }
 
-} // namespace
-
-Specification resultSpecification(const TankLine& tank) {
+Specification resultSpecification(const TankLine& tank, const QString& representative) {
     Placeholders::Values values;
     values.qty = statementNumber(tank.qty.value_or(0));
     values.modelNo = shownText(tank.modelNo);
     const QString key = readModel(values);
-    values.rep = representative();
+    values.rep = representative;
     Specification specification = key.isEmpty() ? Specification() : readSpecification(key);
     specification.text = Placeholders::replaced(specification.text, values);
     specification.lastLine = Placeholders::replaced(specification.lastLine, values);

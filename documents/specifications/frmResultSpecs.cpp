@@ -25,7 +25,8 @@ void frmResultSpecs::Load() {
     setStatusText("Copy & paste specifications to another application");
     lblTankID->setText(Session::tankLine());
     const auto tank = findTankLine(Session::tankLine());
-    const Specification specification = resultSpecification(tank.value_or(TankLine()));
+    const Specification specification =
+        resultSpecification(tank.value_or(TankLine()), directoryRepresentative());
     showSpecification(txtSpecBox, specification.text, specification.lastLine);
 }
 

@@ -1,5 +1,6 @@
 #include "documents/submittals/SubmittalRoom.h"
 
+#include "documents/report/PictureLabels.h"
 #include "documents/report/TextFit.h"
 
 #include <QSvgRenderer>
@@ -13,6 +14,8 @@ constexpr double edge = 5;            // between a drawing and its frame
 constexpr double gap = 12;            // between the blocks and the frame
 constexpr double widestFrame = 290;   // beside the blocks, which keep enough for their values
 constexpr double largestLetters = 10; // of the specification
+constexpr double smallestLetters = 7; // of it, for the sake of the drawing's
+constexpr double step = .5;           // of its letters
 constexpr double mostStretch = 1.3;   // of the blocks
 constexpr double largestValues = 9;   // letters in the blocks
 
@@ -23,6 +26,15 @@ double heightOf(const ReportControl& text, double size) {
     style.size = size;
     const QString clean = QString(text.text).remove(u'\r');
     return TextFit::wrapped(clean, style, text.place.width(), most).lines * TextFit::lineHeight(style);
+}
+
+/// The height at which the smallest label of a picture can still be read; 0 if it has none.
+double legibleHeight(const QByteArray& svg) {
+    constexpr double legible = 6; // letters
+    double height = 0;
+    for (const PictureLabel& label : labelledPicture(svg).labels)
+        height = std::max(height, QSvgRenderer(svg).defaultSize().height() * legible / label.style.size);
+    return height;
 }
 
 /// Spreads the blocks beside the frame over its height and up to its left side.
@@ -51,10 +63,17 @@ void shareRoom(Layout& layout) {
     ReportControl* box = layout.control("boxDrawing");
     if (!text || !drawing || !box || drawing->svg.isEmpty())
         return;
-    const double spare = text->place.height() - heightOf(*text, text->style.size);
+    const QRectF before = box->place;
+    const double needed = legibleHeight(drawing->svg) + 2 * edge - before.height();
+    const auto spareNow = [text] { return text->place.height() - heightOf(*text, text->style.size); };
+    const double asked = text->style.size;
+    while (spareNow() < needed && text->style.size - step >= smallestLetters)
+        text->style.size -= step;
+    if (spareNow() < needed) // which even then does not do
+        text->style.size = asked;
+    const double spare = spareNow();
     if (spare <= 0)
         return;
-    const QRectF before = box->place;
     const bool beside = before.left() > 0;
     const double right = before.right();
     QSizeF picture = QSvgRenderer(drawing->svg).defaultSize();
@@ -73,7 +92,6 @@ void shareRoom(Layout& layout) {
     for (const char* name : {"boxTypSpecs", "lblTypSpecs", "txtTypSpecs"})
         layout.control(name)->place.translate(0, moved);
     text->place.setHeight(text->place.height() - moved);
-    constexpr double step = .5;
     while (text->style.size + step <= largestLetters &&
            heightOf(*text, text->style.size + step) <= text->place.height())
         text->style.size += step;

@@ -127,7 +127,8 @@ class Maker {
     }
 
     void addSpecification(const TankLine& tank) {
-        const Specification specification = resultSpecification(tank);
+        // The same that the submittal names.
+        const Specification specification = resultSpecification(tank, representative());
         const QString text = (specification.text + "\n\n" + specification.lastLine).trimmed();
         if (!text.isEmpty())
             add("Specification", 1, pageOf(tank, "Specification", "Typical Specifications", text, {}));

@@ -189,6 +189,20 @@ TEST_F(Exports, WorkbookOfAListIsOneTableWithFilters) {
     EXPECT_TRUE(sheet.contains("<gnm:Filter Area=\"A3:J" + QByteArray::number(rows + 3) + "\"/>"));
 }
 
+// A sentence above a table is as wide as it needs, not wrapped into the first column.
+TEST_F(Exports, WorkbookOfAListShowsItsTitlesWhole) {
+    Document document = report("rptSchedule");
+    for (PageText& text : document.pages[0].texts)
+        if (text.text == "Brennoval")
+            text.text = "Conditions: a sentence" + QString(PageText::BlankBreak) + "of two lines";
+    const QString sheet = run(
+        "ssconvert", {"-T", "Gnumeric_XmlIO:sax:0", write("mnuExportExcel", document, "a.xls"), "fd://1"});
+    const QRegularExpression first(
+        R"(<gnm:StyleRegion startCol="0" startRow="0" [^>]*>\s*<gnm:Style [^>]*WrapText="(\d)\")");
+    EXPECT_TRUE(sheet.contains("sentence of two lines"));
+    EXPECT_EQ(first.match(sheet).captured(1), "0");
+}
+
 TEST_F(Exports, WorkbookOfASubmittalHasLogoDrawingAndBoxes) {
     const Document document{"Submittal", "Author", "a",
                             submittal("T1", "RCB 500") + submittal("T4", "SHK 300")};
@@ -215,6 +229,25 @@ TEST_F(Exports, RtfPagesLieAsTheyAreAndHaveTheirBoxesBehind) {
         EXPECT_GT(sections[i].indexOf("\\shp{"), sections[i].indexOf("{\\header")) << i;
         EXPECT_LT(sections[i].lastIndexOf("\\shp{"), sections[i].indexOf("\\par}\\pard")) << i;
     }
+}
+
+// A boxed field has a frame with its label and value, so that fields side by side do not move each other's
+// lines; and no text is larger than on the page, where it fits.
+TEST_F(Exports, RtfFieldsHaveFramesOfTheirOwn) {
+    Page page = submittal("T1", "RCB 500").first();
+    const auto engineer = std::find_if(page.texts.begin(), page.texts.end(),
+                                       [](const PageText& text) { return text.text == "Engineer"; });
+    ASSERT_NE(engineer, page.texts.end());
+    TextStyle style = engineer->style;
+    style.size = 7.75;
+    engineer->style = style;
+    QFile file(write("mnuExportRTF", {page}, "a.rtf"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString rtf = QString::fromLatin1(file.readAll());
+    const QString frame = R"(\\pvpg\\phpg\\posx800\\posy2220\\absw3040)";
+    const QRegularExpression field(frame + R"([^\n]*\{\\fs15 Engineer\}\\par\n\\pard)" + frame +
+                                   R"([^\n]*Ohm\}\\par)");
+    EXPECT_TRUE(rtf.contains(field)) << rtf.mid(rtf.indexOf("Engineer") - 200, 500).toStdString();
 }
 
 TEST_F(Exports, PdfHasTextAndVectors) {

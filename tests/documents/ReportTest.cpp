@@ -119,6 +119,19 @@ TEST_F(ReportEngine, MeasuresByLettersAsByShaping) {
     }
 }
 
+// Every line fits its place, the first of a paragraph too.
+TEST_F(ReportEngine, WrapsEachLineToItsPlace) {
+    const TextStyle style{.size = 8};
+    for (const char* text :
+         {"WWWWWWWWWWWWWWWWWWWW\nWWWWWWWWWWWWWWWWWWWW\nWWWWWWWWWWWWWWWWWWWW",
+          "AVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVA\n\nTo To To To To To To To To"}) {
+        PageText block;
+        block.text = TextFit::wrapped(QString::fromUtf8(text), style, 76, 100).text;
+        for (const QString& line : block.lines())
+            EXPECT_LE(TextFit::width(line, style), 76.1) << line.toStdString();
+    }
+}
+
 TEST_F(ReportEngine, AlignsAColumnAtItsMark) {
     const Layout layout = Layout::parse("mark", "section detail 12\n"
                                                 "text txtValue 100 0 60 12 right align . 30 column V\n");
