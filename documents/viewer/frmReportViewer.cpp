@@ -108,8 +108,13 @@ void frmReportViewer::makeMore() {
     if (Screens::working())   // a handler waits for the user, and what it is about comes first
         return making.start(later);
     const Screens::AtWork work(this);
-    if (tryToMake([this] { maker->makeNext(); }))
+    if (!tryToMake([this] { maker->makeNext(); }))
+        return;
+    constexpr int often = 100; // milliseconds; painting takes as long as making some pages
+    if (maker->isDone() || lastShown.elapsed() >= often)
         showMore();
+    else
+        making.start(0);
 }
 
 /// Runs what makes pages. A document that cannot be made is not left half: the screen closes. False then.
@@ -146,6 +151,7 @@ bool frmReportViewer::makeWhole() {
 
 /// Shows what has been made since, and goes on when the user leaves time for it.
 void frmReportViewer::showMore() {
+    lastShown.start();
     shownDocument = maker->document();
     if (maker->isDone())
         maker.reset();

@@ -4,6 +4,7 @@
 #include "documents/report/DocumentMaker.h"
 #include "ui_frmReportViewer.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <memory>
@@ -50,6 +51,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
 
     Document shownDocument;
     std::unique_ptr<DocumentMaker> maker; // of the pages that are missing; null for a whole document
+    QElapsedTimer lastShown;              // since what it has made was shown
     QTimer making;                        // makes the next of them when nothing else is to be done
     QList<TextPlace> contents;            // where each row of the contents points
 };
