@@ -65,7 +65,10 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
     connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // works on the current row too
     addShortcuts();
-    ARViewer21->changed = [this] { showPage(); };
+    ARViewer21->changed = [this] {
+        if (!growing)
+            showPage();
+    };
     ARViewer21->makeWhole = [this] { return makeWhole(); };
     making.setSingleShot(true);
     connect(&making, &QTimer::timeout, this, [this] { makeMore(); });
@@ -158,8 +161,13 @@ void frmReportViewer::showMore() {
     else
         making.start(0);
     showContents();
+    growing = true;
     ARViewer21->setMorePages(shownDocument.pages);
-    showPage();
+    growing = false;
+    showCount();
+    const bool typing = txtPage->isModified() || cboZoom->lineEdit()->isModified();
+    if (!typing && !cboZoom->view()->isVisible())
+        showPage();
 }
 
 void frmReportViewer::goToLast() {
@@ -220,11 +228,15 @@ void frmReportViewer::showContents() {
 }
 
 void frmReportViewer::showPage() {
-    const auto& pages = shownDocument.pages;
-    txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
-    lblPages->setText(QCoreApplication::translate("frmReportViewer", "of %1")
-                          .arg(maker ? QString(DocumentMaker::Unknown) : QString::number(pages.size())));
+    txtPage->setText(QString::number(shownDocument.pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
+    showCount();
     showZoom();
+}
+
+void frmReportViewer::showCount() {
+    lblPages->setText(
+        QCoreApplication::translate("frmReportViewer", "of %1")
+            .arg(maker ? QString(DocumentMaker::Unknown) : QString::number(shownDocument.pages.size())));
 }
 
 /// Selects the largest listed zoom that is not above the current one, so that the arrow keys continue from

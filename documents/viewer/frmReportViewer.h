@@ -40,6 +40,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void showMore();
     void showContents();
     void showPage();
+    void showCount();
     void showZoom();
     void goToLast();
     void goToTypedPage();
@@ -53,5 +54,6 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     std::unique_ptr<DocumentMaker> maker; // of the pages that are missing; null for a whole document
     QElapsedTimer lastShown;              // since what it has made was shown
     QTimer making;                        // makes the next of them when nothing else is to be done
+    bool growing = false;                 // pages are being added, which leaves what the user types
     QList<TextPlace> contents;            // where each row of the contents points
 };
