@@ -35,7 +35,9 @@ class ProgressBox : public Progress {
         constexpr int patience = 800; // milliseconds before it shows
         box.setWindowModality(Qt::WindowModal);
         box.setMinimumDuration(patience);
-        box.setWindowTitle(QCoreApplication::applicationName());
+        box.setWindowTitle(QStringLiteral("Brennoval"));
+        box.setMaximum(1);
+        box.setValue(0); // its clock starts at this value only, whatever is done already
     }
     bool goesOn(qsizetype done, qsizetype all) override {
         box.setMaximum(int(all));

@@ -368,9 +368,12 @@ void expectSuggested(Stage& stage, Words w) {
 
 /// Expects a text on a page, counted from 1, of the report in the viewer once all its pages are made.
 void expectPage(Stage&, Words w) {
-    const auto isWhole = [] { return static_cast<frmReportViewer*>(screen("frmReportViewer"))->isWhole(); };
-    require(QTest::qWaitFor(isWhole, 20000), "the pages are not made");
-    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
+    const auto viewer = [] { return static_cast<frmReportViewer*>(screen("frmReportViewer")); };
+    const QDeadlineTimer patience(20000);
+    while (!viewer()->isWhole() && !patience.hasExpired())
+        settle();
+    require(viewer()->isWhole(), "the pages are not made");
+    const Pages& pages = viewer()->document().pages;
     const int number = w[0].toInt();
     require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
     QStringList found;
