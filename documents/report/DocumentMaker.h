@@ -13,9 +13,11 @@ class DocumentMaker {
     /// What a number says that only the whole document tells.
     static constexpr QChar Unknown{0x2026};
 
-    /// The document so far. Pages and bookmarks keep their places while more follow; numbers of what is yet
-    /// to be made are Unknown.
+    /// The document so far. Pages and bookmarks keep their places while more follow, unless it is begun anew;
+    /// numbers of what is yet to be made are Unknown.
     const Document& document() const { return made; }
+    /// How often it has been begun.
+    int beginnings() const { return begun; }
     /// How many of the parts are made.
     virtual int partsMade() const = 0;
     virtual int parts() const = 0;
@@ -27,4 +29,5 @@ class DocumentMaker {
 
   protected:
     Document made;
+    int begun = 0;
 };

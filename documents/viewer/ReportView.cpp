@@ -57,8 +57,6 @@ void ReportView::setPages(const Pages& newPages) {
 }
 
 void ReportView::setMorePages(const Pages& newPages) {
-    if (newPages.size() < shownPages.size()) // they were begun anew: a selection may point to nothing
-        selectionStart = selectionEnd = {};
     shownPages = newPages;
     layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
 }

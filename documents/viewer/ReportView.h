@@ -46,6 +46,7 @@ class ReportView : public QAbstractScrollArea {
 
     /// The selected text of the pages; empty if nothing is selected.
     QString selectedText() const;
+    void forgetSelection() { selectionStart = selectionEnd = {}; }
     /// Selects the text of all pages.
     void selectAll();
 

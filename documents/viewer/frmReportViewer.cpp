@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <cmath>
@@ -110,7 +111,6 @@ void frmReportViewer::makeMore() {
     constexpr int later = 50; // milliseconds
     if (Screens::working())   // a handler waits for the user, and what it is about comes first
         return making.start(later);
-    const Screens::AtWork work(this);
     if (!tryToMake([this] { maker->makeNext(); }))
         return;
     constexpr int often = 100; // milliseconds; painting takes as long as making some pages
@@ -122,6 +122,7 @@ void frmReportViewer::makeMore() {
 
 /// Runs what makes pages. A document that cannot be made is not left half: the screen closes. False then.
 bool frmReportViewer::tryToMake(const std::function<void()>& make) {
+    const Screens::AtWork work(this);
     if (Faults::runTrapped(name() + ".MakePages", make))
         return true;
     maker.reset();
@@ -132,6 +133,9 @@ bool frmReportViewer::tryToMake(const std::function<void()>& make) {
 bool frmReportViewer::makeWhole() {
     if (!maker)
         return true;
+    if (waiting) // the progress takes the focus from a box, which asks for its page then
+        return false;
+    const QScopedValueRollback wait(waiting, true);
     making.stop();
     bool stopped = false;
     const auto make = [&] {
@@ -156,14 +160,19 @@ bool frmReportViewer::makeWhole() {
 void frmReportViewer::showMore() {
     lastShown.start();
     shownDocument = maker->document();
+    if (std::exchange(beginning, maker->beginnings()) != maker->beginnings()) {
+        lstContents->clear();
+        ARViewer21->forgetSelection();
+    }
     if (maker->isDone())
         maker.reset();
     else
         making.start(0);
     showContents();
-    growing = true;
-    ARViewer21->setMorePages(shownDocument.pages);
-    growing = false;
+    {
+        const QScopedValueRollback grow(growing, true);
+        ARViewer21->setMorePages(shownDocument.pages);
+    }
     showCount();
     const bool typing = txtPage->isModified() || cboZoom->lineEdit()->isModified();
     if (!typing && !cboZoom->view()->isVisible())
@@ -211,8 +220,6 @@ void frmReportViewer::showFormats() {
 void frmReportViewer::showContents() {
     const QSignalBlocker noSelection(lstContents);
     const QList<Bookmark> marks = outlineOf(document());
-    if (marks.size() < lstContents->topLevelItemCount()) // it was begun anew
-        lstContents->clear();
     contents.resize(lstContents->topLevelItemCount());
     for (qsizetype i = contents.size(); i < marks.size(); ++i) {
         auto* row = new QTreeWidgetItem(lstContents, {marks[i].title, QString::number(marks[i].page + 1)});

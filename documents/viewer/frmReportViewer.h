@@ -54,6 +54,8 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     std::unique_ptr<DocumentMaker> maker; // of the pages that are missing; null for a whole document
     QElapsedTimer lastShown;              // since what it has made was shown
     QTimer making;                        // makes the next of them when nothing else is to be done
+    int beginning = 0;                    // of the document that is being made, as shown
+    bool waiting = false;                 // for all its pages
     bool growing = false;                 // pages are being added, which leaves what the user types
     QList<TextPlace> contents;            // where each row of the contents points
 };

@@ -56,6 +56,7 @@ class Maker : public DocumentMaker {
         job = readJobRecords(jobID);
         plan = planOf(job, chosen);
         next = 0;
+        ++begun;
         tankPages.clear();
         made = {.title = "Package, " + jobID,
                 .author = Imprint::maker,

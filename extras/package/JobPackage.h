@@ -1,21 +1,12 @@
 #pragma once
 
 #include "documents/report/DocumentMaker.h"
+#include "extras/package/PackageContents.h"
 
 #include <memory>
 
 /// All documents of a job as one.
 namespace JobPackage {
-
-/// What a package holds beside cover and schedule, and what its cover says.
-struct Contents {
-    bool submittals = true;
-    bool calculations = false;
-    bool specifications = false;
-    bool drawings = false;
-    QString revision{};
-    QString note{};
-};
 
 /// Begins the package of a job with its cover and schedule. The parts that follow are the chosen documents of
 /// each tank line, in the order of the job's documents; a line without a model has a page that says so. The

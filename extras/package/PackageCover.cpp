@@ -2,6 +2,7 @@
 
 #include "core/shell/DisplayFields.h"
 #include "core/store/OwnDetails.h"
+#include "documents/report/DocumentMaker.h"
 #include "documents/report/Report.h"
 
 namespace JobPackage {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/report/Document.h"
 #include "extras/package/PackagePlan.h"
 
 namespace JobPackage {

@@ -10,6 +10,8 @@
 
 #include <QHash>
 
+#include <utility>
+
 namespace JobPackage {
 
 namespace {

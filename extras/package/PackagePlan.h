@@ -3,7 +3,9 @@
 #include "core/store/JobHeader.h"
 #include "core/store/Representative.h"
 #include "core/store/TankLine.h"
-#include "extras/package/JobPackage.h"
+#include "extras/package/PackageContents.h"
+
+#include <QList>
 
 /// What a package will hold, known before its pages are made.
 namespace JobPackage {

@@ -2,6 +2,7 @@
 
 #include "core/shell/Dialogs.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QPrinter>
 #include <QStringList>
@@ -133,7 +134,7 @@ class ScriptedDialogs : public Dialogs {
     int beeps = 0;
 };
 
-/// Presses Stop in time.
+/// Presses Stop in time. Handles events meanwhile, as a progress in front of the window does.
 class ScriptedProgress : public Progress {
   public:
     explicit ScriptedProgress(ScriptedDialogs& asked) : dialogs(asked) {}
@@ -142,6 +143,7 @@ class ScriptedProgress : public Progress {
             dialogs.stops.removeFirst();
             stopped = true;
         }
+        QCoreApplication::processEvents();
         return !stopped;
     }
 
