@@ -43,8 +43,11 @@ class Maker : public DocumentMaker {
             case Data::Same:
                 make(plan.parts[std::size_t(next)]);
             }
-            if (++next == parts())
-                finish();
+            if (++next < parts())
+                return;
+            if (dataNow() == Data::Changed) // while the last one was made
+                return begin();
+            finish();
         });
     }
 
