@@ -7,6 +7,7 @@
 #include "bench/DocumentBench.h"
 #include "bench/Footprint.h"
 #include "bench/ImportBench.h"
+#include "bench/PackageBench.h"
 #include "bench/Table.h"
 #include "core/look/Appearance.h"
 #include "core/look/SystemScheme.h"
@@ -480,6 +481,7 @@ void registerBenchmarks() {
     registerImportBenchmarks();
     RegisterBenchmark("calculation sheet/program", calculationSheet)->Unit(benchmark::kMillisecond);
     registerDocumentBenchmarks();
+    registerPackageBenchmarks();
     registerBackupBenchmarks();
     RegisterBenchmark("switch windows/program", switchWindows)->UseManualTime()->Iterations(200);
     RegisterBenchmark("switch windows/bare", switchBareWindows)->UseManualTime()->Iterations(200);

@@ -5,10 +5,12 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QPrintDialog>
+#include <QProgressDialog>
 #include <QScreen>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 std::unique_ptr<Dialogs>& installed() {
@@ -23,6 +25,31 @@ class DefaultPointer {
     ~DefaultPointer() { QApplication::restoreOverrideCursor(); }
     DefaultPointer(const DefaultPointer&) = delete;
     DefaultPointer& operator=(const DefaultPointer&) = delete;
+};
+
+/// A dialog in front of the window with a button to stop the work.
+class ProgressBox : public Progress {
+  public:
+    explicit ProgressBox(const QString& what)
+        : box(what, QCoreApplication::translate("Dialogs", "&Stop"), 0, 0, QApplication::activeWindow()) {
+        constexpr int patience = 800; // milliseconds before it shows
+        box.setWindowModality(Qt::WindowModal);
+        box.setMinimumDuration(patience);
+        box.setWindowTitle(QStringLiteral("Brennoval"));
+        box.setMaximum(1);
+        box.setValue(0); // its clock starts at this value only, whatever is done already
+    }
+    bool goesOn(qsizetype done, qsizetype all) override {
+        box.setMaximum(int(all));
+        box.setValue(int(done));
+        if (box.isVisible() && !pointer)
+            pointer.emplace();
+        return !box.wasCanceled();
+    }
+
+  private:
+    QProgressDialog box;
+    std::optional<DefaultPointer> pointer;
 };
 
 /// The place of some fields on the display, or else of the one with the focus; null if there is nothing to
@@ -100,6 +127,10 @@ QString Dialogs::input(const QString& title, const QString& prompt) {
 bool Dialogs::printer(QPrinter& printer) {
     const DefaultPointer pointer;
     return QPrintDialog(&printer, QApplication::activeWindow()).exec() == QDialog::Accepted;
+}
+
+std::unique_ptr<Progress> Dialogs::progress(const QString& what) {
+    return std::make_unique<ProgressBox>(what);
 }
 
 void Dialogs::copy(const QString& text) {

@@ -41,6 +41,12 @@ void beginTask(const std::function<void()>& body) {
     body();
 }
 
+void inTask(const Session::Task& task, const std::function<void()>& body) {
+    const AtWork around(nullptr, Session::taskAtWork()); // which comes back, even without a screen
+    const AtWork work(nullptr, task);
+    body();
+}
+
 bool serves(const Screen& pad, const QString& target) {
     const Entry* own = entryOf(pad.name());
     const Entry* other = entryOf(target);

@@ -75,6 +75,9 @@ void setArea(QMdiArea* area);
 bool anyVisible();
 /// Runs the action of a menu command or a choice on the start page as a new task.
 void beginTask(const std::function<void()>& body);
+/// Runs a body in a task that no screen has joined, such as work that goes on while the user does something
+/// else.
+void inTask(const Session::Task& task, const std::function<void()>& body);
 
 /// Marks the task that a screen works for while one of its handlers or checks runs: the session store holds
 /// that task's values. On leaving, the previous task gets its values back; the outermost level returns to the
@@ -88,6 +91,7 @@ class AtWork {
 
   private:
     friend void beginTask(const std::function<void()>& body);
+    friend void inTask(const Session::Task& task, const std::function<void()>& body);
     AtWork(const Screen* screen, const Session::Task& task);
     void enter(const Screen* screen, const Session::Task& task);
 

@@ -11,6 +11,8 @@ struct JobHeader {
     std::optional<QString> jobInfo;       // free-form notes
     std::optional<QDateTime> dateCreated; // of the last save, despite its name
 
+    bool operator==(const JobHeader&) const = default;
+
     using Columns = std::span<const Record::Column<JobHeader>>;
     static Columns all();
     /// The columns that the user enters.

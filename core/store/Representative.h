@@ -11,6 +11,8 @@ struct Representative {
     std::optional<QString> phoneNo;
     std::optional<QString> faxNo;
 
+    bool operator==(const Representative&) const = default;
+
     static std::span<const Record::Column<Representative>> columns();
 };
 

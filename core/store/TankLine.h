@@ -37,6 +37,8 @@ struct TankLine {
     std::optional<int> sortNo;                // its place in documents; nothing while none was moved
     std::array<std::optional<QString>, 10> tags;
 
+    bool operator==(const TankLine&) const = default;
+
     static constexpr int MostTags = 10;
 
     using Columns = std::span<const Record::Column<TankLine>>;

@@ -56,7 +56,12 @@ const Format& format(const QString& command) {
                                  [&](const Format& one) { return command == QLatin1String(one.command); });
 }
 
-void toFile(const Format& format, const Document& document, const QString& path) {
+void ask(const GoOn& goOn, qsizetype written, qsizetype all) {
+    if (goOn && !goOn(written, all))
+        throw Stopped();
+}
+
+bool toFile(const Format& format, const Document& document, const QString& path, const GoOn& goOn) {
     const QFileInfo target(path);
     // A pipe or a device would be replaced by an ordinary file, which nobody wants.
     if (target.exists() && !target.isFile())
@@ -65,11 +70,16 @@ void toFile(const Format& format, const Document& document, const QString& path)
     // Unbuffered, because commit does not report a failure to write what is still in the buffer.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw accessFault(path, file.errorString());
-    format.write(document, file);
+    try {
+        format.write(document, file, goOn);
+    } catch (const Stopped&) {
+        return false; // without a commit nothing stays
+    }
     if (!file.failure.isEmpty())
         throw accessFault(path, file.failure);
     if (!file.commit())
         throw accessFault(path, file.errorString());
+    return true;
 }
 
 } // namespace Export

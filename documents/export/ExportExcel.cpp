@@ -16,8 +16,9 @@ class SheetWriter {
   public:
     explicit SheetWriter(const Document& written) : document(written) {}
 
-    QByteArray file() {
+    QByteArray file(const Export::GoOn& goOn) {
         for (qsizetype i = 0; i < document.pages.size(); ++i) {
+            Export::ask(goOn, i, document.pages.size());
             if (i == 0 || document.pages[i - 1].size != document.pages[i].size)
                 beginPaper(i);
             add(document.pages[i]);
@@ -186,6 +187,6 @@ class SheetWriter {
 
 } // namespace
 
-void Export::excel(const Document& document, QIODevice& file) {
-    file.write(document.table ? tableWorkbook(document) : SheetWriter(document).file());
+void Export::excel(const Document& document, QIODevice& file, const GoOn& goOn) {
+    file.write(document.table ? tableWorkbook(document, goOn) : SheetWriter(document).file(goOn));
 }

@@ -131,9 +131,12 @@ QString pageElement(const Page& page, bool across) {
 
 } // namespace
 
-void Export::html(const Document& document, QIODevice& file) {
+void Export::html(const Document& document, QIODevice& file, const GoOn& goOn) {
     file.write(head(document).toUtf8());
-    for (const Page& page : document.pages)
+    qsizetype written = 0;
+    for (const Page& page : document.pages) {
+        ask(goOn, written++, document.pages.size());
         file.write(pageElement(page, liesAcross(page, document)).toUtf8());
+    }
     file.write("</body>\n</html>\n");
 }

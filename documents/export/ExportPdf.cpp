@@ -50,12 +50,12 @@ QByteArray pageLabels(const QStringList& labels) {
 
 } // namespace
 
-void Export::pdf(const Document& document, QIODevice& target) {
+void Export::pdf(const Document& document, QIODevice& target, const GoOn& goOn) {
     PdfFile file(target);
     PdfPages pages(document, file);
     QByteArray catalog = "<</Type/Catalog/Lang(en-US)/MarkInfo<</Marked true>>/ViewerPreferences"
                          "<</DisplayDocTitle true>>/Pages " +
-                         reference(pages.write());
+                         reference(pages.write(goOn));
     catalog += "/StructTreeRoot " + reference(pages.structure());
     if (const QList<Bookmark> marks = outlineOf(document); !marks.isEmpty())
         catalog +=

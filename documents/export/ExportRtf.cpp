@@ -218,7 +218,7 @@ QByteArray section(const Page& page) {
 
 } // namespace
 
-void Export::rtf(const Document& document, QIODevice& file) {
+void Export::rtf(const Document& document, QIODevice& file, const GoOn& goOn) {
     const QSizeF paper = document.pages.isEmpty() ? Page().size : document.pages.first().size;
     file.write("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Liberation "
                "Sans;}}{\\info{\\title " +
@@ -228,10 +228,11 @@ void Export::rtf(const Document& document, QIODevice& file) {
     for (const char* side : {"\\margl", "\\margr", "\\margt", "\\margb"})
         file.write(side + twips(edge));
     file.write("\\f0\n");
-    bool first = true;
+    qsizetype written = 0;
     PngPictures pictures;
     for (const Page& page : document.pages) {
-        if (!std::exchange(first, false))
+        ask(goOn, written, document.pages.size());
+        if (written++ > 0)
             file.write("\\sect");
         file.write(section(page));
         for (const PagePicture& drawing : page.pictures)

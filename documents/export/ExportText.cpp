@@ -5,7 +5,6 @@
 #include <QIODevice>
 
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -52,10 +51,11 @@ QString rowLines(const GridRow& row) {
 
 } // namespace
 
-void Export::text(const Document& document, QIODevice& file) {
-    bool first = true;
+void Export::text(const Document& document, QIODevice& file, const GoOn& goOn) {
+    qsizetype written = 0;
     for (const Page& page : document.pages) {
-        QString text = std::exchange(first, false) ? "" : "\f";
+        ask(goOn, written, document.pages.size());
+        QString text = written++ == 0 ? "" : "\f";
         const PageGrid grid(page);
         for (const GridRow& row : grid.rows())
             text += rowLines(row);

@@ -138,7 +138,7 @@ void writePage(TIFF* file, const QImage& image, int number, int count, const QBy
 
 } // namespace
 
-void Export::tiff(const Document& document, QIODevice& target) {
+void Export::tiff(const Document& document, QIODevice& target, const GoOn& goOn) {
     const Pages& pages = document.pages;
     MemoryFile memoryFile;
     {
@@ -149,9 +149,11 @@ void Export::tiff(const Document& document, QIODevice& target) {
         if (!file)
             throw Fault(Fault::PathFileAccess, "The TIFF library cannot begin a file.");
         int number = 0;
-        for (const Page& page : pages)
+        for (const Page& page : pages) {
+            ask(goOn, number, pages.size());
             writePage(file.get(), painted(page, isTwoTone(page)), number++, int(pages.size()),
                       document.title.toUtf8());
+        }
     }
     target.write(memoryFile.bytes);
 }

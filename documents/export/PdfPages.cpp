@@ -16,13 +16,15 @@ PdfPages::PdfPages(const Document& written, PdfFile& target)
         linksByPage.insert(link.page, &link);
 }
 
-int PdfPages::write() {
+int PdfPages::write(const Export::GoOn& goOn) {
     const int list = file.reserve();
     const int resources = file.reserve();
     for (qsizetype i = 0; i < document.pages.size(); ++i)
         objects.append(file.reserve());
-    for (int i = 0; i < document.pages.size(); ++i)
+    for (int i = 0; i < document.pages.size(); ++i) {
+        Export::ask(goOn, i, document.pages.size());
         writePage(i, list, resources);
+    }
     endTable();
     QByteArray kids;
     for (const int object : std::as_const(objects))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/export/Export.h"
 #include "documents/export/PdfContent.h"
 #include "documents/export/PdfPictures.h"
 #include "documents/export/PdfReading.h"
@@ -13,8 +14,8 @@ class PdfPages {
   public:
     PdfPages(const Document& written, PdfFile& target);
 
-    /// Writes all pages, fonts and pictures; returns the object that lists the pages.
-    int write();
+    /// Writes all pages, fonts and pictures; returns the object that lists the pages. Throws Export::Stopped.
+    int write(const Export::GoOn& goOn);
     /// The objects of the pages.
     const QList<int>& pages() const { return objects; }
     /// Ends the structure; returns its root.

@@ -37,7 +37,8 @@ struct GroupColumn {
 
 class TableWriter {
   public:
-    explicit TableWriter(const Document& written) : document(written), edges(edgesOf(written.pages)) {
+    TableWriter(const Document& written, const Export::GoOn& asked)
+        : document(written), goOn(asked), edges(edgesOf(written.pages)) {
         measure();
     }
 
@@ -63,8 +64,10 @@ class TableWriter {
     }
 
     template<typename Use>
-    void forEachRow(Use use) const {
+    void forEachRow(Use use) {
+        constexpr int passes = 2; // to measure and to write
         for (const Page& page : document.pages) {
+            Export::ask(goOn, passed++, passes * document.pages.size());
             const Page words = withoutChecks(page);
             const PageGrid grid(words);
             for (const GridRow& row : grid.rows())
@@ -223,6 +226,8 @@ class TableWriter {
     }
 
     const Document& document;
+    const Export::GoOn& goOn;
+    qsizetype passed = 0; // pages
     const QList<double> edges;
     QHash<int, Workbook::CellStyle::Align> alignments; // of the details, by column
     QList<GroupColumn> groups;
@@ -236,6 +241,6 @@ class TableWriter {
 
 } // namespace
 
-QByteArray tableWorkbook(const Document& document) {
-    return TableWriter(document).file();
+QByteArray tableWorkbook(const Document& document, const Export::GoOn& goOn) {
+    return TableWriter(document, goOn).file();
 }

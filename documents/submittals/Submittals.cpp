@@ -9,7 +9,11 @@ using namespace Catalogue;
 
 QString Submittals::SetReport(const QString& model) {
     const auto found = findModel(model);
-    const QString submittal = found ? found->submittal.value_or(QString()) : QString();
+    return found ? SetReport(*found) : QString();
+}
+
+QString Submittals::SetReport(const Model& model) {
+    const QString submittal = model.submittal.value_or(QString());
     return submittal.isEmpty() ? QString() : reportOf(submittal);
 }
 

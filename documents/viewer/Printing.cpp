@@ -48,12 +48,19 @@ Pages chosenPages(const QPrinter& printer, const Pages& all) {
     return pages;
 }
 
-void paint(QPrinter& printer, const Pages& pages) {
+/// Paints the pages. False if the user stopped it: then nothing is printed that the printer has not taken
+/// yet.
+bool paint(QPrinter& printer, const Pages& pages) {
+    const auto progress = Dialogs::current().progress(QCoreApplication::translate("Printing", "Printing..."));
     QPainter painter;
     if (!painter.begin(&printer))
         throw printerFault();
     const QRectF paper = printer.paperRect(QPrinter::Point);
     for (qsizetype i = 0; i < pages.size(); ++i) {
+        if (!progress->goesOn(i, pages.size())) {
+            printer.abort();
+            return false;
+        }
         if (i > 0 && !printer.newPage()) {
             printer.abort();
             throw printerFault();
@@ -76,6 +83,12 @@ void paint(QPrinter& printer, const Pages& pages) {
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
         throw printerFault();
+    return true;
+}
+
+void sayPrinted(bool printed) {
+    setStatusText(printed ? QCoreApplication::translate("Printing", "Printed")
+                          : QCoreApplication::translate("Printing", "Printing was stopped"));
 }
 
 } // namespace
@@ -96,11 +109,11 @@ void printDocument(const Document& document) {
     if (chosen.pages.isEmpty())
         return;
     // Printing to a file works like an export: the whole file or none, and errors are reported.
-    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
-        Export::toFile(Export::format("mnuExportPDF"), chosen, printer.outputFileName());
-        sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), printer.outputFileName());
-    } else {
-        paint(printer, chosen.pages);
-        setStatusText(QCoreApplication::translate("Printing", "Printed"));
-    }
+    const QString file = printer.outputFileName();
+    if (printer.outputFormat() != QPrinter::PdfFormat || file.isEmpty())
+        return sayPrinted(paint(printer, chosen.pages));
+    if (writeFile(Export::format("mnuExportPDF"), chosen, file))
+        sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), file);
+    else
+        sayPrinted(false);
 }

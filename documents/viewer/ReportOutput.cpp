@@ -5,6 +5,7 @@
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Status.h"
 #include "documents/export/Export.h"
 #include "documents/viewer/Written.h"
 #include "documents/viewer/frmReportViewer.h"
@@ -20,15 +21,19 @@ frmReportViewer* viewer() {
 }
 
 void exportDocument(const Export::Format& format) {
-    const frmReportViewer* source = viewer();
-    if (!source || source->document().pages.isEmpty())
+    frmReportViewer* source = viewer();
+    if (!source || source->document().pages.isEmpty() || !source->makeWhole())
         return;
-    const QString path = Dialogs::current().saveFile(format.filter, proposedName(source->document()));
+    const Document document = source->document(); // the screen may show another one meanwhile
+    const QString path = Dialogs::current().saveFile(format.filter, proposedName(document));
     if (path.isEmpty())
         return Dialogs::current().beep();
     const Hourglass hourglass;
-    Export::toFile(format, source->document(), path);
-    sayWritten(QCoreApplication::translate("ReportOutput", "Exported to %1"), path);
+    if (writeFile(format, document, path))
+        sayWritten(QCoreApplication::translate("ReportOutput", "Exported to %1"), path);
+    else
+        StatusBar::setStatusText(
+            QCoreApplication::translate("ReportOutput", "Stopped: nothing has been exported"));
 }
 
 } // namespace
@@ -37,6 +42,13 @@ void showDocument(const Document& document) {
     if (!Screens::load(viewerName))
         return;
     viewer()->setDocument(document);
+    Screens::show(viewerName);
+}
+
+void showDocument(std::unique_ptr<DocumentMaker> maker) {
+    if (!Screens::load(viewerName))
+        return;
+    viewer()->setMaker(std::move(maker));
     Screens::show(viewerName);
 }
 

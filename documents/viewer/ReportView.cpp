@@ -56,6 +56,11 @@ void ReportView::setPages(const Pages& newPages) {
     changed();
 }
 
+void ReportView::setMorePages(const Pages& newPages) {
+    shownPages = newPages;
+    layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
+}
+
 /// Keeps what is at a point of the window where it is.
 void ReportView::layOut(const QPointF& anchor, double scale) {
     const double pagesAbove = (verticalScrollBar()->value() + anchor.y() - gap) / pageHeight();
@@ -240,6 +245,9 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
             Dialogs::current().copy(text);
         return;
     }
+    const bool needsAll = event->matches(QKeySequence::SelectAll) || event->key() == Qt::Key_End;
+    if (needsAll && !makeWhole())
+        return;
     if (event->matches(QKeySequence::SelectAll))
         return selectAll();
     const bool turns = event->modifiers() & Qt::ControlModifier;

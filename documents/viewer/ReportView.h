@@ -14,6 +14,9 @@ class ReportView : public QAbstractScrollArea {
 
     /// Replaces the pages and begins at the first; selection and search are dropped.
     void setPages(const Pages& newPages);
+    /// Shows more pages behind those that are there, and what these say of them. The user stays where they
+    /// are.
+    void setMorePages(const Pages& newPages);
     const Pages& pages() const { return shownPages; }
 
     /// The page that fills most of the window, counted from 0.
@@ -43,11 +46,14 @@ class ReportView : public QAbstractScrollArea {
 
     /// The selected text of the pages; empty if nothing is selected.
     QString selectedText() const;
+    void forgetSelection() { selectionStart = selectionEnd = {}; }
     /// Selects the text of all pages.
     void selectAll();
 
     /// Called when the view scrolls or zooms.
     std::function<void()> changed = [] {};
+    /// Called for what needs all pages, which may still be missing; false if it cannot have them.
+    std::function<bool()> makeWhole = [] { return true; };
 
   protected:
     bool event(QEvent* event) override;

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace {
@@ -20,6 +21,13 @@ QString proposedName(const Document& document) {
     static const QRegularExpression refused(R"([/\\:*?"<>|\x00-\x1f]+)");
     constexpr int longest = 120;
     return QString(document.fileName).replace(refused, "-").trimmed().left(longest);
+}
+
+bool writeFile(const Export::Format& format, const Document& document, const QString& path) {
+    const auto progress = Dialogs::current().progress(
+        QCoreApplication::translate("Written", "Writing %1...").arg(QFileInfo(path).fileName()));
+    return Export::toFile(format, document, path,
+                          [&](qsizetype written, qsizetype all) { return progress->goesOn(written, all); });
 }
 
 void sayWritten(const QString& sentence, const QString& path) {

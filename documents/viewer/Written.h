@@ -1,10 +1,14 @@
 #pragma once
 
-#include "documents/report/Document.h"
+#include "documents/export/Export.h"
 
 /// The name that exports and the printer dialog propose for a file, without an extension; every system
 /// accepts it.
 QString proposedName(const Document& document);
+
+/// Writes a document to a file, tells how far that is, and lets the user stop it: then the result is false,
+/// and everything is as it was. Throws as Export::toFile.
+bool writeFile(const Export::Format& format, const Document& document, const QString& path);
 
 /// Says in the status text where a document was written, with a button that opens the file.
 void sayWritten(const QString& sentence, const QString& path);

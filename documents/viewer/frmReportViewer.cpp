@@ -2,7 +2,9 @@
 
 #include "core/shell/Commands.h"
 #include "core/shell/Dialogs.h"
+#include "core/shell/Screens.h"
 #include "core/shell/Status.h"
+#include "core/shell/Trap.h"
 #include "documents/export/Export.h"
 #include "documents/viewer/Printing.h"
 #include "documents/viewer/Written.h"
@@ -10,9 +12,11 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <cmath>
+#include <utility>
 
 using namespace StatusBar;
 
@@ -33,12 +37,15 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     on(bttnFirst, ".bttnFirst", [this] { ARViewer21->goTo(0); });
     on(bttnPrevious, ".bttnPrevious", [this] { ARViewer21->goTo(ARViewer21->currentPage() - 1); });
     on(bttnNext, ".bttnNext", [this] { ARViewer21->goTo(ARViewer21->currentPage() + 1); });
-    on(bttnLast, ".bttnLast", [this] { ARViewer21->goTo(int(shownDocument.pages.size()) - 1); });
+    on(bttnLast, ".bttnLast", [this] { goToLast(); });
     on(bttnZoomIn, ".bttnZoomIn", [this] { ARViewer21->zoomBy(zoomStep); });
     on(bttnZoomOut, ".bttnZoomOut", [this] { ARViewer21->zoomBy(1 / zoomStep); });
     on(bttnPageWidth, ".bttnPageWidth", [this] { ARViewer21->setZoom(ReportView::Zoom::PageWidth); });
     on(bttnWholePage, ".bttnWholePage", [this] { ARViewer21->setZoom(ReportView::Zoom::WholePage); });
-    on(bttnPrint, ".bttnPrint", [this] { printDocument(document()); });
+    on(bttnPrint, ".bttnPrint", [this] {
+        if (makeWhole())
+            printDocument(document());
+    });
     on(bttnExport, ".bttnExport", [this] { showFormats(); });
     on(bttnFind, ".bttnFind", [this] { Find(1); });
     on(bttnFindPrevious, ".bttnFindPrevious", [this] { Find(-1); });
@@ -59,7 +66,13 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(lstContents, &QTreeWidget::currentItemChanged, this, goToRow);
     connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // works on the current row too
     addShortcuts();
-    ARViewer21->changed = [this] { showPage(); };
+    ARViewer21->changed = [this] {
+        if (!growing)
+            showPage();
+    };
+    ARViewer21->makeWhole = [this] { return makeWhole(); };
+    making.setSingleShot(true);
+    connect(&making, &QTimer::timeout, this, [this] { makeMore(); });
 }
 
 Subject frmReportViewer::shownRecord() const {
@@ -75,11 +88,100 @@ Subject frmReportViewer::shownRecord() const {
 }
 
 void frmReportViewer::setDocument(const Document& shown) {
+    maker.reset();
+    making.stop();
     shownDocument = shown;
+    lstContents->clear();
     showContents();
     ARViewer21->setPages(shown.pages);
     lblFound->clear();
     showPage();
+}
+
+void frmReportViewer::setMaker(std::unique_ptr<DocumentMaker> newMaker) {
+    setDocument(newMaker->document());
+    maker = std::move(newMaker);
+    showMore();
+}
+
+/// Makes one part and returns to the event loop, so that the user's work comes first.
+void frmReportViewer::makeMore() {
+    if (!maker || Screens::find(name()) != this)
+        return;
+    constexpr int later = 50; // milliseconds
+    if (Screens::working())   // a handler waits for the user, and what it is about comes first
+        return making.start(later);
+    if (!tryToMake([this] { maker->makeNext(); }))
+        return;
+    constexpr int often = 100; // milliseconds; painting takes as long as making some pages
+    if (maker->isDone() || lastShown.elapsed() >= often)
+        showMore();
+    else
+        making.start(0);
+}
+
+/// Runs what makes pages. A document that cannot be made is not left half: the screen closes. False then.
+bool frmReportViewer::tryToMake(const std::function<void()>& make) {
+    const Screens::AtWork work(this);
+    if (Faults::runTrapped(name() + ".MakePages", make))
+        return true;
+    maker.reset();
+    Screens::unload(name());
+    return false;
+}
+
+bool frmReportViewer::makeWhole() {
+    if (!maker)
+        return true;
+    if (waiting) // the progress takes the focus from a box, which asks for its page then
+        return false;
+    const QScopedValueRollback wait(waiting, true);
+    making.stop();
+    bool stopped = false;
+    const auto make = [&] {
+        const Hourglass hourglass;
+        const auto progress = Dialogs::current().progress(
+            QCoreApplication::translate("frmReportViewer", "Putting the documents together..."));
+        while (!maker->isDone() && !stopped) {
+            stopped = !progress->goesOn(maker->partsMade(), maker->parts());
+            if (!stopped)
+                maker->makeNext();
+        }
+    };
+    if (!tryToMake(make))
+        return false;
+    if (stopped)
+        setStatusText(QCoreApplication::translate("frmReportViewer", "Stopped"));
+    showMore();
+    return !stopped;
+}
+
+/// Shows what has been made since, and goes on when the user leaves time for it.
+void frmReportViewer::showMore() {
+    lastShown.start();
+    shownDocument = maker->document();
+    if (std::exchange(beginning, maker->beginnings()) != maker->beginnings()) {
+        lstContents->clear();
+        ARViewer21->forgetSelection();
+    }
+    if (maker->isDone())
+        maker.reset();
+    else
+        making.start(0);
+    showContents();
+    {
+        const QScopedValueRollback grow(growing, true);
+        ARViewer21->setMorePages(shownDocument.pages);
+    }
+    showCount();
+    const bool typing = txtPage->isModified() || cboZoom->lineEdit()->isModified();
+    if (!typing && !cboZoom->view()->isVisible())
+        showPage();
+}
+
+void frmReportViewer::goToLast() {
+    if (makeWhole())
+        ARViewer21->goTo(int(shownDocument.pages.size()) - 1);
 }
 
 void frmReportViewer::addShortcuts() {
@@ -114,15 +216,15 @@ void frmReportViewer::showFormats() {
     menu->popup(bttnExport->mapToGlobal(bttnExport->rect().bottomLeft()));
 }
 
-/// Lists the groups; a report without groups has no contents.
+/// Lists the groups, those that are not listed yet; a report without groups has no contents.
 void frmReportViewer::showContents() {
     const QSignalBlocker noSelection(lstContents);
-    lstContents->clear();
-    contents.clear();
-    for (const Bookmark& mark : outlineOf(document())) {
-        auto* row = new QTreeWidgetItem(lstContents, {mark.title, QString::number(mark.page + 1)});
+    const QList<Bookmark> marks = outlineOf(document());
+    contents.resize(lstContents->topLevelItemCount());
+    for (qsizetype i = contents.size(); i < marks.size(); ++i) {
+        auto* row = new QTreeWidgetItem(lstContents, {marks[i].title, QString::number(marks[i].page + 1)});
         row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
-        contents.append({mark.page, mark.text, 0});
+        contents.append({marks[i].page, marks[i].text, 0});
     }
     // Lists are grouped by series, whose name the maker's sheets never translate; other reports have
     // sections.
@@ -133,10 +235,15 @@ void frmReportViewer::showContents() {
 }
 
 void frmReportViewer::showPage() {
-    const auto& pages = shownDocument.pages;
-    txtPage->setText(QString::number(pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
-    lblPages->setText(QCoreApplication::translate("frmReportViewer", "of %1").arg(pages.size()));
+    txtPage->setText(QString::number(shownDocument.pages.isEmpty() ? 0 : ARViewer21->currentPage() + 1));
+    showCount();
     showZoom();
+}
+
+void frmReportViewer::showCount() {
+    lblPages->setText(
+        QCoreApplication::translate("frmReportViewer", "of %1")
+            .arg(maker ? QString(DocumentMaker::Unknown) : QString::number(shownDocument.pages.size())));
 }
 
 /// Selects the largest listed zoom that is not above the current one, so that the arrow keys continue from
@@ -154,7 +261,8 @@ void frmReportViewer::showZoom() {
 void frmReportViewer::goToTypedPage() {
     bool number = false;
     const int page = txtPage->text().toInt(&number);
-    if (number && page != ARViewer21->currentPage() + 1)
+    const bool reachable = page <= shownDocument.pages.size() || makeWhole();
+    if (number && reachable && page != ARViewer21->currentPage() + 1)
         ARViewer21->goTo(page - 1);
     showPage(); // shows the page that was reached, whatever was typed
 }
@@ -167,6 +275,8 @@ void frmReportViewer::zoomAsTyped() {
 }
 
 void frmReportViewer::Find(int step) {
+    if (!makeWhole())
+        return;
     if (txtFind->text() == ARViewer21->searched())
         ARViewer21->goToFound(step);
     else
@@ -198,6 +308,8 @@ void frmReportViewer::Deactivate() {
 }
 
 bool frmReportViewer::QueryUnload() {
+    making.stop();
+    maker.reset();
     Commands::setEnabled("mnuExport", false);
     SetStatusBarText();
     return true;

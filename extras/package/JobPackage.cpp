@@ -1,113 +1,127 @@
 #include "extras/package/JobPackage.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
-#include "core/store/Catalogue.h"
-#include "core/store/JobHeader.h"
-#include "core/store/Model.h"
-#include "core/store/OwnDetails.h"
-#include "core/store/Representative.h"
-#include "core/store/SessionStore.h"
-#include "core/store/TankLine.h"
-#include "documents/drawings/Drawings.h"
+#include "core/shell/Screens.h"
+#include "core/store/DataState.h"
+#include "core/store/SessionTask.h"
 #include "documents/report/Imprint.h"
 #include "documents/report/Picture.h"
 #include "documents/report/Reports.h"
 #include "documents/schedule/ScheduleTable.h"
-#include "documents/specifications/ResultSpecification.h"
-#include "documents/submittals/Submittals.h"
+#include "extras/package/PackageCover.h"
+#include "extras/package/PackagePlan.h"
 
 #include <QHash>
-
-#include <algorithm>
-
-using namespace Records;
 
 namespace JobPackage {
 
 namespace {
 
-void prepared(Report& /*report*/) {} // its caller fills it in
+constexpr ReportKind tankPage = {"rptTankPage", "rptTankPage", "User", [](Report& /*report*/) {},
+                                 ReportOf::Job};
 
-constexpr ReportKind cover = {"rptPackage", "rptPackage", "User", prepared, ReportOf::Job};
-constexpr ReportKind tankPage = {"rptTankPage", "rptTankPage", "User", prepared, ReportOf::Job};
-
-/// Puts the session's tank line back.
-class TankAtWork {
+class Maker : public DocumentMaker {
   public:
-    TankAtWork() : before(Session::TankID.text()) {}
-    ~TankAtWork() { Session::TankID.write(before); }
-    TankAtWork(const TankAtWork&) = delete;
-    TankAtWork& operator=(const TankAtWork&) = delete;
+    Maker(const QString& packed, const Contents& wanted)
+        : jobID(packed), chosen(wanted), task(Session::newTask()) {}
+
+    void start() {
+        Screens::inTask(task, [this] { begin(); });
+    }
+
+    int partsMade() const override { return next; }
+    int parts() const override { return int(plan.parts.size()); }
+
+    void makeNext() override {
+        Screens::inTask(task, [this] {
+            switch (dataNow()) {
+            case Data::Locked:
+                return;
+            case Data::Changed:
+                return begin();
+            case Data::Same:
+                make(plan.parts[std::size_t(next)]);
+            }
+            if (++next < parts())
+                return;
+            if (dataNow() == Data::Changed) // while the last one was made
+                return begin();
+            finish();
+        });
+    }
 
   private:
-    QString before;
-};
+    void begin() {
+        Schedule::prepareScheduleTable();
+        const auto state = Gateway::readDataState(jobID, {});
+        version = state ? std::optional(state->version) : std::nullopt;
+        job = readJobRecords(jobID);
+        plan = planOf(job, chosen);
+        next = 0;
+        ++begun;
+        tankPages.clear();
+        made = {.title = "Package, " + jobID,
+                .author = Imprint::maker,
+                .fileName = jobID + " package",
+                .pages = coverPages(jobID, job, chosen, plan.entries),
+                .of = ReportOf::Job};
+        if (!job.representatives.empty() && job.representatives.front().companyName)
+            made.author = job.representative();
+        coverSize = int(made.pages.size());
+        made.bookmarks.append({"Cover", 0, 0});
+        numberPages(0);
+        addSchedule();
+        if (isDone())
+            finish();
+    }
 
-class Maker {
-  public:
-    Maker(const QString& job, const Contents& wanted) : jobID(job), chosen(wanted) {}
+    enum class Data { Same, Changed, Locked };
+
+    /// Whether the job is still as it was read. Another program may hold the data for a moment; once that
+    /// has lasted, the next part is made all the same and tells what is wrong.
+    Data dataNow() {
+        constexpr int patience = 30; // tries, each of which waits for a tenth of a second
+        const auto state = Gateway::readDataState(jobID, {});
+        if (!state)
+            return ++timesLocked < patience ? Data::Locked : Data::Same;
+        timesLocked = 0;
+        if (state->version == version)
+            return Data::Same;
+        version = state->version;
+        const JobRecords now = readJobRecords(jobID);
+        if (job.header && !now.header)
+            throw RecordGone("This job has been deleted.");
+        return now == job ? Data::Same : Data::Changed;
+    }
 
     void addSchedule() {
-        Schedule::prepareScheduleTable();
-        add("Tank schedule", 0, Report(*findReport("rptSchedule")).Run().pages);
-        schedulePages = int(pages.size());
+        add(1, Report(*findReport("rptSchedule")).Run().pages);
+        schedulePages = int(made.pages.size()) - coverSize;
         scheduled = Schedule::scheduledTanks();
     }
 
-    void addTank(const TankLine& tank) {
-        const QString tankID = shownText(tank.tankID);
-        tankPages.insert(tankID, int(pages.size()));
-        Session::TankID.write(tankID);
-        const auto model = tank.modelNo ? Catalogue::findModel(*tank.modelNo) : std::nullopt;
-        QString title = "Tank " + tankID;
-        if (tank.modelNo && !tank.modelNo->isEmpty())
-            title += ", " + QString::number(tank.qty.value_or(0)) + " × " + *tank.modelNo;
-        const qsizetype before = marks.size();
-        if (!model) {
-            const QString reason = shownText(tank.modelNo).isEmpty()
-                                       ? QStringLiteral("No model has been chosen for this tank yet.")
-                                       : QStringLiteral("The model is not in the catalogue.");
-            return add(title, 0, pageOf(tank, "No documents", {}, reason, {}));
+    void make(const Part& part) {
+        const TankLine& tank = job.tanks[part.tank];
+        arriveAt(part.tank);
+        task->tankID = shownText(tank.tankID); // no screen has joined the task
+        add(part.entries, pagesOf(part, tank));
+    }
+
+    Pages pagesOf(const Part& part, const TankLine& tank) const {
+        switch (part.kind) {
+        case Part::Kind::Submittal:
+            return Report(*findReport(part.what)).Run().pages;
+        case Part::Kind::Calculation:
+            return Report(*findReport("rptCalculation")).Run().pages;
+        case Part::Kind::Specification:
+            return pageOf(tank, "Specification", "Typical Specifications", part.what, {});
+        case Part::Kind::Drawing:
+            return pageOf(tank, "Drawing", {}, {}, readPicture(part.what));
+        case Part::Kind::Nothing:
+            return pageOf(tank, "No documents", {}, part.what, {});
         }
-        if (const QString report = Submittals::SetReport(*tank.modelNo); chosen.submittals)
-            if (const ReportKind* kind = findReport(report))
-                add("Submittal", 1, Report(*kind).Run().pages);
-        if (chosen.calculations)
-            add("Calculation sheet", 1, Report(*findReport("rptCalculation")).Run().pages);
-        if (chosen.specifications)
-            addSpecification(tank);
-        if (chosen.drawings)
-            addDrawing(tank, *model);
-        if (marks.size() > before) // the line's own entry leads to its first document
-            marks.insert(before, {title, 0, marks[before].page});
-    }
-
-    Document document() {
-        Document whole;
-        whole.title = "Package, " + jobID;
-        whole.author = Imprint::maker;
-        whole.fileName = jobID + " package";
-        whole.of = ReportOf::Job;
-        whole.pages = coverPages();
-        const qsizetype first = whole.pages.size();
-        whole.pages += pages;
-        whole.bookmarks.append({"Cover", 0, 0});
-        for (const Bookmark& mark : marks)
-            whole.bookmarks.append({mark.title, mark.depth, mark.page + int(first)});
-        addLinks(whole, int(first));
-        addScheduleLinks(whole, int(first));
-        number(whole.pages, first);
-        for (qsizetype page = 0; page < whole.pages.size(); ++page)
-            whole.pageLabels.append(labelOf(page, first, whole.pages.size()));
-        if (const auto own = ownRepresentatives(); !own.empty() && own.front().companyName)
-            whole.author = representative();
-        return whole;
-    }
-
-  private:
-    void add(const QString& title, int depth, const Pages& added) {
-        marks.append({title, depth, int(pages.size())});
-        pages.append(added);
+        return {};
     }
 
     Pages pageOf(const TankLine& tank, const QString& heading, const QString& textHeading,
@@ -126,127 +140,88 @@ class Maker {
         return report.Run().pages;
     }
 
-    void addSpecification(const TankLine& tank) {
-        // The same that the submittal names.
-        const Specification specification = resultSpecification(tank, representative());
-        const QString text = (specification.text + "\n\n" + specification.lastLine).trimmed();
-        if (!text.isEmpty())
-            add("Specification", 1, pageOf(tank, "Specification", "Typical Specifications", text, {}));
+    /// Adds the pages to which the next entries of the contents lead.
+    void add(int entries, const Pages& added) {
+        const qsizetype from = made.pages.size();
+        for (int i = 0; i < entries; ++i) {
+            const qsizetype place = made.bookmarks.size() - 1; // the cover has no entry
+            made.bookmarks.append({plan.entries[place].title, plan.entries[place].depth, int(from)});
+            writePageNumber(made.pages, coverSize, place, int(from) - coverSize + 1);
+        }
+        made.pages.append(added);
+        numberPages(from);
     }
 
-    void addDrawing(const TankLine& tank, const Model& model) {
-        const QString name = shownText(model.tankDraw);
-        const auto known = name.isEmpty() ? std::nullopt : Catalogue::findDrawing(name);
-        if (known)
-            add("Drawing", 1, pageOf(tank, "Drawing", {}, {}, readPicture(drawingPath(name, known->ending))));
+    /// The lines of the schedule lead to where their tanks begin; a tank without documents begins where the
+    /// next one does.
+    void arriveAt(std::size_t tank) {
+        while (tankPages.size() <= qsizetype(tank))
+            tankPages.append(int(made.pages.size()));
     }
 
-    static QString representative() {
-        const auto own = ownRepresentatives();
-        return own.empty() ? QString() : shownText(own.front().companyName).replace("&&", "&");
-    }
-
-    Pages coverPages() const {
-        Report report(cover);
-        const JobHeader header = readJobHeader(jobID).value_or(JobHeader());
-        report.control("txtJob").text = jobID;
-        report.control("txtJobDscrptn").text = shownText(header.jobDscrptn);
-        report.control("txtEngineer").text = shownText(header.engineer);
-        report.control("txtContractor").text = shownText(header.contractor);
-        report.control("txtRep").text = representative();
-        report.control("txtRevision").text = chosen.revision;
-        report.control("txtNote").text = chosen.note;
-        report.control("txtRunningJob").text = jobID;
-        addOwn(report);
-        for (const Bookmark& mark : marks)
-            report.rows.push_back({{"What", QString(qsizetype(mark.depth) * 4, u' ') + mark.title},
-                                   {"Page", QString::number(mark.page + 1)}});
-        return report.Run().pages;
-    }
-
-    /// Puts the engineer's own logo and address on the cover, if the setup has them.
-    static void addOwn(Report& report) {
-        constexpr double height = 64; // points of both
-        const OwnDetails own = readOwnDetails();
-        QStringList lines{shownText(own.address1), shownText(own.address2), shownText(own.phoneNo)};
-        lines.removeAll(QString());
-        if (!own.name && !own.logo && lines.isEmpty())
-            return;
-        report.layout().section(Section::ReportHeader)->height += height;
-        report.control("lblOwn").visible = own.name || !lines.isEmpty();
-        report.control("txtOwnName").text = shownText(own.name);
-        report.control("txtOwnAddress").text = lines.join(u'\n');
-        ReportControl& logo = report.control("imgOwnLogo");
-        logo.visible = own.logo.has_value();
-        logo.svg = shownText(own.logo).toUtf8();
-        for (const char* text : {"lblOwn", "txtOwnName", "txtOwnAddress"})
-            if (!logo.visible)
-                report.control(text).place.moveLeft(0);
-        logo.description = own.name ? "Logo of " + *own.name : QStringLiteral("Logo");
-    }
-
-    /// Each line of the contents leads to its page.
-    void addLinks(Document& whole, int coverSize) const {
-        qsizetype mark = 0;
-        for (int page = 0; page < coverSize; ++page)
-            for (const PageText& text : std::as_const(whole.pages[page]).texts)
-                if (text.section == Section::Detail && !(text.style->alignment & Qt::AlignRight) &&
-                    mark < marks.size())
-                    whole.links.append({page, QRectF(text.place), marks[mark++].page + coverSize});
+    void finish() {
+        const QList<PageLink> titles = titlesOf(made.pages, coverSize);
+        for (qsizetype i = 0; i < titles.size() && i + 1 < made.bookmarks.size(); ++i)
+            made.links.append({titles[i].page, titles[i].place, made.bookmarks[i + 1].page});
+        addScheduleLinks();
+        numberPages(0);
+        for (qsizetype page = 0; page < made.pages.size(); ++page)
+            made.pageLabels.append(labelOf(page));
     }
 
     /// Each line of the schedule leads to the first page of its tank, if it has one.
-    void addScheduleLinks(Document& whole, int coverSize) const {
+    void addScheduleLinks() {
+        QHash<QString, int> pages;
+        for (qsizetype tank = 0; tank < tankPages.size(); ++tank)
+            pages.insert(shownText(job.tanks[std::size_t(tank)].tankID), tankPages[tank]);
         qsizetype row = 0;
         for (int page = coverSize; page < coverSize + schedulePages; ++page)
-            for (const PageText& text : std::as_const(whole.pages[page]).texts) {
+            for (const PageText& text : made.pages.at(page).texts) {
                 if (text.section != Section::Detail || !text.starts || row == scheduled.size())
                     continue;
-                const int target = tankPages.value(scheduled[row++], int(pages.size()));
-                if (target < pages.size())
-                    whole.links.append({page, QRectF(text.place), target + coverSize});
+                const int none = int(made.pages.size());
+                if (const int target = pages.value(scheduled[row++], none); target < none)
+                    made.links.append({page, QRectF(text.place), target});
             }
     }
 
     /// What a page is called: the cover's pages do not count.
-    static QString labelOf(qsizetype page, qsizetype coverSize, qsizetype all) {
+    QString labelOf(qsizetype page) const {
         if (page < coverSize)
             return page == 0 ? QStringLiteral("Cover") : QStringLiteral("Cover %1").arg(page + 1);
-        return QStringLiteral("%1 of %2").arg(page - coverSize + 1).arg(all - coverSize);
+        return QStringLiteral("%1 of %2")
+            .arg(page - coverSize + 1)
+            .arg(isDone() ? QString::number(made.pages.size() - coverSize) : QString(Unknown));
     }
 
     /// The page numbers are those of the package.
-    static void number(Pages& all, qsizetype coverSize) {
-        for (qsizetype page = 0; page < all.size(); ++page)
-            for (PageText& text : all[page].texts)
+    void numberPages(qsizetype from) {
+        for (qsizetype page = from; page < made.pages.size(); ++page)
+            for (PageText& text : made.pages[page].texts)
                 if (text.pageNumber)
-                    text.text =
-                        (page < coverSize ? QString() : "Page ") + labelOf(page, coverSize, all.size());
+                    text.text = (page < coverSize ? QString() : "Page ") + labelOf(page);
     }
 
     QString jobID;
     Contents chosen;
-    Pages pages;           // behind the cover
-    QList<Bookmark> marks; // to them
-    int schedulePages = 0; // the first of them
+    Session::Task task;
+    std::optional<quint32> version; // of the data, as the job was read
+    int timesLocked = 0;            // one after the other
+    JobRecords job;
+    Plan plan;
+    int next = 0; // part
+    int coverSize = 0;
+    int schedulePages = 0; // behind the cover
     QStringList scheduled; // the tank of each line of the schedule
-    QHash<QString, int> tankPages;
+    QList<int> tankPages;  // where each tank begins, as far as they are made
 };
 
 } // namespace
 
-std::optional<Document> make(const QString& jobID, const Contents& contents,
-                             const std::function<bool(int done, int all)>& goOn) {
-    const TankAtWork atWork;
-    Maker maker(jobID, contents);
-    maker.addSchedule();
-    const std::vector<TankLine> tanks = tankLinesOf(jobID);
-    for (std::size_t i = 0; i < tanks.size(); ++i) {
-        if (!goOn(int(i), int(tanks.size())))
-            return std::nullopt;
-        maker.addTank(tanks[i]);
-    }
-    return maker.document();
+std::unique_ptr<DocumentMaker> begin(const QString& jobID, const Contents& contents) {
+    auto maker = std::make_unique<Maker>(jobID, contents);
+    maker->start();
+    return maker;
 }
 
 } // namespace JobPackage

@@ -9,7 +9,7 @@
 #include "extras/package/JobPackage.h"
 #include "jobs/JobIDs.h"
 
-#include <QProgressDialog>
+#include <utility>
 
 using namespace StatusBar;
 
@@ -57,20 +57,9 @@ void frmPackage::make() {
                                         .note = txtNote->text()};
     lastChoice.write(QString(contents.submittals ? "S" : "") + (contents.calculations ? "C" : "") +
                      (contents.specifications ? "T" : "") + (contents.drawings ? "D" : ""));
-    constexpr int patience = 800; // milliseconds before the progress shows
-    QProgressDialog progress(tr("Putting the documents together..."), tr("&Stop"), 0, 0, this);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(patience);
-    const auto package = JobPackage::make(lblJobID->text(), contents, [&](int done, int all) {
-        progress.setMaximum(all);
-        progress.setValue(done);
-        return !progress.wasCanceled();
-    });
-    progress.reset();
-    if (!package)
-        return setStatusText(tr("Stopped"));
+    auto package = JobPackage::begin(lblJobID->text(), contents);
     Screens::unload(name());
-    showDocument(*package);
+    showDocument(std::move(package));
 }
 
 void registerPackage() {

@@ -527,6 +527,33 @@ TEST_F(Exports, FailureLeavesNoFile) {
     EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
 }
 
+TEST_F(Exports, StoppedOneLeavesEverythingAsItWas) {
+    const Page page = submittal("T1", "RCB 500").first();
+    for (const bool table : {false, true})
+        for (const Export::Format& format : Export::formats()) {
+            const Document document{"t", {}, {}, {page, page, page}, table};
+            const QString path = home.dataFolder() + "/kept";
+            QFile kept(path);
+            ASSERT_TRUE(kept.open(QIODevice::WriteOnly) && kept.write("as it was") > 0);
+            kept.close();
+            const QStringList before = QDir(home.dataFolder()).entryList();
+            for (const qsizetype stop : {0, 1, 2}) {
+                qsizetype asked = -1;
+                const auto goOn = [&](qsizetype written, qsizetype all) {
+                    EXPECT_TRUE(written == asked + 1 && written < all) << format.command;
+                    asked = written;
+                    return written < stop;
+                };
+                EXPECT_FALSE(Export::toFile(format, document, path, goOn)) << format.command;
+                EXPECT_EQ(asked, stop) << format.command;
+            }
+            ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+            EXPECT_EQ(kept.readAll(), "as it was") << format.command;
+            EXPECT_EQ(QDir(home.dataFolder()).entryList(), before);
+            EXPECT_TRUE(Export::toFile(format, document, path, [](qsizetype, qsizetype) { return true; }));
+        }
+}
+
 TEST_F(Exports, SubmittalsAreFilledAsTheirModelAsks) {
     const auto shows = [](const Pages& pages, const QString& text) { return textsOf(pages).contains(text); };
     const Pages bladder = submittal("T1", "RCB 500");

@@ -1,6 +1,7 @@
 // The documents of a job as one.
 
 #include "calculation/CalculationSheet.h"
+#include "core/base/Fault.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/Documents.h"
@@ -14,44 +15,65 @@
 
 #include <algorithm>
 
-TEST(JobPackage, ContentsAndScheduleLeadToTheTanks) {
-    TemporaryHome home;
-    registerDocuments();
-    home.installData();
-    const auto sql = [](const QString& statement) {
+#include <sqlite3.h>
+
+namespace {
+
+class Package : public testing::Test {
+  protected:
+    Package() {
+        registerDocuments();
+        home.installData();
+        sql("INSERT INTO tblJobHeader (JobID) VALUES ('J')");
+        sql("INSERT INTO tblJobData (TankID, TankNo, JobID, ModelNo, Qty) VALUES ('J.1', 1, 'J', 'RCB 300', "
+            "2), ('J.2', 2, 'J', 'RCB 500', 1)");
+        Session::JobID.write("J");
+        Session::TankID.write("J.7");
+    }
+
+    static void sql(const QString& statement) {
         Connection user = Gateway::openDatabase("User");
         Recordset().Open(statement, user);
-    };
-    sql("INSERT INTO tblJobHeader (JobID) VALUES ('J')");
-    sql("INSERT INTO tblJobData (TankID, TankNo, JobID, ModelNo, Qty) VALUES ('J.1', 1, 'J', 'RCB 300', 2), "
-        "('J.2', 2, 'J', 'RCB 500', 1)");
-    Session::JobID.write("J");
-    const auto package = JobPackage::make("J", {}, [](int, int) { return true; });
-    ASSERT_TRUE(package);
-    EXPECT_EQ(package->pageLabels.join('|').toStdString(), "Cover|1 of 3|2 of 3|3 of 3");
+    }
+
+    static const Document& whole(DocumentMaker& maker) {
+        while (!maker.isDone())
+            maker.makeNext();
+        return maker.document();
+    }
+
+    /// All texts of a page, in order.
+    static QStringList textsOf(const Page& page) {
+        QStringList texts;
+        for (const PageText& text : page.texts)
+            texts.append(text.plain());
+        return texts;
+    }
+
+    TemporaryHome home;
+};
+
+TEST_F(Package, ContentsAndScheduleLeadToTheTanks) {
+    const auto maker = JobPackage::begin("J", {});
+    const Document& package = whole(*maker);
+    EXPECT_EQ(package.pageLabels.join('|').toStdString(), "Cover|1 of 3|2 of 3|3 of 3");
     QStringList links; // "page text > page"
-    for (const PageLink& link : package->links)
-        for (const PageText& text : package->pages[link.page].texts)
+    for (const PageLink& link : package.links)
+        for (const PageText& text : package.pages[link.page].texts)
             if (QRectF(text.place) == link.place)
                 links.append(QString("%1 %2 > %3").arg(link.page).arg(text.text.trimmed()).arg(link.target));
     EXPECT_EQ(links.join('|').toStdString(),
               "0 Tank schedule > 1|0 Tank J.1, 2 × RCB 300 > 2|0 Submittal > 2|0 Tank J.2, 1 × RCB 500 > 3|"
               "0 Submittal > 3|1 J.1.1 > 2|1 J.1.2 > 2|1 J.2.1 > 3");
+    EXPECT_EQ(Session::TankID.text(), "J.7");
 }
 
 // The longest texts of the widest letters, with a tank of every specification.
-TEST(JobPackage, KeepsEveryLetterLegible) {
+TEST_F(Package, KeepsEveryLetterLegible) {
     constexpr double smallest = 6; // points
     const QString name(50, u'W');
     const QString hundred(100, u'W');
-    TemporaryHome home;
-    registerDocuments();
     registerCalculation();
-    home.installData();
-    const auto sql = [](const QString& statement) {
-        Connection user = Gateway::openDatabase("User");
-        Recordset().Open(statement, user);
-    };
     sql(QString("INSERT INTO tblJobHeader (JobID, JobDscrptn, Engineer, Contractor) VALUES ('%1', '%2', "
                 "'%1', '%1')")
             .arg(name, hundred));
@@ -67,20 +89,17 @@ TEST(JobPackage, KeepsEveryLetterLegible) {
                 .arg(name)
                 .arg(tank)
                 .arg(models["Name"].text()));
-    Session::JobID.write(name);
-    const auto package = JobPackage::make(name,
-                                          {.calculations = true,
-                                           .specifications = true,
-                                           .drawings = true,
-                                           .revision = name.left(40),
-                                           .note = hundred + hundred},
-                                          [](int, int) { return true; });
-    ASSERT_TRUE(package);
-    EXPECT_GT(package->pages.size(), 100);
-    for (qsizetype page = 0; page < package->pages.size(); ++page) {
-        for (const PageText& text : package->pages[page].texts)
+    const auto maker = JobPackage::begin(name, {.calculations = true,
+                                                .specifications = true,
+                                                .drawings = true,
+                                                .revision = name.left(40),
+                                                .note = hundred + hundred});
+    const Document& package = whole(*maker);
+    EXPECT_GT(package.pages.size(), 100);
+    for (qsizetype page = 0; page < package.pages.size(); ++page) {
+        for (const PageText& text : package.pages[page].texts)
             EXPECT_GE(text.style->size, smallest) << page << ": " << text.text.toStdString();
-        for (const PagePicture& picture : package->pages[page].pictures) {
+        for (const PagePicture& picture : package.pages[page].pictures) {
             const QSizeF drawn = QSvgRenderer(picture.svg).defaultSize();
             const double scale =
                 std::min(picture.place.width() / drawn.width(), picture.place.height() / drawn.height());
@@ -90,3 +109,70 @@ TEST(JobPackage, KeepsEveryLetterLegible) {
         }
     }
 }
+
+TEST_F(Package, NeverShowsAWrongNumber) {
+    sql("UPDATE tblJobData SET ModelNo = NULL WHERE TankNo = 1"); // the schedule stops; a page says why
+    const auto maker = JobPackage::begin("J", {.specifications = true, .drawings = true});
+    std::vector<Document> stages = {maker->document()};
+    while (!maker->isDone()) {
+        maker->makeNext();
+        stages.push_back(maker->document());
+    }
+    ASSERT_EQ(stages.size(), 5); // no model; submittal, specification, drawing
+    EXPECT_TRUE(textsOf(stages[0].pages[0]).contains("Tank J.2, 1 × RCB 500"));
+    EXPECT_TRUE(textsOf(stages[0].pages[1]).contains("Page 1 of …"));
+    const Document& last = stages.back();
+    for (const Document& stage : stages) {
+        for (qsizetype page = 0; page < stage.pages.size(); ++page) {
+            const QStringList now = textsOf(stage.pages[page]);
+            const QStringList then = textsOf(last.pages[page]);
+            ASSERT_EQ(now.size(), then.size());
+            for (qsizetype i = 0; i < now.size(); ++i)
+                EXPECT_TRUE(now[i] == then[i] || now[i].contains(DocumentMaker::Unknown))
+                    << now[i].toStdString() << " instead of " << then[i].toStdString();
+        }
+        for (qsizetype i = 0; i < stage.bookmarks.size(); ++i)
+            EXPECT_EQ(stage.bookmarks[i].page, last.bookmarks[i].page);
+    }
+    for (const Page& page : last.pages)
+        EXPECT_FALSE(textsOf(page).join(' ').contains(DocumentMaker::Unknown));
+}
+
+TEST_F(Package, BeginsAnewWhenItsJobHasChanged) {
+    const auto maker = JobPackage::begin("J", {});
+    maker->makeNext();
+    sql("UPDATE tblJobData SET Qty = 5 WHERE TankNo = 1");
+    EXPECT_TRUE(textsOf(whole(*maker).pages[0]).contains("Tank J.1, 5 × RCB 300"));
+    EXPECT_EQ(maker->document().pages[1].texts.count(), // the schedule has all the units
+              whole(*JobPackage::begin("J", {})).pages[1].texts.count());
+}
+
+TEST_F(Package, GoesOnWhenAnotherJobHasChanged) {
+    const auto maker = JobPackage::begin("J", {});
+    maker->makeNext();
+    sql("INSERT INTO tblJobData (TankID, TankNo, JobID, ModelNo, Qty) VALUES ('K.1', 1, 'K', 'RCB 300', 2)");
+    maker->makeNext();
+    EXPECT_TRUE(maker->isDone());
+}
+
+TEST_F(Package, WaitsForAnotherProgram) {
+    const auto maker = JobPackage::begin("J", {});
+    sqlite3* other = nullptr;
+    sqlite3_open(Gateway::dbConnection("User").dataSource().toUtf8().constData(), &other);
+    sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    maker->makeNext();
+    EXPECT_EQ(maker->partsMade(), 0);
+    sqlite3_close(other); // which ends it
+    EXPECT_EQ(whole(*maker).pages.size(), 4);
+}
+
+TEST_F(Package, EndsWithItsJobOrItsData) {
+    const auto orphan = JobPackage::begin("J", {});
+    sql("DELETE FROM tblJobHeader");
+    EXPECT_THROW(whole(*orphan), RecordGone);
+    const auto maker = JobPackage::begin("J", {});
+    QFile::remove(Gateway::dbConnection("User").dataSource());
+    EXPECT_THROW(whole(*maker), Fault);
+}
+
+} // namespace

@@ -347,6 +347,11 @@ void print(Stage& stage, Words w) {
         {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
 }
 
+/// Presses Stop in the progress of the next work once so many of its parts are done.
+void stop(Stage& stage, Words w) {
+    stage.dialogs.stops.append(w.value(0).toInt());
+}
+
 void noBrowser(Stage& stage, Words) {
     stage.dialogs.hasBrowser = false;
 }
@@ -361,9 +366,14 @@ void expectSuggested(Stage& stage, Words w) {
     expectEqual("suggested name", w[0], stage.dialogs.suggestedName);
 }
 
-/// Expects a text on a page, counted from 1, of the report in the viewer.
+/// Expects a text on a page, counted from 1, of the report in the viewer once all its pages are made.
 void expectPage(Stage&, Words w) {
-    const Pages& pages = static_cast<frmReportViewer*>(screen("frmReportViewer"))->document().pages;
+    const auto viewer = [] { return static_cast<frmReportViewer*>(screen("frmReportViewer")); };
+    const QDeadlineTimer patience(20000);
+    while (!viewer()->isWhole() && !patience.hasExpired())
+        settle();
+    require(viewer()->isWhole(), "the pages are not made");
+    const Pages& pages = viewer()->document().pages;
     const int number = w[0].toInt();
     require(number >= 1 && number <= pages.size(), QString("the report has %1 pages").arg(pages.size()));
     QStringList found;
@@ -651,6 +661,7 @@ const QHash<QString, Command>& commands() {
         {"expect-golden", {expectGolden, 2}},
         {"expect-no-file", {expectNoFile, 1}},
         {"print", {print, 1}},
+        {"stop", {stop, 0}},
         {"sql", {sql, 2}},
         {"session", {session, 1}},
         {"shot", {shot, 1}},
@@ -681,7 +692,8 @@ void Player::play(const QString& line) {
     require(words.size() >= command->leastWords,
             QString("%1 takes %2 words").arg(name).arg(command->leastWords));
     static const QStringList preparations = {"sql",   "session", "answer", "input",          "file",
-                                             "write", "cancel",  "print",  "installer-file", "no-browser"};
+                                             "write", "cancel",  "print",  "installer-file", "no-browser",
+                                             "stop"};
     if (name == "start" && stage.started) // again, on the same data
         end(stage);
     if (!stage.started && !preparations.contains(name))
@@ -698,4 +710,6 @@ void Player::play(const QString& line) {
         fail("the dialog did not come");
     if (command->acts && !stage.dialogs.prints.isEmpty())
         fail("the printer dialog did not come");
+    if (command->acts && !stage.dialogs.stops.isEmpty())
+        fail("no work told its progress to be stopped");
 }

@@ -2,6 +2,7 @@
 
 #include "core/shell/Dialogs.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QPrinter>
 #include <QStringList>
@@ -90,6 +91,7 @@ class ScriptedDialogs : public Dialogs {
         }
         return !print.file.isEmpty();
     }
+    std::unique_ptr<Progress> progress(const QString& what) override;
     void beep() override { ++beeps; }
     bool startProgram(const QString& commandLine, SystemPrograms::Window /*window*/) override {
         opened.append(commandLine);
@@ -124,9 +126,32 @@ class ScriptedDialogs : public Dialogs {
     QList<Answer> inputs;  // the button holds what is typed
     QStringList files;     // a null text cancels
     QList<Print> prints;   // for the next printer dialogs
+    QList<int> stops;      // how many parts of the next works may be done before each is stopped
     QString suggestedName; // of the last save dialog
     QStringList opened;    // web addresses, files and programs
     bool hasBrowser = true;
     QString problem;
     int beeps = 0;
 };
+
+/// Presses Stop in time. Handles events meanwhile, as a progress in front of the window does.
+class ScriptedProgress : public Progress {
+  public:
+    explicit ScriptedProgress(ScriptedDialogs& asked) : dialogs(asked) {}
+    bool goesOn(qsizetype done, qsizetype /*all*/) override {
+        if (!dialogs.stops.isEmpty() && done >= dialogs.stops.first()) {
+            dialogs.stops.removeFirst();
+            stopped = true;
+        }
+        QCoreApplication::processEvents();
+        return !stopped;
+    }
+
+  private:
+    ScriptedDialogs& dialogs;
+    bool stopped = false;
+};
+
+inline std::unique_ptr<Progress> ScriptedDialogs::progress(const QString& /*what*/) {
+    return std::make_unique<ScriptedProgress>(*this);
+}

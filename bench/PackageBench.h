@@ -1,0 +1,4 @@
+#pragma once
+
+/// Registers the benchmarks of a job's package of documents.
+void registerPackageBenchmarks();
