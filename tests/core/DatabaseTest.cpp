@@ -162,6 +162,35 @@ TEST_F(DatabaseTest, ContinuesAfterARowThatItChangedOrDeleted) {
               QStringLiteral("AA,CC"));
 }
 
+/// The walk keeps to the rows that it began with: a change that takes a row out of the statement, or to
+/// another place in its order, neither skips a row nor returns to one.
+TEST_F(DatabaseTest, KeepsToTheRowsThatItBeganWith) {
+    for (const char* id : {"A", "B", "C", "D", "E"})
+        addJob(QLatin1String(id));
+    Recordset jobs;
+    QString seen;
+    for (jobs.Open(QStringLiteral("SELECT * FROM tblJobHeader WHERE JobInfo IS NULL ORDER BY JobID"), user,
+                   CursorType::Keyset);
+         !jobs.atEnd(); jobs.moveNext()) {
+        const QString id = jobs[QStringLiteral("JobID")].text();
+        seen += id;
+        jobs[QStringLiteral("JobInfo")] = id;
+        jobs[QStringLiteral("JobID")] = u'Z' + id;
+        jobs.Update();
+        if (id != QStringLiteral("B"))
+            continue;
+        Recordset().Open(QStringLiteral("DELETE FROM tblJobHeader WHERE JobID = 'D'"), user);
+        addJob(QStringLiteral("ZZ"));
+    }
+    EXPECT_EQ(seen, QStringLiteral("ABCE"));
+    jobs.Open(QStringLiteral("tblJobHeader"), user, CursorType::Keyset, CommandType::Table);
+    jobs.AddNew();
+    jobs[QStringLiteral("JobID")] = QStringLiteral("last");
+    jobs.Update();
+    jobs.moveNext();
+    EXPECT_TRUE(jobs.atEnd());
+}
+
 TEST_F(DatabaseTest, ContinuesWithARowThatItAdded) {
     Recordset tanks;
     tanks.Open(QStringLiteral("tblJobData"), user, CursorType::Keyset, CommandType::Table);
