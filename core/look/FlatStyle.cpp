@@ -397,6 +397,12 @@ QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* optio
         return Appearance::icon("message-critical");
     case SP_MessageBoxQuestion:
         return Appearance::icon("message-question");
+    // Qt's own are image files, and the first would load every plugin for images at the start.
+    case SP_ToolBarHorizontalExtensionButton:
+    case SP_ToolBarVerticalExtensionButton:
+        return Appearance::icon("more");
+    case SP_LineEditClearButton:
+        return Appearance::icon("cancel");
     default:
         return QProxyStyle::standardIcon(standard, option, widget);
     }
