@@ -3,9 +3,11 @@
 #include "core/look/FlatStyle.h"
 
 #include <QApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
+#include <QPixmapCache>
 
 namespace Appearance {
 
@@ -24,18 +26,38 @@ const Colors darkColors{{0xE6, 0xEA, 0xEE}, {0xA8, 0xB2, 0xBC}, {0x6C, 0xB4, 0xE
                         {0x2F, 0x7C, 0xB3}, {0x27, 0x2D, 0x34}, {0x1C, 0x21, 0x26},
                         {0x21, 0x27, 0x2D}, {0x33, 0x3B, 0x44}, {0x17, 0x1B, 0x20}};
 
-QIcon programIcon(const QColor& color) {
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        drawMark(painter, QRectF(0, 0, size, size), color, Qt::white);
-        painter.end();
-        icon.addPixmap(pixmap);
+/// The program's icon. A desktop asks for the sizes that it shows, and some ask for none.
+class ProgramIcon : public QIconEngine {
+  public:
+    explicit ProgramIcon(const QColor& accent) : color(accent) {}
+
+    QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return {{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}, {128, 128}};
     }
-    return icon;
-}
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        const QString key =
+            QStringLiteral("program %1 %2x%3").arg(color.name()).arg(size.width()).arg(size.height());
+        QPixmap drawn;
+        if (!QPixmapCache::find(key, &drawn)) {
+            drawn = QPixmap(size);
+            drawn.fill(Qt::transparent);
+            QPainter painter(&drawn);
+            drawMark(painter, QRectF(QPointF(), size), color, Qt::white);
+            QPixmapCache::insert(key, drawn);
+        }
+        return drawn;
+    }
+
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        drawMark(*painter, place, color, Qt::white);
+    }
+
+    QIconEngine* clone() const override { return new ProgramIcon(color); } // the icon takes ownership
+
+  private:
+    QColor color;
+};
 
 } // namespace
 
@@ -60,7 +82,7 @@ void apply(Scheme scheme) {
     palette.setColor(QPalette::LinkVisited, colors.link);
     QApplication::setStyle(new FlatStyle); // the application takes ownership
     QApplication::setPalette(palette);
-    QApplication::setWindowIcon(programIcon(colors.accent));
+    QApplication::setWindowIcon(QIcon(new ProgramIcon(colors.accent))); // the icon takes ownership
 }
 
 QPixmap splashPicture(const QSize& size, qreal pixelRatio) {
@@ -104,14 +126,18 @@ void drawMark(QPainter& painter, const QRectF& place, const QColor& color, const
               qreal lineWidth) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(place.topLeft());
-    painter.scale(place.width() / 16, place.height() / 16);
-    painter.setPen(QPen(color, lineWidth, Qt::SolidLine, Qt::RoundCap));
+    // In pixels: Qt divides the curves of a scaled painter far too finely.
+    const double unit = place.width() / 16;
+    const auto at = [&](double x, double y) { return place.topLeft() + QPointF(x, y) * unit; };
+    const auto box = [&](double x, double y, double width, double height) {
+        return QRectF(at(x, y), QSizeF(width, height) * unit);
+    };
+    painter.setPen(QPen(color, lineWidth * unit, Qt::SolidLine, Qt::RoundCap));
     painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(4, 1, 8, 11.5), 3.5, 3.5);
-    painter.drawLine(QPointF(5.2, 12.2), QPointF(5.2, 15));
-    painter.drawLine(QPointF(10.8, 12.2), QPointF(10.8, 15));
-    painter.drawArc(QRectF(4, 5.6, 8, 2.2), 180 * 16, 180 * 16); // the bladder's edge
+    painter.drawRoundedRect(box(4, 1, 8, 11.5), 3.5 * unit, 3.5 * unit);
+    painter.drawLine(at(5.2, 12.2), at(5.2, 15));
+    painter.drawLine(at(10.8, 12.2), at(10.8, 15));
+    painter.drawArc(box(4, 5.6, 8, 2.2), 180 * 16, 180 * 16); // the bladder's edge
     painter.restore();
 }
 

@@ -1,6 +1,7 @@
 #include "core/look/FlatStyle.h"
 
 #include "core/look/Icons.h"
+#include "core/look/SharedPalette.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -298,6 +299,12 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
                               lineColor(option->palette));
         return;
+    case CE_HeaderSection:
+        if (SharedPalette::draws<QStyleOptionHeader>(option, [&](const QStyleOption* shared) {
+                QProxyStyle::drawControl(element, shared, painter, widget);
+            }))
+            return;
+        break;
     default:
         break;
     }
@@ -330,7 +337,12 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     }
     const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
     if (control != CC_TitleBar || !bar) {
-        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        const auto draw = [&](const QStyleOptionComplex* shared) {
+            QProxyStyle::drawComplexControl(control, shared, painter, widget);
+        };
+        if (!SharedPalette::draws<QStyleOptionComboBox>(option, draw) &&
+            !SharedPalette::draws<QStyleOptionSpinBox>(option, draw))
+            draw(option);
         return;
     }
     const QPalette& palette = bar->palette;
@@ -400,6 +412,12 @@ QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* optio
         return Appearance::icon("message-critical");
     case SP_MessageBoxQuestion:
         return Appearance::icon("message-question");
+    // Qt's own are image files, and the first would load every plugin for images at the start.
+    case SP_ToolBarHorizontalExtensionButton:
+    case SP_ToolBarVerticalExtensionButton:
+        return Appearance::icon("more");
+    case SP_LineEditClearButton:
+        return Appearance::icon("cancel");
     default:
         return QProxyStyle::standardIcon(standard, option, widget);
     }

@@ -194,8 +194,7 @@ class FrameArea : public QMdiArea {
         Fitting::keepFocusInSight(*scroller);
         background = scroller;
         background->setGeometry(geometry());
-        background->hide();
-        showBackground();
+        background->setVisible(!Screens::anyVisible()); // at once: the window first paints with it
     }
     void refreshBackground() {
         if (!background || !background->isVisible())

@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr qsizetype longestText = 1023; // characters, the most that the session accepts as a key
+
 /// Sort order of texts: ignores case and sorts embedded numbers by value.
 const QCollator& textOrder() {
     static const QCollator order = [] {
@@ -268,11 +270,13 @@ QVariant ListRow::data(int column, int role) const {
         const QVariant own = QTreeWidgetItem::data(column, role); // for cells that are filled later
         return own.isValid() ? own : treeWidget()->headerItem()->data(column, role);
     }
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::UserRole)
+        return cell(column, role);
     if (role != Qt::AccessibleTextRole || column != 0)
         return QTreeWidgetItem::data(column, role);
     QStringList cells;
-    for (int cell = 0; cell < columnCount(); ++cell)
-        if (const QString shown = text(cell); !shown.isEmpty())
+    for (int i = 0; treeWidget() && i < treeWidget()->columnCount(); ++i)
+        if (const QString shown = text(i); !shown.isEmpty())
             cells.append(shown);
     return cells.join(", ");
 }
@@ -294,8 +298,7 @@ void stopSorting(QTreeWidget* list) {
 }
 
 QString beginningOf(const QString& text) {
-    constexpr qsizetype maxLength = 1023; // characters, the most that the session accepts as a key
-    return text.left(maxLength);
+    return text.left(longestText);
 }
 
 void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Selected selected) {
@@ -307,7 +310,8 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
-            row->setText(column, beginningOf(row->text(column)));
+            if (const QString text = row->text(column); text.size() > longestText)
+                row->setText(column, beginningOf(text));
         items.append(row.release());
     }
     alignNumbers(*list, items);

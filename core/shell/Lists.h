@@ -22,7 +22,12 @@ class ListRow : public QTreeWidgetItem {
     void setSortKey(int column, const QVariant& key) { setData(column, Qt::UserRole, key); }
     bool operator<(const QTreeWidgetItem& other) const override;
     /// To a screen reader the first cell, which the arrow keys reach, tells the whole row.
-    QVariant data(int column, int role) const override;
+    QVariant data(int column, int role) const final;
+
+  protected:
+    /// The text of a cell, or for Qt::UserRole its sort key. A row of a long list may take them from
+    /// elsewhere instead of storing its own.
+    virtual QVariant cell(int column, int role) const { return QTreeWidgetItem::data(column, role); }
 };
 
 using ListRows = std::vector<std::unique_ptr<ListRow>>;

@@ -4,10 +4,19 @@
 #include "core/base/Text.h"
 #include "core/store/SqliteEngine.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 const QString isoMoment = QStringLiteral("yyyy-MM-dd HH:mm:ss");
+
+void set(RowValues& values, int column, const QVariant& value) {
+    const auto found = std::ranges::find(values, column, &RowValues::value_type::first);
+    if (found == values.end())
+        values.append({column, value});
+    else
+        found->second = value;
+}
 } // namespace
 
 void Connection::setProperty(const QString& name, const QString& value) {
@@ -59,8 +68,9 @@ void Recordset::Close() {
     cursor.reset();
     assigned.clear();
     stored.clear();
+    following.reset();
     onRow = adding = deleted = resting = false;
-    position = 0;
+    next = 0;
 }
 
 void Recordset::step() {
@@ -68,33 +78,36 @@ void Recordset::step() {
     stored.clear();
     adding = false;
     onRow = false;
-    onRow = cursor->step();
+    if (following) {
+        while (!onRow && next < following->size())
+            onRow = cursor->seek((*following)[next++]); // another instance may have deleted it
+    } else {
+        onRow = cursor->step();
+    }
     if (onRow && cursor->isUpdatable())
         rowKey = cursor->rowKey();
 }
 
 /// Keeps the current row and gives up the read lock. Otherwise two instances of the program that both read
-/// and wait to write would deadlock.
+/// and wait to write would deadlock. What a write changes does not change which rows follow, so their keys
+/// are read before the first; after a new row none follow.
 void Recordset::letGo() {
     if (resting)
         return;
-    const auto changes = std::exchange(assigned, {});
-    if (onRow && !adding)
-        for (int i = 0; i < cursor->columns().size(); ++i)
-            stored.insert(i, value(i));
-    assigned = changes;
-    cursor->rewind();
+    const bool leaving = onRow && !adding;
+    for (int i = 0; leaving && i < cursor->columns().size(); ++i)
+        if (const QVariant now = cursor->value(i); now.isValid())
+            stored.append({i, now});
+    if (!following)
+        following = leaving ? cursor->followingKeys() : QList<qint64>();
+    cursor->rest();
     resting = true;
 }
 
 void Recordset::moveNext() {
     if (!std::exchange(deleted, false))
         requireRow();
-    if (std::exchange(resting, false)) // return to the row that was current before the write
-        for (int row = 0; row <= position; ++row)
-            if (!cursor->step())
-                break;
-    ++position;
+    resting = false;
     step();
 }
 
@@ -124,13 +137,19 @@ void Recordset::requireRow() const {
                             "Either BOF or EOF is True, or the current record has been deleted.");
 }
 
+const QVariant* Recordset::find(const RowValues& values, int column) {
+    const auto found = std::ranges::find(values, column, &RowValues::value_type::first);
+    return found == values.cend() ? nullptr : &found->second;
+}
+
 QVariant Recordset::value(int column) const {
     requireRow();
-    if (const auto change = assigned.constFind(column); change != assigned.cend())
+    if (const QVariant* change = find(assigned, column))
         return *change;
-    if (const auto change = stored.constFind(column); change != stored.cend())
-        return *change;
-    return adding ? QVariant() : cursor->value(column);
+    if (!adding && !resting)
+        return cursor->value(column);
+    const QVariant* kept = find(stored, column);
+    return kept ? *kept : QVariant();
 }
 
 void Recordset::AddNew() {
@@ -146,21 +165,17 @@ void Recordset::Update() {
     if (assigned.isEmpty() && !adding)
         return;
     letGo();
-    RowValues values;
-    for (auto change = assigned.cbegin(); change != assigned.cend(); ++change)
-        values.append({change.key(), *change});
     if (adding) {
-        rowKey = cursor->insert(values);
+        rowKey = cursor->insert(assigned);
         adding = false;
         onRow = true;
-        stored = std::exchange(assigned, {});
-        for (int i = 0; i < cursor->columns().size(); ++i)
-            if (!stored.contains(i))
-                stored.insert(i, {});
+        stored.swap(assigned);
     } else {
-        cursor->update(rowKey, values);
-        stored.insert(std::exchange(assigned, {}));
+        cursor->update(rowKey, assigned);
+        for (const auto& [column, value] : std::as_const(assigned))
+            set(stored, column, value);
     }
+    assigned.clear();
 }
 
 void Recordset::Delete() {
@@ -169,7 +184,6 @@ void Recordset::Delete() {
     cursor->remove(rowKey);
     onRow = false;
     deleted = true;
-    --position; // the next row takes its place
 }
 
 bool Recordset::Field::isNull() const {
@@ -225,7 +239,7 @@ bool Recordset::Field::takesFractions() const {
 void Recordset::Field::assign(const QVariant& value) {
     if (!recordset.adding)
         recordset.requireRow();
-    recordset.assigned.insert(index, value);
+    set(recordset.assigned, index, value);
 }
 
 Recordset::Field& Recordset::Field::operator=(const QString& text) {

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 /// One database, closed until Open is called. Closes itself.
 class Connection {
@@ -141,6 +142,8 @@ class Recordset {
   private:
     void step();
     void letGo();
+    /// The value of a column among some; null if it is not one of them.
+    static const QVariant* find(const RowValues& values, int column);
     QVariant value(int column) const;
     int columnIndex(const QString& name) const;
     void requireRow() const;
@@ -149,9 +152,10 @@ class Recordset {
     bool onRow = false;
     bool deleted = false; // whether Delete has removed the current row
     bool resting = false; // whether the read was released for a write; the current row is then in `stored`
-    int position = 0;     // of the current row, from 0
     bool adding = false;
     qint64 rowKey = 0;
-    QHash<int, QVariant> assigned; // columns that the next Update stores
-    QHash<int, QVariant> stored;   // columns of the current row that an Update changed
+    RowValues assigned;                     // columns that the next Update stores
+    RowValues stored;                       // columns of the current row that have a value
+    std::optional<QList<qint64>> following; // keys of the rows after this one, since the first write
+    qsizetype next = 0;                     // among them
 };

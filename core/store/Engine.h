@@ -29,8 +29,8 @@ class EngineCursor {
     virtual const QList<ColumnInfo>& columns() const = 0;
     /// Moves to the next row; false after the last.
     virtual bool step() = 0;
-    /// Goes back before the first row and releases every read lock.
-    virtual void rewind() = 0;
+    /// Leaves the current row and releases every read lock.
+    virtual void rest() = 0;
     /// A column of the row: an integer, a double, a text, or invalid for null.
     virtual QVariant value(int column) const = 0;
     virtual int count() const = 0;
@@ -38,6 +38,10 @@ class EngineCursor {
     /// Whether the rows come from a single table and can be changed.
     virtual bool isUpdatable() const = 0;
     virtual qint64 rowKey() const = 0;
+    /// The keys of the rows that follow, in order. There is no current row afterwards.
+    virtual QList<qint64> followingKeys() = 0;
+    /// Moves to the row with this key; false if it is gone.
+    virtual bool seek(qint64 row) = 0;
     /// Stores a new row at once and returns its key.
     virtual qint64 insert(const RowValues& values) = 0;
     virtual void update(qint64 row, const RowValues& values) = 0;

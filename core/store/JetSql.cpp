@@ -2,142 +2,16 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
+#include "core/store/JetGroups.h"
+#include "core/store/JetTokens.h"
 
 #include <QList>
 #include <QLocale>
 #include <QSet>
 
+using namespace JetTokens;
+
 namespace {
-
-enum class Kind { Blank, Word, Name, Number, Text, Date, Parameter, Symbol };
-
-struct Token {
-    Kind kind;
-    QString text; // names without brackets, quoted texts without quotes, anything else as written
-};
-
-using Tokens = QList<Token>;
-
-[[noreturn]] void syntaxError(const QString& what) {
-    throw DatabaseFault(DatabaseFault::SyntaxError, ("Syntax error in query: " + what).toStdString());
-}
-
-bool isWordCharacter(QChar c) {
-    return c.isLetterOrNumber() || c == u'_';
-}
-
-/// Reads a statement token by token.
-class Tokenizer {
-  public:
-    explicit Tokenizer(const QString& statement) : source(statement) {}
-
-    Tokens all() {
-        Tokens tokens;
-        while (position < source.size())
-            tokens.append(next());
-        return tokens;
-    }
-
-  private:
-    Token next() {
-        const QChar c = source[position];
-        if (c.isNull())
-            syntaxError(QStringLiteral("a character that no statement can hold."));
-        if (c.isSpace())
-            return {Kind::Blank, takeWhile([](QChar x) { return x.isSpace(); })};
-        if (c == u'\'' || c == u'"')
-            return {Kind::Text, takeQuoted(c)};
-        if (c == u'[')
-            return {Kind::Name, takeUntil(u']', QStringLiteral("a name in brackets"))};
-        if (c == u'#')
-            return {Kind::Date, takeUntil(u'#', QStringLiteral("a date"))};
-        if (c.isDigit() || (c == u'.' && peek(1).isDigit()))
-            return {Kind::Number, takeNumber()};
-        if (c == u'?') {
-            ++position;
-            return {Kind::Parameter, u'?' + QString::number(++parameters)};
-        }
-        if (isWordCharacter(c))
-            return {Kind::Word, takeWhile(isWordCharacter)};
-        const QString two = source.mid(position, 2);
-        if (two == u"<=" || two == u">=" || two == u"<>") {
-            position += 2;
-            return {Kind::Symbol, two};
-        }
-        // Comments belong to the engine's dialect and would hide the rest of a statement.
-        if (two == u"--" || two == u"/*")
-            syntaxError(QStringLiteral("'%1'.").arg(two));
-        ++position;
-        return {Kind::Symbol, QString(c)};
-    }
-
-    QChar peek(qsizetype ahead) const {
-        return position + ahead < source.size() ? source[position + ahead] : QChar();
-    }
-
-    template<typename Predicate>
-    QString takeWhile(Predicate belongs) {
-        const qsizetype start = position;
-        while (position < source.size() && belongs(source[position]))
-            ++position;
-        return source.mid(start, position - start);
-    }
-
-    QString takeQuoted(QChar quote) {
-        QString text;
-        for (++position; position < source.size(); ++position) {
-            if (source[position] != quote) {
-                text += source[position];
-            } else if (peek(1) == quote) {
-                text += quote;
-                ++position;
-            } else {
-                ++position;
-                return text;
-            }
-        }
-        syntaxError(QStringLiteral("a quoted text does not end."));
-    }
-
-    QString takeUntil(QChar end, const QString& what) {
-        const qsizetype stop = source.indexOf(end, position + 1);
-        if (stop < 0)
-            syntaxError(what + QStringLiteral(" does not end."));
-        QString text = source.mid(position + 1, stop - position - 1);
-        position = stop + 1;
-        return text;
-    }
-
-    QString takeNumber() {
-        const auto digit = [](QChar x) { return x.isDigit(); };
-        QString text = takeWhile(digit);
-        if (peek(0) == u'.') {
-            ++position;
-            text += u'.' + takeWhile(digit);
-        }
-        if (peek(0).toUpper() == u'E') {
-            const qsizetype sign = peek(1) == u'+' || peek(1) == u'-' ? 1 : 0;
-            if (peek(1 + sign).isDigit()) {
-                text += source.mid(position, 1 + sign);
-                position += 1 + sign;
-                text += takeWhile(digit);
-            }
-        }
-        return text;
-    }
-
-    const QString& source;
-    qsizetype position = 0;
-    int parameters = 0;
-};
-
-bool isWord(const Token& token, const char* word) {
-    return token.kind == Kind::Word && token.text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
-}
-
-bool isSymbol(const Token& token, const char* symbol) {
-    return token.kind == Kind::Symbol && token.text == QLatin1String(symbol);
-}
 
 QString isoDate(const QString& text) {
     const std::optional<QDate> date = readDate(text);
@@ -148,55 +22,6 @@ QString isoDate(const QString& text) {
 
 QString quotedText(QString text) {
     return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\'';
-}
-
-void skipBlanks(const Tokens& tokens, qsizetype& i) {
-    while (i < tokens.size() && tokens[i].kind == Kind::Blank)
-        ++i;
-}
-
-/// Moves "GROUP BY column HAVING column = literal" forward, to a WHERE on the same rows: a group has the
-/// value in all its rows or in none.
-Tokens havingToWhere(const Tokens& tokens) {
-    qsizetype group = -1;
-    qsizetype having = -1;
-    qsizetype where = -1;
-    for (qsizetype i = 0; i < tokens.size(); ++i) {
-        if (isWord(tokens[i], "GROUP"))
-            group = i;
-        else if (isWord(tokens[i], "HAVING"))
-            having = i;
-        else if (isWord(tokens[i], "WHERE"))
-            where = i;
-    }
-    if (group < 0 || having < group)
-        return tokens;
-    const auto significant = [&](qsizetype from, qsizetype to) {
-        Tokens found;
-        for (qsizetype i = from; i < to; ++i)
-            if (tokens[i].kind != Kind::Blank)
-                found.append(tokens[i]);
-        return found;
-    };
-    const Tokens grouping = significant(group, having);
-    const Tokens condition = significant(having + 1, tokens.size());
-    const bool fits = grouping.size() == 3 && condition.size() == 3 && condition[0].kind == Kind::Word &&
-                      isSymbol(condition[1], "=") &&
-                      (condition[2].kind == Kind::Text || condition[2].kind == Kind::Parameter) &&
-                      grouping[2].text.compare(condition[0].text, Qt::CaseInsensitive) == 0;
-    if (!fits)
-        return tokens;
-    const Token blank{Kind::Blank, QStringLiteral(" ")};
-    Tokens moved = tokens.first(where < 0 ? group : where + 1);
-    if (where < 0)
-        moved << Token{Kind::Word, QStringLiteral("WHERE")};
-    moved << blank << condition;
-    if (where >= 0)
-        moved << blank << Token{Kind::Word, QStringLiteral("AND")} << blank
-              << Token{Kind::Symbol, QStringLiteral("(")} << tokens.mid(where + 1, group - where - 1)
-              << Token{Kind::Symbol, QStringLiteral(")")};
-    moved << blank << tokens.mid(group, having - group);
-    return moved;
 }
 
 bool isComparison(const Token& token) {
@@ -426,7 +251,7 @@ std::optional<QDate> readDate(const QString& text) {
 }
 
 JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) {
-    Tokens tokens = Tokenizer(statement).all();
+    Tokens tokens = tokensOf(statement);
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         if (!isWord(tokens[i], "DELETE"))
             continue;
@@ -437,5 +262,5 @@ JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) 
         break;
     }
     const QList<bool> compared = trimComparedTexts(tokens);
-    return {Writer(havingToWhere(tokens), dialect).write(), compared, updatableTable(tokens)};
+    return {Writer(groupedToOrdered(tokens), dialect).write(), compared, updatableTable(tokens)};
 }

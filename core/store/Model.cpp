@@ -10,7 +10,23 @@ using namespace Gateway;
 
 using Record::column;
 
-std::span<const Record::Column<Model>> Model::columns() {
+namespace {
+
+constexpr Record::Column<Model> measures[] = {
+    column<&Model::modelDscrptn>("ModelDscrptn"),
+    column<&Model::app>("App"),
+    column<&Model::tankVolume>("TankVolume"),
+    column<&Model::tankOD>("TankOD"),
+    column<&Model::oal>("OAL"),
+};
+
+} // namespace
+
+Model::Columns Model::measures() {
+    return ::measures;
+}
+
+Model::Columns Model::columns() {
     static constexpr Record::Column<Model> all[] = {
         column<&Model::modelDscrptn>("ModelDscrptn"),
         column<&Model::app>("App"),
@@ -49,7 +65,7 @@ std::optional<Model> findModel(const QString& model) {
     return rows.atEnd() ? std::nullopt : std::optional(Record::read(*rows, Model::columns()));
 }
 
-QHash<QString, Model> findModels(const QStringList& names) {
+QHash<QString, Model> findModels(const QStringList& names, Model::Columns columns) {
     QSet<QString> sought;
     for (const QString& name : names)
         if (!name.isEmpty())
@@ -62,7 +78,7 @@ QHash<QString, Model> findModels(const QStringList& names) {
     Rows rows("Sys", "SELECT * FROM tblModelMaster WHERE ModelDscrptn IN (SELECT value FROM json_each(?))",
               {QString::fromUtf8(QJsonDocument(asked).toJson(QJsonDocument::Compact))});
     found.reserve(sought.size());
-    for (Model& model : Record::readAll(*rows, Model::columns()))
+    for (Model& model : Record::readAll(*rows, columns))
         if (const QString key = model.modelDscrptn.value_or(QString()).toCaseFolded(); !found.contains(key))
             found.emplace(key, std::move(model)); // the first of a name, as everywhere
     return found;

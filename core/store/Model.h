@@ -34,7 +34,10 @@ struct Model {
     std::optional<QString> tankDraw;  // key of the drawing
     std::optional<QString> submittal; // key of the specification
 
-    static std::span<const Record::Column<Model>> columns();
+    using Columns = std::span<const Record::Column<Model>>;
+    static Columns columns();
+    /// Name, application and measures, which lists of tanks show.
+    static Columns measures();
 };
 
 namespace Catalogue {
@@ -42,9 +45,9 @@ namespace Catalogue {
 /// A model of the catalogue by name; nothing if the catalogue does not have it. Throws DatabaseFault.
 std::optional<Model> findModel(const QString& model);
 
-/// The models with these names that the catalogue has, by case-folded name, in one statement. Throws
-/// DatabaseFault.
-QHash<QString, Model> findModels(const QStringList& names);
+/// The models with these names that the catalogue has, by case-folded name, in one statement; with only some
+/// columns where the others are not needed. Throws DatabaseFault.
+QHash<QString, Model> findModels(const QStringList& names, Model::Columns columns = Model::columns());
 
 /// The models of a series, in catalogue order. Throws DatabaseFault.
 std::vector<Model> modelsOf(const QString& series);

@@ -9,6 +9,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -151,7 +152,7 @@ class SqliteCursor final : public EngineCursor {
           connectionString(source), countQuery(sql) {
         QString text = sql;
         if (isUpdatable()) // the row key, ahead of the table's columns
-            text.replace(text.indexOf(u'*'), 1, QStringLiteral("rowid, *"));
+            text.replace(text.indexOf(u'*'), 1, keyAndColumns);
         const QByteArray bytes = text.toUtf8();
         const char* rest = nullptr;
         statement = prepared(bytes, &rest);
@@ -159,6 +160,7 @@ class SqliteCursor final : public EngineCursor {
             throw DatabaseFault(DatabaseFault::SyntaxError, "Characters found after end of SQL statement.",
                                 connectionString.toStdString());
         bindParameters(statement.get());
+        reading = statement.get();
         for (int i = firstColumn(); i < sqlite3_column_count(statement.get()); ++i)
             names.append(columnOf(QString::fromUtf8(sqlite3_column_name(statement.get(), i)),
                                   QString::fromUtf8(sqlite3_column_decltype(statement.get(), i))));
@@ -166,28 +168,22 @@ class SqliteCursor final : public EngineCursor {
 
     const QList<ColumnInfo>& columns() const override { return names; }
 
-    bool step() override {
-        const int code = sqlite3_step(statement.get());
-        if (code != SQLITE_ROW && code != SQLITE_DONE)
-            fail(code);
-        return code == SQLITE_ROW;
-    }
+    bool step() override { return stepped(statement.get()); }
 
-    void rewind() override { sqlite3_reset(statement.get()); }
+    void rest() override { sqlite3_reset(reading); }
 
     QVariant value(int column) const override {
         const int place = column + firstColumn();
-        switch (sqlite3_column_type(statement.get(), place)) {
+        switch (sqlite3_column_type(reading, place)) {
         case SQLITE_INTEGER:
-            return QVariant::fromValue<qint64>(sqlite3_column_int64(statement.get(), place));
+            return QVariant::fromValue<qint64>(sqlite3_column_int64(reading, place));
         case SQLITE_FLOAT:
-            return sqlite3_column_double(statement.get(), place);
+            return sqlite3_column_double(reading, place);
         case SQLITE_NULL:
             return {};
         default:
-            return QString::fromUtf8(
-                reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), place)),
-                sqlite3_column_bytes(statement.get(), place));
+            return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(reading, place)),
+                                     sqlite3_column_bytes(reading, place));
         }
     }
 
@@ -200,24 +196,43 @@ class SqliteCursor final : public EngineCursor {
     }
 
     bool isUpdatable() const override { return !table.isEmpty(); }
-    qint64 rowKey() const override { return sqlite3_column_int64(statement.get(), 0); }
+    qint64 rowKey() const override { return sqlite3_column_int64(reading, 0); }
+
+    QList<qint64> followingKeys() override {
+        QList<qint64> keys;
+        while (stepped(statement.get()))
+            keys.append(rowKey());
+        return keys;
+    }
+
+    bool seek(qint64 row) override {
+        if (!seeking)
+            seeking = prepared(QStringLiteral("SELECT %1 FROM %2 WHERE rowid=?")
+                                   .arg(keyAndColumns, sqliteDialect().quotedName(table))
+                                   .toUtf8(),
+                               nullptr);
+        reading = seeking.get();
+        sqlite3_reset(reading);
+        sqlite3_bind_int64(reading, 1, row);
+        return stepped(reading);
+    }
 
     /// A run of new rows keeps its statement: preparing one takes longer than its row.
     qint64 insert(const RowValues& values) override {
-        QList<int> columns;
-        for (const auto& [column, value] : values)
-            columns.append(column);
-        if (!inserting || columns != insertedColumns) {
+        const auto same = [](int column, const auto& value) { return column == value.first; };
+        if (!inserting || !std::ranges::equal(insertedColumns, values, same)) {
+            insertedColumns.clear();
             QStringList columnNames;
-            for (const int column : columns)
+            for (const auto& [column, value] : values) {
+                insertedColumns.append(column);
                 columnNames.append(sqliteDialect().quotedName(names[column].name));
-            const QStringList marks(columns.size(), QStringLiteral("?"));
+            }
+            const QStringList marks(values.size(), QStringLiteral("?"));
             inserting =
                 prepared(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                              .arg(sqliteDialect().quotedName(table), columnNames.join(u','), marks.join(u','))
                              .toUtf8(),
                          nullptr);
-            insertedColumns = columns;
         }
         run(inserting.get(), values);
         return sqlite3_last_insert_rowid(database);
@@ -239,9 +254,19 @@ class SqliteCursor final : public EngineCursor {
     }
 
   private:
+    static constexpr QLatin1String keyAndColumns{"rowid, *"};
+
     int firstColumn() const { return isUpdatable() ? 1 : 0; }
 
     [[noreturn]] void fail(int code) const { throwFault(database, code, connectionString); }
+
+    /// Whether a statement has come to a row.
+    bool stepped(sqlite3_stmt* running) const {
+        const int code = sqlite3_step(running);
+        if (code != SQLITE_ROW && code != SQLITE_DONE)
+            fail(code);
+        return code == SQLITE_ROW;
+    }
 
     Statement prepared(const QByteArray& text, const char** rest) const {
         sqlite3_stmt* made = nullptr;
@@ -297,6 +322,8 @@ class SqliteCursor final : public EngineCursor {
     QString connectionString;
     QString countQuery;
     QList<ColumnInfo> names;
+    Statement seeking{nullptr, sqlite3_finalize};
+    sqlite3_stmt* reading = nullptr; // the statement with the current row: the cursor's own or `seeking`
     Statement inserting{nullptr, sqlite3_finalize};
     QList<int> insertedColumns;
 };

@@ -30,6 +30,11 @@ constexpr TankColumn tagColumn(const char* name) {
             [](const TankLine& one, const TankLine& other) { return one.tags[unit] == other.tags[unit]; }};
 }
 
+constexpr TankColumn tagColumns[] = {tagColumn<0>("TagID01"), tagColumn<1>("TagID02"), tagColumn<2>("TagID03"),
+                                     tagColumn<3>("TagID04"), tagColumn<4>("TagID05"), tagColumn<5>("TagID06"),
+                                     tagColumn<6>("TagID07"), tagColumn<7>("TagID08"), tagColumn<8>("TagID09"),
+                                     tagColumn<9>("TagID10")};
+
 constexpr TankColumn dateCreated = column<&TankLine::dateCreated>("DateCreated");
 constexpr TankColumn tankClass = column<&TankLine::tankClass>("TankClass");
 constexpr TankColumn modelNo = column<&TankLine::modelNo>("ModelNo");
@@ -55,8 +60,12 @@ constexpr TankColumn totalKineticEnergy = column<&TankLine::totalKineticEnergy>(
 constexpr TankColumn leakLoad = column<&TankLine::leakLoad>("LeakLoad");
 constexpr TankColumn pumpRunTime = column<&TankLine::pumpRunTime>("PumpRunTime");
 
-constexpr TankColumn allColumns[] = {column<&TankLine::tankID>("TankID"),
-                                     column<&TankLine::tankNo>("TankNo"),
+constexpr TankColumn keyColumn = column<&TankLine::tankID>("TankID");
+constexpr TankColumn numberColumn = column<&TankLine::tankNo>("TankNo");
+constexpr TankColumn sortColumn = column<&TankLine::sortNo>("SortNo");
+
+constexpr TankColumn allColumns[] = {keyColumn,
+                                     numberColumn,
                                      column<&TankLine::jobID>("JobID"),
                                      dateCreated,
                                      tankClass,
@@ -82,17 +91,17 @@ constexpr TankColumn allColumns[] = {column<&TankLine::tankID>("TankID"),
                                      totalKineticEnergy,
                                      leakLoad,
                                      pumpRunTime,
-                                     column<&TankLine::sortNo>("SortNo"),
-                                     tagColumn<0>("TagID01"),
-                                     tagColumn<1>("TagID02"),
-                                     tagColumn<2>("TagID03"),
-                                     tagColumn<3>("TagID04"),
-                                     tagColumn<4>("TagID05"),
-                                     tagColumn<5>("TagID06"),
-                                     tagColumn<6>("TagID07"),
-                                     tagColumn<7>("TagID08"),
-                                     tagColumn<8>("TagID09"),
-                                     tagColumn<9>("TagID10")};
+                                     sortColumn,
+                                     tagColumns[0],
+                                     tagColumns[1],
+                                     tagColumns[2],
+                                     tagColumns[3],
+                                     tagColumns[4],
+                                     tagColumns[5],
+                                     tagColumns[6],
+                                     tagColumns[7],
+                                     tagColumns[8],
+                                     tagColumns[9]};
 
 constexpr TankColumn conditionColumns[] = {atmPressure, sopMin,       sopMax,      sotMin,
                                            sotMax,      totSysVolume, sysFluidType};
@@ -115,6 +124,8 @@ constexpr auto together(const TankColumn (&... parts)[counts]) {
     return all;
 }
 constexpr auto comparedColumns = together(conditionColumns, sizeColumns, choiceColumns);
+constexpr TankColumn shownColumns[] = {keyColumn, numberColumn, modelNo, qty, sopMin, sopMax, sotMin, sotMax, sortColumn};
+constexpr auto scheduledColumns = together(shownColumns, tagColumns);
 constexpr auto comparedShockColumns = together(shockColumns, shockChoiceColumns);
 
 const char* const byKey = "SELECT * FROM tblJobData WHERE TankID = ?";
@@ -178,7 +189,10 @@ TankLine::Columns TankLine::comparedShock() {
     return comparedShockColumns;
 }
 TankLine::Columns TankLine::unitTags() {
-    return std::span(allColumns).last<MostTags>();
+    return tagColumns;
+}
+TankLine::Columns TankLine::scheduled() {
+    return scheduledColumns;
 }
 
 namespace Records {
@@ -200,10 +214,10 @@ std::vector<TankLine> tankLinesOf(const QString& jobID) {
     return tankLinesOf(jobID, openDatabase("User"));
 }
 
-std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user) {
+std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user, TankLine::Columns columns) {
     Recordset tanks;
     tanks.Open("SELECT * FROM tblJobData WHERE JobID = ?", user, {jobID});
-    std::vector<TankLine> lines = Record::readAll(tanks, TankLine::all());
+    std::vector<TankLine> lines = Record::readAll(tanks, columns);
     const auto place = [](const TankLine& line) {
         return line.sortNo.value_or(std::numeric_limits<int>::max());
     };

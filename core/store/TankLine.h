@@ -55,6 +55,8 @@ struct TankLine {
     static Columns compared();
     static Columns comparedShock();
     static Columns unitTags();
+    /// What a schedule tells of a line, in the order of its documents.
+    static Columns scheduled();
 };
 
 namespace Records {
@@ -69,8 +71,10 @@ std::optional<TankLine> readTankLineToEdit();
 /// The tank lines of a job in the order of its documents: as they were moved, otherwise as they were entered.
 /// Throws DatabaseFault.
 std::vector<TankLine> tankLinesOf(const QString& jobID);
-/// The same over an open connection to the user database.
-std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user);
+/// The same over an open connection to the user database; with only some columns, SortNo among them, where
+/// the others are not needed.
+std::vector<TankLine> tankLinesOf(const QString& jobID, const Connection& user,
+                                  TankLine::Columns columns = TankLine::all());
 
 /// The maximum length of a tank line's column, as declared. Throws DatabaseFault.
 int tankLineTextSize(const QString& column);

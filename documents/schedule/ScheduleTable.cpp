@@ -41,7 +41,7 @@ class Models {
             QStringList names;
             for (const TankLine& tank : lines)
                 names.append(tank.modelNo.value_or(QString()));
-            models = findModels(names);
+            models = findModels(names, Model::measures());
         }
         const auto found = models.constFind(modelNo.toCaseFolded());
         return found == models.cend() ? std::nullopt : std::optional(*found);
@@ -75,18 +75,30 @@ void takeModel(const QString& modelNo, Models& models, ModelValues& values) {
 /// stops before it.
 constexpr int room = 9;
 
-void addUnits(Recordset& schedule, const TankLine& tank, const ModelValues& values) {
-    for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
-        schedule.AddNew();
-        schedule["TagID"] = UnitTags::tagOf(tank, unit, room);
-        schedule["TankID"] = tank.tankID.value_or(QString());
-        schedule["TankOD"] = values.tankOD;
-        schedule["OAL"] = values.oal;
-        schedule["TankVol"] = values.tankVolume;
-        schedule["App"] = values.app;
-        schedule.Update();
+/// Adds rows to the work table. Its columns are looked up once, not for every row.
+class NewRows {
+  public:
+    explicit NewRows(Recordset& schedule)
+        : table(schedule), tagID(schedule["TagID"]), tankID(schedule["TankID"]), tankOD(schedule["TankOD"]),
+          oal(schedule["OAL"]), tankVol(schedule["TankVol"]), app(schedule["App"]) {}
+
+    void addUnits(const TankLine& tank, const ModelValues& values) {
+        for (int unit = 1; unit <= tank.qty.value_or(0); ++unit) {
+            table.AddNew();
+            tagID = UnitTags::tagOf(tank, unit, room);
+            tankID = tank.tankID.value_or(QString());
+            tankOD = values.tankOD;
+            oal = values.oal;
+            tankVol = values.tankVolume;
+            app = values.app;
+            table.Update();
+        }
     }
-}
+
+  private:
+    Recordset& table;
+    Recordset::Field tagID, tankID, tankOD, oal, tankVol, app;
+};
 
 void rebuild(const Connection& user) {
     Recordset().Open("DELETE * FROM tblSchedule", user);
@@ -95,12 +107,13 @@ void rebuild(const Connection& user) {
         return;
     Recordset schedule;
     schedule.Open("tblSchedule", user, CursorType::Keyset, CommandType::Table);
-    const std::vector<TankLine> tanks = tankLinesOf(job, user);
+    const std::vector<TankLine> tanks = tankLinesOf(job, user, TankLine::scheduled());
+    NewRows rows(schedule);
     Models models(tanks);
     ModelValues values;
     for (const TankLine& tank : tanks) {
         takeModel(tank.modelNo.value_or(QString()), models, values);
-        addUnits(schedule, tank, values);
+        rows.addUnits(tank, values);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/Deletion.h"
+#include "core/store/Gateway.h"
 #include "core/store/Model.h"
 #include "core/store/SessionStore.h"
 #include "core/store/TankLine.h"
@@ -15,8 +16,14 @@
 
 #include <QHash>
 
+#include <array>
+#include <memory>
+#include <utility>
+#include <vector>
+
 using namespace Catalogue;
 using namespace Deletion;
+using namespace Gateway;
 using namespace Records;
 using namespace Schedule;
 using namespace StatusBar;
@@ -25,7 +32,7 @@ namespace {
 
 const QStringList headings = {"TagID",   "Model No.", "Application", "Volume",  "Dia",   "Ht",
                               "SOP Min", "SOP Max",   "SOT Min",     "SOT Max", "TankID"};
-enum Column {
+enum Column : std::size_t {
     TagColumn,
     ModelColumn,
     ApplicationColumn,
@@ -36,45 +43,97 @@ enum Column {
     SOPMaxColumn,
     SOTMinColumn,
     SOTMaxColumn,
-    TankColumn
+    TankColumn,
+    ColumnCount
 };
 
-/// Numbers sort by value; a cell without a stored number is blank.
-void setNumber(ListRow& unit, int column, const std::optional<double>& value, const QString& text) {
-    if (!value)
-        return;
-    unit.setText(column, text);
-    unit.setSortKey(column, *value);
-}
+/// What all units of a tank line show, once for all of them.
+struct LineCells {
+    std::array<QString, ColumnCount> texts;
+    std::array<QVariant, ColumnCount> sortKeys;
 
-std::unique_ptr<ListRow> rowOf(const TankLine& tank, int number) {
-    auto unit = std::make_unique<ListRow>();
-    unit->setText(TagColumn, UnitTags::tagOf(tank, number));
-    unit->setText(ModelColumn, shownText(tank.modelNo));
+    /// Numbers sort by value; a cell without a stored number is blank.
+    void setNumber(Column column, const std::optional<double>& value, const QString& text) {
+        if (!value)
+            return;
+        texts[column] = text;
+        sortKeys[column] = *value;
+    }
+};
+
+LineCells cellsOf(const TankLine& tank) {
+    LineCells cells;
+    cells.texts[ModelColumn] = shownText(tank.modelNo);
     for (const auto& [column, value, unitOfMeasure] : {std::tuple{SOPMinColumn, tank.sopMin, " psi"},
                                                        {SOPMaxColumn, tank.sopMax, " psi"},
                                                        {SOTMinColumn, tank.sotMin, "°F"},
                                                        {SOTMaxColumn, tank.sotMax, "°F"}})
-        setNumber(*unit, column, value, shownText(value) + unitOfMeasure);
-    unit->setText(TankColumn, shownText(tank.tankID));
-    unit->setSortKey(TankColumn, tank.tankNo.value_or(0));
-    return unit;
+        cells.setNumber(column, value, shownText(value) + unitOfMeasure);
+    cells.texts[TankColumn] = shownText(tank.tankID);
+    cells.sortKeys[TankColumn] = tank.tankNo.value_or(0);
+    return cells;
 }
 
-/// Shows the catalogue's data for a model in the rows of its units.
-void showModel(const Model& model, const QString& application, const QList<ListRow*>& units) {
-    const bool drawdown = applicationCoded(shownText(model.app).toStdString()) == Application::Hydropneumatic;
-    for (ListRow* unit : units) {
-        unit->setText(ApplicationColumn, application);
-        setNumber(*unit, VolumeColumn, model.tankVolume, shownText(model.tankVolume, "#,##0 gal"));
-        setNumber(*unit, DiaColumn, model.tankOD, shownText(model.tankOD));
-        setNumber(*unit, HtColumn, model.oal, shownText(model.oal));
-        if (!drawdown)
-            continue;
-        for (const int temperature : {SOTMinColumn, SOTMaxColumn}) { // this tank has no temperatures
-            unit->setText(temperature, {});
-            unit->setSortKey(temperature, {});
+/// Adds the catalogue's data for a line's model.
+void showModel(const Model& model, const QString& application, LineCells& cells) {
+    cells.texts[ApplicationColumn] = application;
+    cells.setNumber(VolumeColumn, model.tankVolume, shownText(model.tankVolume, "#,##0 gal"));
+    cells.setNumber(DiaColumn, model.tankOD, shownText(model.tankOD));
+    cells.setNumber(HtColumn, model.oal, shownText(model.oal));
+    if (applicationCoded(shownText(model.app).toStdString()) == Application::Hydropneumatic)
+        for (const std::size_t temperature : {SOTMinColumn, SOTMaxColumn}) { // this tank has no temperatures
+            cells.texts[temperature].clear();
+            cells.sortKeys[temperature].clear();
         }
+}
+
+/// A unit. It has a tag of its own; everything else it shows is its line's and is looked up when it comes in
+/// sight.
+class UnitRow : public ListRow {
+  public:
+    UnitRow(QString unitTag, std::shared_ptr<const LineCells> shared)
+        : tag(std::move(unitTag)), line(std::move(shared)) {}
+
+  protected:
+    QVariant cell(int column, int role) const override {
+        const auto place = static_cast<Column>(column);
+        if (role == Qt::UserRole)
+            return line->sortKeys[place];
+        return place == TagColumn ? tag : line->texts[place];
+    }
+
+  private:
+    QString tag;
+    std::shared_ptr<const LineCells> line;
+};
+
+/// Adds what the catalogue tells of the lines' models.
+void showModels(const std::vector<std::shared_ptr<LineCells>>& lines) {
+    QStringList names;
+    for (const auto& line : lines)
+        names.append(line->texts[ModelColumn]);
+    const QHash<QString, Model> models = findModels(names, Model::measures());
+    QHash<QString, QString> applications; // each name is read once
+    for (const auto& line : lines) {
+        const auto model = models.constFind(line->texts[ModelColumn].toCaseFolded());
+        if (model == models.cend())
+            continue; // has left the catalogue: its columns stay blank
+        const QString code = shownText(model->app);
+        if (!applications.contains(code))
+            applications.insert(code, applicationDescription(code));
+        showModel(*model, applications.value(code), *line);
+    }
+}
+
+/// Adds the units of a job's lines, and the lines themselves as far as they have units.
+void addUnits(const QString& job, ListRows& units, std::vector<std::shared_ptr<LineCells>>& lines) {
+    for (const TankLine& tank : tankLinesOf(job, openDatabase("User"), TankLine::scheduled())) {
+        const int quantity = ToInt16(tank.qty.value_or(0));
+        if (quantity < 1)
+            continue;
+        lines.push_back(std::make_shared<LineCells>(cellsOf(tank)));
+        for (int number = 1; number <= quantity; ++number)
+            units.push_back(std::make_unique<UnitRow>(UnitTags::tagOf(tank, number), lines.back()));
     }
 }
 
@@ -104,31 +163,11 @@ void frmSchedule::FillListView() {
     const Hourglass hourglass;
     ListRows units;
     trap(".FillListView", [&] {
-        addUnits(units);
-        QHash<QString, QList<ListRow*>> unitsOf;
-        for (const std::unique_ptr<ListRow>& unit : units)
-            unitsOf[unit->text(ModelColumn)].append(unit.get());
-        const QHash<QString, Model> models = findModels(unitsOf.keys());
-        QHash<QString, QString> applications; // each name is read once
-        for (auto one = unitsOf.cbegin(); one != unitsOf.cend(); ++one) {
-            const auto model = models.constFind(one.key().toCaseFolded());
-            if (model == models.cend())
-                continue; // has left the catalogue: its columns stay blank
-            const QString code = shownText(model->app);
-            if (!applications.contains(code))
-                applications.insert(code, applicationDescription(code));
-            showModel(*model, applications.value(code), *one);
-        }
+        std::vector<std::shared_ptr<LineCells>> lines;
+        addUnits(lblJobID->text(), units, lines);
+        showModels(lines);
     });
     fillList(lvOptions, headings, std::move(units));
-}
-
-void frmSchedule::addUnits(ListRows& units) const {
-    for (const TankLine& tank : tankLinesOf(lblJobID->text())) {
-        const int quantity = ToInt16(tank.qty.value_or(0));
-        for (int number = 1; number <= quantity; ++number)
-            units.push_back(rowOf(tank, number));
-    }
 }
 
 /// Deletes the whole tank line of the selected unit. The work table stays as it is: the report skips the

@@ -20,6 +20,5 @@ class frmSchedule : public ResultScreen, private Ui::frmSchedule {
     void showChanges() override { FillListView(); }
     QWidget* firstField() const override { return lvOptions; }
     void FillListView();
-    void addUnits(ListRows& units) const;
     void deleteTank();
 };

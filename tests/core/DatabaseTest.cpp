@@ -1,5 +1,6 @@
 #include "core/store/Database.h"
 #include "core/base/Fault.h"
+#include "core/base/Text.h"
 #include "core/store/SqliteEngine.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -116,6 +117,38 @@ TEST_F(DatabaseTest, MovesTheGroupedConditionInFront) {
     EXPECT_EQ(rewriteJetSql(other, sqliteDialect()).sql, other);
 }
 
+/// The smallest size of a series is read as the first of an ordered index, from a bound below which no size
+/// can fit. The bound must not be above a size that just fits.
+TEST_F(DatabaseTest, FindsTheMinimumOfAGroup) {
+    const JetStatement first = rewriteJetSql(
+        QStringLiteral(
+            "SELECT Min(A) AS M FROM t WHERE A * 4 >= 10 AND B * 4 >= 7 GROUP BY C HAVING c = 'x'"),
+        sqliteDialect());
+    EXPECT_EQ(first.sql.simplified().toStdString(),
+              "SELECT A AS M FROM t WHERE c='x' AND A>=2.4999999999975002 AND ( A * 4 >= 10 AND B * 4 >= 7 ) "
+              "ORDER BY A NULLS LAST LIMIT 1");
+    const auto least = [&](const QString& condition) {
+        const QString all = QStringLiteral("SELECT Min(AcceptanceVolume) AS V FROM tblModelMaster WHERE ");
+        const QString found = value(catalogue, all + condition + " GROUP BY Class HAVING Class = 'RCB'");
+        const QString expected = value(catalogue, all + "Class = 'RCB' AND (" + condition + ")");
+        EXPECT_EQ(found == "(no row)" ? QString() : found, expected) << condition.toStdString();
+    };
+    Recordset sizes;
+    int tried = 0;
+    for (sizes.Open("SELECT AcceptanceVolume FROM tblModelMaster WHERE Class = 'RCB'", catalogue);
+         !sizes.atEnd(); sizes.moveNext())
+        for (int quantity = 1; quantity <= 6; ++quantity) {
+            const QString fitting = "AcceptanceVolume * " + QString::number(quantity) +
+                                    " >= " + statementNumber(sizes["AcceptanceVolume"].number() * quantity);
+            least(fitting);
+            least("NOT " + fitting);
+            least(fitting + " OR TankVolume > 100");
+            least("(" + fitting + ") AND TankVolume * 2 >= 200");
+            ++tried;
+        }
+    EXPECT_GT(tried, 50);
+}
+
 TEST_F(DatabaseTest, AddsChangesAndDeletesRows) {
     addJob(QStringLiteral("St. John's"));
     Recordset job;
@@ -160,6 +193,35 @@ TEST_F(DatabaseTest, ContinuesAfterARowThatItChangedOrDeleted) {
     EXPECT_EQ(seen, QStringLiteral("ABCD"));
     EXPECT_EQ(value(user, QStringLiteral("SELECT group_concat(JobID || JobInfo) AS V FROM tblJobHeader")),
               QStringLiteral("AA,CC"));
+}
+
+/// The walk keeps to the rows that it began with: a change that takes a row out of the statement, or to
+/// another place in its order, neither skips a row nor returns to one.
+TEST_F(DatabaseTest, KeepsToTheRowsThatItBeganWith) {
+    for (const char* id : {"A", "B", "C", "D", "E"})
+        addJob(QLatin1String(id));
+    Recordset jobs;
+    QString seen;
+    for (jobs.Open(QStringLiteral("SELECT * FROM tblJobHeader WHERE JobInfo IS NULL ORDER BY JobID"), user,
+                   CursorType::Keyset);
+         !jobs.atEnd(); jobs.moveNext()) {
+        const QString id = jobs[QStringLiteral("JobID")].text();
+        seen += id;
+        jobs[QStringLiteral("JobInfo")] = id;
+        jobs[QStringLiteral("JobID")] = u'Z' + id;
+        jobs.Update();
+        if (id != QStringLiteral("B"))
+            continue;
+        Recordset().Open(QStringLiteral("DELETE FROM tblJobHeader WHERE JobID = 'D'"), user);
+        addJob(QStringLiteral("ZZ"));
+    }
+    EXPECT_EQ(seen, QStringLiteral("ABCE"));
+    jobs.Open(QStringLiteral("tblJobHeader"), user, CursorType::Keyset, CommandType::Table);
+    jobs.AddNew();
+    jobs[QStringLiteral("JobID")] = QStringLiteral("last");
+    jobs.Update();
+    jobs.moveNext();
+    EXPECT_TRUE(jobs.atEnd());
 }
 
 TEST_F(DatabaseTest, ContinuesWithARowThatItAdded) {

@@ -1,4 +1,5 @@
 #include "core/look/Appearance.h"
+#include "core/look/SharedPalette.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ElidedLabel.h"
 
@@ -95,6 +96,23 @@ TEST(Look, EndsATextWithoutRoomInAnEllipsis) {
 }
 
 // A message must leave its field in sight, wherever that is.
+/// What Qt draws for one widget is found again for the next, as long as both have the same colours.
+TEST(Look, GivesPalettesOfTheSameColoursOneIdentity) {
+    const auto made = [](QPalette::ColorGroup group, Qt::GlobalColor text) {
+        QPalette palette(Qt::lightGray);
+        palette.setColor(QPalette::Text, text);
+        palette.setCurrentColorGroup(group);
+        return palette;
+    };
+    const QPalette first = SharedPalette::of(made(QPalette::Active, Qt::black));
+    const QPalette again = SharedPalette::of(made(QPalette::Disabled, Qt::black));
+    EXPECT_EQ(first.cacheKey(), again.cacheKey());
+    EXPECT_EQ(again.currentColorGroup(), QPalette::Disabled);
+    const QPalette other = SharedPalette::of(made(QPalette::Active, Qt::red));
+    EXPECT_NE(first.cacheKey(), other.cacheKey());
+    EXPECT_EQ(other.color(QPalette::Text), QColor(Qt::red));
+}
+
 TEST(Messages, StandClearOfTheirField) {
     const QRect display(0, 0, 1366, 768);
     const QRect window(183, 84, 1000, 600);
