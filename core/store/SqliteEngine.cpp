@@ -152,7 +152,7 @@ class SqliteCursor final : public EngineCursor {
           connectionString(source), countQuery(sql) {
         QString text = sql;
         if (isUpdatable()) // the row key, ahead of the table's columns
-            text.replace(text.indexOf(u'*'), 1, keyAndColumns);
+            text.replace(text.indexOf(u'*'), 1, KeyAndColumns);
         const QByteArray bytes = text.toUtf8();
         const char* rest = nullptr;
         statement = prepared(bytes, &rest);
@@ -208,7 +208,7 @@ class SqliteCursor final : public EngineCursor {
     bool seek(qint64 row) override {
         if (!seeking)
             seeking = prepared(QStringLiteral("SELECT %1 FROM %2 WHERE rowid=?")
-                                   .arg(keyAndColumns, sqliteDialect().quotedName(table))
+                                   .arg(KeyAndColumns, sqliteDialect().quotedName(table))
                                    .toUtf8(),
                                nullptr);
         reading = seeking.get();
@@ -254,7 +254,7 @@ class SqliteCursor final : public EngineCursor {
     }
 
   private:
-    static constexpr QLatin1String keyAndColumns{"rowid, *"};
+    static constexpr QLatin1String KeyAndColumns{"rowid, *"};
 
     int firstColumn() const { return isUpdatable() ? 1 : 0; }
 

@@ -55,7 +55,7 @@ struct TankLine {
     static Columns compared();
     static Columns comparedShock();
     static Columns unitTags();
-    /// What a schedule tells of a line, in the order of its documents.
+    /// What a schedule tells of a line, and its place in documents.
     static Columns scheduled();
 };
 
