@@ -1,5 +1,6 @@
 #include "setup/pages/HelpView.h"
 
+#include "core/base/Program.h"
 #include "setup/pages/HelpBook.h"
 #include "setup/pages/HelpPictures.h"
 
@@ -63,7 +64,7 @@ QVariant HelpText::loadResource(int type, const QUrl& name) {
 HelpView::HelpView(QWidget* parent) : PageView(parent), engine(folder.filePath("help.qhc")) {
     engine.setReadOnly(false);
     engine.setupData();
-    engine.registerDocumentation(QCoreApplication::applicationDirPath() + "/Help/brennovalhelp.qch");
+    engine.registerDocumentation(Program::dataFolder() + "/Help/brennovalhelp.qch");
     page = new HelpText(engine, this);
     page->setObjectName("pageText");
     page->setAccessibleName(QCoreApplication::translate("HelpView", "Topic"));
