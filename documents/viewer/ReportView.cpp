@@ -26,27 +26,35 @@ ReportView::ReportView(QWidget* parent) : QAbstractScrollArea(parent) {
     horizontalScrollBar()->setSingleStep(40);
 }
 
-QSizeF ReportView::paper() const {
-    return shownPages.isEmpty() ? Page().size : shownPages.first().size;
+/// A page may lie across the paper, as the schedule in a package.
+void ReportView::takePages(const Pages& newPages) {
+    shownPages = newPages;
+    paper = newPages.isEmpty() ? Page().size : QSizeF();
+    for (const Page& page : newPages)
+        paper = paper.expandedTo(page.size);
 }
 
 double ReportView::pageHeight() const {
-    return paper().height() * shownScale + gap;
+    return paper.height() * shownScale + gap;
 }
 
 double ReportView::left() const {
-    return std::max(gap, (viewport()->width() - paper().width() * shownScale) / 2) -
+    return std::max(gap, (viewport()->width() - paper.width() * shownScale) / 2) -
            horizontalScrollBar()->value();
+}
+
+double ReportView::left(int page) const {
+    return left() + (paper.width() - shownPages[page].size.width()) / 2 * shownScale;
 }
 
 std::pair<int, QPointF> ReportView::onPage(const QPointF& point) const {
     const double y = point.y() + verticalScrollBar()->value() - gap;
     const int page = std::clamp(int(y / pageHeight()), 0, std::max(0, int(shownPages.size()) - 1));
-    return {page, QPointF(point.x() - left(), y - page * pageHeight()) / shownScale};
+    return {page, QPointF(point.x() - left(page), y - page * pageHeight()) / shownScale};
 }
 
 void ReportView::setPages(const Pages& newPages) {
-    shownPages = newPages;
+    takePages(newPages);
     searchedText.clear();
     found.clear();
     current = -1;
@@ -57,7 +65,7 @@ void ReportView::setPages(const Pages& newPages) {
 }
 
 void ReportView::setMorePages(const Pages& newPages) {
-    shownPages = newPages;
+    takePages(newPages);
     layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
 }
 
@@ -66,18 +74,18 @@ void ReportView::layOut(const QPointF& anchor, double scale) {
     const double pagesAbove = (verticalScrollBar()->value() + anchor.y() - gap) / pageHeight();
     const double across = (anchor.x() - left()) / shownScale;
     const QSize window = viewport()->size();
-    const double pageWidth = (window.width() - 2 * gap) / paper().width();
+    const double pageWidth = (window.width() - 2 * gap) / paper.width();
     shownScale = scale;
     if (zoom == Zoom::PageWidth)
         shownScale = pageWidth;
     else if (zoom == Zoom::WholePage)
-        shownScale = std::min(pageWidth, (window.height() - 2 * gap) / paper().height());
+        shownScale = std::min(pageWidth, (window.height() - 2 * gap) / paper.height());
     shownScale = std::clamp(shownScale, .1, 12.0);
     const double height = gap + pageHeight() * double(shownPages.size());
     // When a whole page is in view, Page Down moves by one page of the report.
     verticalScrollBar()->setPageStep(std::min(window.height(), int(pageHeight())));
     verticalScrollBar()->setRange(0, std::max(0, int(std::ceil(height)) - window.height()));
-    const double width = paper().width() * shownScale + 2 * gap;
+    const double width = paper.width() * shownScale + 2 * gap;
     horizontalScrollBar()->setPageStep(window.width());
     horizontalScrollBar()->setRange(0, std::max(0, int(std::ceil(width)) - window.width()));
     verticalScrollBar()->setValue(int(std::lround(gap + pagesAbove * pageHeight() - anchor.y())));
@@ -153,8 +161,8 @@ void ReportView::reveal(const TextRange& range) {
     const double shown = verticalScrollBar()->value();
     if (top < shown || top + place.height() * shownScale > shown + viewport()->height())
         verticalScrollBar()->setValue(int(top - viewport()->height() / 3.0));
-    const double start = gap + place.left() * shownScale;
     const double shownLeft = horizontalScrollBar()->value();
+    const double start = left(range.from.page) + shownLeft + place.left() * shownScale;
     if (start < shownLeft || start + place.width() * shownScale > shownLeft + viewport()->width())
         horizontalScrollBar()->setValue(int(start - viewport()->width() / 3.0));
 }
@@ -183,7 +191,7 @@ void ReportView::paintEvent(QPaintEvent*) {
         const double top = gap + pageHeight() * i - verticalScrollBar()->value();
         if (top > viewport()->height())
             break;
-        const QRectF sheet(QPointF(left(), top), shownPages[i].size * shownScale);
+        const QRectF sheet(QPointF(left(i), top), shownPages[i].size * shownScale);
         painter.fillRect(sheet.translated(2, 2), QColor(0, 0, 0, 40));
         painter.fillRect(sheet, Qt::white);
         painter.save();

@@ -67,9 +67,10 @@ class ReportView : public QAbstractScrollArea {
     void scrollContentsBy(int dx, int dy) override;
 
   private:
-    QSizeF paper() const;
-    double pageHeight() const; // with the gap below it, in screen units
-    double left() const;       // of the pages in the window
+    void takePages(const Pages& newPages);
+    double pageHeight() const;   // with the gap below it, in screen units
+    double left() const;         // of the widest page, in the window
+    double left(int page) const; // the others are centred above and below that
     /// Turns a point of the window into a page and a point on it.
     std::pair<int, QPointF> onPage(const QPointF& point) const;
     void layOut(const QPointF& anchor, double scale);
@@ -78,6 +79,7 @@ class ReportView : public QAbstractScrollArea {
     void paintMarks(QPainter& painter, int page) const;
 
     Pages shownPages;
+    QSizeF paper = Page().size; // room for any of the pages
     Zoom zoom = Zoom::PageWidth;
     double shownScale = 1; // screen units per point
     QString searchedText;

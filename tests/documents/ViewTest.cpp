@@ -75,3 +75,24 @@ TEST_F(View, FindsAcrossLineBreaks) {
     view.search("third");
     EXPECT_EQ(view.foundCount(), 0);
 }
+
+TEST_F(View, ShowsAllOfAPageThatLiesAcrossThePaper) {
+    Pages pages = view.pages();
+    pages[1].size.transpose();
+    pages[1].texts = {textAt(720, 72, "The last column")};
+    view.setMorePages(pages);
+    const double room = view.viewport()->width();
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 792 * 96 / 72 + 2 * 14 - room);
+    view.search("last column");
+    EXPECT_GT(view.horizontalScrollBar()->value(), 720 * 96 / 72 - room) << "its place comes into view";
+    view.setZoom(ReportView::Zoom::PageWidth);
+    EXPECT_NEAR(view.percent() * 96 / 72 / 100 * 792, room - 2 * 14, .01);
+    // An upright page is in the middle, and is pressed where it is shown.
+    view.setPercent(30);
+    view.goTo(0);
+    const double scale = .3 * 96 / 72;
+    const double left = (room - 612 * scale) / 2;
+    const auto at = [&](double x) { return QPointF(left + x * scale, 14 + 80 * scale).toPoint(); };
+    drag(at(73), at(300));
+    EXPECT_EQ(view.selectedText(), "First words");
+}
