@@ -33,22 +33,13 @@ void markForItself(QWidget* field) {
     markField(field);
 }
 
-/// Unmarks a field whose check has passed, and the other half of its pair if the two are in order now.
 void pass(QWidget* field) {
     unmarkField(field);
-    QWidget* const maximum = other(field, maximumProperty);
-    QWidget* const minimum = other(field, minimumProperty);
-    QWidget* const half = maximum ? maximum : minimum;
-    if (!half || other(half, maximum ? minimumProperty : maximumProperty) != field ||
-        fieldText(half).isEmpty() || EntryRules::objectionToNumber(fieldText(half)))
-        return;
-    const double value = toNumber(fieldText(field));
-    const double otherValue = toNumber(fieldText(half));
-    if (maximum ? value < otherValue : otherValue < value) {
-        unmarkField(half);
-        forgetOrder(half);
-        forgetOrder(field);
-    }
+    unmarkOrdered(field);
+}
+
+bool isNumber(const QWidget* field) {
+    return !fieldText(field).isEmpty() && !EntryRules::objectionToNumber(fieldText(field));
 }
 
 bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
@@ -62,6 +53,23 @@ bool failNumeric(QWidget* field, bool showMessage, const QString& message) {
 }
 
 } // namespace
+
+void unmarkOrdered(QWidget* field) {
+    QWidget* const maximum = other(field, maximumProperty);
+    QWidget* const minimum = other(field, minimumProperty);
+    QWidget* const half = maximum ? maximum : minimum;
+    if (!half || other(half, maximum ? minimumProperty : maximumProperty) != field || !isNumber(field) ||
+        !isNumber(half))
+        return;
+    const double value = toNumber(fieldText(field));
+    const double otherValue = toNumber(fieldText(half));
+    if (maximum ? value < otherValue : otherValue < value) {
+        for (QWidget* either : {field, half}) {
+            unmarkField(either);
+            forgetOrder(either);
+        }
+    }
+}
 
 bool ValidateNumeric(QWidget* field, bool showMessage) {
     if (fieldText(field).isEmpty()) {

@@ -1,4 +1,5 @@
 #include "core/base/Fault.h"
+#include "core/shell/FieldChecks.h"
 #include "core/shell/Fields.h"
 #include "core/shell/ScreenRegistry.h"
 #include "core/shell/Screens.h"
@@ -81,6 +82,7 @@ void handOver(const Screen& pad, const QString& target, const QString& control, 
     if (box->isHidden())
         return;
     Fields::setFieldText(box, text);
+    Fields::unmarkOrdered(box);
     owner->setEntered(true);
 }
 
