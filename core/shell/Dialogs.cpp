@@ -63,6 +63,13 @@ QRect placeOf(QList<const QWidget*> fields) {
             place |= QRect(field->mapToGlobal(QPoint()), field->size());
     return place;
 }
+
+/// Qt would take the first button in sight, which is No or Cancel.
+QMessageBox::StandardButton defaultOf(const Message& message) {
+    if (message.defaultButton != QMessageBox::NoButton)
+        return message.defaultButton;
+    return message.buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
+}
 } // namespace
 
 QRect placeBeside(const QRect& fields, const QSize& size, const QRect& window, const QRect& display) {
@@ -90,8 +97,7 @@ QRect placeBeside(const QRect& fields, const QSize& size, const QRect& window, c
 QMessageBox::StandardButton Dialogs::show(const Message& message) {
     const DefaultPointer pointer;
     QMessageBox box(message.icon, message.title, message.text, message.buttons, QApplication::activeWindow());
-    if (message.defaultButton != QMessageBox::NoButton)
-        box.setDefaultButton(message.defaultButton);
+    box.setDefaultButton(defaultOf(message));
     if (const QRect fields = placeOf(message.fields); !fields.isNull()) {
         box.ensurePolished();
         box.adjustSize();

@@ -17,7 +17,7 @@ struct Message {
     QString title;
     QMessageBox::Icon icon = QMessageBox::Warning;
     QMessageBox::StandardButtons buttons = QMessageBox::Ok;
-    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton; // then Yes or OK
     QList<const QWidget*> fields = {}; // that it speaks of; none for the one with the focus
 };
 

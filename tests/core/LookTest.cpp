@@ -6,16 +6,20 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QImage>
 #include <QLayout>
 #include <QPainter>
 #include <QPalette>
+#include <QPrinter>
 #include <QPushButton>
 #include <QStyleOption>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -95,7 +99,6 @@ TEST(Look, EndsATextWithoutRoomInAnEllipsis) {
     EXPECT_NE(label.grab().toImage(), shown.copy(label.rect())) << "not cut, but ended";
 }
 
-// A message must leave its field in sight, wherever that is.
 /// What Qt draws for one widget is found again for the next, as long as both have the same colours.
 TEST(Look, GivesPalettesOfTheSameColoursOneIdentity) {
     const auto made = [](QPalette::ColorGroup group, Qt::GlobalColor text) {
@@ -113,6 +116,51 @@ TEST(Look, GivesPalettesOfTheSameColoursOneIdentity) {
     EXPECT_EQ(other.color(QPalette::Text), QColor(Qt::red));
 }
 
+/// What Return would press in the dialog that a call opens.
+QString pressedByReturn(const std::function<void()>& call) {
+    QString pressed;
+    QTimer::singleShot(0, [&pressed] {
+        auto* dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        for (const QPushButton* button : dialog->findChildren<QPushButton*>())
+            if (button->isDefault())
+                pressed += button->text().remove(u'&');
+        dialog->reject();
+    });
+    call();
+    return pressed;
+}
+
+// Cancel comes first, but Return must not lose what was typed.
+TEST(Messages, AreAnsweredYesByReturnUnlessToldOtherwise) {
+    Appearance::apply(Appearance::Scheme::Light);
+    Dialogs dialogs;
+    using Buttons = QMessageBox::StandardButtons;
+    const struct {
+        Buttons buttons;
+        QMessageBox::StandardButton preset;
+        const char* pressed;
+    } cases[] = {{QMessageBox::Ok, QMessageBox::NoButton, "OK"},
+                 {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::NoButton, "OK"},
+                 {QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton, "Yes"},
+                 {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::NoButton, "Yes"},
+                 {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, "No"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(pressedByReturn([&] {
+                      dialogs.show(
+                          {.text = "?", .title = "?", .buttons = c.buttons, .defaultButton = c.preset});
+                  }),
+                  c.pressed);
+    EXPECT_EQ(pressedByReturn([&] { dialogs.input("New job", "Job ID:"); }), "OK");
+    QPrinter printer;
+    printer.setOutputFileName("print.pdf");
+    EXPECT_EQ(pressedByReturn([&] { dialogs.printer(printer); }), "Print");
+    EXPECT_EQ(pressedByReturn([&] { dialogs.openFile("Texts (*.txt)", {}); }), "Open");
+    EXPECT_EQ(pressedByReturn([&] { dialogs.saveFile("Texts (*.txt)", {}); }), "Save");
+}
+
+// A message must leave its field in sight, wherever that is.
 TEST(Messages, StandClearOfTheirField) {
     const QRect display(0, 0, 1366, 768);
     const QRect window(183, 84, 1000, 600);
