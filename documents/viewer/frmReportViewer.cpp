@@ -202,17 +202,20 @@ void frmReportViewer::addShortcuts() {
     add(QKeySequence("Ctrl+0"), [this] { ARViewer21->setPercent(100); });
 }
 
-/// The main window's formats, and the way to the file that was written last.
+/// The main window's formats, and the way to the file that was written last. What is chosen waits until Qt
+/// has left the menu: it shows dialogs, during which the menu is deleted.
 void frmReportViewer::showFormats() {
     auto* menu = new QMenu(bttnExport);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const Export::Format& format : Export::formats())
-        if (QAction* action = Commands::action(format.command))
-            menu->addAction(action);
+        if (QAction* command = Commands::action(format.command))
+            connect(menu->addAction(command->text()), &QAction::triggered, command, &QAction::trigger,
+                    Qt::QueuedConnection);
     menu->addSeparator();
     QAction* open = menu->addAction(QCoreApplication::translate("frmReportViewer", "&Open the last file"));
     open->setEnabled(!lastWritten().isEmpty());
-    connect(open, &QAction::triggered, this, [this] { act(".bttnExport", openWritten); });
+    connect(
+        open, &QAction::triggered, this, [this] { act(".bttnExport", openWritten); }, Qt::QueuedConnection);
     menu->popup(bttnExport->mapToGlobal(bttnExport->rect().bottomLeft()));
 }
 

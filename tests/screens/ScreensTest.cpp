@@ -11,6 +11,8 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -19,6 +21,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollArea>
@@ -312,6 +315,24 @@ TEST_F(EveryScreen, KeepsItsCursorAndGrowsAgainWhenTheWindowWasSmaller) {
 }
 
 // The mark of a refused box adds to its range, which may change meanwhile.
+TEST_F(EveryScreen, ExportsWhenQtHasLeftTheMenuOfFormats) {
+    Driver::command("mnuRptEXP");
+    Driver::press("frmReportViewer", "bttnExport");
+    const QPointer<QWidget> menu = QApplication::activePopupWidget();
+    ASSERT_TRUE(menu);
+    const QString file = QDir(home.path()).filePath("tanks.rtf");
+    static_cast<ScriptedDialogs&>(Dialogs::current()).files = {file};
+    QTest::keyClick(menu, Qt::Key_R);
+    EXPECT_FALSE(QFile::exists(file));
+    Driver::settle();
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_FALSE(menu);
+    Driver::press("frmReportViewer", "bttnExport");
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_O);
+    Driver::settle();
+    EXPECT_EQ(static_cast<ScriptedDialogs&>(Dialogs::current()).opened, QStringList(file));
+}
+
 TEST_F(EveryScreen, DescribesARefusedBoxWithItsRange) {
     Session::TankClass.write("Expansion Tank");
     ASSERT_TRUE(Screens::open("frmJobConditions"));
