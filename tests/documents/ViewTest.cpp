@@ -82,9 +82,9 @@ TEST_F(View, ShowsAllOfAPageThatLiesAcrossThePaper) {
     pages[1].texts = {textAt(720, 72, "The last column")};
     view.setMorePages(pages);
     const double room = view.viewport()->width();
-    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 792 * 96 / 72 + 2 * 14 - room);
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 792 * 96. / 72 + 2 * 14 - room);
     view.search("last column");
-    EXPECT_GT(view.horizontalScrollBar()->value(), 720 * 96 / 72 - room) << "its place comes into view";
+    EXPECT_GT(view.horizontalScrollBar()->value(), 720 * 96. / 72 - room) << "its place comes into view";
     view.setZoom(ReportView::Zoom::PageWidth);
     EXPECT_NEAR(view.percent() * 96 / 72 / 100 * 792, room - 2 * 14, .01);
     // An upright page is in the middle, and is pressed where it is shown.
