@@ -10,8 +10,8 @@ QString programVersion();
 QString fullProgramVersion();
 /// The program's folder, which holds the drawings.
 QString programFolder();
-/// The folder of the files that depend on no machine: catalogue, drawings, manual, demonstration, translations. An
-/// installed program has them under share; a build has them beside itself.
+/// The folder of the files that depend on no machine: catalogue, drawings, manual, demonstration,
+/// translations. An installed program has them under share; a build has them beside itself.
 QString dataFolder();
 /// Which build of its version the program is, as in the names of its packages.
 QString buildName();

@@ -30,10 +30,10 @@ constexpr TankColumn tagColumn(const char* name) {
             [](const TankLine& one, const TankLine& other) { return one.tags[unit] == other.tags[unit]; }};
 }
 
-constexpr TankColumn tagColumns[] = {tagColumn<0>("TagID01"), tagColumn<1>("TagID02"), tagColumn<2>("TagID03"),
-                                     tagColumn<3>("TagID04"), tagColumn<4>("TagID05"), tagColumn<5>("TagID06"),
-                                     tagColumn<6>("TagID07"), tagColumn<7>("TagID08"), tagColumn<8>("TagID09"),
-                                     tagColumn<9>("TagID10")};
+constexpr TankColumn tagColumns[] = {
+    tagColumn<0>("TagID01"), tagColumn<1>("TagID02"), tagColumn<2>("TagID03"), tagColumn<3>("TagID04"),
+    tagColumn<4>("TagID05"), tagColumn<5>("TagID06"), tagColumn<6>("TagID07"), tagColumn<7>("TagID08"),
+    tagColumn<8>("TagID09"), tagColumn<9>("TagID10")};
 
 constexpr TankColumn dateCreated = column<&TankLine::dateCreated>("DateCreated");
 constexpr TankColumn tankClass = column<&TankLine::tankClass>("TankClass");
@@ -124,7 +124,8 @@ constexpr auto together(const TankColumn (&... parts)[counts]) {
     return all;
 }
 constexpr auto comparedColumns = together(conditionColumns, sizeColumns, choiceColumns);
-constexpr TankColumn shownColumns[] = {keyColumn, numberColumn, modelNo, qty, sopMin, sopMax, sotMin, sotMax, sortColumn};
+constexpr TankColumn shownColumns[] = {keyColumn, numberColumn, modelNo, qty,       sopMin,
+                                       sopMax,    sotMin,       sotMax,  sortColumn};
 constexpr auto scheduledColumns = together(shownColumns, tagColumns);
 constexpr auto comparedShockColumns = together(shockColumns, shockChoiceColumns);
 

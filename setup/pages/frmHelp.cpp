@@ -39,8 +39,7 @@ void frmHelp::Start() {
     raise(); // early, so that an error window ends up in front
     activateWindow();
     procedure(".Load", [this] {
-        if (const QString file = Program::dataFolder() + "/Help/brennovalhelp.qch";
-            !QFileInfo::exists(file))
+        if (const QString file = Program::dataFolder() + "/Help/brennovalhelp.qch"; !QFileInfo::exists(file))
             throw Fault(Fault::FileNotFound, "File not found: " + file.toStdString());
         if (!view->knowsTopics()) // the plain control
             throw Fault(Fault::PathFileAccess, "The help plugin is missing or of another version.");

@@ -45,8 +45,8 @@ TEST(NumberText, IsShortestAndHasNoZeroBeforeThePoint) {
 }
 
 TEST(NumberText, IsShownWithAZeroBeforeThePoint) {
-    const std::pair<double, const char*> cases[] = {
-        {.5, "0.5"}, {-.5, "-0.5"}, {.00012, "0.00012"}, {0, "0"}, {-1.5, "-1.5"}, {1e15, "1E+15"}};
+    const std::pair<double, const char*> cases[] = {{.5, "0.5"}, {-.5, "-0.5"},  {.00012, "0.00012"},
+                                                    {0, "0"},    {-1.5, "-1.5"}, {1e15, "1E+15"}};
     for (const auto& [value, text] : cases)
         EXPECT_EQ(shownNumberText(value), text);
 }
