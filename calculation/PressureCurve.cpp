@@ -157,7 +157,7 @@ class Drawing {
                "\"/>";
     }
 
-    /// The space of a text of its own line, with the width of a broad letter for each.
+    /// The space that one line of text needs at most: each letter counts as a wide one.
     static QRectF spaceOf(const QPointF& at, const QString& words) {
         return {at.x(), at.y() - fontSize * .75, double(words.size()) * fontSize * .56, fontSize};
     }

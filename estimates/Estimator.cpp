@@ -124,7 +124,8 @@ void Estimator::confirm() {
     if (Dirty && Dialogs::current().show({.text = question,
                                           .title = "Recalc?",
                                           .icon = QMessageBox::Question,
-                                          .buttons = QMessageBox::Yes | QMessageBox::No}) != QMessageBox::Yes)
+                                          .buttons = QMessageBox::Yes | QMessageBox::No,
+                                          .defaultButton = QMessageBox::No}) != QMessageBox::Yes)
         return;
     Screens::handOver(*this, target, "txtTotSysFluid", result->text());
     Screens::unload(name());

@@ -19,7 +19,7 @@ class Estimator : public Screen {
 
     /// Opens the metric pad with the boxes that the screen needs; false when there is nothing to convert.
     bool OpenMetricForm();
-    /// Sets the screen that receives the result; none when the estimator stands on its own.
+    /// Sets the screen that receives the result; none when the estimator was opened on its own.
     void setTarget(const QString& screen);
 
   protected:

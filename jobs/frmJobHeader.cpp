@@ -5,6 +5,7 @@
 #include "core/shell/Commands.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/FieldChecks.h"
+#include "core/shell/Fields.h"
 #include "core/shell/Screens.h"
 #include "core/shell/Status.h"
 #include "core/store/NameList.h"
@@ -96,6 +97,7 @@ void frmJobHeader::Deactivate() {
 }
 
 bool frmJobHeader::refuseJobID(const QString& title, const QString& text) {
+    markField(txtJobID); // until it is changed
     Dialogs::current().show({.text = text, .title = title, .fields = {txtJobID}});
     txtJobID->setFocus();
     return false;

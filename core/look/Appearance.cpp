@@ -119,6 +119,7 @@ QPalette errorPalette(QPalette palette) {
         palette.setColor(role, QColor(0xFF, 0xFF, 0x80));
     for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
         palette.setColor(role, QColor(0xFF, 0, 0));
+    palette.setColor(QPalette::PlaceholderText, QColor(0x4A, 0x4A, 0x4A)); // the hint of an empty field
     return palette;
 }
 

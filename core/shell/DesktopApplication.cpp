@@ -73,7 +73,8 @@ bool isPressingKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
 }
 
-/// Whether a letter with Alt would be typed or looked up: it is a mnemonic that the screen does not have.
+/// Whether a letter pressed with Alt reaches a box or list, which would type it or look it up. The screen has
+/// no such mnemonic then, or its button would have taken the key.
 bool isLostMnemonic(QObject* receiver, QEvent& event) {
     if (event.type() != QEvent::KeyPress)
         return false;

@@ -21,15 +21,14 @@ struct Message {
     QList<const QWidget*> fields = {}; // that it speaks of; none for the one with the focus
 };
 
-/// Tells how far a work is that takes long, and whether the user lets it go on.
+/// Shows how far a long operation is, and lets the user stop it.
 class Progress {
   public:
     Progress() = default;
     virtual ~Progress() = default;
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    /// Tells how many of its parts are done; false once the user has stopped it. Events may be handled
-    /// meanwhile.
+    /// Shows how many of its parts are done. False once the user has stopped it. May handle events.
     virtual bool goesOn(qsizetype done, qsizetype all) = 0;
 };
 
@@ -48,7 +47,8 @@ class Dialogs {
     virtual QString input(const QString& title, const QString& prompt);
     /// Shows the printer dialog; false if the user cancels.
     virtual bool printer(QPrinter& printer);
-    /// Begins to tell of a work, which shows if it lasts, until the object goes.
+    /// Starts to show the progress of an operation, once that has taken a while, and stops when the object is
+    /// destroyed.
     virtual std::unique_ptr<Progress> progress(const QString& what);
     /// Copies a text to the clipboard; an empty text clears it.
     virtual void copy(const QString& text);

@@ -174,7 +174,7 @@ int leastHeight(const QTreeWidget& list) {
            list.horizontalScrollBar()->sizeHint().height();
 }
 
-/// Puts what stands at the right end of a tool bar into a row of its own.
+/// Puts what is at the right end of a tool bar into a row of its own.
 void breakToolBar(const QWidget& screen, QLayout& toolBar) {
     auto* rows = dynamic_cast<QVBoxLayout*>(screen.layout());
     if (!rows || !hasSpacer(toolBar))

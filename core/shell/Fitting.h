@@ -18,15 +18,15 @@ void makeRoomForColumns(QTreeWidget& list, int width);
 void keepNarrow(QTreeWidget& list);
 /// Boxes and lists that are given a width in pixels get it for the letters in use.
 void scaleWidths(const QWidget& screen);
-/// Lessens the space between the rows.
+/// Reduces the space between the rows.
 void tighten(const QWidget& screen);
-/// Leaves the icons alone in a screen's tool bar when its captions take more than a width in pixels.
+/// Shows only the icons of a screen's tool bar if its captions need more than a width in pixels.
 void fitToolBar(const QWidget& screen, int width);
 /// Makes the middle of a screen scroll, so that it can be smaller than its content; tool bar and buttons stay
 /// in sight. Its lists get narrower than a width in pixels, and scroll by themselves.
 void letScroll(QWidget& screen, int width);
-/// Keeps what has the focus in sight of an area that scrolls, and of a list its current row, however they got
-/// it. Where the user presses with the mouse nothing moves.
+/// Scrolls an area so that the widget with the focus, or the current row of a list, stays in sight. A press
+/// with the mouse scrolls nothing.
 void keepFocusInSight(QScrollArea& area);
 
 } // namespace Fitting

@@ -21,7 +21,7 @@ class ListRow : public QTreeWidgetItem {
     /// Sorts a column of this row by a value, such as a date, whose text would sort wrongly.
     void setSortKey(int column, const QVariant& key) { setData(column, Qt::UserRole, key); }
     bool operator<(const QTreeWidgetItem& other) const override;
-    /// To a screen reader the first cell, which the arrow keys reach, tells the whole row.
+    /// The first cell, which the arrow keys reach, has the whole row as its name for a screen reader.
     QVariant data(int column, int role) const final;
 
   protected:

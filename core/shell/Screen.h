@@ -44,7 +44,7 @@ class Screen : public QWidget {
     /// The record that the screen shows; most close when that is deleted. This is more than it is loaded for
     /// if it shows another screen's result, such as a report.
     virtual Subject shownRecord() const { return subject(); }
-    /// Whether what stands in the screen is of use without its record: when that is deleted, `loseRecord`
+    /// Whether what the screen shows is of use without its record: when that is deleted, `loseRecord`
     /// takes its place for closing.
     virtual bool outlivesRecord() const { return false; }
     /// Goes on as for a new record.

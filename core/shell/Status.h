@@ -15,9 +15,9 @@ void setStatusText(const QString& text);
 void ask(const QString& text);
 /// Takes back what was asked for last, unless another text has come since.
 void stopAsking();
-/// Says "Error", which `errorIsOver` takes back.
+/// Shows "Error" until `errorIsOver`.
 void sayError();
-/// Takes it back when something has succeeded since, unless another text has come.
+/// Takes "Error" back, unless another text has come since. Called when something has succeeded.
 void errorIsOver();
 /// Puts a button beside the text that stays until the text changes, for what a user may want next.
 void offer(const QString& caption, const std::function<void()>& run);

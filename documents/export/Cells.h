@@ -6,7 +6,7 @@
 /// The cell style that matches a text of a page.
 Workbook::CellStyle cellStyleOf(const PageText& text);
 
-/// How a text stands in its cell, as in Workbook::CellStyle.
+/// How a text is placed in its cell, as in Workbook::CellStyle.
 struct CellPlace {
     bool indented = false;
     bool top = false;

@@ -71,7 +71,7 @@ void PdfPages::endTable() {
     inTable = false;
 }
 
-/// The first and the last column that a heading stands over; -1 if it stands over none.
+/// The first and the last column that a heading is above; -1 if it is above none.
 std::pair<int, int> PdfPages::columnsUnder(const PageText& text) const {
     constexpr double least = .5; // of the narrower of the two
     int first = -1;
@@ -144,7 +144,7 @@ void PdfPages::cells(const PdfReading::Row& row) {
                 text(*one);
         end();
     }
-    // What stands in no column is not lost: it comes last.
+    // What is in no column is not lost: it comes last.
     for (const PageText* one : row.texts)
         if (std::none_of(columns.begin(), columns.end(), [one](const Column& column) {
                 return std::abs(column.left - one->place.left()) < sameColumn;

@@ -32,7 +32,7 @@ double heightOf(const Row& row) {
     return row.height > 0 ? row.height : ownHeight;
 }
 
-/// Where a picture is on its page. A mark stands as words, and so does a formula.
+/// Where a picture is on its page. Marks and formulas have none: they are written as words.
 std::optional<QRectF> placeOf(const PagePicture& picture) {
     if (picture.mark || picture.isText)
         return std::nullopt;

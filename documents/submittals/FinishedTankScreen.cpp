@@ -40,7 +40,7 @@ void FinishedTankScreen::Load() {
     std::optional<TankLine> tank;
     if (Session::TankID.read(tankID)) {
         tank = findTankLine(tankID);
-        if (!tank) // the form's sample figures are nobody's tank
+        if (!tank) // else the form's sample figures would be shown
             throw RecordGone("This tank has been deleted.");
         showTankLine(*tank);
     }

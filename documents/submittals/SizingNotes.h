@@ -8,7 +8,7 @@
 /// None refuses anything.
 namespace SizingNotes {
 
-/// What the remarks are about; what is not stored, or does not apply, is nothing.
+/// What the remarks are about. A member is empty if it is not stored or does not apply.
 struct Facts {
     std::optional<double> minimumPressure{};    // psig
     std::optional<double> maximumPressure{};    // psig

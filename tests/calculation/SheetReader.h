@@ -12,7 +12,7 @@ class SheetReader {
 
     const QStringList& captions() const { return order; }
     bool has(const QString& caption) const { return steps.contains(caption); }
-    /// "V = 1000 gal": everything that stands behind the caption.
+    /// "V = 1000 gal": everything after the caption.
     QString formula(const QString& caption) const { return steps.value(caption); }
     /// The number at the end.
     double result(const QString& caption) const;

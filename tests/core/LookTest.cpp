@@ -73,6 +73,9 @@ TEST(Look, IsReadableInLightAndDark) {
                                          QPalette::Button, QPalette::Mid})
                     check(group, ink, paper);
         check(QPalette::Active, QPalette::HighlightedText, QPalette::Highlight);
+        const QPalette marked = Appearance::errorPalette(palette);
+        EXPECT_GE(contrast(marked.color(QPalette::PlaceholderText), marked.color(QPalette::Base)), 4.5)
+            << "the hint of a marked field in scheme " << int(scheme);
         EXPECT_GE(contrastOfMarks(palette), 4.5) << "in scheme " << int(scheme);
     }
     QApplication::setPalette(before);
