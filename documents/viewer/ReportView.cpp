@@ -5,6 +5,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -228,6 +229,7 @@ void ReportView::paintMarks(QPainter& painter, int page) const {
 
 /// Anchors at the top: the centre of an enlarged window is not what was in view before.
 void ReportView::resizeEvent(QResizeEvent*) {
+    const QScopedValueRollback resize(resizing, true);
     layOut(QPointF(viewport()->width() / 2.0, 0), shownScale);
 }
 

@@ -52,6 +52,8 @@ class ReportView : public QAbstractScrollArea {
 
     /// Called when the view scrolls or zooms.
     std::function<void()> changed = [] {};
+    /// Whether it does so for a new size of its own.
+    bool isResizing() const { return resizing; }
     /// Called for what needs all pages, which may still be missing; false if it cannot have them.
     std::function<bool()> makeWhole = [] { return true; };
 
@@ -82,6 +84,7 @@ class ReportView : public QAbstractScrollArea {
     QSizeF paper = Page().size; // room for any of the pages
     Zoom zoom = Zoom::PageWidth;
     double shownScale = 1; // screen units per point
+    bool resizing = false;
     QString searchedText;
     QList<TextRange> found;
     int current = -1; // index into found

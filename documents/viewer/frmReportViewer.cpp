@@ -13,8 +13,10 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QShortcut>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -67,7 +69,7 @@ frmReportViewer::frmReportViewer() : Screen("frmReportViewer") {
     connect(lstContents, &QTreeWidget::itemClicked, this, goToRow); // works on the current row too
     addShortcuts();
     ARViewer21->changed = [this] {
-        if (!growing)
+        if (!growing && !(ARViewer21->isResizing() && isTyping()))
             showPage();
     };
     ARViewer21->makeWhole = [this] { return makeWhole(); };
@@ -174,9 +176,13 @@ void frmReportViewer::showMore() {
         ARViewer21->setMorePages(shownDocument.pages);
     }
     showCount();
-    const bool typing = txtPage->isModified() || cboZoom->lineEdit()->isModified();
-    if (!typing && !cboZoom->view()->isVisible())
+    if (!isTyping() && !cboZoom->view()->isVisible())
         showPage();
+}
+
+/// Whether a page or a zoom is being typed, which stays while the program adds pages and makes room.
+bool frmReportViewer::isTyping() const {
+    return txtPage->isModified() || cboZoom->lineEdit()->isModified();
 }
 
 void frmReportViewer::goToLast() {
@@ -225,9 +231,13 @@ void frmReportViewer::showContents() {
     const QList<Bookmark> marks = outlineOf(document());
     contents.resize(lstContents->topLevelItemCount());
     for (qsizetype i = contents.size(); i < marks.size(); ++i) {
-        auto* row = new QTreeWidgetItem(lstContents, {marks[i].title, QString::number(marks[i].page + 1)});
+        constexpr qsizetype indent = 3; // blanks
+        auto* row = new QTreeWidgetItem(lstContents, {QString(marks[i].depth * indent, u' ') + marks[i].title,
+                                                      QString::number(marks[i].page + 1)});
         row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         contents.append({marks[i].page, marks[i].text, 0});
+        const QModelIndex title = lstContents->model()->index(int(i), 0);
+        widestTitle = std::max(i == 0 ? 0 : widestTitle, lstContents->sizeHintForIndex(title).width());
     }
     // Lists are grouped by series, whose name the maker's sheets never translate; other reports have
     // sections.
@@ -235,6 +245,21 @@ void frmReportViewer::showContents() {
                                               ? QStringLiteral("Series")
                                               : QCoreApplication::translate("frmReportViewer", "Section"));
     lstContents->setVisible(!contents.isEmpty());
+    fitContents();
+}
+
+/// Makes room for the titles, as far as the pages can spare it.
+void frmReportViewer::fitContents() {
+    constexpr int least = 200; // pixels
+    constexpr int share = 4;   // of the screen
+    const int wanted = widestTitle + lstContents->header()->sectionSize(1) +
+                       lstContents->verticalScrollBar()->sizeHint().width();
+    lstContents->setFixedWidth(std::clamp(wanted, least, std::max(least, width() / share)));
+}
+
+void frmReportViewer::resizeEvent(QResizeEvent* event) {
+    Screen::resizeEvent(event);
+    fitContents();
 }
 
 void frmReportViewer::showPage() {

@@ -35,10 +35,13 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Activate() override;
     void Deactivate() override;
     bool QueryUnload() override;
+    void resizeEvent(QResizeEvent* event) override;
     void makeMore();
     bool tryToMake(const std::function<void()>& make);
     void showMore();
+    bool isTyping() const;
     void showContents();
+    void fitContents();
     void showPage();
     void showCount();
     void showZoom();
@@ -58,4 +61,5 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     bool waiting = false;                 // for all its pages
     bool growing = false;                 // pages are being added, which leaves what the user types
     QList<TextPlace> contents;            // where each row of the contents points
+    int widestTitle = 0;                  // of these rows, in pixels
 };

@@ -315,6 +315,24 @@ TEST_F(EveryScreen, KeepsItsCursorAndGrowsAgainWhenTheWindowWasSmaller) {
 }
 
 // The mark of a refused box adds to its range, which may change meanwhile.
+TEST_F(EveryScreen, ShowsTheTitlesOfAPackageWhole) {
+    BrennovalMain::instance()->resize(1366, 768);
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSize(12);
+    QApplication::setFont(large);
+    Driver::command("mnuPackage");
+    Driver::press("frmPackage", "cmdOK");
+    Driver::settle();
+    auto* contents = Driver::control<QTreeWidget>("frmReportViewer", "lstContents");
+    ASSERT_TRUE(contents);
+    EXPECT_EQ(contents->topLevelItem(2)->text(0), "Tank J.1, 2 × RCB 500");
+    EXPECT_EQ(contents->topLevelItem(3)->text(0).trimmed(), "Submittal");
+    EXPECT_GE(contents->columnWidth(0), contents->sizeHintForIndex(contents->model()->index(2, 0)).width());
+    EXPECT_TRUE(contents->topLevelItem(3)->text(0).startsWith(' ')) << "it is below its tank";
+    QApplication::setFont(before);
+}
+
 TEST_F(EveryScreen, ExportsWhenQtHasLeftTheMenuOfFormats) {
     Driver::command("mnuRptEXP");
     Driver::press("frmReportViewer", "bttnExport");
