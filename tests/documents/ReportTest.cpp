@@ -4,6 +4,7 @@
 #include "documents/report/Renderer.h"
 #include "documents/report/TextFit.h"
 #include "tests/documents/ListLayout.h"
+#include "tests/support/PageTexts.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -24,13 +25,6 @@ class ReportEngine : public testing::Test {
         Recordset rows;
         rows.Open(sql, catalogue);
         return renderPages(layout, rows);
-    }
-
-    static QStringList textsOf(const Page& page) {
-        QStringList texts;
-        for (const PageText& text : page.texts)
-            texts.append(text.plain());
-        return texts;
     }
 
     TemporaryHome home;

@@ -7,6 +7,7 @@
 #include "documents/Documents.h"
 #include "documents/report/PictureLabels.h"
 #include "extras/package/JobPackage.h"
+#include "tests/support/PageTexts.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -40,14 +41,6 @@ class Package : public testing::Test {
         while (!maker.isDone())
             maker.makeNext();
         return maker.document();
-    }
-
-    /// All texts of a page, in order.
-    static QStringList textsOf(const Page& page) {
-        QStringList texts;
-        for (const PageText& text : page.texts)
-            texts.append(text.plain());
-        return texts;
     }
 
     TemporaryHome home;
