@@ -117,11 +117,23 @@ class Maker : public DocumentMaker {
         case Part::Kind::Specification:
             return pageOf(tank, "Specification", "Typical Specifications", part.what, {});
         case Part::Kind::Drawing:
-            return pageOf(tank, "Drawing", {}, {}, readPicture(part.what));
+            return drawingPage(tank, part.what);
         case Part::Kind::Nothing:
             return pageOf(tank, "No documents", {}, part.what, {});
         }
         return {};
+    }
+
+    /// A file that is missing or damaged must not cost the user the rest of the package.
+    Pages drawingPage(const TankLine& tank, const QString& file) const {
+        QByteArray drawing;
+        QString instead;
+        try {
+            drawing = readPicture(file);
+        } catch (const Fault&) {
+            instead = "The drawing of " + shownText(tank.modelNo) + " cannot be read.";
+        }
+        return pageOf(tank, "Drawing", {}, instead, drawing);
     }
 
     Pages pageOf(const TankLine& tank, const QString& heading, const QString& textHeading,
