@@ -1,6 +1,6 @@
 #include "app/office/CommandLine.h"
 
-#include <QRegularExpression>
+#include "app/office/Address.h"
 
 #include <algorithm>
 #include <array>
@@ -79,7 +79,8 @@ copies of the program are connected just now.
   --dry-run  accepted like everywhere; this command never changes anything
 )";
 
-constexpr auto importHelp = R"(Usage: brennoval-office import [--dry-run] [--new-numbers] [--user USER] OFFICE FILE
+constexpr auto importHelp =
+    R"(Usage: brennoval-office import [--dry-run] [--new-numbers] [--user USER] OFFICE FILE
 
 Takes the data of a single user over into the office, all of them or nothing. FILE is the user's
 BrennovalUserData.mdb, or a backup of it; it may be of an older version and is only read.
@@ -136,7 +137,8 @@ constexpr Row rows[] = {
 };
 
 const Row* rowNamed(const QString& name) {
-    const auto* row = std::ranges::find_if(rows, [&](const Row& one) { return name == QLatin1String(one.name); });
+    const auto* row =
+        std::ranges::find_if(rows, [&](const Row& one) { return name == QLatin1String(one.name); });
     return row == std::end(rows) ? nullptr : row;
 }
 
@@ -178,13 +180,6 @@ void takeOption(OfficeRequest& request, const Row& row, const QString& option, R
         (name == userOption ? request.user : request.maintenance) = rest.valueOf(option);
 }
 
-/// Whether an address holds a password, as a part of a URI or as a word.
-bool holdsPassword(const QString& office) {
-    static const QRegularExpression inAuthority("^[a-z]+://[^/?]*:[^/?@]*@");
-    static const QRegularExpression asWord("(^|[\\s?&])password\\s*=");
-    return inAuthority.match(office).hasMatch() || asWord.match(office).hasMatch();
-}
-
 } // namespace
 
 std::optional<QString> helpFor(const QStringList& arguments) {
@@ -200,7 +195,8 @@ OfficeRequest parse(const QStringList& arguments) {
     const Row* row = rowNamed(arguments.first());
     if (!row)
         refuse("there is no command " + arguments.first() + "; --help lists them");
-    OfficeRequest request{.command = row->command, .maintenance = QStringLiteral("postgres")};
+    OfficeRequest request;
+    request.command = row->command;
     QStringList words;
     bool options = true; // until --, after which a job may be called anything
     for (Rest rest(arguments); !rest.isEmpty();) {
@@ -216,8 +212,9 @@ OfficeRequest parse(const QStringList& arguments) {
         refuse(QString("%1 takes other arguments; see brennoval-office %1 --help").arg(row->name));
     request.office = words.takeFirst();
     request.arguments = words;
-    if (holdsPassword(request.office))
-        refuse("the address holds a password, which everybody on this machine could read; leave it out, and it is "
+    if (OfficeAddress::holdsPassword(request.office))
+        refuse("the address holds a password, which everybody on this machine could read; leave it out, and "
+               "it is "
                "asked for or read from ~/.pgpass");
     return request;
 }

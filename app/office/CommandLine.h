@@ -16,7 +16,7 @@ struct OfficeRequest {
     bool noPassword = false; // a new user gets none
     bool newNumbers = false; // colliding jobs are taken over under others
     QString user;            // whose own tables an import fills; the caller's if empty
-    QString maintenance;     // the database through which another is created
+    QString maintenance = QStringLiteral("postgres"); // the database through which another is created
 };
 
 namespace OfficeCommandLine {
@@ -31,7 +31,7 @@ class UsageError : public std::runtime_error {
 std::optional<QString> helpFor(const QStringList& arguments);
 
 /// Understands the arguments after the program's name. Throws UsageError, also for an address that holds a
-/// password, which every user of the machine could read.
+/// password, which every user of the machine could read, and DatabaseFault for one that is none.
 OfficeRequest parse(const QStringList& arguments);
 
 } // namespace OfficeCommandLine

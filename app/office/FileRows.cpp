@@ -28,9 +28,9 @@ QString objection(const Recordset::Field& column, const QVariant& value) {
         return {};
     if (!column.takesText()) {
         const double number = value.toDouble();
-        const bool fits = value.typeId() != QMetaType::QString && std::isfinite(number) &&
-                          (column.takesFractions() ||
-                           (std::abs(number) <= largestWhole && number == std::trunc(number)));
+        const bool fits =
+            value.typeId() != QMetaType::QString && std::isfinite(number) &&
+            (column.takesFractions() || (std::abs(number) <= largestWhole && number == std::trunc(number)));
         return fits ? QString() : QStringLiteral("a number that the column does not take");
     }
     const QString text = value.toString();
@@ -43,7 +43,8 @@ QString objection(const Recordset::Field& column, const QVariant& value) {
 
 /// A moment is a text of a column without a size of its own.
 QString objectionToMoment(const QVariant& value) {
-    return !value.isValid() || QDateTime::fromString(value.toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")).isValid()
+    return !value.isValid() ||
+                   QDateTime::fromString(value.toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")).isValid()
                ? QString()
                : QStringLiteral("something that is no date");
 }
@@ -82,7 +83,8 @@ StoredRows read(const JobCopies::Source& file, const QString& table) {
     return all;
 }
 
-StoredRows where(const StoredRows& rows, const QString& column, const QSet<QString>& foldedTexts, bool contained) {
+StoredRows where(const StoredRows& rows, const QString& column, const QSet<QString>& foldedTexts,
+                 bool contained) {
     StoredRows chosen{.table = rows.table, .columns = rows.columns, .rows = {}};
     const qsizetype index = rows.columns.indexOf(column);
     std::ranges::copy_if(rows.rows, std::back_inserter(chosen.rows), [&](const QVariantList& row) {
@@ -101,7 +103,8 @@ QByteArray json(const StoredRows& rows, qsizetype first, qsizetype count) {
         QJsonObject object;
         for (qsizetype i = 0; i < row.size(); ++i)
             if (row[i].typeId() == QMetaType::Double) // as text, which the server reads to the last bit
-                object.insert(rows.columns[i].toLower(), QString::fromStdString(shownNumberText(row[i].toDouble())));
+                object.insert(rows.columns[i].toLower(),
+                              QString::fromStdString(shownNumberText(row[i].toDouble())));
             else if (row[i].isValid())
                 object.insert(rows.columns[i].toLower(), row[i].toString());
         array.append(object);

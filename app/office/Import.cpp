@@ -13,10 +13,8 @@
 
 using FileRows::folded;
 using FileRows::StoredRows;
-using Postgres::Connection;
 using Postgres::quotedName;
 using Postgres::Result;
-using Postgres::Transaction;
 
 namespace Office {
 
@@ -39,16 +37,18 @@ QString jsonOf(const QStringList& texts) {
 }
 
 /// Adds rows to a table of the office, in their order. The server reads each value by the type of its column.
-void addRows(Connection& office, const QString& schema, const StoredRows& rows) {
+void addRows(Postgres::Connection& office, const QString& schema, const StoredRows& rows) {
     constexpr qsizetype batch = 1000; // rows a statement, which keeps each below a megabyte
     QStringList names;
     for (const QString& column : rows.columns)
         names.append(quotedName(column.toLower()));
     const QString table = quotedName(schema) + u'.' + rows.table;
-    const QString statement = QString("INSERT INTO %1 (%2) SELECT %2 FROM json_populate_recordset(NULL::%1, $1::json)")
-                                  .arg(table, names.join(u','));
+    const QString statement =
+        QString("INSERT INTO %1 (%2) SELECT %2 FROM json_populate_recordset(NULL::%1, $1::json)")
+            .arg(table, names.join(u','));
     for (qsizetype first = 0; first < rows.rows.size(); first += batch)
-        office.run(statement, {QString::fromUtf8(FileRows::json(rows, first, std::min(batch, rows.rows.size() - first)))});
+        office.run(statement, {QString::fromUtf8(
+                                  FileRows::json(rows, first, std::min(batch, rows.rows.size() - first)))});
 }
 
 /// A job of the file, with its tank lines.
@@ -68,8 +68,9 @@ Job renumbered(Job job, const QString& newID) {
     const qsizetype number = job.lines.columns.indexOf("TankNo");
     for (QVariantList& row : job.lines.rows) {
         const QString old = row[tank].toString();
-        row[tank] = newID + (old.startsWith(job.jobID + u'.', Qt::CaseInsensitive) ? old.mid(job.jobID.size())
-                                                                                    : u'.' + row[number].toString());
+        row[tank] =
+            newID + (old.startsWith(job.jobID + u'.', Qt::CaseInsensitive) ? old.mid(job.jobID.size())
+                                                                           : u'.' + row[number].toString());
     }
     setJob(job.header);
     setJob(job.lines);
@@ -80,7 +81,7 @@ Job renumbered(Job job, const QString& newID) {
 /// The data of one file on their way into the office, within the caller's transaction.
 class Takeover {
   public:
-    Takeover(Connection& connection, const JobCopies::Source& source)
+    Takeover(Postgres::Connection& connection, const JobCopies::Source& source)
         : office(connection), file(source), headers(FileRows::read(file, "tblJobHeader")),
           allLines(FileRows::read(file, "tblJobData")) {
         const qsizetype id = headers.columns.indexOf("JobID");
@@ -111,7 +112,8 @@ class Takeover {
             } else if (job = withFreeNumber(job); isThere(job)) {
                 ++same;
             } else {
-                report += "Job " + jobID + " is taken over as " + job.jobID + ", because its number is in use.";
+                report +=
+                    "Job " + jobID + " is taken over as " + job.jobID + ", because its number is in use.";
                 newHeaders.rows += job.header.rows;
                 newLines.rows += job.lines.rows;
             }
@@ -122,11 +124,15 @@ class Takeover {
         addRows(office, "office", newHeaders);
         addRows(office, "office", newLines);
         report += QString("%1 with %2 taken over.")
-                      .arg(counted(newHeaders.rows.size(), "job", "jobs"), counted(newLines.rows.size(), "tank", "tanks"));
+                      .arg(counted(newHeaders.rows.size(), "job", "jobs"),
+                           counted(newLines.rows.size(), "tank", "tanks"));
         if (same > 0)
-            report += counted(same, "job was", "jobs were") + " in the office already, in the same words and figures.";
-        if (const StoredRows orphans = FileRows::where(allLines, "JobID", known, false); !orphans.rows.isEmpty())
-            report += counted(orphans.rows.size(), "tank", "tanks") + " without a job left out: " + tanksOf(orphans);
+            report += counted(same, "job was", "jobs were") +
+                      " in the office already, in the same words and figures.";
+        if (const StoredRows orphans = FileRows::where(allLines, "JobID", known, false);
+            !orphans.rows.isEmpty())
+            report += counted(orphans.rows.size(), "tank", "tanks") +
+                      " without a job left out: " + tanksOf(orphans);
         return report;
     }
 
@@ -136,29 +142,33 @@ class Takeover {
         for (const char* table : {"tblEngineer", "tblContractor"})
             added += office
                          .run(QString("INSERT INTO office.%1 (fldName) SELECT DISTINCT ON (fldName) fldName "
-                                      "FROM json_populate_recordset(NULL::office.%1, $1::json) WHERE fldName IS NOT NULL "
+                                      "FROM json_populate_recordset(NULL::office.%1, $1::json) WHERE fldName "
+                                      "IS NOT NULL "
                                       "AND NOT EXISTS (SELECT 1 FROM office.%1 e "
                                       "WHERE e.fldName = json_populate_recordset.fldName)")
                                   .arg(table),
                               {jsonOf(FileRows::read(file, table))})
                          .changedRows();
-        return {counted(added, "engineer or contractor is", "engineers and contractors are") + " new to the office."};
+        return {counted(added, "engineer or contractor is", "engineers and contractors are") +
+                " new to the office."};
     }
 
-    /// The user's own tables, unless the user has stored anything in them. The schedule is built anew for every
-    /// use, so nothing is taken of it.
+    /// The user's own tables, unless the user has stored anything in them. The schedule is built anew for
+    /// every use, so nothing is taken of it.
     Report takeOwn(const QString& user) {
         const QString schema = quotedName(user);
         if (!OfficeSchema::users(office).contains(user))
             refuse("The office has no user " + user + ". \"brennoval-office add-user\" lets a user in.");
-        const bool untouched = office
-                                   .run(QString("SELECT 1 WHERE EXISTS (SELECT 1 FROM %1.tblUser) OR EXISTS (SELECT 1 FROM "
-                                                "%1.tblRepMaster) OR EXISTS (SELECT 1 FROM %1.tblOwn) OR EXISTS (SELECT 1 "
-                                                "FROM %1.tblFirstTime WHERE FirstTime <> 0 OR \"convert\" <> 0)")
-                                            .arg(schema))
-                                   .rows() == 0;
+        const bool untouched =
+            office
+                .run(QString("SELECT 1 WHERE EXISTS (SELECT 1 FROM %1.tblUser) OR EXISTS (SELECT 1 FROM "
+                             "%1.tblRepMaster) OR EXISTS (SELECT 1 FROM %1.tblOwn) OR EXISTS (SELECT 1 "
+                             "FROM %1.tblFirstTime WHERE FirstTime <> 0 OR \"convert\" <> 0)")
+                         .arg(schema))
+                .rows() == 0;
         if (!untouched)
-            return {"The user " + user + " has stored settings in the office already; those of the file are left out."};
+            return {"The user " + user +
+                    " has stored settings in the office already; those of the file are left out."};
         office.run(QString("DELETE FROM %1.tblFirstTime").arg(schema));
         for (const char* table : {"tblFirstTime", "tblUser", "tblRepMaster", "tblOwn"})
             addRows(office, user, FileRows::read(file, table));
@@ -186,19 +196,21 @@ class Takeover {
     /// The IDs of the file, folded, that the office uses for a job, or for whose tanks it uses a key.
     QSet<QString> idsInUse() {
         QSet<QString> inUse;
-        const Result jobs = office.run("SELECT id FROM json_array_elements_text($1::json) AS id WHERE EXISTS "
-                                       "(SELECT 1 FROM office.tblJobHeader WHERE JobID = id::citext) OR EXISTS "
-                                       "(SELECT 1 FROM office.tblJobData WHERE JobID = id::citext)",
-                                       {jsonOf(jobIDs)});
+        const Result jobs =
+            office.run("SELECT id FROM json_array_elements_text($1::json) AS id WHERE EXISTS "
+                       "(SELECT 1 FROM office.tblJobHeader WHERE JobID = id::citext) OR EXISTS "
+                       "(SELECT 1 FROM office.tblJobData WHERE JobID = id::citext)",
+                       {jsonOf(jobIDs)});
         for (int row = 0; row < jobs.rows(); ++row)
             inUse.insert(folded(jobs.text(row, 0)));
         const StoredRows lines = ownLines();
         QStringList tankIDs;
         for (const QVariantList& row : lines.rows)
             tankIDs += row[lines.columns.indexOf("TankID")].toString();
-        const Result tanks = office.run("SELECT n FROM json_array_elements_text($1::json) WITH ORDINALITY AS t(id, n) "
-                                        "WHERE EXISTS (SELECT 1 FROM office.tblJobData WHERE TankID = id::citext)",
-                                        {jsonOf(tankIDs)});
+        const Result tanks =
+            office.run("SELECT n FROM json_array_elements_text($1::json) WITH ORDINALITY AS t(id, n) "
+                       "WHERE EXISTS (SELECT 1 FROM office.tblJobData WHERE TankID = id::citext)",
+                       {jsonOf(tankIDs)});
         for (int row = 0; row < tanks.rows(); ++row)
             inUse.insert(folded(lines.rows[tanks.text(row, 0).toInt() - 1][lines.columns.indexOf("JobID")]));
         return inUse;
@@ -208,9 +220,12 @@ class Takeover {
     bool isThere(const Job& job) {
         const auto same = [&](const StoredRows& rows) {
             return office
-                       .run(QString("SELECT 1 WHERE (SELECT jsonb_agg(to_jsonb(t) - 'office_row' ORDER BY to_jsonb(t) - "
-                                    "'office_row') FROM office.%1 t WHERE JobID = $1::citext) IS NOT DISTINCT FROM "
-                                    "(SELECT jsonb_agg(to_jsonb(t) - 'office_row' ORDER BY to_jsonb(t) - 'office_row') "
+                       .run(QString("SELECT 1 WHERE (SELECT jsonb_agg(to_jsonb(t) - 'office_row' ORDER BY "
+                                    "to_jsonb(t) - "
+                                    "'office_row') FROM office.%1 t WHERE JobID = $1::citext) IS NOT "
+                                    "DISTINCT FROM "
+                                    "(SELECT jsonb_agg(to_jsonb(t) - 'office_row' ORDER BY to_jsonb(t) - "
+                                    "'office_row') "
                                     "FROM json_populate_recordset(NULL::office.%1, $2::json) t)")
                                 .arg(rows.table),
                             {job.jobID, jsonOf(rows)})
@@ -237,26 +252,30 @@ class Takeover {
         for (const QVariantList& row : job.lines.rows)
             tankIDs += row[job.lines.columns.indexOf("TankID")].toString();
         return office
-                   .run("SELECT 1 WHERE EXISTS (SELECT 1 FROM office.tblJobHeader WHERE JobID = $1::citext) OR EXISTS "
+                   .run("SELECT 1 WHERE EXISTS (SELECT 1 FROM office.tblJobHeader WHERE JobID = $1::citext) "
+                        "OR EXISTS "
                         "(SELECT 1 FROM office.tblJobData WHERE JobID = $1::citext OR TankID IN "
                         "(SELECT id::citext FROM json_array_elements_text($2::json) AS id))",
                         {job.jobID, jsonOf(tankIDs)})
                    .rows() == 0;
     }
 
-    /// Conversions of steel tanks are lines of one job that every user has. Those of the file join those of the
-    /// office under new numbers.
+    /// Conversions of steel tanks are lines of one job that every user has. Those of the file join those of
+    /// the office under new numbers.
     Report takeConversions(const Job& job) {
-        const Result missing = office.run(
-            "SELECT n FROM json_array_elements($1::json) WITH ORDINALITY AS e(line, n), "
-            "LATERAL json_populate_record(NULL::office.tblJobData, line) AS r WHERE NOT EXISTS "
-            "(SELECT 1 FROM office.tblJobData d WHERE JobID = $2::citext AND "
-            "to_jsonb(d) - ARRAY['office_row', 'tankid', 'tankno', 'jobid'] = "
-            "to_jsonb(r) - ARRAY['office_row', 'tankid', 'tankno', 'jobid']) ORDER BY n",
-            {jsonOf(job.lines), job.jobID});
-        int number = office.run("SELECT coalesce(max(TankNo), 0) FROM office.tblJobData WHERE JobID = $1::citext", {job.jobID})
-                         .text(0, 0)
-                         .toInt();
+        const Result missing =
+            office.run("SELECT n FROM json_array_elements($1::json) WITH ORDINALITY AS e(line, n), "
+                       "LATERAL json_populate_record(NULL::office.tblJobData, line) AS r WHERE NOT EXISTS "
+                       "(SELECT 1 FROM office.tblJobData d WHERE JobID = $2::citext AND "
+                       "to_jsonb(d) - ARRAY['office_row', 'tankid', 'tankno', 'jobid'] = "
+                       "to_jsonb(r) - ARRAY['office_row', 'tankid', 'tankno', 'jobid']) ORDER BY n",
+                       {jsonOf(job.lines), job.jobID});
+        int number =
+            office
+                .run("SELECT coalesce(max(TankNo), 0) FROM office.tblJobData WHERE JobID = $1::citext",
+                     {job.jobID})
+                .text(0, 0)
+                .toInt();
         StoredRows added{.table = job.lines.table, .columns = job.lines.columns, .rows = {}};
         for (int row = 0; row < missing.rows(); ++row) {
             QVariantList line = job.lines.rows[missing.text(row, 0).toInt() - 1];
@@ -266,11 +285,12 @@ class Takeover {
             added.rows.append(line);
         }
         addRows(office, "office", added);
-        return {counted(added.rows.size(), "conversion of a steel tank joins", "conversions of steel tanks join") +
+        return {counted(added.rows.size(), "conversion of a steel tank joins",
+                        "conversions of steel tanks join") +
                 " those of the office."};
     }
 
-    Connection& office;
+    Postgres::Connection& office;
     const JobCopies::Source& file;
     StoredRows headers;
     StoredRows allLines;
@@ -280,16 +300,18 @@ class Takeover {
 
 } // namespace
 
-Report import(const QString& address, const QString& file, const QString& user, Collisions collisions, Mode mode) {
+Report import(const QString& address, const QString& file, const QString& user, Collisions collisions,
+              Mode mode) {
     const JobCopies::Source source = FileRows::open(file);
-    Connection office = connectToCurrent(address);
+    Postgres::Connection office = connectToCurrent(address);
     Report report;
-    Transaction transaction(office);
+    Postgres::Transaction transaction(office);
     office.runScript("SET LOCAL search_path = office; SET LOCAL lock_timeout = '20s'");
     Takeover takeover(office, source);
     // Nobody adds a job while the numbers are compared; everybody can read.
-    office.runScript("LOCK TABLE office.tblJobHeader, office.tblJobData, office.tblEngineer, office.tblContractor "
-                     "IN SHARE ROW EXCLUSIVE MODE");
+    office.runScript(
+        "LOCK TABLE office.tblJobHeader, office.tblJobData, office.tblEngineer, office.tblContractor "
+        "IN SHARE ROW EXCLUSIVE MODE");
     report += takeover.takeJobs(collisions);
     report += takeover.takeNames();
     report += takeover.takeOwn(user.isEmpty() ? office.role() : user);

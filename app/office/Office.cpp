@@ -1,11 +1,8 @@
 #include "app/office/Office.h"
 
+#include "app/office/Address.h"
 #include "app/office/Terminal.h"
 #include "core/postgres/OfficeSchema.h"
-
-#include <libpq-fe.h>
-
-#include <memory>
 
 using Postgres::Connection;
 using Postgres::quotedName;
@@ -19,29 +16,6 @@ namespace {
 
 [[noreturn]] void refuse(const QString& why) {
     throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
-}
-
-/// A part of an address, such as "dbname"; empty if it has none. Throws Fault if libpq does not understand it.
-QString partOf(const QString& address, const char* keyword) {
-    char* error = nullptr;
-    const std::unique_ptr<PQconninfoOption, void (*)(PQconninfoOption*)> options(
-        PQconninfoParse(address.toUtf8().constData(), &error), PQconninfoFree);
-    const std::unique_ptr<char, void (*)(void*)> message(error, PQfreemem);
-    if (!options)
-        refuse("The address of the office cannot be understood: " +
-               (error ? QString::fromUtf8(error).trimmed() : QStringLiteral("no memory")));
-    for (const PQconninfoOption* option = options.get(); option->keyword; ++option)
-        if (qstrcmp(option->keyword, keyword) == 0)
-            return QString::fromUtf8(option->val);
-    return {};
-}
-
-/// The same address for another database; of two that an address names, the later one counts.
-QString withDatabase(const QString& address, const QString& database) {
-    if (!address.contains(QStringLiteral("://")))
-        return QStringLiteral("%1 dbname='%2'").arg(address, QString(database).replace(u'\'', "\\'"));
-    return address + (address.contains(u'?') ? u'&' : u'?') + QStringLiteral("dbname=") +
-           QString::fromLatin1(database.toUtf8().toPercentEncoding());
 }
 
 bool isTrue(Connection& server, const QString& condition, const QVariantList& values = {}) {
@@ -60,16 +34,19 @@ void requireUsable(Connection& database) {
         "WHERE n.nspname !~ '^(pg_|information_schema$)' AND NOT EXISTS "
         "(SELECT 1 FROM pg_depend d WHERE d.objid = c.oid AND d.deptype = 'e') ORDER BY 1 LIMIT 1");
     if (foreign.rows() > 0)
-        refuse(QString("The database %1 holds other things already, such as %2. An office needs one of its own. "
-                       "Nothing was changed.")
-                   .arg(database.database(), foreign.text(0, 0)));
+        refuse(
+            QString("The database %1 holds other things already, such as %2. An office needs one of its own. "
+                    "Nothing was changed.")
+                .arg(database.database(), foreign.text(0, 0)));
     if (!isTrue(database, "SELECT pg_encoding_to_char(encoding) = 'UTF8' AND datlocprovider = 'c' "
                           "AND lower(datcollate) IN ('c.utf-8', 'c.utf8') "
                           "AND lower(datctype) IN ('c.utf-8', 'c.utf8') "
                           "FROM pg_database WHERE datname = current_database()"))
-        refuse(QString("The database %1 must have the encoding UTF8 and the locale C.UTF-8. Please drop it and let "
-                       "this command create it, or create it so from template0. Nothing was changed.")
-                   .arg(database.database()));
+        refuse(
+            QString(
+                "The database %1 must have the encoding UTF8 and the locale C.UTF-8. Please drop it and let "
+                "this command create it, or create it so from template0. Nothing was changed.")
+                .arg(database.database()));
 }
 
 /// Stops before a database is created that could not become an office.
@@ -111,8 +88,10 @@ void addUsersRole(Connection& office, Report& report) {
                    " NOLOGIN NOSUPERUSER NOCREATEDB NOCREATEROLE NOREPLICATION NOBYPASSRLS");
         report += "The role " + role + " is made for the office's users.";
     } else if (!isPlainGroup(office, role)) {
-        refuse(QString("There is a role %1 already, which may do more than an office's users. Nothing was changed.")
-                   .arg(role));
+        refuse(
+            QString(
+                "There is a role %1 already, which may do more than an office's users. Nothing was changed.")
+                .arg(role));
     }
 }
 
@@ -147,7 +126,9 @@ Report createIn(Connection& database, Mode mode) {
     lock(database);
     const int found = OfficeSchema::versionOf(database);
     if (found > 0) {
-        report += QString("The database %1 is an office already, of version %2.").arg(database.database()).arg(found);
+        report += QString("The database %1 is an office already, of version %2.")
+                      .arg(database.database())
+                      .arg(found);
     } else {
         requireUsable(database);
         OfficeSchema::create(database);
@@ -165,12 +146,8 @@ Report createIn(Connection& database, Mode mode) {
 
 } // namespace
 
-bool holdsPassword(const QString& address) {
-    return !partOf(address, "password").isEmpty();
-}
-
 Connection connect(const QString& address, const QString& database) {
-    const QString target = database.isEmpty() ? address : withDatabase(address, database);
+    const QString target = database.isEmpty() ? address : OfficeAddress::withDatabase(address, database);
     try {
         return Connection(target);
     } catch (const Postgres::PasswordNeeded&) {
@@ -183,7 +160,7 @@ Connection connect(const QString& address, const QString& database) {
 
 Report create(const QString& address, const QString& maintenance, Mode mode) {
     constexpr qsizetype longestName = 63; // bytes of a name on the server
-    const QString name = partOf(address, "dbname");
+    const QString name = OfficeAddress::databaseOf(address);
     if (name.isEmpty())
         refuse("The address does not say which database is to become the office, as in "
                "postgresql://admin@server/brennoval.");
@@ -229,12 +206,14 @@ Connection connectToCurrent(const QString& address) {
     if (found == 0)
         refuse("The database " + office.database() + " is no office. \"brennoval-office create\" makes one.");
     if (found < OfficeSchema::currentVersion())
-        refuse(QString("The office is of version %1; this program works with version %2. \"brennoval-office upgrade\" "
+        refuse(QString("The office is of version %1; this program works with version %2. \"brennoval-office "
+                       "upgrade\" "
                        "brings it up.")
                    .arg(found)
                    .arg(OfficeSchema::currentVersion()));
     if (found > OfficeSchema::currentVersion())
-        refuse(QString("The office is of version %1; this program knows version %2. Please install the newer program.")
+        refuse(QString("The office is of version %1; this program knows version %2. Please install the newer "
+                       "program.")
                    .arg(found)
                    .arg(OfficeSchema::currentVersion()));
     return office;

@@ -14,9 +14,6 @@ using Report = QStringList;
 /// Whether a command keeps what it has done.
 enum class Mode { Real, DryRun };
 
-/// Whether an address holds a password. Throws Fault if libpq does not understand the address.
-bool holdsPassword(const QString& address);
-
 /// Connects to the office, or to another database of its server. Asks for a password on the terminal if the
 /// server wants one that libpq does not find. Throws DatabaseFault.
 Postgres::Connection connect(const QString& address, const QString& database = {});

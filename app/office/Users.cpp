@@ -38,7 +38,8 @@ QString encrypted(const QString& role, const QString& password) {
                               "scram-sha-256"),
         PQfreemem);
     if (!secret)
-        refuse("The password cannot be encrypted: " + QString::fromUtf8(PQerrorMessage(none.get())).trimmed());
+        refuse("The password cannot be encrypted: " +
+               QString::fromUtf8(PQerrorMessage(none.get())).trimmed());
     return QString::fromLatin1(secret.get());
 }
 
@@ -48,7 +49,8 @@ void requirePlainRole(Connection& office, const QString& role) {
                                     "rolreplication OR rolbypassrls)::int FROM pg_roles WHERE rolname = $1",
                                     {role});
     if (found.text(0, 1) == u"1")
-        refuse(QString("The role %1 is there already, and may do more on the server than a user of an office. Nothing "
+        refuse(QString("The role %1 is there already, and may do more on the server than a user of an "
+                       "office. Nothing "
                        "was changed.")
                    .arg(role));
     if (found.text(0, 0) != u"1")
@@ -76,11 +78,13 @@ bool hasSchema(Connection& office, const QString& name) {
 /// Whether the role can work with all its tables.
 bool hasRights(Connection& office, const QString& user) {
     return office
-        .run("SELECT bool_and(has_table_privilege($1, c.oid, 'SELECT') AND has_table_privilege($1, c.oid, 'INSERT') "
-             "AND has_table_privilege($1, c.oid, 'UPDATE') AND has_table_privilege($1, c.oid, 'DELETE'))::int "
-             "FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace "
-             "WHERE c.relkind = 'r' AND n.nspname IN ('office', $2) AND c.relname <> 'version'",
-             {user, user})
+        .run(
+            "SELECT bool_and(has_table_privilege($1, c.oid, 'SELECT') AND has_table_privilege($1, c.oid, "
+            "'INSERT') "
+            "AND has_table_privilege($1, c.oid, 'UPDATE') AND has_table_privilege($1, c.oid, 'DELETE'))::int "
+            "FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace "
+            "WHERE c.relkind = 'r' AND n.nspname IN ('office', $2) AND c.relname <> 'version'",
+            {user, user})
         .text(0, 0)
         .toInt();
 }
@@ -169,7 +173,8 @@ Report removeUser(const QString& address, const QString& user, Mode mode) {
 Report listUsers(const QString& address) {
     Connection office = connectToCurrent(address);
     const Result found = office.run(
-        "WITH members AS (SELECT u.rolname AS name FROM pg_auth_members m JOIN pg_roles g ON g.oid = m.roleid "
+        "WITH members AS (SELECT u.rolname AS name FROM pg_auth_members m JOIN pg_roles g ON g.oid = "
+        "m.roleid "
         "    JOIN pg_roles u ON u.oid = m.member WHERE g.rolname = $1), "
         "schemas AS (SELECT n.nspname AS name FROM pg_namespace n JOIN pg_class c ON c.relnamespace = n.oid "
         "    WHERE c.relname = 'tblfirsttime') "
