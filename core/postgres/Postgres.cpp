@@ -1,8 +1,7 @@
 #include "core/postgres/Postgres.h"
 
 #include "core/base/Numbers.h"
-
-#include <QRegularExpression>
+#include "core/base/ServerAddress.h"
 
 #include <libpq-fe.h>
 
@@ -21,6 +20,14 @@ constexpr Oid anyType = 0; // the server reads the type from the statement
 
 const char* const lostConnection = "08006";
 
+/// libpq would cut the text at a NUL, and the server holds none.
+QByteArray textOf(const QVariant& value) {
+    QByteArray text = value.toString().toUtf8();
+    if (text.contains('\0'))
+        throw DatabaseFault(DatabaseFault::DataOverflow, "A text with the character NUL cannot be stored.");
+    return text;
+}
+
 /// The values of a statement as libpq wants them.
 struct Values {
     explicit Values(const QVariantList& parameters) {
@@ -28,7 +35,7 @@ struct Values {
             if (value.typeId() == QMetaType::Double)
                 texts.push_back(QByteArray::fromStdString(shownNumberText(value.toDouble())));
             else if (value.isValid())
-                texts.push_back(value.toString().toUtf8());
+                texts.push_back(textOf(value));
             else
                 texts.emplace_back();
             types.push_back(value.typeId() == QMetaType::Double ? doubleType
@@ -107,7 +114,8 @@ void Connection::Finish::operator()(pg_conn* connection) const {
     PQfinish(connection);
 }
 
-Connection::Connection(const QString& uri, const QString& password) : source(withoutPassword(uri)) {
+Connection::Connection(const QString& uri, const QString& password)
+    : source(ServerAddress::withoutPassword(uri)) {
     const QByteArray address = uri.toUtf8();
     const QByteArray secret = password.toUtf8();
     // What stands before the address can be set differently in it; what stands after it cannot.
@@ -148,6 +156,11 @@ void Connection::fail(const pg_result* result) const {
         message = QStringLiteral("The connection to the office's database is lost: ") +
                   (message.isEmpty() ? trimmed(PQerrorMessage(handle.get())) : message);
     }
+    // The types of the office's schema check the length of a text.
+    if (state == "23514" && !field(PG_DIAG_DATATYPE_NAME).isEmpty())
+        throw ServerFault(state, DatabaseFault::DataOverflow,
+                          "The field is too small to accept the amount of data you attempted to add.",
+                          source.toStdString());
     throw ServerFault(state, numberOf(state), message.toStdString(), source.toStdString());
 }
 
@@ -262,15 +275,6 @@ QString quotedName(const QString& name) {
 
 QString quotedText(const QString& text) {
     return u'\'' + QString(text).replace(u'\'', QStringLiteral("''")) + u'\'';
-}
-
-QString withoutPassword(const QString& uri) {
-    static const QRegularExpression inAddress(QStringLiteral("^(postgres(?:ql)?://[^:@/?]*):[^@/]*@"));
-    static const QRegularExpression inParameter(
-        QStringLiteral(R"(\b((?:ssl)?password\s*=\s*)('(?:[^'\\]|\\.)*'|[^\s&]*))"));
-    return QString(uri)
-        .replace(inAddress, QStringLiteral("\\1:********@"))
-        .replace(inParameter, QStringLiteral("\\1********"));
 }
 
 } // namespace Postgres

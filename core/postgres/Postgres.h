@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/Fault.h"
+#include "core/base/ServerAddress.h"
 
 #include <QByteArray>
 #include <QString>
@@ -98,7 +99,6 @@ class Connection {
   private:
     [[noreturn]] void fail(const pg_result* result) const;
     Result checked(pg_result* result) const;
-    void send(const QByteArray& statement, const QVariantList& parameters);
     struct Finish {
         void operator()(pg_conn* connection) const;
     };
@@ -125,7 +125,6 @@ class Transaction {
 QString quotedName(const QString& name);
 QString quotedText(const QString& text);
 
-/// A URI with any password in it masked.
-QString withoutPassword(const QString& uri);
+using ServerAddress::withoutPassword;
 
 } // namespace Postgres

@@ -20,6 +20,7 @@ const Graph allowed = {
     {"core/base", {}},
     {"core/store", {"core/base"}},
     {"core/postgres", {"core/base"}},
+    {"core/office", {"core/base", "core/postgres", "core/store"}},
     {"core/look", {"core/base"}},
     {"core/shell", {"core/base", "core/store", "core/look"}},
     {"jobs", {"core"}},
