@@ -159,19 +159,25 @@ class Takeover {
         const QString schema = quotedName(user);
         if (!OfficeSchema::users(office).contains(user))
             refuse("The office has no user " + user + ". \"brennoval-office add-user\" lets a user in.");
+        QList<StoredRows> own;
+        for (const char* table : {"tblUser", "tblRepMaster", "tblOwn", "tblFirstTime"})
+            own.append(FileRows::read(file, table));
+        if (!holdsSettings(own))
+            return {"The file holds no settings of a user."};
         const bool untouched =
             office
                 .run(QString("SELECT 1 WHERE EXISTS (SELECT 1 FROM %1.tblUser) OR EXISTS (SELECT 1 FROM "
-                             "%1.tblRepMaster) OR EXISTS (SELECT 1 FROM %1.tblOwn) OR EXISTS (SELECT 1 "
-                             "FROM %1.tblFirstTime WHERE FirstTime <> 0 OR \"convert\" <> 0)")
+                             "%1.tblRepMaster) "
+                             "OR EXISTS (SELECT 1 FROM %1.tblOwn) OR EXISTS (SELECT 1 FROM %1.tblFirstTime "
+                             "WHERE FirstTime <> 0 OR \"convert\" <> 0)")
                          .arg(schema))
                 .rows() == 0;
         if (!untouched)
             return {"The user " + user +
                     " has stored settings in the office already; those of the file are left out."};
         office.run(QString("DELETE FROM %1.tblFirstTime").arg(schema));
-        for (const char* table : {"tblFirstTime", "tblUser", "tblRepMaster", "tblOwn"})
-            addRows(office, user, FileRows::read(file, table));
+        for (const StoredRows& rows : own)
+            addRows(office, user, rows);
         return {"The defaults, representative and details are now those of " + user + "."};
     }
 
@@ -182,6 +188,15 @@ class Takeover {
         for (const QVariantList& row : lines.rows.first(std::min(most, lines.rows.size())))
             ids += row[lines.columns.indexOf("TankID")].toString();
         return ids.join(", ") + (lines.rows.size() > most ? ", and more." : ".");
+    }
+
+    /// Whether a user has stored anything in tables of the user's own, the last of which holds flags.
+    static bool holdsSettings(const QList<StoredRows>& own) {
+        const auto isSet = [](const QVariant& flag) { return flag.toDouble() != 0; };
+        return std::any_of(own.begin(), own.end() - 1,
+                           [](const StoredRows& rows) { return !rows.rows.isEmpty(); }) ||
+               std::ranges::any_of(own.last().rows,
+                                   [&](const QVariantList& row) { return std::ranges::any_of(row, isSet); });
     }
 
     /// The lines that have a header in the file.

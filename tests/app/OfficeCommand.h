@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/postgres/Postgres.h"
-#include "tests/support/PostgresServer.h"
+#include "tests/support/OfficeDatabase.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
+#include <QUrl>
 
 #include <stdexcept>
 #include <string>
@@ -30,12 +32,36 @@ inline OfficeRun runOffice(const QStringList& arguments, const QByteArray& input
             QString::fromUtf8(command.readAllStandardError())};
 }
 
-/// A server with an office in the database "brennoval", looked after by its superuser.
-class OfficeServer {
+/// A server of the test's own, since roles are the server's.
+class ToolServer {
   public:
-    /// With these users, who need no password.
-    explicit OfficeServer(const QStringList& users = {}, const QStringList& accessRules = {})
-        : server(PostgresServer::Disk::Skipped, accessRules) {
+    /// The rules of access are lines of pg_hba.conf; without any, every role is let in without a password.
+    explicit ToolServer(const QStringList& accessRules = {}) : server(OfficeServer::Of::Test) {
+        if (accessRules.isEmpty())
+            return;
+        QFile access(server.folder() + "/data/pg_hba.conf");
+        if (!access.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            throw std::runtime_error("cannot write the rules of access");
+        access.write(accessRules.join('\n').toUtf8() + '\n');
+        access.close();
+        server.kill(); // it reads them when it starts
+        server.startAgain();
+    }
+
+    QString uri(const QString& role, const QString& database) const {
+        return server.address(QString::fromLatin1(QUrl::toPercentEncoding(role)), database);
+    }
+
+  private:
+    OfficeServer server;
+};
+
+/// A server with an office in the database "brennoval", looked after by its superuser.
+class ToolOffice {
+  public:
+    /// With these users, who have no password.
+    explicit ToolOffice(const QStringList& users = {}, const QStringList& accessRules = {})
+        : server(accessRules) {
         require({"create", admin()});
         for (const QString& user : users)
             require({"add-user", "--no-password", admin(), user});
@@ -54,11 +80,10 @@ class OfficeServer {
     }
     void execute(const QString& statements) const { Postgres::Connection(admin()).runScript(statements); }
 
-    PostgresServer server;
-
   private:
     static void require(const QStringList& arguments) {
         if (const OfficeRun run = runOffice(arguments); run.exitCode != 0)
             throw std::runtime_error(run.errors.toStdString());
     }
+    ToolServer server;
 };

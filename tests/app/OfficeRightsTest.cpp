@@ -38,7 +38,7 @@ const QString tablesAndRights =
 } // namespace
 
 TEST(OfficeRights, AUserReadsAndWritesTheOfficeAndTheUsersOwnTables) {
-    const OfficeServer office({"anna", "ben"});
+    const ToolOffice office({"anna", "ben"});
     Postgres::Connection anna(office.uri("anna"));
     for (const char* statement : {
              "INSERT INTO tblJobHeader (JobID) VALUES ('J')",
@@ -64,7 +64,7 @@ TEST(OfficeRights, AUserReadsAndWritesTheOfficeAndTheUsersOwnTables) {
 }
 
 TEST(OfficeRights, AUserCanDoNothingElse) {
-    const OfficeServer office({"anna", "ben"});
+    const ToolOffice office({"anna", "ben"});
     office.execute("INSERT INTO ben.tblUser (PostalCode) VALUES ('44114')");
     const std::string before = office.value(tablesAndRights);
     Postgres::Connection anna(office.uri("anna"));
@@ -164,8 +164,8 @@ TEST(OfficeRights, AUserCanDoNothingElse) {
 
 TEST(OfficeRights, NobodyGetsWhereTheRulesOfAccessDoNotLeadThem) {
     // As docs/office.md has them, for a socket.
-    const OfficeServer office({"anna"}, {"local all postgres trust", "local brennoval +brennoval_users trust",
-                                         "local all +brennoval_users reject", "local all all trust"});
+    const ToolOffice office({"anna"}, {"local all postgres trust", "local brennoval +brennoval_users trust",
+                                       "local all +brennoval_users reject", "local all all trust"});
     office.execute("CREATE ROLE stranger LOGIN");
     office.execute("CREATE DATABASE accounts");
     EXPECT_EQ(refusalToConnect(office.uri("anna")), QString());
@@ -179,7 +179,7 @@ TEST(OfficeRights, NobodyGetsWhereTheRulesOfAccessDoNotLeadThem) {
 }
 
 TEST(OfficeRights, ARemovedUserIsLockedOutAtOnce) {
-    const OfficeServer office({"anna", "ben"});
+    const ToolOffice office({"anna", "ben"});
     office.execute("CREATE DATABASE accounts; ");
     office.execute("GRANT CONNECT ON DATABASE accounts TO anna"); // so her role stays
     Postgres::Connection anna(office.uri("anna"));

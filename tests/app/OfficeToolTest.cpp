@@ -19,7 +19,7 @@
 namespace {
 
 /// Everything in the databases and roles of a server that a command could change.
-std::string stateOf(const OfficeServer& office) {
+std::string stateOf(const ToolOffice& office) {
     return office.value(
         "SELECT concat_ws(E'\\n', "
         "(SELECT string_agg(concat_ws(' ', datname, datacl), ',' ORDER BY datname) FROM pg_database), "
@@ -119,7 +119,7 @@ TEST(OfficeCommandLine, IsUnderstoodOrRefusedBeforeAnythingIsDone) {
 }
 
 TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
-    const PostgresServer server;
+    const ToolServer server;
     const auto uri = [&](const char* role, const char* database) { return server.uri(role, database); };
     Postgres::Connection(uri("postgres", "postgres"))
         .runScript("CREATE ROLE admin LOGIN CREATEDB CREATEROLE; CREATE ROLE weak LOGIN;");
@@ -147,8 +147,8 @@ TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
     // A backup brings the tables back, but neither the roles nor who may connect.
     QProcess copy;
     copy.start("sh", {"-c", QString("%1 -Fc '%2' | %3 -d '%4'")
-                                .arg(PostgresServer::program("pg_dump"), uri("postgres", "o"),
-                                     PostgresServer::program("pg_restore"), uri("postgres", "again"))});
+                                .arg(QString("pg_dump"), uri("postgres", "o"), QString("pg_restore"),
+                                     uri("postgres", "again"))});
     Postgres::Connection(uri("postgres", "postgres"))
         .runScript("CREATE DATABASE again OWNER admin TEMPLATE template0 LOCALE 'C.UTF-8'");
     ASSERT_TRUE(copy.waitForFinished(60000));
@@ -161,7 +161,7 @@ TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
 }
 
 TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
-    const PostgresServer server;
+    const ToolServer server;
     const auto uri = [&](const char* database) { return server.uri("postgres", database); };
     Postgres::Connection maintenance(uri("postgres"));
     maintenance.runScript("CREATE DATABASE accounts TEMPLATE template0 LOCALE 'C.UTF-8'");
@@ -191,7 +191,7 @@ TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
 }
 
 TEST(OfficeTool, LetsUsersInAndOutAgain) {
-    const OfficeServer office;
+    const ToolOffice office;
     office.execute("CREATE ROLE boss LOGIN CREATEDB");
     office.execute("CREATE ROLE quiet NOLOGIN");
     office.execute("CREATE ROLE old LOGIN PASSWORD 'kept'");
@@ -243,7 +243,7 @@ TEST(OfficeTool, LetsUsersInAndOutAgain) {
 }
 
 TEST(OfficeTool, AsksForPasswordsWithoutShowingThem) {
-    const OfficeServer office({}, {"local all postgres trust", "local all all scram-sha-256"});
+    const ToolOffice office({}, {"local all postgres trust", "local all all scram-sha-256"});
     office.execute("CREATE ROLE admin LOGIN SUPERUSER PASSWORD 'root and branch'");
     const QString address = office.uri("admin");
     const struct {
