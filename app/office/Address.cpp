@@ -1,6 +1,7 @@
 #include "app/office/Address.h"
 
 #include "core/base/Fault.h"
+#include "core/base/ServerAddress.h"
 
 #include <QUrl>
 
@@ -14,6 +15,10 @@ namespace {
 
 /// A part of an address, such as "dbname"; empty if it has none.
 QString partOf(const QString& address, const char* keyword) {
+    if (!ServerAddress::isServer(address))
+        throw DatabaseFault(
+            DatabaseFault::Unspecified,
+            "The address of the office must be one such as postgresql://admin@server/brennoval.");
     char* text = nullptr;
     const std::unique_ptr<PQconninfoOption, void (*)(PQconninfoOption*)> options(
         PQconninfoParse(address.toUtf8().constData(), &text), PQconninfoFree);
@@ -40,11 +45,6 @@ bool holdsPassword(const QString& address) {
 
 QString withDatabase(const QString& address, const QString& database) {
     // Of two databases that an address names, the later one counts.
-    if (!address.contains(QStringLiteral("://")))
-        return QStringLiteral("%1 dbname='%2'")
-            .arg(address, QString(database)
-                              .replace(u'\\', QStringLiteral("\\\\"))
-                              .replace(u'\'', QStringLiteral("\\'")));
     return address + (address.contains(u'?') ? u'&' : u'?') + QStringLiteral("dbname=") +
            QString::fromLatin1(QUrl::toPercentEncoding(database));
 }

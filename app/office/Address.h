@@ -2,8 +2,7 @@
 
 #include <QString>
 
-/// The address of an office, as libpq takes it: a URI, or a list of parameters. Everything throws
-/// DatabaseFault for an address that libpq does not understand.
+/// The address of an office, a URI as libpq takes it. Everything throws DatabaseFault for anything else.
 namespace OfficeAddress {
 
 /// The database that an address names; empty if it leaves that to libpq.

@@ -24,8 +24,8 @@ Sets up the database that the people of an office share, and looks after it.
   export-job OFFICE JOB FILE  write a job to a file, which any copy of the program can import
   upgrade OFFICE              bring an office of an older version up to this one
 
-OFFICE is its address: postgresql://ROLE@SERVER/DATABASE, or another form that libpq takes, such as
-"service=office dbname=brennoval". It holds no password: that comes from ~/.pgpass or a service file, or is asked for.
+OFFICE is its address: postgresql://ROLE@SERVER/DATABASE, with any parameters of libpq's after a question mark. It holds
+no password: that comes from ~/.pgpass or a service file, or is asked for.
 
   --dry-run  do everything, or say what would be done, and change nothing
   --help     say this, or more about COMMAND, and do nothing

@@ -321,7 +321,8 @@ Report import(const QString& address, const QString& file, const QString& user, 
     Postgres::Connection office = connectToCurrent(address);
     Report report;
     Postgres::Transaction transaction(office);
-    office.runScript("SET LOCAL search_path = office; SET LOCAL lock_timeout = '20s'");
+    office.runScript("SET LOCAL search_path = office");
+    lock(office);
     Takeover takeover(office, source);
     // Nobody adds a job while the numbers are compared; everybody can read.
     office.runScript(

@@ -228,8 +228,8 @@ bool hasRole(Connection& server, const QString& role) {
 }
 
 void lock(Connection& office) {
-    office.run("SET LOCAL lock_timeout = '20s'");
-    office.run("SELECT pg_advisory_xact_lock(hashtext('brennoval-office'))");
+    // The number that the program's own writers take turns by.
+    office.runScript("SET LOCAL lock_timeout = '20s'; SELECT pg_advisory_xact_lock(4212664)");
 }
 
 void finish(Transaction& transaction, Mode mode, Report& report) {

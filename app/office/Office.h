@@ -36,8 +36,7 @@ QString usersRole(const Postgres::Connection& office);
 /// Whether the server has a role.
 bool hasRole(Postgres::Connection& server, const QString& role);
 
-/// Makes two copies of the program that change an office's users or tables wait for each other, until the
-/// end of the transaction.
+/// Waits until no copy of the program is writing, and makes them wait until the end of the transaction.
 void lock(Postgres::Connection& office);
 
 /// Ends a command's transaction as its mode demands.

@@ -257,7 +257,7 @@ TEST_F(OfficeImport, AFileIsTakenOverWholeOrNotAtAll) {
     EXPECT_TRUE(QFile::resize(cut, QFileInfo(cut).size() - 1000));
     expectSaid(import({}, cut), 1, "damaged");
     // A user takes over the user's own file.
-    expectSaid(runOffice({"import", office.uri("ben"), file}), 0, "those of ben");
+    expectSaid(runOffice({"import", office.uri("ben"), file}), 0, "1 job with 1 tank taken over.");
     EXPECT_EQ(jobs(), "J");
 }
 

@@ -102,15 +102,15 @@ TEST(OfficeCommandLine, IsUnderstoodOrRefusedBeforeAnythingIsDone) {
         {{"export-job", "postgresql:///x", "--", "--job"}, 2, "export-job takes other arguments"},
         {{"create", "postgresql://a:secret@/x"}, 2, "holds a password"},
         {{"create", "postgresql://a@/x?password=secret"}, 2, "holds a password"},
-        {{"create", "dbname=x password = 'secret'"}, 2, "holds a password"},
-        {{"create", "dbname=x sslpassword=secret"}, 2, "holds a password"},
-        {{"create", "nonsense"}, 1, "cannot be understood"},
+        {{"create", "postgresql:///x?sslpassword=secret"}, 2, "holds a password"},
+        {{"create", "dbname=x"}, 1, "must be one such as postgresql://"},
+        {{"create", "postgresql://a@/x?nonsense=1"}, 1, "cannot be understood"},
         {{"create", "postgresql://postgres@/?host=/nowhere"}, 1, "does not say which database"},
         {{"create", "postgresql://postgres@/x?host=/nowhere"}, 1, "/nowhere"},
-        {{"create", "host=/nowhere user=postgres dbname=" + QString(60, 'x')}, 1, "too long"},
-        {{"add-user", "host=/nowhere", "office"}, 1, "cannot have the name office"},
-        {{"add-user", "host=/nowhere", "pg_anna"}, 1, "cannot have the name pg_anna"},
-        {{"import", "host=/nowhere", "/nowhere"}, 1, "no file /nowhere"},
+        {{"create", "postgresql://postgres@/" + QString(60, 'x')}, 1, "too long"},
+        {{"add-user", "postgresql:///x", "office"}, 1, "cannot have the name office"},
+        {{"add-user", "postgresql:///x", "pg_anna"}, 1, "cannot have the name pg_anna"},
+        {{"import", "postgresql:///x", "/nowhere"}, 1, "no file /nowhere"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.arguments.join(' ').toStdString());
