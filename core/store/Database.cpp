@@ -243,6 +243,10 @@ bool Recordset::Field::takesFractions() const {
     return column().kind == ColumnInfo::Kind::Double;
 }
 
+bool Recordset::Field::takesMoments() const {
+    return column().kind == ColumnInfo::Kind::Moment;
+}
+
 void Recordset::Field::assign(const QVariant& value) {
     if (!recordset.adding)
         recordset.requireRow();

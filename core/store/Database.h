@@ -95,6 +95,7 @@ class Recordset {
         /// Whether the column holds texts or moments rather than numbers.
         bool takesText() const;
         bool takesFractions() const;
+        bool takesMoments() const;
 
         Field& operator=(const QString& text);
         Field& operator=(const char* text); // would otherwise convert to bool

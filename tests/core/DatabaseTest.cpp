@@ -271,3 +271,137 @@ TEST_P(DatabaseTest, NamesTheFailureOfAnOpen) {
     EXPECT_EQ(faultOf([&] { closed.Open(); }), DatabaseFault::Unspecified);
     EXPECT_FALSE(closed.isOpen());
 }
+
+TEST_P(DatabaseTest, KeepsEveryValueToTheLastBit) {
+    constexpr double numbers[] = {0.0,
+                                  0.1 + 0.2,
+                                  1.0 / 3,
+                                  -2.0 / 3,
+                                  -1e-5,
+                                  1e21,
+                                  123456789012345680.0,
+                                  1e-7,
+                                  5e-324,
+                                  2.5e-308,
+                                  1.7976931348623157e308,
+                                  14.696,
+                                  9007199254740993.0};
+    Recordset tanks;
+    tanks.Open("tblJobData", user, CursorType::Keyset, CommandType::Table);
+    int key = 0;
+    for (const double number : numbers) {
+        tanks.AddNew();
+        tanks["TankID"] = QString::number(++key);
+        tanks["SOPMax"] = number;
+        tanks.Update();
+        Recordset read;
+        read.Open("SELECT * FROM tblJobData WHERE SOPMax = ?", user, {number});
+        ASSERT_FALSE(read.atEnd()) << number;
+        EXPECT_EQ(read["SOPMax"].number(), number);
+        EXPECT_EQ(
+            value(user, QString("SELECT SOPMax & '' AS V FROM tblJobData WHERE TankID = '%1'").arg(key)),
+            shownNumber(number));
+        Recordset same; // as the screens write numbers into statements
+        same.Open("SELECT * FROM tblJobData WHERE SOPMax = " + statementNumber(number), user);
+        EXPECT_FALSE(same.atEnd()) << number;
+    }
+}
+
+TEST_P(DatabaseTest, KeepsFlagsTextsAndMoments) {
+    Recordset own;
+    own.Open("tblRepMaster", user, CursorType::Keyset, CommandType::Table);
+    for (const bool flag : {true, false}) {
+        own.AddNew();
+        own["CompanyName"] = flag ? "Ökohaus 水 'n' \\ \"x\" 100%  " : "";
+        own["Default"] = flag;
+        own.Update();
+    }
+    EXPECT_EQ(value(user, "SELECT CompanyName AS V FROM tblRepMaster WHERE [Default] = TRUE"),
+              QString::fromUtf8("Ökohaus 水 'n' \\ \"x\" 100%"));
+    EXPECT_EQ(
+        value(user, "SELECT COUNT(*) AS V FROM tblRepMaster WHERE [Default] = FALSE AND CompanyName = ''"),
+        "1");
+    EXPECT_EQ(value(user, "SELECT COUNT(*) AS V FROM tblRepMaster WHERE [Default] = 1"), "1");
+    addJob("A");
+    const std::pair<const char*, const char*> cases[] = {
+        {"DateCreated = '2026-03-14 15:09:26'", "1"},
+        {"DateCreated >= #3/14/2026#", "1"},
+        {"DateCreated > #3/15/2026#", "0"},
+        {"DateValue(DateCreated) = #3/14/2026#", "1"},
+        {"DateValue(DateCreated) <= #3/13/2026#", "0"},
+        {"DateCreated IS NULL", "0"},
+        {"DateCreated BETWEEN #3/14/2026# AND #3/15/2026#", "1"}};
+    for (const auto& [condition, expected] : cases)
+        EXPECT_EQ(value(user, QString("SELECT COUNT(*) AS V FROM tblJobHeader WHERE %1").arg(condition)),
+                  expected)
+            << condition;
+}
+
+TEST_P(DatabaseTest, ComparesTextsAsUsersDo) {
+    for (const char* id : {"Öl & Gas", "a_b", "a%b", "a\\b", "ab"})
+        addJob(QString::fromUtf8(id));
+    const std::pair<const char*, const char*> cases[] = {
+        {"JobID = 'öL & gAS   '", "1"}, {"JobID LIKE 'ÖL%'", "1"},
+        {"JobID LIKE 'A_B'", "3"},      {"JobID LIKE 'a!_b' ESCAPE '!'", "1"},
+        {"JobID LIKE 'a\\b'", "1"},     {"JobID LIKE '%b' AND JobID NOT LIKE 'A%'", "0"},
+        {"JobID LIKE 'a' & '%'", "4"},  {"JobID IN ('AB', 'öl & gas')", "2"},
+        {"JobID <> 'AB'", "4"},         {"JobID < 'AC'", "4"},
+        {"JobID & 'x' = 'abx'", "1"},   {"JobID LIKE NULL", "0"}};
+    for (const auto& [condition, expected] : cases)
+        EXPECT_EQ(value(user, QString("SELECT COUNT(*) AS V FROM tblJobHeader WHERE %1")
+                                  .arg(QString::fromUtf8(condition))),
+                  expected)
+            << condition;
+    Recordset found;
+    found.Open("SELECT * FROM tblJobHeader WHERE JobID = ? OR JobID LIKE ?", user, {"AB  ", "öl%"});
+    EXPECT_EQ(found.RecordCount(), 2);
+}
+
+// Rows come in the order in which they were entered, and a change does not move them.
+TEST_P(DatabaseTest, ReadsRowsInTheirOrder) {
+    for (const char* id : {"C", "A", "B"})
+        addJob(QLatin1String(id));
+    Recordset().Open("UPDATE tblJobHeader SET JobInfo = 'changed' WHERE JobID = 'C'", user);
+    for (const char* statement :
+         {"SELECT * FROM tblJobHeader", "SELECT JobInfo, JobID FROM tblJobHeader AS j",
+          "SELECT JobID FROM tblJobHeader WHERE JobDscrptn IS NULL"}) {
+        Recordset jobs;
+        QString seen;
+        for (jobs.Open(statement, user); !jobs.atEnd(); jobs.moveNext())
+            seen += jobs["JobID"].text();
+        EXPECT_EQ(seen, "CAB") << statement;
+    }
+}
+
+// More rows than one page of a whole table, changed, added and counted on the way.
+TEST_P(DatabaseTest, WalksThroughALongTable) {
+    constexpr int rows = 1000;
+    {
+        Transaction write(user);
+        Recordset names;
+        names.Open("tblEngineer", user, CursorType::Keyset, CommandType::Table);
+        for (int i = 0; i < rows; ++i) {
+            names.AddNew();
+            names["fldName"] = QString::number(i);
+            names.Update();
+        }
+        names["fldName"] = "last";
+        names.Update();
+        write.commit();
+    }
+    for (const int changed : {-1, 3, 700}) {
+        Recordset names;
+        names.Open("tblEngineer", user, CursorType::Keyset, CommandType::Table);
+        EXPECT_EQ(names.RecordCount(), rows);
+        int seen = 0;
+        for (; !names.atEnd(); names.moveNext(), ++seen) {
+            const QString name = names["fldName"].text();
+            ASSERT_EQ(name, seen == rows - 1 ? QString("last") : QString::number(seen));
+            if (seen != changed)
+                continue;
+            names["fldName"] = name;
+            names.Update();
+        }
+        EXPECT_EQ(seen, rows) << changed;
+    }
+}

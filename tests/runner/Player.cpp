@@ -1,4 +1,5 @@
 #include "tests/runner/Player.h"
+#include "tests/runner/OfficeData.h"
 
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
@@ -144,7 +145,10 @@ QString textOf(QWidget* widget) {
 /// The single value that a query in the engine's own dialect returns, as the engine and as the program write
 /// it.
 QStringList queried(const QString& database, const QString& sql) {
-    const QByteArray file = Gateway::dbConnection(database).dataSource().toUtf8();
+    const Connection data = Gateway::dbConnection(database);
+    if (data.isOffice())
+        return OfficeData::queried(data.dataSource(), sql);
+    const QByteArray file = data.dataSource().toUtf8();
     sqlite3* handle = nullptr;
     sqlite3_stmt* statement = nullptr;
     QStringList texts;
@@ -566,7 +570,10 @@ void expectNoFile(Stage& stage, Words w) {
 
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
-    const QByteArray path = Gateway::dbConnection(w[0]).dataSource().toUtf8();
+    const Connection data = Gateway::dbConnection(w[0]);
+    if (data.isOffice())
+        return OfficeData::arrange(data.dataSource(), w[1]);
+    const QByteArray path = data.dataSource().toUtf8();
     sqlite3* handle = nullptr;
     const int opened = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     SqliteLetters::add(handle);

@@ -22,9 +22,9 @@ CREATE FUNCTION jet_power(double precision, double precision) RETURNS double pre
     LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE RETURN pg_catalog.power($1, $2);
 CREATE FUNCTION jet_quotient(double precision, double precision) RETURNS double precision
     LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE RETURN $1 / $2;
--- A number as its shortest text, without an exponent, as the program writes it.
+-- A number as its shortest text, as the program writes it: from 1E-06 down and 1E+15 up with an exponent. Zero has no sign.
 CREATE FUNCTION jet_text(double precision) RETURNS text LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE
-    RETURN CASE WHEN position('e' in $1::text) = 0 THEN $1::text ELSE $1::text::numeric::text END;
+    RETURN CASE WHEN right(($1 + 0)::text, 4) = 'e-05' THEN $1::text::numeric::text ELSE replace(($1 + 0)::text, 'e', 'E') END;
 CREATE FUNCTION jet_text(numeric) RETURNS text
     LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE RETURN jet_text($1::double precision);
 CREATE FUNCTION jet_text(bigint) RETURNS text LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE RETURN $1::text;
