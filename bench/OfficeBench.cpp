@@ -2,6 +2,7 @@
 // their SQL through libpq alone, and over a longer way, and how often each asks the server. Usage:
 // brennoval-office-bench [ROUNDS]
 
+#include "bench/BenchData.h"
 #include "bench/OfficeProxy.h"
 #include "bench/OfficeReplay.h"
 #include "core/shell/DesktopApplication.h"
@@ -175,8 +176,7 @@ int main(int argc, char** argv) {
     qputenv("OFFICE_FSYNC", "on"); // as users have it
     const DesktopApplication application(argc, argv);
     const int rounds = argc > 1 ? QString(argv[1]).toInt() : 21;
-    const TemporaryHome home;
-    home.installData();
+    const Data data(0, jobCount * tanksEach); // the catalogue as shipped
     OfficeServer server(OfficeServer::Of::Test);
     OfficeDatabase office(server);
     {
