@@ -8,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -81,16 +80,6 @@ StoredRows read(const JobCopies::Source& file, const QString& table) {
         all.rows.append(row);
     }
     return all;
-}
-
-StoredRows where(const StoredRows& rows, const QString& column, const QSet<QString>& foldedTexts,
-                 bool contained) {
-    StoredRows chosen{.table = rows.table, .columns = rows.columns, .rows = {}};
-    const qsizetype index = rows.columns.indexOf(column);
-    std::ranges::copy_if(rows.rows, std::back_inserter(chosen.rows), [&](const QVariantList& row) {
-        return foldedTexts.contains(folded(row[index])) == contained;
-    });
-    return chosen;
 }
 
 QString folded(const QVariant& text) {

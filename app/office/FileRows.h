@@ -16,10 +16,6 @@ JobCopies::Source open(const QString& file);
 /// a value that no screen could have stored.
 StoredRows read(const JobCopies::Source& file, const QString& table);
 
-/// The rows with some text in a column, regardless of case, or those without; in their order.
-StoredRows where(const StoredRows& rows, const QString& column, const QSet<QString>& foldedTexts,
-                 bool contained = true);
-
 /// A text as the office compares it.
 QString folded(const QVariant& text);
 

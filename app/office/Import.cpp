@@ -4,12 +4,14 @@
 #include "core/postgres/OfficeSchema.h"
 #include "core/store/JobHeader.h"
 
-#include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 using FileRows::folded;
 using FileRows::StoredRows;
@@ -51,6 +53,10 @@ void addRows(Postgres::Connection& office, const QString& schema, const StoredRo
                                   FileRows::json(rows, first, std::min(batch, rows.rows.size() - first)))});
 }
 
+QString textOf(const StoredRows& rows, const QVariantList& row, const char* column) {
+    return row[rows.columns.indexOf(column)].toString();
+}
+
 /// A job of the file, with its tank lines.
 struct Job {
     QString jobID;
@@ -82,58 +88,51 @@ Job renumbered(Job job, const QString& newID) {
 class Takeover {
   public:
     Takeover(Postgres::Connection& connection, const JobCopies::Source& source)
-        : office(connection), file(source), headers(FileRows::read(file, "tblJobHeader")),
-          allLines(FileRows::read(file, "tblJobData")) {
-        const qsizetype id = headers.columns.indexOf("JobID");
-        for (const QVariantList& row : headers.rows) {
-            jobIDs.append(row[id].toString());
-            known.insert(folded(row[id]));
+        : office(connection), file(source), newHeaders(FileRows::read(file, "tblJobHeader")),
+          newLines(FileRows::read(file, "tblJobData")) {
+        const auto emptied = [](StoredRows& rows) { return std::exchange(rows.rows, {}); };
+        const QList<QVariantList> headers = emptied(newHeaders);
+        const QList<QVariantList> lines = emptied(newLines);
+        orphans = newLines;
+        QHash<QString, std::size_t> places; // by ID, folded
+        for (const QVariantList& header : headers) {
+            const QString jobID = textOf(newHeaders, header, "JobID");
+            places.insert(folded(jobID), jobs.size());
+            jobs.push_back({.jobID = jobID, .header = newHeaders, .lines = newLines});
+            jobs.back().header.rows.append(header);
         }
+        for (const QVariantList& line : lines) {
+            const auto place = places.constFind(folded(textOf(newLines, line, "JobID")));
+            (place == places.cend() ? orphans : jobs[*place].lines).rows.append(line);
+        }
+        for (const Job& job : jobs)
+            known.insert(folded(job.jobID));
     }
 
     /// Jobs and their tanks.
     Report takeJobs(Collisions collisions) {
-        Report report;
         const QSet<QString> inUse = idsInUse();
-        StoredRows newHeaders = FileRows::where(headers, "JobID", inUse, false);
-        StoredRows newLines = FileRows::where(ownLines(), "JobID", inUse, false);
-        qsizetype same = 0;
+        Report report;
         QStringList refused;
-        for (const QString& jobID : std::as_const(jobIDs)) {
-            if (!inUse.contains(folded(jobID)))
-                continue;
-            Job job = jobOf(jobID);
-            if (isThere(job)) {
+        qsizetype same = 0;
+        for (const Job& job : jobs) {
+            if (!inUse.contains(folded(job.jobID)))
+                add(job);
+            else if (isThere(job))
                 ++same;
-            } else if (jobID == Records::reservedJob()) {
+            else if (job.jobID == Records::reservedJob())
                 report += takeConversions(job);
-            } else if (collisions == Collisions::Refuse) {
-                refused += jobID;
-            } else if (job = withFreeNumber(job); isThere(job)) {
-                ++same;
-            } else {
-                report +=
-                    "Job " + jobID + " is taken over as " + job.jobID + ", because its number is in use.";
-                newHeaders.rows += job.header.rows;
-                newLines.rows += job.lines.rows;
-            }
+            else if (collisions == Collisions::Refuse)
+                refused += job.jobID;
+            else
+                same += takeRenumbered(job, report);
         }
         if (!refused.isEmpty())
             refuse("The office has other jobs with these numbers: " + refused.join(", ") +
                    ". Nothing was taken over. With --new-numbers they get others.");
         addRows(office, "office", newHeaders);
         addRows(office, "office", newLines);
-        report += QString("%1 with %2 taken over.")
-                      .arg(counted(newHeaders.rows.size(), "job", "jobs"),
-                           counted(newLines.rows.size(), "tank", "tanks"));
-        if (same > 0)
-            report += counted(same, "job was", "jobs were") +
-                      " in the office already, in the same words and figures.";
-        if (const StoredRows orphans = FileRows::where(allLines, "JobID", known, false);
-            !orphans.rows.isEmpty())
-            report += counted(orphans.rows.size(), "tank", "tanks") +
-                      " without a job left out: " + tanksOf(orphans);
-        return report;
+        return report + counts(same);
     }
 
     /// Engineers and contractors that the office does not have.
@@ -182,11 +181,41 @@ class Takeover {
     }
 
   private:
+    void add(const Job& job) {
+        newHeaders.rows += job.header.rows;
+        newLines.rows += job.lines.rows;
+    }
+
+    /// Takes a job over under a free number. Returns 1 if that was done before, or else 0.
+    int takeRenumbered(const Job& job, Report& report) {
+        const Job renamed = withFreeNumber(job);
+        if (isThere(renamed))
+            return 1;
+        add(renamed);
+        report +=
+            "Job " + job.jobID + " is taken over as " + renamed.jobID + ", because its number is in use.";
+        return 0;
+    }
+
+    /// What has become of the file's jobs and tanks.
+    Report counts(qsizetype same) const {
+        Report report{QString("%1 with %2 taken over.")
+                          .arg(counted(newHeaders.rows.size(), "job", "jobs"),
+                               counted(newLines.rows.size(), "tank", "tanks"))};
+        if (same > 0)
+            report += counted(same, "job was", "jobs were") +
+                      " in the office already, in the same words and figures.";
+        if (!orphans.rows.isEmpty())
+            report += counted(orphans.rows.size(), "tank", "tanks") +
+                      " without a job left out: " + tanksOf(orphans);
+        return report;
+    }
+
     static QString tanksOf(const StoredRows& lines) {
         constexpr qsizetype most = 10;
         QStringList ids;
         for (const QVariantList& row : lines.rows.first(std::min(most, lines.rows.size())))
-            ids += row[lines.columns.indexOf("TankID")].toString();
+            ids += textOf(lines, row, "TankID");
         return ids.join(", ") + (lines.rows.size() > most ? ", and more." : ".");
     }
 
@@ -199,35 +228,32 @@ class Takeover {
                                    [&](const QVariantList& row) { return std::ranges::any_of(row, isSet); });
     }
 
-    /// The lines that have a header in the file.
-    StoredRows ownLines() const { return FileRows::where(allLines, "JobID", known); }
-
-    Job jobOf(const QString& jobID) const {
-        return {.jobID = jobID,
-                .header = FileRows::where(headers, "JobID", {folded(jobID)}),
-                .lines = FileRows::where(allLines, "JobID", {folded(jobID)})};
-    }
-
     /// The IDs of the file, folded, that the office uses for a job, or for whose tanks it uses a key.
     QSet<QString> idsInUse() {
         QSet<QString> inUse;
-        const Result jobs =
+        QStringList jobIDs;
+        QStringList tankIDs;
+        QStringList jobsOfTanks;
+        for (const Job& job : jobs) {
+            jobIDs += job.jobID;
+            for (const QVariantList& line : job.lines.rows) {
+                tankIDs += textOf(job.lines, line, "TankID");
+                jobsOfTanks += job.jobID;
+            }
+        }
+        const auto found =
             office.run("SELECT id FROM json_array_elements_text($1::json) AS id WHERE EXISTS "
                        "(SELECT 1 FROM office.tblJobHeader WHERE JobID = id::citext) OR EXISTS "
                        "(SELECT 1 FROM office.tblJobData WHERE JobID = id::citext)",
                        {jsonOf(jobIDs)});
-        for (int row = 0; row < jobs.rows(); ++row)
-            inUse.insert(folded(jobs.text(row, 0)));
-        const StoredRows lines = ownLines();
-        QStringList tankIDs;
-        for (const QVariantList& row : lines.rows)
-            tankIDs += row[lines.columns.indexOf("TankID")].toString();
-        const Result tanks =
+        for (int row = 0; row < found.rows(); ++row)
+            inUse.insert(folded(found.text(row, 0)));
+        const auto tanks =
             office.run("SELECT n FROM json_array_elements_text($1::json) WITH ORDINALITY AS t(id, n) "
                        "WHERE EXISTS (SELECT 1 FROM office.tblJobData WHERE TankID = id::citext)",
                        {jsonOf(tankIDs)});
         for (int row = 0; row < tanks.rows(); ++row)
-            inUse.insert(folded(lines.rows[tanks.text(row, 0).toInt() - 1][lines.columns.indexOf("JobID")]));
+            inUse.insert(folded(jobsOfTanks[tanks.text(row, 0).toInt() - 1]));
         return inUse;
     }
 
@@ -265,7 +291,7 @@ class Takeover {
     bool isFree(const Job& job) {
         QStringList tankIDs;
         for (const QVariantList& row : job.lines.rows)
-            tankIDs += row[job.lines.columns.indexOf("TankID")].toString();
+            tankIDs += textOf(job.lines, row, "TankID");
         return office
                    .run("SELECT 1 WHERE EXISTS (SELECT 1 FROM office.tblJobHeader WHERE JobID = $1::citext) "
                         "OR EXISTS "
@@ -307,10 +333,11 @@ class Takeover {
 
     Postgres::Connection& office;
     const JobCopies::Source& file;
-    StoredRows headers;
-    StoredRows allLines;
-    QStringList jobIDs;
-    QSet<QString> known; // the same, folded
+    std::vector<Job> jobs;
+    QSet<QString> known;   // their IDs, folded
+    StoredRows orphans;    // lines without a job
+    StoredRows newHeaders; // what the office gets
+    StoredRows newLines;
 };
 
 } // namespace

@@ -6,7 +6,6 @@
 
 using Postgres::Connection;
 using Postgres::quotedName;
-using Postgres::quotedText;
 using Postgres::Result;
 using Postgres::Transaction;
 

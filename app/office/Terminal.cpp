@@ -24,19 +24,19 @@ class Interruptions {
         interruptedBy = 0;
         struct sigaction action {};
         action.sa_handler = [](int signal) { interruptedBy = signal; };
-        for (std::size_t i = 0; i < std::size(interruptions); ++i)
-            sigaction(interruptions[i], &action, &before[i]);
+        for (std::size_t i = 0; i < std::size(Caught); ++i)
+            sigaction(Caught[i], &action, &before[i]);
     }
     ~Interruptions() {
-        for (std::size_t i = 0; i < std::size(interruptions); ++i)
-            sigaction(interruptions[i], &before[i], nullptr);
+        for (std::size_t i = 0; i < std::size(Caught); ++i)
+            sigaction(Caught[i], &before[i], nullptr);
     }
     Interruptions(const Interruptions&) = delete;
     Interruptions& operator=(const Interruptions&) = delete;
 
   private:
-    static constexpr int interruptions[] = {SIGINT, SIGTERM, SIGHUP, SIGTSTP};
-    struct sigaction before[std::size(interruptions)]{};
+    static constexpr int Caught[] = {SIGINT, SIGTERM, SIGHUP, SIGTSTP};
+    struct sigaction before[std::size(Caught)]{};
 };
 
 /// The caller's terminal, which shows nothing of what is typed while this exists.

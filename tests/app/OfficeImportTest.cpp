@@ -179,7 +179,7 @@ TEST_F(OfficeImport, JobsWithANumberInUseAreRefusedOrGetAnother) {
     const OfficeRun taken = import({"--new-numbers"}, file);
     expectSaid(taken, 0, "Job A is taken over as A-4");
     expectSaid(taken, 0, "1 tank without a job left out: C.1.");
-    EXPECT_EQ(jobs(), "a A-3 A-2 B A-4");
+    EXPECT_EQ(jobs(), "a A-3 A-4 A-2 B");
     EXPECT_EQ(tanks(), "a.1 B.1 A-4.1 A-4.7");
     EXPECT_EQ(office.value("SELECT JobDscrptn FROM office.tblJobHeader WHERE JobID = 'A-4'"), "of anna");
     const std::string after = everything();
