@@ -78,6 +78,11 @@ void undo() {
 
 void backUp() {
     const Connection user = openDatabase("User");
+    if (user.isOffice()) {
+        Dialogs::current().show(
+            {.text = Backup::noneOfAnOffice(), .title = "Back up", .icon = QMessageBox::Information});
+        return;
+    }
     Backup::Make(user, Backup::Reason::ByHand);
     setStatusText("Backed up into the folder " + Backup::folderOf(user.dataSource()));
 }

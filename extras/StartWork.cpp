@@ -1,6 +1,7 @@
 #include "extras/StartWork.h"
 
 #include "core/base/Fault.h"
+#include "core/base/ServerAddress.h"
 #include "core/shell/BrennovalMain.h"
 #include "core/store/Backup.h"
 
@@ -46,7 +47,8 @@ std::optional<DataCheck::Findings> check(const QString& userFile) {
 
 void beginStartWork(const QString& userFile, const CheckListener& checked) {
     new Worker(BrennovalMain::instance(), [userFile, checked] {
-        Backup::makeDaily(userFile);
+        if (!ServerAddress::isServer(userFile))
+            Backup::makeDaily(userFile);
         if (const auto findings = check(userFile))
             QMetaObject::invokeMethod(QCoreApplication::instance(),
                                       [findings, checked] { checked(*findings); });

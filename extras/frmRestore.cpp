@@ -145,7 +145,12 @@ void frmRestore::lookIntoFile(const QString& path) {
 }
 
 void frmRestore::fillCopies() {
-    const QString file = dbConnection("User").dataSource();
+    const Connection user = dbConnection("User");
+    const QString file = user.dataSource();
+    grpCopies->setHidden(user.isOffice());
+    cmdWhole->setHidden(user.isOffice());
+    if (user.isOffice())
+        return;
     copies = Backup::copiesOf(file);
     lblFolder->setText(Backup::folderOf(file));
     ListRows rows;
@@ -232,7 +237,8 @@ void frmRestore::fillJobs() {
         row->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
         rows.push_back(std::move(row));
     }
-    lblNone->setText(!source        ? "Choose a backup to look inside."
+    lblNone->setText(!source        ? dbConnection("User").isOffice() ? Backup::noneOfAnOffice()
+                                                                      : "Choose a backup to look inside."
                      : jobs.empty() ? "All of its jobs are in today's data, unchanged."
                                     : "");
     lblNone->setVisible(jobs.empty());

@@ -316,7 +316,7 @@ std::optional<Source> askForFile() {
         return std::nullopt;
     // The dialog starts where no earlier program kept its data, so an unchanged name means none.
     const QString unchanged =
-        QFileInfo(dbConnection("User").dataSource()).absoluteDir().filePath(QStringLiteral("Data.mdb"));
+        QFileInfo(dbConnection("Sys").dataSource()).absoluteDir().filePath(QStringLiteral("Data.mdb"));
     const QString file =
         Dialogs::current().openFile("*.mdb (*.mdb)", unchanged, "Convert Prior Version Data");
     if (file.isEmpty() || file == "Data.mdb" || QFileInfo(file).absoluteFilePath() == unchanged)

@@ -79,6 +79,12 @@ class DataLocked : public DatabaseFault {
     using DatabaseFault::DatabaseFault;
 };
 
+/// An office's server wants a password that nobody has given yet, or another one.
+class PasswordNeeded : public DatabaseFault {
+  public:
+    using DatabaseFault::DatabaseFault;
+};
+
 /// The record to be saved has been deleted elsewhere. The description is the message for the user.
 class RecordGone : public DatabaseFault {
   public:

@@ -130,6 +130,11 @@ QString Dialogs::input(const QString& title, const QString& prompt) {
     return QInputDialog::getText(QApplication::activeWindow(), title, prompt);
 }
 
+QString Dialogs::password(const QString& title, const QString& prompt) {
+    const DefaultPointer pointer;
+    return QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Password);
+}
+
 bool Dialogs::printer(QPrinter& printer) {
     const DefaultPointer pointer;
     return QPrintDialog(&printer, QApplication::activeWindow()).exec() == QDialog::Accepted;

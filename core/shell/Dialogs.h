@@ -45,6 +45,8 @@ class Dialogs {
     virtual QString saveFile(const QString& filter, const QString& suggestedName);
     /// A text typed by the user; empty if they cancel.
     virtual QString input(const QString& title, const QString& prompt);
+    /// The same for a password, which the box does not show.
+    virtual QString password(const QString& title, const QString& prompt);
     /// Shows the printer dialog; false if the user cancels.
     virtual bool printer(QPrinter& printer);
     /// Starts to show the progress of an operation, once that has taken a while, and stops when the object is

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 
 #include <utility>
@@ -85,6 +86,9 @@ void frmSplash::Load() {
 }
 
 void frmSplash::timer1Elapsed() {
+    if (opening) // the box that asks for a password lets the timer go on
+        return;
+    const QScopedValueRollback<bool> once(opening, true);
     const Hourglass hourglass;
     int flag = 2;
     try {

@@ -27,5 +27,6 @@ class frmSplash : public Screen, private Ui::frmSplash {
 
     QTimer Timer1{this};
     bool refusedData = false;
-    int lockedTicks = 0; // ticks that found the data locked
+    bool opening = false; // whether the data are being opened
+    int lockedTicks = 0;  // ticks that found the data locked
 };

@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/store/PartFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -112,11 +113,19 @@ bool tryMaking(const std::function<void()>& make) noexcept {
 
 } // namespace
 
+QString noneOfAnOffice() {
+    return QCoreApplication::translate("Backup",
+                                       "Your jobs are in the office's database. Its backup is made on the "
+                                       "server, for the whole office, by whoever keeps it.");
+}
+
 QString folderOf(const QString& userFile) {
     return QFileInfo(userFile).absolutePath() + QStringLiteral("/backups");
 }
 
 QString Make(const Connection& user, Reason reason, const QString& inUse) {
+    if (user.isOffice())
+        fail(noneOfAnOffice());
     const QString source = user.dataSource();
     const QDir folder(folderOf(source));
     if (!QDir().mkpath(folder.path()))
@@ -139,7 +148,7 @@ QString Make(const Connection& user, Reason reason, const QString& inUse) {
 }
 
 bool makeIfPossible(const Connection& user, Reason reason, const QString& inUse) noexcept {
-    return tryMaking([&] { Make(user, reason, inUse); });
+    return !user.isOffice() && tryMaking([&] { Make(user, reason, inUse); });
 }
 
 void onFailure(std::function<void(const QString& why)> listener) {

@@ -28,16 +28,19 @@ struct Counts {
     bool operator==(const Counts&) const = default;
 };
 
+/// Says that an office has no copies here, and where its backup is.
+QString noneOfAnOffice();
+
 /// The folder with the copies of a user file.
 QString folderOf(const QString& userFile);
 
 /// Copies open user data to a temporary file, checks it, and only then renames it. The copy gets the mode and
 /// owner of the original; copies that are too old are deleted, except one that is in use. Returns the copy's
-/// path. Throws DatabaseFault and leaves no partial copy.
+/// path. Throws DatabaseFault and leaves no partial copy; also for an office, which is no file.
 QString Make(const Connection& user, Reason reason, const QString& inUse = {});
 
 /// The same where a failure must not stop the caller: it is reported to the listener. Returns whether there
-/// is a copy.
+/// is a copy. There is none of an office, which is no failure.
 bool makeIfPossible(const Connection& user, Reason reason, const QString& inUse = {}) noexcept;
 
 /// Sets the listener for copies that could not be made. It is called in the thread that tried.

@@ -59,7 +59,7 @@ Findings check(const Connection& user) {
     found.sharedTanks =
         textsOf(user, "SELECT JobID & '.' & TankNo AS V FROM tblJobData WHERE TankNo IS NOT NULL "
                       "GROUP BY JobID, TankNo HAVING COUNT(*) > 1");
-    if (Schema::versionOf(user) < Schema::currentVersion())
+    if (!user.isOffice() && Schema::versionOf(user) < Schema::currentVersion())
         found.equalNames = Schema::collidingNames(user).mid(0, maxReported);
     return found;
 }

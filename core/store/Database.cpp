@@ -2,6 +2,7 @@
 
 #include "core/base/Fault.h"
 #include "core/base/Text.h"
+#include "core/store/OfficeEngines.h"
 #include "core/store/SqliteEngine.h"
 
 #include <algorithm>
@@ -28,16 +29,22 @@ QString Connection::connectionString() const {
     for (auto property = properties.cbegin(); property != properties.cend(); ++property)
         parts.append(property.key() + u'=' + property.value());
     parts.sort();
-    return parts.join(u';');
+    return isOffice() ? ServerAddress::withoutPassword(parts.join(u';')) : parts.join(u';');
 }
 
 void Connection::Open() {
     if (dataSource().isEmpty())
         throw DatabaseFault(DatabaseFault::NoDataSource, "No data source was given for the connection.",
                             connectionString().toStdString());
-    opened = openSqlite(
-        dataSource(),
-        {.busyMilliseconds = busyMilliseconds, .readOnly = readOnly, .connectionString = connectionString()});
+    if (isOffice())
+        opened = Gateway::openOffice({.address = dataSource(),
+                                      .password = {},
+                                      .busyMilliseconds = busyMilliseconds,
+                                      .connectionString = connectionString()});
+    else
+        opened = openSqlite(dataSource(), {.busyMilliseconds = busyMilliseconds,
+                                           .readOnly = readOnly,
+                                           .connectionString = connectionString()});
 }
 
 Engine& Connection::engine() const {
@@ -234,6 +241,10 @@ bool Recordset::Field::takesText() const {
 
 bool Recordset::Field::takesFractions() const {
     return column().kind == ColumnInfo::Kind::Double;
+}
+
+bool Recordset::Field::takesMoments() const {
+    return column().kind == ColumnInfo::Kind::Moment;
 }
 
 void Recordset::Field::assign(const QVariant& value) {

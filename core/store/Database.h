@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/ServerAddress.h"
 #include "core/store/Engine.h"
 
 #include <QDateTime>
@@ -15,9 +16,11 @@ class Connection {
   public:
     /// Parameters with the data layer's names: "Provider", "Mode", "Data Source" and the password.
     void setProperty(const QString& name, const QString& value);
-    /// All parameters in one text, password included.
+    /// All parameters in one text, with the password of a file but without one in the address of an office.
     QString connectionString() const;
     QString dataSource() const { return properties.value(QStringLiteral("Data Source")); }
+    /// Whether the data are in an office's database rather than a file; the data source is then its address.
+    bool isOffice() const { return ServerAddress::isServer(dataSource()); }
 
     /// How long Open and later calls wait while another instance of the program saves.
     void setBusyTimeout(int milliseconds) { busyMilliseconds = milliseconds; }
@@ -25,7 +28,7 @@ class Connection {
     /// Makes Open read-only, for data such as a copy or somebody else's file.
     void setReadOnly() { readOnly = true; }
 
-    /// Opens the data for reading and writing; the file must exist. Throws DatabaseFault.
+    /// Opens the data for reading and writing; a file must exist. Throws DatabaseFault.
     void Open();
     void Close() { opened.reset(); }
     bool isOpen() const { return opened != nullptr; }
@@ -92,6 +95,7 @@ class Recordset {
         /// Whether the column holds texts or moments rather than numbers.
         bool takesText() const;
         bool takesFractions() const;
+        bool takesMoments() const;
 
         Field& operator=(const QString& text);
         Field& operator=(const char* text); // would otherwise convert to bool

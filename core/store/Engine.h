@@ -55,8 +55,8 @@ struct StatementOptions {
     bool forChange = false;       // the rows are going to be changed
 };
 
-/// An open database of one engine. Hides everything that depends on the engine's dialect, types, keys and
-/// files. Everything throws DatabaseFault.
+/// An open database of one engine: a file or an office's server. Hides everything that depends on the
+/// engine's dialect, types, keys and files. Everything throws DatabaseFault.
 class Engine {
   public:
     virtual ~Engine() = default;
@@ -73,7 +73,7 @@ class Engine {
     virtual void commit() = 0;
     virtual void rollback() noexcept = 0;
 
-    /// The version number that the schema's author stored in the file.
+    /// The version number that the schema's author stored.
     virtual int schemaVersion() = 0;
     /// Changes with every write to the data, including those of another instance of the program.
     virtual quint32 changeCounter() = 0;
@@ -92,6 +92,7 @@ class Engine {
     /// Fails any statement still running this long from now, so that a hostile file cannot hang the program;
     /// 0 removes the limit.
     virtual void limitTime(int milliseconds) = 0;
+    // What only a file has; an office throws DatabaseFault.
     /// Copies a snapshot of all data to a file that is empty or does not exist yet.
     virtual void copyTo(const QString& path) = 0;
     /// Replaces all data with those of another engine of the same kind in one write: a kill leaves either the

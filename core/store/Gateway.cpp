@@ -35,8 +35,27 @@ QString findDatabaseFile(const QString& folder, const QString& databaseName) {
     return {};
 }
 
+QString officeAddress() {
+    const QString name = QStringLiteral("UserDatabase");
+    QString address;
+    if (!GetRegValue(HKeyCurrentUser(), AppRegistryKey(), name, address))
+        GetRegValue(HKeyLocalMachine(), AppRegistryKey(), name, address);
+    return address.trimmed();
+}
+
 Connection dbConnection(const QString& databaseName) {
     Connection connection;
+    if (databaseName == u"User")
+        if (const QString address = officeAddress(); !address.isEmpty()) {
+            if (!ServerAddress::isServer(address))
+                throw RefusedData(
+                    DatabaseFault::Unspecified,
+                    "The value UserDatabase must be the address of an office's database, such as "
+                    "postgresql://server/brennoval.");
+            connection.setProperty(QStringLiteral("Provider"), QStringLiteral("PostgreSQL"));
+            connection.setProperty(QStringLiteral("Data Source"), address);
+            return connection;
+        }
     connection.setProperty(QStringLiteral("Provider"), QStringLiteral("Microsoft.Jet.OLEDB.4.0"));
     connection.setProperty(QStringLiteral("Mode"), QStringLiteral("3"));
     connection.setProperty(QStringLiteral("Jet OLEDB:Database Password"), databasePassword());

@@ -5,9 +5,13 @@
 namespace Gateway {
 
 /// A closed connection to the user database ("User") or the catalogue (any other name), in the folder given
-/// by the session store. Without a folder, Open fails with 0x80040E4D. Throws NoDatabaseFile if the folder
+/// by the session store; the user database is instead an office's if the store holds its address. Without a
+/// folder, Open fails with 0x80040E4D. Throws NoDatabaseFile if the folder
 /// does not hold the file or cannot be reached.
 Connection dbConnection(const QString& databaseName);
+
+/// The address of the office's database that holds the user's data; empty for a file.
+QString officeAddress();
 
 /// An open connection. Throws as above, and DatabaseFault.
 Connection openDatabase(const QString& databaseName);

@@ -26,17 +26,6 @@ Places placesIn(const Tokens& tokens) {
     return places;
 }
 
-Tokens withoutBlanks(const Tokens& tokens) {
-    Tokens found;
-    std::ranges::copy_if(tokens, std::back_inserter(found),
-                         [](const Token& token) { return token.kind != Kind::Blank; });
-    return found;
-}
-
-bool isName(const Token& token) {
-    return token.kind == Kind::Word || token.kind == Kind::Name;
-}
-
 bool isSame(const Token& one, const Token& other) {
     return one.kind == other.kind && one.text.compare(other.text, Qt::CaseInsensitive) == 0;
 }

@@ -62,7 +62,7 @@ bool isKeyword(const Token& token) {
                                            "ON BY HAVING AS JOIN INNER LEFT "
                                            "RIGHT OUTER GROUP ORDER ASC DESC UNION LIMIT OFFSET SET VALUES "
                                            "INTO INSERT UPDATE DELETE CASE WHEN "
-                                           "THEN ELSE END");
+                                           "THEN ELSE END ESCAPE");
         const QStringList list = all.split(u' ');
         return QSet<QString>(list.begin(), list.end());
     }();
@@ -77,8 +77,12 @@ class Writer {
 
     QString write() {
         QString text;
-        while (position < tokens.size())
-            text += startsOperand() ? joined() : passedOn();
+        while (position < tokens.size()) {
+            if (isWord(tokens[position], "LIKE"))
+                text += pattern();
+            else
+                text += startsOperand() ? joined() : passedOn();
+        }
         return text;
     }
 
@@ -108,6 +112,19 @@ class Writer {
             if (isSymbol(token, sign))
                 syntaxError(QStringLiteral("an operator without a left side."));
         return token.text;
+    }
+
+    /// LIKE and the pattern after it, up to an ESCAPE.
+    QString pattern() {
+        ++position;
+        skipBlanks(tokens, position);
+        QString text = dialect.likeWord() + u' ';
+        if (position >= tokens.size() || !startsOperand())
+            return text;
+        text += joined();
+        qsizetype next = position;
+        skipBlanks(tokens, next);
+        return next < tokens.size() && isWord(tokens[next], "ESCAPE") ? text : text + dialect.withoutEscape();
     }
 
     /// Consumes the next symbol, after blanks, if it is one of these.
@@ -172,6 +189,10 @@ class Writer {
             return quotedText(token.text);
         case Kind::Date:
             return quotedText(isoDate(token.text));
+        case Kind::Number:
+            return dialect.number(token.text);
+        case Kind::Parameter:
+            return dialect.parameter(token.text.toInt());
         case Kind::Name:
         case Kind::Word:
             return name(token);
@@ -184,6 +205,8 @@ class Writer {
         const auto part = [this](const Token& word) {
             return word.kind == Kind::Name ? dialect.quotedName(word.text) : word.text;
         };
+        if (isWord(token, "TRUE") || isWord(token, "FALSE"))
+            return dialect.truth(isWord(token, "TRUE"));
         QString text = isWord(token, "DateValue") ? dialect.dayFunction() : part(token);
         while (position < tokens.size() && isSymbol(tokens[position], ".")) { // table.column
             ++position;
@@ -216,11 +239,39 @@ class Writer {
     qsizetype position = 0;
 };
 
+/// The order that the last table of a plain statement gives to its rows: in a join it is the one that is read
+/// through, the others are looked up. Empty if the statement says itself what comes first, or has no rows of
+/// a table.
+QString naturalOrder(const Tokens& tokens, const SqlDialect& dialect) {
+    const Tokens words = withoutBlanks(tokens);
+    if (words.isEmpty() || !isWord(words[0], "SELECT"))
+        return {};
+    qsizetype last = -1;
+    for (qsizetype i = 1; i < words.size(); ++i) {
+        for (const char* word : {"SELECT", "DISTINCT", "GROUP", "ORDER", "UNION", "LIMIT", "TOP", "COUNT",
+                                 "MAX", "MIN", "SUM", "AVG", "GROUP_CONCAT", "STRING_AGG"})
+            if (isWord(words[i], word))
+                return {};
+        if (isWord(words[i], "FROM") || isWord(words[i], "JOIN"))
+            last = i + 1;
+    }
+    if (last < 0 || last >= words.size() || !isName(words[last]))
+        return {};
+    Token shown = words[last]; // the table, or what the statement calls it
+    qsizetype next = last + 1;
+    if (next + 1 < words.size() && isWord(words[next], "AS"))
+        ++next;
+    if (next < words.size() && isName(words[next]) && !isKeyword(words[next]))
+        shown = words[next];
+    QStringList columns = dialect.naturalOrder(words[last].text);
+    const QString table = shown.kind == Kind::Name ? dialect.quotedName(shown.text) : shown.text;
+    for (QString& column : columns)
+        column.prepend(table + u'.');
+    return columns.isEmpty() ? QString() : QStringLiteral(" ORDER BY ") + columns.join(QStringLiteral(", "));
+}
+
 QString updatableTable(const Tokens& tokens) {
-    Tokens words;
-    for (const Token& token : tokens)
-        if (token.kind != Kind::Blank)
-            words.append(token);
+    const Tokens words = withoutBlanks(tokens);
     const bool selectAll = words.size() >= 4 && isWord(words[0], "SELECT") && isSymbol(words[1], "*") &&
                            isWord(words[2], "FROM") &&
                            (words[3].kind == Kind::Word || words[3].kind == Kind::Name);
@@ -262,5 +313,6 @@ JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) 
         break;
     }
     const QList<bool> compared = trimComparedTexts(tokens);
-    return {Writer(groupedToOrdered(tokens), dialect).write(), compared, updatableTable(tokens)};
+    return {Writer(groupedToOrdered(tokens), dialect).write() + naturalOrder(tokens, dialect), compared,
+            updatableTable(tokens)};
 }

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -28,6 +29,19 @@ class SqlDialect {
     virtual QString joined(const QString& left, const QString& right) const = 0;
     /// The function that returns the day of a moment.
     virtual QString dayFunction() const = 0;
+    /// A number, a truth value and the parameter with a number, from 1.
+    virtual QString number(const QString& text) const { return text; }
+    virtual QString truth(bool value) const {
+        return value ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+    }
+    virtual QString parameter(int number) const { return u'?' + QString::number(number); }
+    /// What stands between a text and its pattern.
+    virtual QString likeWord() const { return QStringLiteral("LIKE"); }
+    /// What follows a pattern without an escape character, so that it has none.
+    virtual QString withoutEscape() const { return {}; }
+    /// The columns by which the rows of a table come when a statement does not order them; empty where the
+    /// engine's own order is the right one.
+    virtual QStringList naturalOrder(const QString& /*table*/) const { return {}; }
 };
 
 /// A statement in the program's SQL dialect, rewritten for an engine.
@@ -43,7 +57,7 @@ struct JetStatement {
 /// Rewrites a statement: DELETE * FROM, #dates# in the user's short date format, DateValue, & between texts
 /// (which binds more loosely than + and *), ^ for powers, [names in brackets], "texts in double quotes",
 /// division with fractions, and HAVING on the grouped column, which becomes WHERE so that it can use an
-/// index. A ? is a parameter; the engine gets it numbered: ?1, ?2. Quoted texts stay as they are, except that
+/// index. A ? is a parameter, numbered for the engine. Quoted texts stay as they are, except that
 /// compared ones lose their trailing blanks, which do not count. Throws DatabaseFault for an unterminated or
 /// unreadable quote, bracket or date.
 JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect);

@@ -39,7 +39,7 @@ class Tokenizer {
             return {Kind::Number, takeNumber()};
         if (c == u'?') {
             ++position;
-            return {Kind::Parameter, u'?' + QString::number(++parameters)};
+            return {Kind::Parameter, QString::number(++parameters)};
         }
         if (isWordCharacter(c))
             return {Kind::Word, takeWhile(isWordCharacter)};
@@ -131,6 +131,18 @@ bool isWord(const Token& token, const char* word) {
 
 bool isSymbol(const Token& token, const char* symbol) {
     return token.kind == Kind::Symbol && token.text == QLatin1String(symbol);
+}
+
+bool isName(const Token& token) {
+    return token.kind == Kind::Word || token.kind == Kind::Name;
+}
+
+Tokens withoutBlanks(const Tokens& tokens) {
+    Tokens found;
+    for (const Token& token : tokens)
+        if (token.kind != Kind::Blank)
+            found.append(token);
+    return found;
 }
 
 void skipBlanks(const Tokens& tokens, qsizetype& i) {

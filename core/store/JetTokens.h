@@ -10,7 +10,8 @@ enum class Kind { Blank, Word, Name, Number, Text, Date, Parameter, Symbol };
 
 struct Token {
     Kind kind;
-    QString text; // names without brackets, quoted texts without quotes, anything else as written
+    QString text; // names without brackets, quoted texts without quotes, a parameter's number, anything else
+                  // as written
 };
 
 using Tokens = QList<Token>;
@@ -24,6 +25,12 @@ Tokens tokensOf(const QString& statement);
 /// Whether a token is this word, ignoring case, or this symbol.
 bool isWord(const Token& token, const char* word);
 bool isSymbol(const Token& token, const char* symbol);
+
+/// Whether a token can name a table or a column.
+bool isName(const Token& token);
+
+/// The tokens that are not blank.
+Tokens withoutBlanks(const Tokens& tokens);
 
 /// Moves a position on to the next token that is not blank.
 void skipBlanks(const Tokens& tokens, qsizetype& i);

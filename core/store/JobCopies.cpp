@@ -9,6 +9,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QMap>
 
 #include <algorithm>
 #include <cmath>
@@ -98,7 +99,9 @@ void requireOrdinary(const Connection& user, const StoredRows& rows) {
             if (row[i].isValid() &&
                 (isText ? !column.takesText() : column.takesText() || !fits(column, row[i].toDouble())))
                 refuse("The file holds a value of the wrong kind in the column " + rows.columns[i] + ".");
-            if (isText && row[i].toString().size() > std::min<qsizetype>(column.DefinedSize(), maxMemo))
+            constexpr int longestMoment = 25; // characters; the size of the column is in bytes
+            const int most = column.takesMoments() ? longestMoment : column.DefinedSize();
+            if (isText && row[i].toString().size() > std::min<qsizetype>(most, maxMemo))
                 refuse("The file holds a text that is too long for the column " + rows.columns[i] + ".");
             if (isText &&
                 (row[i].toString().contains(QChar(0)) ||
@@ -130,18 +133,30 @@ void restoreOne(const Source& copy, const Connection& user, const QString& jobID
     addStoredRows(user, lines);
 }
 
-std::vector<Job> jobsOf(const Source& copy, const Connection& user, bool withSame) {
-    const auto today = digestsOf(user);
-    std::vector<Job> jobs;
-    for (const Digest& digest : digestsOf(copy.data()))
-        if (const Today state = compared(digest, today);
-            digest.hasHeader && (withSame || state != Today::Same))
-            jobs.push_back({.jobID = digest.jobID,
-                            .description = digest.description,
-                            .tanks = digest.tanks,
-                            .today = state});
-    std::ranges::sort(jobs, {}, [](const Job& job) { return job.jobID.toCaseFolded(); });
-    return jobs;
+/// The rows of a job, whatever the order of rows and columns.
+QList<QMap<QString, QVariant>> rowsOf(const Connection& data, const QString& table, const QString& jobID) {
+    const StoredRows found = readStoredRows(data, table, "JobID", jobID);
+    QList<QMap<QString, QVariant>> rows;
+    for (const QVariantList& values : found.rows) {
+        QMap<QString, QVariant> row;
+        for (qsizetype i = 0; i < values.size(); ++i)
+            row.insert(found.columns[i], values[i]);
+        rows.append(row);
+    }
+    std::ranges::sort(rows, {}, [](const auto& row) { return row["TankID"].toString().toCaseFolded(); });
+    return rows;
+}
+
+/// Compares the rows of one job themselves: today's data may be of another engine, which makes no digests.
+Today stateOf(const Source& copy, const Connection& user, const QString& jobID) {
+    bool missing = true;
+    bool same = true;
+    for (const char* table : {"tblJobHeader", "tblJobData"}) {
+        const auto today = rowsOf(user, table, jobID);
+        missing = missing && today.isEmpty();
+        same = same && today == rowsOf(copy.data(), table, jobID);
+    }
+    return missing ? Today::Missing : same ? Today::Same : Today::Differs;
 }
 
 } // namespace
@@ -189,11 +204,28 @@ void Source::bringUp() {
 }
 
 std::vector<Job> changedJobs(const Source& copy, const Connection& user) {
-    return jobsOf(copy, user, false);
+    const auto today = digestsOf(user);
+    std::vector<Job> jobs;
+    for (const Digest& digest : digestsOf(copy.data()))
+        if (const Today state = compared(digest, today); digest.hasHeader && state != Today::Same)
+            jobs.push_back({.jobID = digest.jobID,
+                            .description = digest.description,
+                            .tanks = digest.tanks,
+                            .today = state});
+    std::ranges::sort(jobs, {}, [](const Job& job) { return job.jobID.toCaseFolded(); });
+    return jobs;
 }
 
 std::vector<Job> allJobs(const Source& copy, const Connection& user) {
-    return jobsOf(copy, user, true);
+    std::vector<Job> jobs;
+    for (const Digest& digest : digestsOf(copy.data()))
+        if (digest.hasHeader)
+            jobs.push_back({.jobID = digest.jobID,
+                            .description = digest.description,
+                            .tanks = digest.tanks,
+                            .today = stateOf(copy, user, digest.jobID)});
+    std::ranges::sort(jobs, {}, [](const Job& job) { return job.jobID.toCaseFolded(); });
+    return jobs;
 }
 
 std::vector<Tank> tanksOf(const Source& copy, const Connection& user, const QString& jobID) {

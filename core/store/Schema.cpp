@@ -19,6 +19,30 @@ const QStringList ownTables = {"tblFirstTime", "tblUser",    "tblRepMaster", "tb
     throw RefusedData(DatabaseFault::Unspecified, why.toStdString(), user.connectionString().toStdString());
 }
 
+void requireOfficeVersion(const Connection& office) {
+    const int found = office.engine().schemaVersion();
+    if (found == 0)
+        refuse(office,
+               QCoreApplication::translate(
+                   "Schema", "This database is not that of an office, or you are not one of its users. "
+                             "Please ask whoever keeps the office's database."));
+    if (found > officeVersion())
+        refuse(office,
+               QCoreApplication::translate(
+                   "Schema", "The office's database is of a newer version than the program (version %1; "
+                             "this program knows version %2). It was not touched. Please install the "
+                             "newer program.")
+                   .arg(found)
+                   .arg(officeVersion()));
+    if (found < officeVersion())
+        refuse(office, QCoreApplication::translate(
+                           "Schema", "The office's database is of an older version than the program (version "
+                                     "%1; this program needs version %2). It was not touched. Please ask "
+                                     "whoever keeps it to bring it up to date with brennoval-office.")
+                           .arg(found)
+                           .arg(officeVersion()));
+}
+
 /// Backs up over a separate connection, which only reads what the caller has locked.
 void putCopyAside(const Connection& user) {
     Connection reader;
@@ -85,8 +109,15 @@ void requirePlainTables(const Connection& user) {
                    .arg(part));
 }
 
+int officeVersion() {
+    return BRENNOVAL_OFFICE_VERSION;
+}
+
 void upgrade(Connection& user) {
-    upgrade(user, ownScripts());
+    if (user.isOffice())
+        requireOfficeVersion(user);
+    else
+        upgrade(user, ownScripts());
 }
 
 void upgrade(Connection& user, const QStringList& scripts, CopyFirst copyFirst) {

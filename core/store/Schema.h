@@ -9,6 +9,9 @@ namespace Schema {
 /// The version that this program works with.
 int currentVersion();
 
+/// The version of an office's database that this program works with.
+int officeVersion();
+
 /// The version of open user data. Files from the program's first version do not carry a number.
 int versionOf(const Connection& user);
 
@@ -26,8 +29,9 @@ enum class CopyFirst { Yes, No };
 
 /// Upgrades older user data to this program's version in one write, after a verified backup. Another instance
 /// that opens the data meanwhile waits, up to its busy time-out, and then finds the upgrade done. Newer data
-/// is left alone. Throws DataLocked, and DatabaseFault for newer data, for data that requirePlainTables
-/// rejects, and if the backup or the upgrade fails; the data is then unchanged.
+/// is left alone. An office is upgraded by its keeper: it is only checked. Throws DataLocked, and
+/// DatabaseFault for newer data, for data that requirePlainTables rejects, and if the backup or the upgrade
+/// fails; the data is then unchanged.
 void upgrade(Connection& user);
 
 /// The same with other scripts, the first of which makes version 1.

@@ -19,6 +19,8 @@ using Graph = std::map<std::string, Targets>;
 const Graph allowed = {
     {"core/base", {}},
     {"core/store", {"core/base"}},
+    {"core/postgres", {"core/base"}},
+    {"core/office", {"core/base", "core/postgres", "core/store"}},
     {"core/look", {"core/base"}},
     {"core/shell", {"core/base", "core/store", "core/look"}},
     {"jobs", {"core"}},

@@ -7,7 +7,7 @@
 #include "core/store/Gateway.h"
 #include "core/store/Schema.h"
 #include "core/store/StoredRows.h"
-#include "tests/support/TemporaryHome.h"
+#include "tests/support/BothEngines.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +70,9 @@ class JobCopiesTest : public testing::Test {
     TemporaryHome home;
     QList<QList<QVariantList>> before;
 };
+
+class TravellingJobTest : public BothEngines {};
+ON_BOTH_ENGINES(TravellingJobTest);
 
 void change(const QString& path, const QString& statement) {
     Connection file;
@@ -237,4 +240,25 @@ TEST_F(JobCopiesTest, AnExportLeavesNoHalfFileAndNothingButPlainFiles) {
     const auto mode = QFile::permissions(file);
     exported();
     EXPECT_EQ(QFile::permissions(file), mode);
+}
+
+// A file of a job fits the data of either engine, and every bit of it arrives.
+TEST_P(TravellingJobTest, ArrivesWhole) {
+    execute("User", "INSERT INTO tblJobHeader (JobID, DateCreated) VALUES ('A', '2026-03-14 15:09:26')");
+    execute("User", "INSERT INTO tblJobData (TankID, TankNo, JobID, SOPMax, TagID03, DateCreated) VALUES "
+                    "('A.1', 1, 'A', 0.1 + 0.2, 'Ökohaus ß', '2026-03-14 15:09:26'), "
+                    "('A.2', 2, 'A', NULL, '', NULL)");
+    const QString path = home.path() + "/job.brennoval";
+    JobCopies::Export(openDatabase("User"), "A", path);
+    const Source file(path, Origin::Foreign);
+    const auto today = [&] { return JobCopies::allJobs(file, openDatabase("User")).at(0).today; };
+    EXPECT_EQ(today(), JobCopies::Today::Same);
+    execute("User", "UPDATE tblJobData SET SOPMax = 0.3 WHERE TankID = 'A.1'"); // differs in the last bit
+    EXPECT_EQ(today(), JobCopies::Today::Differs);
+    execute("User", "DELETE FROM tblJobData");
+    EXPECT_EQ(today(), JobCopies::Today::Differs) << "its header is there";
+    execute("User", "DELETE FROM tblJobHeader");
+    EXPECT_EQ(today(), JobCopies::Today::Missing);
+    JobCopies::Restore(file, openDatabase("User"), {"A"}, {});
+    EXPECT_EQ(today(), JobCopies::Today::Same);
 }

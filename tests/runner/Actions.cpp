@@ -7,6 +7,7 @@
 #include "setup/InstallerFiles.h"
 #include "tests/runner/Commands.h"
 #include "tests/runner/Controls.h"
+#include "tests/runner/OfficeData.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -222,7 +223,10 @@ void clipboard(Stage&, Words w) {
 }
 /// Arranges data in the engine's own dialect.
 void sql(Stage&, Words w) {
-    const QByteArray path = Gateway::dbConnection(w[0]).dataSource().toUtf8();
+    const Connection data = Gateway::dbConnection(w[0]);
+    if (data.isOffice())
+        return OfficeData::arrange(data.dataSource(), w[1]);
+    const QByteArray path = data.dataSource().toUtf8();
     sqlite3* handle = nullptr;
     const int opened = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     SqliteLetters::add(handle);

@@ -11,6 +11,7 @@
 #include "documents/viewer/frmReportViewer.h"
 #include "tests/runner/Commands.h"
 #include "tests/runner/Controls.h"
+#include "tests/runner/OfficeData.h"
 #include "tests/support/Driver.h"
 
 #include <QtTest/QTest>
@@ -32,7 +33,10 @@ void expectEqual(const QString& what, const QString& expected, const QString& fo
 /// The single value that a query in the engine's own dialect returns, as the engine and as the program write
 /// it.
 QStringList queried(const QString& database, const QString& sql) {
-    const QByteArray file = Gateway::dbConnection(database).dataSource().toUtf8();
+    const Connection data = Gateway::dbConnection(database);
+    if (data.isOffice())
+        return OfficeData::queried(data.dataSource(), sql);
+    const QByteArray file = data.dataSource().toUtf8();
     sqlite3* handle = nullptr;
     sqlite3_stmt* statement = nullptr;
     QStringList texts;

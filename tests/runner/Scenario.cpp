@@ -1,6 +1,7 @@
 // Plays scenarios on the real screens with mouse and key events, without a display.
-// Usage: brennoval-scenario [--shots DIR] [--keep DIR] [--points N] [--size WxH] [--dark] FILE...
-// Each file runs in its own process, with its own data folder and session store.
+// Usage: brennoval-scenario [--shots DIR] [--keep DIR] [--points N] [--size WxH] [--dark] [--office] FILE...
+// With --office the user's data are in an office's database on a server of the tests, empty and the
+// scenario's own. Each file runs in its own process, with its own data folder and session store.
 
 #include "app/Install.h"
 #include "app/Register.h"
@@ -11,12 +12,14 @@
 #include "core/shell/Screen.h"
 #include "setup/InstallerFiles.h"
 #include "tests/runner/Player.h"
+#include "tests/support/OfficeDatabase.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <QCommandLineParser>
 #include <QProcess>
 
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -49,9 +52,13 @@ QSize sizeOf(const QString& text) {
     return sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
 }
 
-bool playFile(const QString& path, const QString& shots, const QString& keep, const QSize& window) {
+bool playFile(const QString& path, const QString& shots, const QString& keep, const QSize& window,
+              bool onOffice) {
     const TemporaryHome home;
     installForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
+    std::optional<OfficeDatabase> office;
+    if (onOffice)
+        office.emplace().use();
     InstallerFiles::setInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -104,7 +111,8 @@ int main(int argc, char** argv) {
                        {"keep", "Folder that gets the data files as the scenario left them.", "DIR"},
                        {"points", "Size of the letters.", "N"},
                        {"size", "Size of the main window, such as 911x485.", "WIDTHxHEIGHT"},
-                       {"dark", "The dark look."}});
+                       {"dark", "The dark look."},
+                       {"office", "The user's data are in an office's database."}});
     parser.addPositionalArgument("FILE", "The scenarios.", "FILE...");
     parser.addHelpOption();
     parser.process(application);
@@ -124,7 +132,8 @@ int main(int argc, char** argv) {
             DesktopApplication::setFont(font);
         }
         registerAll();
-        passed = playFile(files[0], parser.value("shots"), parser.value("keep"), sizeOf(parser.value("size")))
+        passed = playFile(files[0], parser.value("shots"), parser.value("keep"), sizeOf(parser.value("size")),
+                          parser.isSet("office"))
                      ? 1
                      : 0;
     } else {
@@ -132,8 +141,9 @@ int main(int argc, char** argv) {
         for (const char* option : {"shots", "keep", "points", "size"})
             if (parser.isSet(option))
                 options << QString("--%1=%2").arg(option, parser.value(option));
-        if (parser.isSet("dark"))
-            options << "--dark";
+        for (const char* option : {"dark", "office"})
+            if (parser.isSet(option))
+                options << QString("--%1").arg(option);
         passed = playEach(files, options);
     }
     std::cout << passed << " passed, " << files.size() - passed << " failed" << std::endl;

@@ -78,6 +78,7 @@ class ScriptedDialogs : public Dialogs {
             problem = "the input box says \"" + prompt + "\" instead of \"" + typed.text + "\"";
         return typed.button;
     }
+    QString password(const QString& title, const QString& prompt) override { return input(title, prompt); }
     bool printer(QPrinter& printer) override {
         if (prints.isEmpty()) {
             problem = "a printer dialog came that nobody answers";

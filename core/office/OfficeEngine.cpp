@@ -1,0 +1,156 @@
+#include "core/base/Text.h"
+#include "core/office/OfficeCursor.h"
+#include "core/store/OfficeDialect.h"
+#include "core/store/OfficeEngines.h"
+
+#include <cstring>
+#include <utility>
+
+namespace {
+
+/// Writers of several statements take turns, as they do with a file: what one has read, such as the last
+/// number of a job, still holds when it writes. The number stands for "Brennoval" in the database's locks.
+const QString takeTurn = QStringLiteral("SELECT pg_advisory_xact_lock(4212664);");
+
+[[noreturn]] void refuseFile(const std::string& source) {
+    throw DatabaseFault(
+        DatabaseFault::Unspecified,
+        "Your data are in an office's database, which is not a file. Its backup is made on the "
+        "server, for the whole office.",
+        source);
+}
+
+class OfficeEngine final : public Engine {
+  public:
+    OfficeEngine(OfficePool& waiting, const OfficeOptions& given)
+        : pool(waiting), options(given), session(waiting.take(given)) {}
+    ~OfficeEngine() override {
+        if (limited)
+            return; // the limit ends with the connection
+        if (session->inTransaction())
+            endTransaction();
+        pool.giveBack(options.address, std::move(session));
+    }
+    OfficeEngine(const OfficeEngine&) = delete;
+    OfficeEngine& operator=(const OfficeEngine&) = delete;
+
+    std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& how) override {
+        OfficeQuery query{.statement = rewriteJetSql(how.wholeTable
+                                                         ? QStringLiteral("SELECT * FROM [%1]").arg(statement)
+                                                         : statement,
+                                                     officeDialect()),
+                          .parameters = how.parameters,
+                          .wholeTable = how.wholeTable,
+                          .forChange = how.forChange};
+        if (query.parameters.size() != query.statement.compared.size())
+            throw DatabaseFault(DatabaseFault::SyntaxError,
+                                "No value given for one or more required parameters.",
+                                options.connectionString.toStdString());
+        if (query.statement.sql.trimmed().isEmpty())
+            throw DatabaseFault(DatabaseFault::SyntaxError, "Syntax error in query: it is empty.",
+                                options.connectionString.toStdString());
+        for (int i = 0; i < query.parameters.size(); ++i)
+            if (query.statement.compared[i] && query.parameters[i].typeId() == QMetaType::QString)
+                query.parameters[i] = withoutTrailingBlanks(query.parameters[i].toString());
+        return std::make_unique<OfficeCursor>(*session, query);
+    }
+
+    void begin() override {
+        try {
+            session->runScript(
+                QStringLiteral("BEGIN; SET LOCAL lock_timeout = %1;").arg(options.busyMilliseconds) +
+                takeTurn);
+        } catch (const DatabaseFault&) {
+            endTransaction();
+            throw;
+        }
+    }
+    void beginReading() override {
+        session->runScript(QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+    }
+    void commit() override {
+        // The server answers COMMIT after a failure with a rollback, and calls that a success.
+        if (session->run(QStringLiteral("COMMIT")).command() != "COMMIT")
+            throw DatabaseFault(DatabaseFault::Unspecified,
+                                "The changes were not stored, because one of them failed.",
+                                options.connectionString.toStdString());
+    }
+    void rollback() noexcept override { endTransaction(); }
+
+    int schemaVersion() override {
+        return hasTable(QStringLiteral("version"))
+                   ? number(QStringLiteral("SELECT version FROM office.version"))
+                   : 0;
+    }
+
+    /// A transaction that ends changes what a statement sees as under way or done.
+    quint32 changeCounter() override {
+        const Postgres::Result seen = session->run(QStringLiteral("SELECT pg_current_snapshot()"));
+        quint32 hash = 0x811C9DC5U; // FNV-1a
+        for (const char byte : seen.bytes(0, 0))
+            hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193U;
+        return hash;
+    }
+
+    bool hasTable(const QString& table) override {
+        return !session->run(QStringLiteral("SELECT to_regclass($1)"), {officeDialect().quotedName(table)})
+                    .isNull(0, 0);
+    }
+
+    void runScript(const QString& script, int versionAfter) override {
+        session->runScript(script);
+        session->run(QStringLiteral("UPDATE office.version SET version = $1"), {versionAfter});
+    }
+
+    /// Nobody but the owner of an office can add anything to it.
+    QString foreignPart(const QStringList&) override { return {}; }
+
+    /// The server looks after its files itself.
+    QString findDamage(Check) override { return {}; }
+
+    void limitTime(int milliseconds) override {
+        limited = true;
+        session->runScript(QStringLiteral("SET statement_timeout = %1").arg(milliseconds));
+    }
+    void copyTo(const QString&) override { refuseFile(options.connectionString.toStdString()); }
+    void replaceBy(Engine&) override { refuseFile(options.connectionString.toStdString()); }
+
+  private:
+    /// The first attempt may only report what went wrong with rows that were queued.
+    void endTransaction() noexcept {
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            try {
+                session->runScript(QStringLiteral("ROLLBACK"));
+                return;
+            } catch (...) { // the connection is gone, and the transaction with it
+            }
+        }
+    }
+    int number(const QString& sql) {
+        const Postgres::Result found = session->run(sql);
+        return found.rows() > 0 ? found.text(0, 0).toInt() : 0;
+    }
+
+    OfficePool& pool;
+    OfficeOptions options;
+    std::unique_ptr<OfficeSession> session;
+    bool limited = false;
+};
+
+class Engines final : public OfficeEngines {
+  public:
+    std::unique_ptr<Engine> open(const OfficeOptions& options) override {
+        return std::make_unique<OfficeEngine>(pool, options);
+    }
+    void closeIdle() override { pool.close(); }
+
+  private:
+    OfficePool pool;
+};
+
+} // namespace
+
+extern "C" Q_DECL_EXPORT OfficeEngines* officeEngines(const char* programVersion) {
+    static Engines instance;
+    return std::strcmp(programVersion, BRENNOVAL_VERSION) == 0 ? &instance : nullptr;
+}

@@ -1,0 +1,143 @@
+#include "core/office/OfficeSession.h"
+
+#include "core/store/OfficeDialect.h"
+
+#include <utility>
+
+namespace {
+
+/// A column, from the name of its type. The schema has a type of its own for each size of text.
+ColumnInfo columnOf(const QString& name, const QString& type) {
+    using Kind = ColumnInfo::Kind;
+    static const struct {
+        const char* word;
+        Kind kind;
+        int size;
+    } types[] = {{"memo", Kind::Memo, 536870910}, {"float8", Kind::Double, 8},
+                 {"int2", Kind::SmallInteger, 2}, {"int4", Kind::Integer, 4},
+                 {"yesno", Kind::Boolean, 2},     {"moment", Kind::Moment, 8}};
+    for (const auto& known : types)
+        if (type == QLatin1String(known.word))
+            return {name, known.kind, known.size};
+    const QLatin1String text("text_");
+    if (type.startsWith(text))
+        return {name, Kind::Text, type.mid(text.size()).toInt()};
+    return {name, Kind::Unknown, 0};
+}
+
+Postgres::Connection connected(const OfficeOptions& options) {
+    try {
+        return Postgres::Connection(options.address, options.password);
+    } catch (const Postgres::PasswordNeeded& needed) {
+        throw PasswordNeeded(needed.number(), needed.what(), options.connectionString.toStdString());
+    } catch (const Postgres::ServerFault& fault) {
+        throw DatabaseFault(fault.number(), fault.what(), options.connectionString.toStdString());
+    }
+}
+
+} // namespace
+
+OfficeSession::OfficeSession(const OfficeOptions& options)
+    : connection(connected(options)), source(options.connectionString.toStdString()) {
+    constexpr int longestWait = 4000; // milliseconds for another's write
+    // The role's own tables come first.
+    runScript(QStringLiteral("SET search_path = \"$user\", office; SET lock_timeout = %1; "
+                             "SET extra_float_digits = 1; SET datestyle = ISO; SET intervalstyle = postgres; "
+                             "SET standard_conforming_strings = on; SET client_min_messages = error;")
+                  .arg(longestWait));
+    readColumns();
+}
+
+template<typename Body>
+auto OfficeSession::reported(Body&& body) -> decltype(body()) {
+    try {
+        return std::forward<Body>(body)();
+    } catch (const Postgres::ServerFault& fault) {
+        const QByteArray& state = fault.sqlState();
+        if (state == "55P03" || state == "40P01" || state == "40001") // waited too long, or for each other
+            throw DataLocked(fault.number(),
+                             "Could not use the database; it is locked by another user or program.", source);
+        if (state == "57014")
+            throw DatabaseFault(fault.number(), "The database takes too long to answer.", source);
+        throw DatabaseFault(fault.number(), fault.what(), source);
+    }
+}
+
+Postgres::Result OfficeSession::run(const QString& statement, const QVariantList& parameters) {
+    return reported([&] { return connection.run(statement, parameters); });
+}
+
+void OfficeSession::runScript(const QString& statements) {
+    reported([&] { connection.runScript(statements); });
+}
+
+void OfficeSession::queue(const QByteArray& statement, const QVariantList& parameters) {
+    reported([&] { connection.queue(statement, parameters); });
+}
+
+void OfficeSession::refuseChanged() const {
+    throw DatabaseFault(DatabaseFault::Unspecified, "Could not update; currently locked or changed.", source);
+}
+
+void OfficeSession::readColumns() {
+    const Postgres::Result found = run(
+        QStringLiteral(
+            "SELECT c.oid, a.attnum, a.attname, t.typname, c.relname, obj_description(c.oid, 'pg_class'), "
+            "CASE a.attname WHEN '%1' THEN pg_get_serial_sequence(quote_ident(n.nspname) || '.' || "
+            "quote_ident(c.relname), '%1') END "
+            "FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace "
+            "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
+            "JOIN pg_type t ON t.oid = a.atttypid "
+            "WHERE c.relkind = 'r' AND n.nspname IN ('office', current_user) "
+            "ORDER BY n.nspname = current_user, c.oid, a.attnum")
+            .arg(officeRow));
+    for (int row = 0; row < found.rows(); ++row) {
+        QString name = found.text(row, 2);
+        const QStringList spelled = found.text(row, 5).split(u' ');
+        if (const auto place = spelled.indexOf(name, 0); place < 0)
+            for (const QString& spelling : spelled)
+                if (spelling.compare(name, Qt::CaseInsensitive) == 0)
+                    name = spelling;
+        columns.insert({found.text(row, 0).toUInt(), found.text(row, 1).toInt()},
+                       columnOf(name, found.text(row, 3)));
+        if (!found.isNull(row, 6)) // the role's own table comes last and hides a shared one
+            sequences.insert(found.text(row, 4), found.text(row, 6));
+    }
+}
+
+const ColumnInfo* OfficeSession::column(quint32 table, int number) const {
+    const auto found = columns.constFind({table, number});
+    return found == columns.cend() ? nullptr : &*found;
+}
+
+std::unique_ptr<OfficeSession> OfficePool::take(const OfficeOptions& options) {
+    for (;;) {
+        std::unique_ptr<OfficeSession> session;
+        {
+            const QMutexLocker lock(&mutex);
+            auto& waiting = idle[options.address];
+            if (waiting.empty())
+                break;
+            session = std::move(waiting.back());
+            waiting.pop_back();
+        }
+        if (!session->isSound())
+            continue;
+        session->setSource(options.connectionString);
+        return session;
+    }
+    return std::make_unique<OfficeSession>(options);
+}
+
+void OfficePool::giveBack(const QString& address, std::unique_ptr<OfficeSession> session) noexcept {
+    constexpr std::size_t most = 4; // events open few connections at once
+    const QMutexLocker lock(&mutex);
+    auto& waiting = idle[address];
+    if (waiting.size() < most && session->isSound() && !session->inTransaction())
+        waiting.push_back(std::move(session));
+}
+
+void OfficePool::close() {
+    const QMutexLocker lock(&mutex);
+    idle.clear();
+}

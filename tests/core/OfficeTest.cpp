@@ -1,0 +1,381 @@
+// What only an office has: many users at once, a server that goes and comes back, passwords, versions and
+// rights.
+
+#include "core/base/Fault.h"
+#include "core/store/Backup.h"
+#include "core/store/DataState.h"
+#include "core/store/Deletion.h"
+#include "core/store/JobCopies.h"
+#include "core/store/NewTankLines.h"
+#include "core/store/OfficeEngines.h"
+#include "core/store/Schema.h"
+#include "tests/support/BothEngines.h"
+
+#include <atomic>
+#include <thread>
+
+using namespace Gateway;
+
+namespace {
+
+class OfficeTest : public testing::Test {
+  protected:
+    OfficeTest() {
+        home.installData();
+        office.use();
+    }
+    ~OfficeTest() override { onPasswordNeeded({}); }
+
+    /// What a routine fails with; an empty text if it does not.
+    template<typename Expected = DatabaseFault>
+    static QString failureOf(const std::function<void()>& body) {
+        try {
+            body();
+        } catch (const Expected& fault) {
+            return QString::fromUtf8(fault.what());
+        }
+        return {};
+    }
+
+    static QString value(const QString& sql) {
+        Rows rows("User", sql);
+        return rows.atEnd() ? QString() : rows["V"].text();
+    }
+    static void addJob(const QString& jobID) {
+        execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES (?, 'first')", {jobID});
+    }
+    /// The row of a job, as a user has it open.
+    static void openJob(Recordset& job, const Connection& user) {
+        job.Open("SELECT * FROM tblJobHeader WHERE JobID = 'A'", user, CursorType::Keyset);
+    }
+    Connection connectionOf(const QString& user) const {
+        Connection data;
+        data.setProperty("Data Source", office.address(user));
+        data.Open();
+        return data;
+    }
+    void useAddress(const QString& address) const {
+        using namespace Registry;
+        SetRegValue(AppRegistryKey(), "UserDatabase", address, RegistryType::Text);
+    }
+
+    TemporaryHome home;
+    OfficeDatabase office;
+};
+
+} // namespace
+
+TEST_F(OfficeTest, NothingThatAnotherUserWroteIsOverwrittenSilently) {
+    const char* const changed = "Could not update; currently locked or changed.";
+    addJob("A");
+    const Connection anna = openDatabase("User");
+    const Connection ben = connectionOf("ben");
+    Recordset mine;
+    openJob(mine, anna);
+    Recordset().Open("UPDATE tblJobHeader SET JobInfo = 'of Ben' WHERE JobID = 'A'", ben);
+    mine["JobInfo"] = "of Anna";
+    EXPECT_EQ(failureOf([&] { mine.Update(); }), changed);
+    EXPECT_EQ(failureOf([&] { mine.Delete(); }), changed);
+    EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader"), "of Ben");
+    openJob(mine, anna); // read once more, it can be written, and what was written once more
+    for (const char* text : {"of Anna", "of Anna, too"}) {
+        mine["JobInfo"] = text;
+        mine.Update();
+        EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader"), text);
+    }
+    Recordset().Open("DELETE FROM tblJobHeader WHERE JobID = 'A'", ben);
+    mine["JobInfo"] = "of nobody";
+    EXPECT_EQ(failureOf([&] { mine.Update(); }), changed);
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
+}
+
+TEST_F(OfficeTest, ASaveWaitsForAnotherAndThenSeesIt) {
+    addJob("A");
+    Connection anna = dbConnection("User");
+    anna.setBusyTimeout(50);
+    anna.Open();
+    const Connection ben = connectionOf("ben");
+    {
+        Transaction saving(ben);
+        Recordset his;
+        openJob(his, ben);
+        EXPECT_NE(failureOf<DataLocked>([&] { const Transaction waiting(anna); }), "");
+        his["JobInfo"] = "of Ben";
+        his.Update();
+        saving.commit();
+    }
+    Transaction saving(anna);
+    Recordset mine;
+    openJob(mine, anna);
+    EXPECT_EQ(mine["JobInfo"].text(), "of Ben");
+    mine["JobInfo"] = "of Anna";
+    mine.Update();
+    saving.commit();
+    EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader"), "of Anna");
+}
+
+// Ten users add tanks to one job at once: each is told numbers of its own, without a gap.
+TEST_F(OfficeTest, NumbersOfTanksNeverCollide) {
+    constexpr int users = 10;
+    constexpr int saves = 12;
+    addJob("A");
+    std::vector<QStringList> told(users);
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> all;
+    for (int i = 0; i < users; ++i)
+        all.emplace_back([&, i] {
+            for (int save = 0; save < saves; ++save)
+                try {
+                    told[std::size_t(i)] += Records::addTankLines("A", std::vector<TankLine>(1 + save % 3));
+                } catch (const Fault&) {
+                    ++failures;
+                }
+        });
+    for (std::thread& one : all)
+        one.join();
+    EXPECT_EQ(failures, 0);
+    QStringList keys;
+    for (const QStringList& some : told)
+        keys += some;
+    QStringList expected;
+    for (int number = 1; number <= users * saves * 2; ++number)
+        expected.append(QString("A.%1").arg(number));
+    keys.sort();
+    expected.sort();
+    EXPECT_EQ(keys, expected);
+    EXPECT_EQ(value("SELECT COUNT(*) & '/' & MAX(TankNo) AS V FROM tblJobData"),
+              QString("%1/%1").arg(expected.size()));
+}
+
+// A row that fails among many shows at the latest when the transaction ends, and then none is there.
+TEST_F(OfficeTest, AFailingRowOfManyUndoesAll) {
+    for (const int failing : {1, 2, 40}) {
+        const Connection user = openDatabase("User");
+        EXPECT_THROW(
+            {
+                Transaction write(user);
+                Recordset jobs;
+                jobs.Open("tblJobHeader", user, CursorType::Keyset, CommandType::Table);
+                for (int i = 0; i < 50; ++i) {
+                    jobs.AddNew();
+                    jobs["JobID"] = i == failing ? QString("job 0") : QString("Job %1").arg(i);
+                    jobs.Update();
+                }
+                write.commit();
+            },
+            DatabaseFault)
+            << failing;
+        EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
+    }
+}
+
+TEST_F(OfficeTest, ATransactionThatFailedIsNotTakenForStored) {
+    const Connection user = openDatabase("User");
+    Transaction write(user);
+    Recordset().Open("INSERT INTO tblEngineer (fldName) VALUES ('Reed')", user);
+    EXPECT_THROW(Recordset().Open("INSERT INTO tblNone (x) VALUES (1)", user), DatabaseFault);
+    EXPECT_NE(failureOf([&] { write.commit(); }), "");
+}
+
+// Whatever an event did, nothing is locked and no transaction is open once it is over; the connection itself
+// serves the next one.
+TEST_F(OfficeTest, OnlyTheConnectionOutlivesAnEvent) {
+    addJob("A");
+    QSet<QString> servers;
+    for (int event = 0; event < 5; ++event) {
+        const Connection user = openDatabase("User");
+        Recordset process;
+        process.Open("SELECT pg_backend_pid() AS V", user);
+        servers.insert(process["V"].text());
+        Recordset job;
+        openJob(job, user);
+        const Transaction leftOpen(user);
+        job["JobInfo"] = "never stored";
+        job.Update();
+    }
+    EXPECT_EQ(servers.size(), 1);
+    Postgres::Connection keeper = office.connection("postgres");
+    EXPECT_EQ(keeper
+                  .run("SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
+                       "usename = 'anna' AND state <> 'idle'")
+                  .text(0, 0),
+              "0");
+    EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader"), "first");
+}
+
+TEST_F(OfficeTest, TheCounterTellsEveryWrite) {
+    const auto now = [] { return readDataState("A", {}).value_or(DataState()); };
+    const quint32 before = now().version;
+    EXPECT_EQ(now().version, before);
+    const Connection ben = connectionOf("ben");
+    {
+        Transaction write(ben);
+        Recordset().Open("INSERT INTO tblJobHeader (JobID) VALUES ('A')", ben);
+        const DataState during = now(); // a reader that looks now must look again afterwards
+        EXPECT_FALSE(during.jobExists);
+        write.commit();
+        EXPECT_NE(now().version, during.version);
+    }
+    EXPECT_NE(now().version, before);
+    EXPECT_TRUE(now().jobExists);
+}
+
+TEST_F(OfficeTest, AKilledServerIsAnErrorAndTheNextEventConnectsAnew) {
+    OfficeServer server(OfficeServer::Of::Test);
+    const OfficeDatabase mortal(server);
+    mortal.use();
+    addJob("A");
+    {
+        const Connection user = openDatabase("User");
+        Transaction write(user);
+        Recordset().Open("INSERT INTO tblJobHeader (JobID) VALUES ('B')", user);
+        server.kill();
+        EXPECT_TRUE(failureOf([&] { write.commit(); })
+                        .startsWith("The connection to the office's database is "
+                                    "lost"));
+    }
+    EXPECT_NE(failureOf([] { openDatabase("User"); }), "");
+    EXPECT_FALSE(readDataState("A", {}).has_value());
+    server.startAgain();
+    EXPECT_EQ(value("SELECT MAX(JobID) & COUNT(*) AS V FROM tblJobHeader"), "A1");
+    addJob("C");
+    server.kill();
+    server.startAgain();
+    EXPECT_EQ(value("SELECT MAX(JobID) & COUNT(*) AS V FROM tblJobHeader"), "C2") << "what was told is there";
+}
+
+TEST_F(OfficeTest, APasswordIsAskedForOnceAndShownNowhere) {
+    office.addUser("asked");
+    office.connection("postgres").run("ALTER ROLE asked PASSWORD 'tide''s in'");
+    useAddress(office.address("asked"));
+    EXPECT_NE(failureOf<PasswordNeeded>([] { openDatabase("User"); }), "") << "nobody is there to be asked";
+    QStringList answers = {""};
+    QStringList reasons;
+    onPasswordNeeded([&](const QString& address, const QString& why) {
+        EXPECT_EQ(address, office.address("asked"));
+        reasons.append(why);
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    });
+    EXPECT_NE(failureOf<RefusedData>([] { openDatabase("User"); }), "") << "the user cancels";
+    answers = QStringList{"wrong", "tide's in"};
+    reasons.clear();
+    const Connection user = openDatabase("User");
+    ASSERT_EQ(reasons.size(), 2);
+    EXPECT_EQ(reasons[0], "");
+    EXPECT_NE(reasons[1], "") << "says what was wrong with the first";
+    EXPECT_FALSE(user.connectionString().contains("tide"));
+    std::thread([] { EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0"); }).join();
+    EXPECT_EQ(reasons.size(), 2);
+    useAddress(office.address("asked").replace("asked@", "asked:tide%27s%20in@"));
+    EXPECT_FALSE(dbConnection("User").connectionString().contains("tide"));
+    useAddress("C:\\Data");
+    EXPECT_NE(failureOf<RefusedData>([] { dbConnection("User"); }), "");
+}
+
+TEST_F(OfficeTest, AnotherVersionIsRefusedClearly) {
+    const auto upgrade = [] {
+        Connection user = openDatabase("User");
+        Schema::upgrade(user);
+    };
+    EXPECT_NO_THROW(upgrade());
+    Postgres::Connection keeper = office.connection();
+    const std::pair<int, const char*> others[] = {{Schema::officeVersion() + 1, "newer version"},
+                                                  {Schema::officeVersion() - 1, "not that of an office"}};
+    for (const auto& [version, text] : others) {
+        keeper.run("UPDATE office.version SET version = $1", {version});
+        EXPECT_TRUE(failureOf<RefusedData>(upgrade).contains(text)) << version;
+    }
+}
+
+// The two kinds of data have the same tables, columns and sizes, so that each statement and each file of a
+// job fits both.
+TEST_F(OfficeTest, HasTheTablesOfAFile) {
+    Connection file;
+    file.setProperty("Data Source", home.dataFolder() + "/BrennovalUserData.mdb");
+    file.Open();
+    const Connection user = openDatabase("User");
+    for (const char* table : {"tblFirstTime", "tblUser", "tblRepMaster", "tblEngineer", "tblContractor",
+                              "tblJobHeader", "tblJobData", "tblSchedule", "tblOwn"}) {
+        Recordset inFile;
+        inFile.Open(table, file, CursorType::Keyset, CommandType::Table);
+        Recordset inOffice;
+        inOffice.Open(table, user, CursorType::Keyset, CommandType::Table);
+        EXPECT_EQ(inFile.columnNames(), inOffice.columnNames()) << table;
+        for (const QString& column : inFile.columnNames()) {
+            const std::string name = table + (' ' + column.toStdString());
+            EXPECT_EQ(inFile[column].DefinedSize(), inOffice[column].DefinedSize()) << name;
+            EXPECT_EQ(inFile[column].takesText(), inOffice[column].takesText()) << name;
+            EXPECT_EQ(inFile[column].takesFractions(), inOffice[column].takesFractions()) << name;
+        }
+    }
+}
+
+TEST_F(OfficeTest, ATextThatTheServerCannotHoldIsNotCutShort) {
+    EXPECT_NE(failureOf([] {
+                  execute("User", "INSERT INTO tblEngineer (fldName) VALUES (?)",
+                          {QString("Reed") + QChar(0) + QString("Stone")});
+              }),
+              "");
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblEngineer"), "0");
+}
+
+TEST_F(OfficeTest, HasNoCopiesButUndoesADeletion) {
+    addJob("A");
+    Records::addTankLines("A", std::vector<TankLine>(3));
+    bool reported = false;
+    Backup::onFailure([&](const QString&) { reported = true; });
+    Deletion::deleteTankLines({"A.2"});
+    EXPECT_FALSE(reported) << "that there is no copy is no failure";
+    Backup::onFailure([](const QString&) {});
+    EXPECT_EQ(Deletion::undoDeletion(), "");
+    std::vector<QString> keys;
+    for (const TankLine& line : Records::tankLinesOf("A"))
+        keys.push_back(line.tankID.value_or(QString()));
+    EXPECT_EQ(keys, std::vector<QString>({"A.1", "A.2", "A.3"})) << "in its old place";
+    const Connection user = openDatabase("User");
+    EXPECT_EQ(failureOf([&] { Backup::Make(user, Backup::Reason::ByHand); }), Backup::noneOfAnOffice());
+    EXPECT_NE(failureOf([&] { user.engine().copyTo(home.path() + "/copy.mdb"); }), "");
+}
+
+// The server itself refuses what the program never does.
+TEST_F(OfficeTest, AUserHasNoMoreRightsThanNeeded) {
+    addJob("A");
+    execute("User", "INSERT INTO tblUser (PostalCode) VALUES ('of Anna')");
+    Postgres::Connection ben = office.connection("ben");
+    EXPECT_EQ(ben.run("SELECT * FROM tblUser").rows(), 0);
+    for (const char* statement : {"SELECT * FROM anna.tblUser",
+                                  "INSERT INTO anna.tblUser (PostalCode) VALUES ('x')",
+                                  "DROP TABLE tblJobHeader",
+                                  "ALTER TABLE tblJobHeader ADD COLUMN x integer",
+                                  "TRUNCATE tblJobData",
+                                  "DROP SCHEMA ben CASCADE",
+                                  "CREATE TABLE ben.x (x integer)",
+                                  "CREATE TABLE office.x (x integer)",
+                                  "CREATE TABLE public.x (x integer)",
+                                  "DROP TABLE tblUser",
+                                  "DROP FUNCTION jet_day",
+                                  "ALTER TYPE text_50 RENAME TO x",
+                                  "UPDATE office.version SET version = 99",
+                                  "SET ROLE anna",
+                                  "SET ROLE keeper",
+                                  "CREATE ROLE x",
+                                  "GRANT SELECT ON tblUser TO anna",
+                                  "CREATE SCHEMA x",
+                                  "COPY tblJobHeader TO '/tmp/x'",
+                                  "SELECT setval('office.tblJobData_office_row_seq', 1)"}) {
+        QByteArray state;
+        try {
+            ben.run(statement);
+            // The server only warns that it grants nothing.
+            if (QByteArrayView(statement).startsWith("GRANT"))
+                state = office.connection("postgres")
+                                    .run("SELECT has_table_privilege('anna', 'ben.tblUser', 'SELECT')")
+                                    .text(0, 0) == "f"
+                            ? "42501"
+                            : "granted";
+        } catch (const Postgres::ServerFault& fault) {
+            state = fault.sqlState();
+        }
+        EXPECT_EQ(state, "42501") << statement;
+    }
+}
