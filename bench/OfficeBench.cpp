@@ -169,6 +169,15 @@ void print(const Round& noted, const Medians& file, const Medians& office, const
                     far[i]);
 }
 
+void printStatements(const Round& noted) {
+    for (std::size_t i = 0; i < stepCount; ++i) {
+        std::printf("%s: %d round trips\n", steps[i].name, noted.roundTrips[i]);
+        for (const SentStatement& statement : noted.statements[i])
+            std::printf("  %s%s\n", statement.sql.simplified().constData(),
+                        statement.endsBatch ? "" : " (not awaited)");
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -186,13 +195,17 @@ int main(int argc, char** argv) {
     OfficeProxy proxy(server.folder());
     const QString straight = office.address();
     const QString through = QString(straight).replace(server.folder(), proxy.folder());
-    const Medians file = Program({}).times("F", rounds);
     Round noted;
     {
         Program program(through);
         played(Program::job("W", 0), &proxy); // connects
         noted = played(Program::job("N", 0), &proxy);
     }
+    if (argc > 1 && QByteArrayView(argv[1]) == "--statements") {
+        printStatements(noted);
+        return 0;
+    }
+    const Medians file = Program({}).times("F", rounds);
     const Medians near = Program(straight).times("O", rounds);
     OfficeReplay replay(straight);
     int failed = 0;
