@@ -11,16 +11,16 @@ std::optional<DataState> readDataState(const QString& jobID, const QString& tank
         Connection user = dbConnection("User");
         user.setBusyTimeout(maxWait);
         user.Open();
-        const auto exists = [&](const char* table, const char* key, const QString& value) {
-            if (value.isEmpty())
-                return false;
-            Recordset row;
-            row.Open(QString("SELECT %1 FROM %2 WHERE %1 = ?").arg(key, table), user, {value});
-            return !row.atEnd();
-        };
-        return DataState{.version = user.engine().changeCounter(),
-                         .jobExists = exists("tblJobHeader", "JobID", jobID),
-                         .tankExists = exists("tblJobData", "TankID", tankID)};
+        DataState state{.version = user.engine().changeCounter()}; // first, so that no change is missed
+        if (jobID.isEmpty() && tankID.isEmpty())
+            return state;
+        Recordset found; // in one statement: an office is a way off
+        found.Open("SELECT (SELECT COUNT(*) FROM tblJobHeader WHERE JobID = ?) AS Jobs, "
+                   "(SELECT COUNT(*) FROM tblJobData WHERE TankID = ?) AS Tanks",
+                   user, {jobID, tankID});
+        state.jobExists = !jobID.isEmpty() && found["Jobs"].number() > 0;
+        state.tankExists = !tankID.isEmpty() && found["Tanks"].number() > 0;
+        return state;
     } catch (const Fault&) {
         return std::nullopt;
     }

@@ -22,10 +22,9 @@ using JobCopies::Source;
 namespace {
 
 /// One job with a different value in every column, and one of nulls.
-class JobCopiesTest : public testing::Test {
+class JobCopiesTest : public BothEngines {
   protected:
     JobCopiesTest() {
-        home.installData();
         const Connection user = openDatabase("User");
         for (const char* table : {"tblJobHeader", "tblJobData"}) {
             Recordset row;
@@ -34,7 +33,8 @@ class JobCopiesTest : public testing::Test {
             double value = 0.1;
             for (const QString& name : row.columnNames()) {
                 value += 1.7;
-                row[name].setStored(row[name].takesText() ? QVariant(name.right(3) + "'s \"ä\" ")
+                row[name].setStored(row[name].takesMoments() ? QVariant("2026-03-14 15:09:26")
+                                    : row[name].takesText()  ? QVariant(name.right(3) + "'s \"ä\" ")
                                     : name == "TankNo" || name == "Qty" ? QVariant(qint64(value))
                                                                         : QVariant(value));
             }
@@ -67,9 +67,13 @@ class JobCopiesTest : public testing::Test {
         return path;
     }
 
-    TemporaryHome home;
     QList<QList<QVariantList>> before;
 };
+ON_BOTH_ENGINES(JobCopiesTest);
+
+/// What copies of a file are for. An office has none.
+class FileCopiesTest : public JobCopiesTest {};
+INSTANTIATE_TEST_SUITE_P(Engines, FileCopiesTest, testing::Values("File"));
 
 class TravellingJobTest : public BothEngines {};
 ON_BOTH_ENGINES(TravellingJobTest);
@@ -83,7 +87,7 @@ void change(const QString& path, const QString& statement) {
 
 } // namespace
 
-TEST_F(JobCopiesTest, EveryColumnComesBack) {
+TEST_P(FileCopiesTest, EveryColumnComesBack) {
     const QString backup = Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     const QString file = exported();
     removeJobs();
@@ -91,18 +95,27 @@ TEST_F(JobCopiesTest, EveryColumnComesBack) {
     EXPECT_EQ(contents(), before) << "restored";
     JobCopies::Restore(Source(file, Origin::Own), openDatabase("User"), {"Full's"}, {"Full's"});
     EXPECT_EQ(contents(), before) << "over itself";
-    deleteJob("Full's");
-    deleteTankLines({"Empty.1"});
-    EXPECT_EQ(undoDeletion(), "");
-    EXPECT_EQ(undoDeletion(), "");
-    EXPECT_EQ(contents(), before) << "undone";
     removeJobs();
     JobCopies::restoreAll(Source(backup, Origin::Own), openDatabase("User"));
     EXPECT_EQ(contents(), before) << "the whole file";
 }
 
+TEST_P(JobCopiesTest, EveryColumnComesBackByFileAndByUndo) {
+    const Source file(exported(), Origin::Own);
+    execute("User", "DELETE FROM tblJobHeader WHERE JobID = 'Full''s'");
+    execute("User", "DELETE FROM tblJobData WHERE JobID = 'Full''s'");
+    JobCopies::Restore(file, openDatabase("User"), {"Full's"}, {});
+    EXPECT_EQ(contents(), before) << "imported";
+    deleteJob("Full's");
+    deleteTankLines({"Empty.1"});
+    EXPECT_NE(contents(), before);
+    EXPECT_EQ(undoDeletion(), "");
+    EXPECT_EQ(undoDeletion(), "");
+    EXPECT_EQ(contents(), before) << "undone";
+}
+
 // A duplicate differs in its keys and in the date of its header, which is today's.
-TEST_F(JobCopiesTest, ADuplicateHasEveryOtherColumn) {
+TEST_P(JobCopiesTest, ADuplicateHasEveryOtherColumn) {
     execute("User", "UPDATE tblJobData SET TankID = 'FULL''S.7' WHERE JobID = 'Full''s'");
     execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.2', 'Empty')"); // without numbers
     execute("User", "INSERT INTO tblJobData (TankID, JobID) VALUES ('Left.1', 'Left')");
@@ -135,7 +148,7 @@ TEST_F(JobCopiesTest, ADuplicateHasEveryOtherColumn) {
 }
 
 // Changing any single column makes it a different job.
-TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsDetected) {
+TEST_P(FileCopiesTest, ADifferenceInAnyColumnIsDetected) {
     const Source copy(Backup::Make(openDatabase("User"), Backup::Reason::ByHand), Origin::Own);
     EXPECT_TRUE(JobCopies::changedJobs(copy, openDatabase("User")).empty());
     for (const char* table : {"tblJobHeader", "tblJobData"})
@@ -156,7 +169,7 @@ TEST_F(JobCopiesTest, ADifferenceInAnyColumnIsDetected) {
     ASSERT_EQ(JobCopies::changedJobs(copy, openDatabase("User")).size(), 1U);
 }
 
-TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
+TEST_P(FileCopiesTest, AnOlderFileIsUpgradedInACopy) {
     const QString path = home.path() + "/older.brennoval";
     {
         QFile empty(path);
@@ -176,7 +189,7 @@ TEST_F(JobCopiesTest, AnOlderFileIsUpgradedInACopy) {
     EXPECT_EQ(file.readAll(), bytes);
 }
 
-TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
+TEST_P(FileCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     execute("User", "UPDATE tblJobData SET TankID = 'Full''s.1', DateCreated = NULL WHERE JobID = 'Full''s'");
     execute("User", "UPDATE tblJobHeader SET DateCreated = NULL");
     const QString sound = exported();
@@ -229,7 +242,7 @@ TEST_F(JobCopiesTest, HostileFilesAreRefusedAndChangeNothing) {
     EXPECT_TRUE(hasRow(openDatabase("User"), "tblJobData", "TankID", "Full's.1"));
 }
 
-TEST_F(JobCopiesTest, AnExportLeavesNoHalfFileAndNothingButPlainFiles) {
+TEST_P(FileCopiesTest, AnExportLeavesNoHalfFileAndNothingButPlainFiles) {
     const QString folder = home.path() + "/folder.brennoval";
     QDir().mkpath(folder);
     EXPECT_THROW(JobCopies::Export(openDatabase("User"), "Full's", folder), DatabaseFault);

@@ -3,6 +3,7 @@
 
 #include "core/store/Backup.h"
 #include "core/store/Gateway.h"
+#include "tests/support/BothEngines.h"
 #include "tests/support/Rounds.h"
 #include "tests/support/TemporaryHome.h"
 
@@ -63,11 +64,8 @@ class SavingCopy {
     QByteArray told;
 };
 
-Connection openUser(const TemporaryHome& home) {
-    Connection connection;
-    connection.setProperty("Data Source", home.dataFolder() + "/BrennovalUserData.mdb");
-    connection.Open();
-    return connection;
+Connection openUser() {
+    return Gateway::openDatabase("User");
 }
 
 QString value(Connection& connection, const QString& sql) {
@@ -76,9 +74,15 @@ QString value(Connection& connection, const QString& sql) {
     return rows.atEnd() ? QString() : rows["V"].text();
 }
 
-void expectAllThere(const QStringList& saves, const TemporaryHome& home) {
-    Connection user = openUser(home);
-    ASSERT_EQ(value(user, "SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
+/// Saves on a file or in an office.
+class KillTest : public BothEngines {};
+ON_BOTH_ENGINES(KillTest);
+class TwoCopiesTest : public BothEngines {};
+ON_BOTH_ENGINES(TwoCopiesTest);
+
+void expectAllThere(const QStringList& saves) {
+    Connection user = openUser();
+    EXPECT_EQ(user.engine().findDamage(Engine::Check::Thorough), "");
     for (const QString& save : saves) {
         const QString kind = save.section(' ', 0, 0);
         const QString key = save.section(' ', 1);
@@ -104,9 +108,7 @@ bool isSameFile(const QString& one, const QString& other) {
 
 } // namespace
 
-TEST(Kill, LosesNoSaveThatHadReturned) {
-    const TemporaryHome home;
-    home.installData();
+TEST_P(KillTest, LosesNoSaveThatHadReturned) {
     std::mt19937 random(77);
     QStringList all;
     const int kills = roundCount(12, 100);
@@ -122,7 +124,7 @@ TEST(Kill, LosesNoSaveThatHadReturned) {
         all += copy.saves();
     }
     EXPECT_GT(all.size(), kills);
-    expectAllThere(all, home);
+    expectAllThere(all);
 }
 
 // The data are complete and marked as done, or absent; the source is deleted only once everything is there.
@@ -155,7 +157,7 @@ TEST(Kill, TakesPriorDataOverWholeOrNotAtAll) {
             copy.kill();
             copy.waitForFinished();
         }
-        Connection user = openUser(home);
+        Connection user = openUser();
         ASSERT_EQ(value(user, "SELECT integrity_check AS V FROM pragma_integrity_check"), "ok");
         const QString jobs = value(user, "SELECT COUNT(*) AS V FROM tblJobHeader");
         const QString tanks = value(user, "SELECT COUNT(*) AS V FROM tblJobData WHERE TankClass IS NOT NULL");
@@ -230,9 +232,7 @@ TEST(Kill, LeavesDataAndCopiesWholeDuringBackupAndRestore) {
 
 // Two users, each with a session. Two copies run by one user share a session and overwrite each other's
 // values, so nothing is promised about them.
-TEST(TwoCopies, OfTwoUsersBothSaveAndNeitherCorrupts) {
-    const TemporaryHome home;
-    home.installData();
+TEST_P(TwoCopiesTest, OfTwoUsersBothSaveAndNeitherCorrupts) {
     constexpr int jobs = 25;
     SavingCopy first(home, "A", jobs);
     SavingCopy second(home, "B", jobs);
@@ -240,5 +240,5 @@ TEST(TwoCopies, OfTwoUsersBothSaveAndNeitherCorrupts) {
     EXPECT_EQ(second.finish(), 0);
     EXPECT_EQ(first.saves().size(), 3 * jobs);
     EXPECT_EQ(second.saves().size(), 3 * jobs);
-    expectAllThere(first.saves() + second.saves(), home);
+    expectAllThere(first.saves() + second.saves());
 }

@@ -11,7 +11,6 @@
 #include <stdexcept>
 #include <tuple>
 
-using Postgres::Connection;
 using Postgres::quotedName;
 
 namespace OfficeData {
@@ -21,13 +20,12 @@ namespace {
 using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
 using Rows = QList<QVariantList>;
 
-/// A connection that sees the tables as the user of the address does, for that user or another role.
-Connection connected(const QString& address, const QString& role = {}) {
+/// A connection of the office's keeper that sees the tables as the user of the address does.
+Postgres::Connection connected(const QString& address) {
     QUrl url(address);
     const QString user = url.userName();
-    if (!role.isEmpty())
-        url.setUserName(role);
-    Connection office(url.toString(QUrl::FullyEncoded));
+    url.setUserName("keeper");
+    Postgres::Connection office(url.toString(QUrl::FullyEncoded));
     office.runScript("SET search_path = " + quotedName(user) + ", office");
     return office;
 }
@@ -35,7 +33,7 @@ Connection connected(const QString& address, const QString& role = {}) {
 /// A copy of the office in memory, with the tables of a file.
 class Copy {
   public:
-    explicit Copy(Connection& office) {
+    explicit Copy(Postgres::Connection& office) {
         sqlite3* opened = nullptr;
         sqlite3_open(":memory:", &opened);
         handle.reset(opened);
@@ -107,7 +105,7 @@ class Copy {
     }
 
     /// The columns' own types make numbers of the server's texts.
-    void take(Connection& office, const QString& table) {
+    void take(Postgres::Connection& office, const QString& table) {
         const QStringList columns = columnsOf(table);
         QStringList names;
         for (const QString& column : columns)
@@ -136,7 +134,7 @@ class Copy {
 };
 
 /// Writes the rows of a table anew.
-void write(Connection& office, const QString& table, const QStringList& columns, const Rows& rows) {
+void write(Postgres::Connection& office, const QString& table, const QStringList& columns, const Rows& rows) {
     QStringList names;
     QStringList marks;
     for (const QString& column : columns) {
@@ -177,7 +175,7 @@ std::optional<QString> asServersRename(const QString& sql) {
 } // namespace
 
 QStringList queried(const QString& address, const QString& sql) {
-    Connection office = connected(address);
+    Postgres::Connection office = connected(address);
     Copy copy(office);
     const Statement statement = copy.prepared(sql);
     if (sqlite3_step(statement.get()) != SQLITE_ROW)
@@ -192,8 +190,8 @@ QStringList queried(const QString& address, const QString& sql) {
 void arrange(const QString& address, const QString& sql) {
     for (const auto& translated : {asServersTrigger(sql), asServersRename(sql)})
         if (translated)
-            return connected(address, "keeper").runScript(*translated);
-    Connection office = connected(address);
+            return connected(address).runScript(*translated);
+    Postgres::Connection office = connected(address);
     Copy copy(office);
     QHash<QString, Rows> before;
     for (const QString& table : Copy::tables())

@@ -35,7 +35,7 @@ bool playLines(Player& player, const QString& path, const QStringList& lines) {
             player.play("sql User \"UPDATE tblFirstTime SET FirstTime = 1\"");
         for (const QString& line : lines) {
             ++number;
-            if (line.trimmed() != "firstrun")
+            if (line.trimmed() != "firstrun" && !line.startsWith("office-password "))
                 player.play(line);
         }
         return true;
@@ -52,26 +52,46 @@ QSize sizeOf(const QString& text) {
     return sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
 }
 
+/// The password of a line such as "office-password tide"; empty if the scenario has none.
+QString officePassword(const QStringList& lines) {
+    const QString word = "office-password ";
+    for (const QString& line : lines)
+        if (line.startsWith(word))
+            return line.mid(word.size()).trimmed();
+    return {};
+}
+
+/// Makes an office the program's, whose user must give a password if there is one.
+void useOffice(OfficeDatabase& office, const QString& password) {
+    if (password.isEmpty())
+        return office.use();
+    const QString user = "prompted"; // the server wants a password from this one
+    office.addUser(user);
+    office.connection("postgres").run("ALTER ROLE prompted PASSWORD " + Postgres::quotedText(password));
+    office.use(user);
+}
+
 bool playFile(const QString& path, const QString& shots, const QString& keep, const QSize& window,
               bool onOffice) {
     const TemporaryHome home;
     installForUser(QCoreApplication::applicationDirPath() + "/Data", home.dataFolder());
-    std::optional<OfficeDatabase> office;
-    if (onOffice)
-        office.emplace().use();
     InstallerFiles::setInstallerFolder(QDir(home.path()).filePath("installer"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         std::cerr << path.toStdString() << ": cannot be read\n";
         return false;
     }
+    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+    std::optional<OfficeDatabase> office;
+    if (onOffice)
+        useOffice(office.emplace(), officePassword(lines));
     if (!shots.isEmpty())
         QDir().mkpath(shots);
     Stage stage{ScriptedDialogs::install(), shots, home.dataFolder(), QFileInfo(path).path()};
     if (!window.isEmpty())
         stage.window = window;
     Player player(stage);
-    const bool passed = playLines(player, path, QString::fromUtf8(file.readAll()).split('\n'));
+    const bool passed = playLines(player, path, lines);
     player.finish();
     if (!keep.isEmpty()) {
         QDir().mkpath(keep);

@@ -101,7 +101,7 @@ Postgres::Connection OfficeDatabase::connection(const QString& role) const {
     return office;
 }
 
-void OfficeDatabase::use() const {
+void OfficeDatabase::use(const QString& user) const {
     using namespace Registry;
-    SetRegValue(AppRegistryKey(), QStringLiteral("UserDatabase"), address(), RegistryType::Text);
+    SetRegValue(AppRegistryKey(), QStringLiteral("UserDatabase"), address(user), RegistryType::Text);
 }

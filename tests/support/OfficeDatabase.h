@@ -48,8 +48,8 @@ class OfficeDatabase {
     void addUser(const QString& user);
     /// A connection of the office's keeper, or of a user; whoever it is sees the tables as a user does.
     Postgres::Connection connection(const QString& role = keeper()) const;
-    /// Makes the program use the office from now on.
-    void use() const;
+    /// Makes the program use the office from now on, as one of its users.
+    void use(const QString& user = QStringLiteral("anna")) const;
 
     static QString keeper() { return QStringLiteral("keeper"); }
 
