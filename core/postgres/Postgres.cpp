@@ -156,11 +156,6 @@ void Connection::fail(const pg_result* result) const {
         message = QStringLiteral("The connection to the office's database is lost: ") +
                   (message.isEmpty() ? trimmed(PQerrorMessage(handle.get())) : message);
     }
-    // The types of the office's schema check the length of a text.
-    if (state == "23514" && !field(PG_DIAG_DATATYPE_NAME).isEmpty())
-        throw ServerFault(state, DatabaseFault::DataOverflow,
-                          "The field is too small to accept the amount of data you attempted to add.",
-                          source.toStdString());
     throw ServerFault(state, numberOf(state), message.toStdString(), source.toStdString());
 }
 

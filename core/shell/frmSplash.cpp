@@ -25,6 +25,8 @@ constexpr int quietTicks = 8; // while locked: another instance may be upgrading
 int firstTimeFlag() {
     Connection connection = Gateway::dbConnection("User");
     connection.setBusyTimeout(maxWait);
+    if (connection.isOffice())
+        Gateway::openDatabase("Sys"); // a folder that is wrong would otherwise show at the first search
     connection.Open();
     Schema::upgrade(connection);
     Recordset rows;

@@ -166,6 +166,14 @@ std::optional<QString> asServersTrigger(const QString& sql) {
     return std::nullopt;
 }
 
+/// The version of the data in the server's words; nothing for any other statement.
+std::optional<QString> asServersVersion(const QString& sql) {
+    static const QRegularExpression version(R"(^PRAGMA user_version = (\d+)$)");
+    const auto match = version.match(sql);
+    return match.hasMatch() ? std::optional("UPDATE office.version SET version = " + match.captured(1))
+                            : std::nullopt;
+}
+
 /// A new name of a table; nothing for any other statement.
 std::optional<QString> asServersRename(const QString& sql) {
     static const QRegularExpression renamed(R"(^ALTER TABLE (\w+) RENAME TO (\w+)$)");
@@ -188,7 +196,7 @@ QStringList queried(const QString& address, const QString& sql) {
 }
 
 void arrange(const QString& address, const QString& sql) {
-    for (const auto& translated : {asServersTrigger(sql), asServersRename(sql)})
+    for (const auto& translated : {asServersTrigger(sql), asServersVersion(sql), asServersRename(sql)})
         if (translated)
             return connected(address).runScript(*translated);
     Postgres::Connection office = connected(address);
