@@ -294,9 +294,9 @@ class Takeover {
             tankIDs += textOf(job.lines, row, "TankID");
         return office
                    .run("SELECT 1 WHERE EXISTS (SELECT 1 FROM office.tblJobHeader WHERE JobID = $1::citext) "
-                        "OR EXISTS "
-                        "(SELECT 1 FROM office.tblJobData WHERE JobID = $1::citext OR TankID IN "
-                        "(SELECT id::citext FROM json_array_elements_text($2::json) AS id))",
+                        "OR EXISTS (SELECT 1 FROM office.tblJobData WHERE JobID = $1::citext) "
+                        "OR EXISTS (SELECT 1 FROM json_array_elements_text($2::json) AS id "
+                        "JOIN office.tblJobData ON TankID = id::citext)",
                         {job.jobID, jsonOf(tankIDs)})
                    .rows() == 0;
     }
