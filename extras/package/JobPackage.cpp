@@ -193,8 +193,6 @@ class Maker : public DocumentMaker {
             made.links.append({titles[i].page, titles[i].place, made.bookmarks[i + 1].page});
         addScheduleLinks();
         numberPages(0);
-        for (qsizetype page = 0; page < made.pages.size(); ++page)
-            made.pageLabels.append(labelOf(page));
     }
 
     /// Each line of the schedule leads to the first page of its tank, if it has one.
@@ -224,6 +222,9 @@ class Maker : public DocumentMaker {
 
     /// The page numbers are those of the package.
     void numberPages(qsizetype from) {
+        made.pageLabels.resize(from);
+        for (qsizetype page = from; page < made.pages.size(); ++page)
+            made.pageLabels.append(labelOf(page));
         for (qsizetype page = from; page < made.pages.size(); ++page)
             for (PageText& text : made.pages[page].texts)
                 if (text.pageNumber)
