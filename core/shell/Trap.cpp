@@ -14,7 +14,20 @@ int& failureCount() {
     static int count = 0;
     return count;
 }
+
+int& untrappedDepth() {
+    static int depth = 0;
+    return depth;
+}
 } // namespace
+
+Untrapped::Untrapped() {
+    ++untrappedDepth();
+}
+
+Untrapped::~Untrapped() {
+    --untrappedDepth();
+}
 
 int failures() {
     return failureCount();
@@ -25,6 +38,8 @@ bool runTrapped(const QString& codeSource, const std::function<void()>& procedur
         underName(codeSource.toStdString(), procedure);
         return true;
     } catch (const Fault& fault) {
+        if (untrappedDepth() > 0)
+            throw;
         ++failureCount();
         failureHandler()(fault, QString::fromStdString(fault.routine()), module);
         return false;

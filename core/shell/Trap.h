@@ -13,6 +13,15 @@ namespace Faults {
 bool runTrapped(const QString& codeSource, const std::function<void()>& procedure,
                 const QString& module = {});
 
+/// While one lives, the trap lets failures through: for what is made whole or not at all, out of routines
+/// that otherwise report a failure and go on.
+class Untrapped {
+  public:
+    Untrapped();
+    ~Untrapped();
+    Q_DISABLE_COPY_MOVE(Untrapped)
+};
+
 /// How many failures there have been so far.
 int failures();
 

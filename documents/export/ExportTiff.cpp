@@ -65,12 +65,21 @@ toff_t sizeOfMemory(thandle_t handle) {
 bool hasShades(const PagePicture& picture) {
     static const QRegularExpression color("#([0-9a-f]{6}|[0-9a-f]{3})\\b",
                                           QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression other("rgb\\(|<image|Gradient");
+    static const QRegularExpression named(R"(\b(?:fill|stroke)\s*[=:]\s*["']?\s*([a-z]+))",
+                                          QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression other("rgb\\(|<image|Gradient|opacity");
     constexpr int darkest = 150; // of 255
     constexpr int lightest = 250;
     const QString svg = QString::fromUtf8(picture.svg);
+    const auto isShade = [](const QColor& tone) {
+        return qGray(tone.rgb()) > darkest && qGray(tone.rgb()) < lightest;
+    };
     for (auto colors = color.globalMatch(svg); colors.hasNext();)
-        if (const int tone = qGray(QColor(colors.next().captured()).rgb()); tone > darkest && tone < lightest)
+        if (isShade(QColor(colors.next().captured())))
+            return true;
+    for (auto colors = named.globalMatch(svg); colors.hasNext();)
+        if (const QString name = colors.next().captured(1);
+            QColor::isValidColor(name) && isShade(QColor(name)))
             return true;
     return other.match(svg).hasMatch();
 }

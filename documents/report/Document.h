@@ -35,3 +35,7 @@ struct Document {
 
 /// The places that an outline of a document leads to: its bookmarks, or else the headings of its groups.
 QList<Bookmark> outlineOf(const Document& document);
+
+/// A document of some pages, counted from 0, in the order given. What leads to a page that is left out goes;
+/// a title in the outline stays for the sake of those below it.
+Document selectionOf(const Document& document, const QList<int>& pages);

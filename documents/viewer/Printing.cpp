@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 using StatusBar::setStatusText;
 
@@ -33,19 +34,20 @@ void setPaper(QPrinter& printer, const QSizeF& size) {
 }
 
 /// The pages that the dialog asks for, repeated and ordered as they are to be printed.
-Pages chosenPages(const QPrinter& printer, const Pages& all) {
+QList<int> chosenPages(const QPrinter& printer, int all) {
     const bool range = printer.printRange() == QPrinter::PageRange;
     const int first = range ? std::max(1, printer.fromPage()) : 1;
-    const int last = range && printer.toPage() > 0 ? printer.toPage() : int(all.size());
-    const Pages chosen = all.mid(first - 1, std::max(0, last - first + 1));
+    const int last = range && printer.toPage() > 0 ? std::min(all, printer.toPage()) : all;
+    QList<int> chosen(std::max(0, last - first + 1));
+    std::iota(chosen.begin(), chosen.end(), first - 1);
     const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
-    Pages pages;
+    QList<int> pages;
     if (printer.collateCopies()) {
         for (int copy = 0; copy < copies; ++copy)
             pages += chosen;
     } else {
-        for (const Page& page : chosen)
-            pages += Pages(copies, page);
+        for (const int page : chosen)
+            pages += QList<int>(copies, page);
     }
     return pages;
 }
@@ -98,19 +100,18 @@ bool print(QPrinter& printer, const Pages& pages) {
     return true;
 }
 
-/// Whether the user chose other paper than that of the pages, or turned it.
-bool isOnOtherPaper(const QPrinter& printer, const Document& document) {
+/// Whether the user chose other paper than was offered, or turned it.
+bool isOnOtherPaper(const QPrinter& printer, const QSizeF& offered) {
     constexpr double tolerance = 2; // points; papers are in whole millimetres or in inches
-    const QSizeF apart =
-        printer.pageLayout().fullRect(QPageLayout::Point).size() - document.pages.first().size;
+    const QSizeF apart = printer.pageLayout().fullRect(QPageLayout::Point).size() - offered;
     return std::max(std::abs(apart.width()), std::abs(apart.height())) > tolerance;
 }
 
 /// Printing to a file works like an export: the whole file or none, and errors are reported. On other paper
 /// the pages are drawn as a printer would draw them, which has no outline and no links.
-bool printToFile(const QPrinter& printer, const Document& document) {
+bool printToFile(const QPrinter& printer, const QSizeF& offered, const Document& document) {
     const QString file = printer.outputFileName();
-    if (!isOnOtherPaper(printer, document))
+    if (!isOnOtherPaper(printer, offered))
         return writeFile(Export::format("mnuExportPDF"), document, file);
     return writeFile(file, [&](QIODevice& device, const Export::GoOn& goOn) {
         QPdfWriter writer(&device);
@@ -133,20 +134,20 @@ void printDocument(const Document& document) {
         return;
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(proposedName(document) + ".pdf"); // the dialog proposes this name for a file
-    setPaper(printer, document.pages.first().size);
+    const QSizeF offered = document.pages.first().size;
+    setPaper(printer, offered);
     printer.setFromTo(1, int(document.pages.size()));
     printer.setPrintRange(QPrinter::AllPages);
     if (!Dialogs::current().printer(printer))
         return;
     const Hourglass hourglass;
-    Document chosen = document;
-    chosen.pages = chosenPages(printer, document.pages);
+    const Document chosen = selectionOf(document, chosenPages(printer, int(document.pages.size())));
     if (chosen.pages.isEmpty())
         return;
     const QString file = printer.outputFileName();
     if (printer.outputFormat() != QPrinter::PdfFormat || file.isEmpty())
         return sayPrinted(print(printer, chosen.pages));
-    if (printToFile(printer, chosen))
+    if (printToFile(printer, offered, chosen))
         sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), file);
     else
         sayPrinted(false);

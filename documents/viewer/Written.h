@@ -11,7 +11,7 @@ using DocumentWriter = std::function<void(QIODevice& file, const Export::GoOn& g
 /// Lets a document be written to a file, tells how far that is, and lets the user stop it: then the result is
 /// false, and everything is as it was. Throws as Export::toFile.
 bool writeFile(const QString& path, const DocumentWriter& write);
-/// Writes a document so in one of the formats.
+/// The same for one of the formats of an export.
 bool writeFile(const Export::Format& format, const Document& document, const QString& path);
 
 /// Says in the status text where a document was written, with a button that opens the file.

@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/shell/Screens.h"
+#include "core/shell/Trap.h"
 #include "core/store/DataState.h"
 #include "core/store/SessionTask.h"
 #include "documents/report/Imprint.h"
@@ -111,7 +112,7 @@ class Maker : public DocumentMaker {
     Pages pagesOf(const Part& part, const TankLine& tank) const {
         switch (part.kind) {
         case Part::Kind::Submittal:
-            return Report(*findReport(part.what)).Run().pages;
+            return submittalPages(tank, part.what);
         case Part::Kind::Calculation:
             return Report(*findReport("rptCalculation")).Run().pages;
         case Part::Kind::Specification:
@@ -122,6 +123,21 @@ class Maker : public DocumentMaker {
             return pageOf(tank, "No documents", {}, part.what, {});
         }
         return {};
+    }
+
+    /// A submittal that could be filled only in part must not be handed in, nor cost the user the rest of the
+    /// package.
+    Pages submittalPages(const TankLine& tank, const QString& report) const {
+        const Faults::Untrapped untrapped;
+        try {
+            return Report(*findReport(report)).Run().pages;
+        } catch (const Fault& fault) {
+            if (fault.number() != Fault::FileNotFound && fault.number() != Fault::InvalidPicture)
+                throw; // such as a lock, which would spoil the others too
+            const QString model = shownText(tank.modelNo);
+            return pageOf(tank, "Submittal", {},
+                          "The submittal of " + model + " cannot be made: its drawing cannot be read.", {});
+        }
     }
 
     /// A file that is missing or damaged must not cost the user the rest of the package.

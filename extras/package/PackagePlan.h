@@ -47,7 +47,7 @@ struct Plan {
     std::vector<Part> parts;
 };
 
-/// Throws DatabaseFault, and Fault 53 for a drawing without a plain name.
+/// Throws DatabaseFault.
 Plan planOf(const JobRecords& job, const Contents& contents);
 
 } // namespace JobPackage

@@ -45,12 +45,14 @@ TEST_F(Exports, TiffHasItsPagesAndResolution) {
          "height=\"9\" fill=\"#cfe3f5\"/></svg>",
          {}});
     pages.append(shaded);
+    shaded.pictures.last().svg.replace("#cfe3f5", "silver");
+    pages.append(shaded);
     const QString file = write("mnuExportTIFF", pages, "a.tif");
     const QString info = run("tiffinfo", {file});
-    EXPECT_EQ(info.count("TIFF Directory"), 3);
-    EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 3);
-    EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 3);
-    EXPECT_EQ(info.count("Compression Scheme: LZW"), 1);
+    EXPECT_EQ(info.count("TIFF Directory"), 4);
+    EXPECT_EQ(info.count("Resolution: 200, 200 pixels/inch"), 4);
+    EXPECT_EQ(info.count("Image Width: 1700 Image Length: 2200"), 4);
+    EXPECT_EQ(info.count("Compression Scheme: LZW"), 2);
     EXPECT_EQ(info.count("Compression Scheme: CCITT Group 4"), 2); // black and white say all
     const QString shownAs = QString(file).replace(".tif", ".pdf");
     run("tiff2pdf", {"-o", shownAs, file});

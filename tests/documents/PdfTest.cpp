@@ -118,3 +118,29 @@ TEST_F(Exports, PrintsToAFileOnThePaperChosen) {
         QFile::remove(file);
     }
 }
+
+// What leads to pages that are not printed goes, and a page keeps its own paper and label.
+TEST_F(Exports, PrintsSomePagesToAFile) {
+    Document document = {"Package", "Author", "a",
+                         submittal("T1", "RCB 500") + report("rptSchedule").pages +
+                             submittal("T1", "RCB 500") + submittal("T4", "SHK 300")};
+    document.bookmarks = {
+        {"Cover", 0, 0}, {"Schedule", 0, 1}, {"Tank", 0, 0}, {"Submittal", 1, 2}, {"Last", 0, 3}};
+    document.pageLabels = QStringList{"Cover", "1 of 3", "2 of 3", "3 of 3"};
+    const PageText tag = *std::ranges::find_if(document.pages[1].texts,
+                                               [](const PageText& text) { return text.text == "North-1"; });
+    const PageText other = *std::ranges::find_if(document.pages[1].texts,
+                                                 [](const PageText& text) { return text.text == "South-3"; });
+    document.links = {{1, QRectF(tag.place), 2}, {1, QRectF(other.place), 3}};
+    const QString file = home.dataFolder() + "/some.pdf";
+    ScriptedDialogs::install().prints.append({file, 2, 3});
+    printDocument(document);
+    EXPECT_TRUE(run("pdfinfo", {"-l", "2", file}).simplified().contains("Page 1 size: 792 x 612"));
+    const QByteArray read = run("qpdf", {"--json=2", file}).simplified();
+    for (const char* part : {R"("title": "Schedule")", R"("destpageposfrom1": 2)", R"("title": "Tank")",
+                             R"("/P": "u:1 of 3")", R"("/Contents": "u:North-1")"})
+        EXPECT_TRUE(read.contains(part)) << part;
+    for (const char* part : {R"("title": "Cover")", R"("title": "Last")", R"("destpageposfrom1": null)",
+                             R"("/P": "u:Cover")", R"("/Contents": "u:South-3")"})
+        EXPECT_FALSE(read.contains(part)) << part;
+}

@@ -2,6 +2,7 @@
 
 #include "calculation/CalculationSheet.h"
 #include "core/base/Fault.h"
+#include "core/shell/Trap.h"
 #include "core/store/Gateway.h"
 #include "core/store/SessionStore.h"
 #include "documents/Documents.h"
@@ -140,11 +141,19 @@ TEST_F(Package, GoesOnWithoutADrawing) {
           "UPDATE tblModelMaster SET TankDraw = '../x' WHERE ModelDscrptn = 'RCB 500'",
           "INSERT INTO tblTankDrawMaster (TankDraw, Ext, X, Y) VALUES ('../x', 'svg', 1, 1)"})
         Recordset().Open(statement, catalogue);
-    const auto maker = JobPackage::begin("J", {.submittals = false, .drawings = true});
+    const int failures = Faults::failures();
+    const auto maker = JobPackage::begin("J", {.drawings = true});
     const Document& package = whole(*maker);
-    ASSERT_EQ(package.pages.size(), 4);
-    EXPECT_TRUE(textsOf(package.pages[2]).contains("The drawing of RCB 300 cannot be read."));
-    EXPECT_TRUE(textsOf(package.pages[3]).contains("The drawing of RCB 500 cannot be read."));
+    ASSERT_EQ(package.pages.size(), 6);
+    for (qsizetype tank = 0; tank < 2; ++tank) {
+        const QString model = tank == 0 ? "RCB 300" : "RCB 500";
+        EXPECT_TRUE(
+            textsOf(package.pages[2 + 2 * tank])
+                .contains("The submittal of " + model + " cannot be made: its drawing cannot be read."));
+        EXPECT_TRUE(
+            textsOf(package.pages[3 + 2 * tank]).contains("The drawing of " + model + " cannot be read."));
+    }
+    EXPECT_EQ(Faults::failures(), failures) << "the pages tell it";
 }
 
 TEST_F(Package, BeginsAnewWhenItsJobHasChanged) {
@@ -173,6 +182,16 @@ TEST_F(Package, WaitsForAnotherProgram) {
     EXPECT_EQ(maker->partsMade(), 0);
     sqlite3_close(other); // which ends it
     EXPECT_EQ(whole(*maker).pages.size(), 4);
+}
+
+// A submittal shows what it could read; in a package that would pass for a whole one.
+TEST_F(Package, EndsRatherThanShowHalfASubmittal) {
+    const auto maker = JobPackage::begin("J", {});
+    sqlite3* catalogue = nullptr;
+    sqlite3_open(Gateway::dbConnection("Sys").dataSource().toUtf8().constData(), &catalogue);
+    EXPECT_EQ(sqlite3_exec(catalogue, "DROP TABLE tblSpecMaster", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(catalogue);
+    EXPECT_THROW(whole(*maker), DatabaseFault);
 }
 
 TEST_F(Package, EndsWithItsJobOrItsData) {

@@ -34,7 +34,7 @@ class ScriptedDialogs : public Dialogs {
         QString file;
         int first;
         int last;
-        QPageSize::PageSizeId paper = QPageSize::LastPageSize; // which stands for that of the pages
+        QPageSize::PageSizeId paper = QPageSize::LastPageSize; // none: that of the pages
     };
 
     QMessageBox::StandardButton show(const Message& message) override {
