@@ -116,7 +116,9 @@ TEST_F(OfficeImport, TakesEveryColumnAndGivesJobsBackAsTheyWere) {
     for (const char* tank : {"Full's.2", "Full's.1"}) // not in the order of their keys
         addFullRow(file, "tblJobData", {{"JobID", "full's"}, {"TankID", tank}});
     executeIn(file, "INSERT INTO tblJobHeader (JobID) VALUES ('Empty')");
-    executeIn(file, "INSERT INTO tblJobData (TankID, JobID) VALUES ('Empty.1', 'Empty')");
+    executeIn(file,
+              QString("INSERT INTO tblJobData (TankID, JobID, ModelNo) VALUES ('Empty.1', 'Empty', '%1')")
+                  .arg(QString(60, 'x'))); // longer than any screen lets it be
     for (const char* table : {"tblUser", "tblRepMaster", "tblOwn", "tblEngineer", "tblContractor"})
         addFullRow(file, table, {{"Default", 1}});
     executeIn(file, "UPDATE tblFirstTime SET FirstTime = 1");
@@ -223,12 +225,8 @@ TEST_F(OfficeImport, AFileIsTakenOverWholeOrNotAtAll) {
         {"fraction in a whole number", "UPDATE tblJobData SET TankNo = 1.5", "column TankNo"},
         {"infinity", "UPDATE tblJobData SET SOPMin = 9e999", "column SOPMin"},
         {"too large", "UPDATE tblJobData SET Qty = 3000000000", "column Qty"},
-        {"too long", "UPDATE tblJobData SET ModelNo = printf('%.*c', 51, 'x')",
-         "a text of more than 50 characters"},
         {"no date", "UPDATE tblJobHeader SET DateCreated = 'yesterday'", "something that is no date"},
         {"NUL", "UPDATE tblJobHeader SET JobInfo = 'a' || char(0) || 'b'", "a character that is none"},
-        {"too long own", "INSERT INTO tblUser (PostalCode) VALUES ('12345678901')",
-         "a text of more than 10 characters"},
         {"newer", "PRAGMA user_version = 99", "newer version"},
         {"none of ours", "DROP TABLE tblJobData", "no jobs of Brennoval"},
         {"with a view",
