@@ -49,6 +49,8 @@ QList<int> chosenPages(const QPrinter& printer, int all) {
         for (const int page : chosen)
             pages += QList<int>(copies, page);
     }
+    if (printer.pageOrder() == QPrinter::LastPageFirst) // which Qt leaves to the program
+        std::reverse(pages.begin(), pages.end());
     return pages;
 }
 

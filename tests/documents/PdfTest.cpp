@@ -119,6 +119,23 @@ TEST_F(Exports, PrintsToAFileOnThePaperChosen) {
     }
 }
 
+TEST_F(Exports, PrintsTheLastPageFirstIfAsked) {
+    struct Reversing : ScriptedDialogs {
+        bool printer(QPrinter& printer) override {
+            printer.setPageOrder(QPrinter::LastPageFirst);
+            return ScriptedDialogs::printer(printer);
+        }
+    };
+    auto dialogs = std::make_unique<Reversing>();
+    const QString file = home.dataFolder() + "/printed.pdf";
+    dialogs->prints.append({file, 1, 2});
+    Dialogs::install(std::move(dialogs));
+    printDocument({"Submittals", "Author", "a",
+                   submittal("T1", "RCB 500") + submittal("T4", "SHK 300") + submittal("T1", "RCB 500")});
+    EXPECT_TRUE(run("pdftotext", {"-l", "1", file, "-"}).contains("SHK 300"));
+    EXPECT_TRUE(run("pdftotext", {"-f", "2", file, "-"}).contains("RCB 500"));
+}
+
 // What leads to pages that are not printed goes, and a page keeps its own paper and label.
 TEST_F(Exports, PrintsSomePagesToAFile) {
     Document document = {"Package", "Author", "a",
