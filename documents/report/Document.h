@@ -39,3 +39,7 @@ QList<Bookmark> outlineOf(const Document& document);
 /// A document of some pages, counted from 0, in the order given. What leads to a page that is left out goes;
 /// a title in the outline stays for the sake of those below it.
 Document selectionOf(const Document& document, const QList<int>& pages);
+
+/// The document on other paper, in points, which lies as each page does. Where it is smaller than a page, the
+/// page is made smaller, never cut; no page is made larger.
+Document onPaper(Document document, const QSizeF& paper);

@@ -10,7 +10,6 @@
 
 #include <QCoreApplication>
 #include <QPainter>
-#include <QPdfWriter>
 #include <QPrinter>
 
 #include <algorithm>
@@ -49,11 +48,13 @@ QList<int> chosenPages(const QPrinter& printer, int all) {
         for (const int page : chosen)
             pages += QList<int>(copies, page);
     }
+    if (printer.pageOrder() == QPrinter::LastPageFirst) // which Qt leaves to the program
+        std::reverse(pages.begin(), pages.end());
     return pages;
 }
 
-/// Paints the pages onto a printer's or a file's paper. Throws Export::Stopped.
-void paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages, const Export::GoOn& goOn) {
+/// Paints the pages onto a printer's paper. Throws Export::Stopped.
+void paint(QPainter& painter, QPrinter& device, const Pages& pages, const Export::GoOn& goOn) {
     if (!painter.begin(&device))
         throw printerFault();
     const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Point).size();
@@ -107,19 +108,14 @@ bool isOnOtherPaper(const QPrinter& printer, const QSizeF& offered) {
     return std::max(std::abs(apart.width()), std::abs(apart.height())) > tolerance;
 }
 
-/// Printing to a file works like an export: the whole file or none, and errors are reported. On other paper
-/// the pages are drawn as a printer would draw them, which has no outline and no links.
+/// Printing to a file works like an export: the whole file or none, and errors are reported.
 bool printToFile(const QPrinter& printer, const QSizeF& offered, const Document& document) {
+    const Export::Format& format = Export::format("mnuExportPDF");
     const QString file = printer.outputFileName();
     if (!isOnOtherPaper(printer, offered))
-        return writeFile(Export::format("mnuExportPDF"), document, file);
-    return writeFile(file, [&](QIODevice& device, const Export::GoOn& goOn) {
-        QPdfWriter writer(&device);
-        writer.setTitle(document.title);
-        writer.setPageLayout(printer.pageLayout());
-        QPainter painter;
-        paint(painter, writer, document.pages, goOn);
-    });
+        return writeFile(format, document, file);
+    const QSizeF paper = printer.pageLayout().fullRect(QPageLayout::Point).size();
+    return writeFile(format, onPaper(document, paper), file);
 }
 
 void sayPrinted(bool printed) {

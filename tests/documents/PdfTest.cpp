@@ -114,9 +114,27 @@ TEST_F(Exports, PrintsToAFileOnThePaperChosen) {
         printDocument(document);
         const QString info = run("pdfinfo", {file});
         EXPECT_TRUE(info.contains(size)) << info.toStdString();
+        EXPECT_TRUE(info.contains(QRegularExpression("Tagged:\\s+yes"))) << info.toStdString();
         expectAll(document.pages, run("pdftotext", {"-layout", file, "-"}), size);
         QFile::remove(file);
     }
+}
+
+TEST_F(Exports, PrintsTheLastPageFirstIfAsked) {
+    struct Reversing : ScriptedDialogs {
+        bool printer(QPrinter& printer) override {
+            printer.setPageOrder(QPrinter::LastPageFirst);
+            return ScriptedDialogs::printer(printer);
+        }
+    };
+    auto dialogs = std::make_unique<Reversing>();
+    const QString file = home.dataFolder() + "/printed.pdf";
+    dialogs->prints.append({file, 1, 2});
+    Dialogs::install(std::move(dialogs));
+    printDocument({"Submittals", "Author", "a",
+                   submittal("T1", "RCB 500") + submittal("T4", "SHK 300") + submittal("T1", "RCB 500")});
+    EXPECT_TRUE(run("pdftotext", {"-l", "1", file, "-"}).contains("SHK 300"));
+    EXPECT_TRUE(run("pdftotext", {"-f", "2", file, "-"}).contains("RCB 500"));
 }
 
 // What leads to pages that are not printed goes, and a page keeps its own paper and label.
@@ -133,14 +151,24 @@ TEST_F(Exports, PrintsSomePagesToAFile) {
                                                  [](const PageText& text) { return text.text == "South-3"; });
     document.links = {{1, QRectF(tag.place), 2}, {1, QRectF(other.place), 3}};
     const QString file = home.dataFolder() + "/some.pdf";
-    ScriptedDialogs::install().prints.append({file, 2, 3});
-    printDocument(document);
-    EXPECT_TRUE(run("pdfinfo", {"-l", "2", file}).simplified().contains("Page 1 size: 792 x 612"));
-    const QByteArray read = run("qpdf", {"--json=2", file}).simplified();
-    for (const char* part : {R"("title": "Schedule")", R"("destpageposfrom1": 2)", R"("title": "Tank")",
-                             R"("/P": "u:1 of 3")", R"("/Contents": "u:North-1")"})
-        EXPECT_TRUE(read.contains(part)) << part;
-    for (const char* part : {R"("title": "Cover")", R"("title": "Last")", R"("destpageposfrom1": null)",
-                             R"("/P": "u:Cover")", R"("/Contents": "u:South-3")"})
-        EXPECT_FALSE(read.contains(part)) << part;
+    const struct {
+        QPageSize::PageSizeId paper;
+        const char* across;
+        const char* upright;
+    } cases[] = {{QPageSize::LastPageSize, "792 x 612", "612 x 792"},
+                 {QPageSize::A4, "842 x 595", "595 x 842"}};
+    for (const auto& [paper, across, upright] : cases) {
+        ScriptedDialogs::install().prints.append({file, 2, 3, paper});
+        printDocument(document);
+        const QString sizes = run("pdfinfo", {"-l", "2", file}).simplified();
+        EXPECT_TRUE(sizes.contains(QString("Page 1 size: ") + QLatin1String(across))) << sizes.toStdString();
+        EXPECT_TRUE(sizes.contains(QString("Page 2 size: ") + QLatin1String(upright))) << sizes.toStdString();
+        const QByteArray read = run("qpdf", {"--json=2", file}).simplified();
+        for (const char* part : {R"("title": "Schedule")", R"("destpageposfrom1": 2)", R"("title": "Tank")",
+                                 R"("/P": "u:1 of 3")", R"("/Contents": "u:North-1")"})
+            EXPECT_TRUE(read.contains(part)) << part;
+        for (const char* part : {R"("title": "Cover")", R"("title": "Last")", R"("destpageposfrom1": null)",
+                                 R"("/P": "u:Cover")", R"("/Contents": "u:South-3")"})
+            EXPECT_FALSE(read.contains(part)) << part;
+    }
 }
