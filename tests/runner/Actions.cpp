@@ -166,9 +166,11 @@ void cancel(Stage& stage, Words) {
     stage.dialogs.files.append(QString());
 }
 
+/// Answers the next printer dialog: a file, the pages if not all, and "A4" for that paper.
 void print(Stage& stage, Words w) {
-    stage.dialogs.prints.append(
-        {QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(), w.value(2).toInt()});
+    stage.dialogs.prints.append({QDir(stage.homeFolder).filePath(w[0]), w.value(1).toInt(),
+                                 w.value(2).toInt(),
+                                 w.value(3) == "A4" ? QPageSize::A4 : QPageSize::LastPageSize});
 }
 
 /// Presses Stop in the progress of the next work once so many of its parts are done.
