@@ -16,7 +16,6 @@
 #include <memory>
 
 using Gateway::readStoredRows;
-using Gateway::StoredRows;
 
 namespace {
 
@@ -88,7 +87,7 @@ class OfficeImport : public testing::Test {
     }
     /// Another file, with the same jobs or none.
     QString copyOf(const QString& original, const QString& name) const {
-        const QString path = home.dataFolder() + u'/' + name;
+        QString path = home.dataFolder() + u'/' + name;
         EXPECT_TRUE(QFile::copy(original, path));
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
         return path;

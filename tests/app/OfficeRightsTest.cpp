@@ -68,6 +68,13 @@ TEST(OfficeRights, AUserCanDoNothingElse) {
     office.execute("INSERT INTO ben.tblUser (PostalCode) VALUES ('44114')");
     const std::string before = office.value(tablesAndRights);
     Postgres::Connection anna(office.uri("anna"));
+    const char* const trigger = "CREATE TRIGGER x BEFORE INSERT ON office.tblJobData EXECUTE FUNCTION "
+                                "suppress_redundant_updates_trigger()";
+    const char* const eventTrigger = "CREATE EVENT TRIGGER x ON ddl_command_start EXECUTE FUNCTION "
+                                     "suppress_redundant_updates_trigger()";
+    const char* const endOthers =
+        "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid() AND "
+        "usename IS NULL";
     for (const char* statement : {
              // another user's own tables
              "SELECT * FROM ben.tblUser",
@@ -92,8 +99,7 @@ TEST(OfficeRights, AUserCanDoNothingElse) {
              "TRUNCATE anna.tblUser",
              "CREATE INDEX x ON office.tblJobData (Qty)",
              "CREATE RULE x AS ON INSERT TO office.tblJobData DO INSTEAD NOTHING",
-             "CREATE TRIGGER x BEFORE INSERT ON office.tblJobData EXECUTE FUNCTION "
-             "suppress_redundant_updates_trigger()",
+             trigger,
              "COMMENT ON TABLE office.tblJobData IS 'x'",
              "UPDATE office.version SET version = 99",
              "DELETE FROM office.version",
@@ -113,8 +119,7 @@ TEST(OfficeRights, AUserCanDoNothingElse) {
              "CREATE EXTENSION hstore",
              "DROP EXTENSION citext CASCADE",
              "CREATE PUBLICATION x",
-             "CREATE EVENT TRIGGER x ON ddl_command_start EXECUTE FUNCTION "
-             "suppress_redundant_updates_trigger()",
+             eventTrigger,
              // rights
              "GRANT brennoval_users TO ben",
              "GRANT ben TO anna",
@@ -139,8 +144,7 @@ TEST(OfficeRights, AUserCanDoNothingElse) {
              "SELECT lo_import('/etc/passwd')",
              "COPY office.tblEngineer (fldName) FROM '/etc/passwd'",
              "COPY office.tblEngineer TO PROGRAM 'cat'",
-             "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid() AND "
-             "usename IS NULL",
+             endOthers,
              "SELECT rolpassword FROM pg_authid",
              "SET log_statement = 'none'",
              "SET session_replication_role = replica",
