@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -269,6 +270,15 @@ void frmReportViewer::fitContents() {
 void frmReportViewer::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
     fitContents();
+}
+
+/// Escape leaves a search before it closes the report.
+void frmReportViewer::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || !txtFind->hasFocus() || txtFind->text().isEmpty())
+        return Screen::keyPressEvent(event);
+    txtFind->clear();
+    ARViewer21->search({});
+    ARViewer21->setFocus();
 }
 
 void frmReportViewer::showPage() {

@@ -36,6 +36,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void Deactivate() override;
     bool QueryUnload() override;
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void makeMore();
     bool tryToMake(const std::function<void()>& make);
     void showMore();
