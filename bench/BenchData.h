@@ -121,3 +121,14 @@ class Data {
   private:
     TemporaryHome home;
 };
+
+/// Adds jobs with contractors, engineers and dates.
+inline void addJobs(const Data& data, int jobs) {
+    Bare user(data.file("User"));
+    user.run(
+        QString("BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                "INSERT INTO tblJobHeader (JobID, Contractor, Engineer, DateCreated) SELECT 'Job ' || i, "
+                "'Contractor ' || (i % 97), 'Engineer ' || (i % 41), "
+                "datetime('2020-01-01', (i % 2000) || ' days') FROM n; COMMIT; ANALYZE;")
+            .arg(jobs));
+}

@@ -42,6 +42,10 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
     setupUi(this);
     drawMark();
     prepareTasks();
+    lvJobs->setColumnCount(4);
+    lvJobs->header()->setStretchLastSection(false); // the description has the room to spare
+    lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    lvJobs->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
     const auto open = [](const QTreeWidgetItem* row) { openJob(row->text(0)); };
     connect(lvJobs, &QTreeWidget::itemClicked, this, open);
     connect(lvJobs, &QTreeWidget::itemActivated, this, open);
@@ -89,8 +93,6 @@ void StartPage::fillJobs() {
         part->setVisible(any);
     fillList(lvJobs, {"Job ID", "Description", "Contractor", "Date Created"}, std::move(rows),
              Selected::None);
-    lvJobs->header()->setStretchLastSection(false);
-    lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
 }
 
 void StartPage::drawMark() {

@@ -29,7 +29,7 @@ CREATE TABLE tblModelMaster (
     TankDraw TEXT(20) COLLATE NOCASE,
     Submittal TEXT(10) COLLATE NOCASE
 );
-CREATE INDEX idxModelAcceptance ON tblModelMaster (Class, AcceptanceVolume, TankVolume);
+CREATE INDEX idxModelAcceptance ON tblModelMaster (Class, AcceptanceVolume, TankVolume, TankSysConn);
 CREATE INDEX idxModelVolume ON tblModelMaster (Class, TankVolume);
 
 CREATE TABLE tblSpecMaster (

@@ -61,7 +61,7 @@ void ask(const GoOn& goOn, qsizetype written, qsizetype all) {
         throw Stopped();
 }
 
-bool toFile(const Format& format, const Document& document, const QString& path, const GoOn& goOn) {
+bool toFile(const QString& path, const Writer& write) {
     const QFileInfo target(path);
     // A pipe or a device would be replaced by an ordinary file, which nobody wants.
     if (target.exists() && !target.isFile())
@@ -71,7 +71,7 @@ bool toFile(const Format& format, const Document& document, const QString& path,
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw accessFault(path, file.errorString());
     try {
-        format.write(document, file, goOn);
+        write(file);
     } catch (const Stopped&) {
         return false; // without a commit nothing stays
     }
@@ -80,6 +80,10 @@ bool toFile(const Format& format, const Document& document, const QString& path,
     if (!file.commit())
         throw accessFault(path, file.errorString());
     return true;
+}
+
+bool toFile(const Format& format, const Document& document, const QString& path, const GoOn& goOn) {
+    return toFile(path, [&](QIODevice& file) { format.write(document, file, goOn); });
 }
 
 } // namespace Export

@@ -32,9 +32,13 @@ std::span<const Format> formats();
 /// The format of a command, which must be in the table.
 const Format& format(const QString& command);
 
-/// Writes a document to a temporary file beside the target and renames it at the end, so no half-written file
+/// What fills a file; it may throw Stopped.
+using Writer = std::function<void(QIODevice& file)>;
+/// Lets a writer fill a temporary file beside the target and renames it at the end, so no half-written file
 /// is left behind. An existing file keeps its permissions. False if it was stopped: then everything is as it
 /// was. Throws Fault 75 when the file cannot be written or is not a plain file.
+bool toFile(const QString& path, const Writer& write);
+/// Writes a document so in one of the formats.
 bool toFile(const Format& format, const Document& document, const QString& path, const GoOn& goOn = {});
 
 void pdf(const Document& document, QIODevice& file, const GoOn& goOn = {});

@@ -10,9 +10,11 @@
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrinter>
 
 #include <algorithm>
+#include <cmath>
 
 using StatusBar::setStatusText;
 
@@ -48,26 +50,18 @@ Pages chosenPages(const QPrinter& printer, const Pages& all) {
     return pages;
 }
 
-/// Paints the pages. False if the user stopped it: then nothing is printed that the printer has not taken
-/// yet.
-bool paint(QPrinter& printer, const Pages& pages) {
-    const auto progress = Dialogs::current().progress(QCoreApplication::translate("Printing", "Printing..."));
-    QPainter painter;
-    if (!painter.begin(&printer))
+/// Paints the pages onto a printer's or a file's paper. Throws Export::Stopped.
+void paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages, const Export::GoOn& goOn) {
+    if (!painter.begin(&device))
         throw printerFault();
-    const QRectF paper = printer.paperRect(QPrinter::Point);
+    const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Point).size();
     for (qsizetype i = 0; i < pages.size(); ++i) {
-        if (!progress->goesOn(i, pages.size())) {
-            printer.abort();
-            return false;
-        }
-        if (i > 0 && !printer.newPage()) {
-            printer.abort();
+        Export::ask(goOn, i, pages.size());
+        if (i > 0 && !device.newPage())
             throw printerFault();
-        }
         painter.save();
-        painter.scale(printer.logicalDpiX() / 72.0, printer.logicalDpiY() / 72.0);
-        QSizeF room = paper.size();
+        painter.scale(device.logicalDpiX() / 72.0, device.logicalDpiY() / 72.0);
+        QSizeF room = paper;
         // A page that lies across the paper, as the schedule in a package, is turned.
         if ((pages[i].size.width() > pages[i].size.height()) != (room.width() > room.height())) {
             painter.translate(room.width(), 0);
@@ -81,9 +75,50 @@ bool paint(QPrinter& printer, const Pages& pages) {
         paintPage(painter, pages[i]);
         painter.restore();
     }
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
+    if (!painter.end())
+        throw printerFault();
+}
+
+/// False if the user stopped it: then nothing is printed that the printer has not taken yet.
+bool print(QPrinter& printer, const Pages& pages) {
+    const auto progress = Dialogs::current().progress(QCoreApplication::translate("Printing", "Printing..."));
+    QPainter painter; // outlives a failure, since its end would print what is there
+    try {
+        paint(painter, printer, pages,
+              [&](qsizetype done, qsizetype all) { return progress->goesOn(done, all); });
+    } catch (const Export::Stopped&) {
+        printer.abort();
+        return false;
+    } catch (const Fault&) {
+        printer.abort();
+        throw;
+    }
+    if (printer.printerState() == QPrinter::Error)
         throw printerFault();
     return true;
+}
+
+/// Whether the user chose other paper than that of the pages, or turned it.
+bool isOnOtherPaper(const QPrinter& printer, const Document& document) {
+    constexpr double tolerance = 2; // points; papers are in whole millimetres or in inches
+    const QSizeF apart =
+        printer.pageLayout().fullRect(QPageLayout::Point).size() - document.pages.first().size;
+    return std::max(std::abs(apart.width()), std::abs(apart.height())) > tolerance;
+}
+
+/// Printing to a file works like an export: the whole file or none, and errors are reported. On other paper
+/// the pages are drawn as a printer would draw them, which has no outline and no links.
+bool printToFile(const QPrinter& printer, const Document& document) {
+    const QString file = printer.outputFileName();
+    if (!isOnOtherPaper(printer, document))
+        return writeFile(Export::format("mnuExportPDF"), document, file);
+    return writeFile(file, [&](QIODevice& device, const Export::GoOn& goOn) {
+        QPdfWriter writer(&device);
+        writer.setTitle(document.title);
+        writer.setPageLayout(printer.pageLayout());
+        QPainter painter;
+        paint(painter, writer, document.pages, goOn);
+    });
 }
 
 void sayPrinted(bool printed) {
@@ -108,11 +143,10 @@ void printDocument(const Document& document) {
     chosen.pages = chosenPages(printer, document.pages);
     if (chosen.pages.isEmpty())
         return;
-    // Printing to a file works like an export: the whole file or none, and errors are reported.
     const QString file = printer.outputFileName();
     if (printer.outputFormat() != QPrinter::PdfFormat || file.isEmpty())
-        return sayPrinted(paint(printer, chosen.pages));
-    if (writeFile(Export::format("mnuExportPDF"), chosen, file))
+        return sayPrinted(print(printer, chosen.pages));
+    if (printToFile(printer, chosen))
         sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), file);
     else
         sayPrinted(false);

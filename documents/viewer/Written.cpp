@@ -23,11 +23,16 @@ QString proposedName(const Document& document) {
     return QString(document.fileName).replace(refused, "-").trimmed().left(longest);
 }
 
-bool writeFile(const Export::Format& format, const Document& document, const QString& path) {
+bool writeFile(const QString& path, const DocumentWriter& write) {
     const auto progress = Dialogs::current().progress(
         QCoreApplication::translate("Written", "Writing %1...").arg(QFileInfo(path).fileName()));
-    return Export::toFile(format, document, path,
-                          [&](qsizetype written, qsizetype all) { return progress->goesOn(written, all); });
+    const auto goOn = [&](qsizetype written, qsizetype all) { return progress->goesOn(written, all); };
+    return Export::toFile(path, [&](QIODevice& file) { write(file, goOn); });
+}
+
+bool writeFile(const Export::Format& format, const Document& document, const QString& path) {
+    return writeFile(path,
+                     [&](QIODevice& file, const Export::GoOn& goOn) { format.write(document, file, goOn); });
 }
 
 void sayWritten(const QString& sentence, const QString& path) {

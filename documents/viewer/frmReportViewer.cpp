@@ -233,7 +233,7 @@ void frmReportViewer::showContents() {
     for (qsizetype i = contents.size(); i < marks.size(); ++i) {
         constexpr qsizetype indent = 3; // blanks
         auto* row = new QTreeWidgetItem(lstContents, {QString(marks[i].depth * indent, u' ') + marks[i].title,
-                                                      QString::number(marks[i].page + 1)});
+                                                      printedNumber(marks[i].page)});
         row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         contents.append({marks[i].page, marks[i].text, 0});
         const QModelIndex title = lstContents->model()->index(int(i), 0);
@@ -246,6 +246,15 @@ void frmReportViewer::showContents() {
                                               : QCoreApplication::translate("frmReportViewer", "Section"));
     lstContents->setVisible(!contents.isEmpty());
     fitContents();
+}
+
+/// The number of a page as its document's own contents give it; those of a cover have none.
+QString frmReportViewer::printedNumber(int page) const {
+    if (shownDocument.pageLabels.isEmpty())
+        return QString::number(page + 1);
+    const QString label = shownDocument.pageLabels.value(page);
+    const qsizetype number = label.indexOf(QStringLiteral(" of "));
+    return number < 0 ? QString() : label.left(number);
 }
 
 /// Makes room for the titles, as far as the pages can spare it.
@@ -268,10 +277,19 @@ void frmReportViewer::showPage() {
     showZoom();
 }
 
+/// A package numbers its pages without those of its cover, and its printed contents say so; the count of all
+/// pages alone would seem to contradict them.
 void frmReportViewer::showCount() {
-    lblPages->setText(
+    const QString count =
         QCoreApplication::translate("frmReportViewer", "of %1")
-            .arg(maker ? QString(DocumentMaker::Unknown) : QString::number(shownDocument.pages.size())));
+            .arg(maker ? QString(DocumentMaker::Unknown) : QString::number(shownDocument.pages.size()));
+    const QStringList& labels = shownDocument.pageLabels;
+    const auto withLabel = [&](const QString& label) {
+        return label.isEmpty() ? count : QStringLiteral("%1 (%2)").arg(count, label);
+    };
+    const QString widest = labels.isEmpty() ? QString() : labels.last();
+    lblPages->setMinimumWidth(lblPages->fontMetrics().horizontalAdvance(withLabel(widest))); // nothing moves
+    lblPages->setText(withLabel(labels.value(ARViewer21->currentPage())));
 }
 
 /// Selects the largest listed zoom that is not above the current one, so that the arrow keys continue from

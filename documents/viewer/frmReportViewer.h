@@ -41,6 +41,7 @@ class frmReportViewer : public Screen, private Ui::frmReportViewer {
     void showMore();
     bool isTyping() const;
     void showContents();
+    QString printedNumber(int page) const;
     void fitContents();
     void showPage();
     void showCount();

@@ -117,11 +117,23 @@ class Maker : public DocumentMaker {
         case Part::Kind::Specification:
             return pageOf(tank, "Specification", "Typical Specifications", part.what, {});
         case Part::Kind::Drawing:
-            return pageOf(tank, "Drawing", {}, {}, readPicture(part.what));
+            return drawingPage(tank, part.what);
         case Part::Kind::Nothing:
             return pageOf(tank, "No documents", {}, part.what, {});
         }
         return {};
+    }
+
+    /// A file that is missing or damaged must not cost the user the rest of the package.
+    Pages drawingPage(const TankLine& tank, const QString& file) const {
+        QByteArray drawing;
+        QString instead;
+        try {
+            drawing = readPicture(file);
+        } catch (const Fault&) {
+            instead = "The drawing of " + shownText(tank.modelNo) + " cannot be read.";
+        }
+        return pageOf(tank, "Drawing", {}, instead, drawing);
     }
 
     Pages pageOf(const TankLine& tank, const QString& heading, const QString& textHeading,
@@ -165,8 +177,6 @@ class Maker : public DocumentMaker {
             made.links.append({titles[i].page, titles[i].place, made.bookmarks[i + 1].page});
         addScheduleLinks();
         numberPages(0);
-        for (qsizetype page = 0; page < made.pages.size(); ++page)
-            made.pageLabels.append(labelOf(page));
     }
 
     /// Each line of the schedule leads to the first page of its tank, if it has one.
@@ -196,6 +206,9 @@ class Maker : public DocumentMaker {
 
     /// The page numbers are those of the package.
     void numberPages(qsizetype from) {
+        made.pageLabels.resize(from);
+        for (qsizetype page = from; page < made.pages.size(); ++page)
+            made.pageLabels.append(labelOf(page));
         for (qsizetype page = from; page < made.pages.size(); ++page)
             for (PageText& text : made.pages[page].texts)
                 if (text.pageNumber)

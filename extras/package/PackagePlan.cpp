@@ -1,5 +1,6 @@
 #include "extras/package/PackagePlan.h"
 
+#include "core/base/Fault.h"
 #include "core/shell/DisplayFields.h"
 #include "core/store/Catalogue.h"
 #include "core/store/Model.h"
@@ -79,10 +80,19 @@ class Planner {
         auto known = drawings.constFind(name);
         if (known == drawings.cend()) {
             const auto found = Catalogue::findDrawing(name);
-            known = drawings.insert(name, found ? drawingPath(name, found->ending) : QString());
+            known = drawings.insert(name, found ? std::optional(fileOf(name, found->ending)) : std::nullopt);
         }
-        if (!known->isEmpty())
-            add(Part::Kind::Drawing, "Drawing", *known);
+        if (*known)
+            add(Part::Kind::Drawing, "Drawing", **known);
+    }
+
+    /// The file of a drawing; empty if its name is not that of a file in the drawings folder.
+    static QString fileOf(const QString& name, const QString& ending) {
+        try {
+            return drawingPath(name, ending);
+        } catch (const Fault&) {
+            return {};
+        }
     }
 
     /// The lines of a job share a few models.
@@ -97,7 +107,7 @@ class Planner {
     const Contents& chosen;
     Plan result;
     QHash<QString, std::optional<Model>> models;
-    QHash<QString, QString> drawings; // their files; empty for one that the catalogue lacks
+    QHash<QString, std::optional<QString>> drawings; // their files; nothing for one that the catalogue lacks
 
     // Of the current tank:
     std::size_t at = 0;

@@ -131,6 +131,22 @@ TEST_F(Package, NeverShowsAWrongNumber) {
         EXPECT_FALSE(textsOf(page).join(' ').contains(DocumentMaker::Unknown));
 }
 
+// A file missing from the installation, and a name that leads out of its folder.
+TEST_F(Package, GoesOnWithoutADrawing) {
+    Connection catalogue = Gateway::openDatabase("Sys");
+    for (const char* statement :
+         {"UPDATE tblTankDrawMaster SET Ext = 'gone' WHERE TankDraw = (SELECT TankDraw FROM tblModelMaster "
+          "WHERE ModelDscrptn = 'RCB 300')",
+          "UPDATE tblModelMaster SET TankDraw = '../x' WHERE ModelDscrptn = 'RCB 500'",
+          "INSERT INTO tblTankDrawMaster (TankDraw, Ext, X, Y) VALUES ('../x', 'svg', 1, 1)"})
+        Recordset().Open(statement, catalogue);
+    const auto maker = JobPackage::begin("J", {.submittals = false, .drawings = true});
+    const Document& package = whole(*maker);
+    ASSERT_EQ(package.pages.size(), 4);
+    EXPECT_TRUE(textsOf(package.pages[2]).contains("The drawing of RCB 300 cannot be read."));
+    EXPECT_TRUE(textsOf(package.pages[3]).contains("The drawing of RCB 500 cannot be read."));
+}
+
 TEST_F(Package, BeginsAnewWhenItsJobHasChanged) {
     const auto maker = JobPackage::begin("J", {});
     maker->makeNext();

@@ -34,6 +34,7 @@ class ScriptedDialogs : public Dialogs {
         QString file;
         int first;
         int last;
+        QPageSize::PageSizeId paper = QPageSize::LastPageSize; // which stands for that of the pages
     };
 
     QMessageBox::StandardButton show(const Message& message) override {
@@ -90,6 +91,8 @@ class ScriptedDialogs : public Dialogs {
             printer.setFromTo(print.first, print.last);
             printer.setPrintRange(QPrinter::PageRange);
         }
+        if (print.paper != QPageSize::LastPageSize)
+            printer.setPageSize(QPageSize(print.paper));
         return !print.file.isEmpty();
     }
     std::unique_ptr<Progress> progress(const QString& what) override;

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Registers the benchmarks of searches and saves, without screens.
+void registerDataBenchmarks();
