@@ -297,8 +297,10 @@ void frmReportViewer::showCount() {
     const auto withLabel = [&](const QString& label) {
         return label.isEmpty() ? count : QStringLiteral("%1 (%2)").arg(count, label);
     };
-    const QString widest = labels.isEmpty() ? QString() : labels.last();
-    lblPages->setMinimumWidth(lblPages->fontMetrics().horizontalAdvance(withLabel(widest))); // nothing moves
+    constexpr int slack = 2; // pixels
+    lblPages->setMinimumWidth(
+        labels.isEmpty() ? 0 // the last label is the widest, so that nothing moves
+                         : lblPages->fontMetrics().horizontalAdvance(withLabel(labels.last())) + slack);
     lblPages->setText(withLabel(labels.value(ARViewer21->currentPage())));
 }
 

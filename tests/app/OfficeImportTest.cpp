@@ -186,6 +186,14 @@ TEST_F(OfficeImport, JobsWithANumberInUseAreRefusedOrGetAnother) {
     const std::string after = everything();
     expectSaid(import({"--new-numbers"}, file), 0, "3 jobs were in the office already");
     EXPECT_EQ(everything(), after) << "taken over before under its new number";
+    // Neither is a job the same whose header alone is.
+    executeIn(file, "INSERT INTO tblJobHeader (JobID) VALUES ('E')");
+    executeIn(file, "INSERT INTO tblJobData (TankID, JobID, Qty) VALUES ('E.1', 'E', 1)");
+    office.execute("INSERT INTO office.tblJobHeader (JobID) VALUES ('E')");
+    office.execute("INSERT INTO office.tblJobData (TankID, JobID, Qty) VALUES ('E.1', 'E', 2)");
+    expectSaid(import({}, file), 1, "numbers: A, E.");
+    office.execute("UPDATE office.tblJobData SET Qty = 1 WHERE TankID = 'E.1'");
+    expectSaid(import({}, file), 1, "numbers: A.");
     // A tank whose key belongs to another job is a collision too.
     executeIn(file, "INSERT INTO tblJobHeader (JobID) VALUES ('D')");
     executeIn(file, "INSERT INTO tblJobData (TankID, TankNo, JobID) VALUES ('b.1', 1, 'D')");
