@@ -83,9 +83,17 @@ class OfficeEngine final : public Engine {
                    : 0;
     }
 
-    /// A transaction that ends changes what a statement sees as under way or done.
+    /// The numbers of writes to the shared tables and to the user's own. They count before their transaction
+    /// ends, so those under way belong to it: a reader that looks meanwhile must look again afterwards.
     quint32 changeCounter() override {
-        const Postgres::Result seen = session->run(QStringLiteral("SELECT pg_current_snapshot()"));
+        const Postgres::Result seen = session->run(QStringLiteral(
+            "SELECT concat_ws(' ', (SELECT (last_value, is_called) FROM office.changes), "
+            "(SELECT (last_value, is_called) FROM changes), "
+            "(SELECT string_agg(DISTINCT l.virtualtransaction, ' ' ORDER BY l.virtualtransaction) "
+            "FROM pg_locks l JOIN pg_class c ON c.oid = l.relation "
+            "JOIN pg_namespace n ON n.oid = c.relnamespace "
+            "WHERE l.mode = 'RowExclusiveLock' AND c.relkind = 'r' AND n.nspname IN ('office', current_user) "
+            "AND l.database = (SELECT oid FROM pg_database WHERE datname = current_database())))"));
         quint32 hash = 0x811C9DC5U; // FNV-1a
         for (const char byte : seen.bytes(0, 0))
             hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193U;

@@ -45,7 +45,8 @@ void grant(Connection& office, const QString& role) {
         office.runScript(
             QStringLiteral("GRANT SELECT, INSERT, UPDATE, DELETE ON office.%1 TO %2;").arg(table, name));
     office.runScript(QStringLiteral("GRANT SELECT ON office.version TO %1;").arg(name));
-    office.runScript(QStringLiteral("GRANT USAGE ON ALL SEQUENCES IN SCHEMA office, %1 TO %1;").arg(name));
+    office.runScript(
+        QStringLiteral("GRANT USAGE, SELECT ON ALL SEQUENCES IN SCHEMA office, %1 TO %1;").arg(name));
 }
 
 void noteVersion(Connection& office, int version) {

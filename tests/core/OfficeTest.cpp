@@ -223,6 +223,19 @@ TEST_F(OfficeTest, TheCounterTellsEveryWrite) {
     }
     EXPECT_NE(now().version, before);
     EXPECT_TRUE(now().jobExists);
+    const quint32 stored = now().version;
+    execute("User", "INSERT INTO tblUser (PostalCode) VALUES ('1')");
+    EXPECT_NE(now().version, stored) << "another copy of the program may show the user's own tables";
+    // What others do in their own tables, or elsewhere on the server, is no change.
+    const quint32 own = now().version;
+    const OfficeDatabase another;
+    another.connection().run("INSERT INTO tblJobHeader (JobID) VALUES ('B')");
+    Postgres::Connection elsewhere = another.connection();
+    const Postgres::Transaction underWay(elsewhere);
+    elsewhere.run("INSERT INTO tblJobHeader (JobID) VALUES ('C')");
+    const Transaction filling(ben);
+    Recordset().Open("INSERT INTO tblSchedule (TankID) VALUES ('A.1')", ben);
+    EXPECT_EQ(now().version, own);
 }
 
 TEST_F(OfficeTest, AKilledServerIsAnErrorAndTheNextEventConnectsAnew) {

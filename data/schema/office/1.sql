@@ -108,3 +108,16 @@ COMMENT ON TABLE tblJobData IS
     'FlowPressure StaticPressure ShockPressure WaterVelocity KineticEnergy TotalKineticEnergy LeakLoad '
     'PumpRunTime TagID01 TagID02 TagID03 TagID04 TagID05 TagID06 TagID07 TagID08 TagID09 TagID10 SortNo';
 CREATE INDEX idxJobDataJob ON tblJobData (JobID, TankNo);
+
+-- Counts the statements that write to the tables of a schema, so that a program knows when what it shows may have changed.
+CREATE SEQUENCE changes;
+CREATE FUNCTION count_change() RETURNS trigger LANGUAGE plpgsql
+    AS $$BEGIN PERFORM nextval(quote_ident(TG_TABLE_SCHEMA) || '.changes'); RETURN NULL; END$$;
+CREATE TRIGGER counted AFTER INSERT OR UPDATE OR DELETE ON tblEngineer
+    FOR EACH STATEMENT EXECUTE FUNCTION count_change();
+CREATE TRIGGER counted AFTER INSERT OR UPDATE OR DELETE ON tblContractor
+    FOR EACH STATEMENT EXECUTE FUNCTION count_change();
+CREATE TRIGGER counted AFTER INSERT OR UPDATE OR DELETE ON tblJobHeader
+    FOR EACH STATEMENT EXECUTE FUNCTION count_change();
+CREATE TRIGGER counted AFTER INSERT OR UPDATE OR DELETE ON tblJobData
+    FOR EACH STATEMENT EXECUTE FUNCTION count_change();
