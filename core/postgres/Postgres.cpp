@@ -225,8 +225,10 @@ void Connection::finish() {
 }
 
 bool Connection::isSound() const {
-    // A server that has gone has closed the connection, which shows without asking it.
-    return PQconsumeInput(handle.get()) && PQstatus(handle.get()) == CONNECTION_OK;
+    // A server that has gone has closed the connection, which shows without asking it. The first look may
+    // find only what it said before, the second one then finds the end.
+    return PQconsumeInput(handle.get()) && PQconsumeInput(handle.get()) &&
+           PQstatus(handle.get()) == CONNECTION_OK;
 }
 bool Connection::inTransaction() const {
     return PQtransactionStatus(handle.get()) != PQTRANS_IDLE;
