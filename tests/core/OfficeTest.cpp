@@ -122,6 +122,7 @@ TEST_F(OfficeTest, NumbersOfTanksNeverCollide) {
     std::vector<QStringList> told(users);
     std::atomic<int> failures = 0;
     std::vector<std::thread> all;
+    all.reserve(users);
     for (int i = 0; i < users; ++i)
         all.emplace_back([&, i] {
             for (int save = 0; save < saves; ++save)

@@ -13,11 +13,6 @@ namespace Controls {
     throw Failure{what};
 }
 
-void require(bool holds, const QString& otherwise) {
-    if (!holds)
-        fail(otherwise);
-}
-
 Screen* screen(const QString& name) {
     Screen* found = Screens::find(name);
     if (!found)

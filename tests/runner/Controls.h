@@ -10,7 +10,10 @@
 namespace Controls {
 
 [[noreturn]] void fail(const QString& what);
-void require(bool holds, const QString& otherwise);
+inline void require(bool holds, const QString& otherwise) {
+    if (!holds)
+        fail(otherwise);
+}
 
 /// An open screen.
 Screen* screen(const QString& name);
