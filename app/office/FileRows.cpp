@@ -1,5 +1,6 @@
 #include "app/office/FileRows.h"
 
+#include "app/office/Office.h"
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/store/Schema.h"
@@ -16,9 +17,7 @@ namespace FileRows {
 
 namespace {
 
-[[noreturn]] void refuse(const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
-}
+using Office::refuse;
 
 /// Why a value cannot be one of its column; empty if it can.
 QString objection(const Recordset::Field& column, const QVariant& value) {

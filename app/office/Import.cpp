@@ -22,10 +22,6 @@ namespace Office {
 
 namespace {
 
-[[noreturn]] void refuse(const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
-}
-
 QString counted(qint64 count, const char* one, const char* many) {
     return QString("%1 %2").arg(count).arg(count == 1 ? one : many);
 }
@@ -64,22 +60,9 @@ struct Job {
     StoredRows lines;
 };
 
-/// Gives a job another ID, and its tanks theirs.
+/// A job under another ID.
 Job renumbered(Job job, const QString& newID) {
-    const auto setJob = [&](StoredRows& rows) {
-        for (QVariantList& row : rows.rows)
-            row[rows.columns.indexOf("JobID")] = newID;
-    };
-    const qsizetype tank = job.lines.columns.indexOf("TankID");
-    const qsizetype number = job.lines.columns.indexOf("TankNo");
-    for (QVariantList& row : job.lines.rows) {
-        const QString old = row[tank].toString();
-        row[tank] =
-            newID + (old.startsWith(job.jobID + u'.', Qt::CaseInsensitive) ? old.mid(job.jobID.size())
-                                                                           : u'.' + row[number].toString());
-    }
-    setJob(job.header);
-    setJob(job.lines);
+    JobCopies::giveID(job.header, job.lines, job.jobID, newID);
     job.jobID = newID;
     return job;
 }

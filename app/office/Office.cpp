@@ -3,6 +3,7 @@
 #include "app/office/Address.h"
 #include "app/office/Terminal.h"
 #include "core/postgres/OfficeSchema.h"
+#include "core/store/OfficeDialect.h"
 
 using Postgres::Connection;
 using Postgres::quotedName;
@@ -12,10 +13,6 @@ using Postgres::Transaction;
 namespace Office {
 
 namespace {
-
-[[noreturn]] void refuse(const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
-}
 
 bool isTrue(Connection& server, const QString& condition, const QVariantList& values = {}) {
     return server.run("SELECT (" + condition + ")::int", values).text(0, 0) == u"1";
@@ -222,13 +219,16 @@ QString usersRole(const Connection& office) {
     return usersRoleOf(office.database());
 }
 
+void refuse(const QString& why) {
+    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
+}
+
 bool hasRole(Connection& server, const QString& role) {
     return isTrue(server, "EXISTS (SELECT 1 FROM pg_roles WHERE rolname = $1)", {role});
 }
 
 void lock(Connection& office) {
-    // The number that the program's own writers take turns by.
-    office.runScript("SET LOCAL lock_timeout = '20s'; SELECT pg_advisory_xact_lock(4212664)");
+    office.runScript("SET LOCAL lock_timeout = '20s';" + officeTurn);
 }
 
 void finish(Transaction& transaction, Mode mode, Report& report) {

@@ -33,6 +33,9 @@ Postgres::Connection connectToCurrent(const QString& address);
 /// the rules of access can name it.
 QString usersRole(const Postgres::Connection& office);
 
+/// Throws a DatabaseFault that says why a command cannot be done.
+[[noreturn]] void refuse(const QString& why);
+
 /// Whether the server has a role.
 bool hasRole(Postgres::Connection& server, const QString& role);
 

@@ -16,10 +16,6 @@ namespace Office {
 
 namespace {
 
-[[noreturn]] void refuse(const QString& why) {
-    throw DatabaseFault(DatabaseFault::Unspecified, why.toStdString());
-}
-
 /// Refuses a name that no schema can have, or that is the office's own.
 void requireName(const QString& user) {
     constexpr qsizetype longestName = 63; // bytes

@@ -8,10 +8,6 @@
 
 namespace {
 
-/// Writers of several statements take turns, as they do with a file: what one has read, such as the last
-/// number of a job, still holds when it writes. The number stands for "Brennoval" in the database's locks.
-const QString takeTurn = QStringLiteral("SELECT pg_advisory_xact_lock(4212664);");
-
 [[noreturn]] void refuseFile(const std::string& source) {
     throw DatabaseFault(
         DatabaseFault::Unspecified,
@@ -59,7 +55,7 @@ class OfficeEngine final : public Engine {
         try {
             session->runScript(
                 QStringLiteral("BEGIN; SET LOCAL lock_timeout = %1;").arg(options.busyMilliseconds) +
-                takeTurn);
+                officeTurn);
         } catch (const DatabaseFault&) {
             endTransaction();
             throw;

@@ -287,6 +287,20 @@ void restoreAll(const Source& copy, const Connection& user) {
     user.engine().replaceBy(copy.data().engine());
 }
 
+void giveID(StoredRows& header, StoredRows& lines, const QString& jobID, const QString& newID) {
+    const auto number = lines.columns.indexOf("TankNo");
+    const auto tank = lines.columns.indexOf("TankID");
+    for (QVariantList& row : lines.rows) {
+        const QString tankID = row[tank].toString();
+        row[tank] = tankID.startsWith(jobID + u'.', Qt::CaseInsensitive) // also where a line has no number
+                        ? QString(newID + tankID.mid(jobID.size()))
+                        : QString(newID + u'.' + row[number].toString());
+    }
+    for (StoredRows* rows : {&header, &lines})
+        for (QVariantList& row : rows->rows)
+            row[rows->columns.indexOf("JobID")] = newID;
+}
+
 bool duplicate(const Connection& user, const QString& jobID, const QString& copyID) {
     Transaction write(user);
     StoredRows header = readStoredRows(user, "tblJobHeader", "JobID", jobID);
@@ -295,21 +309,7 @@ bool duplicate(const Connection& user, const QString& jobID, const QString& copy
         throw RecordGone("This job has been deleted.");
     if (!existing({copyID}, user).isEmpty())
         return false;
-    const auto set = [](StoredRows& rows, const char* column, const auto& valueOf) {
-        for (QVariantList& row : rows.rows)
-            row[rows.columns.indexOf(column)] = valueOf(row);
-    };
-    const auto number = lines.columns.indexOf("TankNo");
-    const auto tank = lines.columns.indexOf("TankID");
-    const auto tankIDOf = [&](const QVariantList& row) {
-        const QString tankID = row[tank].toString();
-        return tankID.startsWith(jobID + u'.', Qt::CaseInsensitive) // also where a line has no number
-                   ? QVariant(copyID + tankID.mid(jobID.size()))
-                   : QVariant(copyID + u'.' + row[number].toString());
-    };
-    set(header, "JobID", [&](const QVariantList&) { return QVariant(copyID); });
-    set(lines, "JobID", [&](const QVariantList&) { return QVariant(copyID); });
-    set(lines, "TankID", tankIDOf);
+    giveID(header, lines, jobID, copyID);
     addStoredRows(user, header);
     addStoredRows(user, lines);
     Recordset copy;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/store/Database.h"
+#include "core/store/StoredRows.h"
 
 #include <vector>
 
@@ -70,6 +71,10 @@ void Restore(const Source& copy, const Connection& user, const QStringList& jobI
 /// Backs up the current data and replaces all of it with a copy's, in one write. Throws DatabaseFault and
 /// then changes nothing.
 void restoreAll(const Source& copy, const Connection& user);
+
+/// Gives the rows of a job, with its tank lines, another ID; the keys of the lines follow.
+void giveID(Gateway::StoredRows& header, Gateway::StoredRows& lines, const QString& jobID,
+            const QString& newID);
 
 /// Adds a copy of a job under another ID, with its tank lines and their tags, in one write; false if there is
 /// such a job. Throws RecordGone if the job is gone, and DatabaseFault.
