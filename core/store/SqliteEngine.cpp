@@ -3,6 +3,7 @@
 #include "core/base/Fault.h"
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
+#include "core/store/SqliteFunctions.h"
 #include "core/store/SqliteLetters.h"
 
 #include <QtEndian>
@@ -12,15 +13,11 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cmath>
 #include <optional>
 
 namespace {
 
 using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
-
-const char* const divisionByZero = "Division by zero";
-const char* const overflow = "Overflow";
 
 /// Throws an engine failure with the wording and numbers that users know.
 [[noreturn]] void throwFault(sqlite3* handle, int code, const QString& source) {
@@ -31,10 +28,10 @@ const char* const overflow = "Overflow";
     if (kind == SQLITE_CONSTRAINT) {
         number = DatabaseFault::ConstraintViolation;
     } else if (kind == SQLITE_ERROR) {
-        number = message.starts_with("no such table") ? DatabaseFault::NoSuchTable
-                 : message == divisionByZero          ? Fault::DivisionByZero
-                 : message == overflow                ? Fault::Overflow
-                                                      : DatabaseFault::SyntaxError;
+        number = message.starts_with("no such table")         ? DatabaseFault::NoSuchTable
+                 : message == SqliteFunctions::divisionByZero ? Fault::DivisionByZero
+                 : message == SqliteFunctions::overflow       ? Fault::Overflow
+                                                              : DatabaseFault::SyntaxError;
     } else if (kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT) {
         description = "Unrecognized database format: " + message;
     } else if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
@@ -44,67 +41,6 @@ const char* const overflow = "Overflow";
         description = "The database takes too long to answer.";
     }
     throw DatabaseFault(number, description, source.toStdString());
-}
-
-bool isNull(sqlite3_value* value) {
-    return sqlite3_value_type(value) == SQLITE_NULL;
-}
-
-/// The result of an arithmetic function; null if an argument is null.
-void arithmetic(sqlite3_context* context, sqlite3_value** arguments, double (*function)(double, double)) {
-    if (isNull(arguments[0]) || isNull(arguments[1]))
-        return sqlite3_result_null(context);
-    const double result = function(sqlite3_value_double(arguments[0]), sqlite3_value_double(arguments[1]));
-    if (std::isfinite(result))
-        sqlite3_result_double(context, result);
-    else
-        sqlite3_result_error(context, overflow, -1);
-}
-
-void powerFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
-    arithmetic(context, arguments, [](double base, double exponent) { return std::pow(base, exponent); });
-}
-
-void quotientFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
-    if (!isNull(arguments[0]) && !isNull(arguments[1]) && sqlite3_value_double(arguments[1]) == 0)
-        return sqlite3_result_error(context, divisionByZero, -1);
-    arithmetic(context, arguments,
-               [](double numerator, double denominator) { return numerator / denominator; });
-}
-
-void joinFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
-    if (isNull(arguments[0]) && isNull(arguments[1]))
-        return sqlite3_result_null(context);
-    std::string text;
-    for (sqlite3_value* part : {arguments[0], arguments[1]}) {
-        if (sqlite3_value_type(part) == SQLITE_FLOAT)
-            text += shownNumberText(sqlite3_value_double(part));
-        else if (const auto* characters = reinterpret_cast<const char*>(sqlite3_value_text(part)))
-            text += characters;
-    }
-    sqlite3_result_text(context, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
-}
-
-/// Hashes types and values (FNV-1a), to tell different rows apart. 40 bits, so that a sum over all rows of a
-/// file does not overflow.
-void digestFunction(sqlite3_context* context, int count, sqlite3_value** arguments) {
-    std::uint64_t hash = 0xCBF29CE484222325ULL;
-    const auto take = [&hash](const void* bytes, int size) {
-        const auto* byte = static_cast<const unsigned char*>(bytes);
-        for (int i = 0; i < size; ++i)
-            hash = (hash ^ byte[i]) * 0x100000001B3ULL;
-    };
-    for (int i = 0; i < count; ++i) {
-        const int type = sqlite3_value_type(arguments[i]);
-        take(&type, sizeof type);
-        if (type == SQLITE_FLOAT) { // its text would lack the last digits
-            const double number = sqlite3_value_double(arguments[i]);
-            take(&number, sizeof number);
-        } else if (const void* bytes = sqlite3_value_blob(arguments[i])) { // whole numbers as text
-            take(bytes, sqlite3_value_bytes(arguments[i]));
-        }
-    }
-    sqlite3_result_int64(context, static_cast<sqlite3_int64>((hash ^ (hash >> 40)) & 0xFFFFFFFFFFULL));
 }
 
 class Dialect : public SqlDialect {
@@ -346,14 +282,7 @@ class SqliteEngine final : public Engine {
         // Opening reads no page; reading the header tells a database from any other file.
         run("PRAGMA synchronous = EXTRA; PRAGMA schema_version;");
         SqliteLetters::add(opened);
-        using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
-        for (const auto& [name, function] : {std::pair<const char*, Function>{"JetPower", powerFunction},
-                                             {"JetQuotient", quotientFunction},
-                                             {"JetJoin", joinFunction}})
-            sqlite3_create_function_v2(opened, name, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, function,
-                                       nullptr, nullptr, nullptr);
-        sqlite3_create_function_v2(opened, "RowDigest", -1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                   digestFunction, nullptr, nullptr, nullptr);
+        SqliteFunctions::add(opened);
     }
 
     std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& options) override {
