@@ -162,6 +162,20 @@ TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
     EXPECT_THROW(Postgres::Connection(uri("weak", "again")), Postgres::ServerFault);
 }
 
+TEST(OfficeTool, CompletesOneUserAfterTheOtherWhereARestoredBackupFoundNoRoles) {
+    const ToolOffice office({"anna", "ben"});
+    // What is left of users whose roles the server does not know.
+    for (const char* role : {"anna", "ben"})
+        office.execute(QString("REASSIGN OWNED BY %1 TO postgres; DROP OWNED BY %1; DROP ROLE %1").arg(role));
+    expectSaid(runOffice({"upgrade", office.admin()}), 0, "Nothing was changed");
+    for (const char* role : {"anna", "ben"}) {
+        expectSaid(runOffice({"add-user", "--no-password", office.admin(), role}), 0,
+                   "has the rights to its tables back");
+        EXPECT_NO_THROW(Postgres::Connection(office.uri(role)).run("SELECT * FROM tblUser, tblJobData"))
+            << role;
+    }
+}
+
 TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
     const ToolServer server;
     const auto uri = [&](const char* database) { return server.uri("postgres", database); };
