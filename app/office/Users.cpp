@@ -39,11 +39,16 @@ QString encrypted(const QString& role, const QString& password) {
     return QString::fromLatin1(secret.get());
 }
 
-/// Refuses a role that could go round the rights of its user.
+/// Refuses a role that could go round the rights of its user, by itself or as a member of another: one that
+/// may do more on the server, has one of the server's own roles, or owns the office.
 void requirePlainRole(Connection& office, const QString& role) {
-    const Result found = office.run("SELECT rolcanlogin::int, (rolsuper OR rolcreatedb OR rolcreaterole OR "
-                                    "rolreplication OR rolbypassrls)::int FROM pg_roles WHERE rolname = $1",
-                                    {role});
+    const Result found = office.run(
+        "SELECT rolcanlogin::int, EXISTS (SELECT 1 FROM pg_roles r "
+        "WHERE pg_has_role(u.oid, r.oid, 'MEMBER') AND (r.rolsuper OR r.rolcreatedb OR r.rolcreaterole "
+        "OR r.rolreplication OR r.rolbypassrls OR r.rolname ~ '^pg_' "
+        "OR r.oid = (SELECT nspowner FROM pg_namespace WHERE nspname = 'office')))::int "
+        "FROM pg_roles u WHERE rolname = $1",
+        {role});
     if (found.text(0, 1) == u"1")
         refuse(QString("The role %1 is there already, and may do more on the server than a user of an "
                        "office. Nothing "

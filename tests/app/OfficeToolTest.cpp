@@ -209,11 +209,14 @@ TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
 TEST(OfficeTool, LetsUsersInAndOutAgain) {
     const ToolOffice office;
     office.execute("CREATE ROLE boss LOGIN CREATEDB");
+    office.execute("CREATE ROLE deputy LOGIN IN ROLE boss");
+    office.execute("CREATE ROLE reader LOGIN IN ROLE pg_read_all_data");
     office.execute("CREATE ROLE quiet NOLOGIN");
     office.execute("CREATE ROLE old LOGIN PASSWORD 'kept'");
     office.execute("CREATE SCHEMA carl");
     const std::string empty = stateOf(office);
-    expectSaid(runOffice({"add-user", office.admin(), "boss"}), 1, "may do more on the server");
+    for (const char* user : {"boss", "deputy", "reader"})
+        expectSaid(runOffice({"add-user", office.admin(), user}), 1, "may do more on the server");
     expectSaid(runOffice({"add-user", office.admin(), "quiet"}), 1, "may not log in");
     expectSaid(runOffice({"add-user", office.admin(), "anna"}), 1, "needs a password");
     expectSaid(runOffice({"add-user", office.admin(), "anna"}, "\n"), 1, "needs a password");
