@@ -138,14 +138,12 @@ Report createIn(Connection& database, Mode mode) {
     const int found = OfficeSchema::versionOf(database);
     if (found > 0) {
         report += QString("The database %1 is an office already, of version %2.")
-                      .arg(database.database())
-                      .arg(found);
+                      .arg(database.database(), QString::number(found));
     } else {
         requireUsable(database);
         OfficeSchema::create(database);
         report += QString("The database %1 is an office of version %2.")
-                      .arg(database.database())
-                      .arg(OfficeSchema::currentVersion());
+                      .arg(database.database(), QString::number(OfficeSchema::currentVersion()));
     }
     const qsizetype said = report.size();
     setDatabaseRights(database, report);

@@ -16,11 +16,13 @@ namespace Office {
 
 namespace {
 
-/// Refuses a name that no schema can have, or that is the office's own.
+/// Refuses a name that no role or schema can have, that is the office's own, or that the search path takes
+/// for another.
 void requireName(const QString& user) {
     constexpr qsizetype longestName = 63; // bytes
     if (user.startsWith(QStringLiteral("pg_")) || user == u"office" || user == u"public" ||
-        user == u"information_schema" || user.toUtf8().size() > longestName)
+        user == u"information_schema" || user == u"none" || user == u"$user" ||
+        user.toUtf8().size() > longestName)
         refuse("A user cannot have the name " + user + ".");
 }
 
@@ -195,7 +197,8 @@ Report listUsers(const QString& address) {
             state = "has no tables: add-user completes it";
         else if (!is(3))
             state = "may not log in";
-        report += QString("%1  %2, %3 connected").arg(found.text(row, 0), -20).arg(state, found.text(row, 4));
+        report +=
+            found.text(row, 0).leftJustified(20) + "  " + state + ", " + found.text(row, 4) + " connected";
     }
     if (report.isEmpty())
         report += "The office has no users yet.";
