@@ -75,6 +75,10 @@ void OfficeSession::queue(const QByteArray& statement, const QVariantList& param
     reported([&] { connection.queue(statement, parameters); });
 }
 
+void OfficeSession::finish() {
+    reported([&] { connection.finish(); });
+}
+
 void OfficeSession::refuseChanged() const {
     throw DatabaseFault(DatabaseFault::Unspecified, "Could not update; currently locked or changed.", source);
 }

@@ -23,6 +23,8 @@ class OfficeSession {
     Postgres::Result run(const QString& statement, const QVariantList& parameters = {});
     void runScript(const QString& statements);
     void queue(const QByteArray& statement, const QVariantList& parameters);
+    /// Waits for what is queued.
+    void finish();
 
     /// Throws what a write meets whose row another user has changed or deleted since it was read.
     [[noreturn]] void refuseChanged() const;
