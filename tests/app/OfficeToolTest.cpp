@@ -107,6 +107,7 @@ TEST(OfficeCommandLine, IsUnderstoodOrRefusedBeforeAnythingIsDone) {
         {{"create", "postgresql:///x?sslpassword=secret"}, 2, "holds a password"},
         {{"create", "dbname=x"}, 1, "must be one such as postgresql://"},
         {{"create", "postgresql://a@/x?nonsense=1"}, 1, "cannot be understood"},
+        {{"create", "postgresql://a:secret@[::1/x"}, 1, "postgresql://a:********@[::1/x"},
         {{"create", "postgresql://postgres@/?host=/nowhere"}, 1, "does not say which database"},
         {{"create", "postgresql://postgres@/x?host=/nowhere"}, 1, "/nowhere"},
         {{"create", "postgresql://postgres@/" + QString(60, 'x')}, 1, "too long"},
@@ -290,6 +291,10 @@ TEST(OfficeTool, AsksForPasswordsWithoutShowingThem) {
     }
     EXPECT_NO_THROW(Postgres::Connection(office.uri("anna"), "her own"));
     expectSaid(runOffice({"list-users", address}), 1, "password"); // nobody to ask
+    const auto [result, shown] =
+        runOnTerminal({"list-users", office.uri("admin", "none")}, {"root and branch"});
+    EXPECT_EQ(result, 1);
+    EXPECT_TRUE(shown.contains("\"none\" does not exist")) << shown.toStdString();
     // As libpq has it.
     QTemporaryDir folder;
     QFile passwords(folder.filePath("pgpass"));
