@@ -41,6 +41,8 @@ class OfficeSession {
     template<typename Body>
     auto reported(Body&& body) -> decltype(body());
     void readColumns();
+    /// Whether the role has lost its rights since it connected: no table can be seen any more.
+    bool isLockedOut();
 
     Postgres::Connection connection;
     std::string source;

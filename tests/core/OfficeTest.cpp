@@ -2,6 +2,7 @@
 // rights.
 
 #include "core/base/Fault.h"
+#include "core/postgres/OfficeSchema.h"
 #include "core/store/Backup.h"
 #include "core/store/DataState.h"
 #include "core/store/Deletion.h"
@@ -371,6 +372,19 @@ TEST_F(OfficeTest, HasNoCopiesButUndoesADeletion) {
     const Connection user = openDatabase("User");
     EXPECT_EQ(failureOf([&] { Backup::Make(user, Backup::Reason::ByHand); }), Backup::noneOfAnOffice());
     EXPECT_NE(failureOf([&] { user.engine().copyTo(home.path() + "/copy.mdb"); }), "");
+}
+
+TEST_F(OfficeTest, AUserWhoIsRemovedMeanwhileIsTold) {
+    const Connection ben = connectionOf("ben");
+    Postgres::Connection keeper = office.connection();
+    {
+        Postgres::Transaction write(keeper);
+        OfficeSchema::removeUser(keeper, "ben");
+        write.commit();
+    }
+    EXPECT_TRUE(failureOf([&] {
+                    Recordset().Open("SELECT * FROM tblJobHeader", ben);
+                }).startsWith("You are no longer one of the office's users."));
 }
 
 // The server itself refuses what the program never does.
