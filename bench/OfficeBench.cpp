@@ -3,7 +3,6 @@
 // brennoval-office-bench [ROUNDS]
 
 #include "bench/BenchData.h"
-#include "bench/OfficeProxy.h"
 #include "bench/OfficeReplay.h"
 #include "core/shell/DesktopApplication.h"
 #include "core/shell/Screens.h"
@@ -15,6 +14,7 @@
 #include "core/store/TankLine.h"
 #include "tests/support/Driver.h"
 #include "tests/support/OfficeDatabase.h"
+#include "tests/support/OfficeProxy.h"
 
 #include <algorithm>
 #include <cstdio>

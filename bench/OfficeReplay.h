@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/OfficeProxy.h"
+#include "tests/support/OfficeProxy.h"
 
 #include <memory>
 

@@ -36,7 +36,7 @@ OfficeCursor::OfficeCursor(OfficeSession& over, const OfficeQuery& query)
                                : query.statement.updatableTable),
       paged(query.wholeTable && isUpdatable()), forChange(query.forChange && !query.wholeTable),
       pageSize(firstPage), source(paged ? tableName(table) : u'(' + query.statement.sql + u')'),
-      sourceParameters(query.parameters), result(paged ? page({}) : all(query)) {
+      sourceParameters(query.parameters), result(paged ? Postgres::Result(nullptr) : all(query)) {
     readNames();
 }
 
@@ -53,7 +53,10 @@ Postgres::Result OfficeCursor::all(const OfficeQuery& query) const {
     QString sql = query.statement.sql;
     if (isUpdatable())
         sql.replace(sql.indexOf(u'*'), 1, versionAndColumns);
-    return session.run(sql + lockedRows(), query.parameters);
+    const QString locked = lockedRows();
+    if (query.forChange || !locked.isEmpty() || !sql.startsWith(u"SELECT"))
+        return session.run(sql + locked, query.parameters);
+    return session.ask({{.statement = sql.toUtf8(), .parameters = query.parameters}}).back();
 }
 
 /// Within a transaction that is going to change rows nobody else gets in between.
@@ -62,6 +65,8 @@ QString OfficeCursor::lockedRows() const {
 }
 
 void OfficeCursor::readNames() {
+    if (paged)
+        return readNamesOfTable();
     for (int i = isUpdatable() ? 1 : 0; i < result.columns(); ++i) {
         const ColumnInfo* known = session.column(result.table(i), result.tableColumn(i));
         if (known && known->name == officeRow) {
@@ -77,7 +82,23 @@ void OfficeCursor::readNames() {
     }
 }
 
+/// Many only want the columns of a table, or a new row of it.
+void OfficeCursor::readNamesOfTable() {
+    int place = 1; // after the version
+    for (const ColumnInfo& column : session.columnsOf(table)) {
+        if (column.name == officeRow) {
+            keyPlace = place;
+        } else {
+            names.append(column);
+            places.append(place);
+        }
+        ++place;
+    }
+}
+
 bool OfficeCursor::step() {
+    if (paged && !std::exchange(begun, true))
+        result = page({});
     if (++row >= result.rows() && paged && !sought && result.rows() == pageSize) {
         const qint64 last = result.bytes(result.rows() - 1, keyPlace).toLongLong();
         pageSize = std::min(pageSize * 8, largestPage);
@@ -98,11 +119,14 @@ void OfficeCursor::holdVersion() {
 }
 
 QVariant OfficeCursor::value(int column) const {
-    const int place = places[column];
-    if (row < 0 || row >= result.rows() || result.isNull(row, place))
+    return row < 0 || row >= result.rows() ? QVariant() : officeValue(result, row, places[column]);
+}
+
+QVariant officeValue(const Postgres::Result& result, int row, int column) {
+    if (result.isNull(row, column))
         return {};
-    const QByteArrayView bytes = result.bytes(row, place);
-    switch (result.type(place)) {
+    const QByteArrayView bytes = result.bytes(row, column);
+    switch (result.type(column)) {
     case Boolean:
         return QVariant::fromValue<qint64>(bytes == "t" ? 1 : 0);
     case Whole2:

@@ -11,7 +11,12 @@ struct OfficeQuery {
     bool forChange = false;
 };
 
-/// The rows of a statement. The rows of a whole table come in pages, those of any other all at once.
+/// A value of a server's answer as the program holds it: a whole number, a double, a text, or invalid for
+/// null.
+QVariant officeValue(const Postgres::Result& result, int row, int column);
+
+/// The rows of a statement. The rows of a whole table come in pages, the first when it is
+/// wanted; those of any other all at once.
 class OfficeCursor final : public EngineCursor {
   public:
     OfficeCursor(OfficeSession& session, const OfficeQuery& query);
@@ -33,6 +38,7 @@ class OfficeCursor final : public EngineCursor {
     Postgres::Result page(std::optional<qint64> after) const;
     Postgres::Result all(const OfficeQuery& query) const;
     void readNames();
+    void readNamesOfTable();
     void holdVersion();
     QString condition(qint64 row, QVariantList& parameters) const;
     void requireWritten(const Postgres::Result& result) const;
@@ -50,6 +56,7 @@ class OfficeCursor final : public EngineCursor {
     QString source;    // what counts the rows
     QVariantList sourceParameters;
     Postgres::Result result; // the page of the statement, or the row that was sought
+    bool begun = false;      // whether the first page was read
     bool sought = false;
     int row = -1;           // in the result
     qint64 heldRow = 0;     // the row that can be changed, and its version when it was read

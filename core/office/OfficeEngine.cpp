@@ -16,6 +16,24 @@ namespace {
         source);
 }
 
+/// The numbers of writes to the shared tables and to the user's own. They count before their transaction
+/// ends, so those under way belong to it: a reader that looks meanwhile must look again afterwards.
+const char* const countOfChanges =
+    "SELECT concat_ws(' ', (SELECT (last_value, is_called) FROM office.changes), "
+    "(SELECT (last_value, is_called) FROM changes), "
+    "(SELECT string_agg(DISTINCT l.virtualtransaction, ' ' ORDER BY l.virtualtransaction) "
+    "FROM pg_locks l JOIN pg_class c ON c.oid = l.relation "
+    "JOIN pg_namespace n ON n.oid = c.relnamespace "
+    "WHERE l.mode = 'RowExclusiveLock' AND c.relkind = 'r' AND n.nspname IN ('office', current_user) "
+    "AND l.database = (SELECT oid FROM pg_database WHERE datname = current_database())))";
+
+quint32 hashOf(QByteArrayView text) {
+    quint32 hash = 0x811C9DC5U; // FNV-1a
+    for (const char byte : text)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193U;
+    return hash;
+}
+
 class OfficeEngine final : public Engine {
   public:
     OfficeEngine(OfficePool& waiting, const OfficeOptions& given)
@@ -24,56 +42,49 @@ class OfficeEngine final : public Engine {
         if (limited)
             return; // the limit ends with the connection
         if (session->inTransaction())
-            endTransaction();
+            rollback();
         pool.giveBack(options.address, std::move(session));
     }
     OfficeEngine(const OfficeEngine&) = delete;
     OfficeEngine& operator=(const OfficeEngine&) = delete;
 
     std::unique_ptr<EngineCursor> open(const QString& statement, const StatementOptions& how) override {
-        OfficeQuery query{.statement = rewriteJetSql(how.wholeTable
-                                                         ? QStringLiteral("SELECT * FROM [%1]").arg(statement)
-                                                         : statement,
-                                                     officeDialect()),
-                          .parameters = how.parameters,
-                          .wholeTable = how.wholeTable,
-                          .forChange = how.forChange};
-        if (query.parameters.size() != query.statement.compared.size())
-            throw DatabaseFault(DatabaseFault::SyntaxError,
-                                "No value given for one or more required parameters.",
-                                options.connectionString.toStdString());
-        if (query.statement.sql.trimmed().isEmpty())
-            throw DatabaseFault(DatabaseFault::SyntaxError, "Syntax error in query: it is empty.",
-                                options.connectionString.toStdString());
-        for (int i = 0; i < query.parameters.size(); ++i)
-            if (query.statement.compared[i] && query.parameters[i].typeId() == QMetaType::QString)
-                query.parameters[i] = withoutTrailingBlanks(query.parameters[i].toString());
-        return std::make_unique<OfficeCursor>(*session, query);
+        return std::make_unique<OfficeCursor>(*session, translated(statement, how));
+    }
+
+    Look look(const QString& statement, const QVariantList& parameters) override {
+        const OfficeQuery query = translated(statement, {.parameters = parameters});
+        const auto answers =
+            session->ask({{.statement = countOfChanges},
+                          {.statement = query.statement.sql.toUtf8(), .parameters = query.parameters}});
+        Look seen{.counter = hashOf(answers.front().bytes(0, 0))};
+        for (int i = 0; answers.back().rows() > 0 && i < answers.back().columns(); ++i)
+            seen.row.append(officeValue(answers.back(), 0, i));
+        return seen;
     }
 
     void begin() override {
         writing = true;
-        try {
-            session->runScript(
-                QStringLiteral("BEGIN; SET LOCAL lock_timeout = %1;").arg(options.busyMilliseconds) +
-                officeTurn);
-        } catch (const DatabaseFault&) {
-            endTransaction();
-            throw;
-        }
+        session->begin({"BEGIN", "SET LOCAL lock_timeout = " + QByteArray::number(options.busyMilliseconds),
+                        officeTurn.toUtf8()});
     }
     void beginReading() override {
         writing = false;
-        session->runScript(QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+        session->begin({"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"});
     }
     void commit() override {
+        if (session->dropUnsent())
+            return;
         // The server answers COMMIT after a failure with a rollback, and calls that a success.
         if (committed().command() != "COMMIT")
             throw DatabaseFault(DatabaseFault::Unspecified,
                                 "The changes were not stored, because one of them failed.",
                                 options.connectionString.toStdString());
     }
-    void rollback() noexcept override { endTransaction(); }
+    void rollback() noexcept override {
+        if (!session->dropUnsent())
+            endTransaction();
+    }
 
     int schemaVersion() override {
         return hasTable(QStringLiteral("version"))
@@ -81,22 +92,7 @@ class OfficeEngine final : public Engine {
                    : 0;
     }
 
-    /// The numbers of writes to the shared tables and to the user's own. They count before their transaction
-    /// ends, so those under way belong to it: a reader that looks meanwhile must look again afterwards.
-    quint32 changeCounter() override {
-        const Postgres::Result seen = session->run(QStringLiteral(
-            "SELECT concat_ws(' ', (SELECT (last_value, is_called) FROM office.changes), "
-            "(SELECT (last_value, is_called) FROM changes), "
-            "(SELECT string_agg(DISTINCT l.virtualtransaction, ' ' ORDER BY l.virtualtransaction) "
-            "FROM pg_locks l JOIN pg_class c ON c.oid = l.relation "
-            "JOIN pg_namespace n ON n.oid = c.relnamespace "
-            "WHERE l.mode = 'RowExclusiveLock' AND c.relkind = 'r' AND n.nspname IN ('office', current_user) "
-            "AND l.database = (SELECT oid FROM pg_database WHERE datname = current_database())))"));
-        quint32 hash = 0x811C9DC5U; // FNV-1a
-        for (const char byte : seen.bytes(0, 0))
-            hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193U;
-        return hash;
-    }
+    quint32 changeCounter() override { return hashOf(session->run(countOfChanges).bytes(0, 0)); }
 
     bool hasTable(const QString& table) override {
         return !session->run(QStringLiteral("SELECT to_regclass($1)"), {officeDialect().quotedName(table)})
@@ -122,6 +118,28 @@ class OfficeEngine final : public Engine {
     void replaceBy(Engine&) override { refuseFile(options.connectionString.toStdString()); }
 
   private:
+    /// Throws DatabaseFault where the statement and its values do not fit each other.
+    OfficeQuery translated(const QString& statement, const StatementOptions& how) const {
+        OfficeQuery query{.statement = rewriteJetSql(how.wholeTable
+                                                         ? QStringLiteral("SELECT * FROM [%1]").arg(statement)
+                                                         : statement,
+                                                     officeDialect()),
+                          .parameters = how.parameters,
+                          .wholeTable = how.wholeTable,
+                          .forChange = how.forChange};
+        if (query.parameters.size() != query.statement.compared.size())
+            throw DatabaseFault(DatabaseFault::SyntaxError,
+                                "No value given for one or more required parameters.",
+                                options.connectionString.toStdString());
+        if (query.statement.sql.trimmed().isEmpty())
+            throw DatabaseFault(DatabaseFault::SyntaxError, "Syntax error in query: it is empty.",
+                                options.connectionString.toStdString());
+        for (int i = 0; i < query.parameters.size(); ++i)
+            if (query.statement.compared[i] && query.parameters[i].typeId() == QMetaType::QString)
+                query.parameters[i] = withoutTrailingBlanks(query.parameters[i].toString());
+        return query;
+    }
+
     /// The first attempt may only report what went wrong with rows that were queued.
     void endTransaction() noexcept {
         for (int attempt = 0; attempt < 2; ++attempt) {

@@ -2,6 +2,7 @@
 
 #include "core/store/OfficeDialect.h"
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -37,8 +38,9 @@ Postgres::Connection connected(const OfficeOptions& options) {
 
 } // namespace
 
-OfficeSession::OfficeSession(const OfficeOptions& options)
-    : connection(connected(options)), source(options.connectionString.toStdString()) {
+OfficeSession::OfficeSession(const OfficeOptions& options, EventAnswers& kept)
+    : connection(connected(options)), answers(kept), address(options.address),
+      source(options.connectionString.toStdString()) {
     constexpr int longestWait = 4000; // milliseconds for another's write
     // The role's own tables come first.
     runScript(QStringLiteral("SET search_path = \"$user\", office; SET lock_timeout = %1; "
@@ -79,16 +81,74 @@ bool OfficeSession::isLockedOut() {
     }
 }
 
+/// What anything but a query does to the data makes the answers of this event old.
+void OfficeSession::noteWrite(QByteArrayView statement) {
+    if (!statement.startsWith("SELECT"))
+        answers.forget();
+}
+
+/// What starts the transaction, on its way with the statement that comes next.
+std::vector<Postgres::Question> OfficeSession::takeOpening() {
+    std::vector<Postgres::Question> questions;
+    for (const QByteArray& statement : std::exchange(opening, {}))
+        questions.push_back({.statement = statement});
+    return questions;
+}
+
 Postgres::Result OfficeSession::run(const QString& statement, const QVariantList& parameters) {
-    return reported([&] { return connection.run(statement, parameters); });
+    noteWrite(statement.toUtf8());
+    if (opening.isEmpty())
+        return reported([&] { return connection.run(statement, parameters); });
+    return runTogether({{.statement = statement.toUtf8(), .parameters = parameters}}).back();
+}
+
+std::vector<Postgres::Result> OfficeSession::runTogether(const std::vector<Postgres::Question>& questions) {
+    std::vector<Postgres::Question> all = takeOpening();
+    const auto before = static_cast<std::ptrdiff_t>(all.size());
+    all.insert(all.end(), questions.begin(), questions.end());
+    std::vector<Postgres::Result> results = reported([&] { return connection.runTogether(all); });
+    results.erase(results.begin(), results.begin() + before);
+    return results;
+}
+
+std::vector<Postgres::Result> OfficeSession::ask(const std::vector<Postgres::Question>& questions) {
+    if (inTransaction())
+        return runTogether(questions);
+    std::vector<std::optional<Postgres::Result>> known;
+    std::vector<Postgres::Question> unknown;
+    for (const Postgres::Question& question : questions) {
+        known.push_back(answers.find(address, question));
+        if (!known.back())
+            unknown.push_back(question);
+    }
+    const std::vector<Postgres::Result> news =
+        unknown.size() == 1 // a batch takes the client a little longer
+            ? std::vector{run(QString::fromUtf8(unknown[0].statement), unknown[0].parameters)}
+            : unknown.empty() ? std::vector<Postgres::Result>() : runTogether(unknown);
+    std::vector<Postgres::Result> results;
+    for (std::size_t i = 0, next = 0; i < questions.size(); ++i) {
+        if (!known[i])
+            answers.keep(address, questions[i], news[next]);
+        results.push_back(known[i] ? *known[i] : news[next++]);
+    }
+    return results;
 }
 
 void OfficeSession::runScript(const QString& statements) {
-    reported([&] { connection.runScript(statements); });
+    noteWrite({});
+    QString script;
+    for (const Postgres::Question& question : takeOpening())
+        script += QString::fromUtf8(question.statement) + u';';
+    reported([&] { connection.runScript(script + statements); });
 }
 
 void OfficeSession::queue(const QByteArray& statement, const QVariantList& parameters) {
-    reported([&] { connection.queue(statement, parameters); });
+    noteWrite(statement);
+    reported([&] {
+        for (const Postgres::Question& question : takeOpening())
+            connection.queue(question.statement, {});
+        connection.queue(statement, parameters);
+    });
 }
 
 void OfficeSession::finish() {
@@ -118,9 +178,12 @@ void OfficeSession::readColumns() {
             for (const QString& spelling : spelled)
                 if (spelling.compare(name, Qt::CaseInsensitive) == 0)
                     name = spelling;
-        columns.insert({found.text(row, 0).toUInt(), found.text(row, 1).toInt()},
-                       columnOf(name, found.text(row, 3)));
-        if (!found.isNull(row, 6)) // the role's own table comes last and hides a shared one
+        const quint32 table = found.text(row, 0).toUInt();
+        const int place = found.text(row, 1).toInt();
+        columns.insert({table, place}, columnOf(name, found.text(row, 3)));
+        lastColumns.insert(table, place);         // they come in order
+        tables.insert(found.text(row, 4), table); // the role's own table comes last and hides a shared one
+        if (!found.isNull(row, 6))
             sequences.insert(found.text(row, 4), found.text(row, 6));
     }
 }
@@ -128,6 +191,16 @@ void OfficeSession::readColumns() {
 const ColumnInfo* OfficeSession::column(quint32 table, int number) const {
     const auto found = columns.constFind({table, number});
     return found == columns.cend() ? nullptr : &*found;
+}
+
+QList<ColumnInfo> OfficeSession::columnsOf(const QString& table) const {
+    QList<ColumnInfo> found;
+    const auto number = tables.constFind(table.toLower());
+    const int last = number == tables.cend() ? 0 : lastColumns.value(*number);
+    for (int place = 1; place <= last; ++place)
+        if (const ColumnInfo* known = column(*number, place)) // a dropped one leaves a gap
+            found.append(*known);
+    return found;
 }
 
 std::unique_ptr<OfficeSession> OfficePool::take(const OfficeOptions& options) {
@@ -146,7 +219,7 @@ std::unique_ptr<OfficeSession> OfficePool::take(const OfficeOptions& options) {
         session->setSource(options.connectionString);
         return session;
     }
-    return std::make_unique<OfficeSession>(options);
+    return std::make_unique<OfficeSession>(options, answers);
 }
 
 void OfficePool::giveBack(const QString& address, std::unique_ptr<OfficeSession> session) noexcept {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/office/EventAnswers.h"
 #include "core/postgres/Postgres.h"
 #include "core/store/Engine.h"
 #include "core/store/OfficeEngines.h"
@@ -8,20 +9,24 @@
 #include <QMutex>
 
 #include <map>
+#include <utility>
 #include <vector>
 
 /// A connection to an office's server with what it knows of the tables. Everything throws DatabaseFault with
 /// the provider's numbers.
 class OfficeSession {
   public:
-    /// Connects and reads the columns of all tables. Throws PasswordNeeded.
-    explicit OfficeSession(const OfficeOptions& options);
+    /// Connects and reads the columns of all tables. The answers outlive the session. Throws PasswordNeeded.
+    OfficeSession(const OfficeOptions& options, EventAnswers& answers);
 
     /// Reports faults with this text as their source.
     void setSource(const QString& connectionString) { source = connectionString.toStdString(); }
 
     Postgres::Result run(const QString& statement, const QVariantList& parameters = {});
     void runScript(const QString& statements);
+    /// The answers to questions that write nothing and lock nothing: those that this event has got already,
+    /// the others at one go. Within a transaction all are asked.
+    std::vector<Postgres::Result> ask(const std::vector<Postgres::Question>& questions);
     void queue(const QByteArray& statement, const QVariantList& parameters);
     /// Waits for what is queued.
     void finish();
@@ -29,13 +34,20 @@ class OfficeSession {
     /// Throws what a write meets whose row another user has changed or deleted since it was read.
     [[noreturn]] void refuseChanged() const;
 
+    /// Starts a transaction with these statements, which are sent along with the next one.
+    void begin(const QByteArrayList& statements) { opening = statements; }
+    /// Ends a transaction for which nothing was sent yet; false if something was.
+    bool dropUnsent() { return !std::exchange(opening, {}).isEmpty(); }
+
     bool isSound() const { return connection.isSound(); }
-    bool inTransaction() const { return connection.inTransaction(); }
+    bool inTransaction() const { return !opening.isEmpty() || connection.inTransaction(); }
 
     /// A column of a table by the server's numbers; null for any other.
     const ColumnInfo* column(quint32 table, int number) const;
     /// The name of the sequence that gives the rows of a table their keys; empty if the rows have none.
     QString rowKeys(const QString& table) const { return sequences.value(table.toLower()); }
+    /// The columns of a table in its order, with that of the row key; nothing for an unknown one.
+    QList<ColumnInfo> columnsOf(const QString& table) const;
 
   private:
     template<typename Body>
@@ -43,11 +55,19 @@ class OfficeSession {
     void readColumns();
     /// Whether the role has lost its rights since it connected: no table can be seen any more.
     bool isLockedOut();
+    std::vector<Postgres::Result> runTogether(const std::vector<Postgres::Question>& questions);
+    std::vector<Postgres::Question> takeOpening();
+    void noteWrite(QByteArrayView statement);
 
     Postgres::Connection connection;
+    EventAnswers& answers;
+    QString address;
     std::string source;
     QHash<std::pair<quint32, int>, ColumnInfo> columns;
     QHash<QString, QString> sequences; // by table
+    QHash<QString, quint32> tables;    // the server's numbers
+    QHash<quint32, int> lastColumns;   // by that number
+    QByteArrayList opening;            // what starts a transaction and was not sent yet
 };
 
 /// The connections that wait for the next event, by address.
@@ -58,6 +78,7 @@ class OfficePool {
     void close();
 
   private:
+    EventAnswers answers;
     QMutex mutex;
     std::map<QString, std::vector<std::unique_ptr<OfficeSession>>> idle; // QHash cannot hold what only moves
 };

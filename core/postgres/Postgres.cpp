@@ -90,9 +90,8 @@ std::int32_t numberOf(QByteArrayView state) {
 
 } // namespace
 
-void Result::Clear::operator()(pg_result* result) const {
-    PQclear(result);
-}
+Result::Result(pg_result* result) : held(result, PQclear) {}
+
 int Result::rows() const {
     return PQntuples(held.get());
 }
@@ -216,12 +215,22 @@ void Connection::queue(const QByteArray& statement, const QVariantList& paramete
 }
 
 void Connection::finish() {
-    if (queued == 0)
-        return;
+    if (queued > 0)
+        awaitQueued();
+}
+
+std::vector<Result> Connection::runTogether(const std::vector<Question>& questions) {
+    finish();
+    for (const Question& question : questions)
+        queue(question.statement, question.parameters);
+    return awaitQueued();
+}
+
+std::vector<Result> Connection::awaitQueued() {
     queued = 0;
     if (!PQpipelineSync(handle.get()))
         fail(nullptr);
-    std::unique_ptr<Result> failure;
+    std::vector<Result> answers;
     const pg_result* failed = nullptr;
     for (bool synchronised = false; !synchronised;) {
         pg_result* result = PQgetResult(handle.get());
@@ -231,16 +240,16 @@ void Connection::finish() {
             continue;
         }
         const ExecStatusType status = PQresultStatus(result);
-        auto held = std::make_unique<Result>(result);
+        answers.emplace_back(result);
         synchronised = status == PGRES_PIPELINE_SYNC;
-        if (!failure && (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE)) {
+        if (!failed && (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE))
             failed = result;
-            failure = std::move(held);
-        }
     }
     PQexitPipelineMode(handle.get());
-    if (failure || PQstatus(handle.get()) != CONNECTION_OK)
+    if (failed || PQstatus(handle.get()) != CONNECTION_OK)
         fail(failed);
+    answers.pop_back(); // the end of the batch
+    return answers;
 }
 
 bool Connection::isSound() const {

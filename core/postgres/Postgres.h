@@ -8,6 +8,7 @@
 #include <QVariantList>
 
 #include <memory>
+#include <vector>
 
 struct pg_conn;
 struct pg_result;
@@ -35,10 +36,10 @@ class PasswordNeeded : public ServerFault {
     using ServerFault::ServerFault;
 };
 
-/// All rows of one statement.
+/// All rows of one statement. Copies share them.
 class Result {
   public:
-    explicit Result(pg_result* result) : held(result) {}
+    explicit Result(pg_result* result);
 
     int rows() const;
     int columns() const;
@@ -60,10 +61,13 @@ class Result {
     QByteArray command() const;
 
   private:
-    struct Clear {
-        void operator()(pg_result* result) const;
-    };
-    std::unique_ptr<pg_result, Clear> held;
+    std::shared_ptr<pg_result> held;
+};
+
+/// A statement with a value for each $1, $2…
+struct Question {
+    QByteArray statement;
+    QVariantList parameters = {};
 };
 
 /// An open connection to a database.
@@ -78,6 +82,10 @@ class Connection {
     Result run(const QString& statement, const QVariantList& parameters = {});
     /// Runs any number of statements; without BEGIN in them, all or none.
     void runScript(const QString& statements);
+
+    /// Runs statements one after another, but asks the server only once. Each sees what was stored when its
+    /// turn comes. Outside a transaction all or none are done.
+    std::vector<Result> runTogether(const std::vector<Question>& questions);
 
     /// Queues a statement without waiting for the server. What goes wrong shows at the next `finish`, and
     /// then none of those queued since the last has been done unless in a transaction.
@@ -97,6 +105,7 @@ class Connection {
     int serverVersion() const;
 
   private:
+    std::vector<Result> awaitQueued();
     [[noreturn]] void fail(const pg_result* result) const;
     Result checked(pg_result* result) const;
     struct Finish {

@@ -11,16 +11,13 @@ std::optional<DataState> readDataState(const QString& jobID, const QString& tank
         Connection user = dbConnection("User");
         user.setBusyTimeout(maxWait);
         user.Open();
-        DataState state{.version = user.engine().changeCounter()}; // first, so that no change is missed
-        if (jobID.isEmpty() && tankID.isEmpty())
-            return state;
-        Recordset found; // in one statement: an office is a way off
-        found.Open("SELECT (SELECT COUNT(*) FROM tblJobHeader WHERE JobID = ?) AS Jobs, "
-                   "(SELECT COUNT(*) FROM tblJobData WHERE TankID = ?) AS Tanks",
-                   user, {jobID, tankID});
-        state.jobExists = !jobID.isEmpty() && found["Jobs"].number() > 0;
-        state.tankExists = !tankID.isEmpty() && found["Tanks"].number() > 0;
-        return state;
+        const Engine::Look seen =
+            user.engine().look("SELECT (SELECT COUNT(*) FROM tblJobHeader WHERE JobID = ?) AS Jobs, "
+                               "(SELECT COUNT(*) FROM tblJobData WHERE TankID = ?) AS Tanks",
+                               {jobID, tankID});
+        return DataState{.version = seen.counter,
+                         .jobExists = !jobID.isEmpty() && seen.row[0].toInt() > 0,
+                         .tankExists = !tankID.isEmpty() && seen.row[1].toInt() > 0};
     } catch (const Fault&) {
         return std::nullopt;
     }

@@ -60,7 +60,9 @@ void Recordset::Open(const QString& source, const Connection& connection, Cursor
     Close();
     cursor = connection.engine().open(
         source, {.wholeTable = command == CommandType::Table, .forChange = cursorType == CursorType::Keyset});
-    step();
+    unread = true;
+    if (command != CommandType::Table) // of which many want the columns or a new row only
+        look();
 }
 
 void Recordset::Open(const QString& source, const Connection& connection, const QVariantList& parameters,
@@ -76,8 +78,13 @@ void Recordset::Close() {
     assigned.clear();
     stored.clear();
     following.reset();
-    onRow = adding = deleted = resting = false;
+    unread = onRow = adding = deleted = resting = false;
     next = 0;
+}
+
+void Recordset::look() {
+    if (std::exchange(unread, false))
+        step();
 }
 
 void Recordset::step() {
@@ -112,6 +119,7 @@ void Recordset::letGo() {
 }
 
 void Recordset::moveNext() {
+    look();
     if (!std::exchange(deleted, false))
         requireRow();
     resting = false;
@@ -138,7 +146,8 @@ QStringList Recordset::columnNames() const {
     return names;
 }
 
-void Recordset::requireRow() const {
+void Recordset::requireRow() {
+    look();
     if (!onRow && !adding)
         throw DatabaseFault(DatabaseFault::NoCurrentRecord,
                             "Either BOF or EOF is True, or the current record has been deleted.");
@@ -149,7 +158,7 @@ const QVariant* Recordset::find(const RowValues& values, int column) {
     return found == values.cend() ? nullptr : &found->second;
 }
 
-QVariant Recordset::value(int column) const {
+QVariant Recordset::value(int column) {
     requireRow();
     if (const QVariant* change = find(assigned, column))
         return *change;
@@ -160,6 +169,7 @@ QVariant Recordset::value(int column) const {
 }
 
 void Recordset::AddNew() {
+    unread = false;
     assigned.clear();
     stored.clear();
     adding = true;

@@ -127,7 +127,10 @@ class Recordset {
     void Close();
 
     /// True if there is no current row.
-    bool atEnd() const { return !onRow; }
+    bool atEnd() {
+        look();
+        return !onRow;
+    }
     void moveNext();
     int RecordCount() const { return cursor->count(); }
     /// Column names, in the order of the table or statement.
@@ -144,15 +147,17 @@ class Recordset {
     void Delete();
 
   private:
+    void look();
     void step();
     void letGo();
     /// The value of a column among some; null if it is not one of them.
     static const QVariant* find(const RowValues& values, int column);
-    QVariant value(int column) const;
+    QVariant value(int column);
     int columnIndex(const QString& name) const;
-    void requireRow() const;
+    void requireRow();
 
     std::unique_ptr<EngineCursor> cursor;
+    bool unread = false; // whether the first row of a table was not looked for yet
     bool onRow = false;
     bool deleted = false; // whether Delete has removed the current row
     bool resting = false; // whether the read was released for a write; the current row is then in `stored`

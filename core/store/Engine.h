@@ -77,6 +77,21 @@ class Engine {
     virtual int schemaVersion() = 0;
     /// Changes with every write to the data, including those of another instance of the program.
     virtual quint32 changeCounter() = 0;
+    /// The counter of changes, and after it the first row of a statement; empty if there is none. An engine a
+    /// way off asks once for both, and may repeat its last answer within one event, as long as this program
+    /// has written nothing since.
+    struct Look {
+        quint32 counter = 0;
+        QVariantList row = {};
+    };
+    virtual Look look(const QString& statement, const QVariantList& parameters) {
+        Look seen{.counter = changeCounter()}; // first, so that no change is missed
+        const auto rows = open(statement, {.parameters = parameters});
+        if (rows->step())
+            for (int i = 0; i < rows->columns().size(); ++i)
+                seen.row.append(rows->value(i));
+        return seen;
+    }
     /// Whether a table exists.
     virtual bool hasTable(const QString& table) = 0;
     /// Runs a schema script in the caller's transaction and stores the resulting version.

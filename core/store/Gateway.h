@@ -37,7 +37,7 @@ class Rows {
     Rows(const QString& databaseName, const QString& statement, const QVariantList& parameters,
          CursorType cursor = CursorType::ForwardOnly);
 
-    bool atEnd() const { return recordset->atEnd(); }
+    bool atEnd() { return recordset->atEnd(); }
     Recordset::Field operator[](const QString& column) { return (*recordset)[column]; }
     Recordset* operator->() { return recordset.get(); }
     Recordset& operator*() { return *recordset; }

@@ -11,6 +11,7 @@
 #include "core/store/OfficeEngines.h"
 #include "core/store/Schema.h"
 #include "tests/support/BothEngines.h"
+#include "tests/support/OfficeProxy.h"
 
 #include <atomic>
 #include <thread>
@@ -44,6 +45,11 @@ class OfficeTest : public testing::Test {
     }
     static void addJob(const QString& jobID) {
         execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES (?, 'first')", {jobID});
+    }
+    static JobHeader headerOf(const QString& jobID) {
+        JobHeader header;
+        header.jobID = jobID;
+        return header;
     }
     /// The row of a job, as a user has it open.
     static void openJob(Recordset& job, const Connection& user) {
@@ -100,7 +106,12 @@ TEST_F(OfficeTest, ASaveWaitsForAnotherAndThenSeesIt) {
         Transaction saving(ben);
         Recordset his;
         openJob(his, ben);
-        EXPECT_NE(failureOf<DataLocked>([&] { const Transaction waiting(anna); }), "");
+        EXPECT_NE(failureOf<DataLocked>([&] {
+                      const Transaction waiting(anna);
+                      Recordset hers;
+                      openJob(hers, anna);
+                  }),
+                  "");
         his["JobInfo"] = "of Ben";
         his.Update();
         saving.commit();
@@ -203,6 +214,66 @@ TEST_F(OfficeTest, OnlyTheConnectionOutlivesAnEvent) {
                   .text(0, 0),
               "0");
     EXPECT_EQ(value("SELECT JobInfo AS V FROM tblJobHeader"), "first");
+}
+
+// What a screen asks for again before the event is over is known: the way to a server is long.
+TEST_F(OfficeTest, AnEventAsksForNothingTwice) {
+    addJob("A");
+    Postgres::Connection elsewhere = office.connection();
+    const auto write = [&](const QString& text) {
+        elsewhere.run("UPDATE tblJobHeader SET JobInfo = $1", {text});
+    };
+    const QString info = "SELECT JobInfo AS V FROM tblJobHeader";
+    const auto version = [] { return readDataState("A", {}).value_or(DataState()).version; };
+    EXPECT_EQ(value(info), "first");
+    const quint32 before = version();
+    write("second");
+    EXPECT_EQ(value(info), "first") << "known in this event";
+    EXPECT_EQ(version(), before);
+    std::thread([&] { EXPECT_EQ(value(info), "second") << "no event"; }).join();
+    QCoreApplication::processEvents();
+    EXPECT_NE(version(), before) << "the next event learns of it";
+    EXPECT_EQ(value(info), "second");
+    write("third");
+    addJob("B");
+    EXPECT_EQ(value(info + " WHERE JobID = 'A'"), "third");
+    write("fourth");
+    Connection user = openDatabase("User");
+    const Transaction saving(user);
+    Recordset job;
+    job.Open(info + " WHERE JobID = 'A'", user);
+    EXPECT_EQ(job["V"].text(), "fourth") << "what is to be saved is compared with what is stored now";
+}
+
+TEST_F(OfficeTest, AsksTheServerAsSeldomAsItCan) {
+    const QString folder = OfficeServer::shared().folder();
+    OfficeProxy proxy(folder);
+    useAddress(office.address().replace(folder, proxy.folder()));
+    openDatabase("User"); // connects
+    const std::pair<int, std::function<void()>> cases[] = {
+        {0, [] { Records::jobHeaderSizes(); }},
+        {3, [] { Records::addJobHeader(headerOf("A")); }}, // compared at once, added, stored
+        {4, [] { Records::addTankLines("A", {TankLine()}); }},
+        {1, [] { readDataState("A", "A.1"); }},
+        {0, [] { readDataState("A", "A.1"); }},
+        {1, [] { Records::findTankLine("A.1"); }},
+        {0, [] { Records::findTankLine("A.1"); }},
+        {0,
+         [] {
+             const Connection user = openDatabase("User");
+             const Transaction nothing(user);
+         }},
+        {5, [] { Deletion::deleteJob("A"); }},
+        {1, [] { readDataState("A", "A.1"); }},
+    };
+    int number = 0;
+    for (const auto& [trips, act] : cases) {
+        proxy.takeRoundTrips();
+        act();
+        EXPECT_EQ(proxy.takeRoundTrips(), trips) << "case " << number;
+        ++number;
+    }
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
 }
 
 TEST_F(OfficeTest, TheCounterTellsEveryWrite) {

@@ -1,4 +1,4 @@
-#include "bench/OfficeProxy.h"
+#include "tests/support/OfficeProxy.h"
 
 #include <QFile>
 #include <QtEndian>
