@@ -448,11 +448,7 @@ TEST_F(OfficeTest, HasNoCopiesButUndoesADeletion) {
 TEST_F(OfficeTest, AUserWhoIsRemovedMeanwhileIsTold) {
     const Connection ben = connectionOf("ben");
     Postgres::Connection keeper = office.connection();
-    {
-        Postgres::Transaction write(keeper);
-        OfficeSchema::removeUser(keeper, "ben");
-        write.commit();
-    }
+    OfficeSchema::removeUser(keeper, "ben");
     EXPECT_TRUE(failureOf([&] {
                     Recordset().Open("SELECT * FROM tblJobHeader", ben);
                 }).startsWith("You are no longer one of the office's users."));
