@@ -133,8 +133,8 @@ std::vector<Job> newest(std::size_t most, const QString& text) {
     }
     Recordset rows;
     rows.Open("SELECT JobID, JobDscrptn, Contractor, Engineer, DateCreated FROM tblJobHeader WHERE " +
-                  conditions + " ORDER BY DateCreated DESC",
-              user, values);
+                  conditions + " ORDER BY DateCreated DESC LIMIT " + QString::number(most),
+              user, values); // an office would send all that follow, too
     const Recordset::Field description = rows["JobDscrptn"];
     return jobsOf(rows, most, &description);
 }

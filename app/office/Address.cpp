@@ -24,9 +24,10 @@ QString partOf(const QString& address, const char* keyword) {
         PQconninfoParse(address.toUtf8().constData(), &text), PQconninfoFree);
     const std::unique_ptr<char, void (*)(void*)> error(text, PQfreemem);
     if (!options)
-        throw DatabaseFault(DatabaseFault::Unspecified,
-                            std::string("The address of the office cannot be understood: ") +
-                                (error ? error.get() : "no memory"));
+        throw DatabaseFault( // libpq's words may hold all of the address
+            DatabaseFault::Unspecified,
+            "The address of the office cannot be understood: " +
+                ServerAddress::withoutPassword(error ? error.get() : "no memory").trimmed().toStdString());
     for (const PQconninfoOption* option = options.get(); option->keyword; ++option)
         if (qstrcmp(option->keyword, keyword) == 0)
             return QString::fromUtf8(option->val);

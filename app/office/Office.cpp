@@ -91,6 +91,20 @@ void addUsersRole(Connection& office, Report& report) {
     }
 }
 
+/// Takes from everybody what lets a user store things that are no rows of a table and keep the user's role
+/// from being removed. Only a superuser can.
+void closeLargeObjects(Connection& office, Report& report) {
+    const bool open = isTrue(office,
+                             "(SELECT rolsuper FROM pg_roles WHERE rolname = current_user) AND "
+                             "has_function_privilege($1, 'pg_catalog.lo_create(oid)', 'EXECUTE')",
+                             {usersRole(office)});
+    if (!open)
+        return;
+    office.run("REVOKE ALL ON FUNCTION pg_catalog.lo_create(oid), pg_catalog.lo_creat(integer), "
+               "pg_catalog.lo_from_bytea(oid, bytea) FROM PUBLIC");
+    report += "Only administrators may store large objects in it.";
+}
+
 /// Who may connect, and where the program's tables are looked for. A backup restored into another database
 /// lacks this.
 void setDatabaseRights(Connection& office, Report& report) {
@@ -108,6 +122,7 @@ void setDatabaseRights(Connection& office, Report& report) {
         office.run("ALTER DATABASE " + name + " SET search_path = \"$user\", office");
         report += "Only members of " + role + " may connect to the database.";
     }
+    closeLargeObjects(office, report);
     for (const QString& user : OfficeSchema::users(office))
         if (hasRole(office, user) && !isTrue(office, "pg_has_role($1, $2, 'MEMBER')", {user, role})) {
             office.run("GRANT " + quotedName(role) + " TO " + quotedName(user));
@@ -123,14 +138,12 @@ Report createIn(Connection& database, Mode mode) {
     const int found = OfficeSchema::versionOf(database);
     if (found > 0) {
         report += QString("The database %1 is an office already, of version %2.")
-                      .arg(database.database())
-                      .arg(found);
+                      .arg(database.database(), QString::number(found));
     } else {
         requireUsable(database);
         OfficeSchema::create(database);
         report += QString("The database %1 is an office of version %2.")
-                      .arg(database.database())
-                      .arg(OfficeSchema::currentVersion());
+                      .arg(database.database(), QString::number(OfficeSchema::currentVersion()));
     }
     const qsizetype said = report.size();
     setDatabaseRights(database, report);

@@ -16,11 +16,13 @@ namespace Office {
 
 namespace {
 
-/// Refuses a name that no schema can have, or that is the office's own.
+/// Refuses a name that no role or schema can have, that is the office's own, or that the search path takes
+/// for another.
 void requireName(const QString& user) {
     constexpr qsizetype longestName = 63; // bytes
     if (user.startsWith(QStringLiteral("pg_")) || user == u"office" || user == u"public" ||
-        user == u"information_schema" || user.toUtf8().size() > longestName)
+        user == u"information_schema" || user == u"none" || user == u"$user" ||
+        user.toUtf8().size() > longestName)
         refuse("A user cannot have the name " + user + ".");
 }
 
@@ -39,11 +41,16 @@ QString encrypted(const QString& role, const QString& password) {
     return QString::fromLatin1(secret.get());
 }
 
-/// Refuses a role that could go round the rights of its user.
+/// Refuses a role that could go round the rights of its user, by itself or as a member of another: one that
+/// may do more on the server, has one of the server's own roles, or owns the office.
 void requirePlainRole(Connection& office, const QString& role) {
-    const Result found = office.run("SELECT rolcanlogin::int, (rolsuper OR rolcreatedb OR rolcreaterole OR "
-                                    "rolreplication OR rolbypassrls)::int FROM pg_roles WHERE rolname = $1",
-                                    {role});
+    const Result found = office.run(
+        "SELECT rolcanlogin::int, EXISTS (SELECT 1 FROM pg_roles r "
+        "WHERE pg_has_role(u.oid, r.oid, 'MEMBER') AND (r.rolsuper OR r.rolcreatedb OR r.rolcreaterole "
+        "OR r.rolreplication OR r.rolbypassrls OR r.rolname ~ '^pg_' "
+        "OR r.oid = (SELECT nspowner FROM pg_namespace WHERE nspname = 'office')))::int "
+        "FROM pg_roles u WHERE rolname = $1",
+        {role});
     if (found.text(0, 1) == u"1")
         refuse(QString("The role %1 is there already, and may do more on the server than a user of an "
                        "office. Nothing "
@@ -190,7 +197,8 @@ Report listUsers(const QString& address) {
             state = "has no tables: add-user completes it";
         else if (!is(3))
             state = "may not log in";
-        report += QString("%1  %2, %3 connected").arg(found.text(row, 0), -20).arg(state, found.text(row, 4));
+        report +=
+            found.text(row, 0).leftJustified(20) + "  " + state + ", " + found.text(row, 4) + " connected";
     }
     if (report.isEmpty())
         report += "The office has no users yet.";

@@ -64,15 +64,19 @@ class OfficeEngine final : public Engine {
     }
 
     void begin() override {
+        writing = true;
         session->begin({"BEGIN", "SET LOCAL lock_timeout = " + QByteArray::number(options.busyMilliseconds),
                         officeTurn.toUtf8()});
     }
-    void beginReading() override { session->begin({"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"}); }
+    void beginReading() override {
+        writing = false;
+        session->begin({"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"});
+    }
     void commit() override {
         if (session->dropUnsent())
             return;
         // The server answers COMMIT after a failure with a rollback, and calls that a success.
-        if (session->run(QStringLiteral("COMMIT")).command() != "COMMIT")
+        if (committed().command() != "COMMIT")
             throw DatabaseFault(DatabaseFault::Unspecified,
                                 "The changes were not stored, because one of them failed.",
                                 options.connectionString.toStdString());
@@ -146,6 +150,22 @@ class OfficeEngine final : public Engine {
             }
         }
     }
+    /// A connection that is lost after COMMIT was sent takes the server's answer with it.
+    Postgres::Result committed() {
+        session->finish();
+        const bool unsure = writing && session->isSound();
+        try {
+            return session->run(QStringLiteral("COMMIT"));
+        } catch (const DatabaseFault& fault) {
+            if (!unsure || session->isSound())
+                throw;
+            throw DatabaseFault(fault.number(),
+                                std::string(fault.what()) +
+                                    "\nThe changes may have been stored nevertheless. Please look before you "
+                                    "make them again.",
+                                options.connectionString.toStdString());
+        }
+    }
     int number(const QString& sql) {
         const Postgres::Result found = session->run(sql);
         return found.rows() > 0 ? found.text(0, 0).toInt() : 0;
@@ -155,6 +175,7 @@ class OfficeEngine final : public Engine {
     OfficeOptions options;
     std::unique_ptr<OfficeSession> session;
     bool limited = false;
+    bool writing = false; // in the transaction that is open
 };
 
 class Engines final : public OfficeEngines {

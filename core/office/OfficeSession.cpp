@@ -59,9 +59,25 @@ auto OfficeSession::reported(Body&& body) -> decltype(body()) {
         if (state == "55P03" || state == "40P01" || state == "40001") // waited too long, or for each other
             throw DataLocked(fault.number(),
                              "Could not use the database; it is locked by another user or program.", source);
+        if (state == "42P01" && isLockedOut())
+            throw DatabaseFault(fault.number(),
+                                "You are no longer one of the office's users. Please ask whoever keeps the "
+                                "office's database.",
+                                source);
         if (state == "57014")
             throw DatabaseFault(fault.number(), "The database takes too long to answer.", source);
         throw DatabaseFault(fault.number(), fault.what(), source);
+    }
+}
+
+bool OfficeSession::isLockedOut() {
+    if (connection.inTransaction()) // which answers nothing more after a failure
+        return false;
+    try {
+        return connection.run(QStringLiteral("SELECT has_schema_privilege('office', 'USAGE')")).text(0, 0) ==
+               u"f";
+    } catch (const DatabaseFault&) {
+        return false;
     }
 }
 
@@ -133,6 +149,10 @@ void OfficeSession::queue(const QByteArray& statement, const QVariantList& param
             connection.queue(question.statement, {});
         connection.queue(statement, parameters);
     });
+}
+
+void OfficeSession::finish() {
+    reported([&] { connection.finish(); });
 }
 
 void OfficeSession::refuseChanged() const {

@@ -28,6 +28,8 @@ class OfficeSession {
     /// the others at one go. Within a transaction all are asked.
     std::vector<Postgres::Result> ask(const std::vector<Postgres::Question>& questions);
     void queue(const QByteArray& statement, const QVariantList& parameters);
+    /// Waits for what is queued.
+    void finish();
 
     /// Throws what a write meets whose row another user has changed or deleted since it was read.
     [[noreturn]] void refuseChanged() const;
@@ -51,6 +53,8 @@ class OfficeSession {
     template<typename Body>
     auto reported(Body&& body) -> decltype(body());
     void readColumns();
+    /// Whether the role has lost its rights since it connected: no table can be seen any more.
+    bool isLockedOut();
     std::vector<Postgres::Result> runTogether(const std::vector<Postgres::Question>& questions);
     std::vector<Postgres::Question> takeOpening();
     void noteWrite(QByteArrayView statement);

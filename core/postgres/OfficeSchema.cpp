@@ -49,6 +49,10 @@ void grant(Connection& office, const QString& role) {
         QStringLiteral("GRANT USAGE, SELECT ON ALL SEQUENCES IN SCHEMA office, %1 TO %1;").arg(name));
 }
 
+bool hasRole(Connection& office, const QString& role) {
+    return office.run(QStringLiteral("SELECT 1 FROM pg_roles WHERE rolname = $1"), {role}).rows() > 0;
+}
+
 void noteVersion(Connection& office, int version) {
     office.run(QStringLiteral("UPDATE office.version SET version = $1"), {version});
 }
@@ -103,7 +107,8 @@ void upgrade(Connection& office) {
         noteVersion(office, version + 1);
     }
     for (const QString& role : all)
-        grant(office, role);
+        if (hasRole(office, role)) // a backup restored on another server may have brought the tables alone
+            grant(office, role);
 }
 
 void addUser(Connection& office, const QString& role) {

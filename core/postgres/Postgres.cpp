@@ -3,6 +3,8 @@
 #include "core/base/Numbers.h"
 #include "core/base/ServerAddress.h"
 
+#include <QRegularExpression>
+
 #include <libpq-fe.h>
 
 #include <array>
@@ -54,6 +56,21 @@ struct Values {
 
 QString trimmed(const char* message) {
     return QString::fromUtf8(message).trimmed();
+}
+
+/// Whether a server has refused a connection because of its password, and not, say, because there is no such
+/// database. It says why only in a message that may be in any language. So it is asked once more, for the
+/// five characters of SQLSTATE; the connection may then succeed.
+bool isPasswordRefused(pg_conn* connection) {
+    if (!PQconnectionUsedPassword(connection))
+        return false;
+    PQsetErrorVerbosity(connection, PQERRORS_SQLSTATE);
+    PQreset(connection);
+    PQsetErrorVerbosity(connection, PQERRORS_DEFAULT);
+    if (PQstatus(connection) == CONNECTION_OK)
+        return false;
+    static const QRegularExpression wrongPassword(QStringLiteral("\\b28(P01|000)$")); // 000: other methods
+    return wrongPassword.match(trimmed(PQerrorMessage(connection))).hasMatch();
 }
 
 /// The provider's number for a failure of the server.
@@ -135,10 +152,12 @@ Connection::Connection(const QString& uri, const QString& password)
     if (!handle)
         throw std::bad_alloc();
     if (PQstatus(handle.get()) != CONNECTION_OK) {
-        const std::string message = trimmed(PQerrorMessage(handle.get())).toStdString();
-        if (PQconnectionNeedsPassword(handle.get()) || PQconnectionUsedPassword(handle.get()))
+        // What libpq cannot understand it repeats, with the password if there is one.
+        const std::string message = withoutPassword(trimmed(PQerrorMessage(handle.get()))).toStdString();
+        if (PQconnectionNeedsPassword(handle.get()) || isPasswordRefused(handle.get()))
             throw PasswordNeeded("28P01", DatabaseFault::Unspecified, message, source.toStdString());
-        throw ServerFault("08001", DatabaseFault::Unspecified, message, source.toStdString());
+        if (PQstatus(handle.get()) != CONNECTION_OK)
+            throw ServerFault("08001", DatabaseFault::Unspecified, message, source.toStdString());
     }
     PQsetNoticeProcessor(
         handle.get(), [](void*, const char*) {}, nullptr);

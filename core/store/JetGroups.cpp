@@ -89,7 +89,48 @@ Tokens lowerBound(const Tokens& condition, const Token& column) {
     return {};
 }
 
+/// Where one of the columns that order the rows ends.
+qsizetype endOfOrder(const Tokens& tokens, qsizetype begin) {
+    int depth = 0;
+    for (qsizetype i = begin; i < tokens.size(); ++i) {
+        depth += isSymbol(tokens[i], "(") ? 1 : isSymbol(tokens[i], ")") ? -1 : 0;
+        if (depth < 0 || (depth == 0 && (isSymbol(tokens[i], ",") || isWord(tokens[i], "LIMIT") ||
+                                         isWord(tokens[i], "OFFSET") || isWord(tokens[i], "UNION"))))
+            return i;
+    }
+    return tokens.size();
+}
+
+/// What to add to such a column, in which the smallest come last if it is descending.
+Tokens nullsFirst(const Tokens& column) {
+    const auto has = [&](const char* word) {
+        return std::ranges::any_of(column, [word](const Token& token) { return isWord(token, word); });
+    };
+    return tokensOf(has("NULLS")  ? QString()
+                    : has("DESC") ? QStringLiteral(" NULLS LAST ")
+                                  : QStringLiteral(" NULLS FIRST "));
+}
+
 } // namespace
+
+Tokens withNullsFirst(const Tokens& tokens) {
+    Tokens all;
+    qsizetype i = 0;
+    while (i < tokens.size()) {
+        all << tokens[i++];
+        if (!isWord(all.last(), "ORDER"))
+            continue;
+        for (bool more = true; more && i < tokens.size();) {
+            const qsizetype end = endOfOrder(tokens, i);
+            all << tokens.mid(i, end - i) << nullsFirst(tokens.mid(i, end - i));
+            i = end;
+            more = i < tokens.size() && isSymbol(tokens[i], ",");
+            if (more)
+                all << tokens[i++];
+        }
+    }
+    return all;
+}
 
 Tokens groupedToOrdered(const Tokens& tokens) {
     const Places at = placesIn(tokens);

@@ -11,4 +11,8 @@ namespace JetTokens {
 /// at which the engine stops.
 Tokens groupedToOrdered(const Tokens& tokens);
 
+/// Says in each ORDER BY that nulls come before all values, for an engine that has them behind. What says it
+/// itself stays as it is.
+Tokens withNullsFirst(const Tokens& tokens);
+
 } // namespace JetTokens

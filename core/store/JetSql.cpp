@@ -313,6 +313,8 @@ JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) 
         break;
     }
     const QList<bool> compared = trimComparedTexts(tokens);
-    return {Writer(groupedToOrdered(tokens), dialect).write() + naturalOrder(tokens, dialect), compared,
-            updatableTable(tokens)};
+    const Tokens ordered = groupedToOrdered(tokens);
+    return {Writer(dialect.nullsAreLargest() ? withNullsFirst(ordered) : ordered, dialect).write() +
+                naturalOrder(tokens, dialect),
+            compared, updatableTable(tokens)};
 }

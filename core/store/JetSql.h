@@ -39,6 +39,8 @@ class SqlDialect {
     virtual QString likeWord() const { return QStringLiteral("LIKE"); }
     /// What follows a pattern without an escape character, so that it has none.
     virtual QString withoutEscape() const { return {}; }
+    /// Whether the engine takes nulls for larger than all values. In a file they are the smallest.
+    virtual bool nullsAreLargest() const { return false; }
     /// The columns by which the rows of a table come when a statement does not order them; empty where the
     /// engine's own order is the right one.
     virtual QStringList naturalOrder(const QString& /*table*/) const { return {}; }

@@ -30,10 +30,11 @@ class Dialect : public SqlDialect {
     QString likeWord() const override { return QStringLiteral("ILIKE"); }
     /// Otherwise a backslash would be one.
     QString withoutEscape() const override { return QStringLiteral(" ESCAPE ''"); }
+    bool nullsAreLargest() const override { return true; }
     /// The server gives rows back as they lie, and a changed row lies at the end.
     QStringList naturalOrder(const QString& table) const override {
         if (table.compare(QLatin1String("tblJobData"), Qt::CaseInsensitive) == 0)
-            return {QStringLiteral("TankNo"),
+            return {QStringLiteral("TankNo NULLS FIRST"),
                     officeRow}; // the index by which a file finds the lines of a job
         return table.startsWith(QLatin1String("tbl"), Qt::CaseInsensitive) ? QStringList(officeRow)
                                                                            : QStringList();

@@ -107,11 +107,14 @@ TEST(OfficeCommandLine, IsUnderstoodOrRefusedBeforeAnythingIsDone) {
         {{"create", "postgresql:///x?sslpassword=secret"}, 2, "holds a password"},
         {{"create", "dbname=x"}, 1, "must be one such as postgresql://"},
         {{"create", "postgresql://a@/x?nonsense=1"}, 1, "cannot be understood"},
+        {{"create", "postgresql://a:secret@[::1/x"}, 1, "postgresql://a:********@[::1/x"},
         {{"create", "postgresql://postgres@/?host=/nowhere"}, 1, "does not say which database"},
         {{"create", "postgresql://postgres@/x?host=/nowhere"}, 1, "/nowhere"},
         {{"create", "postgresql://postgres@/" + QString(60, 'x')}, 1, "too long"},
         {{"add-user", "postgresql:///x", "office"}, 1, "cannot have the name office"},
         {{"add-user", "postgresql:///x", "pg_anna"}, 1, "cannot have the name pg_anna"},
+        {{"add-user", "postgresql:///x", "none"}, 1, "cannot have the name none"},
+        {{"add-user", "postgresql:///x", "$user"}, 1, "cannot have the name $user"},
         {{"import", "postgresql:///x", "/nowhere"}, 1, "no file /nowhere"},
     };
     for (const auto& row : cases) {
@@ -162,6 +165,20 @@ TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
     EXPECT_THROW(Postgres::Connection(uri("weak", "again")), Postgres::ServerFault);
 }
 
+TEST(OfficeTool, CompletesOneUserAfterTheOtherWhereARestoredBackupFoundNoRoles) {
+    const ToolOffice office({"anna", "ben"});
+    // What is left of users whose roles the server does not know.
+    for (const char* role : {"anna", "ben"})
+        office.execute(QString("REASSIGN OWNED BY %1 TO postgres; DROP OWNED BY %1; DROP ROLE %1").arg(role));
+    expectSaid(runOffice({"upgrade", office.admin()}), 0, "Nothing was changed");
+    for (const char* role : {"anna", "ben"}) {
+        expectSaid(runOffice({"add-user", "--no-password", office.admin(), role}), 0,
+                   "has the rights to its tables back");
+        EXPECT_NO_THROW(Postgres::Connection(office.uri(role)).run("SELECT * FROM tblUser, tblJobData"))
+            << role;
+    }
+}
+
 TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
     const ToolServer server;
     const auto uri = [&](const char* database) { return server.uri("postgres", database); };
@@ -195,11 +212,14 @@ TEST(OfficeTool, LeavesADatabaseAloneThatCannotBecomeAnOffice) {
 TEST(OfficeTool, LetsUsersInAndOutAgain) {
     const ToolOffice office;
     office.execute("CREATE ROLE boss LOGIN CREATEDB");
+    office.execute("CREATE ROLE deputy LOGIN IN ROLE boss");
+    office.execute("CREATE ROLE reader LOGIN IN ROLE pg_read_all_data");
     office.execute("CREATE ROLE quiet NOLOGIN");
     office.execute("CREATE ROLE old LOGIN PASSWORD 'kept'");
     office.execute("CREATE SCHEMA carl");
     const std::string empty = stateOf(office);
-    expectSaid(runOffice({"add-user", office.admin(), "boss"}), 1, "may do more on the server");
+    for (const char* user : {"boss", "deputy", "reader"})
+        expectSaid(runOffice({"add-user", office.admin(), user}), 1, "may do more on the server");
     expectSaid(runOffice({"add-user", office.admin(), "quiet"}), 1, "may not log in");
     expectSaid(runOffice({"add-user", office.admin(), "anna"}), 1, "needs a password");
     expectSaid(runOffice({"add-user", office.admin(), "anna"}, "\n"), 1, "needs a password");
@@ -208,7 +228,7 @@ TEST(OfficeTool, LetsUsersInAndOutAgain) {
     expectSaid(runOffice({"remove-user", office.admin(), "anna"}), 1, "has no user anna");
     expectSaid(runOffice({"add-user", "--dry-run", office.admin(), "anna"}, "x\n"), 0, "Dry run");
     EXPECT_EQ(stateOf(office), empty);
-    for (const char* user : {"anna", "Bén O'Hara", "old"}) {
+    for (const char* user : {"anna", "Bén O'Hara", "50%1", "old"}) {
         expectSaid(runOffice({"add-user", office.admin(), user}, "a pässword\n"), 0, "has tables of its own");
         const std::string one = stateOf(office);
         expectSaid(runOffice({"add-user", office.admin(), user}, "another\n"), 0, "is in the office already");
@@ -222,8 +242,7 @@ TEST(OfficeTool, LetsUsersInAndOutAgain) {
                 .text(0, 0),
             "f");
         const QString listed = runOffice({"list-users", office.admin()}).output;
-        EXPECT_TRUE(
-            listed.contains(QString("%1 in the office, 1 connected").arg(QString("%1 ").arg(user, -20))))
+        EXPECT_TRUE(listed.contains(QString(user).leftJustified(20) + "  in the office, 1 connected"))
             << listed.toStdString();
     }
     EXPECT_TRUE(office.value("SELECT rolpassword FROM pg_authid WHERE rolname = 'anna'")
@@ -233,7 +252,7 @@ TEST(OfficeTool, LetsUsersInAndOutAgain) {
     EXPECT_TRUE(runOffice({"list-users", office.admin()}).output.contains("add-user completes it"));
     expectSaid(runOffice({"add-user", office.admin(), "anna"}), 0, "has the rights to its tables back");
     EXPECT_EQ(Postgres::Connection(office.uri("anna")).run("SELECT PostalCode FROM tblUser").text(0, 0), "1");
-    for (const char* user : {"anna", "Bén O'Hara"}) {
+    for (const char* user : {"anna", "Bén O'Hara", "50%1"}) {
         expectSaid(runOffice({"remove-user", "--dry-run", office.admin(), user}), 0, "Dry run");
         expectSaid(runOffice({"remove-user", office.admin(), user}), 0, "is removed from the server");
     }
@@ -272,6 +291,10 @@ TEST(OfficeTool, AsksForPasswordsWithoutShowingThem) {
     }
     EXPECT_NO_THROW(Postgres::Connection(office.uri("anna"), "her own"));
     expectSaid(runOffice({"list-users", address}), 1, "password"); // nobody to ask
+    const auto [result, shown] =
+        runOnTerminal({"list-users", office.uri("admin", "none")}, {"root and branch"});
+    EXPECT_EQ(result, 1);
+    EXPECT_TRUE(shown.contains("\"none\" does not exist")) << shown.toStdString();
     // As libpq has it.
     QTemporaryDir folder;
     QFile passwords(folder.filePath("pgpass"));

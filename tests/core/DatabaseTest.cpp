@@ -81,6 +81,32 @@ TEST_P(DatabaseTest, UnderstandsTheDialect) {
         QStringLiteral("52.8"));
 }
 
+TEST_P(DatabaseTest, OrdersNullsBeforeAllValues) {
+    for (const char* sql :
+         {"INSERT INTO tblJobHeader (JobID, DateCreated) VALUES ('new', '2026-03-14 00:00:00'), "
+          "('never', NULL), ('old', '2020-01-01 00:00:00')",
+          "INSERT INTO tblJobData (TankID, JobID, TankNo) VALUES ('b', 'new', 1), "
+          "('a', 'new', NULL)"})
+        Recordset().Open(QString::fromUtf8(sql), user);
+    const std::pair<const char*, const char*> cases[] = {
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated", "never old new"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated DESC", "new old never"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated DESC LIMIT 1", "new"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateValue(DateCreated) ASC, JobID DESC",
+         "never old new"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated NULLS LAST", "old new never"},
+        {"SELECT V FROM (SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated LIMIT 1) AS t", "never"},
+        {"SELECT TankID AS V FROM tblJobData WHERE JobID = 'new'", "a b"},
+    };
+    for (const auto& [sql, expected] : cases) {
+        QStringList found;
+        Recordset rows;
+        for (rows.Open(QString::fromUtf8(sql), user); !rows.atEnd(); rows.moveNext())
+            found.append(rows["V"].text());
+        EXPECT_EQ(found.join(' ').toStdString(), expected) << sql;
+    }
+}
+
 TEST_P(DatabaseTest, RefusesBrokenStatements) {
     for (const char* sql :
          {"SELECT 'open", "SELECT [open", "SELECT #open", "SELECT #32/32/2026#", "SELECT #-2026-03-14#",
