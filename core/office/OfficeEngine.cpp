@@ -3,6 +3,7 @@
 #include "core/store/OfficeDialect.h"
 #include "core/store/OfficeEngines.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -65,12 +66,14 @@ class OfficeEngine final : public Engine {
 
     void begin() override {
         writing = true;
-        session->begin({"BEGIN", "SET LOCAL lock_timeout = " + QByteArray::number(options.busyMilliseconds),
-                        officeTurn.toUtf8()});
+        const int wait = std::max(1, options.busyMilliseconds); // 0 would be for ever
+        session->begin({"BEGIN", "SET LOCAL lock_timeout = " + QByteArray::number(wait), officeTurn.toUtf8(),
+                        "SELECT version FROM office.version"},
+                       OfficeSession::Opening::AsksForVersion);
     }
     void beginReading() override {
         writing = false;
-        session->begin({"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"});
+        session->begin({"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"}, OfficeSession::Opening::Plain);
     }
     void commit() override {
         if (session->dropUnsent())

@@ -107,6 +107,8 @@ std::vector<Postgres::Result> OfficeSession::runTogether(const std::vector<Postg
     const auto before = static_cast<std::ptrdiff_t>(all.size());
     all.insert(all.end(), questions.begin(), questions.end());
     std::vector<Postgres::Result> results = reported([&] { return connection.runTogether(all); });
+    if (before > 0 && asksForVersion)
+        requireVersion(results[std::size_t(before) - 1]);
     results.erase(results.begin(), results.begin() + before);
     return results;
 }
@@ -132,6 +134,15 @@ std::vector<Postgres::Result> OfficeSession::ask(const std::vector<Postgres::Que
         results.push_back(known[i] ? *known[i] : news[next++]);
     }
     return results;
+}
+
+/// The office may have been brought up to another version while the program was open.
+void OfficeSession::requireVersion(const Postgres::Result& found) const {
+    if (found.rows() == 0 || found.text(0, 0).toInt() != BRENNOVAL_OFFICE_VERSION)
+        throw RefusedData(DatabaseFault::Unspecified,
+                          "The office's database is of another version than the program by now. Nothing was "
+                          "stored. Please close the program and start it again.",
+                          source);
 }
 
 void OfficeSession::runScript(const QString& statements) {
@@ -219,7 +230,29 @@ std::unique_ptr<OfficeSession> OfficePool::take(const OfficeOptions& options) {
         session->setSource(options.connectionString);
         return session;
     }
-    return std::make_unique<OfficeSession>(options, answers);
+    refuseAfterWaiting(options);
+    const auto start = std::chrono::steady_clock::now();
+    try {
+        return std::make_unique<OfficeSession>(options, answers);
+    } catch (const DatabaseFault& fault) {
+        constexpr std::chrono::seconds longTime(1);
+        const auto now = std::chrono::steady_clock::now();
+        const QMutexLocker lock(&mutex);
+        if (now - start > longTime && !dynamic_cast<const PasswordNeeded*>(&fault))
+            longWait = {.address = options.address,
+                        .end = now,
+                        .number = fault.number(),
+                        .description = fault.what()};
+        throw;
+    }
+}
+
+void OfficePool::refuseAfterWaiting(const OfficeOptions& options) {
+    constexpr std::chrono::seconds pause(5);
+    const QMutexLocker lock(&mutex);
+    if (longWait && longWait->address == options.address &&
+        std::chrono::steady_clock::now() - longWait->end < pause)
+        throw DatabaseFault(longWait->number, longWait->description, options.connectionString.toStdString());
 }
 
 void OfficePool::giveBack(const QString& address, std::unique_ptr<OfficeSession> session) noexcept {

@@ -8,7 +8,10 @@
 #include <QHash>
 #include <QMutex>
 
+#include <chrono>
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -34,8 +37,13 @@ class OfficeSession {
     /// Throws what a write meets whose row another user has changed or deleted since it was read.
     [[noreturn]] void refuseChanged() const;
 
-    /// Starts a transaction with these statements, which are sent along with the next one.
-    void begin(const QByteArrayList& statements) { opening = statements; }
+    /// Starts a transaction with these statements, which are sent along with the next one. Where they end
+    /// with a question for the office's version, that must be the program's.
+    enum class Opening { Plain, AsksForVersion };
+    void begin(const QByteArrayList& statements, Opening kind) {
+        opening = statements;
+        asksForVersion = kind == Opening::AsksForVersion;
+    }
     /// Ends a transaction for which nothing was sent yet; false if something was.
     bool dropUnsent() { return !std::exchange(opening, {}).isEmpty(); }
 
@@ -57,6 +65,7 @@ class OfficeSession {
     bool isLockedOut();
     std::vector<Postgres::Result> runTogether(const std::vector<Postgres::Question>& questions);
     std::vector<Postgres::Question> takeOpening();
+    void requireVersion(const Postgres::Result& found) const;
     void noteWrite(QByteArrayView statement);
 
     Postgres::Connection connection;
@@ -68,17 +77,31 @@ class OfficeSession {
     QHash<QString, quint32> tables;    // the server's numbers
     QHash<quint32, int> lastColumns;   // by that number
     QByteArrayList opening;            // what starts a transaction and was not sent yet
+    bool asksForVersion = false;
+};
+
+/// A server that did not answer for long, and what was reported.
+struct LongWait {
+    QString address;
+    std::chrono::steady_clock::time_point end;
+    std::int32_t number;
+    std::string description;
 };
 
 /// The connections that wait for the next event, by address.
 class OfficePool {
   public:
+    /// Throws as OfficeSession. A server that has just kept somebody waiting in vain is not asked again for a
+    /// few seconds, or each window that comes to the front would wait as long.
     std::unique_ptr<OfficeSession> take(const OfficeOptions& options);
     void giveBack(const QString& address, std::unique_ptr<OfficeSession> session) noexcept;
     void close();
 
   private:
+    void refuseAfterWaiting(const OfficeOptions& options);
+
     EventAnswers answers;
+    std::optional<LongWait> longWait;
     QMutex mutex;
     std::map<QString, std::vector<std::unique_ptr<OfficeSession>>> idle; // QHash cannot hold what only moves
 };

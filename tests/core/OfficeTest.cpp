@@ -13,8 +13,13 @@
 #include "tests/support/BothEngines.h"
 #include "tests/support/OfficeProxy.h"
 
+#include <QFile>
+
 #include <atomic>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace Gateway;
 
@@ -347,6 +352,30 @@ TEST_F(OfficeTest, AConnectionThatIsLostDuringTheCommitLeavesNobodySure) {
     EXPECT_TRUE(failure.contains("may have been stored nevertheless")) << failure.toStdString();
 }
 
+TEST_F(OfficeTest, AServerThatDoesNotAnswerIsWaitedForOnce) {
+    const QTemporaryDir folder;
+    const int silent = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0);
+    sockaddr_un place = {.sun_family = AF_UNIX, .sun_path = {}};
+    qstrncpy(place.sun_path, QFile::encodeName(folder.filePath(".s.PGSQL.5432")), sizeof place.sun_path);
+    ASSERT_EQ(bind(silent, reinterpret_cast<sockaddr*>(&place), sizeof place), 0);
+    ASSERT_EQ(listen(silent, 5), 0);
+    const auto hasBeenAsked = [&] {
+        const int connection = accept(silent, nullptr, nullptr);
+        close(connection);
+        return connection >= 0;
+    };
+    useAddress("postgresql:///office?connect_timeout=2&host=" + folder.path());
+    const QString first = failureOf([] { openDatabase("User"); });
+    EXPECT_NE(first, "");
+    while (hasBeenAsked()) {
+    }
+    EXPECT_EQ(failureOf([] { openDatabase("User"); }), first);
+    EXPECT_FALSE(hasBeenAsked());
+    office.use();
+    EXPECT_NO_THROW(openDatabase("User"));
+    close(silent);
+}
+
 TEST_F(OfficeTest, APasswordIsAskedForOnceAndShownNowhere) {
     office.addUser("asked");
     office.connection("postgres").run("ALTER ROLE asked PASSWORD 'tide''s in'");
@@ -392,6 +421,9 @@ TEST_F(OfficeTest, AnotherVersionIsRefusedClearly) {
     for (const auto& [version, text] : others) {
         keeper.run("UPDATE office.version SET version = $1", {version});
         EXPECT_TRUE(failureOf<RefusedData>(upgrade).contains(text)) << version;
+        // A program that was open meanwhile stores nothing any more.
+        EXPECT_NE(failureOf<RefusedData>([] { Records::addJobHeader(headerOf("A")); }), "") << version;
+        EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
     }
 }
 
