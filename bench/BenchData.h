@@ -122,6 +122,19 @@ class Data {
     TemporaryHome home;
 };
 
+/// Stores a new tank line of a job as a screen does.
+inline void saveNewLine(int number) {
+    Connection connection = Gateway::openDatabase("User");
+    Recordset tank;
+    tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
+    tank.AddNew();
+    tank["TankID"] = "N." + QString::number(number);
+    tank["TankNo"] = number;
+    tank["JobID"] = "N";
+    tank["TotSysVolume"] = "1,234.5";
+    tank.Update();
+}
+
 /// Adds jobs with contractors, engineers and dates.
 inline void addJobs(const Data& data, int jobs) {
     Bare user(data.file("User"));

@@ -69,17 +69,8 @@ void searchBare(benchmark::State& state, int models) {
 void saveProgram(benchmark::State& state, int tankLines) {
     const Data data(200, tankLines);
     int number = 0;
-    for (auto _ : state) {
-        Connection connection = openDatabase("User");
-        Recordset tank;
-        tank.Open("tblJobData", connection, CursorType::Keyset, CommandType::Table);
-        tank.AddNew();
-        tank["TankID"] = "N." + QString::number(++number);
-        tank["TankNo"] = number;
-        tank["JobID"] = "N";
-        tank["TotSysVolume"] = "1,234.5";
-        tank.Update();
-    }
+    for (auto _ : state)
+        saveNewLine(++number);
 }
 
 void saveBare(benchmark::State& state, int tankLines) {

@@ -438,8 +438,11 @@ void BrennovalMain::buildStatusBar() {
 
 void BrennovalMain::updateClock() {
     const QDateTime now = QDateTime::currentDateTime();
-    dateLabel->setText(shownDate(now.date()));
-    timeLabel->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+    for (const auto& [label, text] :
+         {std::pair(dateLabel, shownDate(now.date())),
+          {timeLabel, QLocale().toString(now.time(), QLocale::ShortFormat)}})
+        if (label->text() != text) // or the whole status bar would be painted every second
+            label->setText(text);
 }
 
 void BrennovalMain::toggleKey(int key) {

@@ -196,6 +196,19 @@ void alignNumbers(QTreeWidget& list, const QList<QTreeWidgetItem*>& rows) {
     }
 }
 
+/// The headings of a list, arranged as its rows are. They are announced in one go: at every change the list
+/// would measure all of its columns.
+void setHeadings(QTreeWidget& list, const QStringList& headings, const QList<QTreeWidgetItem*>& rows) {
+    const int columns = static_cast<int>(headings.size());
+    list.setColumnCount(columns);
+    {
+        const QSignalBlocker together(list.model());
+        list.setHeaderLabels(headings);
+        alignNumbers(list, rows);
+    }
+    emit list.model()->headerDataChanged(Qt::Horizontal, 0, columns - 1);
+}
+
 } // namespace
 
 KeptRows::KeptRows(const QWidget& screen) {
@@ -305,8 +318,6 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
     const bool sorted = list->isSortingEnabled() && headings == headingsOf(*list);
     stopSorting(list); // or each row would be sorted in
     list->clear();
-    list->setColumnCount(static_cast<int>(headings.size()));
-    list->setHeaderLabels(headings);
     QList<QTreeWidgetItem*> items; // the list takes ownership
     for (std::unique_ptr<ListRow>& row : rows) {
         for (int column = 0; column < row->columnCount(); ++column)
@@ -314,7 +325,7 @@ void fillList(QTreeWidget* list, const QStringList& headings, ListRows rows, Sel
                 row->setText(column, beginningOf(text));
         items.append(row.release());
     }
-    alignNumbers(*list, items);
+    setHeadings(*list, headings, items);
     list->addTopLevelItems(items);
     if (sorted) // by the heading that was clicked last
         list->setSortingEnabled(true);

@@ -1,6 +1,7 @@
 #include "core/store/JetGroups.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace JetTokens {
 
@@ -60,33 +61,80 @@ class Line {
     Tokens tokens;
 };
 
-/// From "column * 3 >= 40", all of whose terms must hold, what it means for the column itself, which an index
-/// can find: the quotient, rounded well down because the product is rounded as well. Empty if there is no
-/// such term.
-Tokens lowerBound(const Tokens& condition, const Token& column) {
+/// The terms of a condition, without blanks, all of which must hold; empty if some need not.
+QList<Tokens> termsOf(const Tokens& condition) {
     for (const char* word : {"OR", "NOT", "BETWEEN", "CASE"})
         if (std::ranges::any_of(condition, [word](const Token& token) { return isWord(token, word); }))
             return {};
-    constexpr qsizetype length = 5;
+    QList<Tokens> terms(1);
     int depth = 0;
-    for (qsizetype i = 0; i + length <= condition.size(); ++i) {
-        depth += isSymbol(condition[i], "(") ? 1 : isSymbol(condition[i], ")") ? -1 : 0;
-        const bool begins = i == 0 || isWord(condition[i - 1], "AND");
-        const bool ends = i + length == condition.size() || isWord(condition[i + length], "AND");
-        if (depth != 0 || !begins || !ends || !isSame(condition[i], column) ||
-            !isSymbol(condition[i + 1], "*") || condition[i + 2].kind != Kind::Number ||
-            !isSymbol(condition[i + 3], ">=") || condition[i + 4].kind != Kind::Number)
-            continue;
-        const double factor = condition[i + 2].text.toDouble();
-        const double least = condition[i + 4].text.toDouble();
-        constexpr double rounding = 1e-12;
-        constexpr int allDigits = 17;
-        if (factor > 0 && least > 0)
-            return {column,
-                    {Kind::Symbol, QStringLiteral(">=")},
-                    {Kind::Number, QString::number(least / factor * (1 - rounding), 'g', allDigits)}};
+    for (const Token& token : condition) {
+        depth += isSymbol(token, "(") ? 1 : isSymbol(token, ")") ? -1 : 0;
+        if (depth == 0 && isWord(token, "AND"))
+            terms.append(Tokens());
+        else
+            terms.last().append(token);
     }
-    return {};
+    return terms;
+}
+
+/// A column and the least value that a term lets it have.
+struct Bound {
+    Token column;
+    Tokens least;
+};
+
+/// From "column * 3 >= 40" what it means for the column itself, which an index can find: the quotient,
+/// rounded well down because the product is rounded as well. From "column >= 2 * (3 + 4)" just that. Nothing
+/// from any other term.
+std::optional<Bound> boundOf(const Tokens& term) {
+    constexpr qsizetype lengthOfProduct = 5;
+    if (term.size() < 3 || !isName(term[0]))
+        return std::nullopt;
+    const auto isFigure = [](const Token& token) {
+        return token.kind == Kind::Number || token.kind == Kind::Symbol;
+    };
+    if (isSymbol(term[1], ">=") && std::all_of(term.begin() + 2, term.end(), isFigure))
+        return Bound{term[0], term.mid(2)};
+    if (term.size() != lengthOfProduct || !isSymbol(term[1], "*") || term[2].kind != Kind::Number ||
+        !isSymbol(term[3], ">=") || term[4].kind != Kind::Number)
+        return std::nullopt;
+    const double factor = term[2].text.toDouble();
+    const double least = term[4].text.toDouble();
+    constexpr double rounding = 1e-12;
+    constexpr int allDigits = 17;
+    if (!(factor > 0 && least > 0))
+        return std::nullopt;
+    return Bound{term[0], {{Kind::Number, QString::number(least / factor * (1 - rounding), 'g', allDigits)}}};
+}
+
+/// The first row in the order of a column, among the rows of a series that meet a condition. The condition's
+/// bounds on the column are where the walk along the index begins. Those on other columns are first held
+/// against the greatest value in the series, so that a walk which cannot end at a row does not begin.
+Tokens firstOfSeries(const Token& column, const Token& table, const Tokens& series, const Tokens& condition) {
+    Line line;
+    Line promising;
+    line << "WHERE" << series;
+    for (const Tokens& term : termsOf(withoutBlanks(condition))) {
+        const std::optional<Bound> bound = boundOf(term);
+        if (!bound)
+            continue;
+        if (isSame(bound->column, column)) {
+            line << "AND" << column << ">=" << bound->least;
+            continue;
+        }
+        promising << (promising.tokens.isEmpty() ? "CASE WHEN" : "AND");
+        promising << "( SELECT MAX (" << bound->column << ") FROM" << table << "WHERE" << series
+                  << ") >=" << bound->least;
+    }
+    if (!condition.isEmpty())
+        line << "AND (" << condition << ")";
+    line << "ORDER BY" << column << "NULLS LAST LIMIT";
+    if (promising.tokens.isEmpty())
+        line << "1";
+    else
+        line << promising.tokens << "THEN 1 ELSE 0 END";
+    return line.tokens;
 }
 
 /// Where one of the columns that order the rows ends.
@@ -143,22 +191,16 @@ Tokens groupedToOrdered(const Tokens& tokens) {
     const Tokens condition = hasWhere ? tokens.mid(at.where + 1, at.group - at.where - 1) : Tokens();
     const Tokens head = tokens.first(hasWhere ? at.where : at.group);
     const Tokens asked = withoutBlanks(head);
-    const bool minimum = asksForMinimum(asked);
     Line line;
-    if (minimum) // the same without the function
+    if (asksForMinimum(asked)) { // the same without the function
         line << asked[0] << asked[3] << asked[5] << asked[6] << asked[7] << asked[8];
-    else
-        line << head;
-    line << "WHERE" << series;
-    if (const Tokens bound = minimum ? lowerBound(withoutBlanks(condition), asked[3]) : Tokens();
-        !bound.isEmpty())
-        line << "AND" << bound;
+        line << firstOfSeries(asked[3], asked[8], series, condition);
+        return line.tokens;
+    }
+    line << head << "WHERE" << series;
     if (hasWhere)
         line << "AND (" << condition << ")";
-    if (minimum)
-        line << "ORDER BY" << asked[3] << "NULLS LAST LIMIT 1";
-    else
-        line << tokens.mid(at.group, at.having - at.group);
+    line << tokens.mid(at.group, at.having - at.group);
     return line.tokens;
 }
 

@@ -31,6 +31,7 @@ CREATE TABLE tblModelMaster (
 );
 CREATE INDEX idxModelAcceptance ON tblModelMaster (Class, AcceptanceVolume, TankVolume, TankSysConn);
 CREATE INDEX idxModelVolume ON tblModelMaster (Class, TankVolume);
+CREATE INDEX idxModelConnection ON tblModelMaster (Class, TankSysConn);
 
 CREATE TABLE tblSpecMaster (
     Submittal TEXT(10) COLLATE NOCASE NOT NULL PRIMARY KEY,

@@ -1,5 +1,6 @@
 #include "setup/pages/HelpFolder.h"
 
+#include <QDirIterator>
 #include <QFileInfo>
 
 #ifndef Q_OS_WIN
@@ -21,9 +22,12 @@ bool isOwn(const QFileInfo& folder) {
 } // namespace
 
 void removeLeftHelpFolders() {
-    const QFileInfoList folders =
-        QDir::temp().entryInfoList({HelpFolder::Name + u'*'}, QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QFileInfo& found : folders) {
+    // Names are compared here: a filter of names is compiled to a pattern, which takes longer at every start.
+    QDirIterator all(QDir::tempPath(), QDir::Dirs | QDir::NoDotAndDotDot);
+    while (all.hasNext()) {
+        const QFileInfo found = all.nextFileInfo();
+        if (!found.fileName().startsWith(HelpFolder::Name))
+            continue;
         QDir folder(found.filePath());
         const QString lockFile = folder.filePath(HelpFolder::LockName);
         if (!isOwn(found) || !QFile::exists(lockFile)) // without a lock it is still being created

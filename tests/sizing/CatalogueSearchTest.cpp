@@ -1,12 +1,16 @@
 // Searches the catalogue as shipped.
 
 #include "sizing/CatalogueSearch.h"
+#include "core/base/Text.h"
 #include "core/store/Gateway.h"
+#include "shock/ShockSizes.h"
 #include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <functional>
 #include <random>
 #include <set>
 
@@ -136,4 +140,93 @@ TEST(CatalogueSearch, OffersShockTanksWhoseConnectionsSuitThePipe) {
     for (const auto& row : cases)
         EXPECT_EQ(shown(findShockModels("SHK", row.volume, row.bore)), row.options)
             << row.volume << " gal on a bore of " << row.bore << " in";
+}
+
+namespace {
+
+/// Gives the catalogue a series X of random models, many of one size, and some with the least or the greatest
+/// of everything.
+void addRandomSeries(std::mt19937& random) {
+    const auto oneOf = [&](std::initializer_list<double> values) {
+        return statementNumber(values.begin()[random() % values.size()]);
+    };
+    for (int i = 0; i < 60; ++i)
+        Gateway::execute(
+            "Sys",
+            QString(
+                "INSERT INTO tblModelMaster (ModelDscrptn, App, Class, ASME, TankVolume, AcceptanceVolume, "
+                "TankOD, OAL, TankSysConn, TankWkPressure, ShipWeight) "
+                "VALUES ('X %1', 'SHK', 'X', 0, %2, %3, 1, %1, %4, 125, 1)")
+                .arg(QString::number(i), oneOf({.1, 1, 3, 10, 10.000000000000002, 35, 700}),
+                     oneOf({0, .1, .3, 2, 7, 7.000000000000001, 20, 500}), oneOf({.47, .5, 1, 3, 4, 8})));
+}
+
+/// The search as the catalogue answers the plain question: no condition is moved and no index asked.
+std::vector<TankOption> plainSearch(Connection& catalogue, const std::function<QString(int)>& condition,
+                                    std::vector<TankOption> (*search)(const ModelSource&)) {
+    return search({[&](int quantity) -> std::optional<double> {
+                       Recordset row;
+                       row.Open("SELECT Min(AcceptanceVolume) AS V FROM tblModelMaster NOT INDEXED WHERE "
+                                "Class = 'X' AND (" +
+                                    condition(quantity) + ")",
+                                catalogue);
+                       return row["V"].isNull() ? std::nullopt : std::optional(row["V"].number());
+                   },
+                   [&](double size) {
+                       std::vector<TankOption> options;
+                       Recordset row;
+                       row.Open("SELECT * FROM tblModelMaster NOT INDEXED WHERE Class = 'X' AND "
+                                "AcceptanceVolume = " +
+                                    statementNumber(size) + " ORDER BY TankVolume, TankSysConn, rowid",
+                                catalogue);
+                       for (; !row.atEnd(); row.moveNext())
+                           options.push_back({0, row["ModelDscrptn"].text().toStdString()});
+                       return options;
+                   }});
+}
+
+} // namespace
+
+/// What is asked first, so that a walk through the series can be spared, must not change an answer, also in a
+/// catalogue that has no index for it.
+TEST(CatalogueSearch, FindsWhatThePlainQuestionFinds) {
+    const TemporaryHome home;
+    home.installData();
+    Connection catalogue = Gateway::openDatabase("Sys");
+    std::mt19937 random(28);
+    int found = 0;
+    int empty = 0;
+    for (int round = 0; round < 4; ++round) {
+        Gateway::execute("Sys", "DELETE FROM tblModelMaster WHERE Class = 'X'");
+        if (round == 2)
+            Gateway::execute("Sys", "DROP INDEX idxModelConnection");
+        if (round != 0) // at first the series has no model
+            addRandomSeries(random);
+        for (int i = 0; i < 40; ++i) {
+            const double volume = std::array{.1, 1., 10., 35., 70., 700., 2100., 4200., 4200.1}[random() % 9];
+            const double bore =
+                std::array{1., 2.12, 3 / connectionShare, 8 / connectionShare, 17.1, 41., 42.}[random() % 7];
+            const double least = std::array{0., .3, 7., 14., 42.00000000000001, 3001.}[random() % 6];
+            const auto volumes = plainSearch(
+                catalogue,
+                [&](int quantity) {
+                    return QString("AcceptanceVolume * %1 >= %2 AND TankVolume * %1 >= %3")
+                        .arg(QString::number(quantity), statementNumber(least), statementNumber(volume));
+                },
+                searchModels);
+            EXPECT_EQ(shown(findModels("X", volume, least)), shown(volumes)) << volume << ' ' << least;
+            const auto connections = plainSearch(
+                catalogue,
+                [&](int quantity) {
+                    return QString("TankVolume * %1 >= %2 AND TankSysConn >= (1/%1^.5) * (%3 * %4)")
+                        .arg(QString::number(quantity), statementNumber(volume), statementNumber(bore),
+                             statementNumber(connectionShare));
+                },
+                searchShockModels);
+            EXPECT_EQ(shown(findShockModels("X", volume, bore)), shown(connections)) << volume << ' ' << bore;
+            (connections.empty() ? empty : found) += 1;
+        }
+    }
+    EXPECT_GT(found, 20);
+    EXPECT_GT(empty, 20);
 }
