@@ -37,12 +37,12 @@ QImage coloredMasks(const IconMasks& masks, const QColor& color, int size) {
         const int product = value * of255;
         return (product + (product >> 8) + 128) >> 8;
     };
+    auto* const pixels = reinterpret_cast<QRgb*>(image.bits());
     for (qsizetype i = 0; i < masks.size(); ++i) {
         const int covered = static_cast<unsigned char>(masks[i]);
         if (covered == 0)
             continue;
-        const auto place = i % (qsizetype(size) * size);
-        QRgb& pixel = reinterpret_cast<QRgb*>(image.bits())[place];
+        QRgb& pixel = pixels[i % (qsizetype(size) * size)];
         const int left = 255 - covered;
         pixel = qRgba(share(color.red(), covered) + share(qRed(pixel), left),
                       share(color.green(), covered) + share(qGreen(pixel), left),
