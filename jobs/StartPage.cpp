@@ -40,10 +40,12 @@ void openJob(const QString& jobID) {
 
 StartPage::StartPage(QWidget* parent) : QWidget(parent) {
     setupUi(this);
-    for (QWidget* part : jobsParts()) // whether there are any is known when the page shows
-        part->hide();
     drawMark();
     prepareTasks();
+    lvJobs->setColumnCount(4);
+    lvJobs->header()->setStretchLastSection(false); // the description has the room to spare
+    lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    lvJobs->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
     const auto open = [](const QTreeWidgetItem* row) { openJob(row->text(0)); };
     connect(lvJobs, &QTreeWidget::itemClicked, this, open);
     connect(lvJobs, &QTreeWidget::itemActivated, this, open);
@@ -52,10 +54,6 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
         if (lvJobs->topLevelItemCount() > 0)
             openJob(lvJobs->topLevelItem(0)->text(0));
     });
-}
-
-std::array<QWidget*, 3> StartPage::jobsParts() const {
-    return {lblJobs, txtFind, lvJobs};
 }
 
 void StartPage::prepareTasks() {
@@ -78,14 +76,6 @@ void StartPage::prepareTasks() {
     }
 }
 
-/// Not before there is a job: measuring headings loads a font of their own.
-void StartPage::prepareColumns() {
-    lvJobs->setColumnCount(4);
-    lvJobs->header()->setStretchLastSection(false); // the description has the room to spare
-    lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
-    lvJobs->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
-}
-
 /// Lists the newest jobs. If they cannot be read, only the tasks are shown: a background never asks the user
 /// anything.
 void StartPage::fillJobs() {
@@ -99,12 +89,8 @@ void StartPage::fillJobs() {
         rows.clear();
     }
     const bool any = !rows.empty() || !txtFind->text().isEmpty();
-    for (QWidget* part : jobsParts())
+    for (QWidget* part : std::initializer_list<QWidget*>{lblJobs, txtFind, lvJobs})
         part->setVisible(any);
-    if (!any)
-        return lvJobs->clear();
-    if (lvJobs->columnCount() == 1)
-        prepareColumns();
     fillList(lvJobs, {"Job ID", "Description", "Contractor", "Date Created"}, std::move(rows),
              Selected::None);
 }

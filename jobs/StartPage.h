@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-#include <array>
-
 /// What the empty frame shows: the tasks and the newest jobs. It is a background rather than a screen, so the
 /// session does not change until something is chosen.
 class StartPage : public QWidget, private Ui::StartPage {
@@ -20,9 +18,6 @@ class StartPage : public QWidget, private Ui::StartPage {
 
   private:
     void prepareTasks();
-    void prepareColumns();
     void fillJobs();
-    /// What there is to see when there are jobs.
-    std::array<QWidget*, 3> jobsParts() const;
     void drawMark();
 };

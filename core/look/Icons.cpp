@@ -1,29 +1,28 @@
 #include "core/look/Icons.h"
 
+#include "core/look/IconDrawing.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 namespace Appearance {
 
 namespace {
 
-QPixmap rendered(const QByteArray& svg, const QColor& color, const QSize& size) {
-    QSvgRenderer renderer(QByteArray(svg).replace("currentColor", color.name().toLatin1()));
-    QPixmap pixmap(size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    renderer.render(&painter);
-    return pixmap;
-}
-
 QByteArray drawingOf(const QString& name) {
     QFile file(":/icons/" + name + ".svg");
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QPixmap drawn(const QString& name, const QColor& color, const QSize& size) {
+    QFile mask(QStringLiteral(":/icons/%1-%2.mask").arg(name).arg(size.width()));
+    if (size.width() == size.height() && mask.open(QIODevice::ReadOnly))
+        return QPixmap::fromImage(coloredMasks(mask.readAll(), color, size.width()));
+    return QPixmap::fromImage(drawnIcon(drawingOf(name), color, size));
 }
 
 /// An icon of the set, drawn when first shown, in the palette's colours at that moment.
@@ -40,12 +39,12 @@ class SetIcon : public QIconEngine {
             mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
         const QString key =
             QStringLiteral("icon %1 %2 %3x%4").arg(name, color.name()).arg(size.width()).arg(size.height());
-        QPixmap drawn;
-        if (!QPixmapCache::find(key, &drawn)) {
-            drawn = rendered(drawingOf(name), color, size);
-            QPixmapCache::insert(key, drawn);
+        QPixmap icon;
+        if (!QPixmapCache::find(key, &icon)) {
+            icon = drawn(name, color, size);
+            QPixmapCache::insert(key, icon);
         }
-        return drawn;
+        return icon;
     }
 
     QIconEngine* clone() const override { return new SetIcon(name); } // the icon takes ownership
@@ -57,8 +56,8 @@ class SetIcon : public QIconEngine {
 } // namespace
 
 QPixmap picture(const QString& name, const QSize& size, qreal pixelRatio) {
-    QPixmap pixmap = rendered(drawingOf(name), QApplication::palette().color(QPalette::WindowText),
-                              (QSizeF(size) * pixelRatio).toSize());
+    QPixmap pixmap = drawn(name, QApplication::palette().color(QPalette::WindowText),
+                           (QSizeF(size) * pixelRatio).toSize());
     pixmap.setDevicePixelRatio(pixelRatio);
     return pixmap;
 }

@@ -438,9 +438,8 @@ void BrennovalMain::buildStatusBar() {
 
 void BrennovalMain::updateClock() {
     const QDateTime now = QDateTime::currentDateTime();
-    for (const auto& [label, text] :
-         {std::pair(dateLabel, shownDate(now.date())),
-          {timeLabel, QLocale().toString(now.time(), QLocale::ShortFormat)}})
+    for (const auto& [label, text] : {std::pair(dateLabel, shownDate(now.date())),
+                                      {timeLabel, QLocale().toString(now.time(), QLocale::ShortFormat)}})
         if (label->text() != text) // or the whole status bar would be painted every second
             label->setText(text);
 }

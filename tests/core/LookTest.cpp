@@ -1,4 +1,5 @@
 #include "core/look/Appearance.h"
+#include "core/look/IconDrawing.h"
 #include "core/look/SharedPalette.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ElidedLabel.h"
@@ -8,6 +9,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDirIterator>
 #include <QImage>
 #include <QLayout>
 #include <QPainter>
@@ -79,6 +81,28 @@ TEST(Look, IsReadableInLightAndDark) {
         EXPECT_GE(contrastOfMarks(palette), 4.5) << "in scheme " << int(scheme);
     }
     QApplication::setPalette(before);
+}
+
+/// What the build has drawn must look as what the program draws at other sizes.
+TEST(Look, IconsDrawnByTheBuildAreThoseOfTheirDrawings) {
+    int compared = 0;
+    for (QDirIterator drawings(":/icons", {"*.svg"}); drawings.hasNext();) {
+        QFile drawing(drawings.next());
+        ASSERT_TRUE(drawing.open(QIODevice::ReadOnly));
+        const QByteArray svg = drawing.readAll();
+        for (const int size : Appearance::maskSizes) {
+            QFile mask(QString(":/icons/%1-%2.mask").arg(drawings.fileInfo().baseName()).arg(size));
+            ASSERT_TRUE(mask.open(QIODevice::ReadOnly)) << mask.fileName().toStdString();
+            const QByteArray bytes = mask.readAll();
+            for (const QColor color : {QColor(27, 36, 44), QColor(231, 235, 239), QColor(150, 20, 250)}) {
+                const QImage shown = Appearance::coloredMasks(bytes, color, size);
+                EXPECT_TRUE(shown == Appearance::drawnIcon(svg, color, {size, size}))
+                    << mask.fileName().toStdString();
+                compared += shown.pixelColor(size / 2, size / 2).alpha() != 0;
+            }
+        }
+    }
+    EXPECT_GT(compared, 50);
 }
 
 TEST(Look, OrdersTheButtonsOfMessagesAsScreensDo) {
