@@ -116,10 +116,14 @@ std::vector<Postgres::Result> OfficeSession::runTogether(const std::vector<Postg
 std::vector<Postgres::Result> OfficeSession::ask(const std::vector<Postgres::Question>& questions) {
     if (inTransaction())
         return runTogether(questions);
+    const auto knownOf = [&](const Postgres::Question& question) { return answers.find(address, question); };
+    // What is read later must not be older than what told whether anything had changed.
+    if (questions.size() > 1 && !knownOf(questions.front()))
+        answers.forget();
     std::vector<std::optional<Postgres::Result>> known;
     std::vector<Postgres::Question> unknown;
     for (const Postgres::Question& question : questions) {
-        known.push_back(answers.find(address, question));
+        known.push_back(knownOf(question));
         if (!known.back())
             unknown.push_back(question);
     }

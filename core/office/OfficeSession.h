@@ -28,7 +28,8 @@ class OfficeSession {
     Postgres::Result run(const QString& statement, const QVariantList& parameters = {});
     void runScript(const QString& statements);
     /// The answers to questions that write nothing and lock nothing: those that this event has got already,
-    /// the others at one go. Within a transaction all are asked.
+    /// the others at one go. Of several the first tells what the others belong to: once it is asked anew, so
+    /// is everything else in this event. Within a transaction all are asked.
     std::vector<Postgres::Result> ask(const std::vector<Postgres::Question>& questions);
     void queue(const QByteArray& statement, const QVariantList& parameters);
     /// Waits for what is queued.
