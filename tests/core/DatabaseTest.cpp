@@ -97,6 +97,8 @@ TEST_P(DatabaseTest, OrdersNullsBeforeAllValues) {
         {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated NULLS LAST", "old new never"},
         {"SELECT V FROM (SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated LIMIT 1) AS t", "never"},
         {"SELECT TankID AS V FROM tblJobData WHERE JobID = 'new'", "a b"},
+        {"SELECT TankID AS V FROM tblJobData WHERE JobID = 'new' ; ", "a b"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated DESC;", "new old never"},
     };
     for (const auto& [sql, expected] : cases) {
         QStringList found;
