@@ -109,6 +109,27 @@ TEST_P(DatabaseTest, OrdersNullsBeforeAllValues) {
     }
 }
 
+TEST_P(DatabaseTest, ATableThatCannotBeReadDoesNotPassForAnEmptyOne) {
+    Recordset().Open("INSERT INTO tblEngineer (fldName) VALUES ('Stone')", user);
+    Connection reader = Gateway::dbConnection("User");
+    reader.setBusyTimeout(1);
+    reader.Open();
+    Recordset engineers;
+    engineers.Open("tblEngineer", reader, CursorType::ForwardOnly, CommandType::Table);
+    if (onOffice())
+        office->connection("postgres")
+            .run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                 "WHERE usename = 'anna' AND datname = current_database()");
+    else
+        Recordset().Open("BEGIN EXCLUSIVE", user);
+    EXPECT_THROW(engineers.atEnd(), DatabaseFault);
+    EXPECT_THROW(engineers.atEnd(), DatabaseFault);
+    if (onOffice())
+        return;
+    Recordset().Open("COMMIT", user);
+    EXPECT_EQ(engineers["fldName"].text(), "Stone");
+}
+
 TEST_P(DatabaseTest, RefusesBrokenStatements) {
     for (const char* sql :
          {"SELECT 'open", "SELECT [open", "SELECT #open", "SELECT #32/32/2026#", "SELECT #-2026-03-14#",
