@@ -97,8 +97,10 @@ void OfficeCursor::readNamesOfTable() {
 }
 
 bool OfficeCursor::step() {
-    if (paged && !std::exchange(begun, true))
+    if (paged && !begun) {
         result = page({});
+        begun = true;
+    }
     if (++row >= result.rows() && paged && !sought && result.rows() == pageSize) {
         const qint64 last = result.bytes(result.rows() - 1, keyPlace).toLongLong();
         pageSize = std::min(pageSize * 8, largestPage);

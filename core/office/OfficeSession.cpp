@@ -26,6 +26,10 @@ ColumnInfo columnOf(const QString& name, const QString& type) {
     return {name, Kind::Unknown, 0};
 }
 
+bool isQuery(QByteArrayView statement) {
+    return statement.startsWith("SELECT");
+}
+
 Postgres::Connection connected(const OfficeOptions& options) {
     try {
         return Postgres::Connection(options.address, options.password);
@@ -83,7 +87,7 @@ bool OfficeSession::isLockedOut() {
 
 /// What anything but a query does to the data makes the answers of this event old.
 void OfficeSession::noteWrite(QByteArrayView statement) {
-    if (!statement.startsWith("SELECT"))
+    if (!isQuery(statement))
         answers.forget();
 }
 
@@ -97,9 +101,28 @@ std::vector<Postgres::Question> OfficeSession::takeOpening() {
 
 Postgres::Result OfficeSession::run(const QString& statement, const QVariantList& parameters) {
     noteWrite(statement.toUtf8());
+    if (!inTransaction())
+        return isQuery(statement.toUtf8()) ? reported([&] { return connection.run(statement, parameters); })
+                                           : writeAlone(statement, parameters);
     if (opening.isEmpty())
         return reported([&] { return connection.run(statement, parameters); });
     return runTogether({{.statement = statement.toUtf8(), .parameters = parameters}}).back();
+}
+
+/// The question in front fails in an office of another version, and then the server does not come to the
+/// write.
+Postgres::Result OfficeSession::writeAlone(const QString& statement, const QVariantList& parameters) {
+    const QByteArray guard = "SELECT 1 / (version = " + QByteArray::number(BRENNOVAL_OFFICE_VERSION) +
+                             ")::int FROM office.version";
+    try {
+        return runTogether(
+                   {{.statement = guard}, {.statement = statement.toUtf8(), .parameters = parameters}})
+            .back();
+    } catch (const DatabaseFault& fault) {
+        if (fault.number() == Fault::DivisionByZero) // of the guard or of the statement itself
+            requireVersion(run(QStringLiteral("SELECT version FROM office.version")));
+        throw;
+    }
 }
 
 std::vector<Postgres::Result> OfficeSession::runTogether(const std::vector<Postgres::Question>& questions) {
@@ -116,10 +139,14 @@ std::vector<Postgres::Result> OfficeSession::runTogether(const std::vector<Postg
 std::vector<Postgres::Result> OfficeSession::ask(const std::vector<Postgres::Question>& questions) {
     if (inTransaction())
         return runTogether(questions);
+    const auto knownOf = [&](const Postgres::Question& question) { return answers.find(address, question); };
+    // What is read later must not be older than what told whether anything had changed.
+    if (questions.size() > 1 && !knownOf(questions.front()))
+        answers.forget();
     std::vector<std::optional<Postgres::Result>> known;
     std::vector<Postgres::Question> unknown;
     for (const Postgres::Question& question : questions) {
-        known.push_back(answers.find(address, question));
+        known.push_back(knownOf(question));
         if (!known.back())
             unknown.push_back(question);
     }
@@ -155,11 +182,9 @@ void OfficeSession::runScript(const QString& statements) {
 
 void OfficeSession::queue(const QByteArray& statement, const QVariantList& parameters) {
     noteWrite(statement);
-    reported([&] {
-        for (const Postgres::Question& question : takeOpening())
-            connection.queue(question.statement, {});
-        connection.queue(statement, parameters);
-    });
+    if (!opening.isEmpty()) // whose answers count
+        runTogether({});
+    reported([&] { connection.queue(statement, parameters); });
 }
 
 void OfficeSession::finish() {

@@ -25,10 +25,13 @@ class OfficeSession {
     /// Reports faults with this text as their source.
     void setSource(const QString& connectionString) { source = connectionString.toStdString(); }
 
+    /// Runs a statement. A write, alone or in a transaction, is refused with RefusedData if the office is of
+    /// another version than the program by now.
     Postgres::Result run(const QString& statement, const QVariantList& parameters = {});
     void runScript(const QString& statements);
     /// The answers to questions that write nothing and lock nothing: those that this event has got already,
-    /// the others at one go. Within a transaction all are asked.
+    /// the others at one go. Of several the first tells what the others belong to: once it is asked anew, so
+    /// is everything else in this event. Within a transaction all are asked.
     std::vector<Postgres::Result> ask(const std::vector<Postgres::Question>& questions);
     void queue(const QByteArray& statement, const QVariantList& parameters);
     /// Waits for what is queued.
@@ -64,6 +67,7 @@ class OfficeSession {
     /// Whether the role has lost its rights since it connected: no table can be seen any more.
     bool isLockedOut();
     std::vector<Postgres::Result> runTogether(const std::vector<Postgres::Question>& questions);
+    Postgres::Result writeAlone(const QString& statement, const QVariantList& parameters);
     std::vector<Postgres::Question> takeOpening();
     void requireVersion(const Postgres::Result& found) const;
     void noteWrite(QByteArrayView statement);

@@ -83,8 +83,10 @@ void Recordset::Close() {
 }
 
 void Recordset::look() {
-    if (std::exchange(unread, false))
-        step();
+    if (!unread)
+        return;
+    step();
+    unread = false; // not after a failure, or the table would pass for an empty one
 }
 
 void Recordset::step() {

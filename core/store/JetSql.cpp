@@ -312,6 +312,8 @@ JetStatement rewriteJetSql(const QString& statement, const SqlDialect& dialect) 
             tokens.removeAt(star);
         break;
     }
+    while (!tokens.isEmpty() && (tokens.last().kind == Kind::Blank || isSymbol(tokens.last(), ";")))
+        tokens.removeLast(); // more may follow: the order of the rows
     const QList<bool> compared = trimComparedTexts(tokens);
     const Tokens ordered = groupedToOrdered(tokens);
     return {Writer(dialect.nullsAreLargest() ? withNullsFirst(ordered) : ordered, dialect).write() +

@@ -97,6 +97,8 @@ TEST_P(DatabaseTest, OrdersNullsBeforeAllValues) {
         {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated NULLS LAST", "old new never"},
         {"SELECT V FROM (SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated LIMIT 1) AS t", "never"},
         {"SELECT TankID AS V FROM tblJobData WHERE JobID = 'new'", "a b"},
+        {"SELECT TankID AS V FROM tblJobData WHERE JobID = 'new' ; ", "a b"},
+        {"SELECT JobID AS V FROM tblJobHeader ORDER BY DateCreated DESC;", "new old never"},
     };
     for (const auto& [sql, expected] : cases) {
         QStringList found;
@@ -105,6 +107,27 @@ TEST_P(DatabaseTest, OrdersNullsBeforeAllValues) {
             found.append(rows["V"].text());
         EXPECT_EQ(found.join(' ').toStdString(), expected) << sql;
     }
+}
+
+TEST_P(DatabaseTest, ATableThatCannotBeReadDoesNotPassForAnEmptyOne) {
+    Recordset().Open("INSERT INTO tblEngineer (fldName) VALUES ('Stone')", user);
+    Connection reader = Gateway::dbConnection("User");
+    reader.setBusyTimeout(1);
+    reader.Open();
+    Recordset engineers;
+    engineers.Open("tblEngineer", reader, CursorType::ForwardOnly, CommandType::Table);
+    if (onOffice())
+        office->connection("postgres")
+            .run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                 "WHERE usename = 'anna' AND datname = current_database()");
+    else
+        Recordset().Open("BEGIN EXCLUSIVE", user);
+    EXPECT_THROW(engineers.atEnd(), DatabaseFault);
+    EXPECT_THROW(engineers.atEnd(), DatabaseFault);
+    if (onOffice())
+        return;
+    Recordset().Open("COMMIT", user);
+    EXPECT_EQ(engineers["fldName"].text(), "Stone");
 }
 
 TEST_P(DatabaseTest, RefusesBrokenStatements) {

@@ -7,6 +7,7 @@
 #include "core/store/DataState.h"
 #include "core/store/Deletion.h"
 #include "core/store/JobCopies.h"
+#include "core/store/NameList.h"
 #include "core/store/NewTankLines.h"
 #include "core/store/OfficeEngines.h"
 #include "core/store/Schema.h"
@@ -331,8 +332,29 @@ TEST_F(OfficeTest, AnotherVersionIsRefusedClearly) {
         EXPECT_TRUE(failureOf<RefusedData>(upgrade).contains(text)) << version;
         // A program that was open meanwhile stores nothing any more.
         EXPECT_NE(failureOf<RefusedData>([] { Records::addJobHeader(headerOf("A")); }), "") << version;
+        EXPECT_NE(failureOf<RefusedData>([] { NameList::add("tblEngineer", "Stone"); }), "") << version;
         EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblJobHeader"), "0");
+        EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblEngineer"), "0");
     }
+}
+
+TEST_F(OfficeTest, ATableThatWasOpenedEarlierIsNotWrittenInAnotherVersion) {
+    const Connection user = openDatabase("User");
+    Recordset engineers;
+    engineers.Open("tblEngineer", user, CursorType::Keyset, CommandType::Table);
+    const auto add = [&](const QStringList& names) {
+        Transaction write(user);
+        for (const QString& name : names) {
+            engineers.AddNew();
+            engineers["fldName"] = name;
+            engineers.Update();
+        }
+        write.commit();
+    };
+    add({"A", "B", "C"}); // those after the first are queued
+    office.connection().run("UPDATE office.version SET version = version + 1");
+    EXPECT_NE(failureOf<RefusedData>([&] { add({"D"}); }), "");
+    EXPECT_EQ(value("SELECT COUNT(*) AS V FROM tblEngineer"), "3");
 }
 
 // The two kinds of data have the same tables, columns and sizes, so that each statement and each file of a
