@@ -63,7 +63,8 @@ auto OfficeSession::reported(Body&& body) -> decltype(body()) {
         if (state == "55P03" || state == "40P01" || state == "40001") // waited too long, or for each other
             throw DataLocked(fault.number(),
                              "Could not use the database; it is locked by another user or program.", source);
-        if (state == "42P01" && isLockedOut())
+        const bool denied = state == "42501" && connection.inTransaction(); // which answers nothing more
+        if (denied || ((state == "42P01" || state == "42501") && isLockedOut()))
             throw DatabaseFault(fault.number(),
                                 "You are no longer one of the office's users. Please ask whoever keeps the "
                                 "office's database.",
@@ -75,7 +76,7 @@ auto OfficeSession::reported(Body&& body) -> decltype(body()) {
 }
 
 bool OfficeSession::isLockedOut() {
-    if (connection.inTransaction()) // which answers nothing more after a failure
+    if (connection.inTransaction())
         return false;
     try {
         return connection.run(QStringLiteral("SELECT has_schema_privilege('office', 'USAGE')")).text(0, 0) ==

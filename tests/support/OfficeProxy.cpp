@@ -37,7 +37,7 @@ Number taken(QByteArray& bytes) {
 /// A text that ends with a NUL at the beginning of a message, which is cut off.
 QByteArray takenText(QByteArray& bytes) {
     const auto end = bytes.indexOf('\0');
-    const QByteArray text = bytes.left(end);
+    QByteArray text = bytes.left(end);
     bytes.remove(0, end + 1);
     return text;
 }
