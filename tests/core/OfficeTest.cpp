@@ -11,7 +11,7 @@
 #include "core/store/NewTankLines.h"
 #include "core/store/OfficeEngines.h"
 #include "core/store/Schema.h"
-#include "tests/support/BothEngines.h"
+#include "tests/support/OnOffice.h"
 
 #include <atomic>
 #include <thread>
@@ -20,36 +20,12 @@ using namespace Gateway;
 
 namespace {
 
-class OfficeTest : public testing::Test {
+class OfficeTest : public OnOffice {
   protected:
-    OfficeTest() {
-        home.installData();
-        office.use();
-    }
     ~OfficeTest() override { onPasswordNeeded({}); }
 
-    /// What a routine fails with; an empty text if it does not.
-    template<typename Expected = DatabaseFault>
-    static QString failureOf(const std::function<void()>& body) {
-        try {
-            body();
-        } catch (const Expected& fault) {
-            return QString::fromUtf8(fault.what());
-        }
-        return {};
-    }
-
-    static QString value(const QString& sql) {
-        Rows rows("User", sql);
-        return rows.atEnd() ? QString() : rows["V"].text();
-    }
     static void addJob(const QString& jobID) {
         execute("User", "INSERT INTO tblJobHeader (JobID, JobInfo) VALUES (?, 'first')", {jobID});
-    }
-    static JobHeader headerOf(const QString& jobID) {
-        JobHeader header;
-        header.jobID = jobID;
-        return header;
     }
     /// The row of a job, as a user has it open.
     static void openJob(Recordset& job, const Connection& user) {
@@ -61,13 +37,6 @@ class OfficeTest : public testing::Test {
         data.Open();
         return data;
     }
-    void useAddress(const QString& address) const {
-        using namespace Registry;
-        SetRegValue(AppRegistryKey(), "UserDatabase", address, RegistryType::Text);
-    }
-
-    TemporaryHome home;
-    OfficeDatabase office;
 };
 
 } // namespace

@@ -1,11 +1,10 @@
 // How often the program asks the server of an office, which is a way off.
 
-#include "core/base/Fault.h"
 #include "core/store/DataState.h"
 #include "core/store/Deletion.h"
 #include "core/store/NewTankLines.h"
-#include "tests/support/BothEngines.h"
 #include "tests/support/OfficeProxy.h"
+#include "tests/support/OnOffice.h"
 
 #include <QFile>
 
@@ -16,43 +15,7 @@
 
 using namespace Gateway;
 
-namespace {
-
-class OfficeTrips : public testing::Test {
-  protected:
-    OfficeTrips() {
-        home.installData();
-        office.use();
-    }
-
-    static QString value(const QString& sql) {
-        Rows rows("User", sql);
-        return rows.atEnd() ? QString() : rows["V"].text();
-    }
-    static JobHeader headerOf(const QString& jobID) {
-        JobHeader header;
-        header.jobID = jobID;
-        return header;
-    }
-    static void useAddress(const QString& address) {
-        using namespace Registry;
-        SetRegValue(AppRegistryKey(), "UserDatabase", address, RegistryType::Text);
-    }
-    /// What opening the data fails with; an empty text if it does not.
-    static QString failureOfOpening() {
-        try {
-            openDatabase("User");
-        } catch (const DatabaseFault& fault) {
-            return QString::fromUtf8(fault.what());
-        }
-        return {};
-    }
-
-    TemporaryHome home;
-    OfficeDatabase office;
-};
-
-} // namespace
+using OfficeTrips = OnOffice;
 
 // What a screen asks for again before the event is over is known: the way to a server is long.
 TEST_F(OfficeTrips, AnEventAsksForNothingTwice) {
@@ -149,11 +112,11 @@ TEST_F(OfficeTrips, AServerThatDoesNotAnswerIsWaitedForOnce) {
         return connection >= 0;
     };
     useAddress("postgresql:///office?connect_timeout=2&host=" + folder.path());
-    const QString first = failureOfOpening();
+    const QString first = failureOf([] { openDatabase("User"); });
     EXPECT_NE(first, "");
     while (hasBeenAsked()) {
     }
-    EXPECT_EQ(failureOfOpening(), first);
+    EXPECT_EQ(failureOf([] { openDatabase("User"); }), first);
     EXPECT_FALSE(hasBeenAsked());
     office.use();
     EXPECT_NO_THROW(openDatabase("User"));
