@@ -150,12 +150,11 @@ TEST(OfficeTool, CreatesAnOfficeOnceAndRepairsARestoredOne) {
         expectSaid(runOffice({"upgrade", uri("admin", "o")}), 0, "Nothing was changed");
     }
     // A backup brings the tables back, but neither the roles nor who may connect.
-    QProcess copy;
-    copy.start("sh", {"-c", QString("%1 -Fc '%2' | %3 -d '%4'")
-                                .arg(QString("pg_dump"), uri("postgres", "o"), QString("pg_restore"),
-                                     uri("postgres", "again"))});
     Postgres::Connection(uri("postgres", "postgres"))
         .runScript("CREATE DATABASE again OWNER admin TEMPLATE template0 LOCALE 'C.UTF-8'");
+    QProcess copy;
+    copy.start("sh", {"-c", QString("pg_dump -Fc '%1' | pg_restore -d '%2'")
+                                .arg(uri("postgres", "o"), uri("postgres", "again"))});
     ASSERT_TRUE(copy.waitForFinished(60000));
     EXPECT_EQ(copy.exitCode(), 0) << copy.readAllStandardError().toStdString();
     expectSaid(runOffice({"add-user", uri("postgres", "again"), "anna"}), 1, "brennoval-office create");
