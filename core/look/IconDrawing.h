@@ -17,7 +17,7 @@ QImage drawnIcon(const QByteArray& svg, const QColor& color, const QSize& size);
 using IconMasks = QByteArray;
 inline constexpr std::array maskSizes = {24, 34};
 IconMasks masksOf(const QByteArray& svg, int size);
-/// The icon of the masks in a colour, just as `drawnIcon` has it.
-QImage coloredMasks(const IconMasks& masks, const QColor& color, int size);
+/// The drawing of the masks in a colour, just as `drawnIcon` has it.
+QImage coloredMasks(const IconMasks& masks, const QColor& color, const QSize& size);
 
 } // namespace Appearance

@@ -21,7 +21,7 @@ QByteArray drawingOf(const QString& name) {
 QPixmap drawn(const QString& name, const QColor& color, const QSize& size) {
     QFile mask(QStringLiteral(":/icons/%1-%2.mask").arg(name).arg(size.width()));
     if (size.width() == size.height() && mask.open(QIODevice::ReadOnly))
-        return QPixmap::fromImage(coloredMasks(mask.readAll(), color, size.width()));
+        return QPixmap::fromImage(coloredMasks(mask.readAll(), color, size));
     return QPixmap::fromImage(drawnIcon(drawingOf(name), color, size));
 }
 

@@ -44,6 +44,7 @@ void calmError() {
 frmSplash::frmSplash() : Screen("frmSplash") {
     setupUi(this);
     setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+    lblHint->hide();                  // before the window is painted, or it would be painted twice
     setAttribute(Qt::WA_QuitOnClose); // the dialog above it must not end the program
     Image2->setPixmap(Appearance::splashPicture(Image2->size(), devicePixelRatioF()));
     connect(&Timer1, &QTimer::timeout, this, [this] { trap(".Timer", [this] { timer1Elapsed(); }); });
