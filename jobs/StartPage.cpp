@@ -25,6 +25,24 @@ namespace {
 constexpr std::size_t newestJobs = 10;
 constexpr std::size_t mostFound = 50;
 
+/// Columns as wide as their headings are. Qt leaves room for them in bold, and loads that font to measure it.
+class PlainHeader : public QHeaderView {
+  public:
+    explicit PlainHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+
+  protected:
+    QSize sectionSizeFromContents(int section) const override {
+        QStyleOptionHeader option;
+        initStyleOption(&option);
+        option.section = section;
+        option.text = model()->headerData(section, orientation()).toString();
+        constexpr int gap = 8; // pixels, before the edge of the list
+        return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, {}, this) + QSize(gap, 0);
+    }
+};
+
 void openJob(const QString& jobID) {
     const Hourglass hourglass;
     Screens::beginTask([&] {
@@ -42,6 +60,8 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
     setupUi(this);
     drawMark();
     prepareTasks();
+    showJobs(false); // until there are some: their columns would be measured for nothing
+    lvJobs->setHeader(new PlainHeader(lvJobs));
     lvJobs->setColumnCount(4);
     lvJobs->header()->setStretchLastSection(false); // the description has the room to spare
     lvJobs->header()->setSectionResizeMode(1, QHeaderView::Stretch);
@@ -76,6 +96,11 @@ void StartPage::prepareTasks() {
     }
 }
 
+void StartPage::showJobs(bool any) {
+    for (QWidget* part : std::initializer_list<QWidget*>{lblJobs, txtFind, lvJobs})
+        part->setVisible(any);
+}
+
 /// Lists the newest jobs. If they cannot be read, only the tasks are shown: a background never asks the user
 /// anything.
 void StartPage::fillJobs() {
@@ -89,10 +114,12 @@ void StartPage::fillJobs() {
         rows.clear();
     }
     const bool any = !rows.empty() || !txtFind->text().isEmpty();
-    for (QWidget* part : std::initializer_list<QWidget*>{lblJobs, txtFind, lvJobs})
-        part->setVisible(any);
-    fillList(lvJobs, {"Job ID", "Description", "Contractor", "Date Created"}, std::move(rows),
-             Selected::None);
+    showJobs(any);
+    if (any)
+        fillList(lvJobs, {"Job ID", "Description", "Contractor", "Date Created"}, std::move(rows),
+                 Selected::None);
+    else
+        lvJobs->clear();
 }
 
 void StartPage::drawMark() {

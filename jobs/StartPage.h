@@ -18,6 +18,7 @@ class StartPage : public QWidget, private Ui::StartPage {
 
   private:
     void prepareTasks();
+    void showJobs(bool any);
     void fillJobs();
     void drawMark();
 };
