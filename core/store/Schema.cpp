@@ -51,6 +51,10 @@ void putCopyAside(const Connection& user) {
     Backup::Make(reader, Backup::Reason::Upgrade);
 }
 
+QString scriptOf(int version) {
+    return QStringLiteral(":/schema/user/%1.sql").arg(version);
+}
+
 /// From this version on, keys compare regardless of case, for letters of any script.
 constexpr int lettersVersion = 4;
 
@@ -82,7 +86,7 @@ const QStringList& ownScripts() {
     static const QStringList scripts = [] {
         QStringList all;
         for (int version = 1;; ++version) {
-            QFile file(QStringLiteral(":/schema/user/%1.sql").arg(version));
+            QFile file(scriptOf(version));
             if (!file.open(QIODevice::ReadOnly))
                 return all;
             all.append(QString::fromUtf8(file.readAll()));
@@ -92,7 +96,13 @@ const QStringList& ownScripts() {
 }
 
 int currentVersion() {
-    return static_cast<int>(ownScripts().size());
+    static const int newest = [] { // counts them unopened: every start asks, and seldom runs one
+        int version = 0;
+        while (QFile::exists(scriptOf(version + 1)))
+            ++version;
+        return version;
+    }();
+    return newest;
 }
 
 int versionOf(const Connection& user) {
@@ -115,8 +125,9 @@ int officeVersion() {
 
 void upgrade(Connection& user) {
     if (user.isOffice())
-        requireOfficeVersion(user);
-    else
+        return requireOfficeVersion(user);
+    requirePlainTables(user);
+    if (versionOf(user) != currentVersion())
         upgrade(user, ownScripts());
 }
 
