@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLibrary>
 
 namespace Program {
 
@@ -20,6 +21,10 @@ QString programFolder() {
 QString dataFolder() {
     const QString shared = QDir::cleanPath(programFolder() + "/../../share/brennoval");
     return QDir(shared).exists() ? shared : programFolder();
+}
+
+QFunctionPointer pluginFunction(const QString& plugin, const char* function) {
+    return QLibrary(programFolder() + "/Plugins/" + plugin).resolve(function);
 }
 
 QString buildName() {

@@ -13,6 +13,8 @@ QString programFolder();
 /// The folder of the files that depend on no machine: catalogue, drawings, manual, demonstration,
 /// translations. An installed program has them under share; a build has them beside itself.
 QString dataFolder();
+/// A function that the plugin of a name exports. The caller knows its type. Null if there is no such plugin.
+QFunctionPointer pluginFunction(const QString& plugin, const char* function);
 /// Which build of its version the program is, as in the names of its packages.
 QString buildName();
 

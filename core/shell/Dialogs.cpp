@@ -1,10 +1,11 @@
 #include "core/shell/Dialogs.h"
 
+#include "core/shell/Printer.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QInputDialog>
-#include <QPrintDialog>
 #include <QProgressDialog>
 #include <QScreen>
 #include <QStandardPaths>
@@ -135,9 +136,9 @@ QString Dialogs::password(const QString& title, const QString& prompt) {
     return QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Password);
 }
 
-bool Dialogs::printer(QPrinter& printer) {
+bool Dialogs::printer(Printer& printer) {
     const DefaultPointer pointer;
-    return QPrintDialog(&printer, QApplication::activeWindow()).exec() == QDialog::Accepted;
+    return printer.ask(QApplication::activeWindow());
 }
 
 std::unique_ptr<Progress> Dialogs::progress(const QString& what) {

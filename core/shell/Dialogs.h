@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class QPrinter;
+class Printer;
 class QUrl;
 
 /// The contents of a message box.
@@ -48,7 +48,7 @@ class Dialogs {
     /// The same for a password, which the box does not show.
     virtual QString password(const QString& title, const QString& prompt);
     /// Shows the printer dialog; false if the user cancels.
-    virtual bool printer(QPrinter& printer);
+    virtual bool printer(Printer& printer);
     /// Starts to show the progress of an operation, once that has taken a while, and stops when the object is
     /// destroyed.
     virtual std::unique_ptr<Progress> progress(const QString& what);

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QLibrary>
 #include <QMutex>
 #include <QThread>
 
@@ -36,8 +35,8 @@ QString passwordOf(const QString& address) {
 
 OfficeEngines* loaded() {
     static OfficeEngines* const engines = [] {
-        QLibrary library(Program::programFolder() + QStringLiteral("/Plugins/brennoval-libpq"));
-        const auto make = reinterpret_cast<OfficeEnginesFactory>(library.resolve("officeEngines"));
+        const auto make = reinterpret_cast<OfficeEnginesFactory>(
+            Program::pluginFunction(QStringLiteral("brennoval-libpq"), "officeEngines"));
         return make ? make(Program::fullProgramVersion().toUtf8().constData()) : nullptr;
     }();
     return engines;

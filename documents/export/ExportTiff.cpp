@@ -6,7 +6,6 @@
 
 #include <QIODevice>
 #include <QImage>
-#include <QLibrary>
 #include <QPainter>
 #include <QRegularExpression>
 
@@ -68,8 +67,8 @@ QImage painted(const Page& page, bool twoTone) {
 
 /// A new file of pages. The library of the format comes with four more, which every start would load.
 std::unique_ptr<TiffFile> newFile(int pages, const QString& title) {
-    QLibrary library(Program::programFolder() + "/Plugins/brennoval-tiff");
-    const auto create = reinterpret_cast<TiffFileFactory>(library.resolve("newTiffFile"));
+    const auto create =
+        reinterpret_cast<TiffFileFactory>(Program::pluginFunction("brennoval-tiff", "newTiffFile"));
     std::unique_ptr<TiffFile> file(
         create ? create(Program::fullProgramVersion().toUtf8().constData(), pages, title) : nullptr);
     if (!file)

@@ -3,14 +3,15 @@
 #include "core/base/Fault.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
+#include "core/shell/Printer.h"
 #include "core/shell/Status.h"
 #include "documents/export/Export.h"
 #include "documents/report/PagePainter.h"
 #include "documents/viewer/Written.h"
 
 #include <QCoreApplication>
+#include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
 
 #include <algorithm>
 #include <cmath>
@@ -25,36 +26,35 @@ Fault printerFault() {
 }
 
 /// Makes the dialog offer the paper of the pages first.
-void setPaper(QPrinter& printer, const QSizeF& size) {
+void setPaper(Printer& printer, const QSizeF& size) {
     const bool landscape = size.width() > size.height();
     const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Point);
-    printer.setPageLayout(QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {}));
-    printer.setFullPage(true);
+    printer.paper().setPageLayout(
+        QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {}));
+    printer.useWholePaper();
 }
 
 /// The pages that the dialog asks for, repeated and ordered as they are to be printed.
-QList<int> chosenPages(const QPrinter& printer, int all) {
-    const bool range = printer.printRange() == QPrinter::PageRange;
-    const int first = range ? std::max(1, printer.fromPage()) : 1;
-    const int last = range && printer.toPage() > 0 ? std::min(all, printer.toPage()) : all;
+QList<int> chosenPages(const Printer::Choice& choice, int all) {
+    const int first = std::max(1, choice.first);
+    const int last = choice.last > 0 ? std::min(all, choice.last) : all;
     QList<int> chosen(std::max(0, last - first + 1));
     std::iota(chosen.begin(), chosen.end(), first - 1);
-    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
     QList<int> pages;
-    if (printer.collateCopies()) {
-        for (int copy = 0; copy < copies; ++copy)
+    if (choice.collated) {
+        for (int copy = 0; copy < choice.copies; ++copy)
             pages += chosen;
     } else {
         for (const int page : chosen)
-            pages += QList<int>(copies, page);
+            pages += QList<int>(choice.copies, page);
     }
-    if (printer.pageOrder() == QPrinter::LastPageFirst) // which Qt leaves to the program
+    if (choice.lastPageFirst) // which Qt leaves to the program
         std::reverse(pages.begin(), pages.end());
     return pages;
 }
 
 /// Paints the pages onto a printer's paper. Throws Export::Stopped.
-void paint(QPainter& painter, QPrinter& device, const Pages& pages, const Export::GoOn& goOn) {
+void paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages, const Export::GoOn& goOn) {
     if (!painter.begin(&device))
         throw printerFault();
     const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Point).size();
@@ -83,11 +83,11 @@ void paint(QPainter& painter, QPrinter& device, const Pages& pages, const Export
 }
 
 /// False if the user stopped it: then nothing is printed that the printer has not taken yet.
-bool print(QPrinter& printer, const Pages& pages) {
+bool print(Printer& printer, const Pages& pages) {
     const auto progress = Dialogs::current().progress(QCoreApplication::translate("Printing", "Printing..."));
     QPainter painter; // outlives a failure, since its end would print what is there
     try {
-        paint(painter, printer, pages,
+        paint(painter, printer.paper(), pages,
               [&](qsizetype done, qsizetype all) { return progress->goesOn(done, all); });
     } catch (const Export::Stopped&) {
         printer.abort();
@@ -96,26 +96,23 @@ bool print(QPrinter& printer, const Pages& pages) {
         printer.abort();
         throw;
     }
-    if (printer.printerState() == QPrinter::Error)
+    if (printer.hasFailed())
         throw printerFault();
     return true;
 }
 
-/// Whether the user chose other paper than was offered, or turned it.
-bool isOnOtherPaper(const QPrinter& printer, const QSizeF& offered) {
-    constexpr double tolerance = 2; // points; papers are in whole millimetres or in inches
-    const QSizeF apart = printer.pageLayout().fullRect(QPageLayout::Point).size() - offered;
-    return std::max(std::abs(apart.width()), std::abs(apart.height())) > tolerance;
+/// The paper of a printer, in points.
+QSizeF paperOf(Printer& printer) {
+    return printer.paper().pageLayout().fullRect(QPageLayout::Point).size();
 }
 
-/// Printing to a file works like an export: the whole file or none, and errors are reported.
-bool printToFile(const QPrinter& printer, const QSizeF& offered, const Document& document) {
-    const Export::Format& format = Export::format("mnuExportPDF");
-    const QString file = printer.outputFileName();
-    if (!isOnOtherPaper(printer, offered))
-        return writeFile(format, document, file);
-    const QSizeF paper = printer.pageLayout().fullRect(QPageLayout::Point).size();
-    return writeFile(format, onPaper(document, paper), file);
+/// Printing to a file works like an export: the whole file or none, and errors are reported. The user may
+/// have chosen other paper than was offered, or turned it.
+bool printToFile(const QString& file, const QSizeF& paper, const QSizeF& offered, const Document& document) {
+    constexpr double tolerance = 2; // points; papers are in whole millimetres or in inches
+    const QSizeF apart = paper - offered;
+    const bool isOther = std::max(std::abs(apart.width()), std::abs(apart.height())) > tolerance;
+    return writeFile(Export::format("mnuExportPDF"), isOther ? onPaper(document, paper) : document, file);
 }
 
 void sayPrinted(bool printed) {
@@ -128,23 +125,22 @@ void sayPrinted(bool printed) {
 void printDocument(const Document& document) {
     if (document.pages.isEmpty())
         return;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(proposedName(document) + ".pdf"); // the dialog proposes this name for a file
+    const auto printer = newPrinter();
+    const auto pages = int(document.pages.size());
+    printer->announce(proposedName(document) + ".pdf", pages); // the dialog proposes this name for a file
     const QSizeF offered = document.pages.first().size;
-    setPaper(printer, offered);
-    printer.setFromTo(1, int(document.pages.size()));
-    printer.setPrintRange(QPrinter::AllPages);
-    if (!Dialogs::current().printer(printer))
+    setPaper(*printer, offered);
+    if (!Dialogs::current().printer(*printer))
         return;
     const Hourglass hourglass;
-    const Document chosen = selectionOf(document, chosenPages(printer, int(document.pages.size())));
+    const Printer::Choice choice = printer->choice();
+    const Document chosen = selectionOf(document, chosenPages(choice, pages));
     if (chosen.pages.isEmpty())
         return;
-    const QString file = printer.outputFileName();
-    if (printer.outputFormat() != QPrinter::PdfFormat || file.isEmpty())
-        return sayPrinted(print(printer, chosen.pages));
-    if (printToFile(printer, offered, chosen))
-        sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), file);
+    if (choice.file.isEmpty())
+        return sayPrinted(print(*printer, chosen.pages));
+    if (printToFile(choice.file, paperOf(*printer), offered, chosen))
+        sayWritten(QCoreApplication::translate("Printing", "Printed to %1"), choice.file);
     else
         sayPrinted(false);
 }

@@ -5,7 +5,6 @@
 #include "core/shell/SystemPrograms.h"
 #include "setup/pages/TextPageView.h"
 
-#include <QLibrary>
 #include <QVBoxLayout>
 
 namespace {
@@ -15,8 +14,7 @@ PageView* fromPlugin(PagePlugin plugin, QWidget* parent) {
     if (plugin == PagePlugin::Web && SystemPrograms::userIsAdministrator())
         return nullptr;
     const QString name = plugin == PagePlugin::Web ? "brennoval-web" : "brennoval-help";
-    QLibrary library(Program::programFolder() + "/Plugins/" + name);
-    const auto create = reinterpret_cast<PageViewFactory>(library.resolve("createPageView"));
+    const auto create = reinterpret_cast<PageViewFactory>(Program::pluginFunction(name, "createPageView"));
     return create ? create(Program::fullProgramVersion().toUtf8().constData(), parent) : nullptr;
 }
 

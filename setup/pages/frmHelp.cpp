@@ -4,11 +4,11 @@
 #include "core/base/Program.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/Hourglass.h"
+#include "core/shell/Printer.h"
 #include "setup/pages/PageViews.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QPrinter>
 #include <QSaveFile>
 #include <QScreen>
 
@@ -57,12 +57,12 @@ void frmHelp::goTo(const QString& topic) {
 }
 
 void frmHelp::print(PageView::Extent extent) {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(windowTitle());
-    if (!Dialogs::current().printer(printer))
+    const auto printer = newPrinter();
+    printer->announce(windowTitle(), 0);
+    if (!Dialogs::current().printer(*printer))
         return;
     const Hourglass hourglass;
-    if (!view->print(printer, extent))
+    if (!view->print(printer->paper(), extent))
         throw Fault(Fault::Printer, "Printer error");
 }
 

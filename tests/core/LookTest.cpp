@@ -1,8 +1,11 @@
 #include "core/look/Appearance.h"
 #include "core/look/IconDrawing.h"
+#include "core/look/NameDrawing.h"
+#include "core/look/ProgramName.h"
 #include "core/look/SharedPalette.h"
 #include "core/shell/Dialogs.h"
 #include "core/shell/ElidedLabel.h"
+#include "core/shell/Printer.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +17,6 @@
 #include <QLayout>
 #include <QPainter>
 #include <QPalette>
-#include <QPrinter>
 #include <QPushButton>
 #include <QStyleOption>
 #include <QTimer>
@@ -95,7 +97,7 @@ TEST(Look, IconsDrawnByTheBuildAreThoseOfTheirDrawings) {
             ASSERT_TRUE(mask.open(QIODevice::ReadOnly)) << mask.fileName().toStdString();
             const QByteArray bytes = mask.readAll();
             for (const QColor color : {QColor(27, 36, 44), QColor(231, 235, 239), QColor(150, 20, 250)}) {
-                const QImage shown = Appearance::coloredMasks(bytes, color, size);
+                const QImage shown = Appearance::coloredMasks(bytes, color, {size, size});
                 EXPECT_TRUE(shown == Appearance::drawnIcon(svg, color, {size, size}))
                     << mask.fileName().toStdString();
                 compared += shown.pixelColor(size / 2, size / 2).alpha() != 0;
@@ -103,6 +105,33 @@ TEST(Look, IconsDrawnByTheBuildAreThoseOfTheirDrawings) {
         }
     }
     EXPECT_GT(compared, 50);
+}
+
+/// The name looks the same whether it is the build's drawing, as at 20 points, or drawn at its size.
+TEST(Look, NameDrawnByTheBuildIsThatOfItsOutline) {
+    QFile file(":/look/name.path");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QPainterPath outline;
+    QDataStream stream(&file);
+    stream >> outline;
+    for (const int points : {20, 21, 30}) {
+        ProgramName name;
+        name.setText("Brennoval");
+        QFont font;
+        font.setPointSize(points);
+        name.setFont(font);
+        name.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        name.setStyleSheet("color: rgb(10, 200, 90); background: transparent");
+        name.ensurePolished();
+        const QImage drawn = Appearance::drawnName(outline, points * 96. / 72, QColor(10, 200, 90));
+        EXPECT_EQ(name.sizeHint(), drawn.size());
+        name.resize(drawn.size());
+        QImage shown(drawn.size(), drawn.format());
+        shown.fill(Qt::transparent);
+        name.render(&shown, {}, {}, {});
+        EXPECT_TRUE(shown == drawn) << points << " points";
+        EXPECT_GT(drawn.pixelColor(int(points * 96. / 72 / 8), drawn.height() / 2).alpha(), 0) << "the B";
+    }
 }
 
 TEST(Look, OrdersTheButtonsOfMessagesAsScreensDo) {
@@ -180,9 +209,9 @@ TEST(Messages, AreAnsweredYesByReturnUnlessToldOtherwise) {
                   }),
                   c.pressed);
     EXPECT_EQ(pressedByReturn([&] { dialogs.input("New job", "Job ID:"); }), "OK");
-    QPrinter printer;
-    printer.setOutputFileName("print.pdf");
-    EXPECT_EQ(pressedByReturn([&] { dialogs.printer(printer); }), "Print");
+    const auto printer = newPrinter();
+    printer->choose({.file = "print.pdf"});
+    EXPECT_EQ(pressedByReturn([&] { dialogs.printer(*printer); }), "Print");
     EXPECT_EQ(pressedByReturn([&] { dialogs.openFile("Texts (*.txt)", {}); }), "Open");
     EXPECT_EQ(pressedByReturn([&] { dialogs.saveFile("Texts (*.txt)", {}); }), "Save");
 }

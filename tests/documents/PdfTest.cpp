@@ -122,8 +122,8 @@ TEST_F(Exports, PrintsToAFileOnThePaperChosen) {
 
 TEST_F(Exports, PrintsTheLastPageFirstIfAsked) {
     struct Reversing : ScriptedDialogs {
-        bool printer(QPrinter& printer) override {
-            printer.setPageOrder(QPrinter::LastPageFirst);
+        bool printer(Printer& printer) override {
+            printer.choose({.lastPageFirst = true});
             return ScriptedDialogs::printer(printer);
         }
     };

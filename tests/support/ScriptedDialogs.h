@@ -1,10 +1,11 @@
 #pragma once
 
 #include "core/shell/Dialogs.h"
+#include "core/shell/Printer.h"
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QPrinter>
+#include <QPagedPaintDevice>
 #include <QStringList>
 #include <QUrl>
 
@@ -79,20 +80,15 @@ class ScriptedDialogs : public Dialogs {
         return typed.button;
     }
     QString password(const QString& title, const QString& prompt) override { return input(title, prompt); }
-    bool printer(QPrinter& printer) override {
+    bool printer(Printer& printer) override {
         if (prints.isEmpty()) {
             problem = "a printer dialog came that nobody answers";
             return false;
         }
         const Print print = prints.takeFirst();
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(print.file);
-        if (print.first > 0) {
-            printer.setFromTo(print.first, print.last);
-            printer.setPrintRange(QPrinter::PageRange);
-        }
+        printer.choose({.first = print.first, .last = print.last, .file = print.file});
         if (print.paper != QPageSize::LastPageSize)
-            printer.setPageSize(QPageSize(print.paper));
+            printer.paper().setPageSize(QPageSize(print.paper));
         return !print.file.isEmpty();
     }
     std::unique_ptr<Progress> progress(const QString& what) override;
