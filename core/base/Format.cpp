@@ -79,10 +79,9 @@ void roundTo(Decimal& number, std::size_t decimals) {
         return;
     }
     const auto kept = static_cast<std::size_t>(keep);
-    if (kept >= number.digits.size())
-        return;
-    const bool up = number.digits[kept] >= '5';
-    number.digits.resize(kept);
+    number.digits.resize(kept + 1, '0'); // the next digit decides
+    const bool up = number.digits.back() >= '5';
+    number.digits.pop_back();
     if (!up)
         return;
     for (auto digit = number.digits.rbegin(); digit != number.digits.rend(); ++digit) {

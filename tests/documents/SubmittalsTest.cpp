@@ -155,6 +155,8 @@ Temperatures | =Min 41°F | =Max 199°F
 Pressures | =Min 13 psi | =Max 28 psi
 [Ordwick Company]
 [Drawing of RCB 5000])"));
+    execute("Sys", "UPDATE tblModelMaster SET MaxTemp = NULL");
+    EXPECT_NE(submittal("RCB 5000").find("Temperature:\n°F\n"), std::string::npos) << "only its unit";
 }
 
 TEST_F(SubmittalsTest, OfAHydropneumaticTank) {

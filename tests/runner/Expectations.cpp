@@ -147,6 +147,12 @@ void expectFocus(Stage&, Words w) {
     const QPoint part = list ? QPoint(2, row.isValid() ? row.center().y() : 2) : row.center();
     require(shown->visibleRegion().contains(part), w[0] + " has the focus out of sight");
 }
+/// A box of several lines has its whole text selected.
+void expectSelected(Stage&, Words w) {
+    const auto* box = dynamic_cast<QPlainTextEdit*>(control(w[0]));
+    require(box && box->textCursor().selection().toPlainText() == box->toPlainText(),
+            w[0] + " is not selected");
+}
 void expectScreen(Stage&, Words w) {
     const auto visible = [&] {
         const QWidget* window =
@@ -253,6 +259,7 @@ const QHash<QString, Command>& expectationCommands() {
         {"expect-ok", {expectOk, 1}},
         {"expect-hint", {expectHint, 2}},
         {"expect-focus", {expectFocus, 1}},
+        {"expect-selected", {expectSelected, 1}},
         {"expect-screen", {expectScreen, 1}},
         {"expect-closed", {expectClosed, 1}},
         {"expect-title", {expectTitle, 2}},
