@@ -65,14 +65,25 @@ TEST_F(BackupTest, OfTheDayIsMadeOnce) {
     Backup::makeDaily(file());
     EXPECT_EQ(Backup::copiesOf(file()).size(), 1);
     // Other files and other people's copies are neither listed nor removed.
-    for (const char* name : {"BrennovalUserData 2020-01-01 10.00.00 mine.mdb", "notes.txt",
-                             "BrennovalUserData 2020-13-01 10.00.00 daily.mdb"})
+    const char* const others[] = {"BrennovalUserData 2020-01-01 10.00.00 mine.mdb",
+                                  "notes.txt",
+                                  "BrennovalUserData 2020-13-01 10.00.00 daily.mdb",
+                                  "BrennovalUserData 2020-01-02 10.00.00 daily.MDB",
+                                  "BrennovalUserData 2020-01-01 10.00.00 daily (copy).mdb",
+                                  "BrennovalUserData 2020-01-01 10.00.00 daily (2) (3).mdb",
+                                  "BrennovalUserData 2020-01-01 10.00.00 daily ().mdb",
+                                  "BrennovalUserData 2020-01-01 10.00.00-daily.mdb",
+                                  "BrennovalUserData 2020-01-01 10.00.00.mdb",
+                                  "BrennovalUserData 2 2020-01-01 10.00.00 daily.mdb",
+                                  "BrennovalUserData2020-01-01 10.00.00 daily.mdb"};
+    for (const char* name : others)
         QFile::copy(file(), folder() + '/' + name);
     QFile::copy(file(), folder() + "/BrennovalUserData 2020-01-01 10.00.00 daily.mdb");
-    EXPECT_EQ(Backup::copiesOf(file()).size(), 2);
+    QFile::copy(file(), folder() + "/BrennovalUserData 2020-01-01 10.00.00 before restore (12).mdb");
+    EXPECT_EQ(Backup::copiesOf(file()).size(), 3);
     Backup::Make(openDatabase("User"), Backup::Reason::ByHand);
     EXPECT_EQ(Backup::copiesOf(file()).size(), 2);
-    EXPECT_EQ(files().size(), 5);
+    EXPECT_EQ(files().size(), 2 + std::ssize(others));
 }
 
 TEST_F(BackupTest, ThatFailsLeavesNothingAndIsReported) {

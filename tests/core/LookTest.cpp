@@ -121,15 +121,18 @@ TEST(Look, NameDrawnByTheBuildIsThatOfItsOutline) {
         font.setPointSize(points);
         name.setFont(font);
         name.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        name.setStyleSheet("color: rgb(10, 200, 90); background: transparent");
-        name.ensurePolished();
-        const QImage drawn = Appearance::drawnName(outline, points * 96. / 72, QColor(10, 200, 90));
-        EXPECT_EQ(name.sizeHint(), drawn.size());
-        name.resize(drawn.size());
-        QImage shown(drawn.size(), drawn.format());
-        shown.fill(Qt::transparent);
-        name.render(&shown, {}, {}, {});
-        EXPECT_TRUE(shown == drawn) << points << " points";
+        QImage drawn;
+        for (const QColor color : {QColor(10, 200, 90), QColor(231, 235, 239)}) { // then another appearance
+            name.setStyleSheet("color: " + color.name() + "; background: transparent");
+            name.ensurePolished();
+            drawn = Appearance::drawnName(outline, points * 96. / 72, color);
+            EXPECT_EQ(name.sizeHint(), drawn.size());
+            name.resize(drawn.size());
+            QImage shown(drawn.size(), drawn.format());
+            shown.fill(Qt::transparent);
+            name.render(&shown, {}, {}, {});
+            EXPECT_TRUE(shown == drawn) << points << " points in " << color.name().toStdString();
+        }
         EXPECT_GT(drawn.pixelColor(int(points * 96. / 72 / 8), drawn.height() / 2).alpha(), 0) << "the B";
     }
 }
