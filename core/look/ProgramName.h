@@ -3,8 +3,8 @@
 #include <QImage>
 #include <QLabel>
 
-/// The program's name, at the size of its font in points. It is a drawing, since every start would load a
-/// font for these nine letters; a program built without it shows text.
+/// The program's name, in bold, at the size of its font in points. It is a drawing, since every start would
+/// load a font for these nine letters; a program built without it shows text in that font.
 class ProgramName : public QLabel {
   public:
     using QLabel::QLabel;
