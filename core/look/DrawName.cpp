@@ -1,6 +1,7 @@
 // Draws the program's name into a folder, as an outline and as masks of the sizes that the program begins
 // with. Part of the build. Usage: brennoval-draw-name FONT FOLDER
 
+#include "core/look/IconDrawing.h"
 #include "core/look/NameDrawing.h"
 
 #include <QDataStream>
@@ -20,15 +21,6 @@ QPainterPath outlineFrom(const QRawFont& font) {
         at += font.advancesForGlyphIndexes({glyph}).value(0).x();
     }
     return outline;
-}
-
-/// How much of each pixel the letters cover: the size, and a byte a pixel, row by row.
-void writeMask(QDataStream& stream, const QImage& image) {
-    QByteArray covered;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            covered.append(char(qAlpha(image.pixel(x, y))));
-    stream << image.size() << covered;
 }
 
 bool write(const QString& path, const auto& writing) {
@@ -52,8 +44,10 @@ int main(int argc, char** argv) {
         !outline.isEmpty() && write(folder + "/name.path", [&](QDataStream& stream) { stream << outline; });
     for (const int points : Appearance::nameSizes) {
         const QImage image = Appearance::drawnName(outline, points * Appearance::pixelsInPoint, Qt::black);
-        written = written && write(QString("%1/name-%2.mask").arg(folder).arg(points),
-                                   [&](QDataStream& stream) { writeMask(stream, image); });
+        written =
+            written && write(QString("%1/name-%2.mask").arg(folder).arg(points), [&](QDataStream& stream) {
+                stream << image.size() << Appearance::coverageOf(image);
+            });
     }
     if (!written)
         std::fprintf(stderr, "brennoval-draw-name: cannot draw the name\n");

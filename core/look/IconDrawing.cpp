@@ -22,10 +22,7 @@ IconMasks masksOf(const QByteArray& svg, int size) {
     for (auto lines = line.globalMatch(whole); lines.hasNext();) {
         QString alone = whole;
         alone.remove(line).insert(alone.indexOf("</svg>"), lines.next().captured());
-        const QImage image = drawnIcon(alone.toUtf8(), Qt::black, {size, size});
-        for (int y = 0; y < size; ++y)
-            for (int x = 0; x < size; ++x)
-                masks.append(char(qAlpha(image.pixel(x, y))));
+        masks += coverageOf(drawnIcon(alone.toUtf8(), Qt::black, {size, size}));
     }
     return masks;
 }

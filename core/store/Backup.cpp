@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -62,30 +63,19 @@ void check(const QString& path, const QList<std::pair<QString, double>>& rows) {
         fail("The copy of the data lacks some rows.");
 }
 
-/// The copy that a file is, judging by its name, such as "Data 2026-03-02 17.05.00 daily (2).mdb"; nothing if
-/// it is not one. By hand, since every start looks, and a regular expression costs more than the files do.
+/// The copy that a file is, judging by its name; nothing if it is not one.
 std::optional<Copy> copyOf(const QFileInfo& file, const QString& base) {
-    constexpr qsizetype momentSize = 19;
-    const QString name = file.completeBaseName();
-    if (file.suffix() != u"mdb" || !name.startsWith(base + u' ') || !file.isFile() || file.isSymLink())
+    static const QRegularExpression pattern(
+        QStringLiteral(R"(^(.*) (\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d) ([a-z ]+?)(?: \(\d+\))?\.mdb$)"));
+    const auto match = pattern.match(file.fileName());
+    if (!match.hasMatch() || match.captured(1) != base || !file.isFile() || file.isSymLink())
         return std::nullopt;
-    const QString words = name.sliced(base.size() + 1);
-    if (words.size() <= momentSize || words[momentSize] != u' ')
+    const auto* reason = std::ranges::find_if(
+        reasonWords, [&](const auto& row) { return match.captured(3) == QLatin1String(row.second); });
+    const QDateTime made = QDateTime::fromString(match.captured(2), momentFormat);
+    if (reason == std::end(reasonWords) || !made.isValid())
         return std::nullopt;
-    QStringView reason = QStringView(words).sliced(momentSize + 1);
-    const qsizetype number = reason.endsWith(u')') ? reason.lastIndexOf(QLatin1String(" (")) : -1;
-    if (number >= 0) {
-        const QStringView digits = reason.sliced(number + 2).chopped(1);
-        if (digits.isEmpty() || !std::ranges::all_of(digits, [](QChar c) { return c >= u'0' && c <= u'9'; }))
-            return std::nullopt;
-        reason.truncate(number);
-    }
-    const auto* found = std::ranges::find_if(
-        reasonWords, [&](const auto& row) { return reason == QLatin1String(row.second); });
-    const QDateTime made = QDateTime::fromString(words.first(momentSize), momentFormat);
-    if (found == std::end(reasonWords) || !made.isValid())
-        return std::nullopt;
-    return Copy{.path = file.filePath(), .made = made, .reason = found->first, .size = file.size()};
+    return Copy{.path = file.filePath(), .made = made, .reason = reason->first, .size = file.size()};
 }
 
 /// Deletes the copies that are neither kept nor in use, and leftovers of an interrupted one.
